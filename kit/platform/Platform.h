@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Export.h"
+
+#include <memory>
+
+class Clock;
+class ConsoleUser;
+class HttpClient;
+class InterfaceFileLoader;
+class MachineIdentity;
+class PrimaryInterface;
+class ProcessTable;
+class Reachability;
+
+/// The ports of this process: what the kit asks of the machine, each behind an abstract class.
+///
+/// Made on first use with the ports of the host platform. A test replaces members before the code under test
+/// runs; no member but interfaceFileLoader and httpClient is ever null.
+///
+/// THREADING: replacing a member is for the head of main and for tests.
+class DOZELYKIT_EXPORT Platform
+{
+public:
+    static Platform &current();
+
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<ConsoleUser> consoleUser;
+    std::shared_ptr<HttpClient> httpClient; ///< Null in a build without the update check.
+    std::shared_ptr<InterfaceFileLoader> interfaceFileLoader;
+    std::shared_ptr<MachineIdentity> machineIdentity;
+    std::shared_ptr<PrimaryInterface> primaryInterface;
+    std::shared_ptr<ProcessTable> processTable;
+    std::shared_ptr<Reachability> reachability;
+
+private:
+    Platform(); // in platform/linux
+};

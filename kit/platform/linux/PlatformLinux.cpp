@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Platform.h"
+
+#include "LinuxClock_p.h"
+#include "LinuxMachineIdentity_p.h"
+#include "LinuxPrimaryInterface_p.h"
+#include "LinuxProcessTable_p.h"
+#include "LogindConsoleUser_p.h"
+#include "RouteReachability_p.h"
+
+#if DOZELY_UPDATE_CHECK
+#include "CurlHttpClient_p.h"
+#endif
+
+Platform::Platform()
+    : clock(std::make_shared<LinuxClock>()), consoleUser(std::make_shared<LogindConsoleUser>()),
+      machineIdentity(std::make_shared<LinuxMachineIdentity>()),
+      primaryInterface(std::make_shared<LinuxPrimaryInterface>()),
+      processTable(std::make_shared<LinuxProcessTable>()),
+      reachability(std::make_shared<RouteReachability>())
+{
+#if DOZELY_UPDATE_CHECK
+    httpClient = std::make_shared<CurlHttpClient>();
+#endif
+}
+
+Platform &Platform::current()
+{
+    // Never destroyed: whatever runs while the process ends may still log, and the log asks the clock.
+    static auto *const platform = new Platform;
+    return *platform;
+}

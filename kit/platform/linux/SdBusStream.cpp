@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/SdBusStream_p.h"
+
+#include "platform/NSException.h"
+#include "platform/NSSocketPort.h"
+#include "platform/linux/PeerCredentials_p.h"
+#include "platform/linux/WireValue_p.h"
+
+#include <cerrno>
+#include <cstring>
+#include <unistd.h>
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+namespace
+{
+// The hello of clients that believe to talk to a bus; the name means nothing here.
+constexpr const char *uniqueName = ":1.1";
+constexpr const char *busInterface = "org.freedesktop.DBus";
+constexpr uint64_t noTimeout = UINT64_MAX; // our own deadlines govern the waits
+
+struct MessageDeleter {
+    void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
+};
+using Message = std::unique_ptr<sd_bus_message, MessageDeleter>;
+
+struct SlotDeleter {
+    void operator()(sd_bus_slot *slot) const { sd_bus_slot_unref(slot); }
+};
+using Slot = std::unique_ptr<sd_bus_slot, SlotDeleter>;
+
+QString errorText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error < 0 ? -error : error));
+}
+
+[[noreturn]] void raise(const QString &name, const QString &reason)
+{
+    throw NSException(name, reason);
+}
+
+int keepReply(sd_bus_message *reply, void *slot, sd_bus_error *)
+{
+    static_cast<Message *>(slot)->reset(sd_bus_message_ref(reply));
+    return 1;
+}
+} // namespace
+
+std::shared_ptr<SdBusStream> SdBusStream::make(int descriptor, Side side)
+{
+    sd_bus *bus = nullptr;
+    if (sd_bus_new(&bus) < 0) {
+        ::close(descriptor);
+        return nullptr;
+    }
+    sd_bus_set_fd(bus, descriptor, descriptor); // the bus owns it from here
+    sd_bus_negotiate_fds(bus, 0);               // descriptors of strangers are not wanted
+    if (side == Side::Server) {
+        sd_id128_t id;
+        sd_id128_randomize(&id);
+        sd_bus_set_server(bus, 1, id);
+    }
+    // Starting reads already: a peer that is gone or has sent garbage fails here.
+    if (sd_bus_start(bus) < 0) {
+        sd_bus_close_unref(bus);
+        return nullptr;
+    }
+    return std::shared_ptr<SdBusStream>(new SdBusStream(bus, descriptor, side));
+}
+
+SdBusStream::SdBusStream(sd_bus *bus, int descriptor, Side side)
+    : m_bus(bus),
+      m_loop(StreamLoop::ofThisThread()),
+      m_descriptor(descriptor),
+      m_side(side),
+      m_peer(peerCredentials(descriptor))
+{
+    m_source = m_loop.add(descriptor, static_cast<short>(sd_bus_get_events(bus)), this);
+    if (side == Side::Server)
+        m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
+}
+
+SdBusStream::~SdBusStream()
+{
+    close();
+}
+
+void SdBusStream::close()
+{
+    if (!m_bus)
+        return;
+    m_loop.remove(m_source);
+    sd_bus_close_unref(std::exchange(m_bus, nullptr));
+}
+
+void SdBusStream::drop()
+{
+    if (!m_bus)
+        return;
+    close();
+    m_loop.callFromLoop([weak = weak_from_this()] {
+        if (const auto self = weak.lock(); self && self->m_handler)
+            std::exchange(self->m_handler, nullptr)->streamClosed();
+    });
+}
+
+void SdBusStream::ready()
+{
+    const auto self = shared_from_this(); // serving may let go of us
+    if (drain() < 0)
+        drop();
+    else
+        settle();
+}
+
+void SdBusStream::deadlinePassed()
+{
+    const auto self = shared_from_this();
+    drop();
+}
+
+int SdBusStream::drain()
+{
+    for (int i = 0; i < messagesPerTurn; ++i) {
+        uint64_t queued = 0;
+        if (sd_bus_get_n_queued_write(m_bus, &queued) >= 0 && queued > queuedReplies)
+            return -ENOBUFS;
+        sd_bus_message *raw = nullptr;
+        const int result = sd_bus_process(m_bus, &raw);
+        const Message message(raw);
+        if (result <= 0)
+            return result;
+        if (message)
+            serve(message.get());
+        if (!m_bus)
+            return 0;
+    }
+    m_loop.serviceLater(m_source);
+    return 0;
+}
+
+// After every use of the bus: what it waits for may have changed.
+void SdBusStream::settle()
+{
+    if (!m_bus)
+        return;
+    const int events = sd_bus_get_events(m_bus);
+    if (events >= 0)
+        m_loop.setEvents(m_source, static_cast<short>(events));
+    uint64_t reading = 0;
+    if (sd_bus_get_n_queued_read(m_bus, &reading) >= 0 && reading > 0)
+        m_loop.serviceLater(m_source);
+    if (!m_authenticated && sd_bus_is_ready(m_bus) > 0)
+        m_authenticated = true;
+    if (m_authenticated && m_side == Side::Server)
+        m_loop.setDeadline(m_source, steady_clock::now() + idleLimit);
+}
+
+void SdBusStream::serve(sd_bus_message *message)
+{
+    uint8_t type = 0;
+    if (sd_bus_message_get_type(message, &type) < 0 || type != SD_BUS_MESSAGE_METHOD_CALL)
+        return;
+    const auto textOf = [](const char *text) { return text ? QByteArray(text) : QByteArray(); };
+    Request request{textOf(sd_bus_message_get_path(message)),
+                    textOf(sd_bus_message_get_interface(message)),
+                    textOf(sd_bus_message_get_member(message)),
+                    {}};
+    if (request.interface == busInterface && request.member == "Hello") {
+        reply(message, {{}, {}, {QString::fromLatin1(uniqueName)}});
+        return;
+    }
+    const auto read = WireValue::readAll(message, &request.arguments);
+    if (read == WireValue::Read::TooLarge)
+        return drop();
+    if (read == WireValue::Read::NotOurs) {
+        reply(message, Reply::error(SD_BUS_ERROR_INVALID_ARGS,
+                                    QStringLiteral("arguments of these types are not known")));
+        return;
+    }
+    if (m_handler)
+        reply(message, m_handler->serve(request));
+}
+
+void SdBusStream::reply(sd_bus_message *message, const Reply &reply)
+{
+    if (!m_bus || sd_bus_message_get_expect_reply(message) <= 0)
+        return;
+    if (!reply.errorName.isEmpty()) {
+        sd_bus_reply_method_errorf(message, reply.errorName.constData(), "%s",
+                                   reply.errorText.toUtf8().constData());
+        return;
+    }
+    sd_bus_message *raw = nullptr;
+    if (sd_bus_message_new_method_return(message, &raw) < 0)
+        return;
+    const Message answer(raw);
+    try {
+        for (const QVariant &result : reply.results)
+            WireValue::append(answer.get(), result);
+        sd_bus_send(m_bus, answer.get(), nullptr);
+    } catch (const NSException &exception) {
+        sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",
+                                   exception.reason().toUtf8().constData());
+    }
+}
+
+MessageStream::Reply SdBusStream::call(const Request &request, milliseconds requestTimeout,
+                                       milliseconds replyTimeout)
+{
+    const auto self = shared_from_this();
+    if (!m_bus)
+        raise(NSInvalidSendPortException, QStringLiteral("the connection is closed"));
+    sd_bus_message *raw = nullptr;
+    if (const int error =
+            sd_bus_message_new_method_call(m_bus, &raw, nullptr, request.path.constData(),
+                                           request.interface.constData(), request.member.constData());
+        error < 0)
+        raise(NSInvalidArgumentException, errorText(error));
+    const Message message(raw);
+    for (const QVariant &argument : request.arguments)
+        WireValue::append(message.get(), argument);
+
+    Message answer;
+    sd_bus_slot *rawSlot = nullptr;
+    if (const int error = sd_bus_call_async(m_bus, &rawSlot, message.get(), keepReply, &answer, noTimeout);
+        error < 0) {
+        drop();
+        raise(NSInvalidSendPortException, errorText(error));
+    }
+    Slot slot(rawSlot);
+    settle();
+
+    // Two deadlines in turn: one until the request has left this process, one for the answer.
+    auto deadline = steady_clock::now() + requestTimeout;
+    bool handedOver = false;
+    const auto done = [&] {
+        if (!handedOver && m_bus) {
+            uint64_t queued = 0;
+            handedOver =
+                sd_bus_is_ready(m_bus) > 0 && sd_bus_get_n_queued_write(m_bus, &queued) >= 0 && queued == 0;
+            if (handedOver)
+                deadline = steady_clock::now() + replyTimeout;
+        }
+        return answer != nullptr || !m_bus;
+    };
+    m_loop.waitUntil(done, [&] { return deadline; });
+    slot.reset();
+    if (!answer) {
+        if (!m_bus)
+            raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
+        raise(NSPortTimeoutException, handedOver
+                                          ? QStringLiteral("no reply in time")
+                                          : QStringLiteral("the request could not be handed over in time"));
+    }
+    const sd_bus_error *const error = sd_bus_message_get_error(answer.get());
+    // What sd-bus itself answers to the calls that are under way when the stream closes.
+    if (error && (sd_bus_error_has_name(error, SD_BUS_ERROR_NO_REPLY) ||
+                  sd_bus_error_has_name(error, SD_BUS_ERROR_DISCONNECTED)))
+        raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
+    if (error)
+        return Reply::error(error->name, QString::fromUtf8(error->message));
+    Reply result;
+    if (WireValue::readAll(answer.get(), &result.results) != WireValue::Read::Whole)
+        raise(NSInvalidArgumentException,
+              QStringLiteral("the reply is too large or holds types that are not known"));
+    return result;
+}
+
+std::shared_ptr<MessageStream> MessageStream::open(const NSSocketPort &port, milliseconds limit)
+{
+    const auto deadline = steady_clock::now() + limit;
+    constexpr milliseconds pause(5);
+    int descriptor = port.connectStream();
+    while (descriptor < 0 && errno == EAGAIN) {
+        // The other side's queue is full. It may be our own: serve while we wait.
+        const auto retry = std::min(deadline, steady_clock::now() + pause);
+        StreamLoop::ofThisThread().waitUntil([] { return false; }, [=] { return retry; });
+        if (steady_clock::now() >= deadline)
+            raise(NSPortTimeoutException, QStringLiteral("the other side accepts no connection in time"));
+        descriptor = port.connectStream();
+    }
+    if (descriptor < 0)
+        raise(NSInvalidSendPortException, errorText(errno));
+    auto stream = SdBusStream::make(descriptor, SdBusStream::Side::Client);
+    if (!stream)
+        raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
+    return stream;
+}

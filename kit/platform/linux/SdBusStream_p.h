@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/MessageStream_p.h"
+#include "platform/linux/StreamLoop_p.h"
+
+#include <systemd/sd-bus.h>
+
+/// A message stream that speaks D-Bus, peer to peer, over a connected socket.
+///
+/// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
+/// be entered again from within its own callbacks.
+class SdBusStream : public MessageStream,
+                    public StreamLoop::Source,
+                    public std::enable_shared_from_this<SdBusStream>
+{
+public:
+    enum class Side { Server, Client };
+
+    // What keeps one peer from starving or exhausting the others.
+    static constexpr std::chrono::seconds authenticationLimit{
+        5};                                             ///< A peer that connects and stays silent is dropped.
+    static constexpr std::chrono::minutes idleLimit{5}; ///< So is one that has not sent anything for so long.
+    static constexpr int messagesPerTurn = 64;          ///< Then the others have their turn.
+    static constexpr uint64_t queuedReplies = 64;       ///< A peer that reads no replies is dropped.
+
+    /// Takes over the descriptor. Null when the peer has gone already or has sent garbage.
+    static std::shared_ptr<SdBusStream> make(int descriptor, Side side);
+    ~SdBusStream() override;
+
+    void setHandler(Handler *handler) override { m_handler = handler; }
+    Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
+               std::chrono::milliseconds replyTimeout) override;
+    bool isOpen() const override { return m_bus != nullptr; }
+    void close() override;
+    std::optional<NSConnection::Peer> peer() const override { return m_peer; }
+
+    bool isAuthenticated() const { return m_authenticated; }
+
+    void ready() override;
+    void deadlinePassed() override;
+
+private:
+    SdBusStream(sd_bus *bus, int descriptor, Side side);
+    /// Everything there is to read and answer, at most a turn's worth; a negative errno drops the peer.
+    int drain();
+    void serve(sd_bus_message *message);
+    void reply(sd_bus_message *message, const Reply &reply);
+    void settle();
+    void drop();
+
+    sd_bus *m_bus;
+    StreamLoop &m_loop; ///< The one of the thread that made the stream.
+    int m_descriptor;
+    Side m_side;
+    quint64 m_source = 0;
+    Handler *m_handler = nullptr;
+    std::optional<NSConnection::Peer> m_peer;
+    bool m_authenticated = false;
+};
