@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/WDPlugIn.h"
+
+#include "platform/IntegerValue.h"
+
+WDPlugInProtocol::~WDPlugInProtocol() = default;
+
+struct WDPlugIn::Private {
+    std::shared_ptr<NSBundle> bundle;
+    bool bundleIsKnown = false;
+    std::shared_ptr<QVariantMap> parameters = std::make_shared<QVariantMap>();
+    QDateTime calendarDate;
+};
+
+WDPlugIn::WDPlugIn() : d(std::make_unique<Private>()) {}
+
+WDPlugIn::~WDPlugIn() = default;
+
+std::shared_ptr<NSBundle> WDPlugIn::bundle() const
+{
+    // Found at the first question: while this class is constructed the object does not know its own class
+    // yet.
+    if (!d->bundleIsKnown) {
+        d->bundle = NSBundle::bundleForClass(metaObject());
+        d->bundleIsKnown = true;
+    }
+    return d->bundle;
+}
+
+void WDPlugIn::setBundle(std::shared_ptr<NSBundle> bundle)
+{
+    d->bundle = std::move(bundle);
+    d->bundleIsKnown = true;
+}
+
+QString WDPlugIn::pluginIdentifier() const
+{
+    const auto own = bundle();
+    return own ? own->bundleIdentifier() : QString();
+}
+
+QString WDPlugIn::pluginName() const
+{
+    const QString key = "Plugin Name";
+    const auto classBundle = NSBundle::bundleForClass(metaObject());
+    return classBundle ? classBundle->localizedStringForKey(key) : key;
+}
+
+void WDPlugIn::setParameters(const std::shared_ptr<const QVariantMap> &parameters)
+{
+    d->parameters = parameters ? std::make_shared<QVariantMap>(*parameters) : nullptr;
+}
+
+void WDPlugIn::setParameters(const QVariantMap &parameters)
+{
+    d->parameters = std::make_shared<QVariantMap>(parameters);
+}
+
+std::shared_ptr<QVariantMap> WDPlugIn::parameters() const
+{
+    return d->parameters;
+}
+
+void WDPlugIn::setCalendarDate(const QDateTime &date)
+{
+    d->calendarDate = date;
+}
+
+QDateTime WDPlugIn::calendarDate() const
+{
+    return d->calendarDate;
+}
+
+qint64 WDPlugIn::timeBeforeSelfAnticipation() const
+{
+    return integerParameter("Alert") == 0 ? -1 : integerParameter("Delay before alert");
+}
+
+qint32 WDPlugIn::timeOut() const
+{
+    return -180;
+}
+
+qint32 WDPlugIn::integerParameter(const QString &key) const
+{
+    return d->parameters ? integerValue(d->parameters->value(key)) : 0;
+}
