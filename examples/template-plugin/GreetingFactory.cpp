@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "GreetingFactory.h"
+
+#include "GreetingPlugIns.h"
+
+std::unique_ptr<WDPlugIn> GreetingFactory::make()
+{
+    return std::make_unique<GreetingDaemonPlugIn>();
+}
+
+std::unique_ptr<WDPlugIn> GreetingFactory::makeForRole(const QString &roleKey)
+{
+    if (roleKey == "WDUserAgentModule")
+        return std::make_unique<GreetingUserAgentPlugIn>();
+    return make();
+}

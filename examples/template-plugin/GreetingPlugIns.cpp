@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "GreetingPlugIns.h"
+
+#include <core/ZDRLog.h>
+
+namespace
+{
+/// The parameter "Text", or a greeting of our own.
+QString textOf(const WDPlugIn &plugIn)
+{
+    const auto parameters = plugIn.parameters();
+    return parameters ? parameters->value("Text", "Hello").toString() : QString("Hello");
+}
+} // namespace
+
+void GreetingDaemonPlugIn::actInDaemon()
+{
+    ZDRLog("%@ from the daemon", textOf(*this));
+}
+
+void GreetingUserAgentPlugIn::actInUserAgent()
+{
+    ZDRLog("%@ from the session", textOf(*this));
+}

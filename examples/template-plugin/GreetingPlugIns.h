@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <plugin/WDPlugIn.h>
+
+/// Greets from the daemon.
+class GreetingDaemonPlugIn : public WDDaemonPlugIn
+{
+    Q_OBJECT
+public:
+    void actInDaemon() override;
+};
+
+/// Greets from the user's session.
+class GreetingUserAgentPlugIn : public WDUserAgentPlugIn
+{
+    Q_OBJECT
+public:
+    void actInUserAgent() override;
+};

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Command/CommandDaemonPlugIn.h"
+
+CommandDaemonPlugIn::CommandDaemonPlugIn()
+{
+    connect(&m_runner, &CommandRunner::finished, this, &CommandDaemonPlugIn::actionDidFinish);
+}
+
+void CommandDaemonPlugIn::actInDaemon()
+{
+    m_runner.run(parameters() ? *parameters() : QVariantMap(), CommandEnvironment::ofDaemon());
+}
+
+bool CommandDaemonPlugIn::isActing() const
+{
+    return m_runner.isRunning();
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Command/CommandFactory.h"
+
+#include "plugins/Command/CommandDaemonPlugIn.h"
+#include "plugins/Command/CommandUserAgentPlugIn.h"
+
+std::unique_ptr<WDPlugIn> CommandFactory::make()
+{
+    return std::make_unique<CommandDaemonPlugIn>();
+}
+
+std::unique_ptr<WDPlugIn> CommandFactory::makeForRole(const QString &roleKey)
+{
+    if (roleKey == "WDUserAgentModule")
+        return std::make_unique<CommandUserAgentPlugIn>();
+    return make();
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugins/Command/CommandEnvironment.h"
+
+#include <QObject>
+#include <QProcess>
+#include <QVariantMap>
+
+#include <chrono>
+
+/// Runs one program at a time and writes one line about it to the log: how it ended and after how long, or
+/// why it could not be started.
+///
+/// The program leads a session and process group of its own; its standard streams are /dev/null; no other
+/// descriptor, no blocked or ignored signal and no environment variable but the given ones reaches it.
+/// THREADING: the main thread, whose event loop notices the end. Destroying the object kills the program's
+/// group.
+class CommandRunner : public QObject
+{
+    Q_OBJECT
+public:
+    /// How long a program that was asked to end may take before it is killed.
+    static constexpr std::chrono::seconds patience{5};
+
+    explicit CommandRunner(QObject *parent = nullptr);
+    ~CommandRunner() override;
+
+    /// Starts the program that `parameters` name. One that is wrong, and a program that still runs, leave a
+    /// line in the log.
+    void run(const QVariantMap &parameters, const CommandEnvironment &environment);
+
+    /// True from a successful start until the program's end is in the log.
+    bool isRunning() const;
+
+    /// Asks the program's group to end (SIGTERM), and kills it (SIGKILL) when the program still runs after
+    /// `patience`.
+    void stop();
+
+Q_SIGNALS:
+    /// The program has ended, or could not be started.
+    void finished();
+
+private:
+    void signalGroup(int signal) const;
+    void reportEnd(int code, QProcess::ExitStatus status);
+    void reportError(QProcess::ProcessError error);
+
+    QProcess m_process;
+    std::chrono::milliseconds m_startTime{0};
+    quint64 m_runs = 0; // tells a late kill that its program is gone
+};

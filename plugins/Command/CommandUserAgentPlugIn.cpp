@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Command/CommandUserAgentPlugIn.h"
+
+CommandUserAgentPlugIn::CommandUserAgentPlugIn()
+{
+    connect(&m_runner, &CommandRunner::finished, this, &CommandUserAgentPlugIn::actionDidFinish);
+}
+
+void CommandUserAgentPlugIn::actInUserAgent()
+{
+    m_runner.run(parameters() ? *parameters() : QVariantMap(), CommandEnvironment::ofSession());
+}
+
+void CommandUserAgentPlugIn::stopAction()
+{
+    m_runner.stop();
+}
+
+bool CommandUserAgentPlugIn::isActing() const
+{
+    return m_runner.isRunning();
+}

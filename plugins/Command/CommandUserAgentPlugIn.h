@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugin/WDPlugIn.h"
+#include "plugins/Command/CommandRunner.h"
+
+/// Runs a program in the user's session.
+class CommandUserAgentPlugIn : public WDUserAgentPlugIn
+{
+    Q_OBJECT
+public:
+    CommandUserAgentPlugIn();
+
+    /// Starts the program and returns; the action goes on until the program ends.
+    void actInUserAgent() override;
+
+    void stopAction() override;
+
+    /// Whether the program still runs.
+    Q_INVOKABLE bool isActing() const;
+
+Q_SIGNALS:
+    void actionDidFinish();
+
+private:
+    CommandRunner m_runner;
+};

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Script/ScriptUserAgentPlugIn.h"
+
+#include "core/ZDRLog.h"
+#include "platform/RootFolder.h"
+#include "plugins/Script/ScriptOrder.h"
+
+ScriptUserAgentPlugIn::ScriptUserAgentPlugIn()
+{
+    connect(&m_runner, &CommandRunner::finished, this, &ScriptUserAgentPlugIn::actionDidFinish);
+}
+
+void ScriptUserAgentPlugIn::actInUserAgent()
+{
+    QString fault;
+    const auto order = ScriptOrder::fromParameters(parameters() ? *parameters() : QVariantMap(), &fault);
+    if (!order) {
+        ZDRLog("Script: nothing was run, %@.", fault);
+        return;
+    }
+    m_runner.run({{"Program", RootFolder::join("/usr/bin/osascript")},
+                  {"Arguments", QVariant(QStringList("--log") + order->arguments).toList()}},
+                 CommandEnvironment::ofSession());
+}
+
+void ScriptUserAgentPlugIn::stopAction()
+{
+    m_runner.stop();
+}
+
+bool ScriptUserAgentPlugIn::isActing() const
+{
+    return m_runner.isRunning();
+}
