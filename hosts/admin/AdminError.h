@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+/// How the tool ends; `--help` and docs/admin-tool.md show them.
+enum class ExitStatus {
+    Done = 0,
+    Failed = 1,       ///< It could not be done: not found, not reachable, not readable, damaged.
+    BadUsage = 2,     ///< The command line is wrong.
+    NotPermitted = 3, ///< The caller may not do this.
+    NewerVersion = 4, ///< update check: there is a newer version.
+    NoAnswer = 5,     ///< update check: it could not be found out whether there is one.
+};
+
+/// Ends a command: the status and one sentence for the person.
+class AdminError : public std::exception
+{
+public:
+    AdminError(ExitStatus status, QString sentence)
+        : m_status(status), m_sentence(std::move(sentence)), m_what(m_sentence.toUtf8())
+    {
+    }
+
+    ExitStatus status() const { return m_status; }
+    QString sentence() const { return m_sentence; }
+    const char *what() const noexcept override { return m_what.constData(); }
+
+private:
+    ExitStatus m_status;
+    QString m_sentence;
+    QByteArray m_what;
+};

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/HostOptions.h"
+
+/// The tool's command line: which commands there are, which options and arguments each takes.
+class AdminOptions
+{
+public:
+    AdminOptions();
+
+    /// As HostOptions::parse; a command that does not exist, an option that does not belong to the command
+    /// and a wrong number of arguments are bad usage too.
+    std::optional<int> parse(const QStringList &arguments);
+
+    /// "list", "add", "remove", "enable", "disable", "run", "ping", "log" or "update".
+    QString command() const;
+
+    /// The command's own argument; null when there are not so many.
+    QString argument(qsizetype index) const;
+
+    bool isSet(const QString &option) const { return m_options.parser().isSet(option); }
+    QString value(const QString &option) const { return m_options.parser().value(option); }
+    QStringList values(const QString &option) const { return m_options.parser().values(option); }
+
+private:
+    QString complaint() const;
+
+    mutable HostOptions m_options;
+};

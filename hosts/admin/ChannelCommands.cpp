@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/ChannelCommands.h"
+
+#include "communication/ZDRUnixSocketPort.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Identity.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/StoreCommands.h"
+#include "hosts/common/EventPermissions.h"
+#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/HostRootObject.h"
+#include "platform/NSProcessInfo.h"
+#include "platform/RootFolder.h"
+
+#include <QFile>
+
+namespace
+{
+/// The communication centre for one request. Made when the process is no longer root.
+class Channel
+{
+public:
+    Channel() { m_center->setObserver(&m_rootObject); }
+    ~Channel() { m_center->setObserver(nullptr); }
+    Channel(const Channel &) = delete;
+    Channel &operator=(const Channel &) = delete;
+
+    WDCommunicationCenter &center() { return *m_center; }
+
+private:
+    HostRootObject m_rootObject;
+    std::shared_ptr<WDCommunicationCenter> m_center = WDCommunicationCenter::sharedInstance();
+};
+
+/// Becomes somebody whom the daemon lets run the schedule.
+void becomeOneWhoMayRun(const Schedule &schedule)
+{
+    const auto rootOwner = RootFolder::owner();
+    const quint32 user = NSProcessInfo::effectiveUserID();
+    if (!EventPermissions::mayRunNow(user, rootOwner, schedule.owner)) {
+        throw AdminError(ExitStatus::NotPermitted,
+                         QString("\"%1\" is not your schedule; try it as root.").arg(schedule.name));
+    }
+    if (user != 0)
+        return;
+    if (schedule.owner.value_or(0) != 0)
+        Identity::giveUpRoot(*schedule.owner);
+    else
+        Identity::touchChannelWithoutRoot();
+}
+
+/// Takes away the socket file of this process's reply port, which a request to an agent makes and which
+/// outlives the process: a tool that comes and goes would fill the folder.
+void removeReplySocket()
+{
+    constexpr int headerSize = 2; // bytes before the path in the address record
+    if (const auto port = ZDRUnixSocketPort::port())
+        QFile::remove(QFile::decodeName(port->address().mid(headerSize).constData()));
+}
+
+quint32 pingedUser(const AdminOptions &options)
+{
+    const QString name = options.argument(1);
+    if (name.isNull())
+        return Identity::caller();
+    const auto user = Identity::userNamed(name);
+    if (!user)
+        throw AdminError(ExitStatus::Failed, QString("There is no user \"%1\".").arg(name));
+    return *user;
+}
+} // namespace
+
+void ChannelCommands::ping(const AdminOptions &options)
+{
+    const QString target = options.argument(0);
+    const bool isDaemon = target == "daemon";
+    if (!isDaemon && target != "agent" && target != "application")
+        throw AdminError(ExitStatus::BadUsage,
+                         QString("\"%1\" is not daemon, agent or application.").arg(target));
+    if (isDaemon && !options.argument(1).isNull())
+        throw AdminError(ExitStatus::BadUsage, "There is one daemon for all users.");
+    const quint32 user = isDaemon ? 0 : pingedUser(options);
+    Identity::giveUpRoot();
+    Channel channel;
+    const bool answered = isDaemon            ? channel.center().pingDaemon()
+                          : target == "agent" ? channel.center().pingAgentOfUser(user)
+                                              : channel.center().pingPrefPaneOfUser(user);
+    if (answered && target == "agent")
+        removeReplySocket();
+    const QString who = isDaemon ? "The daemon" : QString("The %1 of %2").arg(target, Identity::nameOf(user));
+    if (options.isSet("json")) {
+        QVariantMap answer{{"target", target}, {"answered", answered}};
+        if (!isDaemon)
+            answer.insert("user", user);
+        Output::json(answer);
+    } else if (answered) {
+        Output::line(who + " is alive.");
+    }
+    if (!answered)
+        throw AdminError(ExitStatus::Failed, who + " does not answer.");
+}
+
+void ChannelCommands::run(const AdminOptions &options)
+{
+    const Schedule schedule = StoreCommands::find(options.argument(0));
+    becomeOneWhoMayRun(schedule);
+    Channel channel;
+    const NSNotification request("DaemonMustRunNowEvent", "com.dozely.Admin",
+                                 {{"Schedule Identifier", schedule.identifier}});
+    if (!GuardedPosting::postToDaemon(request))
+        throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
+    if (options.isSet("json"))
+        Output::json({{"identifier", schedule.identifier}, {"received", true}});
+    else
+        Output::line(
+            Output::escaped(QString("The daemon was asked to perform \"%1\"; the log tells how it went.")
+                                .arg(schedule.name)));
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class AdminOptions;
+
+/// The commands that talk to other processes. All raise AdminError when they fail. The process is no longer
+/// root afterwards, unless it ran a schedule that is root's own. BLOCKING: as a request of
+/// WDCommunicationCenter.
+namespace ChannelCommands
+{
+/// Asks whether a process is alive; one that is not fails.
+void ping(const AdminOptions &options);
+
+/// Asks the daemon to perform a schedule's action now.
+void run(const AdminOptions &options);
+} // namespace ChannelCommands

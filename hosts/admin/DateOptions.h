@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+class AdminOptions;
+
+/// The options that say when: `--date` with `--time-zone`, or `--in`.
+namespace DateOptions
+{
+struct Moment {
+    QDateTime date;   ///< UTC, whole seconds.
+    QString timeZone; ///< IANA name.
+    QString remark;   ///< A sentence for the person when the date is not the one that was asked for.
+};
+
+/// The moment that the options name. Raises AdminError when they name none, or one that is past.
+Moment read(const AdminOptions &options);
+} // namespace DateOptions

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/LogReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr qint64 blockSize = 64 * 1024;          // bytes
+constexpr qint64 longestTail = 16 * 1024 * 1024; // bytes looked through for the last lines
+constexpr qsizetype longestLine = 64 * 1024;     // bytes; a longer one is shown in pieces
+} // namespace
+
+LogReader::LogReader(QString path) : m_path(std::move(path)) {}
+
+bool LogReader::open(QString *error)
+{
+    // Anybody may have put something else there; opening a pipe would wait for a writer.
+    const int descriptor = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    struct stat status {
+    };
+    if (descriptor < 0 || ::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        *error = descriptor < 0 ? QString::fromLocal8Bit(std::strerror(errno)) : QString("it is not a file");
+        if (descriptor >= 0)
+            ::close(descriptor);
+        return false;
+    }
+    m_file = std::make_unique<QFile>();
+    m_begun.clear();
+    if (!m_file->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle)) {
+        *error = m_file->errorString();
+        m_file.reset();
+        return false;
+    }
+    return true;
+}
+
+QList<QByteArray> LogReader::lastLines(int count)
+{
+    if (!m_file)
+        return {};
+    const qint64 end = m_file->size();
+    qint64 begin = end;
+    QByteArray tail;
+    // One end of line more than lines, so that the first of them is whole.
+    while (begin > 0 && tail.count('\n') <= count && end - begin < longestTail) {
+        const qint64 size = std::min(blockSize, begin);
+        begin -= size;
+        m_file->seek(begin);
+        tail.prepend(m_file->read(size));
+    }
+    m_file->seek(begin);
+    if (begin > 0)
+        m_file->seek(begin + tail.indexOf('\n') + 1);
+    QList<QByteArray> lines;
+    readRest(lines);
+    return lines.mid(std::max<qsizetype>(0, lines.size() - count));
+}
+
+QList<QByteArray> LogReader::newLines()
+{
+    QList<QByteArray> lines;
+    QString error;
+    if (m_file) {
+        if (m_file->size() < m_file->pos()) {
+            m_begun.clear();
+            m_file->seek(0);
+        }
+        readRest(lines);
+    }
+    if ((!m_file || wasExchanged()) && open(&error))
+        readRest(lines);
+    return lines;
+}
+
+bool LogReader::wasExchanged() const
+{
+    struct stat ours {
+    };
+    struct stat there {
+    };
+    return ::fstat(m_file->handle(), &ours) == 0 &&
+           ::stat(QFile::encodeName(m_path).constData(), &there) == 0 &&
+           (ours.st_dev != there.st_dev || ours.st_ino != there.st_ino);
+}
+
+void LogReader::readRest(QList<QByteArray> &lines)
+{
+    for (QByteArray block = m_file->read(blockSize); !block.isEmpty(); block = m_file->read(blockSize)) {
+        m_begun += block;
+        qsizetype begin = 0;
+        for (qsizetype end = m_begun.indexOf('\n'); end >= 0; end = m_begun.indexOf('\n', begin)) {
+            lines += m_begun.mid(begin, end - begin);
+            begin = end + 1;
+        }
+        m_begun.remove(0, begin);
+        if (m_begun.size() > longestLine) {
+            lines += m_begun;
+            m_begun.clear();
+        }
+    }
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+/// Reads the lines of a file that others append to, exchange or cut.
+///
+/// THREADING: one thread. BLOCKING: no more than a disk does; what is not a regular file is not read.
+class LogReader
+{
+public:
+    explicit LogReader(QString path);
+
+    /// Opens the file, or the new one that took its place; false with `error` a sentence when there is none.
+    bool open(QString *error);
+
+    /// The last `count` lines; reading goes on behind them.
+    QList<QByteArray> lastLines(int count);
+
+    /// The lines that were completed since the last call. A file that was cut is read from its beginning, one
+    /// that was exchanged to its end, and then the new one.
+    QList<QByteArray> newLines();
+
+private:
+    bool wasExchanged() const;
+    void readRest(QList<QByteArray> &lines);
+
+    QString m_path;
+    std::unique_ptr<QFile> m_file;
+    QByteArray m_begun; // a line without its end so far
+};

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/ParameterOptions.h"
+
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "platform/PropertyList.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+
+namespace
+{
+[[noreturn]] void refuse(const QString &sentence)
+{
+    throw AdminError(ExitStatus::BadUsage, sentence);
+}
+
+QVariantMap fromFile(const QString &path)
+{
+    QString error;
+    const auto list = PropertyList::fromFile(path, &error);
+    if (!list)
+        throw AdminError(ExitStatus::Failed, QString("%1 cannot be used: %2.").arg(path, error));
+    if (list->typeId() != QMetaType::QVariantMap)
+        throw AdminError(ExitStatus::Failed, QString("%1 is not a dictionary.").arg(path));
+    return list->toMap();
+}
+
+/// The value of a text whose type nobody named. What would not print the same again, such as "007", stays a
+/// text.
+QVariant guessed(const QString &text)
+{
+    if (text == "true" || text == "false")
+        return text == "true";
+    bool isInteger = false;
+    const qint64 integer = text.toLongLong(&isInteger);
+    if (isInteger && QString::number(integer) == text)
+        return integer;
+    static const QRegularExpression decimal(R"(^-?(0|[1-9]\d*)\.\d+$)");
+    if (decimal.match(text).hasMatch())
+        return text.toDouble();
+    return text;
+}
+
+QVariant typed(const QString &type, const QString &text)
+{
+    bool fits = true;
+    QVariant value;
+    if (type == "string") {
+        value = text;
+    } else if (type == "integer") {
+        value = text.toLongLong(&fits);
+    } else if (type == "real") {
+        value = text.toDouble(&fits);
+        fits = fits && std::isfinite(value.toDouble());
+    } else {
+        const QStringList yes{"true", "yes", "1"};
+        const QStringList no{"false", "no", "0"};
+        fits = yes.contains(text) || no.contains(text);
+        value = yes.contains(text);
+    }
+    if (!fits)
+        refuse(QString("\"%1\" is not of the type %2.").arg(text, type));
+    return value;
+}
+
+void addParameter(QVariantMap &parameters, const QString &option)
+{
+    static const QRegularExpression form(R"(^(.+?)(?::(string|integer|real|boolean))?=(.*)$)",
+                                         QRegularExpression::DotMatchesEverythingOption);
+    const auto match = form.match(option);
+    if (!match.hasMatch())
+        refuse(QString("\"%1\" is not of the form KEY=VALUE.").arg(option));
+    const QString type = match.captured(2);
+    const QString text = match.captured(3);
+    parameters.insert(match.captured(1), type.isEmpty() ? guessed(text) : typed(type, text));
+}
+} // namespace
+
+QVariantMap ParameterOptions::read(const AdminOptions &options)
+{
+    QVariantMap parameters;
+    if (options.isSet("parameters"))
+        parameters = fromFile(options.value("parameters"));
+    for (const QString &option : options.values("parameter"))
+        addParameter(parameters, option);
+    if (options.isSet("program")) {
+        if (!options.value("program").startsWith('/'))
+            refuse(QString("The program \"%1\" is not an absolute path.").arg(options.value("program")));
+        parameters.insert("Program", options.value("program"));
+        parameters.insert("Arguments", QVariant(options.values("argument")).toList());
+    } else if (options.isSet("argument")) {
+        refuse("--argument needs --program.");
+    }
+    if (options.isSet("in-daemon") && options.isSet("in-session"))
+        refuse("An action runs in the daemon or in the session, not in both.");
+    if (options.isSet("in-daemon") || options.isSet("in-session"))
+        parameters.insert("Acts In User Agent", options.isSet("in-session") ? 1 : 0);
+    // A text that a property list cannot carry would come back as another one, or make the store unreadable.
+    const auto readBack = PropertyList::fromData(PropertyList::toData(parameters, PropertyList::Format::Xml));
+    if (!readBack || readBack->toMap() != parameters)
+        refuse("A parameter holds what a property list cannot carry.");
+    return parameters;
+}

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/StoreCommands.h"
+
+#include "core/ZDRLog.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Identity.h"
+#include "hosts/admin/Output.h"
+#include "hosts/common/LogLabel.h"
+#include "hosts/common/ScheduleStore.h"
+#include "platform/IntegerValue.h"
+#include "platform/NSBundle.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+ScheduleStore::Content readStore()
+{
+    const QFileInfo store(ScheduleStore::path());
+    if (store.exists() && !store.isReadable())
+        throw AdminError(ExitStatus::NotPermitted,
+                         QString("You may not read %1.").arg(ScheduleStore::path()));
+    QString error;
+    const auto content = ScheduleStore::read(&error);
+    if (!content) {
+        throw AdminError(ExitStatus::Failed,
+                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), error));
+    }
+    return *content;
+}
+
+/// The folder of the store, or, while that does not exist, the one in which it would be made.
+void requireWritableFolder()
+{
+    QFileInfo folder(QFileInfo(ScheduleStore::path()).path());
+    while (!folder.exists() && folder.filePath() != folder.path())
+        folder.setFile(folder.path());
+    if (!folder.isWritable()) {
+        throw AdminError(ExitStatus::NotPermitted,
+                         QString("You may not change %1; try it as root.").arg(ScheduleStore::path()));
+    }
+}
+
+/// "session" or "daemon"; null when the bundle that would decide cannot be read.
+QString placeOfAction(const Schedule &schedule)
+{
+    const QVariant parameter = schedule.parameters.value("Acts In User Agent");
+    if (parameter.isValid())
+        return integerValue(parameter) == 1 ? "session" : "daemon";
+    const auto bundle = NSBundle::bundleWithPath(schedule.fullBundlePath());
+    if (!bundle)
+        return {};
+    const QVariant actsInUserAgent = bundle->objectForInfoDictionaryKey("WDActsInUserAgent");
+    const bool inSession = actsInUserAgent.isValid()
+                               ? actsInUserAgent.toBool()
+                               : !bundle->objectForInfoDictionaryKey("WDDaemonModule").isValid();
+    return inSession ? "session" : "daemon";
+}
+
+QStringList tableRow(const Schedule &schedule)
+{
+    const QString place = placeOfAction(schedule);
+    return {schedule.name,
+            schedule.isEnabled ? "yes" : "no",
+            schedule.calendarDate().toString("yyyy-MM-dd HH:mm:ss"),
+            schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone,
+            QFileInfo(schedule.bundlePath).completeBaseName(),
+            place.isNull() ? "?" : place,
+            schedule.owner ? Identity::nameOf(*schedule.owner) : "-",
+            schedule.identifier};
+}
+
+void setEnabled(const AdminOptions &options, bool isEnabled)
+{
+    Schedule schedule = StoreCommands::find(options.argument(0));
+    StoreCommands::change([&](QList<Schedule> &schedules) {
+        for (Schedule &candidate : schedules) {
+            if (candidate.identifier == schedule.identifier) {
+                candidate.isEnabled = isEnabled;
+                schedule = candidate;
+            }
+        }
+    });
+    ZDRLog("Schedule \"%@\" (%@) was %@ by user %d.", logLabel(schedule.name), logLabel(schedule.identifier),
+           QString(isEnabled ? "enabled" : "disabled"), Identity::caller());
+    if (options.isSet("json"))
+        Output::json({{"schedule", StoreCommands::describe(schedule)}});
+    else
+        Output::line(
+            Output::escaped(QString("\"%1\" is %2.").arg(schedule.name, isEnabled ? "enabled" : "disabled")));
+}
+} // namespace
+
+Schedule StoreCommands::find(const QString &identifierOrName)
+{
+    const ScheduleStore::Content content = readStore();
+    QList<Schedule> matches;
+    for (const Schedule &schedule : content.schedules) {
+        if (schedule.identifier == identifierOrName)
+            return schedule;
+        if (schedule.name == identifierOrName)
+            matches += schedule;
+    }
+    if (matches.isEmpty())
+        throw AdminError(ExitStatus::Failed, QString("There is no schedule \"%1\".").arg(identifierOrName));
+    if (matches.size() > 1) {
+        throw AdminError(ExitStatus::Failed,
+                         QString("%1 schedules are named \"%2\"; use an identifier, as \"list\" shows them.")
+                             .arg(matches.size())
+                             .arg(identifierOrName));
+    }
+    return matches.constFirst();
+}
+
+void StoreCommands::change(const std::function<void(QList<Schedule> &)> &alteration)
+{
+    requireWritableFolder();
+    QString error;
+    const bool changed = ScheduleStore::edit(
+        [&](QList<Schedule> &schedules) {
+            alteration(schedules);
+            return true;
+        },
+        &error);
+    if (!changed)
+        throw AdminError(ExitStatus::Failed, error + ".");
+}
+
+QVariantMap StoreCommands::describe(const Schedule &schedule)
+{
+    const QString place = placeOfAction(schedule);
+    return {{"identifier", schedule.identifier},
+            {"name", schedule.name},
+            {"isEnabled", schedule.isEnabled},
+            {"bundlePath", schedule.bundlePath},
+            {"parameters", schedule.parameters},
+            {"date", schedule.date},
+            {"timeZone", schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone},
+            {"actsIn", place.isNull() ? QVariant() : place},
+            {"owner", schedule.owner ? QVariant(*schedule.owner) : QVariant()}};
+}
+
+void StoreCommands::list(const AdminOptions &options)
+{
+    const ScheduleStore::Content content = readStore();
+    if (options.isSet("json")) {
+        QVariantList schedules;
+        for (const Schedule &schedule : content.schedules)
+            schedules += describe(schedule);
+        Output::json({{"schedules", schedules}, {"faults", content.faults}});
+        return;
+    }
+    QList<QStringList> rows;
+    for (const Schedule &schedule : content.schedules)
+        rows += tableRow(schedule);
+    if (rows.isEmpty())
+        Output::line("There are no schedules.");
+    else
+        Output::table({"NAME", "ENABLED", "DATE", "TIME ZONE", "ACTION", "RUNS IN", "OWNER", "IDENTIFIER"},
+                      rows);
+    for (const QString &fault : content.faults)
+        Output::remark(fault + ".");
+}
+
+void StoreCommands::remove(const AdminOptions &options)
+{
+    const Schedule schedule = find(options.argument(0));
+    change([&](QList<Schedule> &schedules) {
+        schedules.removeIf(
+            [&](const Schedule &candidate) { return candidate.identifier == schedule.identifier; });
+    });
+    ZDRLog("Schedule \"%@\" (%@) was removed by user %d.", logLabel(schedule.name),
+           logLabel(schedule.identifier), Identity::caller());
+    if (options.isSet("json"))
+        Output::json({{"schedule", describe(schedule)}});
+    else
+        Output::line(Output::escaped(QString("\"%1\" is removed.").arg(schedule.name)));
+}
+
+void StoreCommands::enable(const AdminOptions &options)
+{
+    setEnabled(options, true);
+}
+
+void StoreCommands::disable(const AdminOptions &options)
+{
+    setEnabled(options, false);
+}

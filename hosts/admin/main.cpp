@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/AddCommand.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/ChannelCommands.h"
+#include "hosts/admin/LogCommand.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/StoreCommands.h"
+#include "hosts/admin/UpdateCommand.h"
+#include "platform/NSProcessInfo.h"
+
+#include <QCoreApplication>
+#include <QHash>
+
+#include <functional>
+
+namespace
+{
+using Command = std::function<void(const AdminOptions &)>;
+
+const QHash<QString, Command> &commands()
+{
+    static const QHash<QString, Command> table{
+        {"list", StoreCommands::list},       {"add", AddCommand::run},
+        {"remove", StoreCommands::remove},   {"enable", StoreCommands::enable},
+        {"disable", StoreCommands::disable}, {"run", ChannelCommands::run},
+        {"ping", ChannelCommands::ping},     {"log", LogCommand::run},
+        {"update", UpdateCommand::run},
+    };
+    return table;
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    NSProcessInfo::setProcessName("Dozely Admin");
+    try {
+        AdminOptions options;
+        if (const auto status = options.parse(QCoreApplication::arguments()))
+            return *status;
+        commands().value(options.command())(options);
+        return static_cast<int>(ExitStatus::Done);
+    } catch (const AdminError &error) {
+        Output::remark(error.sentence());
+        return static_cast<int>(error.status());
+    } catch (const std::exception &error) {
+        Output::remark(QString("The command failed: %1").arg(QString::fromUtf8(error.what())));
+        return static_cast<int>(ExitStatus::Failed);
+    }
+}
