@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "platform/StringsFile_p.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+/// Whatever bytes are read as a table of texts: reading ends, with a table or with a sentence.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    QString error;
+    const auto table = StringsFile::parse(bytes, &error);
+    if (table.has_value() == !error.isEmpty())
+        std::abort();
+    return 0;
+}

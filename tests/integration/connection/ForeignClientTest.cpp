@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+//
+// Clients that nobody here wrote: gdbus, busctl and dbus-send on the socket of a published process.
+#include "communication/WDCommunicationCenter.h"
+#include "core/WDNotificationCenter.h"
+#include "platform/NSProcessInfo.h"
+#include "support/PrintTo.h"
+#include "support/ScratchRoot.h"
+#include "support/WaitUntil.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+class VendedRoot : public QObject, public WDCommunicationProtocol
+{
+    Q_OBJECT
+public:
+    NS_REMOTE Q_INVOKABLE bool pong() override { return true; }
+    NS_REMOTE Q_INVOKABLE QObject *communicationCenter() override
+    {
+        return WDCommunicationCenter::sharedInstance().get();
+    }
+};
+
+class Hearer : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void hear(const NSNotification &notification)
+    {
+        heard += notification;
+        caller = NSConnection::currentPeer();
+    }
+    QList<NSNotification> heard;
+    std::optional<NSConnection::Peer> caller;
+};
+
+class ForeignClient : public testing::Test
+{
+protected:
+    ForeignClient()
+    {
+        scratch.makeSocketFolder();
+        NSProcessInfo::setProcessName("dozelyd");
+        const auto center = WDCommunicationCenter::sharedInstance();
+        center->setObserver(&root);
+        center->createServerConnection();
+        WDNotificationCenter::defaultCenter()->addObserver(hearer, "hear", "MyNotification",
+                                                           "com.example.Sender");
+    }
+
+    // What the client prints; "failed: ..." when it ends with another status than 0.
+    QString run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(program, arguments);
+        EXPECT_TRUE(waitUntil([&] { return process.state() == QProcess::NotRunning; }))
+            << qPrintable(program);
+        const QString output = QString::fromUtf8(process.readAll()).trimmed();
+        return process.exitCode() == 0 ? output : "failed: " + output;
+    }
+
+    QString gdbus(const QString &path, const QString &method, const QStringList &arguments = {})
+    {
+        return run("gdbus", QStringList{"call", "--address", address(), "--dest", ":1.1", "--object-path",
+                                        path, "--method", method} +
+                                arguments);
+    }
+
+    QString address() const { return "unix:path=" + scratch.join("/private/var/tmp/com.dozely/dozelyd"); }
+
+    ScratchRoot scratch;
+    VendedRoot root;
+    std::shared_ptr<Hearer> hearer = std::make_shared<Hearer>();
+};
+
+TEST_F(ForeignClient, GdbusCallsPong)
+{
+    EXPECT_EQ(gdbus("/root", "com.dozely.Object.pong"), "(true,)");
+    EXPECT_EQ(gdbus("/", "com.dozely.Connection.rootObject"), "(objectpath '/root',)");
+}
+
+TEST_F(ForeignClient, BusctlCallsPong)
+{
+    EXPECT_EQ(run("busctl", {"--address=" + address(), "call", ":1.1", "/root", "com.dozely.Object", "pong"}),
+              "b true");
+}
+
+TEST_F(ForeignClient, DbusSendCallsPong)
+{
+    EXPECT_TRUE(run("dbus-send", {"--peer=" + address(), "--print-reply", "--type=method_call", "/root",
+                                  "com.dozely.Object.pong"})
+                    .contains("boolean true"));
+}
+
+TEST_F(ForeignClient, GdbusPostsANotificationWithADictionary)
+{
+    EXPECT_EQ(gdbus("/root", "com.dozely.Object.communicationCenter"), "(objectpath '/object/1',)");
+    EXPECT_EQ(gdbus("/object/1", "com.dozely.Object.postNotification",
+                    {"MyNotification", "com.example.Sender", "{'number': <7>, 'list': <[<'a'>, <true>]>}"}),
+              "(true,)");
+    ASSERT_EQ(hearer->heard.size(), 1);
+    const QVariantMap expected{{"number", 7}, {"list", QVariantList{"a", true}}};
+    EXPECT_EQ(hearer->heard[0].userInfo(), expected);
+    ASSERT_TRUE(hearer->caller);
+    EXPECT_EQ(hearer->caller->userId, ::geteuid());
+}
+
+TEST_F(ForeignClient, BusctlPostsANotification)
+{
+    gdbus("/root", "com.dozely.Object.communicationCenter");
+    EXPECT_EQ(run("busctl", {"--address=" + address(), "call", ":1.1", "/object/1", "com.dozely.Object",
+                             "postNotification", "ssa{sv}", "MyNotification", "com.example.Sender", "1",
+                             "key", "s", "value"}),
+              "b true");
+    ASSERT_EQ(hearer->heard.size(), 1);
+    EXPECT_EQ(hearer->heard[0].userInfo().value("key"), "value");
+}
+
+TEST_F(ForeignClient, DbusSendPostsANotificationWithADictionaryOfStrings)
+{
+    gdbus("/root", "com.dozely.Object.communicationCenter");
+    EXPECT_TRUE(run("dbus-send", {"--peer=" + address(), "--print-reply", "--type=method_call", "/object/1",
+                                  "com.dozely.Object.postNotification", "string:MyNotification",
+                                  "string:com.example.Sender", "dict:string:string:key,value"})
+                    .contains("boolean true"));
+    ASSERT_EQ(hearer->heard.size(), 1);
+    EXPECT_EQ(hearer->heard[0].userInfo().value("key"), "value");
+}
+
+TEST_F(ForeignClient, IntrospectionTellsObjectsAndMethods)
+{
+    gdbus("/root", "com.dozely.Object.communicationCenter");
+    const QString tree = run(
+        "gdbus", {"introspect", "--address", address(), "--dest", ":1.1", "--object-path", "/", "--recurse"});
+    EXPECT_TRUE(tree.contains("rootObject(out o object)")) << qPrintable(tree);
+    EXPECT_TRUE(tree.contains("pong(out b result)"));
+    EXPECT_TRUE(tree.contains("node /object/1"));
+    EXPECT_TRUE(tree.contains("postNotification(in  s name"));
+    EXPECT_FALSE(tree.contains("deleteLater"));
+    const QString methods = run("busctl", {"--address=" + address(), "introspect", ":1.1", "/root"});
+    EXPECT_TRUE(methods.contains("communicationCenter")) << qPrintable(methods);
+}
+
+TEST_F(ForeignClient, WrongCallsAreAnsweredWithTheUsualErrors)
+{
+    EXPECT_TRUE(gdbus("/nowhere", "com.dozely.Object.pong").contains("UnknownObject"));
+    EXPECT_TRUE(gdbus("/root", "com.dozely.Object.deleteLater").contains("UnknownMethod"));
+    EXPECT_TRUE(gdbus("/root", "com.example.Other.pong").contains("UnknownMethod"));
+    EXPECT_TRUE(run("busctl", {"--address=" + address(), "call", ":1.1", "/root", "com.dozely.Object", "pong",
+                               "s", "surplus"})
+                    .contains("takes other arguments"));
+    EXPECT_EQ(gdbus("/root", "com.dozely.Object.pong"), "(true,)");
+}
+
+#include "ForeignClientTest.moc"

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+//
+// Whatever a peer does, the others are served.
+#include "RawPeer.h"
+
+#include "platform/NSConnection.h"
+#include "platform/NSDistantObject.h"
+#include "platform/NSException.h"
+#include "support/TestPort.h"
+#include "support/WaitUntil.h"
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <deque>
+#include <sys/resource.h>
+#include <thread>
+
+using namespace std::chrono_literals;
+
+class PongingObject : public QObject
+{
+    Q_OBJECT
+public:
+    NS_REMOTE Q_INVOKABLE bool pong() { return true; }
+};
+
+class HostilePeer : public testing::Test
+{
+protected:
+    HostilePeer() : server(NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr))
+    {
+        server->setRootObject(&root);
+    }
+
+    // The attack runs in a thread of its own while this thread serves.
+    template<class Attack>
+    void attack(Attack run)
+    {
+        std::atomic<bool> over = false;
+        std::thread attacker([&] {
+            run();
+            over = true;
+        });
+        EXPECT_TRUE(waitUntil([&] { return over.load(); }, 60s));
+        attacker.join();
+    }
+
+    // A well-behaved client in another thread; how long it took is not looked at, only that it was served.
+    bool othersAreServed() const
+    {
+        std::atomic<int> answer = -1;
+        std::thread client([&] {
+            try {
+                const auto connection =
+                    NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(path));
+                connection->setRequestTimeout(5s);
+                connection->setReplyTimeout(5s);
+                answer = connection->rootProxy()->invoke("pong").toBool();
+            } catch (const NSException &) {
+                answer = 0;
+            }
+        });
+        waitUntil([&] { return answer >= 0; }, 30s);
+        client.join();
+        return answer == 1;
+    }
+
+    QTemporaryDir folder{"/tmp/dz-XXXXXX"};
+    QString path = folder.filePath("server");
+    PongingObject root;
+    std::shared_ptr<NSConnection> server;
+};
+
+TEST_F(HostilePeer, GarbageInsteadOfAHandshakeIsDropped)
+{
+    QByteArray noise(4096, '\0');
+    for (char &byte : noise)
+        byte = static_cast<char>(QRandomGenerator::global()->bounded(256));
+    const QList<QByteArray> garbage{"GET / HTTP/1.0\r\n\r\n",
+                                    noise,
+                                    QByteArray(4096, '\0'),
+                                    QByteArray(65536, '\xff'),
+                                    QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray(200'000, '3'),
+                                    QByteArray(1, '\0') + "AUTH ANONYMOUS\r\nBEGIN\r\n",
+                                    QByteArray(1, '\0') + "AUTH EXTERNAL " +
+                                        QByteArray("4294967294").toHex() + "\r\nBEGIN\r\n"};
+    attack([&] {
+        std::deque<RawPeer> peers;
+        for (const QByteArray &bytes : garbage)
+            peers.emplace_back(path).send(bytes);
+        for (RawPeer &peer : peers)
+            peer.waitForClose(); // ends only when the server closes
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, SilentPeersAreDroppedAfterTheAuthenticationLimitAndHinderNobody)
+{
+    RawPeer silent(path);
+    RawPeer halfway(path);
+    halfway.send(QByteArray(1, '\0') + "AUTH EXTERNAL ");
+    EXPECT_TRUE(othersAreServed());
+    attack([&] { silent.waitForClose(); });
+    attack([&] { halfway.waitForClose(); });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, APeerThatCallsWithoutReadingRepliesIsDropped)
+{
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        const QByteArray calls = RawPeer::call(0).repeated(100);
+        while (peer.send(calls)) {
+        }
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, AFloodOfCallsLeavesRoomForOthers)
+{
+    std::atomic<bool> enough = false;
+    RawPeer peer(path);
+    std::thread reader;
+    std::thread flooder([&] {
+        peer.authenticate();
+        reader = std::thread([&] { peer.waitForClose(); });
+        const QByteArray calls = RawPeer::call(0).repeated(200);
+        while (!enough && peer.send(calls)) {
+        }
+    });
+    for (int i = 0; i < 20; ++i)
+        EXPECT_TRUE(othersAreServed());
+    enough = true;
+    std::atomic<bool> stopped = false;
+    std::thread([&] {
+        flooder.join();
+        stopped = true;
+    }).detach();
+    EXPECT_TRUE(waitUntil([&] { return stopped.load(); }));
+    server->invalidate();
+    reader.join();
+}
+
+TEST_F(HostilePeer, AMessageBeyondTheLimitDropsItsSender)
+{
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        constexpr quint32 bytes = 8u << 20;
+        QByteArray body(4, '\0');
+        constexpr quint32 length = bytes - 4;
+        std::memcpy(body.data(), &length, 4);
+        peer.send(RawPeer::call(bytes));
+        peer.send(body + QByteArray(length, 'x'));
+        peer.waitForClose();
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, AMessageThatNeverEndsHindersNobody)
+{
+    RawPeer peer(path);
+    attack([&] {
+        peer.authenticate();
+        peer.send(RawPeer::call(100u << 20));
+        peer.send(QByteArray(1 << 20, 'x'));
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, AClaimBeyondWhatDBusAllowsDropsItsSender)
+{
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        peer.send(RawPeer::call(0xfffffff0u));
+        peer.waitForClose();
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, TenThousandConnectsOfOneUserLeaveHimAndOthersServed)
+{
+    attack([&] {
+        std::deque<std::unique_ptr<RawPeer>> peers;
+        for (int i = 0; i < 10'000; ++i) {
+            peers.push_back(std::make_unique<RawPeer>(path));
+            if (peers.size() > 200)
+                peers.pop_front();
+        }
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, RunningOutOfDescriptorsPausesTheAcceptingAndPasses)
+{
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    std::deque<std::unique_ptr<RawPeer>> peers;
+    // The peers are connected first; then no descriptor is left for the server's side of them.
+    for (int i = 0; i < 20; ++i)
+        peers.push_back(std::make_unique<RawPeer>(path));
+    const int lowest = ::dup(0);
+    ::close(lowest);
+    const rlimit tight{static_cast<rlim_t>(lowest), before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &tight), 0);
+    QCoreApplication::processEvents(); // the server finds its queue full and no descriptor free
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    peers.clear();
+    EXPECT_TRUE(othersAreServed());
+}
+
+#include "HostilePeerTest.moc"

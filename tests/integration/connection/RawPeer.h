@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+/// A peer that writes what it likes onto a socket, blocking.
+class RawPeer
+{
+public:
+    explicit RawPeer(const QString &path) : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        const QByteArray bytes = path.toUtf8();
+        std::memcpy(address.sun_path, bytes.constData(), static_cast<size_t>(bytes.size()));
+        m_connected = ::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    }
+    ~RawPeer() { ::close(m_socket); }
+    RawPeer(const RawPeer &) = delete;
+    RawPeer &operator=(const RawPeer &) = delete;
+
+    bool isConnected() const { return m_connected; }
+
+    /// False when the other side has closed before it took everything.
+    bool send(const QByteArray &bytes)
+    {
+        for (qsizetype done = 0; done < bytes.size();) {
+            const ssize_t n = ::send(m_socket, bytes.constData() + done,
+                                     static_cast<size_t>(bytes.size() - done), MSG_NOSIGNAL);
+            if (n <= 0)
+                return false;
+            done += n;
+        }
+        return true;
+    }
+
+    /// Reads until the other side closes.
+    void waitForClose()
+    {
+        char buffer[4096];
+        while (::recv(m_socket, buffer, sizeof buffer, 0) > 0) {
+        }
+    }
+
+    /// The handshake of a well-behaved client.
+    void authenticate()
+    {
+        send(QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray::number(::geteuid()).toHex() + "\r\n");
+        char buffer[256];
+        if (::recv(m_socket, buffer, sizeof buffer, 0) > 0)
+            send("BEGIN\r\n");
+    }
+
+    /// A method call for "pong" whose header claims a body of so many bytes.
+    static QByteArray call(quint32 bodySize)
+    {
+        QByteArray fields;
+        const auto field = [&](char code, char type, const QByteArray &text) {
+            fields.append((8 - fields.size() % 8) % 8, '\0');
+            const char head[] = {code, 1, type, 0};
+            fields += QByteArray(head, sizeof head) + number(static_cast<quint32>(text.size())) + text + '\0';
+        };
+        field(1, 'o', "/root");
+        field(3, 's', "pong");
+        field(2, 's', "com.dozely.Object");
+        if (bodySize > 0)
+            fields += QByteArray((8 - fields.size() % 8) % 8, '\0') + QByteArray("\x08\x01g\0\x02"
+                                                                                 "ay\0",
+                                                                                 8);
+        QByteArray header = QByteArray("l\1\0\1", 4) + number(bodySize) + number(1) +
+                            number(static_cast<quint32>(fields.size())) + fields;
+        header.append((8 - header.size() % 8) % 8, '\0');
+        return header;
+    }
+
+private:
+    static QByteArray number(quint32 value)
+    {
+        QByteArray bytes(4, '\0');
+        std::memcpy(bytes.data(), &value, 4); // the messages say "little-endian", as this machine is
+        return bytes;
+    }
+
+    int m_socket;
+    bool m_connected = false;
+};

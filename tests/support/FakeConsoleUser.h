@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ConsoleUser.h"
+
+/// A console at which whoever the test says sits.
+class FakeConsoleUser : public ConsoleUser
+{
+public:
+    std::optional<User> user;
+    std::optional<User> current() override { return user; }
+};

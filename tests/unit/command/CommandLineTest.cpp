@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Command/CommandLine.h"
+
+#include <QDateTime>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+QString faultOf(const QVariantMap &parameters)
+{
+    QString fault;
+    EXPECT_FALSE(CommandLine::fromParameters(parameters, &fault));
+    return fault;
+}
+} // namespace
+
+TEST(CommandLine, TakesAProgramWithoutArguments)
+{
+    QString fault;
+    const auto line = CommandLine::fromParameters({{"Program", "/usr/bin/true"}}, &fault);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->program, "/usr/bin/true");
+    EXPECT_TRUE(line->arguments.isEmpty());
+}
+
+TEST(CommandLine, KeepsArgumentsInTheirOrderEmptyOnesIncluded)
+{
+    QString fault;
+    const auto line = CommandLine::fromParameters(
+        {{"Program", "/usr/bin/true"}, {"Arguments", QVariantList{"b", "", "a"}}}, &fault);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->arguments, QStringList({"b", "", "a"}));
+}
+
+TEST(CommandLine, NamesAProgramThatIsMissing)
+{
+    EXPECT_EQ(faultOf({}), "the parameter \"Program\" is missing");
+}
+
+TEST(CommandLine, NamesAProgramThatIsNoString)
+{
+    EXPECT_EQ(faultOf({{"Program", 7}}), "the parameter \"Program\" is not a string");
+}
+
+TEST(CommandLine, RefusesARelativeOrEmptyProgram)
+{
+    for (const char *path : {"touch", "./touch", ""})
+        EXPECT_EQ(faultOf({{"Program", path}}), "the parameter \"Program\" is not an absolute path");
+}
+
+TEST(CommandLine, RefusesNulCharactersThatWouldCutATextShort)
+{
+    EXPECT_EQ(faultOf({{"Program", QString("/bin/a") + QChar(0) + "b"}}),
+              "the parameter \"Program\" holds a NUL character");
+    EXPECT_EQ(faultOf({{"Program", "/bin/a"}, {"Arguments", QVariantList{"x", QString(QChar(0))}}}),
+              "entry 2 of the parameter \"Arguments\" holds a NUL character");
+}
+
+TEST(CommandLine, RefusesArgumentsThatAreNoList)
+{
+    EXPECT_EQ(faultOf({{"Program", "/bin/a"}, {"Arguments", "-l /tmp"}}),
+              "the parameter \"Arguments\" is not a list");
+}
+
+TEST(CommandLine, NamesTheFirstArgumentThatIsNoString)
+{
+    EXPECT_EQ(faultOf({{"Program", "/bin/a"}, {"Arguments", QVariantList{"x", 5, true}}}),
+              "entry 2 of the parameter \"Arguments\" is not a string");
+}

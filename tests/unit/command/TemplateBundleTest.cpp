@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/WDPlugInFactory.h"
+#include "support/ScratchRoot.h"
+
+#include <gmock/gmock.h>
+
+namespace
+{
+std::unique_ptr<WDPlugIn> makeGreeting(const QString &roleKey)
+{
+    const auto bundle = NSBundle::bundleWithPath(TEMPLATE_BUNDLE);
+    if (!bundle)
+        return {};
+    QString error;
+    QObject *module = bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(),
+                                         WDPlugInFactory_iid, &error);
+    auto *factory = qobject_cast<WDPlugInFactory *>(module);
+    EXPECT_TRUE(factory) << qPrintable(error);
+    return factory && factory->initializeClass(bundle) ? factory->makeForRole(roleKey) : nullptr;
+}
+} // namespace
+
+TEST(TemplateBundle, GreetsFromTheDaemon)
+{
+    ScratchRoot root;
+    const auto plugIn = makeGreeting("WDDaemonModule");
+    ASSERT_TRUE(plugIn);
+    EXPECT_EQ(plugIn->pluginName(), "Greeting");
+    EXPECT_EQ(plugIn->pluginIdentifier(), "org.example.Greeting");
+    dynamic_cast<WDDaemonPlugIn &>(*plugIn).actInDaemon();
+    EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("Hello from the daemon\n"));
+}
+
+TEST(TemplateBundle, GreetsFromTheSessionWithItsParameter)
+{
+    ScratchRoot root;
+    const auto plugIn = makeGreeting("WDUserAgentModule");
+    ASSERT_TRUE(plugIn);
+    plugIn->setParameters(QVariantMap{{"Text", "Good morning"}});
+    dynamic_cast<WDUserAgentPlugIn &>(*plugIn).actInUserAgent();
+    EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("Good morning from the session\n"));
+}

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/DateOptions.h"
+
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "platform/Platform.h"
+#include "support/FakeClock.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+/// It is 2026-03-14 06:00 UTC.
+class DateOptionsTest : public testing::Test
+{
+protected:
+    DateOptionsTest() { Platform::current().clock = std::make_shared<FakeClock>(); }
+
+    static DateOptions::Moment read(const QStringList &arguments)
+    {
+        AdminOptions options;
+        EXPECT_FALSE(options.parse(QStringList{"dozely-admin", "add", "A"} + arguments));
+        return DateOptions::read(options);
+    }
+    static QString dateOf(const QString &date, const QString &zone)
+    {
+        return read({"--date", date, "--time-zone", zone}).date.toString(Qt::ISODate);
+    }
+    static QString refusal(const QStringList &arguments)
+    {
+        try {
+            read(arguments);
+        } catch (const AdminError &error) {
+            EXPECT_EQ(error.status(), ExitStatus::BadUsage);
+            return error.sentence();
+        }
+        return "not refused";
+    }
+};
+} // namespace
+
+TEST_F(DateOptionsTest, ADateIsInTheTimeZoneThatIsNamed)
+{
+    EXPECT_EQ(dateOf("2026-03-14 07:55", "Europe/Paris"), "2026-03-14T06:55:00Z");
+    EXPECT_EQ(dateOf("2026-07-01T06:55:30", "Europe/Paris"), "2026-07-01T04:55:30Z");
+    EXPECT_EQ(dateOf("2026-03-15 00:00", "Asia/Kathmandu"), "2026-03-14T18:15:00Z");
+}
+
+TEST_F(DateOptionsTest, TimeZonesWithoutAPlaceAndOldNamesAreKnown)
+{
+    EXPECT_EQ(dateOf("2026-03-14 06:55", "Etc/UTC"), "2026-03-14T06:55:00Z");
+    EXPECT_EQ(dateOf("2026-03-14 06:55", "UTC"), "2026-03-14T06:55:00Z");
+    EXPECT_EQ(dateOf("2026-07-01 06:55", "US/Pacific"), "2026-07-01T13:55:00Z");
+}
+
+TEST_F(DateOptionsTest, ASkippedTimeMovesForwardByTheGapAndIsRemarkedOn)
+{
+    const auto moment = read({"--date", "2026-03-29 02:30", "--time-zone", "Europe/Berlin"});
+    EXPECT_EQ(moment.date.toString(Qt::ISODate), "2026-03-29T01:30:00Z");
+    EXPECT_EQ(moment.remark,
+              "2026-03-29 02:30 does not exist in Europe/Berlin; it becomes 2026-03-29 03:30:00.");
+}
+
+TEST_F(DateOptionsTest, ARepeatedTimeIsTheFirst)
+{
+    const auto moment = read({"--date", "2026-10-25 02:30", "--time-zone", "Europe/Berlin"});
+    EXPECT_EQ(moment.date.toString(Qt::ISODate), "2026-10-25T00:30:00Z");
+    EXPECT_TRUE(moment.remark.isEmpty());
+}
+
+TEST_F(DateOptionsTest, ADelayCountsFromNowAndIsNeverCutShort)
+{
+    EXPECT_EQ(read({"--in", "3"}).date.toString(Qt::ISODate), "2026-03-14T06:00:03Z");
+    EXPECT_EQ(read({"--in", "0"}).date.toString(Qt::ISODate), "2026-03-14T06:00:00Z");
+    EXPECT_EQ(read({"--in", "2.001"}).date.toString(Qt::ISODate), "2026-03-14T06:00:03Z");
+}
+
+TEST_F(DateOptionsTest, ADatePastIsRefused)
+{
+    EXPECT_EQ(refusal({"--date", "2026-03-14 05:59", "--time-zone", "UTC"}),
+              "2026-03-14 05:59 in UTC is past.");
+    EXPECT_EQ(dateOf("2026-03-14 06:00", "UTC"), "2026-03-14T06:00:00Z");
+}
+
+TEST_F(DateOptionsTest, ADateThatTheStoreCannotHoldIsRefused)
+{
+    const QString complaint = "The date is further ahead than the store can hold.";
+    EXPECT_EQ(refusal({"--date", "2190-03-14 06:55", "--time-zone", "UTC"}), complaint);
+    EXPECT_EQ(refusal({"--in", "3000000000"}), complaint);
+}
+
+TEST_F(DateOptionsTest, WhatIsNoDateIsRefused)
+{
+    for (const char *text :
+         {"", "tomorrow", "2026-02-30 06:55", "2026-03-15", "2026-03-15 24:00", "2026-03-15 06:60",
+          "2026-03-15 06:55:60", "2026-3-15 6:55", "2026-03-15 06:55 ", "15.03.2026 06:55"})
+        EXPECT_EQ(refusal({"--date", text, "--time-zone", "UTC"}),
+                  QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
+}
+
+TEST_F(DateOptionsTest, WhatIsNoDelayIsRefused)
+{
+    for (const char *text : {"", "soon", "-1", "nan", "inf", "1e30"})
+        EXPECT_EQ(refusal({"--in", text}), QString("\"%1\" is not a number of seconds from now.").arg(text));
+}
+
+TEST_F(DateOptionsTest, WhatIsNoTimeZoneIsRefused)
+{
+    for (const char *zone :
+         {"", "Nowhere/Else", "CET-1", "Europe", "../zoneinfo/Europe/Paris", "/etc/localtime"})
+        EXPECT_EQ(refusal({"--date", "2026-03-15 06:55", "--time-zone", zone}),
+                  QString("There is no time zone \"%1\".").arg(zone));
+}
+
+TEST_F(DateOptionsTest, ExactlyOneWayToSayWhenIsTaken)
+{
+    EXPECT_EQ(refusal({}), "Say when, by --date or by --in.");
+    EXPECT_EQ(refusal({"--in", "3", "--date", "2026-03-15 06:55"}), "Say when, by --date or by --in.");
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/LogReader.h"
+
+#include "support/ScratchRoot.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+class LogReaderTest : public testing::Test
+{
+protected:
+    void append(const QByteArray &text) const
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::Append));
+        file.write(text);
+    }
+    ScratchRoot root;
+    QString path = root.join("/log");
+    LogReader reader{path};
+    QString error;
+};
+} // namespace
+
+TEST_F(LogReaderTest, ReadsWholeLinesOnly)
+{
+    append("one\ntw");
+    ASSERT_TRUE(reader.open(&error));
+    EXPECT_THAT(reader.lastLines(5), ElementsAre("one"));
+    EXPECT_THAT(reader.newLines(), IsEmpty());
+    append("o\n\nthree\n");
+    EXPECT_THAT(reader.newLines(), ElementsAre("two", "", "three"));
+}
+
+TEST_F(LogReaderTest, FindsTheLastLinesOfALongFile)
+{
+    for (int i = 0; i < 3000; ++i)
+        append(QByteArray(100, 'x') + QByteArray::number(i) + '\n');
+    ASSERT_TRUE(reader.open(&error));
+    const auto lines = reader.lastLines(1500);
+    ASSERT_EQ(lines.size(), 1500);
+    EXPECT_EQ(lines.first(), QByteArray(100, 'x') + "1500");
+    EXPECT_EQ(lines.last(), QByteArray(100, 'x') + "2999");
+    EXPECT_THAT(reader.newLines(), IsEmpty());
+}
+
+TEST_F(LogReaderTest, StartsAgainWhenTheFileWasCut)
+{
+    append("one\ntwo\n");
+    ASSERT_TRUE(reader.open(&error));
+    EXPECT_EQ(reader.lastLines(9).size(), 2);
+    ASSERT_TRUE(QFile::resize(path, 0));
+    append("new\n");
+    EXPECT_THAT(reader.newLines(), ElementsAre("new"));
+}
+
+TEST_F(LogReaderTest, ReadsTheOldFileToItsEndBeforeTheNewOne)
+{
+    append("one\n");
+    ASSERT_TRUE(reader.open(&error));
+    EXPECT_THAT(reader.lastLines(9), ElementsAre("one"));
+    append("two\n");
+    ASSERT_TRUE(QFile::rename(path, path + ".old"));
+    append("three\n");
+    EXPECT_THAT(reader.newLines(), ElementsAre("two", "three"));
+}
+
+TEST_F(LogReaderTest, ShowsALineThatNeverEndsInPieces)
+{
+    append(QByteArray(200 * 1024, 'x'));
+    ASSERT_TRUE(reader.open(&error));
+    qsizetype size = 0;
+    for (const QByteArray &piece : reader.lastLines(100)) {
+        EXPECT_LE(piece.size(), 128 * 1024);
+        size += piece.size();
+    }
+    EXPECT_GE(size, 128 * 1024);
+}
+
+TEST_F(LogReaderTest, DoesNotWaitForAPipeOrReadAFolder)
+{
+    ASSERT_EQ(::mkfifo(qPrintable(path), 0600), 0);
+    EXPECT_FALSE(reader.open(&error));
+    EXPECT_EQ(error, "it is not a file");
+    LogReader ofFolder(root.path());
+    EXPECT_FALSE(ofFolder.open(&error));
+    EXPECT_EQ(error, "it is not a file");
+}
