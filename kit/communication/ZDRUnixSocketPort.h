@@ -7,8 +7,9 @@
 
 /// A socket port with a name: its socket file lies in "/private/var/tmp/com.dozely" below the root folder.
 ///
-/// The first use of the class in a process whose effective user is root wipes and recreates that folder (mode 0777).
-/// No operation ever removes the socket file of a port that goes away; the next server of the name replaces it.
+/// The first use of the class in a process whose effective user is root wipes and recreates that folder (mode
+/// 0777). No operation ever removes the socket file of a port that goes away; the next server of the name
+/// replaces it.
 ///
 /// THREADING: the main thread, as the connections that use it.
 class DOZELYKIT_EXPORT ZDRUnixSocketPort : public NSSocketPort
@@ -23,8 +24,8 @@ public:
     /// connected yet.
     static std::shared_ptr<ZDRUnixSocketPort> initAsClientWithName(const QString &name);
 
-    /// The process's shared server port, made at the first call under the process name, the effective user id and
-    /// three random letters. Null when it could not be made; the next call tries again.
+    /// The process's shared server port, made at the first call under the process name, the effective user id
+    /// and three random letters. Null when it could not be made; the next call tries again.
     static std::shared_ptr<ZDRUnixSocketPort> port();
 
     /// Removes the socket folder and everything in it, without following links, and creates it again.

@@ -28,9 +28,10 @@ class DOZELYKIT_EXPORT HttpClient
 public:
     virtual ~HttpClient() = default;
 
-    /// Sends the request and returns the body of the answer, whatever the HTTP status. The server must prove that it is
-    /// who the address names; redirections are followed to "https" alone. Besides the headers of the request, only
-    /// "Host", "Accept", "User-Agent" and what HTTP itself needs are sent; no cookies are kept and nothing is
-    /// remembered. Absent when there was no whole answer, with `error` a sentence of printable characters.
+    /// Sends the request and returns the body of the answer, whatever the HTTP status. The server must prove
+    /// that it is who the address names; redirections are followed to "https" alone. Besides the headers of
+    /// the request, only "Host", "Accept", "User-Agent" and what HTTP itself needs are sent; no cookies are
+    /// kept and nothing is remembered. Absent when there was no whole answer, with `error` a sentence of
+    /// printable characters.
     virtual std::optional<QByteArray> send(const HttpRequest &request, QString *error = nullptr) = 0;
 };

@@ -14,6 +14,6 @@ DOZELYKIT_EXPORT qint32 integerValue(const QString &text);
 /// first), of anything else 0.
 DOZELYKIT_EXPORT qint32 integerValue(const QVariant &value);
 
-/// The 64-bit integer of a value: of a string as above, saturating at the ends of 64 bits; of a number its whole part;
-/// of anything else 0.
+/// The 64-bit integer of a value: of a string as above, saturating at the ends of 64 bits; of a number its
+/// whole part; of anything else 0.
 DOZELYKIT_EXPORT qint64 longIntegerValue(const QVariant &value);

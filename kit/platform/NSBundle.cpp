@@ -2,6 +2,7 @@
 #include "platform/NSBundle.h"
 
 #include "platform/ModuleFile_p.h"
+#include "platform/ModuleLoader_p.h"
 #include "platform/PropertyList.h"
 #include "platform/RegularFile_p.h"
 #include "platform/StringFormat.h"
@@ -11,8 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QJsonObject>
-#include <QPluginLoader>
 
 namespace
 {
@@ -57,39 +56,11 @@ QString bundlePathAround(const QString &file)
     return {};
 }
 
-QObject *fail(QString *error, const QString &file, const QString &reason)
+QObject *refuse(QString *error, const QString &fileName)
 {
     if (error)
-        *error = QString("Cannot load \"%1\": %2.").arg(file, reason);
+        *error = QString("Cannot load \"%1\": this is not the name of a module.").arg(fileName);
     return nullptr;
-}
-
-/// The modules that raised while they were loaded. The dynamic linker takes them for loaded, though a part of
-/// their static objects was never made: they must not be tried again.
-QStringList &brokenModules()
-{
-    static QStringList files;
-    return files;
-}
-
-/// Runs the module's own code: the initialisers of its static objects, and the constructor of its root
-/// object.
-///
-/// An initialiser that throws leaves the lock of the dynamic linker with this thread for good: this one may
-/// go on, but another thread that loads a library waits for ever.
-QObject *rootObjectOf(QPluginLoader &loader, QString *error)
-{
-    QString raised;
-    try {
-        QObject *root = loader.instance();
-        return root ? root : fail(error, loader.fileName(), loader.errorString());
-    } catch (const std::exception &exception) {
-        raised = QString("it raised \"%1\"").arg(exception.what());
-    } catch (...) {
-        raised = "it raised something that is no exception object";
-    }
-    brokenModules() += QFileInfo(loader.fileName()).canonicalFilePath();
-    return fail(error, loader.fileName(), raised);
 }
 } // namespace
 
@@ -172,7 +143,7 @@ std::shared_ptr<NSBundle> NSBundle::kitBundle()
 
 std::shared_ptr<NSBundle> NSBundle::bundleForClass(const QMetaObject *metaObject)
 {
-    if (const auto bundle = bundleForClassNamed(metaObject->className()))
+    if (auto bundle = bundleForClassNamed(metaObject->className()))
         return bundle;
     // Not the address of the meta-object: a program that uses a library's class may hold a copy of that one,
     // while the texts that it refers to stay in the library.
@@ -192,7 +163,7 @@ std::shared_ptr<NSBundle> NSBundle::bundleForClassNamed(const QString &className
 
 void NSBundle::registerClass(const QString &className, std::shared_ptr<NSBundle> bundle)
 {
-    registeredClasses().insert(className, std::move(bundle));
+    registeredClasses()[className] = std::move(bundle);
 }
 
 QString NSBundle::bundlePath() const
@@ -225,7 +196,7 @@ QString NSBundle::pathForResource(const QString &name, const QString &extension)
         folders += '/' + language + ".lproj/";
     folders += {"/", QString("/%1.lproj/").arg(developmentLanguage)};
     for (const QString &folder : folders) {
-        const QString path = d->resources + folder + file;
+        QString path = d->resources + folder + file;
         if (QFileInfo::exists(path))
             return path;
     }
@@ -251,24 +222,8 @@ QObject *NSBundle::loadModule(const QString &fileName, const QByteArray &interfa
     if (QObject *loaded = d->modules.value({fileName, interfaceId}))
         return loaded;
     if (isCompiledIn(d->path) || fileName.isEmpty() || fileName.contains('/') || fileName == "..")
-        return fail(error, fileName, "this is not the name of a module");
-    const QString file = d->path + "/Contents/Linux/" + fileName;
-    if (!QFileInfo(file).isFile())
-        return fail(error, file, "there is no such module");
-    if (brokenModules().contains(QFileInfo(file).canonicalFilePath()))
-        return fail(error, file, "it raised an exception when it was loaded before");
-
-    QPluginLoader loader(file);
-    // Symbols that nobody has are an error now, not a crash at the first call of one.
-    loader.setLoadHints(QLibrary::PreventUnloadHint | QLibrary::ResolveAllSymbolsHint);
-    const QJsonObject metaData = loader.metaData(); // read from the file; nothing of it runs
-    if (metaData.isEmpty())
-        return fail(error, file, "this is not a module");
-    if (metaData["IID"].toString().toUtf8() != interfaceId)
-        return fail(error, file,
-                    QString("it has the interface \"%1\" instead of \"%2\"")
-                        .arg(metaData["IID"].toString(), QString::fromUtf8(interfaceId)));
-    QObject *root = rootObjectOf(loader, error);
+        return refuse(error, fileName);
+    QObject *root = loadRootObject(d->path + "/Contents/Linux/" + fileName, interfaceId, error);
     if (root)
         d->modules.insert({fileName, interfaceId}, root);
     return root;

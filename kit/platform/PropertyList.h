@@ -31,6 +31,7 @@ DOZELYKIT_EXPORT std::optional<QVariant> fromData(const QByteArray &data, QStrin
 DOZELYKIT_EXPORT std::optional<QVariant> fromFile(const QString &path, QString *error = nullptr,
                                                   Format *format = nullptr, bool followLinks = true);
 
-/// Null when `value` holds something that a property list cannot carry.
+/// Null when `value` holds something that a property list cannot carry (a date before 1932 or after 2069
+/// among that), or when fromData would refuse the result for its size, its depth or its number of values.
 DOZELYKIT_EXPORT QByteArray toData(const QVariant &value, Format format);
 } // namespace PropertyList

@@ -20,4 +20,8 @@ QString xml(const QByteArray &data);
 /// over, so that some hundred bytes unfold to gigabytes; a container that holds itself never ends; a large
 /// text is referred to thousands of times and copied each time; an offset or a length points outside.
 QString binary(const QByteArray &data);
+
+/// The sentences for the two limits that both kinds have.
+QString tooDeep();
+QString tooMany();
 } // namespace PropertyListCheck

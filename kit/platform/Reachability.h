@@ -20,7 +20,8 @@ public:
 
     virtual ~Reachability() = default;
 
-    /// The flags for the host of this name; 0 when the name is unknown or nothing leads to its addresses. Absent when
-    /// that cannot be found out. Nothing is sent to the host. BLOCKING: as long as looking up the name takes.
+    /// The flags for the host of this name; 0 when the name is unknown or nothing leads to its addresses.
+    /// Absent when that cannot be found out. Nothing is sent to the host. BLOCKING: as long as looking up the
+    /// name takes.
     virtual std::optional<quint32> flagsOfHost(const QString &host) = 0;
 };

@@ -111,7 +111,7 @@ private:
             return false;
         char16_t code = 0;
         for (const QChar digit : m_text.sliced(m_at, digits)) {
-            const int value = QStringView(u"0123456789abcdef").indexOf(digit.toLower());
+            const qsizetype value = QStringView(u"0123456789abcdef").indexOf(digit.toLower());
             if (value < 0)
                 return false;
             code = static_cast<char16_t>(code << 4 | value);

@@ -58,7 +58,8 @@ std::optional<Question> questionFor(const sockaddr &address)
     return std::nullopt;
 }
 
-/// The kernel's answer to the question with this sequence number; null when it has none. Points into `buffer`.
+/// The kernel's answer to the question with this sequence number; null when it has none. Points into
+/// `buffer`.
 const nlmsghdr *receive(int socket, uint32_t sequence, Answer &buffer)
 {
     for (;;) {

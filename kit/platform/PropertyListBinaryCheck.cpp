@@ -3,164 +3,13 @@
 
 #include "platform/PropertyList.h"
 
-#include <QByteArrayList>
 #include <QByteArrayView>
 #include <QtEndian>
 
-#include <algorithm>
 #include <vector>
 
 namespace
 {
-QString tooDeep()
-{
-    return QString("It nests deeper than %1 levels.").arg(PropertyList::maximumDepth);
-}
-QString tooMany()
-{
-    return QString("It holds more than %1 values.").arg(PropertyList::maximumNodes);
-}
-
-/// Reads XML strictly: whatever two parsers might read differently (attributes, half comments, elements that
-/// close out of order) is refused, so that the parser behind it cannot see a deeper list than this one did.
-class XmlScanner
-{
-public:
-    explicit XmlScanner(QByteArrayView data) : m_data(data) {}
-
-    QString check()
-    {
-        if (m_data.contains('\0'))
-            return "It holds a NUL byte.";
-        while ((m_at = m_data.indexOf('<', m_at)) >= 0) {
-            const QString refusal = rest().startsWith("<?")          ? processingInstruction()
-                                    : rest().startsWith("<!--")      ? comment()
-                                    : rest().startsWith("<![CDATA[") ? characterData()
-                                    : rest().startsWith("<!")        ? documentType()
-                                    : rest().startsWith("</")        ? endTag()
-                                                                     : startTag();
-            if (!refusal.isEmpty())
-                return refusal;
-        }
-        return m_open.isEmpty() && m_nodes > 0 ? QString() : QString("It is cut off.");
-    }
-
-private:
-    QByteArrayView rest() const { return m_data.sliced(m_at); }
-
-    /// Skips what begins with `begin` and ends with the first `end` after that.
-    QString skip(QByteArrayView begin, QByteArrayView end)
-    {
-        const qsizetype close = m_data.indexOf(end, m_at + begin.size());
-        if (close < 0)
-            return "It is cut off.";
-        m_at = close + end.size();
-        return {};
-    }
-
-    QString processingInstruction() { return rest().startsWith("<?>") ? malformed() : skip("<?", "?>"); }
-
-    QString comment()
-    {
-        const bool half = rest().startsWith("<!-->") || rest().startsWith("<!--->");
-        return half ? malformed() : skip("<!--", "-->");
-    }
-
-    QString characterData()
-    {
-        return m_open.isEmpty() || isContainer(m_open.constLast()) ? malformed() : skip("<![CDATA[", "]]>");
-    }
-
-    QString documentType()
-    {
-        const QByteArrayView tag = untilBracket();
-        if (tag.contains('[') || tag.contains("ENTITY"))
-            return "It declares entities of its own.";
-        if (!tag.startsWith("<!DOCTYPE") || m_nodes > 0 || !hasWholeQuotes(tag))
-            return malformed();
-        m_at += tag.size();
-        return {};
-    }
-
-    QString startTag()
-    {
-        const QByteArrayView tag = untilBracket();
-        const QByteArray name = nameOf(tag.sliced(1));
-        if (!m_open.isEmpty() && !isContainer(m_open.constLast()))
-            return malformed();
-        if (m_open.isEmpty() && m_nodes > 0)
-            return "Something follows its end.";
-        const QByteArray remains = tag.sliced(1 + name.size()).toByteArray().trimmed();
-        m_at += tag.size();
-        if (name == "plist") {
-            if (!m_open.isEmpty() || !hasWholeQuotes(tag) || !tag.endsWith('>') || tag.endsWith("/>"))
-                return malformed();
-            m_open += name;
-            return {};
-        }
-        if (!knownNames().contains(name) || (remains != ">" && remains != "/>"))
-            return malformed();
-        if (++m_nodes > PropertyList::maximumNodes)
-            return tooMany();
-        m_open += name;
-        const auto depth = std::count_if(m_open.begin(), m_open.end(), [](const QByteArray &open) {
-            return open == "dict" || open == "array";
-        });
-        if (remains == "/>")
-            m_open.removeLast();
-        return depth > PropertyList::maximumDepth ? tooDeep() : QString();
-    }
-
-    QString endTag()
-    {
-        const QByteArrayView tag = untilBracket();
-        const QByteArray name = nameOf(tag.sliced(2));
-        if (m_open.isEmpty() || m_open.takeLast() != name || tag.sliced(2 + name.size()).trimmed() != ">")
-            return malformed();
-        m_at += tag.size();
-        return {};
-    }
-
-    /// From here to the next closing bracket, with it.
-    QByteArrayView untilBracket() const
-    {
-        const qsizetype close = m_data.indexOf('>', m_at);
-        return close < 0 ? rest() : m_data.sliced(m_at, close + 1 - m_at);
-    }
-
-    static QByteArray nameOf(QByteArrayView text)
-    {
-        const auto end = std::find_if(text.begin(), text.end(), [](char c) { return c < 'a' || c > 'z'; });
-        return QByteArray(text.data(), end - text.begin());
-    }
-
-    /// No quotation that reaches beyond the tag, as far as one parser sees the tag's end and another does
-    /// not.
-    static bool hasWholeQuotes(QByteArrayView tag)
-    {
-        return tag.count('"') % 2 == 0 && tag.count('\'') % 2 == 0;
-    }
-
-    static bool isContainer(const QByteArray &name)
-    {
-        return name == "plist" || name == "dict" || name == "array";
-    }
-
-    static const QByteArrayList &knownNames()
-    {
-        static const QByteArrayList names{"dict", "array", "key",   "string", "integer",
-                                          "real", "true",  "false", "date",   "data"};
-        return names;
-    }
-
-    static QString malformed() { return "It is not well formed."; }
-
-    QByteArrayView m_data;
-    qsizetype m_at = 0;
-    int m_nodes = 0;
-    QByteArrayList m_open;
-};
-
 /// Walks a binary list from its top object the way its parser will, objects that are referred to twice twice.
 class BinaryWalker
 {
@@ -185,7 +34,7 @@ public:
             m_objects > (end - m_table) / m_offsetWidth)
             return "Its table of objects is damaged.";
         if (m_objects > static_cast<quint64>(PropertyList::maximumNodes))
-            return tooMany();
+            return PropertyListCheck::tooMany();
         m_onTheWay.assign(m_objects, false);
         return object(top, 0);
     }
@@ -212,7 +61,7 @@ private:
         if (index >= m_objects)
             return "It refers to an object that it does not hold.";
         if (++m_nodes > PropertyList::maximumNodes)
-            return tooMany();
+            return PropertyListCheck::tooMany();
         if (m_onTheWay[index])
             return "A container in it holds itself.";
         quint64 at = number(m_table + index * m_offsetWidth, m_offsetWidth);
@@ -272,7 +121,7 @@ private:
 
     QString text(quint64 at, quint64 count, quint64 width)
     {
-        const QString refusal = leaf(at, count, width);
+        QString refusal = leaf(at, count, width);
         if (!refusal.isEmpty())
             return refusal;
         for (quint64 i = 0; i < count; ++i) {
@@ -286,7 +135,7 @@ private:
     QString container(quint64 index, quint64 at, quint64 count, quint64 keys, int depth)
     {
         if (depth >= PropertyList::maximumDepth)
-            return tooDeep();
+            return PropertyListCheck::tooDeep();
         if (count > (m_table - at) / m_referenceWidth || keys > (m_table - at) / m_referenceWidth - count)
             return outside();
         m_onTheWay[index] = true;
@@ -294,7 +143,7 @@ private:
             const quint64 member = number(at + i * m_referenceWidth, m_referenceWidth);
             if (i < keys && !isText(member))
                 return "A key in it is not a text.";
-            const QString refusal = object(member, depth + 1);
+            QString refusal = object(member, depth + 1);
             if (!refusal.isEmpty())
                 return refusal;
         }
@@ -323,11 +172,6 @@ private:
     std::vector<bool> m_onTheWay;
 };
 } // namespace
-
-QString PropertyListCheck::xml(const QByteArray &data)
-{
-    return XmlScanner(data).check();
-}
 
 QString PropertyListCheck::binary(const QByteArray &data)
 {

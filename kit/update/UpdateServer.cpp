@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "update/UpdateServer.h"
+
+bool UpdateServer::isAsked()
+{
+    return DOZELY_UPDATE_CHECK != 0;
+}
+
+QString UpdateServer::host()
+{
+    return DOZELY_UPDATE_HOST;
+}
+
+QUrl UpdateServer::address()
+{
+    return QUrl("https://" + host() + "/latest.php");
+}

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "update/WDUpdateChecker.h"
+
+#include "core/ZDRLog.h"
+#include "platform/HttpClient.h"
+#include "platform/IntegerValue.h"
+#include "platform/NSBundle.h"
+#include "platform/Platform.h"
+#include "platform/Reachability.h"
+#include "platform/RootFolder.h"
+#include "system/UserDefaultsExtensions.h"
+#include "update/UpdateAnswer_p.h"
+#include "update/UpdateRequest_p.h"
+#include "update/UpdateServer.h"
+
+namespace
+{
+std::shared_ptr<WDUpdateChecker> &shared()
+{
+    static std::shared_ptr<WDUpdateChecker> checker;
+    return checker;
+}
+
+QVariant applicationInfo(const QString &key)
+{
+    const auto application = NSBundle::bundleWithPath(RootFolder::join("/Applications/Dozely.app"));
+    return application ? application->objectForInfoDictionaryKey(key) : QVariant();
+}
+
+bool isServerReachable()
+{
+    constexpr quint32 mask =
+        Reachability::Reachable | Reachability::ConnectionRequired | Reachability::InterventionRequired;
+    const auto flags = Platform::current().reachability->flagsOfHost(UpdateServer::host());
+    return flags && (*flags & mask) == Reachability::Reachable;
+}
+} // namespace
+
+struct WDUpdateChecker::Private {
+    std::optional<QVariantMap> _latestVersionDictionary; // the last answer; absent before there was one
+    bool needsToQuitte = false;
+};
+
+WDUpdateChecker::WDUpdateChecker() : d(std::make_unique<Private>()) {}
+
+WDUpdateChecker::~WDUpdateChecker() = default;
+
+void WDUpdateChecker::initialize()
+{
+    init();
+}
+
+std::shared_ptr<WDUpdateChecker> WDUpdateChecker::sharedInstance()
+{
+    return init();
+}
+
+std::shared_ptr<WDUpdateChecker> WDUpdateChecker::init()
+{
+    if (!shared())
+        shared().reset(new WDUpdateChecker);
+    return shared();
+}
+
+QString WDUpdateChecker::versionString() const
+{
+    const QVariant text = applicationInfo("CFBundleShortVersionString");
+    return text.typeId() == QMetaType::QString ? text.toString() : QString();
+}
+
+quint64 WDUpdateChecker::version() const
+{
+    return static_cast<quint64>(longIntegerValue(applicationInfo("CFBundleVersion")));
+}
+
+QString WDUpdateChecker::fullVersionString() const
+{
+    const QString text = versionString();
+    return stringWithFormat("%@ (%ld)", {text.isNull() ? QVariant() : text, static_cast<qint64>(version())});
+}
+
+bool WDUpdateChecker::updateLatestVersionDictionary()
+{
+    if (!UpdateServer::isAsked()) {
+        ZDRLog("There is no update check in this build.");
+        return false;
+    }
+    if (!isServerReachable()) {
+        ZDRLog("The update server \"%@\" cannot be reached.", UpdateServer::host());
+        return false;
+    }
+    const UpdateRequest::Facts facts{versionString(), static_cast<qint64>(version()),
+                                     UpdateRequest::countOfEnabledSchedules(),
+                                     zandorSoftwaresExtensions::systemVersion()};
+    if (!facts.missing().isEmpty())
+        ZDRLog("The update check leaves out what is not known: %@.", facts.missing().join(", "));
+
+    QString error;
+    const auto bytes = Platform::current().httpClient->send(UpdateRequest::make(facts), &error);
+    if (!bytes) {
+        ZDRLog("The update server gave no answer: %@.", error);
+        return false;
+    }
+    auto answer = UpdateAnswer::parse(*bytes, &error);
+    if (!answer) {
+        ZDRLog("The update server's answer %@.", error);
+        return false;
+    }
+    d->_latestVersionDictionary = std::move(answer);
+    return true;
+}
+
+QString WDUpdateChecker::latestVersion() const
+{
+    if (!d->_latestVersionDictionary || !UpdateAnswer::isNewer(*d->_latestVersionDictionary, version()))
+        return {};
+    return UpdateAnswer::versionString(*d->_latestVersionDictionary);
+}
+
+QUrl WDUpdateChecker::latestVersionURL() const
+{
+    return d->_latestVersionDictionary ? UpdateAnswer::downloadAddress(*d->_latestVersionDictionary) : QUrl();
+}
