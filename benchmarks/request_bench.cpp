@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: MIT
+//
+// One complete request, fresh connection, post of ten keys: through the kit, as a bare exchange over a Unix socket, and
+// through a dbus-daemon. Each server is a process of its own.
+#include "Bench.h"
+
+#include "communication/WDCommunicationCenter.h"
+#include "core/WDNotificationCenter.h"
+#include "platform/NSConnection.h"
+#include "platform/NSProcessInfo.h"
+#include "platform/RootFolder.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <cstring>
+#include <poll.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr size_t exchangeSize = 300; // about what one of the kit's messages holds
+constexpr const char *interface = "com.dozely.Bench";
+
+[[noreturn]] void fail(const char *what)
+{
+    std::perror(what);
+    std::exit(1);
+}
+
+class RootObject : public QObject, public WDCommunicationProtocol
+{
+    Q_OBJECT
+public:
+    NS_REMOTE Q_INVOKABLE bool pong() override { return true; }
+    NS_REMOTE Q_INVOKABLE QObject *communicationCenter() override
+    {
+        return WDCommunicationCenter::sharedInstance().get();
+    }
+};
+
+/// Starts a server process, which ends with this one.
+template<class Serve>
+pid_t startServer(Serve serve)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        serve();
+        ::_exit(0);
+    }
+    return child;
+}
+
+sockaddr_un addressOf(const QByteArray &path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
+    return address;
+}
+
+void transfer(int descriptor, bool sending)
+{
+    static char buffer[exchangeSize];
+    for (size_t done = 0; done < exchangeSize;) {
+        const ssize_t n = sending ? ::send(descriptor, buffer + done, exchangeSize - done, MSG_NOSIGNAL)
+                                  : ::recv(descriptor, buffer + done, exchangeSize - done, 0);
+        if (n <= 0)
+            return;
+        done += static_cast<size_t>(n);
+    }
+}
+
+// ---- bare socket
+
+void serveBare(int listening)
+{
+    std::vector<pollfd> watched{{listening, POLLIN, 0}};
+    for (;;) {
+        ::poll(watched.data(), watched.size(), -1);
+        for (size_t i = watched.size(); i-- > 1;) {
+            if (!watched[i].revents)
+                continue;
+            char byte = 0;
+            if (::recv(watched[i].fd, &byte, 1, MSG_PEEK) <= 0) {
+                ::close(watched[i].fd);
+                watched.erase(watched.begin() + static_cast<std::ptrdiff_t>(i));
+                continue;
+            }
+            transfer(watched[i].fd, false);
+            transfer(watched[i].fd, true);
+        }
+        if (watched[0].revents)
+            watched.push_back({::accept4(listening, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
+    }
+}
+
+void requestBare(const QByteArray &path)
+{
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_un address = addressOf(path);
+    if (::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
+        fail("connect");
+    for (int i = 0; i < 3; ++i) { // root object, centre, post
+        transfer(descriptor, true);
+        transfer(descriptor, false);
+    }
+    ::close(descriptor);
+}
+
+// ---- through a dbus-daemon
+
+sd_bus *openBus(const QByteArray &address)
+{
+    sd_bus *bus = nullptr;
+    if (sd_bus_new(&bus) < 0 || sd_bus_set_address(bus, address.constData()) < 0 ||
+        sd_bus_set_bus_client(bus, 1) < 0 || sd_bus_start(bus) < 0)
+        fail("bus");
+    return bus;
+}
+
+void serveBus(const QByteArray &address)
+{
+    sd_bus *const bus = openBus(address);
+    sd_bus_request_name(bus, interface, 0);
+    for (;;) {
+        sd_bus_message *message = nullptr;
+        if (sd_bus_process(bus, &message) == 0)
+            sd_bus_wait(bus, UINT64_MAX);
+        if (!message)
+            continue;
+        const char *const member = sd_bus_message_get_member(message);
+        if (member && std::strcmp(member, "postNotification") == 0)
+            sd_bus_reply_method_return(message, "b", 1);
+        else if (member && std::strcmp(member, "NameAcquired") != 0)
+            sd_bus_reply_method_return(message, "o", "/object/1");
+        sd_bus_message_unref(message);
+    }
+}
+
+void appendTenKeys(sd_bus_message *message)
+{
+    const unsigned char data[16] = {};
+    sd_bus_message_append(message, "ss", "UserAgentMustActEvent", "com.dozely.UserAgent");
+    sd_bus_message_open_container(message, 'a', "{sv}");
+    sd_bus_message_append(message, "{sv}{sv}{sv}{sv}", "text", "s", "some text of usual length", "number", "i", 7,
+                          "truth", "b", 1, "fraction", "d", 0.25);
+    sd_bus_message_append(message, "{sv}{sv}{sv}", "large", "x", int64_t{9'000'000'000}, "date", "(xis)",
+                          int64_t{1789000000123}, 3600, "Europe/Paris", "path", "s", "/Library/Application Support");
+    sd_bus_message_open_container(message, 'e', "sv");
+    sd_bus_message_append_basic(message, 's', "data");
+    sd_bus_message_open_container(message, 'v', "ay");
+    sd_bus_message_append_array(message, 'y', data, sizeof data);
+    sd_bus_message_close_container(message);
+    sd_bus_message_close_container(message);
+    sd_bus_message_append(message, "{sv}{sv}", "list", "av", 2, "s", "alpha", "s", "beta", "nested", "a{sv}", 1, "a",
+                          "i", 1);
+    sd_bus_message_close_container(message);
+}
+
+void requestBus(const QByteArray &address)
+{
+    sd_bus *const bus = openBus(address);
+    for (const char *member : {"rootObject", "communicationCenter", "postNotification"}) {
+        sd_bus_message *call = nullptr;
+        sd_bus_message *reply = nullptr;
+        sd_bus_message_new_method_call(bus, &call, interface, "/object/1", interface, member);
+        if (std::strcmp(member, "postNotification") == 0)
+            appendTenKeys(call);
+        if (sd_bus_call(bus, call, 0, nullptr, &reply) < 0)
+            fail(member);
+        sd_bus_message_unref(reply);
+        sd_bus_message_unref(call);
+    }
+    sd_bus_flush_close_unref(bus);
+}
+
+// ---- through the kit
+
+void serveKit(int argc, char **argv)
+{
+    qputenv("QT_NO_GLIB", "1");
+    QCoreApplication application(argc, argv);
+    NSProcessInfo::setProcessName("dozelyd");
+    RootObject root;
+    WDCommunicationCenter::sharedInstance()->setObserver(&root);
+    WDCommunicationCenter::sharedInstance()->createServerConnection();
+    application.exec();
+}
+
+const NSNotification &tenKeys()
+{
+    static const NSNotification notification(
+        "UserAgentMustActEvent", "com.dozely.UserAgent",
+        {{"text", "some text of usual length"},
+         {"number", 7},
+         {"truth", true},
+         {"fraction", 0.25},
+         {"large", 9'000'000'000LL},
+         {"date", QDateTime({2026, 3, 14}, {6, 55}, QTimeZone("Europe/Paris"))},
+         {"path", "/Library/Application Support"},
+         {"data", QByteArray(16, '\0')},
+         {"list", QVariantList{"alpha", "beta"}},
+         {"nested", QVariantMap{{"a", 1}}}});
+    return notification;
+}
+
+void waitFor(const QString &path)
+{
+    for (int i = 0; i < 5000 && !QFile::exists(path); ++i)
+        ::usleep(1000);
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // A root process would clear the socket folder of the server.
+    if (::geteuid() == 0 && ::setresuid(65534, 65534, 65534) != 0)
+        fail("setresuid");
+    QTemporaryDir folder("/tmp/dz-XXXXXX");
+    RootFolder::set(folder.path());
+    QDir().mkpath(folder.filePath("private/var/tmp/com.dozely"));
+    QDir().mkpath(folder.filePath("var/log"));
+    const QByteArray barePath = folder.filePath("bare").toUtf8();
+    const QByteArray busPath = folder.filePath("bus").toUtf8();
+    const QByteArray busAddress = "unix:path=" + busPath;
+
+    const int listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_un address = addressOf(barePath);
+    if (::bind(listening, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
+        ::listen(listening, 128) != 0)
+        fail("listen");
+
+    std::vector<pid_t> servers;
+    servers.push_back(startServer([&] { serveBare(listening); }));
+    servers.push_back(startServer([&] {
+        ::execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile", "--address",
+                 busAddress.constData(), nullptr);
+        fail("dbus-daemon");
+    }));
+    waitFor(QString::fromUtf8(busPath));
+    servers.push_back(startServer([&] { serveBus(busAddress); }));
+    servers.push_back(startServer([&] { serveKit(argc, argv); }));
+    waitFor(folder.filePath("private/var/tmp/com.dozely/dozelyd"));
+
+    qputenv("QT_NO_GLIB", "1");
+    QCoreApplication application(argc, argv);
+    NSProcessInfo::setProcessName("bench");
+    RootObject root;
+    const auto center = WDCommunicationCenter::sharedInstance();
+    center->setObserver(&root);
+    for (int i = 0; !center->pingDaemon(); ++i) {
+        ::usleep(1000);
+        if (i == 5000) {
+            std::fputs("the daemon does not answer\n", stderr);
+            return 1;
+        }
+    }
+
+    Bench bench;
+    bench.add("bare socket", [&] { requestBare(barePath); });
+    bench.add("kit", [&] {
+        if (!center->postNotificationToDaemon(tenKeys()))
+            fail("the daemon did not answer");
+    });
+    bench.add("dbus-daemon", [&] { requestBus(busAddress); });
+    bench.run(20, 200);
+    bench.print("one complete request, fresh connection, post of ten keys",
+                {{"kit", "bare socket", 3.0}, {"kit", "dbus-daemon", 0.4}});
+    for (const pid_t server : servers)
+        ::kill(server, SIGKILL);
+    while (::wait(nullptr) > 0) {
+    }
+    return 0;
+}
+
+#include "request_bench.moc"

@@ -1,0 +1,226 @@
+# SPDX-License-Identifier: MIT
+"""A whole system below a scratch folder: bus, login manager, daemon and agent, for the demo and the benchmarks."""
+
+import contextlib
+import os
+import pwd
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+START_LIMIT = 8.0  # seconds for everything to be up
+STOP_LIMIT = 3.0  # seconds for a process to end after SIGTERM
+
+APPLICATION = "Applications/Dozely.app"
+AGENT = APPLICATION + "/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"
+PLUG_INS = "Library/Application Support/Dozely/PlugIns"
+SOCKETS = "private/var/tmp/com.dozely"
+
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>system</type>
+  <listen>unix:path={socket}</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow user="*"/>
+    <allow own="*"/>
+    <allow send_destination="*"/>
+    <allow receive_type="method_call"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal"/>
+  </policy>
+</busconfig>
+"""
+
+
+class Failure(Exception):
+    """What went wrong, as a sentence."""
+
+
+def console_user():
+    """The user in whose session the agent runs."""
+    if os.geteuid() != 0:
+        try:
+            return pwd.getpwuid(os.geteuid())
+        except KeyError:
+            raise Failure("the user database does not know you, and a message bus would not let you in") from None
+    sudo_user = os.environ.get("SUDO_UID", "0")
+    if sudo_user.isdecimal() and sudo_user != "0":
+        try:
+            return pwd.getpwuid(int(sudo_user))
+        except KeyError:
+            pass
+    return pwd.getpwnam("nobody")
+
+
+class System:
+    """The system below the scratch folder and its processes."""
+
+    def __init__(self, build, root, user):
+        self.build = build
+        self.root = root
+        self.user = user
+        self.processes = []  # (name, process), in the order of their start
+        self.log = None
+        self.bus = "unix:path=" + self.path("run/bus")
+        self.environment = {
+            "PATH": "/usr/local/bin:/usr/bin:/bin",
+            "LANG": os.environ.get("LANG", "C.UTF-8"),
+            "DBUS_SYSTEM_BUS_ADDRESS": self.bus,
+            # The agent's user need not be able to read the build tree.
+            "LD_LIBRARY_PATH": self.path("usr/lib"),
+        }
+
+    def path(self, relative):
+        return os.path.join(self.root, relative)
+
+    def lay_out(self, more_plug_ins=()):
+        for folder in ("Library/Preferences", PLUG_INS, "private/var/tmp", "run", "var/lib/dozely", "var/log",
+                       "marks/daemon", "marks/session", "usr/bin", "usr/sbin", "usr/lib"):
+            os.makedirs(self.path(folder), mode=0o755)
+        copies = [
+            ("bundles/Dozely.app", APPLICATION),
+            ("bundles/PlugIns/Command.plugin", PLUG_INS + "/Command.plugin"),
+            ("hosts/daemon/dozelyd", "usr/sbin/dozelyd"),
+            ("hosts/admin/dozely-admin", "usr/bin/dozely-admin"),
+            ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
+        ]
+        copies += [(f"bundles/PlugIns/{name}", f"{PLUG_INS}/{name}") for name in more_plug_ins]
+        for source, target in copies:
+            source = os.path.join(self.build, source)
+            if not os.path.exists(source):
+                raise Failure(f"{source} is missing; build first")
+            if os.path.isdir(source):
+                shutil.copytree(source, self.path(target))
+            else:
+                shutil.copyfile(source, self.path(target))
+                os.chmod(self.path(target), 0o755)
+        self.close_to_others()
+        if os.geteuid() == 0:
+            os.chown(self.path("marks/session"), self.user.pw_uid, self.user.pw_gid)
+        else:
+            # Only a root daemon makes this folder itself.
+            os.mkdir(self.path(SOCKETS))
+            os.chmod(self.path(SOCKETS), 0o777)
+
+    def close_to_others(self):
+        """Takes away what a generous umask gave: code that others may write is not loaded."""
+        for folder, folders, files in os.walk(self.root):
+            for name in folders + files:
+                path = os.path.join(folder, name)
+                mode = os.stat(path).st_mode & 0o755
+                os.chmod(path, mode | (0o555 if os.path.isdir(path) else 0o444))
+
+    def start(self, name, arguments, as_user=False, **more):
+        if as_user and os.geteuid() == 0:
+            more.update(user=self.user.pw_uid, group=self.user.pw_gid, extra_groups=[])
+        environment = dict(self.environment)
+        if as_user:
+            environment["HOME"] = self.user.pw_dir
+        process = subprocess.Popen(arguments, env=environment, cwd="/", stdin=subprocess.DEVNULL, **more)
+        self.processes.append((name, process))
+        return process
+
+    def call(self, arguments):
+        """Runs a program to its end; its exit status and output."""
+        done = subprocess.run(arguments, env=self.environment, cwd="/", stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, timeout=15, check=False)
+        return done.returncode, done.stdout.strip()
+
+    def admin(self, *arguments):
+        return self.call([self.path("usr/bin/dozely-admin"), "--root", self.root, *arguments])
+
+    def start_bus(self):
+        with open(self.path("run/bus.conf"), "w", encoding="utf-8") as file:
+            file.write(BUS_CONFIGURATION.format(socket=self.path("run/bus")))
+        self.start("the bus", ["dbus-daemon", "--config-file=" + self.path("run/bus.conf"), "--nofork", "--nopidfile"],
+                   stderr=subprocess.DEVNULL)
+        self.wait_until("the private system bus", START_LIMIT, lambda: os.path.exists(self.path("run/bus")))
+        self.start("the mock login manager", ["/usr/bin/python3", "-m", "dbusmock", "--template", "logind"],
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        call = ["dbus-send", "--bus=" + self.bus, "--print-reply", "--dest=org.freedesktop.login1",
+                "/org/freedesktop/login1"]
+        self.wait_until("the mock login manager", START_LIMIT,
+                        lambda: self.call(call + ["org.freedesktop.DBus.Peer.Ping"])[0] == 0)
+        status, output = self.call(call + ["org.freedesktop.DBus.Mock.AddSession", "string:c1", "string:seat0",
+                                           f"uint32:{self.user.pw_uid}", f"string:{self.user.pw_name}",
+                                           "boolean:true"])
+        if status != 0:
+            raise Failure(f"the mock login manager took no session: {output}")
+
+    def start_daemon(self):
+        return self.start("dozelyd", [self.path("usr/sbin/dozelyd"), "--root", self.root])
+
+    def process(self, wanted):
+        return next(process for name, process in self.processes if name == wanted)
+
+    def stop_last(self):
+        """Ends the process that was started last."""
+        _, process = self.processes.pop()
+        process.send_signal(signal.SIGTERM)
+        process.wait(STOP_LIMIT)
+
+    def start_hosts(self):
+        self.start_daemon()
+        self.wait_until("the daemon", START_LIMIT, lambda: self.admin("ping", "daemon")[0] == 0)
+        self.start("Dozely Agent", [self.path(AGENT), "--root", self.root], as_user=True)
+        self.wait_until("the agent", START_LIMIT,
+                        lambda: self.admin("ping", "agent", str(self.user.pw_uid))[0] == 0)
+
+    def add(self, name, place, mark, delay):
+        status, output = self.admin("add", name, "--in", str(delay), "--in-" + place, "--program", "/usr/bin/touch",
+                                    "--argument", mark)
+        if status != 0:
+            raise Failure(f"the schedule could not be added: {output}")
+        print(output, flush=True)
+
+    def wait_until(self, what, limit, condition):
+        deadline = time.monotonic() + limit
+        while not condition():
+            for name, process in self.processes:
+                if process.poll() is not None:
+                    raise Failure(f"{name} ended with status {process.returncode}")
+            if time.monotonic() > deadline:
+                raise Failure(f"{what} did not come within {limit:g} seconds")
+            time.sleep(0.05)
+
+    def stop(self):
+        """Ends all processes, the last first; a sentence for each that did not end well."""
+        complaints = []
+        while self.processes:
+            name, process = self.processes.pop()
+            if process.poll() is None:
+                process.send_signal(signal.SIGTERM)
+            try:
+                process.wait(STOP_LIMIT)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+                complaints.append(f"{name} did not end within {STOP_LIMIT:g} seconds")
+                continue
+            if name in ("dozelyd", "Dozely Agent") and process.returncode != 0:
+                complaints.append(f"{name} ended with status {process.returncode}")
+        if self.log:
+            self.log.thread.join(STOP_LIMIT)
+        return complaints
+
+
+@contextlib.contextmanager
+def scratch(build):
+    """A system for the length of a with statement; stopped and removed at its end. Complaints of processes that did
+    not end well raise Failure, unless something else went wrong before."""
+    root = tempfile.mkdtemp(prefix="dozely-", dir="/tmp")
+    os.chmod(root, 0o755)
+    system = System(build, root, console_user())
+    try:
+        yield system
+        complaints = system.stop()
+        if complaints:
+            raise Failure("; ".join(complaints))
+    finally:
+        system.stop()
+        shutil.rmtree(root, ignore_errors=True)
