@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+/// Who may have which event obeyed. All questions are about user ids as the kernel told them; a peer or an
+/// owner that could not be found out is absent, and an absent one may nothing.
+namespace EventPermissions
+{
+using UserId = std::optional<quint32>;
+
+/// Root, or the owner of the relocated root folder: from them alone an agent takes orders.
+bool isSystem(UserId peer, UserId rootOwner);
+
+/// "DaemonMustRunNowEvent": the system, or the schedule's owner.
+bool mayRunNow(UserId peer, UserId rootOwner, UserId scheduleOwner);
+
+/// "DaemonMustActEvent", "DaemonMustRemoveEvent": the user whose agent the occurrence was handed to.
+bool mayHandBack(UserId peer, UserId handedTo);
+} // namespace EventPermissions

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/HostRootObject.h"
+
+QObject *HostRootObject::communicationCenter()
+{
+    return WDCommunicationCenter::sharedInstance().get();
+}

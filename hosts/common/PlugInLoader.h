@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugin/WDPlugInFactory.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+/// Makes plug-in objects of one role from bundles that nobody but trusted users can have put there.
+///
+/// Every failure is an empty result and one sentence; nothing that a bundle throws gets out.
+/// THREADING: the main thread. OWNERSHIP: modules stay loaded for the life of the process.
+class PlugInLoader
+{
+public:
+    /// Bundles below `folder` ("" for any place) are trusted when they and all folders above belong to
+    /// `owners`.
+    struct Source {
+        QString folder;
+        QList<quint32> owners;
+    };
+    using Maker = std::function<std::unique_ptr<WDPlugIn>()>;
+
+    /// `roleKey` is the Info key that names the role's module: "WDDaemonModule", "WDUserAgentModule". A
+    /// bundle that names none is served by what `withoutModule` makes; without that it fails.
+    PlugInLoader(QString roleKey, QList<Source> sources, Maker withoutModule = {});
+
+    /// Calls terminateClasses.
+    ~PlugInLoader();
+    PlugInLoader(const PlugInLoader &) = delete;
+    PlugInLoader &operator=(const PlugInLoader &) = delete;
+
+    /// The bundle at the full path `path`, its trust checked; null with `error` a sentence.
+    std::shared_ptr<NSBundle> bundle(const QString &path, QString *error = nullptr) const;
+
+    /// A new plug-in object of the bundle, its bundle set. The module's factory is initialised once, at its
+    /// first use; one that refuses is not asked again. Null with `error` a sentence.
+    std::shared_ptr<WDPlugIn> make(const std::shared_ptr<NSBundle> &bundle, QString *error = nullptr);
+
+    /// Tells every initialised factory that the host is done with it.
+    void terminateClasses();
+
+private:
+    struct LoadedClass {
+        std::shared_ptr<NSBundle> bundle;
+        WDPlugInFactory *factory = nullptr; // owned by its module
+        QString refusal;                    // why it cannot be used; empty when it can
+    };
+    LoadedClass load(const std::shared_ptr<NSBundle> &bundle, const QString &moduleName) const;
+
+    QString m_roleKey;
+    QList<Source> m_sources;
+    Maker m_withoutModule;
+    QHash<QString, LoadedClass> m_classes; // by bundle path
+};

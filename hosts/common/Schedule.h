@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QVariantMap>
+
+#include <optional>
+
+/// One entry of the schedule store, a plain value.
+struct Schedule {
+    QString identifier;           ///< Unique in the store, never empty.
+    QString name;                 ///< What the user calls it.
+    bool isEnabled = true;        ///< One that is not enabled never comes due.
+    QString bundlePath;           ///< A fixed path: below the root folder once joined to it.
+    QVariantMap parameters;       ///< The plug-in's parameters.
+    QDateTime date;               ///< UTC, whole seconds.
+    QString timeZone;             ///< IANA name; empty stands for UTC.
+    std::optional<quint32> owner; ///< The user whose schedule it is; absent: nobody's but root's.
+    QVariantMap otherKeys;        ///< Keys that this version does not know, kept as they were read.
+
+    /// The entry as a schedule; absent when it is none, `fault` then says why ("\"Date\" is not a date").
+    static std::optional<Schedule> fromEntry(const QVariant &entry, QString *fault = nullptr);
+
+    /// The entry for the store: every known key and otherKeys.
+    QVariantMap toEntry() const;
+
+    /// The date in the schedule's own time zone.
+    QDateTime calendarDate() const;
+
+    /// The bundle's path below the root folder in force.
+    QString fullBundlePath() const;
+
+    bool operator==(const Schedule &) const = default;
+};

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/ScheduleKeeper.h"
+#include "hosts/daemon/StoreWatcher.h"
+
+#include <QObject>
+
+#include <memory>
+
+class AbsoluteTimer;
+class PinnedConsoleUser;
+struct ReceivedEvent;
+
+/// The daemon's work: waits for the next occurrence, performs what is due, reads the schedules again when
+/// they change, and answers schedule events. Acts from the event loop, one occurrence a turn.
+class DaemonController : public QObject
+{
+    Q_OBJECT
+public:
+    /// Loads schedules and record, and begins. `clock` must outlive the object.
+    DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console);
+    ~DaemonController() override;
+
+private:
+    void rereadStore();
+    void waitForNext();
+    void performDue();
+
+    void daemonMustAct(const ReceivedEvent &event);
+    void daemonMustRemove(const ReceivedEvent &event);
+    void daemonMustRunNow(const ReceivedEvent &event);
+    std::optional<Occurrence> heldOccurrence(const ReceivedEvent &event) const;
+
+    ScheduleKeeper m_keeper;
+    OccurrencePerformer m_performer;
+    StoreWatcher m_watcher;
+    std::unique_ptr<AbsoluteTimer> m_timer;
+};

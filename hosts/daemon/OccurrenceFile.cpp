@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrenceFile.h"
+
+#include "hosts/common/TrustedFolder.h"
+#include "platform/AtomicFile.h"
+#include "platform/NSProcessInfo.h"
+#include "platform/PropertyList.h"
+#include "platform/RootFolder.h"
+#include "platform/TrustedPath.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace
+{
+constexpr int recordMode = 0600;
+
+std::optional<OccurrenceRecord> read(const QString &path, QString *error)
+{
+    // What somebody else may have written is not parsed.
+    QList<quint32> owners{NSProcessInfo::effectiveUserID()};
+    if (const auto owner = RootFolder::owner())
+        owners += *owner;
+    if (!isTrustedPath(path, owners, error))
+        return {};
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        *error = "it cannot be opened";
+        return {};
+    }
+    return OccurrenceRecord::fromData(file.read(PropertyList::maximumSize + 1), error);
+}
+} // namespace
+
+QString OccurrenceFile::path()
+{
+    return RootFolder::join("/var/lib/dozely/occurrences.plist");
+}
+
+OccurrenceFile::Loaded OccurrenceFile::load()
+{
+    Loaded loaded;
+    const QFileInfo info(path());
+    if (!info.exists() && !info.isSymLink())
+        return loaded;
+    QString error;
+    if (auto record = read(path(), &error)) {
+        loaded.record = *std::move(record);
+        return loaded;
+    }
+    loaded.damage = error;
+    const QString aside = path() + ".damaged";
+    QFile::remove(aside);
+    QFile::rename(path(), aside);
+    return loaded;
+}
+
+bool OccurrenceFile::save(const OccurrenceRecord &record, QString *error)
+{
+    if (!makeTrustedFolder(QFileInfo(path()).path())) {
+        *error = "its folder cannot be made";
+        return false;
+    }
+    const QByteArray data = record.toData();
+    if (data.size() > PropertyList::maximumSize) {
+        *error = "it has grown too large";
+        return false;
+    }
+    return replaceFileAtomically(path(), data, recordMode, error);
+}

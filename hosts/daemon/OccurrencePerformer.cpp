@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrencePerformer.h"
+
+#include "core/ZDRLog.h"
+#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/LogLabel.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
+#include "hosts/daemon/ScheduleKeeper.h"
+#include "platform/IntegerValue.h"
+#include "platform/RootFolder.h"
+
+#include <QScopeGuard>
+
+namespace
+{
+const QString daemonModuleKey = "WDDaemonModule";
+
+/// Code that runs here comes from folders that nobody but the system's owner can write.
+QList<PlugInLoader::Source> trustedSources()
+{
+    const auto owner = RootFolder::owner();
+    return owner ? QList<PlugInLoader::Source>{{QString(), {*owner}}} : QList<PlugInLoader::Source>();
+}
+
+bool isTrue(const QVariant &value)
+{
+    return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) == 1;
+}
+
+QString labelOf(const Occurrence &occurrence)
+{
+    return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
+}
+} // namespace
+
+OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console)
+    : m_keeper(keeper),
+      m_console(std::move(console)),
+      m_loader(daemonModuleKey, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); })
+{
+}
+
+bool OccurrencePerformer::actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo)
+{
+    if (parameters.contains("Acts In User Agent"))
+        return isTrue(parameters.value("Acts In User Agent"));
+    if (bundleInfo.contains("WDActsInUserAgent"))
+        return isTrue(bundleInfo.value("WDActsInUserAgent"));
+    return bundleInfo.value(daemonModuleKey).toString().isEmpty();
+}
+
+void OccurrencePerformer::performDue(const Occurrence &occurrence)
+{
+    if (occurrence.mayHaveRun) {
+        m_keeper.note(occurrence, OccurrenceState::Skipped);
+        ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
+        return;
+    }
+    perform(occurrence, Place::AsConfigured, true);
+}
+
+void OccurrencePerformer::performNow(const Occurrence &occurrence)
+{
+    perform(occurrence, Place::AsConfigured, false);
+}
+
+void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
+{
+    perform(occurrence, Place::Daemon, false);
+}
+
+void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, bool mayBeTooLate)
+{
+    QString error;
+    const auto plugIn = makePlugIn(occurrence, &error);
+    if (!plugIn) {
+        notPerformed(occurrence, error);
+        return;
+    }
+    bool isTooLate = false;
+    const auto thrown = GuardedPosting::guardPlugIn([&] {
+        plugIn->setParameters(occurrence.schedule.parameters);
+        plugIn->setCalendarDate(occurrence.calendarDate());
+        isTooLate = mayBeTooLate && m_keeper.scheduler().isTooLate(occurrence, plugIn->timeOut());
+    });
+    if (thrown) {
+        notPerformed(occurrence, *thrown);
+    } else if (isTooLate) {
+        m_keeper.note(occurrence, OccurrenceState::Skipped);
+        ZDRLog("%@ was skipped: it is %lld s late", labelOf(occurrence),
+               static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
+    } else if (place == Place::AsConfigured &&
+               actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary())) {
+        actInUserAgent(occurrence, *plugIn);
+    } else {
+        actInDaemon(occurrence, plugIn);
+    }
+}
+
+std::shared_ptr<WDDaemonPlugIn> OccurrencePerformer::makePlugIn(const Occurrence &occurrence, QString *error)
+{
+    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath(), error);
+    const auto plugIn = bundle ? m_loader.make(bundle, error) : nullptr;
+    auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(plugIn);
+    if (plugIn && !daemonPlugIn)
+        *error =
+            QString("The module of %1 makes no plug-in for the daemon").arg(logLabel(bundle->bundlePath()));
+    return daemonPlugIn;
+}
+
+void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn)
+{
+    const auto user = m_console->pin();
+    const auto release = qScopeGuard([this] { m_console->release(); });
+    if (!user) {
+        notPerformed(occurrence, "nobody is logged in");
+        return;
+    }
+    m_keeper.noteBegun(occurrence);
+    const bool isReceived =
+        GuardedPosting::guardAgentOfUser(user->userId, [&] { return plugIn.actInUserAgentNow(); });
+    if (!isReceived) {
+        notPerformed(occurrence, QString("the agent of user %1 could not be reached").arg(user->userId));
+        return;
+    }
+    m_keeper.note(occurrence, OccurrenceState::Done, user->userId);
+    ZDRLog("%@ was handed to the agent of user %u", labelOf(occurrence), user->userId);
+}
+
+void OccurrencePerformer::actInDaemon(const Occurrence &occurrence,
+                                      const std::shared_ptr<WDDaemonPlugIn> &plugIn)
+{
+    m_keeper.noteBegun(occurrence);
+    ZDRLog("%@ acts in the daemon", labelOf(occurrence));
+    if (const auto thrown = GuardedPosting::guardPlugIn([&] { plugIn->actInDaemon(); })) {
+        notPerformed(occurrence, *thrown);
+        return;
+    }
+    m_running.keep(plugIn, [this, occurrence] { m_keeper.note(occurrence, OccurrenceState::Done); });
+}
+
+void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
+{
+    m_keeper.note(occurrence, OccurrenceState::NotPerformed);
+    ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
+}

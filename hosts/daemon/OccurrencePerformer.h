@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/PlugInLoader.h"
+#include "hosts/common/RunningActions.h"
+#include "hosts/daemon/Scheduler.h"
+
+class PinnedConsoleUser;
+class ScheduleKeeper;
+class WDDaemonPlugIn;
+
+/// Performs occurrences through the daemon-side class of their plug-ins, and notes what became of each. Every
+/// one ends in exactly one line of the log that says so.
+///
+/// BLOCKING: handing an occurrence to an agent waits as a request of WDCommunicationCenter does.
+class OccurrencePerformer : public QObject
+{
+    Q_OBJECT
+public:
+    /// `keeper` must outlive the object.
+    OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console);
+
+    /// One that came due: skipped when it is later than its plug-in's time-out.
+    void performDue(const Occurrence &occurrence);
+
+    /// One that was asked for now.
+    void performNow(const Occurrence &occurrence);
+
+    /// One that an agent hands back to be performed here.
+    void performHandedBack(const Occurrence &occurrence);
+
+    /// Whether an action belongs into the session of the user rather than the daemon: as the parameter "Acts
+    /// In User Agent" says, else the bundle's "WDActsInUserAgent", else when the bundle has no module for the
+    /// daemon.
+    static bool actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo);
+
+private:
+    enum class Place { AsConfigured, Daemon };
+    void perform(const Occurrence &occurrence, Place place, bool mayBeTooLate);
+    std::shared_ptr<WDDaemonPlugIn> makePlugIn(const Occurrence &occurrence, QString *error);
+    void actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn);
+    void actInDaemon(const Occurrence &occurrence, const std::shared_ptr<WDDaemonPlugIn> &plugIn);
+    void notPerformed(const Occurrence &occurrence, const QString &why);
+
+    ScheduleKeeper &m_keeper;
+    std::shared_ptr<PinnedConsoleUser> m_console;
+    PlugInLoader m_loader; // outlives the plug-in objects
+    RunningActions m_running;
+};

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrenceRecord.h"
+
+#include "platform/PropertyList.h"
+
+namespace
+{
+constexpr qint64 formatVersion = 1;
+
+/// How many occurrences besides the current one are remembered for a schedule: enough for dates that are
+/// changed to and fro, and a bound for the file.
+constexpr int remembered = 2;
+
+struct StateName {
+    OccurrenceState state;
+    const char *name;
+};
+constexpr StateName stateNames[] = {
+    {OccurrenceState::Begun, "begun"},     {OccurrenceState::Done, "done"},
+    {OccurrenceState::Skipped, "skipped"}, {OccurrenceState::NotPerformed, "not performed"},
+    {OccurrenceState::Removed, "removed"}, {OccurrenceState::Interrupted, "interrupted"},
+};
+
+QString nameOf(OccurrenceState state)
+{
+    for (const StateName &candidate : stateNames) {
+        if (candidate.state == state)
+            return candidate.name;
+    }
+    Q_UNREACHABLE();
+}
+
+std::optional<OccurrenceState> stateOf(const QVariant &name)
+{
+    for (const StateName &candidate : stateNames) {
+        if (name.typeId() == QMetaType::QString && name.toString() == candidate.name)
+            return candidate.state;
+    }
+    return {};
+}
+
+bool readEntry(const QVariantMap &map, OccurrenceEntry &entry)
+{
+    const auto state = stateOf(map.value("State"));
+    if (!state || map.value("Identifier").typeId() != QMetaType::QString ||
+        map.value("Date").typeId() != QMetaType::QDateTime)
+        return false;
+    entry.state = *state;
+    if (!map.contains("Handed To"))
+        return true;
+    bool isNumber = false;
+    const qlonglong user = map.value("Handed To").toLongLong(&isNumber);
+    if (!isNumber || user < 0 || user > 0xffffffffLL ||
+        map.value("Handed Over").typeId() != QMetaType::QDateTime)
+        return false;
+    entry.handedTo = static_cast<quint32>(user);
+    entry.handedOver = map.value("Handed Over").toDateTime().toUTC();
+    return true;
+}
+} // namespace
+
+std::optional<OccurrenceEntry> OccurrenceRecord::find(const QString &identifier, const QDateTime &date) const
+{
+    const auto schedule = m_entries.constFind(identifier);
+    if (schedule == m_entries.cend() || !schedule->contains(date))
+        return {};
+    return schedule->value(date);
+}
+
+void OccurrenceRecord::set(const QString &identifier, const QDateTime &date, const OccurrenceEntry &entry)
+{
+    m_entries[identifier].insert(date, entry);
+}
+
+QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
+{
+    return m_entries.value(identifier).keys();
+}
+
+QStringList OccurrenceRecord::interruptBegun()
+{
+    QStringList interrupted;
+    for (auto schedule = m_entries.begin(); schedule != m_entries.end(); ++schedule) {
+        for (auto entry = schedule->begin(); entry != schedule->end(); ++entry) {
+            if (entry->state != OccurrenceState::Begun)
+                continue;
+            entry->state = OccurrenceState::Interrupted;
+            entry->handedTo.reset();
+            entry->handedOver = {};
+            interrupted += schedule.key() + " at " + entry.key().toString(Qt::ISODate);
+        }
+    }
+    return interrupted;
+}
+
+bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates)
+{
+    bool dropped = false;
+    for (auto schedule = m_entries.begin(); schedule != m_entries.end();) {
+        const auto current = currentDates.constFind(schedule.key());
+        if (current == currentDates.cend()) {
+            schedule = m_entries.erase(schedule);
+            dropped = true;
+            continue;
+        }
+        int others = static_cast<int>(schedule->size()) - (schedule->contains(*current) ? 1 : 0);
+        for (auto entry = schedule->begin(); entry != schedule->end() && others > remembered;) {
+            if (entry.key() == *current || entry->state == OccurrenceState::Begun) {
+                ++entry;
+                continue;
+            }
+            entry = schedule->erase(entry);
+            --others;
+            dropped = true;
+        }
+        ++schedule;
+    }
+    return dropped;
+}
+
+QByteArray OccurrenceRecord::toData() const
+{
+    QVariantList occurrences;
+    for (auto schedule = m_entries.cbegin(); schedule != m_entries.cend(); ++schedule) {
+        for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry) {
+            QVariantMap map{
+                {"Identifier", schedule.key()}, {"Date", entry.key()}, {"State", nameOf(entry->state)}};
+            if (entry->handedTo) {
+                map.insert("Handed To", static_cast<qint64>(*entry->handedTo));
+                map.insert("Handed Over", entry->handedOver);
+            }
+            occurrences += map;
+        }
+    }
+    return PropertyList::toData(QVariantMap{{"Format", formatVersion}, {"Occurrences", occurrences}},
+                                PropertyList::Format::Binary);
+}
+
+std::optional<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data, QString *error)
+{
+    const auto refuse = [error](const QString &sentence) {
+        if (error)
+            *error = sentence;
+        return std::optional<OccurrenceRecord>();
+    };
+    const auto list = PropertyList::fromData(data, error);
+    if (!list)
+        return {};
+    const QVariantMap root = list->toMap();
+    if (root.value("Format").toLongLong() != formatVersion)
+        return refuse("its format is not known");
+    if (root.value("Occurrences").typeId() != QMetaType::QVariantList)
+        return refuse("it holds no list of occurrences");
+    OccurrenceRecord record;
+    for (const QVariant &occurrence : root.value("Occurrences").toList()) {
+        const QVariantMap map = occurrence.toMap();
+        OccurrenceEntry entry;
+        if (!readEntry(map, entry))
+            return refuse("it holds an occurrence that cannot be read");
+        record.set(map.value("Identifier").toString(), map.value("Date").toDateTime().toUTC(), entry);
+    }
+    return record;
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QMap>
+#include <QStringList>
+
+#include <optional>
+
+/// What became of an occurrence.
+enum class OccurrenceState {
+    Begun,        ///< Its action was about to start; found at start it means that the daemon died.
+    Done,         ///< Performed here, or handed to an agent.
+    Skipped,      ///< Found too late.
+    NotPerformed, ///< Its action could not be started.
+    Removed,      ///< Dropped at the wish of the user whose agent had it.
+    Interrupted,  ///< Begun by a daemon that died before the end.
+};
+
+/// One occurrence as the daemon remembers it.
+struct OccurrenceEntry {
+    OccurrenceState state = OccurrenceState::Begun;
+    std::optional<quint32> handedTo; ///< The user whose agent has it; that user may hand it back.
+    QDateTime handedOver;            ///< When, UTC; invalid without handedTo.
+
+    bool operator==(const OccurrenceEntry &) const = default;
+};
+
+/// What the daemon knows about occurrences that came due, by schedule identifier and date. A plain value;
+/// docs/file-formats.md describes its bytes.
+class OccurrenceRecord
+{
+public:
+    std::optional<OccurrenceEntry> find(const QString &identifier, const QDateTime &date) const;
+    void set(const QString &identifier, const QDateTime &date, const OccurrenceEntry &entry);
+
+    /// Dates of the schedule's occurrences, earliest first.
+    QList<QDateTime> dates(const QString &identifier) const;
+
+    /// Turns what is begun into interrupted; "identifier at date" of each.
+    QStringList interruptBegun();
+
+    /// Drops what is no longer needed: all of a schedule that `currentDates` (identifier to date) does not
+    /// hold, and of the others all but the current date's and the latest few. True when something was
+    /// dropped.
+    bool prune(const QHash<QString, QDateTime> &currentDates);
+
+    QByteArray toData() const;
+
+    /// Absent, with `error` a sentence, when the bytes are not a whole record: one that is damaged in part
+    /// cannot tell what ran.
+    static std::optional<OccurrenceRecord> fromData(const QByteArray &data, QString *error = nullptr);
+
+private:
+    QMap<QString, QMap<QDateTime, OccurrenceEntry>> m_entries;
+};

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/daemon/Scheduler.h"
+
+#include <QObject>
+#include <QSet>
+
+class Clock;
+
+/// The daemon's memory on disk: reads the schedules and the record of occurrences into a Scheduler, and saves
+/// the record. A store that is bad leaves the schedules as they were.
+class ScheduleKeeper : public QObject
+{
+    Q_OBJECT
+public:
+    /// Loads the record. `clock` and `parent` must outlive the object.
+    explicit ScheduleKeeper(Clock &clock, QObject *parent = nullptr);
+
+    Scheduler &scheduler() { return m_scheduler; }
+    const Scheduler &scheduler() const { return m_scheduler; }
+
+    /// Reads the store again and logs what is new about it: the number of schedules, and each fault once.
+    void readStore();
+
+    /// Notes an occurrence that is about to begin, and blocks until the disk has it.
+    void noteBegun(const Occurrence &occurrence);
+
+    /// Notes what became of an occurrence; the disk has it a little later, or after flush.
+    void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
+
+    /// Saves what is not saved yet. Blocks.
+    void flush();
+
+private:
+    void loadRecord();
+    void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
+    void saveSoon();
+    void save();
+
+    Clock &m_clock;
+    Scheduler m_scheduler;
+    QStringList m_complaints; // about the store, as last logged
+    QString m_saveError;      // as last logged
+    qsizetype m_scheduleCount = -1;
+    bool m_isDirty = false;
+    bool m_isSaveComing = false;
+};

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/Scheduler.h"
+
+#include "hosts/common/EventPermissions.h"
+#include "platform/Clock.h"
+
+#include <QTimeZone>
+
+#include <algorithm>
+
+namespace
+{
+/// An agent that comes back later speaks of something that nobody expects any more.
+constexpr auto longestHandOver = std::chrono::hours(1);
+
+/// Nothing starts at the very millisecond: a plug-in whose time-out is nothing still gets this long.
+constexpr qint64 shortestTimeOut = 1000; // milliseconds
+} // namespace
+
+QDateTime Occurrence::calendarDate() const
+{
+    return schedule.timeZone.isEmpty() ? date : date.toTimeZone(QTimeZone(schedule.timeZone.toUtf8()));
+}
+
+Scheduler::Scheduler(const Clock &clock, OccurrenceRecord record)
+    : m_clock(clock), m_record(std::move(record))
+{
+}
+
+std::optional<Schedule> Scheduler::schedule(const QString &identifier) const
+{
+    for (const Schedule &schedule : m_schedules) {
+        if (schedule.identifier == identifier)
+            return schedule;
+    }
+    return {};
+}
+
+bool Scheduler::pruneRecord()
+{
+    QHash<QString, QDateTime> currentDates;
+    for (const Schedule &schedule : m_schedules)
+        currentDates.insert(schedule.identifier, schedule.date);
+    return m_record.prune(currentDates);
+}
+
+bool Scheduler::isOpen(const Schedule &schedule) const
+{
+    return schedule.isEnabled && !m_record.find(schedule.identifier, schedule.date);
+}
+
+std::optional<QDateTime> Scheduler::nextDate() const
+{
+    std::optional<QDateTime> next;
+    for (const Schedule &schedule : m_schedules) {
+        if ((!next || schedule.date < *next) && isOpen(schedule))
+            next = schedule.date;
+    }
+    return next;
+}
+
+QList<Occurrence> Scheduler::due() const
+{
+    const QDateTime now = m_clock.currentDate();
+    QList<Occurrence> due;
+    for (const Schedule &schedule : m_schedules) {
+        if (schedule.date <= now && isOpen(schedule))
+            due += Occurrence{schedule, schedule.date,
+                              m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
+    }
+    std::stable_sort(due.begin(), due.end(),
+                     [](const Occurrence &a, const Occurrence &b) { return a.date < b.date; });
+    return due;
+}
+
+std::chrono::seconds Scheduler::lateness(const Occurrence &occurrence) const
+{
+    return std::chrono::floor<std::chrono::seconds>(
+        std::chrono::milliseconds(occurrence.date.msecsTo(m_clock.currentDate())));
+}
+
+bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
+{
+    const qint64 allowed = std::max(shortestTimeOut, -static_cast<qint64>(timeOut) * 1000);
+    return occurrence.date.msecsTo(m_clock.currentDate()) > allowed;
+}
+
+Occurrence Scheduler::makeOccurrenceNow(const Schedule &schedule) const
+{
+    QDateTime date = QDateTime::fromSecsSinceEpoch(m_clock.currentDate().toSecsSinceEpoch(), Qt::UTC);
+    while (date == schedule.date || m_record.find(schedule.identifier, date))
+        date = date.addSecs(1);
+    return {schedule, date};
+}
+
+void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo)
+{
+    const QDateTime now = m_clock.currentDate();
+    m_record.set(occurrence.schedule.identifier, occurrence.date,
+                 {state, handedTo, handedTo ? now : QDateTime()});
+}
+
+std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &bundlePath,
+                                                 const QDateTime &date, const QVariantMap &parameters) const
+{
+    const QDateTime now = m_clock.currentDate();
+    const QDateTime utc = date.toUTC();
+    std::optional<Occurrence> held;
+    for (const Schedule &schedule : m_schedules) {
+        const bool isWithdrawn = !schedule.isEnabled && schedule.date == utc;
+        if (isWithdrawn || schedule.fullBundlePath() != bundlePath)
+            continue;
+        const auto entry = m_record.find(schedule.identifier, utc);
+        if (!entry || entry->state != OccurrenceState::Done ||
+            !EventPermissions::mayHandBack(userId, entry->handedTo) ||
+            entry->handedOver.addDuration(longestHandOver) < now)
+            continue;
+        if (schedule.parameters == parameters)
+            return Occurrence{schedule, utc};
+        if (!held)
+            held = Occurrence{schedule, utc};
+    }
+    return held;
+}

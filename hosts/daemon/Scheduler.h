@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/Schedule.h"
+#include "hosts/daemon/OccurrenceRecord.h"
+
+#include <QList>
+
+#include <chrono>
+
+class Clock;
+
+/// One date at which a schedule's action is to run.
+struct Occurrence {
+    Schedule schedule;
+    QDateTime date; ///< UTC. Differs from the schedule's own for an action that was asked for by hand.
+    bool mayHaveRun = false; ///< It fell due in a time of which nothing is known.
+
+    /// The date in the schedule's time zone.
+    QDateTime calendarDate() const;
+};
+
+/// The rules of the daemon: which occurrence is next, which are due, which are too late, and who has one.
+/// Knows the clock and remembers; reads and writes nothing.
+///
+/// An occurrence is open until the record has an entry for it. It is told by schedule identifier and date, so
+/// neither a restart nor a clock that is set back repeats it, and a schedule with a new date has a new one.
+class Scheduler
+{
+public:
+    /// `clock` must outlive the object.
+    explicit Scheduler(const Clock &clock, OccurrenceRecord record = {});
+
+    /// After the record was lost: what fell due before `date` may have run.
+    void setNothingKnownBefore(const QDateTime &date) { m_nothingKnownBefore = date; }
+
+    void setSchedules(const QList<Schedule> &schedules) { m_schedules = schedules; }
+    const QList<Schedule> &schedules() const { return m_schedules; }
+    std::optional<Schedule> schedule(const QString &identifier) const;
+
+    /// Forgets what the schedules in force make needless; true when there was something.
+    bool pruneRecord();
+
+    /// The date of the earliest open occurrence, which may be past; absent when there is none.
+    std::optional<QDateTime> nextDate() const;
+
+    /// The open occurrences whose date has come, earliest first, in the order of the store where dates are
+    /// equal.
+    QList<Occurrence> due() const;
+
+    /// How late an occurrence is now, in whole seconds; negative before its date.
+    std::chrono::seconds lateness(const Occurrence &occurrence) const;
+
+    /// Whether that is more than a plug-in's time-out (seconds, negative) allows.
+    bool isTooLate(const Occurrence &occurrence, qint32 timeOut) const;
+
+    /// A new occurrence of a schedule for an action that is asked for now, apart from all others of it.
+    Occurrence makeOccurrenceNow(const Schedule &schedule) const;
+
+    /// Remembers what becomes of an occurrence, and who has it while it is handed over.
+    void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
+
+    /// An occurrence that the agent of `userId` has, told by what a schedule event carries: the bundle's full
+    /// path and the date. Of several the one with equal `parameters`, else the first. Absent when that agent
+    /// has none such, has had it for longer than an hour, or its schedule was disabled, removed or given
+    /// another bundle.
+    std::optional<Occurrence> heldByAgent(quint32 userId, const QString &bundlePath, const QDateTime &date,
+                                          const QVariantMap &parameters = {}) const;
+
+    const OccurrenceRecord &record() const { return m_record; }
+    OccurrenceRecord &record() { return m_record; }
+
+private:
+    bool isOpen(const Schedule &schedule) const;
+
+    const Clock &m_clock;
+    OccurrenceRecord m_record;
+    QList<Schedule> m_schedules;
+    QDateTime m_nothingKnownBefore;
+};

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "communication/WDCommunicationCenter.h"
+#include "core/ZDRLog.h"
+#include "hosts/common/HostApplication.h"
+#include "hosts/common/HostOptions.h"
+#include "hosts/common/HostRootObject.h"
+#include "hosts/common/TerminationWatcher.h"
+#include "hosts/daemon/DaemonController.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
+#include "platform/Platform.h"
+
+#include <sys/stat.h>
+
+int main(int argc, char **argv)
+{
+    ::umask(022);
+    HostApplication application(argc, argv, "dozelyd");
+    HostOptions options("Keeps the schedules and performs them when they come due.");
+    if (const auto status = options.parse(QCoreApplication::arguments()))
+        return *status;
+
+    const auto console = std::make_shared<PinnedConsoleUser>(Platform::current().consoleUser);
+    Platform::current().consoleUser = console;
+    TerminationWatcher termination;
+    QObject::connect(&termination, &TerminationWatcher::terminate, &application, &QCoreApplication::quit);
+
+    ZDRLog("dozelyd started");
+    HostRootObject rootObject;
+    const auto center = WDCommunicationCenter::sharedInstance();
+    center->setObserver(&rootObject);
+    center->createServerConnection();
+
+    int status = 0;
+    {
+        DaemonController controller(*Platform::current().clock, console);
+        status = QCoreApplication::exec();
+    }
+    // Closed while there is still an event loop to take leave of.
+    center->setObserver(nullptr);
+    center->setConnection(nullptr);
+    center->setSocketPort(nullptr);
+    ZDRLog("dozelyd ended");
+    return status;
+}

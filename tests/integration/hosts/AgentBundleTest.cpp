@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "platform/NSBundle.h"
+#include "support/PrintTo.h"
+
+#include <gtest/gtest.h>
+
+TEST(AgentBundle, HoldsTheAlertsTextInFourLanguages)
+{
+    const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);
+    ASSERT_TRUE(bundle);
+    const QList<QPair<QString, QString>> texts{{"en", "Will run on %@."},
+                                               {"fr", "Sera exécuté le %@."},
+                                               {"de", "Wird am %@ ausgeführt."},
+                                               {"es", "Se ejecutará el %@."},
+                                               {"nl", "Will run on %@."}};
+    for (const auto &[language, text] : texts) {
+        UserLanguages::set({language});
+        EXPECT_EQ(bundle->localizedStringForKey("Alert message %@"), text) << language.toStdString();
+    }
+}
+
+TEST(AgentBundle, NamesItself)
+{
+    const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);
+    ASSERT_TRUE(bundle);
+    EXPECT_EQ(bundle->bundleIdentifier(), "com.dozely.UserAgent");
+    EXPECT_EQ(bundle->objectForInfoDictionaryKey("CFBundleExecutable").toString(), "Dozely Agent");
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "communication/WDCommunicationCenter.h"
+#include "hosts/common/HostRootObject.h"
+#include "platform/NSException.h"
+#include "platform/PropertyList.h"
+#include "platform/RootFolder.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+/// Posts one event as any process may: ROOT daemon|USER-ID NAME SENDER, the user info as a property list on
+/// the standard input. Ends with 0 when the target answered YES.
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 5)
+        return 2;
+    RootFolder::set(arguments[1]);
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return 2;
+    const auto userInfo = PropertyList::fromData(input.readAll());
+    if (!userInfo)
+        return 2;
+    const NSNotification event(arguments[3], arguments[4], userInfo->toMap());
+
+    HostRootObject root;
+    const auto center = WDCommunicationCenter::sharedInstance();
+    center->setObserver(&root);
+    try {
+        const bool isReceived = arguments[2] == "daemon"
+                                    ? center->postNotificationToDaemon(event)
+                                    : center->postNotificationToAgentOfUser(event, arguments[2].toUInt());
+        return isReceived ? 0 : 1;
+    } catch (const NSException &exception) {
+        qWarning("%s", exception.what());
+        return 3;
+    }
+}

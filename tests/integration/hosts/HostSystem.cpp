@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "integration/hosts/HostSystem.h"
+
+#include "support/Identity.h"
+
+#include <csignal>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace
+{
+const QString daemonProgram = "/usr/sbin/dozelyd";
+const QString agentProgram =
+    "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent";
+const QString dyingAgentProgram = "/usr/lib/dying_agent";
+const QString posterProgram = "/usr/lib/event_poster";
+const QString library = "/usr/lib/libDozelyKit.so.0";
+const QString logind = "org.freedesktop.login1";
+constexpr int patience = 20'000; // milliseconds; only bounds a failing test
+} // namespace
+
+HostSystem::HostSystem()
+{
+    // Copies, since the console user need not be able to read the build folder.
+    copyProgram(DAEMON_PROGRAM, daemonProgram);
+    copyProgram(AGENT_PROGRAM, agentProgram);
+    copyProgram(DYING_AGENT_PROGRAM, dyingAgentProgram);
+    copyProgram(POSTER_PROGRAM, posterProgram);
+    copyProgram(KIT_LIBRARY, library);
+    makeProbe();
+    if (::geteuid() != 0)
+        root.makeSocketFolder(); // only a root daemon makes it itself
+    addSession();
+}
+
+HostSystem::~HostSystem()
+{
+    for (auto *process : {&agent, &daemon}) {
+        if (*process)
+            kill(*process);
+    }
+    if (HasFailure())
+        std::fprintf(stderr, "The log:\n%s", root.logContent().constData());
+}
+
+quint32 HostSystem::agentUser()
+{
+    return Identity::ordinaryUserHere();
+}
+
+void HostSystem::copyProgram(const QString &from, const QString &fixedPath) const
+{
+    root.makeFolder(QFileInfo(fixedPath).path());
+    ASSERT_TRUE(QFile::copy(from, root.join(fixedPath))) << from.toStdString();
+    ASSERT_EQ(::chmod(qPrintable(root.join(fixedPath)), 0755), 0);
+}
+
+void HostSystem::addSession()
+{
+    ASSERT_TRUE(bus.isRunning());
+    ASSERT_TRUE(bus.startMock("logind", logind));
+    ASSERT_TRUE(bus.call(logind, "/org/freedesktop/login1", "org.freedesktop.DBus.Mock.AddSession",
+                         {"c1", "seat0", QString::number(agentUser()), "somebody", "true"}));
+}
+
+std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStringList &arguments,
+                                            bool asAgentUser)
+{
+    auto process = std::make_unique<QProcess>();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
+    process->setProcessEnvironment(environment);
+    process->setProcessChannelMode(QProcess::SeparateChannels);
+    if (asAgentUser) {
+        process->setChildProcessModifier([] {
+            if (!Identity::becomeOrdinaryUser())
+                ::_exit(99);
+        });
+    }
+    process->start(root.join(program), arguments);
+    return process;
+}
+
+void HostSystem::startDaemon()
+{
+    daemon = start(daemonProgram, {"--root", root.path()}, false);
+    // The socket file of a daemon that was killed is still there, but nobody listens.
+    ASSERT_TRUE(waitUntil([this] { return isListening(socketPath("dozelyd")); }));
+}
+
+void HostSystem::startAgent()
+{
+    agent = start(agentProgram, {"--root", root.path()}, true);
+    ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
+}
+
+void HostSystem::startDyingAgent()
+{
+    agent = start(dyingAgentProgram, {root.path()}, true);
+    ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
+}
+
+int HostSystem::endOf(std::unique_ptr<QProcess> &process)
+{
+    process->terminate();
+    if (!waitUntil([&] { return process->state() == QProcess::NotRunning; }))
+        return -1;
+    const int status = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
+    process.reset();
+    return status;
+}
+
+void HostSystem::kill(std::unique_ptr<QProcess> &process)
+{
+    process->kill();
+    process->waitForFinished(patience);
+    process.reset();
+}
+
+HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments)
+{
+    const auto process = start(program, arguments, false);
+    const bool ended = waitUntil([&] { return process->state() == QProcess::NotRunning; });
+    return {ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
+            process->readAllStandardError()};
+}
+
+bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &event)
+{
+    const auto process =
+        start(posterProgram, {root.path(), target, event.name(), event.object().toString()}, true);
+    process->write(PropertyList::toData(event.userInfo(), PropertyList::Format::Xml));
+    process->closeWriteChannel();
+    return waitUntil([&] { return process->state() == QProcess::NotRunning; }) &&
+           process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
+}
+
+QDateTime HostSystem::soon()
+{
+    return QDateTime::fromSecsSinceEpoch(QDateTime::currentSecsSinceEpoch() + 2, Qt::UTC);
+}
+
+QVariantMap HostSystem::probeEntry(const QString &identifier, QVariantMap parameters,
+                                   const QDateTime &date) const
+{
+    parameters.insert("Text", identifier);
+    return changed(changed(entry(identifier, date), "Parameters", parameters), "Owner",
+                   static_cast<qint64>(agentUser()));
+}
+
+testing::AssertionResult HostSystem::logs(const QString &part, std::chrono::seconds limit) const
+{
+    if (waitUntil([&] { return countOf(part) > 0; }, limit))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "no line holds \"" << part.toStdString() << "\"";
+}
+
+qsizetype HostSystem::countOf(const QString &part) const
+{
+    return root.logLines().filter(part).size();
+}
+
+QString HostSystem::socketPath(const QString &name) const
+{
+    return root.join("/private/var/tmp/com.dozely/" + name);
+}
+
+QString HostSystem::agentSocket() const
+{
+    return socketPath(QString("Dozely Agent.%1").arg(agentUser()));
+}
+
+bool HostSystem::isListening(const QString &path)
+{
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    qstrncpy(address.sun_path, path.toUtf8().constData(), sizeof address.sun_path);
+    const bool listening =
+        ::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    ::close(descriptor);
+    return listening;
+}

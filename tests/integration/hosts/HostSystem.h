@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/NSNotification.h"
+#include "support/PrivateBus.h"
+#include "support/WaitUntil.h"
+#include "unit/hosts/BundleFixture.h"
+
+#include <QProcess>
+
+#include <memory>
+
+/// A whole system below a scratch root: real programs, a system bus with a mock login manager. Run by root,
+/// the console user and the agent are an ordinary user; run by anybody else, everything is that user's.
+class HostSystem : public BundleFixture
+{
+protected:
+    HostSystem();
+    ~HostSystem() override;
+
+    /// The console user.
+    static quint32 agentUser();
+
+    /// Start the programs and wait until they listen.
+    void startDaemon();
+    void startAgent();
+    void startDyingAgent();
+
+    /// Ends a program with SIGTERM; its exit status, -1 when a signal ended it.
+    static int endOf(std::unique_ptr<QProcess> &process);
+
+    /// Ends a program with SIGKILL.
+    static void kill(std::unique_ptr<QProcess> &process);
+
+    /// Runs a program of the system to its end; exit status and standard error stream.
+    struct Ended {
+        int status;
+        QByteArray errors;
+    };
+    Ended run(const QString &program, const QStringList &arguments);
+
+    /// Posts an event as the console user; true when the target took it.
+    bool postAsAgentUser(const QString &target, const NSNotification &event);
+
+    /// The next whole second but one: time enough to write a schedule before it is due.
+    static QDateTime soon();
+
+    /// An entry for the probe, due `soon`, with these parameters and the text `identifier`.
+    QVariantMap probeEntry(const QString &identifier, QVariantMap parameters,
+                           const QDateTime &date = soon()) const;
+
+    /// Waits until a line of the log contains `part`.
+    testing::AssertionResult logs(const QString &part,
+                                  std::chrono::seconds limit = std::chrono::seconds(20)) const;
+    qsizetype countOf(const QString &part) const;
+
+    QString socketPath(const QString &name) const;
+    QString agentSocket() const;
+
+    /// Whether somebody listens at the socket file.
+    static bool isListening(const QString &path);
+
+    PrivateBus bus;
+    std::unique_ptr<QProcess> daemon;
+    std::unique_ptr<QProcess> agent;
+
+private:
+    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments, bool asAgentUser);
+    void copyProgram(const QString &from, const QString &fixedPath) const;
+    void addSession();
+};

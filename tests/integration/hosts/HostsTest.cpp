@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrenceFile.h"
+#include "integration/hosts/HostSystem.h"
+#include "support/PrintTo.h"
+
+#include <QElapsedTimer>
+#include <QTimeZone>
+
+#include <unistd.h>
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+
+namespace
+{
+const QVariantMap inSession{{"Acts In User Agent", 1LL}};
+const QVariantMap inDaemon{{"Acts In User Agent", 0LL}};
+} // namespace
+
+class HostsTest : public HostSystem
+{
+protected:
+    static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value)
+    {
+        parameters.insert(key, value);
+        return parameters;
+    }
+    /// The one line of the log that contains `part`.
+    std::string lineWith(const QString &part) const
+    {
+        const QStringList lines = root.logLines().filter(part);
+        EXPECT_EQ(lines.size(), 1) << part.toStdString();
+        return lines.value(0).toStdString();
+    }
+    NSNotification handBack(const QString &name, const QDateTime &date) const
+    {
+        return NSNotification(name, "com.dozely.Daemon",
+                              {{"Schedule Date", date},
+                               {"Schedule Bundle Path", schedule("any").fullBundlePath()},
+                               {"Schedule Parameters", QVariantMap{{"Text", "made up"}}}});
+    }
+    static NSNotification runNow(const QString &identifier)
+    {
+        return NSNotification("DaemonMustRunNowEvent", "com.dozely.Admin",
+                              {{"Schedule Identifier", identifier}});
+    }
+};
+
+TEST_F(HostsTest, AnOccurrenceForTheSessionRunsInTheAgentOfTheConsoleUser)
+{
+    startDaemon();
+    startAgent();
+    const QDateTime date = soon();
+    writeStore({probeEntry("hello", inSession, date)});
+    ASSERT_TRUE(logs("Probe acts in the session: hello"));
+    const QString local = date.toTimeZone(QTimeZone("Europe/Paris")).toString("yyyy-MM-dd HH:mm:ss");
+    EXPECT_THAT(lineWith("Probe acts in the session"),
+                ContainsRegex("- " + std::to_string(agentUser()) + " - User Agent\\): .*hello, " +
+                              local.toStdString()));
+    EXPECT_TRUE(logs(QString("was handed to the agent of user %1").arg(agentUser())));
+    EXPECT_GE(QDateTime::currentDateTimeUtc(), date);
+    EXPECT_EQ(countOf("acts in the daemon"), 0);
+}
+
+TEST_F(HostsTest, AnOccurrenceForTheDaemonRunsThereWithoutAnyAgent)
+{
+    startDaemon();
+    writeStore({probeEntry("hello", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: hello"));
+    EXPECT_THAT(lineWith("Probe acts in the daemon"),
+                ContainsRegex("- " + std::to_string(::geteuid()) + " - Daemon\\): "));
+}
+
+TEST_F(HostsTest, ASessionActionWithoutAgentIsNotPerformedAndTheDaemonGoesOn)
+{
+    startDaemon();
+    const QDateTime date = soon();
+    writeStore({probeEntry("lost", inSession, date), probeEntry("next", inDaemon, date)});
+    EXPECT_TRUE(logs(QString("\"Name of lost\" was not performed: the agent of user %1 could not be reached")
+                         .arg(agentUser())));
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+}
+
+TEST_F(HostsTest, BothProgramsEndWith0OnSigterm)
+{
+    startDaemon();
+    startAgent();
+    writeStore({probeEntry("long", with(inSession, "Then", "go on"))});
+    ASSERT_TRUE(logs("Probe acts in the session: long"));
+    EXPECT_EQ(endOf(agent), 0);
+    EXPECT_EQ(countOf("Probe was told to stop"), 1);
+    EXPECT_EQ(countOf("Dozely Agent ended"), 1);
+    EXPECT_EQ(endOf(daemon), 0);
+    EXPECT_EQ(countOf("dozelyd ended"), 1);
+}
+
+TEST_F(HostsTest, ADaemonThatIsKilledAndStartedAgainNeitherRepeatsNorForgets)
+{
+    startDaemon();
+    // Late enough would be a repetition, were it not remembered.
+    const QVariantMap patient = with(inDaemon, "Time Out", -3600LL);
+    const QVariantMap first = probeEntry("first", patient);
+    writeStore({first});
+    ASSERT_TRUE(logs("Probe acts in the daemon: first"));
+    kill(daemon);
+    const QVariantMap missed = probeEntry("missed", patient, soon().addSecs(-60));
+    writeStore({first, missed});
+    startDaemon();
+    ASSERT_TRUE(logs("Probe acts in the daemon: missed"));
+    const QVariantMap third = probeEntry("third", patient);
+    writeStore({first, missed, third});
+    ASSERT_TRUE(logs("Probe acts in the daemon: third"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: first"), 1);
+    EXPECT_EQ(countOf("Probe acts in the daemon: missed"), 1);
+}
+
+TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
+{
+    startDaemon();
+    const QVariantMap endless =
+        probeEntry("endless", with(with(inDaemon, "Goes On", "for ever"), "Time Out", -3600LL));
+    writeStore({endless});
+    ASSERT_TRUE(logs("Probe acts in the daemon: endless"));
+    kill(daemon);
+    startDaemon();
+    ASSERT_TRUE(logs("was interrupted and is not repeated"));
+    writeStore({endless, probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: endless"), 1);
+}
+
+TEST_F(HostsTest, AnAgentIsReachableAgainSoonAfterTheDaemonWasKilledAndCameBack)
+{
+    startDaemon();
+    startAgent();
+    kill(daemon);
+    startDaemon();
+    QElapsedTimer sinceReturn;
+    sinceReturn.start();
+    ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
+    // 10.0 s until the agent looks, 0.1 s until it publishes, and a loaded machine.
+    EXPECT_LT(sinceReturn.elapsed(), 11'500);
+    writeStore({probeEntry("hello", inSession)});
+    EXPECT_TRUE(logs("Probe acts in the session: hello"));
+}
+
+TEST_F(HostsTest, TheNextRequestAfterAnAgentWasKilledAndCameBackSucceeds)
+{
+    startDaemon();
+    startAgent();
+    kill(agent);
+    startAgent();
+    writeStore({probeEntry("hello", inSession)});
+    EXPECT_TRUE(logs("Probe acts in the session: hello"));
+}
+
+TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
+{
+    startDaemon();
+    startDyingAgent();
+    const QVariantMap lost = probeEntry("lost", inSession);
+    writeStore({lost});
+    ASSERT_TRUE(logs(QString("The request to the agent of user %1 failed: ").arg(agentUser())));
+    ASSERT_TRUE(logs("\"Name of lost\" was not performed"));
+    agent.reset();
+    startAgent();
+    writeStore({lost, probeEntry("next", inSession)});
+    ASSERT_TRUE(logs("Probe acts in the session: next"));
+    EXPECT_EQ(countOf("could not be reached"), 1) << "only the one that was lost";
+}
+
+TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)
+{
+    startDaemon();
+    startAgent();
+    writeStore({probeEntry("stored", with(inSession, "Then", "act in the daemon"))});
+    ASSERT_TRUE(logs("Probe acts in the session: stored"));
+    EXPECT_TRUE(logs("Probe acts in the daemon: stored"));
+    EXPECT_EQ(countOf("made up"), 0);
+    EXPECT_EQ(countOf("refused"), 0);
+}
+
+TEST_F(HostsTest, AnAgentHasItsOccurrenceRemovedAndCannotHandItBackAfterwards)
+{
+    startDaemon();
+    startAgent();
+    writeStore({probeEntry("stored", with(inSession, "Then", "remove, then act in the daemon"))});
+    ASSERT_TRUE(logs("the occurrence was removed by user"));
+    EXPECT_TRUE(logs("DaemonMustActEvent from user"));
+    EXPECT_THAT(lineWith("DaemonMustActEvent from user"), HasSubstr("refused"));
+    EXPECT_EQ(countOf("acts in the daemon"), 0);
+}
+
+TEST_F(HostsTest, AnOccurrenceThatAnotherUsersAgentHasIsRefused)
+{
+    const QDateTime date = soon().addSecs(-60);
+    writeStore({probeEntry("other", inSession, date)});
+    OccurrenceRecord record;
+    record.set("other", date, {OccurrenceState::Done, agentUser() + 1, QDateTime::currentDateTimeUtc()});
+    QString error;
+    ASSERT_TRUE(OccurrenceFile::save(record, &error)) << error.toStdString();
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 1"));
+    for (const char *name : {"DaemonMustActEvent", "DaemonMustRemoveEvent"}) {
+        EXPECT_TRUE(postAsAgentUser("daemon", handBack(name, date)))
+            << "an event is answered before it is judged";
+        EXPECT_TRUE(logs(QString("%1 from user %2 refused").arg(name).arg(agentUser())));
+    }
+    EXPECT_EQ(countOf("acts in the daemon"), 0);
+}
+
+TEST_F(HostsTest, AnOccurrenceThatNobodysAgentHasIsRefused)
+{
+    const QDateTime later = soon().addSecs(3600);
+    writeStore({probeEntry("later", inDaemon, later)});
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 1"));
+    EXPECT_TRUE(postAsAgentUser("daemon", handBack("DaemonMustActEvent", later)));
+    EXPECT_TRUE(logs("DaemonMustActEvent from user"));
+    EXPECT_EQ(countOf("acts in the daemon"), 0);
+}
+
+TEST_F(HostsTest, AScheduleRunsNowForItsOwnerAndStillAtItsDate)
+{
+    const QDateTime date = soon().addSecs(1);
+    writeStore({probeEntry("mine", inDaemon, date)});
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 1"));
+    EXPECT_TRUE(postAsAgentUser("daemon", runNow("mine")));
+    EXPECT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: mine") == 2; }));
+}
+
+TEST_F(HostsTest, RunNowIsRefusedForAScheduleThatDoesNotExist)
+{
+    startDaemon();
+    EXPECT_TRUE(postAsAgentUser("daemon", runNow("none\nsuch")));
+    EXPECT_TRUE(logs("DaemonMustRunNowEvent from user"));
+    EXPECT_THAT(lineWith("DaemonMustRunNowEvent from user"),
+                HasSubstr("refused: there is no schedule none such"));
+}
+
+TEST_F(HostsTest, StrangersGiveNoOrders)
+{
+    writeStore({changed(probeEntry("foreign", inDaemon, soon().addSecs(3600)), "Owner",
+                        static_cast<qint64>(agentUser() + 1))});
+    startDaemon();
+    startAgent();
+    const NSNotification act("UserAgentMustActEvent", "com.dozely.UserAgent",
+                             {{"Schedule Date", soon()},
+                              {"Schedule Bundle Path", schedule("any").fullBundlePath()},
+                              {"Schedule Parameters", QVariantMap{{"Text", "made up"}}}});
+    EXPECT_TRUE(postAsAgentUser(QString::number(agentUser()), act));
+    EXPECT_TRUE(postAsAgentUser("daemon", runNow("foreign")));
+    if (::geteuid() == 0) {
+        EXPECT_TRUE(logs("UserAgentMustActEvent refused"));
+        EXPECT_TRUE(logs("DaemonMustRunNowEvent from user"));
+        EXPECT_EQ(countOf("Probe acts"), 0);
+    } else {
+        // Who owns the root folder is no stranger.
+        EXPECT_TRUE(logs("Probe acts in the session: made up"));
+        EXPECT_TRUE(logs("Probe acts in the daemon: foreign"));
+    }
+}
+
+TEST_F(HostsTest, ABadStoreLeavesTheSchedulesAsTheyWereAndUntouchedItself)
+{
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 0"));
+    const QDateTime date = soon().addSecs(1);
+    const QByteArray good = storeOf({probeEntry("good", inDaemon, date)});
+    write(storePath, good);
+    ASSERT_TRUE(logs("Schedules: 1"));
+    write(storePath, good.left(good.size() / 2));
+    EXPECT_TRUE(logs("its schedules stay as they were"));
+    EXPECT_TRUE(logs("Probe acts in the daemon: good"));
+    EXPECT_EQ(read(storePath), good.left(good.size() / 2));
+}
+
+TEST_F(HostsTest, AnExceptionThatLeavesAPlugInsSlotIsOneLineAndTheDaemonGoesOn)
+{
+    startDaemon();
+    const QDateTime date = soon();
+    writeStore({probeEntry("bad", with(with(inDaemon, "Throws Later", true), "Goes On", "for ever"), date),
+                probeEntry("next", inDaemon, date.addSecs(1))});
+    EXPECT_TRUE(logs("was stopped: the probe was told to, later"));
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(endOf(daemon), 0);
+}
+
+TEST_F(HostsTest, RefuseARootFolderThatIsTooLongForASocketPath)
+{
+    const QString longFolder = root.makeFolder("/" + QString(80, 'x'));
+    for (const QString program :
+         {"/usr/sbin/dozelyd",
+          "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"}) {
+        const Ended ended = run(program, {"--root", longFolder});
+        EXPECT_EQ(ended.status, 2);
+        EXPECT_THAT(ended.errors.toStdString(), HasSubstr("too long"));
+    }
+}

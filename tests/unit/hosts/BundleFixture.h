@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "unit/hosts/HostFixture.h"
+
+/// Puts bundles with built modules below the scratch root.
+class BundleFixture : public HostFixture
+{
+protected:
+    static constexpr char plugIns[] = "/Library/Application Support/Dozely/PlugIns";
+
+    /// A bundle with this Info dictionary and these files as modules; its fixed path.
+    QString makeBundle(const QString &name, const QVariantMap &info,
+                       const QStringList &modules = {PROBE_MODULE}) const
+    {
+        const QString bundle = QString("%1/%2.plugin").arg(plugIns, name);
+        write(bundle + "/Contents/Info.plist", PropertyList::toData(info, PropertyList::Format::Xml));
+        const QString folder = root.makeFolder(bundle + "/Contents/Linux");
+        for (const QString &module : modules) {
+            const QString copy = folder + '/' + QFileInfo(module).fileName();
+            EXPECT_TRUE(QFile::copy(module, copy)) << copy.toStdString();
+            ::chmod(qPrintable(copy), 0755);
+        }
+        return bundle;
+    }
+    QString makeProbe() const
+    {
+        return makeBundle("Probe", {{"CFBundleIdentifier", "com.dozely.probe"},
+                                    {"WDDaemonModule", "ProbePlugIn.so"},
+                                    {"WDUserAgentModule", "ProbePlugIn.so"}});
+    }
+    /// The lines of the log without the name of this program before them.
+    QStringList messages() const
+    {
+        QStringList messages;
+        for (const QString &line : root.logLines())
+            messages += line.section(' ', 1);
+        return messages;
+    }
+};

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
+#include "hosts/daemon/ScheduleKeeper.h"
+#include "support/FakeClock.h"
+#include "support/FakeConsoleUser.h"
+#include "support/PrintTo.h"
+#include "support/WaitUntil.h"
+#include "unit/hosts/BundleFixture.h"
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// Acts in the daemon, at noon by the clock.
+class OccurrencePerformerTest : public BundleFixture
+{
+protected:
+    Occurrence probe(QVariantMap parameters) const
+    {
+        parameters.insert("Acts In User Agent", parameters.value("Acts In User Agent", 0LL));
+        parameters.insert("Text", "hello");
+        Schedule schedule = BundleFixture::schedule("a");
+        schedule.parameters = parameters;
+        return {schedule, schedule.date};
+    }
+    std::optional<OccurrenceState> state() const
+    {
+        const auto entry = keeper.scheduler().record().find("a", noon());
+        return entry ? std::optional(entry->state) : std::nullopt;
+    }
+    std::string lastMessage() const { return messages().isEmpty() ? "" : messages().last().toStdString(); }
+
+    FakeClock clock{noon()};
+    ScheduleKeeper keeper{clock};
+    std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
+    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console)};
+};
+
+TEST_F(OccurrencePerformerTest, PerformsInTheDaemonWithParametersAndDate)
+{
+    makeProbe();
+    performer.performDue(probe({}));
+    EXPECT_EQ(messages(), QStringList({"Probe initialised", "Schedule \"Name of a\" acts in the daemon",
+                                       "Probe acts in the daemon: hello, 2026-03-14 13:00:00 +0100"}));
+    EXPECT_EQ(state(), OccurrenceState::Begun);
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
+{
+    makeProbe();
+    performer.performDue(probe({{"Goes On", "for a while"}}));
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    EXPECT_EQ(lastMessage(), "Probe finished");
+}
+
+TEST_F(OccurrencePerformerTest, SkipsWhatIsLaterThanItsPlugInsTimeOut)
+{
+    makeProbe();
+    clock.advance(31s);
+    performer.performDue(probe({{"Time Out", -30LL}}));
+    EXPECT_EQ(state(), OccurrenceState::Skipped);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was skipped: it is 31 s late");
+}
+
+TEST_F(OccurrencePerformerTest, PerformsWhatIsLateWithinItsPlugInsTimeOut)
+{
+    makeProbe();
+    clock.advance(30s);
+    performer.performDue(probe({{"Time Out", -30LL}}));
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, PerformsWhatIsAskedForNowHoweverLate)
+{
+    makeProbe();
+    clock.advance(24h);
+    performer.performNow(probe({}));
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, SkipsWhatMayHaveRun)
+{
+    makeProbe();
+    Occurrence unsure = probe({});
+    unsure.mayHaveRun = true;
+    performer.performDue(unsure);
+    EXPECT_EQ(state(), OccurrenceState::Skipped);
+    EXPECT_EQ(messages().size(), 1);
+    EXPECT_THAT(lastMessage(), HasSubstr("may have run"));
+}
+
+TEST_F(OccurrencePerformerTest, SaysInOneLineThatABundleIsMissing)
+{
+    performer.performDue(probe({}));
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(messages().size(), 1);
+    EXPECT_THAT(lastMessage(), HasSubstr("was not performed: There is no bundle"));
+}
+
+TEST_F(OccurrencePerformerTest, SaysInOneLineWhatIsWrongWithAModuleAndGoesOn)
+{
+    const auto performBad = [this](const QString &name, const QStringList &modules) {
+        const qsizetype before = messages().size();
+        Occurrence occurrence = probe({});
+        occurrence.schedule.bundlePath = makeBundle(name, {{"WDDaemonModule", name + ".so"}}, modules);
+        performer.performDue(occurrence);
+        EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+        EXPECT_EQ(messages().size(), before + 1) << name.toStdString();
+        EXPECT_THAT(lastMessage(), HasSubstr("was not performed")) << name.toStdString();
+        keeper.scheduler().record() = {};
+    };
+    performBad("NoModule", {});
+    for (const QString name : {"WrongInterface", "FactoryThrows", "ConstructorThrows"})
+        performBad(name, {QString(KIT_MODULES "/%1.so").arg(name)});
+    makeProbe();
+    performer.performDue(probe({}));
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, SaysThatAnActionRaised)
+{
+    makeProbe();
+    performer.performDue(probe({{"Throws", true}}));
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: the probe was told to");
+}
+
+TEST_F(OccurrencePerformerTest, SaysThatNobodyIsLoggedIn)
+{
+    makeProbe();
+    performer.performDue(probe({{"Acts In User Agent", 1LL}}));
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: nobody is logged in");
+}
+
+TEST_F(OccurrencePerformerTest, SaysThatTheAgentCouldNotBeReached)
+{
+    makeProbe();
+    console->user = ConsoleUser::User{"alice", 4242};
+    performer.performDue(probe({{"Acts In User Agent", 1LL}}));
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(lastMessage(),
+              "Schedule \"Name of a\" was not performed: the agent of user 4242 could not be reached");
+}
+
+TEST_F(OccurrencePerformerTest, PerformsAnOccurrenceThatIsHandedBackInTheDaemon)
+{
+    makeProbe();
+    performer.performHandedBack(probe({{"Acts In User Agent", 1LL}}));
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    EXPECT_THAT(lastMessage(), HasSubstr("Probe acts in the daemon"));
+}
+
+TEST(WhereAnActionBelongs, IsSaidByTheParameterThenByTheBundleThenByItsModules)
+{
+    const QVariantMap module{{"WDDaemonModule", "x.so"}};
+    const QVariantMap saysSession{{"WDDaemonModule", "x.so"}, {"WDActsInUserAgent", true}};
+    const QVariantMap saysDaemon{{"WDActsInUserAgent", false}};
+    const auto inSession = [](const QVariant &parameter, const QVariantMap &info) {
+        return OccurrencePerformer::actsInUserAgent({{"Acts In User Agent", parameter}}, info);
+    };
+    EXPECT_TRUE(inSession(1LL, module));
+    EXPECT_TRUE(inSession("1", saysDaemon));
+    EXPECT_TRUE(inSession(true, module));
+    EXPECT_FALSE(inSession(0LL, saysSession));
+    EXPECT_FALSE(inSession(2LL, saysSession));
+    EXPECT_TRUE(OccurrencePerformer::actsInUserAgent({}, saysSession));
+    EXPECT_FALSE(OccurrencePerformer::actsInUserAgent({}, saysDaemon));
+    EXPECT_FALSE(OccurrencePerformer::actsInUserAgent({}, module));
+    EXPECT_TRUE(OccurrencePerformer::actsInUserAgent({}, {}));
+}
+
+TEST(PinnedConsoleUser, HoldsTheUserStillUntilItIsReleased)
+{
+    const auto real = std::make_shared<FakeConsoleUser>();
+    PinnedConsoleUser pinned(real);
+    EXPECT_FALSE(pinned.pin());
+    real->user = ConsoleUser::User{"alice", 1000};
+    EXPECT_EQ(pinned.pin()->userId, 1000u);
+    real->user = ConsoleUser::User{"bob", 1001};
+    EXPECT_EQ(pinned.current()->userId, 1000u);
+    pinned.release();
+    EXPECT_EQ(pinned.current()->userId, 1001u);
+}

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/ScheduleKeeper.h"
+#include "hosts/daemon/OccurrenceFile.h"
+#include "support/FakeClock.h"
+#include "support/PrintTo.h"
+#include "unit/hosts/BundleFixture.h"
+
+#include <QDir>
+
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class ScheduleKeeperTest : public BundleFixture
+{
+protected:
+    /// Reads the store and returns the lines that the log got.
+    std::vector<std::string> linesOfReading(ScheduleKeeper &keeper) const
+    {
+        const qsizetype before = messages().size();
+        keeper.readStore();
+        std::vector<std::string> lines;
+        for (const QString &line : messages().mid(before))
+            lines.push_back(line.toStdString());
+        return lines;
+    }
+    static QStringList identifiersOf(const ScheduleKeeper &keeper)
+    {
+        QStringList identifiers;
+        for (const Schedule &schedule : keeper.scheduler().schedules())
+            identifiers += schedule.identifier;
+        return identifiers;
+    }
+    static std::optional<OccurrenceState> savedState(const QString &identifier)
+    {
+        const auto entry = OccurrenceFile::load().record.find(identifier, noon());
+        return entry ? std::optional(entry->state) : std::nullopt;
+    }
+    static Occurrence occurrenceOf(const QString &identifier) { return {schedule(identifier), noon()}; }
+
+    FakeClock clock{noon()};
+};
+
+TEST_F(ScheduleKeeperTest, CountsTheSchedulesInTheLogWhenTheirNumberChanges)
+{
+    ScheduleKeeper keeper(clock);
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre("Schedules: 0"));
+    writeStore({entry("a"), entry("b")});
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre("Schedules: 2"));
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre());
+}
+
+TEST_F(ScheduleKeeperTest, KeepsTheLastGoodStateOfADamagedStoreAndSaysSoOnce)
+{
+    ScheduleKeeper keeper(clock);
+    writeStore({entry("a"), entry("b")});
+    keeper.readStore();
+    for (const QByteArray &damaged : {QByteArray(), storeOf({entry("c")}).left(200), QByteArray("text")}) {
+        write(storePath, damaged);
+        EXPECT_THAT(linesOfReading(keeper), ElementsAre(HasSubstr("its schedules stay as they were")));
+        EXPECT_THAT(linesOfReading(keeper), ElementsAre());
+        EXPECT_EQ(identifiersOf(keeper), QStringList({"a", "b"}));
+        EXPECT_EQ(read(storePath), damaged) << "the daemon never writes the store";
+        writeStore({entry("a"), entry("b")});
+        keeper.readStore();
+    }
+}
+
+TEST_F(ScheduleKeeperTest, RunsTheGoodEntriesAndNamesTheBadOneInOneLine)
+{
+    ScheduleKeeper keeper(clock);
+    writeStore({entry("a"), changed(entry("b"), "Date", "tomorrow"), entry("c")});
+    EXPECT_THAT(
+        linesOfReading(keeper),
+        ElementsAre(R"(Schedule entry 2 ("Name of b", "b") is bad: "Date" is not a date)", "Schedules: 2"));
+    EXPECT_EQ(identifiersOf(keeper), QStringList({"a", "c"}));
+}
+
+TEST_F(ScheduleKeeperTest, KeepsTheLastGoodStateOfAnEntryThatTurnsBad)
+{
+    ScheduleKeeper keeper(clock);
+    writeStore({entry("a"), entry("b")});
+    keeper.readStore();
+    writeStore({changed(entry("a"), "Name", "New"), changed(entry("b"), "Is Enabled", "no")});
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre(HasSubstr("\"b\") is bad")));
+    EXPECT_EQ(keeper.scheduler().schedule("a")->name, "New");
+    EXPECT_EQ(keeper.scheduler().schedule("b"), schedule("b"));
+    writeStore({entry("a")});
+    keeper.readStore();
+    EXPECT_EQ(identifiersOf(keeper), QStringList{"a"});
+}
+
+TEST_F(ScheduleKeeperTest, HasNoSchedulesOnceTheStoreIsRemoved)
+{
+    ScheduleKeeper keeper(clock);
+    writeStore({entry("a")});
+    keeper.readStore();
+    ASSERT_TRUE(QFile::remove(root.join(storePath)));
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre("Schedules: 0"));
+}
+
+TEST_F(ScheduleKeeperTest, HasABeginningOnDiskAtOnceAndTheEndALittleLater)
+{
+    ScheduleKeeper keeper(clock);
+    keeper.noteBegun(occurrenceOf("a"));
+    EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
+    clock.advance(1s);
+    EXPECT_EQ(savedState("a"), OccurrenceState::Done);
+}
+
+TEST_F(ScheduleKeeperTest, SavesWhatIsLeftWhenItIsTold)
+{
+    ScheduleKeeper keeper(clock);
+    keeper.note(occurrenceOf("a"), OccurrenceState::Skipped);
+    keeper.flush();
+    EXPECT_EQ(savedState("a"), OccurrenceState::Skipped);
+}
+
+TEST_F(ScheduleKeeperTest, LogsWhatItFindsBegunAsInterruptedAndDoesNotRepeatIt)
+{
+    writeStore({entry("a")});
+    ScheduleKeeper(clock).noteBegun(occurrenceOf("a"));
+    ScheduleKeeper restarted(clock);
+    EXPECT_EQ(messages(),
+              QStringList{"Schedule a at 2026-03-14T12:00:00Z was interrupted and is not repeated"});
+    restarted.readStore();
+    EXPECT_TRUE(restarted.scheduler().due().isEmpty());
+    restarted.flush();
+    EXPECT_EQ(savedState("a"), OccurrenceState::Interrupted);
+}
+
+TEST_F(ScheduleKeeperTest, TakesWhatFellDueBeforeADamagedRecordForPerhapsPerformed)
+{
+    writeStore({entry("a", noon().addSecs(-1)), entry("b")});
+    write(recordPath, "damaged");
+    ScheduleKeeper keeper(clock);
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_THAT(messages().first().toStdString(), HasSubstr("is damaged and was moved aside"));
+    keeper.readStore();
+    const auto due = keeper.scheduler().due();
+    ASSERT_EQ(due.size(), 2);
+    EXPECT_TRUE(due[0].mayHaveRun);
+    EXPECT_FALSE(due[1].mayHaveRun);
+}
+
+TEST_F(ScheduleKeeperTest, ForgetsOccurrencesOfSchedulesThatAreGone)
+{
+    ScheduleKeeper keeper(clock);
+    keeper.noteBegun(occurrenceOf("a"));
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    writeStore({entry("b")});
+    keeper.readStore();
+    keeper.flush();
+    EXPECT_FALSE(savedState("a"));
+}
+
+TEST_F(ScheduleKeeperTest, ForgetsNothingWhileTheStoreIsBad)
+{
+    ScheduleKeeper keeper(clock);
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    keeper.flush();
+    const auto isRemembered = [&] {
+        keeper.readStore();
+        keeper.flush();
+        return savedState("a").has_value();
+    };
+    EXPECT_TRUE(isRemembered()) << "no store";
+    write(storePath, "text");
+    EXPECT_TRUE(isRemembered()) << "no property list";
+    writeStore({entry("b"), "text"});
+    EXPECT_TRUE(isRemembered()) << "a bad entry";
+}
+
+TEST_F(ScheduleKeeperTest, SaysOnceThatTheRecordCannotBeSaved)
+{
+    write("/var/lib", "a file where a folder belongs");
+    ScheduleKeeper keeper(clock);
+    keeper.noteBegun(occurrenceOf("a"));
+    keeper.noteBegun(occurrenceOf("b"));
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_THAT(messages().first().toStdString(), HasSubstr("could not be saved"));
+    EXPECT_TRUE(keeper.scheduler().record().find("b", noon())) << "remembered all the same";
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "core/ZDRLog.h"
+#include "plugin/WDPlugInFactory.h"
+
+#include <QTimer>
+
+#include <stdexcept>
+
+/// A plug-in for tests: writes into the log where it acts, and does what its parameters say.
+class ProbeDaemonPlugIn : public WDDaemonPlugIn
+{
+    Q_OBJECT
+public:
+    ~ProbeDaemonPlugIn() override
+    {
+        if (m_isActing)
+            ZDRLog("Probe dropped while it acts");
+    }
+
+    void actInDaemon() override
+    {
+        ZDRLog("Probe acts in the daemon: %@, %@", parameters()->value("Text"), calendarDate());
+        if (parameters()->value("Throws").toBool())
+            throw std::runtime_error("the probe was told to");
+        if (parameters()->value("Throws Later").toBool())
+            QTimer::singleShot(0, this, [] { throw std::runtime_error("the probe was told to, later"); });
+        m_isActing = parameters()->contains("Goes On");
+        if (parameters()->value("Goes On") == "for a while")
+            QTimer::singleShot(0, this, &ProbeDaemonPlugIn::finish);
+    }
+
+    qint32 timeOut() const override
+    {
+        return parameters()->contains("Time Out") ? integerParameter("Time Out") : WDDaemonPlugIn::timeOut();
+    }
+
+    Q_INVOKABLE bool isActing() const { return m_isActing; }
+
+Q_SIGNALS:
+    void actionDidFinish();
+
+private:
+    void finish()
+    {
+        m_isActing = false;
+        ZDRLog("Probe finished");
+        Q_EMIT actionDidFinish();
+    }
+
+    bool m_isActing = false;
+};
+
+class ProbeUserAgentPlugIn : public WDUserAgentPlugIn
+{
+    Q_OBJECT
+public:
+    void actInUserAgent() override
+    {
+        ZDRLog("Probe acts in the session: %@, %@", parameters()->value("Text"), calendarDate());
+        const QString then = parameters()->value("Then").toString();
+        if (then == "throw")
+            throw std::runtime_error("the probe was told to");
+        m_isActing = then == "go on";
+        if (then.startsWith("remove"))
+            cancelEvent();
+        if (then.endsWith("act in the daemon")) {
+            // What an agent sends only selects an occurrence.
+            (*parameters())["Text"] = "made up by the agent";
+            actInDaemonNow();
+        }
+    }
+
+    void stopAction() override { ZDRLog("Probe was told to stop"); }
+
+    Q_INVOKABLE bool isActing() const { return m_isActing; }
+
+private:
+    bool m_isActing = false;
+};
+
+class ProbeFactory : public QObject, public WDPlugInFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID WDPlugInFactory_iid)
+    Q_INTERFACES(WDPlugInFactory)
+public:
+    bool initializeClass(const std::shared_ptr<NSBundle> &bundle) override
+    {
+        ZDRLog("Probe initialised");
+        return !bundle->objectForInfoDictionaryKey("Refuses").toBool();
+    }
+    void terminateClass() override { ZDRLog("Probe terminated"); }
+    std::unique_ptr<WDPlugIn> make() override { return nullptr; }
+    std::unique_ptr<WDPlugIn> makeForRole(const QString &roleKey) override
+    {
+        if (roleKey == "WDDaemonModule")
+            return std::make_unique<ProbeDaemonPlugIn>();
+        return roleKey == "WDUserAgentModule" ? std::make_unique<ProbeUserAgentPlugIn>() : make();
+    }
+};
+
+#include "ProbePlugIn.moc"
