@@ -101,7 +101,8 @@ private:
         }
         if (auto stream = SdBusStream::make(descriptor, SdBusStream::Side::Server)) {
             AcceptedStreams::ofThisThread().add(stream);
-            m_accept(std::move(stream));
+            m_accept(stream);
+            stream->ready(); // starting it has read the handshake already: answer without another turn
         }
     }
 

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
 #include <unistd.h>
 
 using std::chrono::milliseconds;
@@ -76,7 +77,7 @@ SdBusStream::SdBusStream(sd_bus *bus, int descriptor, Side side)
       m_side(side),
       m_peer(peerCredentials(descriptor))
 {
-    m_source = m_loop.add(descriptor, static_cast<short>(sd_bus_get_events(bus)), this);
+    m_source = m_loop.add(descriptor, POLLIN, this);
     if (side == Side::Server)
         m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
 }
@@ -107,6 +108,8 @@ void SdBusStream::drop()
 
 void SdBusStream::ready()
 {
+    if (!m_bus)
+        return;
     const auto self = shared_from_this(); // serving may let go of us
     if (drain() < 0)
         drop();
