@@ -1,0 +1,142 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+"""Holds the include rules of the source tree (docs/architecture.md, "Rules of the tree").
+
+    include_rules.py ROOT QTCORE_HEADERS
+
+Reads the #include lines below ROOT and prints one line for each that breaks a rule. QTCORE_HEADERS is the folder of
+QtCore's headers: what it does not hold is Gui, Widgets or another library. Exit status: 0 when all rules hold, 1 when
+not, 2 on bad usage.
+"""
+import re
+import sys
+from pathlib import Path
+
+# A folder of kit/ may include itself and these. Arrows go down only.
+ARROWS = {
+    "platform": (),
+    "core": ("platform",),
+    "communication": ("core", "platform"),
+    "system": ("core", "platform"),
+    "update": ("system", "core", "platform"),
+    "plugin": ("communication", "system", "core", "platform"),
+    "interface": ("core", "platform"),
+}
+# Programs and bundles without widgets: a root process loads no widget library.
+WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin")
+# Folders outside kit/ that see no more of it than a stranger who installed it.
+CONSUMERS = ("hosts", "plugins", "examples")
+# The doors to the machine: behind them, only kit/platform/linux.
+MACHINE = re.compile(r"(sys|systemd|dbus|dbus-1\.0|linux|netinet|arpa|net|libevdev|libevdev-1\.0|curl)/"
+                     r"|(poll|ifaddrs|mqueue|libudev)\.h$|QtDBus/|QDBus")
+GENERATED = re.compile(r"DozelyKitExport\.h$|moc_\w+\.cpp$|\w+\.moc$|ui_\w+\.h$")
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*(?:include|include_next|import)[ \t]*(<([^>\n]*)>|"([^"\n]*)"|([^\s<"].*))', re.MULTILINE)
+COMMENT_OR_STRING = re.compile(r'//[^\n]*|/\*.*?\*/|R"([^(\s]*)\(.*?\)\1"', re.DOTALL)
+
+
+def includes(file):
+    """(line number, name, whether it stood in angle brackets) of each include line; name None for a macro."""
+    text = file.read_text(encoding="utf-8")
+    text = COMMENT_OR_STRING.sub(lambda match: "\n" * match.group().count("\n"), text)
+    for match in INCLUDE.finditer(text):
+        line = text.count("\n", 0, match.start(1)) + 1
+        yield line, match.group(2) or match.group(3), match.group(2) is not None
+
+
+def is_public(relative):
+    """Whether a file, as a path below kit/, is installed."""
+    return relative.suffix == ".h" and not relative.name.endswith("_p.h") and "linux" not in relative.parts
+
+
+class Rules:
+    def __init__(self, root, qt_core):
+        self.root = Path(root).resolve()
+        self.qt_core = {entry.name for entry in Path(qt_core).iterdir()}
+        if "QString" not in self.qt_core:
+            raise ValueError(f"{qt_core} does not hold QtCore's headers")
+        self.broken = []
+
+    def check(self):
+        files = 0
+        for top in ("kit", *CONSUMERS):
+            for file in sorted((self.root / top).rglob("*")):
+                if file.suffix in (".h", ".cpp") and file.is_file():
+                    files += 1
+                    self.check_file(file)
+        if not files:
+            raise ValueError(f"there are no sources below {self.root}")
+        return self.broken
+
+    def check_file(self, file):
+        relative = file.relative_to(self.root)
+        if relative.parts[0] == "kit" and relative.parts[1] not in ARROWS:
+            self.broken.append(f"{relative}: kit/{relative.parts[1]} is no folder that the rules know")
+            return
+        for line, name, angled in includes(file):
+            if name is None:
+                problem = "an include by macro hides what it includes"
+            elif relative.parts[0] == "kit":
+                problem = self.problem_in_kit(relative, name, angled)
+            else:
+                problem = self.problem_in_consumer(relative, name, angled)
+            if problem:
+                self.broken.append(f"{relative}:{line}: {name or 'macro'}: {problem}")
+
+    def own_header(self, including, name):
+        """The included file as a path below kit/, None when it is none of the kit's."""
+        for candidate in (self.root / "kit" / name, (self.root / including).parent / name):
+            resolved = candidate.resolve()
+            if resolved.is_file() and resolved.is_relative_to(self.root / "kit"):
+                return resolved.relative_to(self.root / "kit")
+        return None
+
+    def problem_in_kit(self, file, name, angled):
+        folder, in_linux, public = file.parts[1], file.parts[1:3] == ("platform", "linux"), is_public(Path(*file.parts[1:]))
+        own = self.own_header(file, name)
+        if own is not None:
+            if own.parts[0] != folder and own.parts[0] not in ARROWS[folder]:
+                return f"kit/{folder} may not include kit/{own.parts[0]}"
+            if own.parts[:2] == ("platform", "linux") and not in_linux:
+                return "only kit/platform/linux may include its headers"
+            if public and not is_public(own):
+                return "a public header may not include a private one"
+            return None
+        if not angled:
+            return None if GENERATED.match(name) else "neither a header of the kit nor a generated one"
+        if is_qt(name) and folder != "interface" and not self.is_qt_core(name):
+            return "only kit/interface may include more of Qt than QtCore"
+        if public and not is_qt(name) and not re.fullmatch(r"[a-z_]+", name):
+            return "a public header may include only Qt and the C++ standard library"
+        if MACHINE.match(name) and not in_linux:
+            return "only kit/platform/linux may know this part of the machine"
+        return None
+
+    def problem_in_consumer(self, file, name, angled):
+        own = self.own_header(file, name)
+        if own is not None and not is_public(own):
+            return "not a public header of the kit"
+        if angled and is_qt(name) and str(file).startswith(WITHOUT_WIDGETS) and not self.is_qt_core(name):
+            return "a host without windows may include only QtCore"
+        return None
+
+    def is_qt_core(self, name):
+        folder, _, header = name.rpartition("/")
+        return folder in ("", "QtCore") and header in self.qt_core
+
+
+def is_qt(name):
+    return re.match(r"Qt?[A-Z]|q[a-z0-9_]+\.h$", name) is not None
+
+
+def main(arguments):
+    if len(arguments) != 2:
+        print(__doc__, file=sys.stderr)
+        return 2
+    broken = Rules(*arguments).check()
+    for line in broken:
+        print(line)
+    return 1 if broken else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

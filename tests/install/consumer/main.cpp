@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// A program of somebody who installed the library: uses one thing of each layer that needs no running system.
+#include "communication/WDCommunicationCenter.h"
+#include "core/DataExtensions.h"
+#include "core/WDNotificationCenter.h"
+#include "platform/NSBundle.h"
+#include "plugin/WDPlugIn.h"
+
+#include <cstdio>
+
+class Listener : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void heard(const NSNotification &notification)
+    {
+        std::printf("heard: %s\n", qPrintable(notification.userInfo().value("Word").toString()));
+    }
+};
+
+int main()
+{
+    std::printf("sha1: %s\n", zandorSoftwaresExtensions::sha1Hash("abc").toHex().constData());
+    std::printf("bundle: %s\n", qPrintable(NSBundle::kitBundle()->bundleIdentifier()));
+
+    WDDaemonPlugIn plugIn;
+    plugIn.setParameters(QVariantMap{{"Needs Wake Up", 1}});
+    std::printf("wakes: %s\n", plugIn.needsWakeUp() ? "yes" : "no");
+
+    const auto listener = std::make_shared<Listener>();
+    WDNotificationCenter::defaultCenter()->addObserver(listener, "heard", "Greeting", "Consumer");
+    WDNotificationCenter::defaultCenter()->postNotification(
+        NSNotification("Greeting", "Consumer", {{"Word", "good morning"}}));
+    std::printf("port: %s\n", qPrintable(WDCommunicationCenter::sharedInstance()->portName().section('.', 0, 0)));
+    return 0;
+}
+
+#include "main.moc"

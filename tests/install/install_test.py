@@ -1,0 +1,159 @@
+# SPDX-License-Identifier: MIT
+"""Installs the build into a scratch folder, looks at what came, and builds programs against it.
+
+    install_test.py BUILD SOURCE PREFIX LIBDIR CXX FLAGS [unittest arguments]
+
+FLAGS are the compiler flags of the build, which a consumer needs when it is a sanitized one.
+"""
+import os
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+BUILD, SOURCE, PREFIX, LIBDIR, CXX, FLAGS = sys.argv[1:7]
+SOURCE = Path(SOURCE)
+AGENT = f"{PREFIX}/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"
+EXPECTED = ["sha1: a9993e364706816aba3e25717850c26c9cd0d89d", "bundle: com.dozely.Kit", "wakes: yes",
+            "heard: good morning", "port: consumer"]
+
+
+def run(*command, fails=False, **environment):
+    """What the command wrote; raises when it does not end as expected."""
+    done = subprocess.run(command, env={**os.environ, **environment}, text=True, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, check=False)
+    if (done.returncode != 0) != fails:
+        raise AssertionError(f"{command} ended with {done.returncode}:\n{done.stdout}")
+    return done.stdout
+
+
+class InstallTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = Path(tempfile.mkdtemp(prefix="dz-install-"))
+        cls.addClassCleanup(shutil.rmtree, cls.scratch)
+        run("cmake", "--install", BUILD, DESTDIR=str(cls.scratch / "first"))
+        # Whoever uses it afterwards finds it at another place: nothing may depend on where it was put.
+        cls.stage = cls.scratch / "stage"
+        (cls.scratch / "first").rename(cls.stage)
+        cls.prefix = cls.stage / PREFIX.lstrip("/")
+        cls.library = cls.prefix / LIBDIR
+        cls.headers = cls.prefix / "include" / "DozelyKit"
+
+    def installed(self):
+        return [file for file in self.stage.rglob("*") if file.is_file() and not file.is_symlink()]
+
+    def test_every_public_header_is_installed_and_no_private_one(self):
+        public = {file.relative_to(SOURCE / "kit") for file in (SOURCE / "kit").rglob("*.h")
+                  if not file.name.endswith("_p.h") and "linux" not in file.relative_to(SOURCE / "kit").parts}
+        self.assertIn(Path("plugin/WDPlugIn.h"), public)
+        here = {file.relative_to(self.headers) for file in self.headers.rglob("*") if file.is_file()}
+        self.assertEqual(here, public | {Path("DozelyKitExport.h")})
+        everywhere = {file for file in self.stage.rglob("*.h")}
+        self.assertEqual({file for file in everywhere if file.name.endswith("_p.h") or "linux" in file.parts}, set())
+        self.assertEqual(everywhere, {self.headers / file for file in here})
+
+    def test_nothing_of_the_tests_is_installed(self):
+        names = [file.name for file in self.installed() if re.search(r"(?i)gtest|gmock|_tests?$|fake|support", file.name)]
+        self.assertEqual(names, [])
+
+    def test_no_installed_program_searches_the_build_or_source_folder(self):
+        programs = 0
+        for file in self.installed():
+            if file.read_bytes()[:4] != b"\x7fELF":
+                continue
+            programs += 1
+            dynamic = run("readelf", "-d", str(file), LC_ALL="C")
+            for path in re.findall(r"\((?:RUNPATH|RPATH)\).*\[(.*)\]", dynamic):
+                for entry in path.split(":"):
+                    self.assertTrue(entry.startswith("$ORIGIN") or entry == f"{PREFIX}/{LIBDIR}", f"{file}: {path}")
+        self.assertGreaterEqual(programs, 4)  # library, daemon, agent, admin tool
+
+    def test_the_library_carries_its_version_in_its_name(self):
+        library = self.library / "libDozelyKit.so"
+        self.assertRegex(library.resolve().name, r"^libDozelyKit\.so\.\d+\.\d+\.\d+$")
+        self.assertIn("Library soname: [libDozelyKit.so.0]", run("readelf", "-d", str(library), LC_ALL="C"))
+
+    def test_installed_programs_find_their_library(self):
+        for program in (self.prefix / "sbin" / "dozelyd", self.prefix / "bin" / "dozely-admin"):
+            run(str(program), "--version", LD_LIBRARY_PATH="")
+        # The agent knows the library by its full path, which this scratch folder is not.
+        run(str(self.stage / AGENT.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
+
+    def build(self, source, *arguments, fails=False):
+        folder = Path(tempfile.mkdtemp(dir=self.scratch))
+        output = run("cmake", "-S", str(source), "-B", str(folder), "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={CXX}",
+                     f"-DCMAKE_CXX_FLAGS={FLAGS}", f"-DCMAKE_PREFIX_PATH={self.prefix}", *arguments, fails=fails)
+        if not fails:
+            run("cmake", "--build", str(folder))
+        return folder, output
+
+    def test_a_program_builds_with_find_package_and_runs(self):
+        folder, _ = self.build(SOURCE / "tests/install/consumer")
+        self.assertEqual(run(str(folder / "consumer")).splitlines(), EXPECTED)
+
+    def test_a_program_builds_with_pkg_config_and_runs(self):
+        environment = {"PKG_CONFIG_PATH": str(self.library / "pkgconfig")}
+        version = run("pkg-config", "--modversion", "DozelyKit", **environment).strip()
+        self.assertRegex(version, r"^0\.1\.\d+$")
+        flags = shlex.split(run("pkg-config", "--cflags", "--libs", "DozelyKit", **environment))
+        folder = Path(tempfile.mkdtemp(dir=self.scratch))
+        moc = Path(run("pkg-config", "--variable=libexecdir", "Qt6Core").strip(), "moc")
+        run(str(moc), str(SOURCE / "tests/install/consumer/main.cpp"), "-o", str(folder / "main.moc"))
+        run(CXX, "-std=c++20", "-fPIC", *shlex.split(FLAGS), f"-I{folder}",
+            str(SOURCE / "tests/install/consumer/main.cpp"), "-o", str(folder / "consumer"), *flags)
+        self.assertEqual(run(str(folder / "consumer"), LD_LIBRARY_PATH=str(self.library)).splitlines(), EXPECTED)
+
+    def test_another_minor_version_is_not_taken_for_this_one(self):
+        source = Path(tempfile.mkdtemp(dir=self.scratch))
+        for version in ("0.2", "0.0", "1.0"):
+            (source / "CMakeLists.txt").write_text(
+                "cmake_minimum_required(VERSION 3.25)\nproject(Later LANGUAGES CXX)\n"
+                f"find_package(DozelyKit {version} REQUIRED)\n", encoding="utf-8")
+            _, output = self.build(source, fails=True)
+            self.assertIn("DozelyKit", output)
+            self.assertIn("compatible with requested", output)
+
+    def test_the_template_plug_in_builds_outside_the_tree(self):
+        copy = Path(tempfile.mkdtemp(dir=self.scratch)) / "my plug-in"
+        shutil.copytree(SOURCE / "examples/template-plugin", copy)
+        folder, _ = self.build(copy)
+        bundles = [path for path in folder.rglob("*.plugin") if (path / "Contents/Info.plist").is_file()]
+        self.assertEqual(len(bundles), 1, bundles)
+        modules = [file for file in (bundles[0] / "Contents/Linux").iterdir() if file.suffix == ".so"]
+        self.assertTrue(modules)
+
+    def test_the_system_finds_units_and_entries(self):
+        daemon = (self.prefix / "lib/systemd/system/dozelyd.service").read_text(encoding="utf-8")
+        self.assertIn(f"ExecStart={PREFIX}/sbin/dozelyd\n", daemon)
+        self.assertTrue((self.stage / AGENT.lstrip("/")).is_file())
+        unit = (self.prefix / "lib/systemd/user/dozely-agent.service").read_text(encoding="utf-8")
+        self.assertIn(f'ExecStart="{AGENT}"\n', unit)
+        wanted = self.prefix / "lib/systemd/user/graphical-session.target.wants/dozely-agent.service"
+        self.assertEqual(wanted.read_text(encoding="utf-8"), unit)
+        entry = (self.stage / "etc/xdg/autostart/dozely-agent.desktop").read_text(encoding="utf-8")
+        self.assertIn(f'Exec="{AGENT}"\n', entry)
+
+    def test_the_tmpfiles_entries_make_the_folders(self):
+        root = Path(tempfile.mkdtemp(dir=self.scratch))
+        entries = (self.prefix / "lib/tmpfiles.d/dozely.conf").read_text(encoding="utf-8")
+        if os.geteuid() != 0:  # an ordinary user's folders belong to that user
+            entries = entries.replace("root root", "-    -   ")
+        file = root / "dozely.conf"
+        file.write_text(entries, encoding="utf-8")
+        # Read below another root, systemd-tmpfiles asks that root who "root" is.
+        (root / "etc").mkdir()
+        (root / "etc/passwd").write_text("root:x:0:0:root:/root:/bin/sh\n", encoding="utf-8")
+        (root / "etc/group").write_text("root:x:0:\n", encoding="utf-8")
+        run("systemd-tmpfiles", "--create", f"--root={root}", str(file))
+        for folder in ("Library/Preferences", "Library/Application Support/Dozely/PlugIns", "var/lib/dozely"):
+            self.assertEqual((root / folder).stat().st_mode & 0o7777, 0o755, folder)
+        self.assertEqual((root / "var/log/dozely.log").stat().st_mode & 0o7777, 0o666)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[7:]], verbosity=2)
