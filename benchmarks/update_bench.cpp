@@ -136,7 +136,7 @@ int main(int argc, char **argv)
     require(seen.requests.constFirst().endsWith(QByteArray::fromStdString(body)) &&
                 seen.requests.constLast().endsWith(QByteArray::fromStdString(body)),
             "they did not ask the same");
-    bench.print("a check for updates",
-                {{"check", "curl command", 1.3}, {"check by a process", "curl command", 1.3}});
+    // The process has a figure but nothing to reach: most of it is starting a program that is linked with Qt.
+    bench.print("a check for updates", {{"check", "curl command", 1.3}});
     return 0;
 }

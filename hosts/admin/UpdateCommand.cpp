@@ -12,7 +12,7 @@ namespace
 {
 /// What the server said and what it means here. Its texts are a stranger's.
 struct Finding {
-    QString installed; // as "3.2 (41)"
+    QString installed; // as "3.2 (41)"; null when it is not known
     QString latest;    // the newer version; null when the installed one is the latest
     QUrl address;
 
@@ -31,7 +31,7 @@ void showInJson(const Finding &finding)
     const auto textOrNull = [](const QString &text) {
         return text.isEmpty() ? QVariant::fromValue(nullptr) : QVariant(text);
     };
-    Output::json({{"installed", finding.installed},
+    Output::json({{"installed", textOrNull(finding.installed)},
                   {"latest", textOrNull(finding.latest)},
                   {"isNewer", finding.isNewer()},
                   {"address", textOrNull(finding.addressText())},
@@ -40,10 +40,11 @@ void showInJson(const Finding &finding)
 
 void show(const Finding &finding)
 {
-    Output::line("Installed version:  " + Output::escaped(finding.installed));
-    Output::line("Latest version:     " + (finding.isNewer()
-                                               ? Output::escaped(finding.latest)
-                                               : Output::escaped(finding.installed) + ", up to date"));
+    const QString installed =
+        finding.installed.isNull() ? QString("not known") : Output::escaped(finding.installed);
+    Output::line("Installed version:  " + installed);
+    Output::line("Latest version:     " +
+                 (finding.isNewer() ? Output::escaped(finding.latest) : installed + ", up to date"));
     const QString address = finding.addressText();
     if (address.isEmpty())
         Output::line("Address:            the server gives none");
@@ -66,8 +67,8 @@ void UpdateCommand::run(const AdminOptions &options)
         throw AdminError(
             ExitStatus::NoAnswer,
             QString("%1 gave no answer that can be used; the log says why.").arg(UpdateServer::host()));
-    const Finding finding{checker->fullVersionString(), checker->latestVersion(),
-                          checker->latestVersionURL()};
+    const Finding finding{checker->versionString().isNull() ? QString() : checker->fullVersionString(),
+                          checker->latestVersion(), checker->latestVersionURL()};
     if (options.isSet("json"))
         showInJson(finding);
     else

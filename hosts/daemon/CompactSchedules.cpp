@@ -4,6 +4,7 @@
 #include "hosts/daemon/StringPool.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 #include <cstdlib>
 
@@ -37,7 +38,8 @@ QList<Schedule> CompactSchedules::thaw(const QByteArray &frozen)
         bool hasOwner = false;
         quint32 owner = 0;
         stream >> schedule.identifier >> schedule.name >> schedule.isEnabled >> schedule.bundlePath >>
-            schedule.parameters >> schedule.date >> schedule.timeZone >> hasOwner >> owner >> schedule.otherKeys;
+            schedule.parameters >> schedule.date >> schedule.timeZone >> hasOwner >> owner >>
+            schedule.otherKeys;
         if (hasOwner)
             schedule.owner = owner;
         schedule.bundlePath = pool.shared(schedule.bundlePath);

@@ -49,8 +49,8 @@ void ScheduleKeeper::readStore()
         if (exists && complaints.isEmpty() && m_scheduler.pruneRecord())
             saveSoon();
     } else {
-        complaints +=
-            QString("%1 cannot be used, its schedules stay as they were: %2").arg(ScheduleStore::path(), error);
+        complaints += QString("%1 cannot be used, its schedules stay as they were: %2")
+                          .arg(ScheduleStore::path(), error);
     }
     for (const QString &complaint : complaints) {
         if (!m_complaints.contains(complaint))

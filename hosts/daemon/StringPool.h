@@ -5,8 +5,8 @@
 #include <QString>
 #include <QVariant>
 
-/// Lets equal texts share their memory. A store of a thousand schedules says the same few keys, paths and zones a
-/// thousand times, and each text that was parsed is a copy of its own.
+/// Lets equal texts share their memory. A store of a thousand schedules says the same few keys, paths and
+/// zones a thousand times, and each text that was parsed is a copy of its own.
 class StringPool
 {
 public:

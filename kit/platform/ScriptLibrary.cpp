@@ -86,6 +86,50 @@ int setMetatable(lua_State *lua)
     return 1;
 }
 
+/// What an error costs that is caught: raising one takes far longer than an instruction.
+constexpr quint64 stepsPerError = 500;
+
+/// Calls the function below its `count` arguments; what it gave, or the error, takes their place. Whether it ended well.
+bool callProtected(lua_State *lua, int count)
+{
+    if (lua_pcall(lua, count, LUA_MULTRET, 0) == LUA_OK)
+        return true;
+    ScriptBudget::of(lua).spend(lua, stepsPerError);
+    return false;
+}
+
+int protectedCall(lua_State *lua)
+{
+    luaL_checkany(lua, 1);
+    const bool endedWell = callProtected(lua, lua_gettop(lua) - 1);
+    lua_pushboolean(lua, endedWell ? 1 : 0);
+    lua_insert(lua, 1);
+    return lua_gettop(lua);
+}
+
+/// xpcall(function, handler, ...). The language's own calls the handler before the error is left behind; when it was the
+/// budget that raised it, nothing counts at that point what the handler does.
+int protectedCallWithHandler(lua_State *lua)
+{
+    luaL_checktype(lua, 2, LUA_TFUNCTION);
+    lua_pushvalue(lua, 2);
+    lua_remove(lua, 2);
+    lua_insert(lua, 1); // the handler, the function, its arguments
+    const bool endedWell = callProtected(lua, lua_gettop(lua) - 2);
+    if (!endedWell) {
+        lua_insert(lua, 1); // the error
+        lua_settop(lua, 2);
+        lua_insert(lua, 1); // the handler, the error
+        lua_call(lua, 1, LUA_MULTRET);
+        lua_pushboolean(lua, 0);
+        lua_insert(lua, 1);
+        return lua_gettop(lua);
+    }
+    lua_pushboolean(lua, 1);
+    lua_replace(lua, 1);
+    return lua_gettop(lua);
+}
+
 /// A function of the table library (first upvalue) that goes from one index to another; where the first of them stands
 /// among the arguments is the second upvalue, 0 when the function takes none.
 int callWithinRange(lua_State *lua)
@@ -146,9 +190,11 @@ int callRegistered(lua_State *lua)
 void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
 {
     openPart(lua, "_G", luaopen_base,
-             {"_G", "_VERSION", "assert", "error", "getmetatable", "ipairs", "next", "pairs", "pcall",
-              "rawequal", "rawget", "rawlen", "rawset", "select", "tonumber", "tostring", "type", "xpcall"});
+             {"_G", "_VERSION", "assert", "error", "getmetatable", "ipairs", "next", "pairs", "rawequal",
+              "rawget", "rawlen", "rawset", "select", "tonumber", "tostring", "type"});
     setField(lua, "load", loadText);
+    setField(lua, "pcall", protectedCall);
+    setField(lua, "xpcall", protectedCallWithHandler);
     setField(lua, "setmetatable", setMetatable);
     openPart(lua, LUA_MATHLIBNAME, luaopen_math,
              {"abs", "acos", "asin", "atan", "ceil", "cos", "deg", "exp", "floor", "fmod",

@@ -32,6 +32,7 @@ bool isInClass(unsigned char byte, char letter)
     case 's': belongs = byte == ' ' || isBetween(byte, '\t', '\r'); break;
     case 'u': belongs = isUpper(byte); break;
     case 'w': belongs = isAlphanumeric(byte); break;
+    case 'z': belongs = byte == 0; break; // the older spelling of "%\0"
     case 'x': belongs = isDigit(byte) || isBetween(byte, 'a', 'f') || isBetween(byte, 'A', 'F'); break;
     default: return byte == name; // "%." is the point itself
     }
@@ -296,8 +297,10 @@ ScriptPattern::Position ScriptPattern::repeated(std::size_t position, char digit
 {
     const auto index = static_cast<std::size_t>(digit - '1');
     if (digit == '0' || index >= m_captureCount || m_captures.at(index).kind == Capture::Kind::Open)
-        throw Error{"invalid capture index in pattern"};
+        throw Error{std::string("invalid capture index %") + digit};
     const Capture &capture = m_captures.at(index);
+    if (capture.kind == Capture::Kind::Position)
+        return {}; // a place is no text that could be there again
     step(capture.length);
     const std::string_view text = m_subject.substr(capture.start, capture.length);
     return m_subject.substr(position).starts_with(text) ? Position(position + text.size()) : Position();

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 /// Matches a pattern of the script language against a text, both as bytes; letters and digits are those of ASCII.
@@ -13,7 +14,7 @@ class ScriptPattern
 public:
     /// Why a pattern is none; a sentence for the script.
     struct Error {
-        const char *text;
+        std::string text;
     };
 
     static constexpr std::size_t maximumCaptures = 32;

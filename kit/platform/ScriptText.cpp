@@ -25,13 +25,13 @@ ScriptPattern patternFor(lua_State *lua, std::string_view subject, std::string_v
 template<class Body>
 int guarded(lua_State *lua, Body body)
 {
-    const char *complaint = nullptr;
+    std::string complaint;
     try {
         return body();
     } catch (const ScriptPattern::Error &error) {
         complaint = error.text;
     }
-    return luaL_error(lua, "%s", complaint);
+    return luaL_error(lua, "%s", complaint.c_str());
 }
 
 /// The start that the optional argument at `index` names, counted from 0: 1 is the first byte, -1 the last.
@@ -55,7 +55,7 @@ void pushCapture(lua_State *lua, const ScriptPattern &pattern, std::string_view 
 {
     if (index >= pattern.captureCount()) {
         if (index != 0)
-            throw ScriptPattern::Error{"invalid capture index"};
+            throw ScriptPattern::Error{"invalid capture index %" + std::to_string(index + 1)};
         pushText(lua, subject.substr(start, end - start));
         return;
     }

@@ -8,8 +8,12 @@ using CompactSchedulesTest = HostFixture;
 TEST_F(CompactSchedulesTest, AreTheSameAfterThawing)
 {
     Schedule full = schedule("a");
-    full.parameters = {{"Text", "été"},         {"Number", 7LL},     {"Fraction", 0.5},
-                       {"Data", QByteArray(3, 1)}, {"Date", noon()}, {"Flag", true},
+    full.parameters = {{"Text", "été"},
+                       {"Number", 7LL},
+                       {"Fraction", 0.5},
+                       {"Data", QByteArray(3, 1)},
+                       {"Date", noon()},
+                       {"Flag", true},
                        {"List", QVariantList{"one", QVariantMap{{"Deep", "two"}}}}};
     full.otherKeys = {{"Missed Policy", "skip"}};
     Schedule bare = schedule("b", noon().addSecs(1));

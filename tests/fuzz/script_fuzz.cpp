@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "platform/ScriptEngine_p.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+/// Whatever bytes lie in a script's file: loading ends, and so does running what was loaded, within the limits, with a
+/// result or a sentence.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    QString error;
+    const QByteArray source = ScriptEngine::sourceInFile(bytes, &error);
+    if (source.isNull() == error.isEmpty())
+        std::abort();
+    if (source.isNull())
+        return 0;
+    NSAppleScript::Limits limits;
+    limits.instructions = 20'000;
+    limits.memory = 1 << 20;
+    ScriptEngine engine(limits, {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
+    const bool isCompiled = engine.compile(source, "fuzz", &error);
+    if (isCompiled != error.isEmpty())
+        std::abort();
+    if (isCompiled && engine.execute(&error).has_value() != error.isEmpty())
+        std::abort();
+    return 0;
+}
