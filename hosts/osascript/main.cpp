@@ -14,7 +14,8 @@ namespace
 constexpr int success = 0;
 constexpr int failure = 1;
 
-/// Lying at its place below a relocated root, it belongs to the system there: who starts it passes the script alone.
+/// Lying at its place below a relocated root, it belongs to the system there: who starts it passes the script
+/// alone.
 void takeRootFromOwnPlace()
 {
     const QString place = QCoreApplication::applicationFilePath();

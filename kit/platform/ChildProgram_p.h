@@ -11,8 +11,9 @@
 #include <chrono>
 #include <optional>
 
-/// A program that is run beside this one. It leads a session of its own; standard input and error are /dev/null; no
-/// other descriptor, no blocked or ignored signal and no environment variable but the given ones reaches it.
+/// A program that is run beside this one. It leads a session of its own; standard input and error are
+/// /dev/null; no other descriptor, no blocked or ignored signal and no environment variable but the given
+/// ones reaches it.
 ///
 /// THREADING: any thread; no event loop is needed.
 struct DOZELYKIT_AUTOTEST_EXPORT ChildProgram {
@@ -31,7 +32,8 @@ struct DOZELYKIT_AUTOTEST_EXPORT ChildProgram {
     /// Starts the program and forgets it; nobody waits for it. False when it could not be started.
     bool launch() const;
 
-    /// Runs the program to its end. Of its output the first `maximumOutput` bytes are kept. Absent, with `error` a
-    /// sentence, when it could not be started, or did not end in time: it and its group are then killed.
+    /// Runs the program to its end. Of its output the first `maximumOutput` bytes are kept. Absent, with
+    /// `error` a sentence, when it could not be started, or did not end in time: it and its group are then
+    /// killed.
     std::optional<Ending> run(std::chrono::milliseconds limit, qsizetype maximumOutput, QString *error) const;
 };

@@ -12,7 +12,7 @@ class DOZELYKIT_EXPORT PrimaryInterface
 public:
     virtual ~PrimaryInterface() = default;
 
-    /// The hardware addresses of the Ethernet controllers behind the default route: one, or one for each path where
-    /// the route has several; empty when there is none.
+    /// The hardware addresses of the Ethernet controllers behind the default route: one, or one for each path
+    /// where the route has several; empty when there is none.
     virtual QList<QByteArray> hardwareAddresses() = 0;
 };

@@ -18,7 +18,7 @@ public:
 
     virtual ~ProcessTable() = default;
 
-    /// The processes in the order of the kernel's table; empty when it cannot be read. A process that ends while the
-    /// table is read, and one whose user cannot be found out, may be missing.
+    /// The processes in the order of the kernel's table; empty when it cannot be read. A process that ends
+    /// while the table is read, and one whose user cannot be found out, may be missing.
     virtual QList<Process> processes() = 0;
 };

@@ -25,8 +25,8 @@ public:
     /// Begins an execution.
     void renew();
 
-    /// Counts steps; raises an error of the script when they, or the time, are used up, and then at each instruction
-    /// to come, so that no script can catch it and go on.
+    /// Counts steps; raises an error of the script when they, or the time, are used up, and then at each
+    /// instruction to come, so that no script can catch it and go on.
     void spend(lua_State *lua, quint64 steps);
 
     /// Why the execution has to end; null as long as it may go on.
@@ -41,8 +41,8 @@ private:
     const char *m_exhaustion = nullptr;
 };
 
-/// One interpreter with one script. The interpreter is built to raise its errors as C++ exceptions: destructors run on
-/// the way, and nothing else may catch everything.
+/// One interpreter with one script. The interpreter is built to raise its errors as C++ exceptions:
+/// destructors run on the way, and nothing else may catch everything.
 class DOZELYKIT_AUTOTEST_EXPORT ScriptEngine
 {
 public:
@@ -51,16 +51,18 @@ public:
     ScriptEngine(const ScriptEngine &) = delete;
     ScriptEngine &operator=(const ScriptEngine &) = delete;
 
-    /// The source in the bytes of a file: without byte order mark, and with a first line "#..." made empty. Null, with
-    /// `error` a sentence, for compiled code and for what is no UTF-8.
+    /// The source in the bytes of a file: without byte order mark, and with a first line "#..." made empty.
+    /// Null, with `error` a sentence, for compiled code and for what is no UTF-8.
     static QByteArray sourceInFile(const QByteArray &content, QString *error);
 
     void setLimits(const NSAppleScript::Limits &limits) { m_budget.limits = limits; }
 
-    /// Compiles UTF-8 text; `name` stands for it in messages. Once for each object. False, with `error`, on failure.
+    /// Compiles UTF-8 text; `name` stands for it in messages. Once for each object. False, with `error`, on
+    /// failure.
     bool compile(const QByteArray &source, const QString &name, QString *error);
 
-    /// Runs what was compiled. The text of its result, null when it has none; absent, with `error`, on failure.
+    /// Runs what was compiled. The text of its result, null when it has none; absent, with `error`, on
+    /// failure.
     std::optional<QString> execute(QString *error);
 
 private:

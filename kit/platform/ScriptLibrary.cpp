@@ -46,8 +46,8 @@ void setField(lua_State *lua, const char *name, lua_CFunction function)
     lua_setfield(lua, -2, name);
 }
 
-/// load(text [, name [, environment]]): as the language's own, but for texts alone. Compiled code could make the
-/// interpreter do anything.
+/// load(text [, name [, environment]]): as the language's own, but for texts alone. Compiled code could make
+/// the interpreter do anything.
 int loadText(lua_State *lua)
 {
     std::size_t size = 0;
@@ -89,7 +89,8 @@ int setMetatable(lua_State *lua)
 /// What an error costs that is caught: raising one takes far longer than an instruction.
 constexpr quint64 stepsPerError = 500;
 
-/// Calls the function below its `count` arguments; what it gave, or the error, takes their place. Whether it ended well.
+/// Calls the function below its `count` arguments; what it gave, or the error, takes their place. Whether it
+/// ended well.
 bool callProtected(lua_State *lua, int count)
 {
     if (lua_pcall(lua, count, LUA_MULTRET, 0) == LUA_OK)
@@ -107,8 +108,8 @@ int protectedCall(lua_State *lua)
     return lua_gettop(lua);
 }
 
-/// xpcall(function, handler, ...). The language's own calls the handler before the error is left behind; when it was the
-/// budget that raised it, nothing counts at that point what the handler does.
+/// xpcall(function, handler, ...). The language's own calls the handler before the error is left behind; when
+/// it was the budget that raised it, nothing counts at that point what the handler does.
 int protectedCallWithHandler(lua_State *lua)
 {
     luaL_checktype(lua, 2, LUA_TFUNCTION);
@@ -130,8 +131,8 @@ int protectedCallWithHandler(lua_State *lua)
     return lua_gettop(lua);
 }
 
-/// A function of the table library (first upvalue) that goes from one index to another; where the first of them stands
-/// among the arguments is the second upvalue, 0 when the function takes none.
+/// A function of the table library (first upvalue) that goes from one index to another; where the first of
+/// them stands among the arguments is the second upvalue, 0 when the function takes none.
 int callWithinRange(lua_State *lua)
 {
     for (int index = 1; index <= lua_gettop(lua); ++index) {
@@ -166,7 +167,8 @@ void guardTableFunctions(lua_State *lua)
 /// Calls the registered function that the upvalue points to.
 int callRegistered(lua_State *lua)
 {
-    const auto &function = *static_cast<const NSAppleScript::Function *>(lua_touserdata(lua, lua_upvalueindex(1)));
+    const auto &function =
+        *static_cast<const NSAppleScript::Function *>(lua_touserdata(lua, lua_upvalueindex(1)));
     const QVariantList arguments = ScriptValue::arguments(lua, 1);
     QVariant result;
     QByteArray failure;
@@ -197,9 +199,9 @@ void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
     setField(lua, "xpcall", protectedCallWithHandler);
     setField(lua, "setmetatable", setMetatable);
     openPart(lua, LUA_MATHLIBNAME, luaopen_math,
-             {"abs", "acos", "asin", "atan", "ceil", "cos", "deg", "exp", "floor", "fmod",
-              "huge", "log", "max", "maxinteger", "min", "mininteger", "modf", "pi", "rad", "random",
-              "randomseed", "sin", "sqrt", "tan", "tointeger", "type", "ult"});
+             {"abs",  "acos",   "asin",       "atan", "ceil",       "cos", "deg",        "exp",  "floor",
+              "fmod", "huge",   "log",        "max",  "maxinteger", "min", "mininteger", "modf", "pi",
+              "rad",  "random", "randomseed", "sin",  "sqrt",       "tan", "tointeger",  "type", "ult"});
     openPart(lua, LUA_STRLIBNAME, luaopen_string,
              {"byte", "char", "format", "len", "lower", "pack", "packsize", "rep", "reverse", "sub", "unpack",
               "upper"});
@@ -207,7 +209,8 @@ void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
     openPart(lua, LUA_TABLIBNAME, luaopen_table,
              {"concat", "insert", "move", "pack", "remove", "sort", "unpack"});
     guardTableFunctions(lua);
-    openPart(lua, LUA_UTF8LIBNAME, luaopen_utf8, {"char", "charpattern", "codepoint", "codes", "len", "offset"});
+    openPart(lua, LUA_UTF8LIBNAME, luaopen_utf8,
+             {"char", "charpattern", "codepoint", "codes", "len", "offset"});
     openPart(lua, LUA_OSLIBNAME, luaopen_os, {"clock", "date", "difftime", "time"});
 
     lua_newtable(lua);

@@ -4,8 +4,9 @@
 #include <clocale>
 #include <locale.h>
 
-/// While it lives, this thread converts numbers and compares texts by the plain locale: a script means the same
-/// whatever language its user speaks. Functions of the hosts that a script calls get their own locale back.
+/// While it lives, this thread converts numbers and compares texts by the plain locale: a script means the
+/// same whatever language its user speaks. Functions of the hosts that a script calls get their own locale
+/// back.
 class ScriptLocale
 {
 public:

@@ -11,11 +11,26 @@ bool isBetween(unsigned char byte, char first, char last)
 {
     return byte >= static_cast<unsigned char>(first) && byte <= static_cast<unsigned char>(last);
 }
-bool isLower(unsigned char byte) { return isBetween(byte, 'a', 'z'); }
-bool isUpper(unsigned char byte) { return isBetween(byte, 'A', 'Z'); }
-bool isDigit(unsigned char byte) { return isBetween(byte, '0', '9'); }
-bool isPrintable(unsigned char byte) { return isBetween(byte, '!', '~'); }
-bool isAlphanumeric(unsigned char byte) { return isLower(byte) || isUpper(byte) || isDigit(byte); }
+bool isLower(unsigned char byte)
+{
+    return isBetween(byte, 'a', 'z');
+}
+bool isUpper(unsigned char byte)
+{
+    return isBetween(byte, 'A', 'Z');
+}
+bool isDigit(unsigned char byte)
+{
+    return isBetween(byte, '0', '9');
+}
+bool isPrintable(unsigned char byte)
+{
+    return isBetween(byte, '!', '~');
+}
+bool isAlphanumeric(unsigned char byte)
+{
+    return isLower(byte) || isUpper(byte) || isDigit(byte);
+}
 
 /// Whether the byte belongs to the class "%letter"; an upper-case letter stands for all other bytes.
 bool isInClass(unsigned char byte, char letter)
@@ -23,18 +38,41 @@ bool isInClass(unsigned char byte, char letter)
     const auto name = static_cast<unsigned char>(letter);
     bool belongs = false;
     switch (isUpper(name) ? letter - 'A' + 'a' : letter) {
-    case 'a': belongs = isLower(byte) || isUpper(byte); break;
-    case 'c': belongs = byte < 0x20 || byte == 0x7f; break;
-    case 'd': belongs = isDigit(byte); break;
-    case 'g': belongs = isPrintable(byte); break;
-    case 'l': belongs = isLower(byte); break;
-    case 'p': belongs = isPrintable(byte) && !isAlphanumeric(byte); break;
-    case 's': belongs = byte == ' ' || isBetween(byte, '\t', '\r'); break;
-    case 'u': belongs = isUpper(byte); break;
-    case 'w': belongs = isAlphanumeric(byte); break;
-    case 'z': belongs = byte == 0; break; // the older spelling of "%\0"
-    case 'x': belongs = isDigit(byte) || isBetween(byte, 'a', 'f') || isBetween(byte, 'A', 'F'); break;
-    default: return byte == name; // "%." is the point itself
+    case 'a':
+        belongs = isLower(byte) || isUpper(byte);
+        break;
+    case 'c':
+        belongs = byte < 0x20 || byte == 0x7f;
+        break;
+    case 'd':
+        belongs = isDigit(byte);
+        break;
+    case 'g':
+        belongs = isPrintable(byte);
+        break;
+    case 'l':
+        belongs = isLower(byte);
+        break;
+    case 'p':
+        belongs = isPrintable(byte) && !isAlphanumeric(byte);
+        break;
+    case 's':
+        belongs = byte == ' ' || isBetween(byte, '\t', '\r');
+        break;
+    case 'u':
+        belongs = isUpper(byte);
+        break;
+    case 'w':
+        belongs = isAlphanumeric(byte);
+        break;
+    case 'z':
+        belongs = byte == 0;
+        break; // the older spelling of "%\0"
+    case 'x':
+        belongs = isDigit(byte) || isBetween(byte, 'a', 'f') || isBetween(byte, 'A', 'F');
+        break;
+    default:
+        return byte == name; // "%." is the point itself
     }
     return belongs != isUpper(name);
 }
@@ -60,7 +98,10 @@ private:
 
 ScriptPattern::ScriptPattern(std::string_view subject, std::string_view pattern,
                              std::function<void(std::size_t)> spend)
-    : m_subject(subject), m_pattern(pattern), m_spend(std::move(spend)), m_isAnchored(pattern.starts_with('^'))
+    : m_subject(subject),
+      m_pattern(pattern),
+      m_spend(std::move(spend)),
+      m_isAnchored(pattern.starts_with('^'))
 {
 }
 
@@ -155,10 +196,14 @@ bool ScriptPattern::matchesItem(std::size_t position, std::size_t item, std::siz
         return false;
     const auto byte = static_cast<unsigned char>(m_subject[position]);
     switch (m_pattern[item]) {
-    case '.': return true;
-    case '%': return isInClass(byte, m_pattern[item + 1]);
-    case '[': return isInSet(byte, item, end);
-    default: return static_cast<unsigned char>(m_pattern[item]) == byte;
+    case '.':
+        return true;
+    case '%':
+        return isInClass(byte, m_pattern[item + 1]);
+    case '[':
+        return isInSet(byte, item, end);
+    default:
+        return static_cast<unsigned char>(m_pattern[item]) == byte;
     }
 }
 

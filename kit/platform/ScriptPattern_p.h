@@ -8,7 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// Matches a pattern of the script language against a text, both as bytes; letters and digits are those of ASCII.
+/// Matches a pattern of the script language against a text, both as bytes; letters and digits are those of
+/// ASCII.
 class ScriptPattern
 {
 public:

@@ -79,7 +79,8 @@ int pushCaptures(lua_State *lua, const ScriptPattern &pattern, std::string_view 
 int findPlain(lua_State *lua, std::string_view subject, std::string_view wanted, std::size_t start)
 {
     // In linear time, whatever the two are.
-    const void *found = ::memmem(subject.data() + start, subject.size() - start, wanted.data(), wanted.size());
+    const void *found =
+        ::memmem(subject.data() + start, subject.size() - start, wanted.data(), wanted.size());
     if (!found) {
         lua_pushnil(lua);
         return 1;
@@ -99,7 +100,8 @@ int findOrMatch(lua_State *lua, bool isFind)
         lua_pushnil(lua);
         return 1;
     }
-    const bool isPlain = lua_toboolean(lua, 4) != 0 || pattern.find_first_of("^$*+?.([%-") == std::string_view::npos;
+    const bool isPlain =
+        lua_toboolean(lua, 4) != 0 || pattern.find_first_of("^$*+?.([%-") == std::string_view::npos;
     if (isFind && isPlain)
         return findPlain(lua, subject, pattern, start);
     return guarded(lua, [&] {
@@ -194,8 +196,8 @@ void addTemplate(lua_State *lua, luaL_Buffer *buffer, const ScriptPattern &patte
 }
 
 /// Adds what the third argument puts in the place of the match.
-void addReplacement(lua_State *lua, luaL_Buffer *buffer, const ScriptPattern &pattern, std::string_view subject,
-                    std::size_t start, std::size_t end)
+void addReplacement(lua_State *lua, luaL_Buffer *buffer, const ScriptPattern &pattern,
+                    std::string_view subject, std::size_t start, std::size_t end)
 {
     switch (lua_type(lua, 3)) {
     case LUA_TFUNCTION:
@@ -225,9 +227,9 @@ int gsub(lua_State *lua)
     const std::string_view subject = textAt(lua, 1);
     const std::string_view pattern = textAt(lua, 2);
     const int kind = lua_type(lua, 3);
-    luaL_argexpected(lua,
-                     kind == LUA_TNUMBER || kind == LUA_TSTRING || kind == LUA_TFUNCTION || kind == LUA_TTABLE, 3,
-                     "string/function/table");
+    luaL_argexpected(
+        lua, kind == LUA_TNUMBER || kind == LUA_TSTRING || kind == LUA_TFUNCTION || kind == LUA_TTABLE, 3,
+        "string/function/table");
     const lua_Integer most = luaL_optinteger(lua, 4, static_cast<lua_Integer>(subject.size()) + 1);
     return guarded(lua, [&] {
         ScriptPattern matcher = patternFor(lua, subject, pattern);

@@ -33,8 +33,8 @@ QString escaped(QString text)
     return text.replace('\\', "\\\\");
 }
 
-/// A program's path as a quoted argument of a command line: protected as between double quotes of a shell, with
-/// the percent sign, which begins a field code, doubled.
+/// A program's path as a quoted argument of a command line: protected as between double quotes of a shell,
+/// with the percent sign, which begins a field code, doubled.
 QString quoted(const QString &program)
 {
     QString text;
@@ -48,7 +48,8 @@ QString quoted(const QString &program)
 
 bool hasControlCharacters(const QString &text)
 {
-    return std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 } // namespace
 

@@ -8,8 +8,8 @@
 /// The desktop entry that starts one application with the user's session, "dozely-login-NAME.desktop" in the
 /// autostart folder ($XDG_CONFIG_HOME/autostart, else ~/.config/autostart, below the root folder).
 ///
-/// Only a regular file that carries the key "X-Dozely-LoginItem" is this system's own; anything else in that place is
-/// left as it is.
+/// Only a regular file that carries the key "X-Dozely-LoginItem" is this system's own; anything else in that
+/// place is left as it is.
 class DOZELYKIT_AUTOTEST_EXPORT AutostartEntry
 {
 public:
@@ -19,9 +19,9 @@ public:
     /// Its full path; null for a user without a home.
     QString path() const { return m_path; }
 
-    /// Makes the entry or replaces it, atomically. No desktop knows how to start an application hidden: `hidden` is
-    /// noted for the application under "X-Dozely-Hide". Nothing happens for a program whose path has line ends or
-    /// other control characters.
+    /// Makes the entry or replaces it, atomically. No desktop knows how to start an application hidden:
+    /// `hidden` is noted for the application under "X-Dozely-Hide". Nothing happens for a program whose path
+    /// has line ends or other control characters.
     void put(const QString &program, bool hidden) const;
 
     /// Removes the entry.

@@ -3,6 +3,6 @@
 
 #include <QString>
 
-/// A path in the current user's home folder, below the root folder; null for a user without a home. `path` begins
-/// with "/".
+/// A path in the current user's home folder, below the root folder; null for a user without a home. `path`
+/// begins with "/".
 QString pathInHomeFolder(const QString &path);

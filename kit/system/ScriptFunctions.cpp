@@ -36,7 +36,8 @@ QVariant logValue(const QVariantList &arguments)
 {
     QString text = descriptionOf(arguments.value(0));
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = ' ';
     }
     ZDRLog("%@", text);
@@ -51,7 +52,8 @@ QVariant postNotification(const QVariantList &arguments)
     if (sender.isValid())
         textArgument(arguments, 1, "the notification's sender");
     const QVariant information = arguments.value(2);
-    const bool isEmptyTable = information.typeId() == QMetaType::QVariantList && information.toList().isEmpty();
+    const bool isEmptyTable =
+        information.typeId() == QMetaType::QVariantList && information.toList().isEmpty();
     if (information.isValid() && !isEmptyTable && information.typeId() != QMetaType::QVariantMap)
         refuse("the notification's information has to be a table with texts as keys");
     NSNotificationCenter::defaultCenter().postNotificationName(name, sender, information.toMap());

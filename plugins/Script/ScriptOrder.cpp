@@ -3,7 +3,8 @@
 
 namespace
 {
-/// One argument of a program on this platform is no longer, its end included. A longer script goes into a file.
+/// One argument of a program on this platform is no longer, its end included. A longer script goes into a
+/// file.
 constexpr qsizetype longestArgument = (128 << 10) - 1; // bytes
 } // namespace
 

@@ -7,7 +7,8 @@
 
 #include <optional>
 
-/// Which script to run, as the parameters "Script" (its text) and "Script File" (an absolute path) give it: one of them.
+/// Which script to run, as the parameters "Script" (its text) and "Script File" (an absolute path) give it:
+/// one of them.
 struct ScriptOrder {
     QStringList arguments; ///< For osascript.
 

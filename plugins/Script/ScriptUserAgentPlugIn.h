@@ -4,11 +4,12 @@
 #include "plugin/WDPlugIn.h"
 #include "plugins/Command/CommandRunner.h"
 
-/// Runs a script in the user's session: the text of the parameter "Script", or the file whose absolute path is the
-/// parameter "Script File".
+/// Runs a script in the user's session: the text of the parameter "Script", or the file whose absolute path
+/// is the parameter "Script File".
 ///
-/// The script runs in a process of its own ("/usr/bin/osascript" below the root folder), so that the agent goes on
-/// serving meanwhile and a script can be stopped. Its result, or what went wrong, is a line in the log.
+/// The script runs in a process of its own ("/usr/bin/osascript" below the root folder), so that the agent
+/// goes on serving meanwhile and a script can be stopped. Its result, or what went wrong, is a line in the
+/// log.
 class ScriptUserAgentPlugIn : public WDUserAgentPlugIn
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-/// Whatever bytes lie in a script's file: loading ends, and so does running what was loaded, within the limits, with a
-/// result or a sentence.
+/// Whatever bytes lie in a script's file: loading ends, and so does running what was loaded, within the
+/// limits, with a result or a sentence.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
@@ -18,7 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     NSAppleScript::Limits limits;
     limits.instructions = 20'000;
     limits.memory = 1 << 20;
-    ScriptEngine engine(limits, {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
+    ScriptEngine engine(limits,
+                        {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
     const bool isCompiled = engine.compile(source, "fuzz", &error);
     if (isCompiled != error.isEmpty())
         std::abort();

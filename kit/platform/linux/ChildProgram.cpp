@@ -60,7 +60,8 @@ class Prepared
 {
 public:
     explicit Prepared(const ChildProgram &program)
-        : m_path(QFile::encodeName(program.path)), m_folder(QFile::encodeName(program.workingFolder)),
+        : m_path(QFile::encodeName(program.path)),
+          m_folder(QFile::encodeName(program.workingFolder)),
           m_environment(program.environment)
     {
         m_arguments += m_path;
@@ -70,7 +71,8 @@ public:
         fill(m_environmentVector, m_environment);
     }
 
-    /// Becomes the program; an errno value when that fails. `output` is its standard output, -1 for /dev/null.
+    /// Becomes the program; an errno value when that fails. `output` is its standard output, -1 for
+    /// /dev/null.
     int become(int output) const
     {
         ::setsid();
@@ -81,8 +83,8 @@ public:
         ::sigemptyset(&none);
         ::sigprocmask(SIG_SETMASK, &none, nullptr);
         const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-        if (null < 0 || ::dup2(output < 0 ? null : output, STDOUT_FILENO) < 0 || ::dup2(null, STDIN_FILENO) < 0 ||
-            ::dup2(null, STDERR_FILENO) < 0)
+        if (null < 0 || ::dup2(output < 0 ? null : output, STDOUT_FILENO) < 0 ||
+            ::dup2(null, STDIN_FILENO) < 0 || ::dup2(null, STDERR_FILENO) < 0)
             return errno;
         // Not closed at once: one of them tells the parent when the start fails.
         if (::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) != 0)
@@ -161,7 +163,8 @@ bool followToEnd(int child, int stream, const QDeadlineTimer &deadline, QByteArr
     // What it wrote last; not what a child of its own may still write.
     while (watched[1].fd >= 0) {
         watched[1].revents = 0;
-        if (output.size() >= maximum || ::poll(watched + 1, 1, 0) <= 0 || !takeOutput(stream, output, maximum))
+        if (output.size() >= maximum || ::poll(watched + 1, 1, 0) <= 0 ||
+            !takeOutput(stream, output, maximum))
             break;
     }
     return true;
@@ -192,8 +195,8 @@ bool ChildProgram::launch() const
     return code == 0;
 }
 
-std::optional<ChildProgram::Ending> ChildProgram::run(std::chrono::milliseconds limit, qsizetype maximumOutput,
-                                                      QString *error) const
+std::optional<ChildProgram::Ending> ChildProgram::run(std::chrono::milliseconds limit,
+                                                      qsizetype maximumOutput, QString *error) const
 {
     const QDeadlineTimer deadline(limit);
     const auto fail = [&](const QString &reason) {

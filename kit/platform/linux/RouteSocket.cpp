@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/RouteSocket_p.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <linux/netlink.h>
 #include <linux/rtnetlink.h>
 #include <sys/socket.h>
@@ -54,9 +54,13 @@ bool RouteSocket::dump(quint16 type, const QByteArray &content,
             return false;
         if (sender.nl_pid != 0)
             continue; // another process may write to this socket; only the kernel is believed
-        auto left = static_cast<int>(size);
-        for (auto *message = reinterpret_cast<const nlmsghdr *>(buffer.constData()); NLMSG_OK(message, left);
-             message = NLMSG_NEXT(message, left)) {
+        std::size_t place = 0;
+        const auto end = static_cast<std::size_t>(size);
+        while (end - place >= sizeof(nlmsghdr)) {
+            const auto *message = reinterpret_cast<const nlmsghdr *>(buffer.constData() + place);
+            if (message->nlmsg_len < sizeof(nlmsghdr) || message->nlmsg_len > end - place)
+                return false;
+            place += std::min<std::size_t>(NLMSG_ALIGN(message->nlmsg_len), end - place);
             if (message->nlmsg_seq != m_sequence)
                 continue;
             if (message->nlmsg_type == NLMSG_DONE)

@@ -120,9 +120,12 @@ TEST_F(LinuxProcessTableTest, FindsThisProcessEveryTimeWhileOthersComeAndGo)
     constexpr int rounds = 100;
     for (int i = 0; i < rounds; ++i) {
         const auto processes = table.processes();
-        found += std::any_of(processes.begin(), processes.end(), [](const auto &process) {
-                     return process.identifier == ::getpid() && process.realUserId == ::getuid();
-                 }) ? 1 : 0;
+        found += std::any_of(processes.begin(), processes.end(),
+                             [](const auto &process) {
+                                 return process.identifier == ::getpid() && process.realUserId == ::getuid();
+                             })
+                     ? 1
+                     : 0;
     }
     stop = true;
     churn.join();

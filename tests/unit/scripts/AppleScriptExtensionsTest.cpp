@@ -93,10 +93,11 @@ TEST_F(AppleScriptExtensionsTest, LogAFileThatCannotBeLoadedWithTheExecutionMess
     executeScriptFile(write("\x1bLua"));
     executeScriptFile(write("return return")); // what does not compile is not reported otherwise
     executeScriptFile(write("error('at run time')"));
-    EXPECT_THAT(lines(), ElementsAre(HasSubstr("Erreur lors de l'execution du script AS: Cannot read"),
-                                     HasSubstr("Erreur lors de l'execution du script AS: "),
-                                     HasSubstr("Erreur lors de l'execution du script AS: script.lua:1: unexpected"),
-                                     EndsWith("Erreur lors de l'execution du script AS: script.lua:1: at run time")));
+    EXPECT_THAT(lines(),
+                ElementsAre(HasSubstr("Erreur lors de l'execution du script AS: Cannot read"),
+                            HasSubstr("Erreur lors de l'execution du script AS: "),
+                            HasSubstr("Erreur lors de l'execution du script AS: script.lua:1: unexpected"),
+                            EndsWith("Erreur lors de l'execution du script AS: script.lua:1: at run time")));
 }
 
 namespace
@@ -113,7 +114,8 @@ protected:
     void installRecorder()
     {
         // Writes its arguments, each in its own line, and its environment beside itself.
-        write("#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.new\"; env > \"$0.env\"; mv \"$0.new\" \"$0.arguments\"\n",
+        write("#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.new\"; env > \"$0.env\"; mv \"$0.new\" "
+              "\"$0.arguments\"\n",
               "/recorder");
         QFile::setPermissions(root.join("/recorder"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         install(root.join("/recorder"));

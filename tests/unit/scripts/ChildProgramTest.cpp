@@ -54,7 +54,8 @@ TEST(ChildProgram, TellsTheSignalThatEndedIt)
 
 TEST(ChildProgram, GetsItsArgumentsAsTheyStand)
 {
-    EXPECT_EQ(outputOf(shell("printf '<%s>' \"$@\"", {"a b", "", "$HOME; ls", "Zoë"})), "<a b><><$HOME; ls><Zoë>");
+    EXPECT_EQ(outputOf(shell("printf '<%s>' \"$@\"", {"a b", "", "$HOME; ls", "Zoë"})),
+              "<a b><><$HOME; ls><Zoë>");
 }
 
 TEST(ChildProgram, GetsTheGivenEnvironmentAlone)
@@ -89,7 +90,8 @@ TEST(ChildProgram, GetsNoBlockedOrIgnoredSignals)
 
 TEST(ChildProgram, LeadsASessionOfItsOwn)
 {
-    EXPECT_EQ(outputOf(shell("set -- $(cat /proc/$$/stat); [ $6 = $$ ] && [ $5 = $$ ] && echo leads")), "leads\n");
+    EXPECT_EQ(outputOf(shell("set -- $(cat /proc/$$/stat); [ $6 = $$ ] && [ $5 = $$ ] && echo leads")),
+              "leads\n");
 }
 
 TEST(ChildProgram, RunsInTheGivenFolderOrElseInTheRoot)
@@ -121,7 +123,8 @@ TEST(ChildProgram, IsKilledWithItsChildrenWhenItTakesTooLong)
     const int reader = ::open(qPrintable(pipe), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
     QString error;
-    EXPECT_FALSE(shell("sh -c 'while :; do sleep 1; done' > \"$1\" & wait", {pipe}).run(200ms, enough, &error));
+    EXPECT_FALSE(
+        shell("sh -c 'while :; do sleep 1; done' > \"$1\" & wait", {pipe}).run(200ms, enough, &error));
     EXPECT_EQ(error, "\"/bin/sh\" did not end in time.");
     char byte = 0;
     EXPECT_TRUE(waitUntil([&] { return ::read(reader, &byte, 1) == 0; })); // nobody is left to write

@@ -132,9 +132,9 @@ TEST(NSAppleScript, CanBeRunAgainAfterAnError)
 
 TEST(NSAppleScript, ReachesNoFilesProgramsOrOtherCode)
 {
-    for (const char *name : {"io", "require", "package", "debug", "coroutine", "dofile", "loadfile", "print", "warn",
-                             "collectgarbage", "os.execute", "os.exit", "os.getenv", "os.remove", "os.rename",
-                             "os.tmpname", "os.setlocale", "string.dump"})
+    for (const char *name : {"io", "require", "package", "debug", "coroutine", "dofile", "loadfile", "print",
+                             "warn", "collectgarbage", "os.execute", "os.exit", "os.getenv", "os.remove",
+                             "os.rename", "os.tmpname", "os.setlocale", "string.dump"})
         EXPECT_EQ(outcomeOf(QString("return type(%1)").arg(name)), "nil") << name;
 }
 
@@ -142,24 +142,32 @@ TEST(NSAppleScript, HasTheHarmlessPartOfTheLibrary)
 {
     EXPECT_EQ(outcomeOf("local t = {3, 1, 2}; table.sort(t); return table.concat(t, ' ')"), "1 2 3");
     EXPECT_EQ(outcomeOf("return ('%05.1f|%s'):format(3.14159, 'x')"), "003.1|x");
-    EXPECT_EQ(outcomeOf("return math.floor(2.7) .. utf8.len('Zoë') .. select('#', table.unpack({1, 2}))"), "232");
-    EXPECT_EQ(outcomeOf("local t = {}; table.insert(t, 'b'); table.insert(t, 1, 'a'); table.move(t, 1, 2, 3)\n"
-                        "table.remove(t, 1); return table.concat(t)"),
-              "bab");
-    EXPECT_EQ(outcomeOf("return os.date('!%Y-%m-%d', os.time{year=2026, month=3, day=14, hour=12})"), "2026-03-14");
+    EXPECT_EQ(outcomeOf("return math.floor(2.7) .. utf8.len('Zoë') .. select('#', table.unpack({1, 2}))"),
+              "232");
+    EXPECT_EQ(
+        outcomeOf("local t = {}; table.insert(t, 'b'); table.insert(t, 1, 'a'); table.move(t, 1, 2, 3)\n"
+                  "table.remove(t, 1); return table.concat(t)"),
+        "bab");
+    EXPECT_EQ(outcomeOf("return os.date('!%Y-%m-%d', os.time{year=2026, month=3, day=14, hour=12})"),
+              "2026-03-14");
     EXPECT_EQ(outcomeOf("return select(2, pcall(error, 'caught', 0))"), "caught");
     EXPECT_EQ(outcomeOf("return load('return 6 * 7')()"), "42");
     EXPECT_EQ(outcomeOf("return load('return x', 'name', 't', {})"), "(no text)");
     EXPECT_EQ(outcomeOf("return load('return x', 'name', {x = 'mine'})()"), "mine");
     EXPECT_EQ(outcomeOf("return select(2, load('x = ='))"), "text:1: unexpected symbol near '='");
-    EXPECT_EQ(outcomeOf("local t = setmetatable({}, {__index = function(_, k) return k .. '!' end}); return t.a"), "a!");
+    EXPECT_EQ(
+        outcomeOf("local t = setmetatable({}, {__index = function(_, k) return k .. '!' end}); return t.a"),
+        "a!");
 }
 
 TEST(NSAppleScript, CatchesErrorsAsTheLanguageDoes)
 {
-    const char show[] = "local function show(...) local t = table.pack(...); for i = 1, t.n do t[i] = tostring(t[i]) end "
-                        "return table.concat(t, ' ') end return show(";
-    const auto shown = [&show](const char *expression) { return outcomeOf(QString(show) + expression + ")"); };
+    const char show[] =
+        "local function show(...) local t = table.pack(...); for i = 1, t.n do t[i] = tostring(t[i]) end "
+        "return table.concat(t, ' ') end return show(";
+    const auto shown = [&show](const char *expression) {
+        return outcomeOf(QString(show) + expression + ")");
+    };
     EXPECT_EQ(shown("pcall(function(...) return ... end, 1, nil, 3)"), "true 1 nil 3");
     EXPECT_EQ(shown("pcall(error, 'x', 0)"), "false x");
     EXPECT_EQ(shown("pcall(error)"), "false nil");
@@ -176,7 +184,8 @@ TEST(NSAppleScript, CatchesErrorsAsTheLanguageDoes)
 TEST(NSAppleScript, RefusesCompiledCodeWhereverItComesFrom)
 {
     EXPECT_THAT(outcomeOf("\x1bLua"), HasSubstr("attempt to load a binary chunk"));
-    EXPECT_THAT(outcomeOf("return select(2, load('\\27Lua\\x54\\0'))"), HasSubstr("attempt to load a binary chunk"));
+    EXPECT_THAT(outcomeOf("return select(2, load('\\27Lua\\x54\\0'))"),
+                HasSubstr("attempt to load a binary chunk"));
 }
 
 TEST(NSAppleScript, RefusesASourceThatIsTooLong)
@@ -203,12 +212,14 @@ TEST(NSAppleScript, MeansTheSameInEveryLocale)
     const char *const former = std::setlocale(LC_ALL, nullptr);
     const std::string kept = former ? former : "C";
     const bool hasComma = std::setlocale(LC_ALL, "de_DE.UTF-8") || std::setlocale(LC_ALL, "fr_FR.UTF-8");
-    EXPECT_EQ(outcomeOf("return tostring(1.5) .. ' ' .. string.format('%.2f', 2.5) .. ' ' .. tonumber('3.5')"),
-              "1.5 2.50 3.5");
+    EXPECT_EQ(
+        outcomeOf("return tostring(1.5) .. ' ' .. string.format('%.2f', 2.5) .. ' ' .. tonumber('3.5')"),
+        "1.5 2.50 3.5");
     if (hasComma) {
         // The functions of a host run in the locale of the process.
-        NSAppleScript::registerFunction("point",
-                                        [](const QVariantList &) { return QVariant(QString(std::localeconv()->decimal_point)); });
+        NSAppleScript::registerFunction("point", [](const QVariantList &) {
+            return QVariant(QString(std::localeconv()->decimal_point));
+        });
         EXPECT_EQ(outcomeOf("return dozely.point()"), ",");
     }
     std::setlocale(LC_ALL, kept.c_str());
@@ -224,7 +235,12 @@ TEST(NSAppleScript, HandsValuesToRegisteredFunctionsAndBack)
     EXPECT_EQ(outcomeOf("local r = dozely.take('Zoë', 7, 1.5, false, nil, {'a', {}}, {key = {1}})\n"
                         "return r.list[1] .. r.list[2] .. tostring(r.list[3]) .. r.real"),
               "1twotrue0.5");
-    const QVariantList expected{"Zoë",     qlonglong(7), 1.5, false, QVariant(), QVariantList{"a", QVariantList{}},
+    const QVariantList expected{"Zoë",
+                                qlonglong(7),
+                                1.5,
+                                false,
+                                QVariant(),
+                                QVariantList{"a", QVariantList{}},
                                 QVariantMap{{"key", QVariantList{qlonglong(1)}}}};
     EXPECT_EQ(received, expected);
 }
@@ -258,7 +274,8 @@ TEST(NSAppleScript, RefusesValuesThatCannotBeHandedOver)
     EXPECT_THAT(outcomeOf("local t = {}; t[1] = t; dozely.take(t)"), HasSubstr("too large or too deep"));
     EXPECT_THAT(outcomeOf("local t = {1}; for i = 1, 19 do t = {t, t} end; dozely.take(t)"),
                 HasSubstr("too large or too deep"));
-    EXPECT_THAT(outcomeOf("dozely.take({1, 2, key = 3})"), HasSubstr("needs the keys 1 to n, or texts as keys"));
+    EXPECT_THAT(outcomeOf("dozely.take({1, 2, key = 3})"),
+                HasSubstr("needs the keys 1 to n, or texts as keys"));
     EXPECT_THAT(outcomeOf("dozely.take({[7] = 1})"), HasSubstr("needs the keys 1 to n, or texts as keys"));
     EXPECT_THAT(outcomeOf("dozely.take({[1.5] = 1})"), HasSubstr("needs the keys 1 to n, or texts as keys"));
     EXPECT_THAT(outcomeOf("local s = ('x'):rep(600000); dozely.take({s, s})"), HasSubstr("too long"));
@@ -291,7 +308,8 @@ TEST_F(ScriptFileTest, IsNotLoadedWhenItCannotBeRead)
     QVariantMap errorInfo;
     EXPECT_FALSE(NSAppleScript::initWithContentsOfURL(QUrl("https://example.org/x"), &errorInfo));
     EXPECT_FALSE(NSAppleScript::initWithContentsOfURL(QUrl("https://example.org/x"), nullptr));
-    EXPECT_THAT(errorInfo.value(NSAppleScriptErrorMessage).toString().toStdString(), HasSubstr("no local file"));
+    EXPECT_THAT(errorInfo.value(NSAppleScriptErrorMessage).toString().toStdString(),
+                HasSubstr("no local file"));
 }
 
 TEST_F(ScriptFileTest, IsNotLoadedWhenItIsTooLargeOrNoText)

@@ -51,64 +51,75 @@ TEST_F(RunawayScriptTest, IsEndedInALoop)
 
 TEST_F(RunawayScriptTest, CannotCatchItsEndAndGoOn)
 {
-    for (const char *source :
-         {"while true do pcall(function() while true do end end) end", "return pcall(function() while true do end end)",
-          "xpcall(function() while true do end end, function() while true do end end)",
-          "while true do xpcall(error, function() end) end", "local function f() while true do pcall(f) end end; f()",
-          "local function f() while true do xpcall(f, f) end end; f()",
-          "local t <close> = setmetatable({}, {__close = function() while true do end end}); while true do end"})
+    for (const char *source : {"while true do pcall(function() while true do end end) end",
+                               "return pcall(function() while true do end end)",
+                               "xpcall(function() while true do end end, function() while true do end end)",
+                               "while true do xpcall(error, function() end) end",
+                               "local function f() while true do pcall(f) end end; f()",
+                               "local function f() while true do xpcall(f, f) end end; f()",
+                               "local t <close> = setmetatable({}, {__close = function() while true do end "
+                               "end}); while true do end"})
         EXPECT_EQ(errorOf(source, fewSteps()), tooManySteps) << source;
 }
 
 TEST_F(RunawayScriptTest, IsEndedInAMetamethod)
 {
-    for (const char *source : {"local t = setmetatable({}, {__index = function() while true do end end}); return t.x",
-                               "return setmetatable({}, {__tostring = function() while true do end end}) .. ''",
-                               "table.sort({3, 1, 2}, function() while true do end end)",
-                               "('x'):gsub('x', function() while true do end end)",
-                               "return tostring(setmetatable({}, {__tostring = function() while true do end end}))"})
+    for (const char *source :
+         {"local t = setmetatable({}, {__index = function() while true do end end}); return t.x",
+          "return setmetatable({}, {__tostring = function() while true do end end}) .. ''",
+          "table.sort({3, 1, 2}, function() while true do end end)",
+          "('x'):gsub('x', function() while true do end end)",
+          "return tostring(setmetatable({}, {__tostring = function() while true do end end}))"})
         EXPECT_NE(errorOf(source, fewSteps()), "") << source;
     EXPECT_EQ(errorOf("('x'):gsub('x', function() while true do end end)", fewSteps()), tooManySteps);
 }
 
 TEST_F(RunawayScriptTest, MayNotLeaveWorkToTheGarbageCollector)
 {
-    EXPECT_THAT(errorOf("setmetatable({}, {__gc = function() while true do end end})"), HasSubstr("\"__gc\""));
+    EXPECT_THAT(errorOf("setmetatable({}, {__gc = function() while true do end end})"),
+                HasSubstr("\"__gc\""));
     // Added later, the language pays no heed to it.
-    NSAppleScript script("local m = {}; setmetatable({}, m); m.__gc = function() while true do end end; return 'over'");
+    NSAppleScript script(
+        "local m = {}; setmetatable({}, m); m.__gc = function() while true do end end; return 'over'");
     const auto result = script.executeAndReturnError(nullptr);
     EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "over");
 }
 
 TEST_F(RunawayScriptTest, IsEndedWithinOnePatternThatTriesEverything)
 {
-    // Within one call of the library; with the language's own functions each of these takes longer than anybody lives.
-    for (const char *call : {"find(('a*'):rep(50) .. 'b')", "match(('a*'):rep(50) .. 'b')",
-                             "gsub(('a-'):rep(50) .. 'b', '')", "gmatch(('a?'):rep(90) .. ('a'):rep(190) .. 'b')()"})
+    // Within one call of the library; with the language's own functions each of these takes longer than
+    // anybody lives.
+    for (const char *call :
+         {"find(('a*'):rep(50) .. 'b')", "match(('a*'):rep(50) .. 'b')", "gsub(('a-'):rep(50) .. 'b', '')",
+          "gmatch(('a?'):rep(90) .. ('a'):rep(190) .. 'b')()"})
         EXPECT_EQ(errorOf(QString("return ('a'):rep(200):%1").arg(call), fewSteps()), tooManySteps) << call;
-    EXPECT_EQ(errorOf("return ('x'):rep(1 << 20):find('[' .. ('a'):rep(1 << 20) .. ']')", fewSteps()), tooManySteps);
+    EXPECT_EQ(errorOf("return ('x'):rep(1 << 20):find('[' .. ('a'):rep(1 << 20) .. ']')", fewSteps()),
+              tooManySteps);
     EXPECT_EQ(errorOf("return ('('):rep(1 << 16):find('%b()')", fewSteps()), tooManySteps);
 }
 
 TEST_F(RunawayScriptTest, IsEndedWhenTheLibraryWouldCountForYears)
 {
-    for (const char *source : {"table.move({}, 1, math.maxinteger - 1, 2)", "table.concat({}, '', math.mininteger)",
-                               "table.unpack({}, 1, 1 << 40)", "table.unpack({}, math.mininteger, math.maxinteger)"})
+    for (const char *source :
+         {"table.move({}, 1, math.maxinteger - 1, 2)", "table.concat({}, '', math.mininteger)",
+          "table.unpack({}, 1, 1 << 40)", "table.unpack({}, math.mininteger, math.maxinteger)"})
         EXPECT_THAT(errorOf(source), HasSubstr("the range is too large")) << source;
-    for (const char *source : {"table.insert(t, 1, 'x')", "table.remove(t, 1)", "table.sort(t)", "table.concat(t)",
-                               "table.move({1}, 1, 1, 1, t)"})
-        EXPECT_THAT(errorOf(QString("local t = setmetatable({}, {__len = function() return math.maxinteger - 1 end}) ") +
-                            source),
-                    HasSubstr("\"__len\""))
+    for (const char *source : {"table.insert(t, 1, 'x')", "table.remove(t, 1)", "table.sort(t)",
+                               "table.concat(t)", "table.move({1}, 1, 1, 1, t)"})
+        EXPECT_THAT(
+            errorOf(
+                QString("local t = setmetatable({}, {__len = function() return math.maxinteger - 1 end}) ") +
+                source),
+            HasSubstr("\"__len\""))
             << source;
 }
 
 TEST_F(RunawayScriptTest, IsEndedWhenItNeedsTooMuchMemory)
 {
-    for (const char *source : {"local s = 'x'; while true do s = s .. s end", "return ('x'):rep(1 << 30)",
-                               "local t = {}; for i = 1, math.huge do t[i] = i end",
-                               "local t = {}; while true do t = {t} end",
-                               "return ('x'):rep(1 << 20):gsub('x', ('y'):rep(1000))"})
+    for (const char *source :
+         {"local s = 'x'; while true do s = s .. s end", "return ('x'):rep(1 << 30)",
+          "local t = {}; for i = 1, math.huge do t[i] = i end", "local t = {}; while true do t = {t} end",
+          "return ('x'):rep(1 << 20):gsub('x', ('y'):rep(1000))"})
         EXPECT_EQ(errorOf(source), "not enough memory") << source;
 }
 
@@ -131,7 +142,8 @@ TEST_F(RunawayScriptTest, EndsWithASentenceWhereverMemoryRunsOut)
     for (qint64 memory = 0; memory <= plenty; memory += 100) {
         NSAppleScript::Limits limits;
         limits.memory = memory;
-        NSAppleScript script("local t = {}; for i = 1, 100 do t[i] = ('%d'):format(i):gsub('%d', 'x') end; return #t");
+        NSAppleScript script(
+            "local t = {}; for i = 1, 100 do t[i] = ('%d'):format(i):gsub('%d', 'x') end; return #t");
         script.setLimits(limits);
         QVariantMap errorInfo;
         if (const auto result = script.executeAndReturnError(&errorInfo)) {

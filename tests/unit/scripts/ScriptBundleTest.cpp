@@ -24,8 +24,8 @@ protected:
         root.makeFolder("/usr/bin");
         ASSERT_TRUE(QFile::copy(OSASCRIPT, root.join("/usr/bin/osascript")));
         QString error;
-        QObject *module = bundle->loadModule(bundle->objectForInfoDictionaryKey("WDUserAgentModule").toString(),
-                                             WDPlugInFactory_iid, &error);
+        QObject *module = bundle->loadModule(
+            bundle->objectForInfoDictionaryKey("WDUserAgentModule").toString(), WDPlugInFactory_iid, &error);
         auto *factory = qobject_cast<WDPlugInFactory *>(module);
         ASSERT_TRUE(factory) << qPrintable(error);
         ASSERT_TRUE(factory->initializeClass(bundle));
@@ -67,8 +67,9 @@ protected:
 TEST_F(ScriptBundleTest, RunsAScriptAndLogsItsResult)
 {
     actToTheEnd({{"Script", "dozely.log('acting'); return dozely.run('/bin/echo', {'-n', 'done'}).output"}});
-    EXPECT_THAT(lines(), ElementsAre("osascript acting", "osascript Resultat de l'execution du script AS: done",
-                                     HasSubstr("/usr/bin/osascript ended with status 0")));
+    EXPECT_THAT(lines(),
+                ElementsAre("osascript acting", "osascript Resultat de l'execution du script AS: done",
+                            HasSubstr("/usr/bin/osascript ended with status 0")));
 }
 
 TEST_F(ScriptBundleTest, RunsAScriptFile)
@@ -99,8 +100,9 @@ TEST_F(ScriptBundleTest, LogsInsteadOfActingWithoutAScript)
     agentPlugIn->actInUserAgent();
     EXPECT_FALSE(isActing());
     ASSERT_EQ(lines().size(), 1U);
-    EXPECT_THAT(lines()[0], HasSubstr("Script: nothing was run, there is neither a parameter \"Script\" nor a parameter "
-                                      "\"Script File\"."));
+    EXPECT_THAT(lines()[0],
+                HasSubstr("Script: nothing was run, there is neither a parameter \"Script\" nor a parameter "
+                          "\"Script File\"."));
 }
 
 TEST_F(ScriptBundleTest, ServesTheSessionAloneAndHasAName)
@@ -108,7 +110,8 @@ TEST_F(ScriptBundleTest, ServesTheSessionAloneAndHasAName)
     EXPECT_EQ(bundle->bundleIdentifier(), "com.dozely.plugin.Script");
     EXPECT_FALSE(bundle->objectForInfoDictionaryKey("WDDaemonModule").isValid());
     EXPECT_TRUE(bundle->objectForInfoDictionaryKey("WDActsInUserAgent").toBool());
-    const QMap<QString, QString> names{{"en", "Script"}, {"fr", "Script"}, {"de", "Skript"}, {"es", "Script"}};
+    const QMap<QString, QString> names{
+        {"en", "Script"}, {"fr", "Script"}, {"de", "Skript"}, {"es", "Script"}};
     for (auto name = names.cbegin(); name != names.cend(); ++name) {
         UserLanguages::set({name.key()});
         EXPECT_EQ(plugIn->pluginName(), name.value());

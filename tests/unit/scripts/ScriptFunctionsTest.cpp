@@ -38,7 +38,8 @@ protected:
         NSAppleScript script(source);
         QVariantMap errorInfo;
         const auto result = script.executeAndReturnError(&errorInfo);
-        return (result ? result->stringValue() : errorInfo.value(NSAppleScriptErrorMessage).toString()).toStdString();
+        return (result ? result->stringValue() : errorInfo.value(NSAppleScriptErrorMessage).toString())
+            .toStdString();
     }
     std::vector<std::string> lines() const
     {
@@ -68,9 +69,11 @@ TEST_F(ScriptFunctionsTest, PostANotification)
 {
     Listener listener;
     NSNotificationCenter::defaultCenter().addObserver(&listener, "hear", "Lights Are On");
-    EXPECT_EQ(outcomeOf("dozely.post('Lights Are On', 'com.example.Lights', {Room = 'Kitchen', Count = 3})\n"
-                        "dozely.post('Lights Are On'); dozely.post('Lights Are On', nil, {}); dozely.post('Other')"),
-              "");
+    EXPECT_EQ(
+        outcomeOf(
+            "dozely.post('Lights Are On', 'com.example.Lights', {Room = 'Kitchen', Count = 3})\n"
+            "dozely.post('Lights Are On'); dozely.post('Lights Are On', nil, {}); dozely.post('Other')"),
+        "");
     ASSERT_EQ(listener.heard.size(), 3);
     EXPECT_EQ(listener.heard[0].object(), "com.example.Lights");
     EXPECT_EQ(listener.heard[0].userInfo(), (QVariantMap{{"Room", "Kitchen"}, {"Count", qlonglong(3)}}));
@@ -98,8 +101,10 @@ TEST_F(ScriptFunctionsTest, RunAProgramAndTellHowItEnded)
     EXPECT_EQ(outcomeOf("local r = dozely.run('/bin/echo', {'a b', '$HOME'}); return r.output .. r.status"),
               "a b $HOME\n0");
     EXPECT_EQ(outcomeOf("return dozely.run('/bin/sh', {'-c', 'exit 3'}).status"), "3");
-    EXPECT_EQ(outcomeOf("local r = dozely.run('/bin/sh', {'-c', 'kill -9 $$'}); return r.signal .. tostring(r.status)"),
-              "9nil");
+    EXPECT_EQ(
+        outcomeOf(
+            "local r = dozely.run('/bin/sh', {'-c', 'kill -9 $$'}); return r.signal .. tostring(r.status)"),
+        "9nil");
     EXPECT_EQ(outcomeOf("return dozely.run('/bin/true').output"), "");
 }
 
@@ -117,8 +122,10 @@ TEST_F(ScriptFunctionsTest, RefuseToRunWhatIsNoProgramWithArguments)
     EXPECT_THAT(outcomeOf("dozely.run('echo')"), HasSubstr("the program has to be an absolute path"));
     EXPECT_THAT(outcomeOf("dozely.run()"), HasSubstr("the program has to be a text"));
     EXPECT_THAT(outcomeOf("dozely.run('/bin/echo\\0x')"), HasSubstr("the program holds a NUL character"));
-    EXPECT_THAT(outcomeOf("dozely.run('/bin/echo', 'x')"), HasSubstr("the program's arguments have to be a list"));
-    EXPECT_THAT(outcomeOf("dozely.run('/bin/echo', {'x', 7})"), HasSubstr("the program's argument 2 has to be a text"));
+    EXPECT_THAT(outcomeOf("dozely.run('/bin/echo', 'x')"),
+                HasSubstr("the program's arguments have to be a list"));
+    EXPECT_THAT(outcomeOf("dozely.run('/bin/echo', {'x', 7})"),
+                HasSubstr("the program's argument 2 has to be a text"));
     EXPECT_THAT(outcomeOf("dozely.run('/nonexistent')"), HasSubstr("could not be started: No such file"));
 }
 

@@ -20,7 +20,8 @@ protected:
     AutostartEntryTest() { write(preferences, "<plist version=\"1.0\"><dict/></plist>"); }
     QStringList entries()
     {
-        return QDir(inHome("/.config/autostart")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(inHome("/.config/autostart"))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     /// The program that a desktop starts for the entry, as the library reads it that most of them use.
     QByteArray startedProgram()

@@ -32,8 +32,8 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// What Python, whose property lists are another implementation's, prints for a script whose first argument is
-    /// `path`.
+    /// What Python, whose property lists are another implementation's, prints for a script whose first
+    /// argument is `path`.
     QByteArray python(const QString &script, const QString &path, const QStringList &arguments = {}) const
     {
         QProcess process;
@@ -46,9 +46,10 @@ protected:
     void writeList(const QString &path, const QString &value, const QString &format) const
     {
         root.makeFolder((RealHomeDirectory() + path).section('/', 0, -2));
-        python("import sys, plistlib, datetime\n"
-               "plistlib.dump(eval(sys.argv[2]), open(sys.argv[1], 'wb'), fmt=getattr(plistlib, sys.argv[3]))",
-               path, {value, format});
+        python(
+            "import sys, plistlib, datetime\n"
+            "plistlib.dump(eval(sys.argv[2]), open(sys.argv[1], 'wb'), fmt=getattr(plistlib, sys.argv[3]))",
+            path, {value, format});
     }
     /// Whether the list at `path` equals the Python expression.
     bool listEquals(const QString &path, const QString &value) const

@@ -75,7 +75,8 @@ TEST(HostExtensions, LetTheLastAddressWinAndTakeItsFirstSixBytes)
 {
     EXPECT_EQ(addressOf({QByteArray::fromHex("0a0027000005"), QByteArray::fromHex("0a00270000060708")}),
               "0a:00:27:00:00:06");
-    EXPECT_EQ(addressOf({QByteArray::fromHex("0a0027000005"), QByteArray::fromHex("0a")}), "0a:00:27:00:00:05");
+    EXPECT_EQ(addressOf({QByteArray::fromHex("0a0027000005"), QByteArray::fromHex("0a")}),
+              "0a:00:27:00:00:05");
 }
 
 TEST(HostExtensions, HaveNoAddressInANetworkWithoutDefaultRoute)

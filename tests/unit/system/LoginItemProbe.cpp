@@ -6,7 +6,8 @@
 
 #include <cstdio>
 
-/// LoginItemProbe ROOT [on|off|hidden]: changes the login item of the bundle that it lies in, then prints "yes" or "no".
+/// LoginItemProbe ROOT [on|off|hidden]: changes the login item of the bundle that it lies in, then prints
+/// "yes" or "no".
 int main(int argc, char **argv)
 {
     using namespace zandorSoftwaresExtensions;

@@ -66,14 +66,16 @@ TEST_P(LoginItemsFormatTest, LeaveExactlyOneEntryAtTheFrontOfTwoLikeNamedOnesWhe
 
 TEST_P(LoginItemsFormatTest, RewriteTheFileUnchangedInContentWhenTurnedOffWithoutAMatch)
 {
-    const char before[] = "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Other.app', 'Hide': True}],"
-                          "'Unknown': [1, 2]}";
+    const char before[] =
+        "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Other.app', 'Hide': True}],"
+        "'Unknown': [1, 2]}";
     writePreferences(before);
     const auto former = QFileInfo(inHome(preferences)).fileTime(QFile::FileMetadataChangeTime);
     LoginItems::set(foo, false, false);
     EXPECT_TRUE(preferencesEqual(before));
     EXPECT_TRUE(formIsKept());
-    EXPECT_NE(QFileInfo(inHome(preferences)).fileTime(QFile::FileMetadataChangeTime), former); // it was rewritten
+    EXPECT_NE(QFileInfo(inHome(preferences)).fileTime(QFile::FileMetadataChangeTime),
+              former); // it was rewritten
 }
 
 TEST_P(LoginItemsFormatTest, AreNotContainedWhenOnlyALikeNamedApplicationElsewhereIs)
@@ -85,12 +87,14 @@ TEST_P(LoginItemsFormatTest, AreNotContainedWhenOnlyALikeNamedApplicationElsewhe
 
 TEST_P(LoginItemsFormatTest, RemoveLikeNamedEntriesThatFollowOneAnother)
 {
-    writePreferences("{'AutoLaunchedApplicationDictionary': ["
-                     "{'Path': '/a/Foo.app'}, {'Path': '/b/Foo.app'}, {'Path': '/c/Foo.app/'}, {'Path': 'Foo.app'},"
-                     "{'Path': '/d/Foo.app.old'}, {'Path': '/e/XFoo.app'}, {'Path': '/f/foo.app'}]}");
+    writePreferences(
+        "{'AutoLaunchedApplicationDictionary': ["
+        "{'Path': '/a/Foo.app'}, {'Path': '/b/Foo.app'}, {'Path': '/c/Foo.app/'}, {'Path': 'Foo.app'},"
+        "{'Path': '/d/Foo.app.old'}, {'Path': '/e/XFoo.app'}, {'Path': '/f/foo.app'}]}");
     LoginItems::set(foo, false, false);
-    EXPECT_TRUE(preferencesEqual("{'AutoLaunchedApplicationDictionary': ["
-                                 "{'Path': '/d/Foo.app.old'}, {'Path': '/e/XFoo.app'}, {'Path': '/f/foo.app'}]}"));
+    EXPECT_TRUE(
+        preferencesEqual("{'AutoLaunchedApplicationDictionary': ["
+                         "{'Path': '/d/Foo.app.old'}, {'Path': '/e/XFoo.app'}, {'Path': '/f/foo.app'}]}"));
 }
 
 TEST_P(LoginItemsFormatTest, MakeTheArrayWhenTheKeyIsMissing)
@@ -106,10 +110,12 @@ TEST_P(LoginItemsFormatTest, KeepWhatTheyDoNotKnow)
 {
     const QString unknown =
         "'Text': 'Zoë ≠ <&>', 'Real': 0.1, 'Large': 3.14159265358979e200, 'Small': -5e-324, 'Whole': 2.0,"
-        "'Int': -9223372036854775808, 'Max': 9223372036854775807, 'Yes': True, 'No': False, 'Data': bytes(range(256)),"
+        "'Int': -9223372036854775808, 'Max': 9223372036854775807, 'Yes': True, 'No': False, 'Data': "
+        "bytes(range(256)),"
         "'Date': datetime.datetime(2026, 3, 14, 7, 30, 15), 'Empty': {}, 'None': [], '': 'no key',"
         "'Deep': [[[{'a': [1, 'b']}]]]";
-    const QString odd = "'no dictionary', 7, {'Hide': True}, {'Path': 7}, {'Path': '/x/Other.app', 'Extra': [1]}";
+    const QString odd =
+        "'no dictionary', 7, {'Hide': True}, {'Path': 7}, {'Path': '/x/Other.app', 'Extra': [1]}";
     writePreferences("{" + unknown + ", 'AutoLaunchedApplicationDictionary': [" + odd + "]}");
     LoginItems::set(foo, true, false);
     EXPECT_TRUE(preferencesEqual("{" + unknown +
@@ -121,12 +127,15 @@ TEST_P(LoginItemsFormatTest, KeepWhatTheyDoNotKnow)
 
 TEST_F(LoginItemsTest, MoveTheApplicationToTheFrontAndBackOut)
 {
-    writeList(preferences,
-              "{'AutoLaunchedApplicationDictionary': [{'Path': '/a.app'}, {'Path': '/Applications/Foo.app'}]}", "FMT_XML");
+    writeList(
+        preferences,
+        "{'AutoLaunchedApplicationDictionary': [{'Path': '/a.app'}, {'Path': '/Applications/Foo.app'}]}",
+        "FMT_XML");
     EXPECT_TRUE(LoginItems::contains(foo.bundlePath));
     LoginItems::set(foo, true, false);
-    EXPECT_TRUE(listEquals(preferences, "{'AutoLaunchedApplicationDictionary': "
-                                        "[{'Path': '/Applications/Foo.app', 'Hide': False}, {'Path': '/a.app'}]}"));
+    EXPECT_TRUE(listEquals(preferences,
+                           "{'AutoLaunchedApplicationDictionary': "
+                           "[{'Path': '/Applications/Foo.app', 'Hide': False}, {'Path': '/a.app'}]}"));
     LoginItems::set(foo, false, false);
     EXPECT_TRUE(listEquals(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/a.app'}]}"));
     EXPECT_FALSE(LoginItems::contains(foo.bundlePath));
@@ -141,7 +150,8 @@ TEST_F(LoginItemsTest, KeepTheModeOfTheFileAndLeaveNothingElseBehind)
     };
     ASSERT_EQ(::stat(qPrintable(inHome(preferences)), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0640U);
-    EXPECT_EQ(QDir(inHome("/Library/Preferences")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+    EXPECT_EQ(QDir(inHome("/Library/Preferences"))
+                  .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList("loginwindow.plist"));
 }
 
@@ -164,7 +174,8 @@ TEST_F(LoginItemsTest, NeverMakeAFileThatIsMissing)
 TEST_F(LoginItemsTest, LeaveATruncatedFileAloneToTheByte)
 {
     for (const char *format : {"FMT_XML", "FMT_BINARY"}) {
-        writeList(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Foo.app'}]}", format);
+        writeList(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Foo.app'}]}",
+                  format);
         QFile file(inHome(preferences));
         ASSERT_TRUE(file.resize(file.size() / 2));
         expectNothingHappens();
@@ -193,7 +204,8 @@ TEST_F(LoginItemsTest, LeaveADanglingLinkAlone)
 
 TEST_F(LoginItemsTest, LeaveAFileOf100MegabytesAloneToTheByte)
 {
-    writeList(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Foo.app'}]}", "FMT_XML");
+    writeList(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Foo.app'}]}",
+              "FMT_XML");
     QFile file(inHome(preferences));
     const QByteArray head = content(preferences);
     // The rest is a hole: it reads as zeros and takes no room.
@@ -247,13 +259,15 @@ protected:
 
 TEST_F(LoginItemProbeTest, ConcernTheBundleOfTheRunningProgram)
 {
-    writeList(preferences, "{'AutoLaunchedApplicationDictionary': [{'Path': '/Users/x/Foo.app', 'Hide': False}]}",
+    writeList(preferences,
+              "{'AutoLaunchedApplicationDictionary': [{'Path': '/Users/x/Foo.app', 'Hide': False}]}",
               "FMT_XML");
     const QString program = bundled("/Applications/Foo.app");
     EXPECT_EQ(run(program), "no");
     EXPECT_EQ(run(program, {"hidden"}), "yes");
-    EXPECT_TRUE(listEquals(preferences, QString("{'AutoLaunchedApplicationDictionary': [{'Path': '%1', 'Hide': True}]}")
-                                            .arg(root.join("/Applications/Foo.app"))));
+    EXPECT_TRUE(listEquals(preferences,
+                           QString("{'AutoLaunchedApplicationDictionary': [{'Path': '%1', 'Hide': True}]}")
+                               .arg(root.join("/Applications/Foo.app"))));
     EXPECT_THAT(content("/.config/autostart/dozely-login-Foo.desktop").toStdString(),
                 testing::HasSubstr("Exec=\"" + program.toStdString() + "\"\n"));
     EXPECT_EQ(run(program, {"off"}), "no");
@@ -262,7 +276,8 @@ TEST_F(LoginItemProbeTest, ConcernTheBundleOfTheRunningProgram)
 
 TEST_F(LoginItemProbeTest, DoNothingForAProgramWithoutABundle)
 {
-    const char before[] = "{'AutoLaunchedApplicationDictionary': [{'Path': '/Users/x/Foo.app', 'Hide': False}]}";
+    const char before[] =
+        "{'AutoLaunchedApplicationDictionary': [{'Path': '/Users/x/Foo.app', 'Hide': False}]}";
     writeList(preferences, before, "FMT_XML");
     const QByteArray bytes = content(preferences);
     EXPECT_EQ(run(LOGIN_ITEM_PROBE, {"on"}), "no");

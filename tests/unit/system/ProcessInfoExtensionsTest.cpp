@@ -6,8 +6,8 @@
 
 #include <gmock/gmock.h>
 
-#include <fcntl.h>
 #include <csignal>
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -30,7 +30,8 @@ public:
         m_id = ::fork();
         if (m_id == 0) {
             // What the kernel is given here it cuts as it cuts the name of a program.
-            const bool done = ::prctl(PR_SET_NAME, name.constData()) == 0 && ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 &&
+            const bool done = ::prctl(PR_SET_NAME, name.constData()) == 0 &&
+                              ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 &&
                               ::setresuid(realUser, static_cast<uid_t>(-1), static_cast<uid_t>(-1)) == 0;
             const char answer = done ? 'y' : 'n';
             if (::write(ready[1], &answer, 1) == 1) {
@@ -147,7 +148,8 @@ TEST(ProcessInfoExtensions, FindANameWithBlanksAndParentheses)
 
 TEST(ProcessInfoExtensions, TellTheRealUserIdAndNotTheEffectiveOne)
 {
-    // Only a privileged process may have two; for anybody else the ids are the same and the test is the plainer one.
+    // Only a privileged process may have two; for anybody else the ids are the same and the test is the
+    // plainer one.
     const uid_t real = ::geteuid() == 0 ? 4711 : ::getuid();
     const QByteArray name = uniqueName(12);
     const NamedProcess process(name, real);
