@@ -7,6 +7,7 @@
 #include "platform/RootFolder.h"
 #include "platform/SocketFolder_p.h"
 
+#include <algorithm>
 #include <cstring>
 #include <mutex>
 
@@ -39,7 +40,8 @@ QByteArray addressRecord(const QString &path)
     const QByteArray text = path.toUtf8();
     AddressRecord record;
     std::memset(&record, 0, sizeof record);
-    const auto length = qstrnlen(text.constData(), sizeof record.path);
+    const qsizetype zero = text.indexOf('\0');
+    const auto length = std::min(static_cast<size_t>(zero < 0 ? text.size() : zero), sizeof record.path);
     std::memcpy(record.path, text.constData(), length);
     record.length = static_cast<quint8>(offsetof(AddressRecord, path) + length);
     record.family = protocolFamily;

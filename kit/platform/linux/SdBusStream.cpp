@@ -71,11 +71,7 @@ std::shared_ptr<SdBusStream> SdBusStream::make(int descriptor, Side side)
 }
 
 SdBusStream::SdBusStream(sd_bus *bus, int descriptor, Side side)
-    : m_bus(bus),
-      m_loop(StreamLoop::ofThisThread()),
-      m_descriptor(descriptor),
-      m_side(side),
-      m_peer(peerCredentials(descriptor))
+    : m_bus(bus), m_loop(StreamLoop::ofThisThread()), m_side(side), m_peer(peerCredentials(descriptor))
 {
     m_source = m_loop.add(descriptor, POLLIN, this);
     if (side == Side::Server)

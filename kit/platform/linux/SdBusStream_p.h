@@ -51,7 +51,6 @@ private:
 
     sd_bus *m_bus;
     StreamLoop &m_loop; ///< The one of the thread that made the stream.
-    int m_descriptor;
     Side m_side;
     quint64 m_source = 0;
     Handler *m_handler = nullptr;
