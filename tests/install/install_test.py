@@ -81,8 +81,9 @@ class InstallTest(unittest.TestCase):
     def test_installed_programs_find_their_library(self):
         for program in (self.prefix / "sbin" / "dozelyd", self.prefix / "bin" / "dozely-admin"):
             run(str(program), "--version", LD_LIBRARY_PATH="")
-        # The agent knows the library by its full path, which this scratch folder is not.
-        run(str(self.stage / AGENT.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
+        # These know the library by its full path, which this scratch folder is not.
+        for program in (AGENT, "/usr/bin/osascript"):
+            run(str(self.stage / program.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
 
     def build(self, source, *arguments, fails=False):
         folder = Path(tempfile.mkdtemp(dir=self.scratch))
