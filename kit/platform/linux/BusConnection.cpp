@@ -1,50 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/BusConnection_p.h"
 
+#include "platform/linux/BusState_p.h"
 #include "platform/linux/BusValue_p.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <ctime>
 #include <poll.h>
-#include <systemd/sd-bus.h>
+#include <unistd.h>
 
 namespace
 {
-struct ReleaseBus {
-    // Not the variant that flushes: that one waits for a peer which may be mute.
-    void operator()(sd_bus *bus) const { sd_bus_close_unref(bus); }
-};
-struct ReleaseMessage {
-    void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
-};
-struct ReleaseSlot {
-    void operator()(sd_bus_slot *slot) const { sd_bus_slot_unref(slot); }
-};
-using BusPointer = std::unique_ptr<sd_bus, ReleaseBus>;
-using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
-using Slot = std::unique_ptr<sd_bus_slot, ReleaseSlot>;
-
 constexpr char timeoutName[] = "org.freedesktop.DBus.Error.Timeout";
 constexpr char failedName[] = "org.freedesktop.DBus.Error.Failed";
-
-void tell(BusConnection::Failure *failure, const QByteArray &name, const QString &text)
-{
-    if (failure)
-        *failure = {name, text};
-}
-
-void tell(BusConnection::Failure *failure, int result)
-{
-    tell(failure, failedName, qt_error_string(-result));
-}
-
-int keepReply(sd_bus_message *message, void *destination, sd_bus_error *)
-{
-    static_cast<Message *>(destination)->reset(sd_bus_message_ref(message));
-    return 1;
-}
 
 /// Waits until the bus has something to do, at most until the deadline. A negative errno value on failure.
 int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
@@ -73,18 +42,57 @@ int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
 }
 } // namespace
 
-struct BusConnection::Private {
-    BusPointer bus;
+void tellBusFailure(BusConnection::Failure *failure, const QByteArray &name, const QString &text)
+{
+    if (failure)
+        *failure = {name, text};
+}
 
-    /// Sends `call` and serves the bus until its reply is there. Absent, and `failure` filled in, on failure.
-    std::optional<QVariantList> replyTo(sd_bus_message *call, const QDeadlineTimer &deadline,
-                                        Failure *failure);
-};
+void tellBusFailure(BusConnection::Failure *failure, int result)
+{
+    tellBusFailure(failure, failedName, qt_error_string(-result));
+}
+
+BusConnection::Private::Message BusConnection::Private::makeCall(const Member &method,
+                                                                 const QByteArray &signature,
+                                                                 const QVariantList &arguments,
+                                                                 Failure *failure)
+{
+    sd_bus_message *made = nullptr;
+    int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
+                                                method.path.constData(), method.interface.constData(),
+                                                method.name.constData());
+    Message message(made);
+    if (result >= 0)
+        result = BusValue::append(made, signature, arguments);
+    if (result >= 0)
+        return message;
+    tellBusFailure(failure, result);
+    return nullptr;
+}
+
+std::optional<QVariantList> BusConnection::Private::valuesOf(sd_bus_message *reply, Failure *failure)
+{
+    if (const sd_bus_error *error = sd_bus_message_get_error(reply)) {
+        tellBusFailure(failure, error->name, QString::fromUtf8(error->message));
+        return std::nullopt;
+    }
+    QVariantList values;
+    if (const int result = BusValue::readAll(reply, values); result < 0) {
+        tellBusFailure(failure, result);
+        return std::nullopt;
+    }
+    return values;
+}
 
 std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call,
                                                             const QDeadlineTimer &deadline, Failure *failure)
 {
     Message reply;
+    const auto keepReply = [](sd_bus_message *message, void *destination, sd_bus_error *) {
+        static_cast<Message *>(destination)->reset(sd_bus_message_ref(message));
+        return 1;
+    };
     sd_bus_slot *pending = nullptr;
     // The time-out of sd_bus_call_async begins only after authentication; the deadline covers both.
     int result = sd_bus_call_async(bus.get(), &pending, call, keepReply, &reply, UINT64_MAX);
@@ -92,42 +100,36 @@ std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call
     while (result >= 0 && !reply) {
         // The bus may be busy with other messages all the time: the deadline is looked at in any case.
         if (deadline.hasExpired()) {
-            tell(failure, timeoutName, "The bus did not answer in time.");
+            tellBusFailure(failure, timeoutName, "The bus did not answer in time.");
             return std::nullopt;
         }
-        result = sd_bus_process(bus.get(), nullptr);
+        result = pull();
         if (result == 0 && !reply)
             result = waitForBus(bus.get(), deadline);
     }
     if (result < 0) {
-        tell(failure, result);
+        tellBusFailure(failure, result);
         return std::nullopt;
     }
-    if (const sd_bus_error *error = sd_bus_message_get_error(reply.get())) {
-        tell(failure, error->name, QString::fromUtf8(error->message));
-        return std::nullopt;
-    }
-    QVariantList values;
-    if ((result = BusValue::readAll(reply.get(), values)) < 0) {
-        tell(failure, result);
-        return std::nullopt;
-    }
-    return values;
+    return valuesOf(reply.get(), failure);
 }
 
-BusConnection::BusConnection(std::unique_ptr<Private> state) : d(std::move(state)) {}
+BusConnection::BusConnection(std::shared_ptr<Private> state) : d(std::move(state)) {}
 
-BusConnection::~BusConnection() = default;
+BusConnection::~BusConnection()
+{
+    d->abandon();
+}
 
 std::unique_ptr<BusConnection> BusConnection::open(Bus bus, Failure *failure)
 {
     sd_bus *opened = nullptr;
     const int result = bus == Bus::System ? sd_bus_open_system(&opened) : sd_bus_open_user(&opened);
     if (result < 0) {
-        tell(failure, result);
+        tellBusFailure(failure, result);
         return nullptr;
     }
-    auto state = std::make_unique<Private>();
+    auto state = std::make_shared<Private>();
     state->bus.reset(opened);
     return std::unique_ptr<BusConnection>(new BusConnection(std::move(state)));
 }
@@ -136,18 +138,13 @@ std::optional<QVariantList> BusConnection::call(const Member &method, const QByt
                                                 const QVariantList &arguments, const QDeadlineTimer &deadline,
                                                 Failure *failure)
 {
-    sd_bus_message *made = nullptr;
-    int result = sd_bus_message_new_method_call(d->bus.get(), &made, method.destination.constData(),
-                                                method.path.constData(), method.interface.constData(),
-                                                method.name.constData());
-    const Message message(made);
-    if (result >= 0)
-        result = BusValue::append(made, signature, arguments);
-    if (result < 0) {
-        tell(failure, result);
+    const Private::Message message = d->makeCall(method, signature, arguments, failure);
+    if (!message)
         return std::nullopt;
-    }
-    return d->replyTo(made, deadline, failure);
+    auto reply = d->replyTo(message.get(), deadline, failure);
+    if (d->timer)
+        d->rearm(); // what came meanwhile is delivered from the event loop
+    return reply;
 }
 
 std::optional<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline,
@@ -160,8 +157,54 @@ std::optional<QVariant> BusConnection::property(const Member &property, const QD
     if (!values)
         return std::nullopt;
     if (values->size() != 1) {
-        tell(failure, failedName, "The answer holds no value.");
+        tellBusFailure(failure, failedName, "The answer holds no value.");
         return std::nullopt;
     }
     return values->constFirst();
+}
+
+bool BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
+                               const QByteArray &signature, const QVariantList &arguments, Failure *failure)
+{
+    sd_bus_message *made = nullptr;
+    int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
+                                           name.constData());
+    const Private::Message message(made);
+    if (result >= 0)
+        result = BusValue::append(made, signature, arguments);
+    if (result >= 0)
+        result = sd_bus_send(d->bus.get(), made, nullptr);
+    if (result >= 0)
+        d->attachToEventLoop(); // what the socket did not take at once leaves from there
+    else
+        tellBusFailure(failure, result);
+    return result >= 0;
+}
+
+QByteArray BusConnection::uniqueName() const
+{
+    if (sd_bus_is_ready(d->bus.get()) <= 0)
+        return {};
+    const char *name = nullptr;
+    return sd_bus_get_unique_name(d->bus.get(), &name) < 0 ? QByteArray() : QByteArray(name);
+}
+
+void BusConnection::onDisconnected(std::function<void()> handler)
+{
+    d->onDisconnected = std::move(handler);
+    d->attachToEventLoop();
+}
+
+BusDescriptor::BusDescriptor(int descriptor)
+    : m_descriptor(descriptor < 0 ? nullptr : new int(descriptor), [](const int *held) {
+          if (held)
+              ::close(*held);
+          delete held;
+      })
+{
+}
+
+int BusDescriptor::get() const
+{
+    return m_descriptor ? *m_descriptor : -1;
 }

@@ -1,61 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/BusValue_p.h"
 
+#include "platform/linux/BusConnection_p.h"
+
 #include <QVariantMap>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <systemd/sd-bus.h>
 
 namespace
 {
-template<class Number>
-int appendNumber(sd_bus_message *message, char type, const QVariant &value)
-{
-    if (!value.canConvert<Number>())
-        return -EINVAL;
-    const auto number = value.value<Number>();
-    return sd_bus_message_append_basic(message, type, &number);
-}
-
-int appendText(sd_bus_message *message, char type, const QVariant &value)
-{
-    if (value.metaType() != QMetaType::fromType<QString>())
-        return -EINVAL;
-    const QByteArray text = value.toString().toUtf8();
-    // A text of the wire ends at its first NUL; what follows would be lost without anybody noticing.
-    return text.contains('\0') ? -EINVAL : sd_bus_message_append_basic(message, type, text.constData());
-}
-
-int appendBasic(sd_bus_message *message, char type, const QVariant &value)
-{
-    switch (type) {
-    case SD_BUS_TYPE_BOOLEAN:
-        return appendNumber<int>(message, type, value.toBool());
-    case SD_BUS_TYPE_BYTE:
-        return appendNumber<quint8>(message, type, value);
-    case SD_BUS_TYPE_INT16:
-        return appendNumber<qint16>(message, type, value);
-    case SD_BUS_TYPE_UINT16:
-        return appendNumber<quint16>(message, type, value);
-    case SD_BUS_TYPE_INT32:
-        return appendNumber<qint32>(message, type, value);
-    case SD_BUS_TYPE_UINT32:
-        return appendNumber<quint32>(message, type, value);
-    case SD_BUS_TYPE_INT64:
-        return appendNumber<qint64>(message, type, value);
-    case SD_BUS_TYPE_UINT64:
-        return appendNumber<quint64>(message, type, value);
-    case SD_BUS_TYPE_DOUBLE:
-        return appendNumber<double>(message, type, value);
-    case SD_BUS_TYPE_STRING:
-    case SD_BUS_TYPE_OBJECT_PATH:
-    case SD_BUS_TYPE_SIGNATURE:
-        return appendText(message, type, value);
-    default:
-        return -EINVAL;
-    }
-}
-
 template<class Number>
 int readNumber(sd_bus_message *message, char type, QVariant &value)
 {
@@ -97,7 +52,17 @@ int readBasic(sd_bus_message *message, char type, QVariant &value)
         value = QString::fromUtf8(text);
         return result;
     }
-    default: // a file descriptor among them: nobody here asks for one
+    case SD_BUS_TYPE_UNIX_FD: {
+        int descriptor = -1; // the message's own, which goes with the message
+        int result = sd_bus_message_read_basic(message, type, &descriptor);
+        if (result >= 0) {
+            const int copy = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 3);
+            result = copy < 0 ? -errno : result;
+            value = QVariant::fromValue(BusDescriptor(copy));
+        }
+        return result;
+    }
+    default:
         return -EOPNOTSUPP;
     }
 }
@@ -165,18 +130,6 @@ int readValue(sd_bus_message *message, char type, const char *contents, QVariant
     }
 }
 } // namespace
-
-int BusValue::append(sd_bus_message *message, const QByteArray &signature, const QVariantList &arguments)
-{
-    if (signature.size() != arguments.size())
-        return -EINVAL;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const int result = appendBasic(message, signature.at(i), arguments.at(i));
-        if (result < 0)
-            return result;
-    }
-    return 0;
-}
 
 int BusValue::readAll(sd_bus_message *message, QVariantList &values, int depth)
 {

@@ -4,6 +4,7 @@
 #include "support/PrivateBus.h"
 
 #include <chrono>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 namespace
@@ -141,4 +142,15 @@ TEST_F(BusConnectionTest, FailsWhenTheBusGoesAway)
     EXPECT_FALSE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon(), &failure));
     EXPECT_NE(failure.name, "org.freedesktop.DBus.Error.Timeout");
     EXPECT_FALSE(failure.text.isEmpty());
+}
+
+TEST_F(BusConnectionTest, ReceivesADescriptor)
+{
+    const auto reply =
+        connection->call({logind, manager, "org.freedesktop.login1.Manager", "Inhibit"}, "ssss",
+                         {"sleep", "com.dozely", "to write things down", "delay"}, soon());
+    ASSERT_TRUE(reply);
+    const auto descriptor = reply->value(0).value<BusDescriptor>();
+    EXPECT_GE(descriptor.get(), 3);
+    EXPECT_EQ(::fcntl(descriptor.get(), F_GETFD), FD_CLOEXEC);
 }
