@@ -26,8 +26,6 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
-extern char **environ;
-
 namespace
 {
 void require(bool condition, const char *what)
@@ -60,6 +58,7 @@ void writeList(const QString &path, const QVariantMap &content)
 int run(const std::vector<std::string> &command)
 {
     std::vector<char *> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string &word : command)
         arguments.push_back(const_cast<char *>(word.c_str()));
     arguments.push_back(nullptr);

@@ -176,7 +176,7 @@ QByteArray ScheduleStore::rewritten(const QByteArray &data, const QList<Schedule
         after += schedule.toEntry();
     }
     root.insert(arrayKey, after);
-    const QByteArray result = PropertyList::toData(root, format);
+    QByteArray result = PropertyList::toData(root, format);
     if (result.isNull()) {
         set(error, "the schedules are too many or hold a value that a property list cannot carry");
     } else if (result.size() > PropertyList::maximumSize) {

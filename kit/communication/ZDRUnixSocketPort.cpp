@@ -102,7 +102,7 @@ std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::initAsServerWithName(const
         ZDRLog("Could not remove previous socket file: %@", path);
         return nullptr;
     }
-    const std::shared_ptr<ZDRUnixSocketPort> port(new ZDRUnixSocketPort);
+    std::shared_ptr<ZDRUnixSocketPort> port(new ZDRUnixSocketPort);
     if (!port->initWithProtocolFamily(protocolFamily, socketType, protocol, addressRecord(path)))
         return nullptr;
     if (!SocketFolder::openSocketToEverybody(path)) {
@@ -120,7 +120,7 @@ std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::initAsClientWithName(const
     const QString path = pathOfName(name);
     if (!SocketFolder::hasEntry(path))
         return nullptr;
-    const std::shared_ptr<ZDRUnixSocketPort> port(new ZDRUnixSocketPort);
+    std::shared_ptr<ZDRUnixSocketPort> port(new ZDRUnixSocketPort);
     if (!port->initRemoteWithProtocolFamily(protocolFamily, socketType, protocol, addressRecord(path)))
         return nullptr;
     port->_portName = path;

@@ -111,8 +111,8 @@ std::optional<NSAppleScript::Result> NSAppleScript::executeAndReturnError(QVaria
     return Result(*text);
 }
 
-void NSAppleScript::registerFunction(const QString &name, Function function)
+void NSAppleScript::registerFunction(const QString &name, const Function &function)
 {
     const std::lock_guard lock(registry().mutex);
-    registry().functions.insert(name, std::move(function));
+    registry().functions.insert(name, function);
 }

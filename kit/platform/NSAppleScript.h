@@ -80,7 +80,7 @@ public:
 
     /// Lets scripts that are compiled from now on call `function` as `dozely.NAME`; a name that is taken is
     /// replaced. Any thread.
-    static void registerFunction(const QString &name, Function function);
+    static void registerFunction(const QString &name, const Function &function);
 
 private:
     struct Private;

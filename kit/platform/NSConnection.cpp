@@ -59,7 +59,7 @@ QByteArray Vended::pathOf(QObject *object)
             return it.key();
         it = it.value() ? std::next(it) : m_objects.erase(it);
     }
-    const QByteArray path = "/object/" + QByteArray::number(++m_last);
+    QByteArray path = "/object/" + QByteArray::number(++m_last);
     m_objects.insert(path, object);
     return path;
 }
@@ -187,7 +187,7 @@ NSConnection::initWithReceivePortSendPort(std::shared_ptr<NSSocketPort> receiveP
     if ((!receivePort && !sendPort) || (receivePort && !receivePort->isValid()) ||
         (sendPort && !sendPort->isValid()))
         return nullptr;
-    const std::shared_ptr<NSConnection> connection(new NSConnection);
+    std::shared_ptr<NSConnection> connection(new NSConnection);
     connection->d->receivePort = std::move(receivePort);
     connection->d->sendPort = std::move(sendPort);
     if (connection->d->sendPort)

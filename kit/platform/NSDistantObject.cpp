@@ -53,7 +53,7 @@ QVariant NSDistantObject::invoke(const QByteArray &selector, const QVariantList 
                           QStringLiteral("%1 does not answer %2")
                               .arg(QString::fromUtf8(d->protocol->name), QString::fromUtf8(selector)));
     const auto connection = d->connection;
-    const QVariant result = connection->d->call(d->path, WireName::objectInterface, selector, arguments);
+    QVariant result = connection->d->call(d->path, WireName::objectInterface, selector, arguments);
     if (d->protocol && !matches(result, d->protocol->results.value(selector)))
         throw NSException(
             NSInvalidArgumentException,
