@@ -6,9 +6,12 @@
 #include "platform/linux/PeerCredentials_p.h"
 #include "platform/linux/WireValue_p.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 using std::chrono::milliseconds;
@@ -50,32 +53,27 @@ int keepReply(sd_bus_message *reply, void *slot, sd_bus_error *)
 
 std::shared_ptr<SdBusStream> SdBusStream::make(int descriptor, Side side)
 {
-    sd_bus *bus = nullptr;
-    if (sd_bus_new(&bus) < 0) {
-        ::close(descriptor);
+    const std::shared_ptr<SdBusStream> stream(new SdBusStream(descriptor, side));
+    // Starting writes already: a peer that is gone fails here.
+    if (side == Side::Client && !stream->startBus())
         return nullptr;
-    }
-    sd_bus_set_fd(bus, descriptor, descriptor); // the bus owns it from here
-    sd_bus_negotiate_fds(bus, 0);               // descriptors of strangers are not wanted
-    if (side == Side::Server) {
-        sd_id128_t id;
-        sd_id128_randomize(&id);
-        sd_bus_set_server(bus, 1, id);
-    }
-    // Starting reads already: a peer that is gone or has sent garbage fails here.
-    if (sd_bus_start(bus) < 0) {
-        sd_bus_close_unref(bus);
-        return nullptr;
-    }
-    return std::shared_ptr<SdBusStream>(new SdBusStream(bus, descriptor, side));
+    return stream;
 }
 
-SdBusStream::SdBusStream(sd_bus *bus, int descriptor, Side side)
-    : m_bus(bus), m_loop(StreamLoop::ofThisThread()), m_side(side), m_peer(peerCredentials(descriptor))
+SdBusStream::SdBusStream(int descriptor, Side side)
+    : m_loop(StreamLoop::ofThisThread()),
+      m_side(side),
+      m_descriptor(descriptor),
+      m_peer(peerCredentials(descriptor))
 {
     m_source = m_loop.add(descriptor, POLLIN, this);
-    if (side == Side::Server)
-        m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
+    if (side == Side::Client)
+        return;
+    sd_id128_randomize(&m_id);
+    std::array<char, SD_ID128_STRING_MAX> id;
+    m_handshake.emplace(m_peer ? m_peer->userId : static_cast<uid_t>(-1),
+                        sd_id128_to_string(m_id, id.data()));
+    m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
 }
 
 SdBusStream::~SdBusStream()
@@ -85,15 +83,80 @@ SdBusStream::~SdBusStream()
 
 void SdBusStream::close()
 {
-    if (!m_bus)
+    if (m_descriptor < 0)
         return;
     m_loop.remove(m_source);
-    sd_bus_close_unref(std::exchange(m_bus, nullptr));
+    if (m_bus)
+        sd_bus_close_unref(std::exchange(m_bus, nullptr)); // the descriptor is the bus's
+    else
+        ::close(m_descriptor);
+    m_descriptor = -1;
+    if (m_feed >= 0)
+        ::close(std::exchange(m_feed, -1));
+}
+
+bool SdBusStream::startBus()
+{
+    std::array<int, 2> pair{};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data()) != 0)
+        return false;
+    m_feed = pair[0];
+    sd_bus *bus = nullptr;
+    if (sd_bus_new(&bus) < 0) {
+        ::close(pair[1]);
+        return false;
+    }
+    sd_bus_negotiate_fds(bus, 0); // descriptors of strangers are not wanted
+    if (m_side == Side::Client) {
+        sd_bus_set_fd(bus, pair[1], m_descriptor);
+        m_pump.emplace(m_descriptor, m_feed, FramePump::Head::HandshakeAnswer);
+        m_bus = bus;
+        return sd_bus_start(bus) >= 0;
+    }
+    // The peer has shaken hands with us. A bus cannot be told so: it does it once more, with what we feed it,
+    // while its output goes nowhere; then the real socket takes the output's place.
+    const int output = ::fcntl(pair[1], F_DUPFD_CLOEXEC, 3);
+    sd_bus_set_fd(bus, pair[1], output);
+    sd_bus_set_server(bus, 1, m_id);
+    const QByteArray handshake =
+        QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray::number(::geteuid()).toHex() + "\r\nBEGIN\r\n";
+    const bool isFed = ::send(m_feed, handshake.constData(), static_cast<size_t>(handshake.size()),
+                              MSG_NOSIGNAL) == handshake.size();
+    int result = output < 0 || !isFed ? -EIO : sd_bus_start(bus);
+    while (result >= 0 && sd_bus_is_ready(bus) == 0 && (result = sd_bus_process(bus, nullptr)) > 0) {
+    }
+    if (result < 0 || sd_bus_is_ready(bus) <= 0 || ::dup3(m_descriptor, output, O_CLOEXEC) < 0) {
+        sd_bus_close_unref(bus);
+        return false;
+    }
+    m_loop.remove(m_source);
+    ::close(m_descriptor);
+    m_descriptor = output;
+    m_bus = bus;
+    m_source = m_loop.add(m_descriptor, POLLIN, this);
+    m_pump.emplace(m_descriptor, m_feed, FramePump::Head::Message);
+    return true;
+}
+
+// False when the peer is to be dropped.
+bool SdBusStream::shakeHands()
+{
+    switch (m_handshake->advance(m_descriptor)) {
+    case SaslServer::Result::NeedsMore:
+        return true;
+    case SaslServer::Result::Done:
+        m_handshake.reset();
+        m_authenticated = startBus();
+        return m_authenticated;
+    case SaslServer::Result::Failed:
+        break;
+    }
+    return false;
 }
 
 void SdBusStream::drop()
 {
-    if (!m_bus)
+    if (!isOpen())
         return;
     close();
     m_loop.callFromLoop([weak = weak_from_this()] {
@@ -104,10 +167,10 @@ void SdBusStream::drop()
 
 void SdBusStream::ready()
 {
-    if (!m_bus)
+    if (!isOpen())
         return;
     const auto self = shared_from_this(); // serving may let go of us
-    if (drain() < 0)
+    if ((m_handshake && !shakeHands()) || (m_bus && drain() < 0))
         drop();
     else
         settle();
@@ -128,8 +191,13 @@ int SdBusStream::drain()
         sd_bus_message *raw = nullptr;
         const int result = sd_bus_process(m_bus, &raw);
         const Message message(raw);
-        if (result <= 0)
+        if (result < 0)
             return result;
+        if (result == 0) {
+            const int moved = m_pump->pump();
+            if (moved <= 0)
+                return moved;
+        }
         if (message)
             serve(message.get());
         if (!m_bus)
@@ -146,7 +214,7 @@ void SdBusStream::settle()
         return;
     const int events = sd_bus_get_events(m_bus);
     if (events >= 0)
-        m_loop.setEvents(m_source, static_cast<short>(events));
+        m_loop.setEvents(m_source, static_cast<short>(events | POLLIN));
     uint64_t reading = 0;
     if (sd_bus_get_n_queued_read(m_bus, &reading) >= 0 && reading > 0)
         m_loop.serviceLater(m_source);

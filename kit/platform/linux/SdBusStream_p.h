@@ -2,11 +2,16 @@
 #pragma once
 
 #include "platform/MessageStream_p.h"
+#include "platform/linux/FramePump_p.h"
+#include "platform/linux/SaslServer_p.h"
 #include "platform/linux/StreamLoop_p.h"
 
 #include <systemd/sd-bus.h>
 
 /// A message stream that speaks D-Bus, peer to peer, over a connected socket.
+///
+/// sd-bus writes to the socket itself. What it reads comes through a socket pair from the FramePump, which
+/// has looked at each message's size before.
 ///
 /// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
 /// be entered again from within its own callbacks.
@@ -31,7 +36,7 @@ public:
     void setHandler(Handler *handler) override { m_handler = handler; }
     Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
                std::chrono::milliseconds replyTimeout) override;
-    bool isOpen() const override { return m_bus != nullptr; }
+    bool isOpen() const override { return m_descriptor >= 0; }
     void close() override;
     std::optional<NSConnection::Peer> peer() const override { return m_peer; }
 
@@ -41,7 +46,10 @@ public:
     void deadlinePassed() override;
 
 private:
-    SdBusStream(sd_bus *bus, int descriptor, Side side);
+    SdBusStream(int descriptor, Side side);
+    /// Makes the bus, once the peer's messages begin; false when it cannot be had.
+    bool startBus();
+    bool shakeHands();
     /// Everything there is to read and answer, at most a turn's worth; a negative errno drops the peer.
     int drain();
     void serve(sd_bus_message *message);
@@ -49,9 +57,14 @@ private:
     void settle();
     void drop();
 
-    sd_bus *m_bus;
-    StreamLoop &m_loop; ///< The one of the thread that made the stream.
+    sd_bus *m_bus = nullptr; ///< Null until a client has shaken hands, and when closed.
+    StreamLoop &m_loop;      ///< The one of the thread that made the stream.
     Side m_side;
+    int m_descriptor; ///< The connected socket; -1 when closed. The bus's, as soon as there is one.
+    int m_feed = -1;  ///< Our end of what the bus reads.
+    sd_id128_t m_id{};
+    std::optional<FramePump> m_pump;
+    std::optional<SaslServer> m_handshake;
     quint64 m_source = 0;
     Handler *m_handler = nullptr;
     std::optional<NSConnection::Peer> m_peer;

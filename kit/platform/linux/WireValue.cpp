@@ -89,7 +89,7 @@ public:
     void text(const QString &value)
     {
         const QByteArray utf8 = value.toUtf8();
-        spend(utf8.size() + 5);
+        spend(utf8.size() + 8); // length, NUL and padding
         check(sd_bus_message_append_basic(m, 's', utf8.constData()));
     }
 
@@ -103,6 +103,7 @@ public:
     {
         check(sd_bus_message_open_container(m, 'a', "{sv}"));
         for (auto it = map.begin(); it != map.end(); ++it) {
+            spend(8); // padding
             check(sd_bus_message_open_container(m, 'e', "sv"));
             text(it.key());
             variant(it.value());
@@ -123,15 +124,15 @@ public:
     {
         if (!value.isValid())
             refuse(QStringLiteral("a date that is not valid"));
-        spend(32);
         const WireBlob::Date parts = WireBlob::dateParts(value);
+        spend(parts.zone.size() + 32);
         check(sd_bus_message_append(m, "(xis)", parts.milliseconds, parts.offset, parts.zone.constData()));
     }
 
     /// The value itself, without a variant around it.
     void bare(const QVariant &value)
     {
-        spend(8);
+        spend(24); // a variant's signature, padding, and a number
         switch (value.typeId()) {
         case QMetaType::Bool: {
             const int truth = value.toBool();
@@ -197,6 +198,7 @@ public:
     }
 
 private:
+    // Never less than what the message grows by: who reads it looks at the size of the whole.
     void spend(qsizetype bytes)
     {
         m_size += bytes;

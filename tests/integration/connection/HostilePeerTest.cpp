@@ -162,12 +162,41 @@ TEST_F(HostilePeer, AMessageBeyondTheLimitDropsItsSender)
     EXPECT_TRUE(othersAreServed());
 }
 
+TEST_F(HostilePeer, WhoAnnouncesAMessageBeyondTheLimitIsDroppedBeforeItComes)
+{
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        peer.send(RawPeer::call((4u << 20) + (64u << 10)));
+        peer.waitForClose();
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, AnnouncementsInPiecesAreFoundOutAsWell)
+{
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        for (const char byte : RawPeer::call(0) + RawPeer::call(100u << 20))
+            peer.send(QByteArray(1, byte));
+        peer.waitForClose();
+    });
+    attack([&] { // together with the handshake, and in one piece with it
+        RawPeer peer(path);
+        peer.send(QByteArray(1, '\0') + "AUTH EXTERNAL\r\nDATA\r\nBEGIN\r\n" + RawPeer::call(0) +
+                  RawPeer::call(100u << 20));
+        peer.waitForClose();
+    });
+    EXPECT_TRUE(othersAreServed());
+}
+
 TEST_F(HostilePeer, AMessageThatNeverEndsHindersNobody)
 {
     RawPeer peer(path);
     attack([&] {
         peer.authenticate();
-        peer.send(RawPeer::call(100u << 20));
+        peer.send(RawPeer::call(4u << 20));
         peer.send(QByteArray(1 << 20, 'x'));
     });
     EXPECT_TRUE(othersAreServed());
