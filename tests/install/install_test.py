@@ -6,6 +6,7 @@
 FLAGS are the compiler flags of the build, which a consumer needs when it is a sanitized one.
 """
 import os
+import plistlib
 import re
 import shlex
 import shutil
@@ -17,7 +18,7 @@ from pathlib import Path
 
 BUILD, SOURCE, PREFIX, LIBDIR, CXX, FLAGS = sys.argv[1:7]
 SOURCE = Path(SOURCE)
-AGENT = f"{PREFIX}/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"
+AGENT = "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"
 EXPECTED = ["sha1: a9993e364706816aba3e25717850c26c9cd0d89d", "bundle: com.dozely.Kit", "wakes: yes",
             "heard: good morning", "port: consumer"]
 
@@ -138,6 +139,15 @@ class InstallTest(unittest.TestCase):
         self.assertEqual(wanted.read_text(encoding="utf-8"), unit)
         entry = (self.stage / "etc/xdg/autostart/dozely-agent.desktop").read_text(encoding="utf-8")
         self.assertIn(f'Exec="{AGENT}"\n', entry)
+
+    def test_bundles_lie_where_the_hosts_look_for_them(self):
+        with open(self.stage / "Applications/Dozely.app/Contents/Info.plist", "rb") as file:
+            info = plistlib.load(file)
+        self.assertRegex(info["CFBundleShortVersionString"], r"^0\.1\.\d+$")
+        self.assertRegex(info["CFBundleVersion"], r"^1\d\d$")
+        plug_ins = self.stage / "Library/Application Support/Dozely/PlugIns"
+        self.assertTrue((plug_ins / "Command.plugin/Contents/Info.plist").is_file())
+        self.assertTrue((plug_ins / "Command.plugin/Contents/Linux/Command.so").is_file())
 
     def test_the_tmpfiles_entries_make_the_folders(self):
         root = Path(tempfile.mkdtemp(dir=self.scratch))
