@@ -5,7 +5,9 @@
 #include <QProcessEnvironment>
 
 #include <chrono>
+#include <csignal>
 #include <iostream>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -70,6 +72,8 @@ PrivateBus::PrivateBus() : m_folder("/tmp/dzbus-XXXXXX"), m_formerAddress(qgeten
         return;
     file.write(QString(configuration).arg(m_folder.path()).arg(::geteuid()).toUtf8());
     file.close();
+    // A test that is killed leaves no bus behind.
+    m_daemon.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_daemon.start("dbus-daemon",
                    {"--config-file=" + file.fileName(), "--nofork", "--nopidfile", "--print-address=1"});
     // It prints its address once it listens.

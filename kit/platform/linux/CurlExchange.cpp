@@ -95,7 +95,7 @@ void CurlExchange::setReceivers()
 size_t CurlExchange::takeBody(char *data, size_t size, size_t count, void *self)
 {
     auto *exchange = static_cast<CurlExchange *>(self);
-    const auto length = static_cast<qsizetype>(size * count);
+    const auto length = static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
     if (length > exchange->m_request.largestAnswer - exchange->m_answer.size()) {
         exchange->m_refusal =
             QString("the answer is larger than %1 bytes").arg(exchange->m_request.largestAnswer);
@@ -108,7 +108,7 @@ size_t CurlExchange::takeBody(char *data, size_t size, size_t count, void *self)
 size_t CurlExchange::takeHead(char *, size_t size, size_t count, void *self)
 {
     auto *exchange = static_cast<CurlExchange *>(self);
-    exchange->m_headSize += static_cast<qsizetype>(size * count);
+    exchange->m_headSize += static_cast<qsizetype>(size) * static_cast<qsizetype>(count);
     if (exchange->m_headSize > largestHead) {
         exchange->m_refusal = QString("the answer's head is larger than %1 bytes").arg(largestHead);
         return 0;

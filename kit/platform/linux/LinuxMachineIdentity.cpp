@@ -24,7 +24,7 @@ QString unquoted(const QByteArray &text)
         if (c == '\\' && quote != '\'' && i + 1 < text.size())
             value += text.at(++i);
         else if (quote ? c == quote : c == '"' || c == '\'')
-            quote = quote ? 0 : c;
+            quote = quote ? '\0' : c;
         else
             value += c;
     }
@@ -57,7 +57,7 @@ QString LinuxMachineIdentity::computerName()
 {
     // The kernel's own name is right even where no service runs.
     utsname names{};
-    const QString hostName = ::uname(&names) == 0 ? QString::fromUtf8(names.nodename) : QString();
+    QString hostName = ::uname(&names) == 0 ? QString::fromUtf8(names.nodename) : QString();
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
         return hostName;
