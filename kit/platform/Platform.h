@@ -7,9 +7,11 @@
 
 class Clock;
 class ConsoleUser;
+class DistributedNotifications;
 class HttpClient;
 class InterfaceFileLoader;
 class MachineIdentity;
+class NetServices;
 class PrimaryInterface;
 class ProcessTable;
 class Reachability;
@@ -27,9 +29,11 @@ public:
 
     std::shared_ptr<Clock> clock;
     std::shared_ptr<ConsoleUser> consoleUser;
+    std::shared_ptr<DistributedNotifications> distributedNotifications;
     std::shared_ptr<HttpClient> httpClient; ///< Null in a build without the update check.
     std::shared_ptr<InterfaceFileLoader> interfaceFileLoader;
     std::shared_ptr<MachineIdentity> machineIdentity;
+    std::shared_ptr<NetServices> netServices;
     std::shared_ptr<PrimaryInterface> primaryInterface;
     std::shared_ptr<ProcessTable> processTable;
     std::shared_ptr<Reachability> reachability;

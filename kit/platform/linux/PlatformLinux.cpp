@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Platform.h"
 
+#include "AvahiNetServices_p.h"
+#include "DistributedSignals_p.h"
 #include "LinuxClock_p.h"
 #include "LinuxMachineIdentity_p.h"
 #include "LinuxPrimaryInterface_p.h"
@@ -15,6 +17,7 @@
 Platform::Platform()
     : clock(std::make_shared<LinuxClock>()), consoleUser(std::make_shared<LogindConsoleUser>()),
       machineIdentity(std::make_shared<LinuxMachineIdentity>()),
+      netServices(std::make_shared<AvahiNetServices>()),
       primaryInterface(std::make_shared<LinuxPrimaryInterface>()),
       processTable(std::make_shared<LinuxProcessTable>()),
       reachability(std::make_shared<RouteReachability>())

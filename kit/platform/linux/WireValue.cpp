@@ -12,23 +12,7 @@
 
 using namespace WireValue;
 
-namespace
-{
-[[noreturn]] void refuse(const QString &reason)
-{
-    throw NSException(NSInvalidArgumentException, reason);
-}
-
-void check(int result)
-{
-    if (result < 0)
-        refuse(QStringLiteral("a value does not fit into a message: %1")
-                   .arg(QString::fromLocal8Bit(strerrordesc_np(-result))));
-}
-
-// ---- writing
-
-bool isPlainText(const QString &text)
+bool WireValue::isPlainText(const QString &text)
 {
     const QChar *const end = text.constData() + text.size();
     for (const QChar *c = text.constData(); c != end; ++c) {
@@ -47,6 +31,22 @@ bool isPlainText(const QString &text)
     }
     return true;
 }
+
+namespace
+{
+[[noreturn]] void refuse(const QString &reason)
+{
+    throw NSException(NSInvalidArgumentException, reason);
+}
+
+void check(int result)
+{
+    if (result < 0)
+        refuse(QStringLiteral("a value does not fit into a message: %1")
+                   .arg(QString::fromLocal8Bit(strerrordesc_np(-result))));
+}
+
+// ---- writing
 
 // Whether D-Bus can carry the value as it is: its text has no NUL and no noncharacters, and it is not nested
 // deeper than the peers' D-Bus libraries allow.

@@ -18,6 +18,9 @@ constexpr int plainDepth = 20;
 /// Containers within containers altogether: the decoders are recursive.
 constexpr int maximumDepth = 64;
 
+/// Whether D-Bus can carry the text as it is: it has no NUL, no noncharacter and no half of a surrogate pair.
+bool isPlainText(const QString &text);
+
 /// Appends an argument or a result: a property-list value, an NSNotification or an ObjectPath. Raises
 /// NSException for anything else, and for what breaks a limit.
 void append(sd_bus_message *message, const QVariant &value);

@@ -4,6 +4,10 @@
 #include "HomeFixture.h"
 #include "platform/NSBundle.h"
 
+#include <QDir>
+
+#include <sys/stat.h>
+
 using zandorSoftwaresExtensions::userPreferedLanguages;
 
 namespace
@@ -39,5 +43,34 @@ TEST_P(LanguagesTest, AreTheLocalesWhenThePreferencesNameNone)
     writeList(preferences, "{'AppleLanguages': 'fr'}", GetParam());
     EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
     write(preferences, "bplist00 cut off");
+    EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
+}
+
+TEST_P(LanguagesTest, AreTheLocalesWhenThePreferencesAreCutOffOrHuge)
+{
+    UserLanguages::set({"pt-BR"});
+    writeList(preferences, "{'AppleLanguages': ['fr', 'de']}", GetParam());
+    QFile file(inHome(preferences));
+    const QByteArray whole = content(preferences);
+    ASSERT_TRUE(file.resize(whole.size() / 2));
+    EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
+    EXPECT_EQ(content(preferences), whole.first(whole.size() / 2));
+    write(preferences, whole);
+    ASSERT_TRUE(file.resize(100LL << 20)); // the rest is a hole
+    EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
+    EXPECT_EQ(QFileInfo(file).size(), 100LL << 20);
+}
+
+TEST_F(HomeFixture, LanguagesAreTheLocalesWhenAFolderALinkOrAPipeIsInThePlaceOfThePreferences)
+{
+    UserLanguages::set({"pt-BR"});
+    root.makeFolder(RealHomeDirectory() + preferences);
+    EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
+    ASSERT_TRUE(QDir().rmdir(inHome(preferences)));
+    ASSERT_TRUE(QFile::link(inHome("/nowhere"), inHome(preferences)));
+    EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
+    EXPECT_FALSE(QFileInfo::exists(inHome("/nowhere")));
+    ASSERT_TRUE(QFile::remove(inHome(preferences)));
+    ASSERT_EQ(::mkfifo(qPrintable(inHome(preferences)), 0600), 0);
     EXPECT_EQ(userPreferedLanguages(), QStringList({"pt-BR", "pt"}));
 }

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/NSNetService.h"
+
+#include <QStringList>
+
+/// Writes down what becomes of a service.
+class NetServiceRecorder : public NSNetServiceDelegate
+{
+public:
+    void netServiceDidPublish(NSNetService &service) override { published += service.name(); }
+    void netServiceDidNotPublish(NSNetService &, const NetServices::Error &error) override
+    {
+        problems += error.problem;
+    }
+    void netServiceDidResolveAddress(NSNetService &) override { ++resolved; }
+    void netServiceDidNotResolve(NSNetService &, const NetServices::Error &error) override
+    {
+        problems += error.problem;
+    }
+    void netServiceDidUpdateTXTRecordData(NSNetService &, const QByteArray &record) override
+    {
+        records += record;
+    }
+
+    QStringList published; ///< The names, one a time.
+    QList<NetServices::Problem> problems;
+    int resolved = 0;
+    QByteArrayList records;
+};
