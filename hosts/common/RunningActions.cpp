@@ -27,7 +27,9 @@ void RunningActions::keep(const std::shared_ptr<WDPlugIn> &plugIn, std::function
     // Queued: the object itself is still at work when it emits the signal.
     if (plugIn->metaObject()->indexOfSignal("actionDidFinish()") >= 0)
         connect(plugIn.get(), SIGNAL(actionDidFinish()), this, SLOT(dropFinished()), Qt::QueuedConnection);
-    m_running.push_back({plugIn, std::move(finished)});
+    const auto bundle = plugIn->bundle();
+    m_running.push_back(
+        {plugIn, std::move(finished), m_inhibitor.hold(bundle ? bundle->infoDictionary() : QVariantMap())});
     QMetaObject::invokeMethod(this, &RunningActions::dropFinished, Qt::QueuedConnection);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/ActionInhibitor.h"
 #include "plugin/WDPlugIn.h"
 
 #include <functional>
@@ -8,7 +9,8 @@
 #include <vector>
 
 /// Keeps plug-in objects whose action goes on after the operation that began it returned: those whose
-/// invokable `bool isActing()` answers true, until a signal `actionDidFinish()` finds it false.
+/// invokable `bool isActing()` answers true, until a signal `actionDidFinish()` finds it false. Meanwhile the
+/// machine is kept from falling asleep, unless the bundle does not want that (see ActionInhibitor).
 ///
 /// THREADING: the main thread.
 class RunningActions : public QObject
@@ -31,8 +33,10 @@ private:
     struct Running {
         std::shared_ptr<WDPlugIn> plugIn;
         std::function<void()> finished;
+        std::shared_ptr<const void> awake; // null for an action that may be slept over
     };
     Q_SLOT void dropFinished();
 
+    ActionInhibitor m_inhibitor;
     std::vector<Running> m_running;
 };

@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -13,8 +12,6 @@ namespace
 {
 std::atomic<int> writeEnd{-1};
 static_assert(std::atomic<int>::is_always_lock_free, "the signal handler reads it");
-struct sigaction formerTerm = {};
-struct sigaction formerInterrupt = {};
 
 extern "C" void wakeLoop(int)
 {
@@ -26,7 +23,7 @@ extern "C" void wakeLoop(int)
 }
 } // namespace
 
-TerminationWatcher::TerminationWatcher(QObject *parent) : QObject(parent)
+TerminationWatcher::TerminationWatcher(const QList<int> &signalNumbers, QObject *parent) : QObject(parent)
 {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
@@ -38,16 +35,19 @@ TerminationWatcher::TerminationWatcher(QObject *parent) : QObject(parent)
     struct sigaction action = {};
     action.sa_handler = wakeLoop;
     action.sa_flags = SA_RESTART;
-    ::sigaction(SIGTERM, &action, &formerTerm);
-    ::sigaction(SIGINT, &action, &formerInterrupt);
+    for (const int number : signalNumbers) {
+        struct sigaction former = {};
+        ::sigaction(number, &action, &former);
+        m_formerActions.emplace_back(number, former);
+    }
 }
 
 TerminationWatcher::~TerminationWatcher()
 {
     if (m_readEnd < 0)
         return;
-    ::sigaction(SIGTERM, &formerTerm, nullptr);
-    ::sigaction(SIGINT, &formerInterrupt, nullptr);
+    for (const auto &[number, former] : m_formerActions)
+        ::sigaction(number, &former, nullptr);
     delete m_notifier;
     ::close(m_readEnd);
     ::close(writeEnd.exchange(-1));

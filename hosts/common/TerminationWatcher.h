@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
 #include <QObject>
+
+#include <csignal>
+#include <vector>
 
 class QSocketNotifier;
 
-/// Turns SIGTERM and SIGINT into a signal of the event loop. The signal handler itself only writes one byte.
+/// Turns signals that ask the process to end into one of the event loop. The signal handler itself only
+/// writes one byte.
 ///
 /// One object a process, made on the main thread after the QCoreApplication. Destroying it gives the signals
 /// their former handlers back.
@@ -13,7 +18,9 @@ class TerminationWatcher : public QObject
 {
     Q_OBJECT
 public:
-    explicit TerminationWatcher(QObject *parent = nullptr);
+    /// SIGTERM is left out where ZDRPowerManager, which takes it over, is used.
+    explicit TerminationWatcher(const QList<int> &signalNumbers = {SIGTERM, SIGINT},
+                                QObject *parent = nullptr);
     ~TerminationWatcher() override;
 
 Q_SIGNALS:
@@ -25,4 +32,5 @@ private:
 
     int m_readEnd = -1;
     QSocketNotifier *m_notifier = nullptr;
+    std::vector<std::pair<int, struct sigaction>> m_formerActions; // by signal number
 };

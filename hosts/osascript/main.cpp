@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/common/EventScriptFunction.h"
 #include "hosts/common/HostOptions.h"
+#include "hosts/common/RelocatedTool.h"
 #include "platform/NSAppleScript.h"
 #include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
 #include "system/AppleScriptExtensions.h"
 
 #include <QCoreApplication>
@@ -13,19 +14,6 @@ namespace
 {
 constexpr int success = 0;
 constexpr int failure = 1;
-
-/// Lying at its place below a relocated root, it belongs to the system there: who starts it passes the script
-/// alone.
-void takeRootFromOwnPlace()
-{
-    const QString place = QCoreApplication::applicationFilePath();
-    const QString fixedPath = "/usr/bin/osascript";
-    if (!place.endsWith(fixedPath))
-        return;
-    const QString folder = place.chopped(fixedPath.size());
-    if (!folder.isEmpty() && RootFolder::refusal(folder).isEmpty())
-        RootFolder::set(folder);
-}
 
 void print(std::FILE *stream, const QString &text)
 {
@@ -56,7 +44,7 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName("osascript");
     NSProcessInfo::setProcessName("osascript");
-    takeRootFromOwnPlace();
+    takeRootFromOwnPlace("/usr/bin/osascript");
     HostOptions options("Runs a script.");
     const QCommandLineOption source("e", "Run the script <SOURCE>; several are its lines.", "SOURCE");
     const QCommandLineOption log("log", "Write the result, or what went wrong, to the log.");
@@ -69,6 +57,7 @@ int main(int argc, char **argv)
     const bool hasSource = options.parser().isSet(source);
     if (files.size() != (hasSource ? 0 : 1))
         return complain("give either -e SOURCE or one FILE", HostOptions::badUsage);
+    EventScriptFunction::registerFunction();
     const QString text = options.parser().values(source).join('\n');
     if (options.parser().isSet(log)) {
         if (hasSource)
@@ -77,7 +66,6 @@ int main(int argc, char **argv)
             executeScriptFile(files.first());
         return success;
     }
-    registerScriptFunctions();
     if (hasSource) {
         NSAppleScript script(text);
         return printOutcome(&script, {});

@@ -10,11 +10,15 @@ class ConsoleUser;
 class DistributedNotifications;
 class HttpClient;
 class InterfaceFileLoader;
+class KeyEventDriver;
 class MachineIdentity;
 class NetServices;
+class PowerEventScheduler;
 class PrimaryInterface;
 class ProcessTable;
 class Reachability;
+class ServiceRegistry;
+class SystemPower;
 
 /// The ports of this process: what the kit asks of the machine, each behind an abstract class.
 ///
@@ -32,11 +36,15 @@ public:
     std::shared_ptr<DistributedNotifications> distributedNotifications;
     std::shared_ptr<HttpClient> httpClient; ///< Null in a build without the update check.
     std::shared_ptr<InterfaceFileLoader> interfaceFileLoader;
+    std::shared_ptr<KeyEventDriver> keyEventDriver;
     std::shared_ptr<MachineIdentity> machineIdentity;
     std::shared_ptr<NetServices> netServices;
+    std::shared_ptr<PowerEventScheduler> powerEventScheduler;
     std::shared_ptr<PrimaryInterface> primaryInterface;
     std::shared_ptr<ProcessTable> processTable;
     std::shared_ptr<Reachability> reachability;
+    std::shared_ptr<ServiceRegistry> serviceRegistry;
+    std::shared_ptr<SystemPower> systemPower;
 
 private:
     Platform(); // in platform/linux

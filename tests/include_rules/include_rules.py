@@ -23,7 +23,7 @@ ARROWS = {
     "interface": ("core", "platform"),
 }
 # Programs and bundles without widgets: a root process loads no widget library.
-WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin", "hosts/osascript")
+WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin", "hosts/osascript", "hosts/pmset")
 # Folders outside kit/ that see no more of it than a stranger who installed it.
 CONSUMERS = ("hosts", "plugins", "examples")
 # The doors to the machine: behind them, only kit/platform/linux.

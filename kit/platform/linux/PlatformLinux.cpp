@@ -7,8 +7,12 @@
 #include "LinuxMachineIdentity_p.h"
 #include "LinuxPrimaryInterface_p.h"
 #include "LinuxProcessTable_p.h"
+#include "LinuxServiceRegistry_p.h"
 #include "LogindConsoleUser_p.h"
+#include "LogindPower_p.h"
 #include "RouteReachability_p.h"
+#include "RtcPowerEventScheduler_p.h"
+#include "UinputKeyDriver_p.h"
 
 #if DOZELY_UPDATE_CHECK
 #include "CurlHttpClient_p.h"
@@ -20,8 +24,14 @@ Platform::Platform()
       netServices(std::make_shared<AvahiNetServices>()),
       primaryInterface(std::make_shared<LinuxPrimaryInterface>()),
       processTable(std::make_shared<LinuxProcessTable>()),
-      reachability(std::make_shared<RouteReachability>())
+      reachability(std::make_shared<RouteReachability>()),
+      serviceRegistry(std::make_shared<LinuxServiceRegistry>()),
+      userNotificationPresenter(std::make_shared<BusUserNotificationPresenter>())
 {
+    const auto scheduler = std::make_shared<RtcPowerEventScheduler>();
+    powerEventScheduler = scheduler;
+    systemPower = std::make_shared<LogindPower>(
+        [scheduler](quint32 messageType) { scheduler->powerChanges(messageType); });
 #if DOZELY_UPDATE_CHECK
     httpClient = std::make_shared<CurlHttpClient>();
 #endif

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/Platform.h"
 #include "unit/hosts/HostFixture.h"
+#include "unit/hosts/PowerFakes.h"
 
-/// Puts bundles with built modules below the scratch root.
+/// Puts bundles with built modules below the scratch root. Actions that they perform here keep no real
+/// machine awake.
 class BundleFixture : public HostFixture
 {
 protected:
+    BundleFixture() { Platform::current().systemPower = power; }
+
     static constexpr char plugIns[] = "/Library/Application Support/Dozely/PlugIns";
 
     /// A bundle with this Info dictionary and these files as modules; its fixed path.
@@ -37,4 +42,6 @@ protected:
             messages += line.section(' ', 1);
         return messages;
     }
+
+    std::shared_ptr<PowerByHand> power = std::make_shared<PowerByHand>();
 };

@@ -55,6 +55,25 @@ TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
     EXPECT_EQ(lastMessage(), "Probe finished");
 }
 
+TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeWhileAnActionGoesOn)
+{
+    makeProbe();
+    performer.performDue(probe({{"Goes On", "for a while"}}));
+    EXPECT_EQ(power->inhibitions, 1);
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    EXPECT_EQ(power->inhibitions, 0);
+}
+
+TEST_F(OccurrencePerformerTest, LetsAnActionThatPutsTheMachineToSleepDoSo)
+{
+    Occurrence sleep = probe({{"Goes On", "for ever"}});
+    sleep.schedule.bundlePath =
+        makeBundle("Sleeper", {{"WDDaemonModule", "ProbePlugIn.so"}, {"WDInhibitsSleep", false}});
+    performer.performDue(sleep);
+    EXPECT_EQ(state(), OccurrenceState::Begun);
+    EXPECT_TRUE(power->reasons.isEmpty());
+}
+
 TEST_F(OccurrencePerformerTest, SkipsWhatIsLaterThanItsPlugInsTimeOut)
 {
     makeProbe();

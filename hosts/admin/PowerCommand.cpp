@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/PowerCommand.h"
+
+#include "core/ZDRLog.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Identity.h"
+#include "hosts/admin/Output.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "platform/PowerEventScheduler.h"
+#include "platform/RootFolder.h"
+#include "platform/ServiceRegistry.h"
+#include "platform/SystemPower.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace
+{
+/// Far enough not to come while the test runs, near enough for every clock.
+constexpr std::chrono::minutes testDistance(10);
+
+const char *const noClock = "This machine has no clock that could wake it.";
+
+QString localText(const QDateTime &date)
+{
+    return date.toLocalTime().toString("yyyy-MM-dd HH:mm:ss");
+}
+
+/// The events still to come, earliest first.
+QList<PowerEventScheduler::Event> events()
+{
+    auto events = Platform::current().powerEventScheduler->scheduledEvents();
+    std::stable_sort(events.begin(), events.end(),
+                     [](const auto &a, const auto &b) { return a.time < b.time; });
+    return events;
+}
+
+QString clockText(const PowerEventScheduler::Alarm &alarm)
+{
+    return Output::escaped(alarm.clock.isEmpty() ? alarm.device
+                                                 : QString("%1 (%2)").arg(alarm.device, alarm.clock));
+}
+
+QString alarmText(const PowerEventScheduler::Alarm &alarm)
+{
+    if (!alarm.armedFor.isValid())
+        return "not armed";
+    return QString("%1, %2").arg(localText(alarm.armedFor),
+                                 alarm.isOurs ? "for an event below" : "armed by another program");
+}
+
+void showInJson(const std::optional<PowerEventScheduler::Alarm> &alarm)
+{
+    QVariantList list;
+    for (const PowerEventScheduler::Event &event : events())
+        list += QVariantMap{{"time", event.time}, {"owner", event.owner}, {"type", event.type}};
+    QVariantMap answer{{"isSupported", alarm.has_value()}, {"events", list}};
+    if (alarm) {
+        answer.insert("device", alarm->device);
+        answer.insert("clock", alarm->clock);
+        answer.insert("alarm",
+                      alarm->armedFor.isValid() ? QVariant(alarm->armedFor) : QVariant::fromValue(nullptr));
+        answer.insert("alarmIsOurs", alarm->isOurs);
+    }
+    Output::json(answer);
+}
+
+void show(const AdminOptions &options)
+{
+    const auto alarm = Platform::current().powerEventScheduler->alarm();
+    if (options.isSet("json")) {
+        showInJson(alarm);
+        return;
+    }
+    Output::line("Clock:  " + (alarm ? clockText(*alarm) : QString("none that could wake this machine")));
+    if (alarm)
+        Output::line("Alarm:  " + alarmText(*alarm));
+    QList<QStringList> rows;
+    for (const PowerEventScheduler::Event &event : events())
+        rows += {localText(event.time), event.type, event.owner};
+    if (rows.isEmpty())
+        Output::line("No events are scheduled.");
+    else
+        Output::table({"TIME", "TYPE", "OWNER"}, rows);
+}
+
+/// Whether this user is the one to whom the machine's files belong.
+bool isSystem()
+{
+    return RootFolder::owner() == static_cast<quint32>(::geteuid());
+}
+
+void test(const AdminOptions &options)
+{
+    const auto alarm = Platform::current().powerEventScheduler->alarm();
+    if (!alarm)
+        throw AdminError(ExitStatus::Failed, noClock);
+    if (!isSystem())
+        throw AdminError(ExitStatus::NotPermitted, "You may not set the machine's clock; try it as root.");
+    const QDateTime date = Platform::current().clock->currentDate().addDuration(testDistance);
+    const QString fault = Platform::current().powerEventScheduler->testAlarm(date);
+    if (!fault.isEmpty())
+        throw AdminError(ExitStatus::Failed, fault);
+    if (options.isSet("json"))
+        Output::json({{"device", alarm->device}, {"clock", alarm->clock}, {"works", true}});
+    else
+        Output::line(QString("The alarm of %1 was armed for %2, read back, and set as it was.")
+                         .arg(clockText(*alarm), localText(date)));
+}
+} // namespace
+
+void PowerCommand::run(const AdminOptions &options)
+{
+    const QString argument = options.argument(0);
+    if (argument.isNull())
+        show(options);
+    else if (argument == "test")
+        test(options);
+    else
+        throw AdminError(ExitStatus::BadUsage, QString("\"%1\" is not test.").arg(argument));
+}
+
+void PowerCommand::sleep(const AdminOptions &options)
+{
+    SystemPower &power = *Platform::current().systemPower;
+    quint32 masterPort = 0;
+    Platform::current().serviceRegistry->masterPort(&masterPort);
+    const quint32 connection = power.findPowerManagement(masterPort);
+    if (connection == 0)
+        throw AdminError(ExitStatus::Failed,
+                         "There is no login manager that could put this machine to sleep.");
+    ZDRLog("The machine is put to sleep by user %d.", Identity::caller());
+    if (power.sleepSystem(connection) != 0) {
+        if (isSystem())
+            throw AdminError(ExitStatus::Failed, "The machine does not let itself be put to sleep.");
+        throw AdminError(ExitStatus::NotPermitted,
+                         "The machine does not let you put it to sleep; try it as root.");
+    }
+    if (options.isSet("json"))
+        Output::json({{"accepted", true}});
+    else
+        Output::line("The machine goes to sleep.");
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/SystemPower.h"
+
+#include <QVariantMap>
+
+#include <memory>
+
+/// Keeps the machine from falling asleep by itself while actions go on. One inhibition serves all of them.
+///
+/// THREADING: the main thread. BLOCKING: nothing waits; a refusal is logged by the port.
+class ActionInhibitor
+{
+public:
+    /// A hold for one action, to be kept as long as it goes on. Null for a bundle whose Info dictionary says
+    /// "WDInhibitsSleep" = false: one that puts the machine to sleep or switches it off.
+    std::shared_ptr<const void> hold(const QVariantMap &bundleInfo);
+
+private:
+    std::weak_ptr<SystemPower::Inhibition> m_inhibition;
+};

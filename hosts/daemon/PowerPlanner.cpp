@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/PowerPlanner.h"
+
+#include "core/ZDRLog.h"
+#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/PlugInLoader.h"
+#include "platform/Clock.h"
+#include "platform/NSNotificationCenter.h"
+#include "platform/Platform.h"
+#include "platform/RootFolder.h"
+#include "system/ZDRPowerManager.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace
+{
+const QString ourselves = "com.dozely";
+const char *const zoneFile = "/etc/localtime";
+
+/// Gathers the changes of one moment, and lets what is due go first.
+constexpr std::chrono::milliseconds updateDelay(100);
+
+QList<PowerEventScheduler::Event> ourEvents()
+{
+    QList<PowerEventScheduler::Event> events = Platform::current().powerEventScheduler->scheduledEvents();
+    events.removeIf([](const PowerEventScheduler::Event &event) { return event.owner != ourselves; });
+    return events;
+}
+
+/// What decides which instants the machine's clock shows: the time zone, and whether that clock keeps local
+/// time.
+QByteArray zoneRules()
+{
+    constexpr qint64 longest = 64 << 10; // bytes; the rules of a zone are some thousand
+    QByteArray rules;
+    for (const QString path : {zoneFile, "/etc/adjtime"}) {
+        QFile file(RootFolder::join(path));
+        if (file.open(QIODevice::ReadOnly))
+            rules += file.read(longest);
+        rules += '\0';
+    }
+    return rules;
+}
+
+/// The earliest ones, each once.
+QList<QDateTime> earliest(QList<QDateTime> dates)
+{
+    std::sort(dates.begin(), dates.end());
+    dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
+    return dates.mid(0, PowerPlanner::mostEvents);
+}
+} // namespace
+
+PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoader &loader)
+    : m_scheduler(scheduler),
+      m_clock(clock),
+      m_loader(loader),
+      m_zoneWatcher(RootFolder::join(zoneFile), RootFolder::path(), clock),
+      m_zone(zoneRules())
+{
+    auto &center = NSNotificationCenter::defaultCenter();
+    center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillSleep);
+    center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillPowerOff);
+    center.addObserver(this, "systemDidWake", ZDRPowerManagerSystemDidWake);
+    connect(&m_zoneWatcher, &StoreWatcher::changed, this, &PowerPlanner::zoneMayHaveChanged);
+}
+
+void PowerPlanner::zoneMayHaveChanged()
+{
+    // Told of whatever happens in that folder.
+    const QByteArray zone = zoneRules();
+    if (zone == m_zone)
+        return;
+    m_zone = zone;
+    renew();
+}
+
+void PowerPlanner::systemWillChange(const NSNotification &)
+{
+    m_isSystemChanging = true;
+    update();
+}
+
+void PowerPlanner::systemDidWake(const NSNotification &)
+{
+    m_isSystemChanging = false;
+    renew();
+    Q_EMIT systemWoke();
+}
+
+void PowerPlanner::updateSoon()
+{
+    if (m_isUpdateComing)
+        return;
+    m_isUpdateComing = true;
+    m_clock.callAfter(updateDelay, this, [this] {
+        m_isUpdateComing = false;
+        update();
+    });
+}
+
+void PowerPlanner::renew()
+{
+    m_asksRefusedAgain = true;
+    update();
+    m_asksRefusedAgain = false;
+    if (!m_isSystemChanging)
+        Platform::current().powerEventScheduler->arm(PowerEventScheduler::Phase::Running);
+}
+
+void PowerPlanner::update()
+{
+    const QList<Event> wanted = wantedEvents();
+    const QList<Event> former = ourEvents();
+    for (const Event &event : former) {
+        // One whose time has passed leaves by itself.
+        if (!wanted.contains(event) && event.time > m_clock.currentDate())
+            Platform::current().powerEventScheduler->cancel(event.time, event.owner, event.type);
+    }
+    QList<Event> missing;
+    std::copy_if(wanted.cbegin(), wanted.cend(), std::back_inserter(missing), [&](const Event &event) {
+        return !former.contains(event) && (m_asksRefusedAgain || !m_refused.contains(event));
+    });
+    take(missing);
+    m_refused.removeIf([&](const Event &event) { return !wanted.contains(event); });
+}
+
+void PowerPlanner::take(const QList<Event> &wanted)
+{
+    for (const Event &event : wanted) {
+        if (event.type == PowerEventScheduler::wake)
+            ZDRPowerManager::setWakeDate(event.time);
+        else
+            ZDRPowerManager::setStartupDate(event.time);
+    }
+    if (wanted.isEmpty())
+        return;
+    // The result of asking tells nothing, so look.
+    const QList<Event> taken = ourEvents();
+    for (const Event &event : wanted) {
+        const bool isTaken = taken.contains(event);
+        if (!isTaken && !m_refused.contains(event)) {
+            ZDRLog("The machine does not take it that it should %@ at %@",
+                   QString(event.type == PowerEventScheduler::wake ? "wake" : "switch itself on"),
+                   event.time);
+            m_refused += event;
+        } else if (isTaken) {
+            m_refused.removeAll(event);
+        }
+    }
+}
+
+QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
+{
+    const QDateTime now = m_clock.currentDate();
+    QHash<QString, Answer> answers;
+    QHash<QString, std::shared_ptr<NSBundle>> bundles; // their trust is looked at once, not for each schedule
+    QList<QDateTime> wakes;
+    QList<QDateTime> powerOns;
+    for (const Schedule &schedule : m_scheduler.schedules()) {
+        if (schedule.date <= now || !m_scheduler.isOpen(schedule))
+            continue;
+        const auto former = m_answers.constFind(schedule.identifier);
+        const bool isKnown = former != m_answers.cend() && former->bundlePath == schedule.bundlePath &&
+                             former->parameters == schedule.parameters;
+        const auto answer = isKnown ? std::optional(former->needs) : askPlugIn(schedule, bundles);
+        if (!answer)
+            continue; // its bundle may be put there before it comes due
+        const Needs needs = *answer;
+        answers.insert(schedule.identifier, {schedule.bundlePath, schedule.parameters, needs});
+        const QDateTime wake = schedule.date.addDuration(-wakeLead);
+        const QDateTime powerOn = schedule.date.addDuration(-powerOnLead);
+        if (needs.wakeUp && wake > now)
+            wakes += wake;
+        if (needs.startup && powerOn > now)
+            powerOns += powerOn;
+    }
+    m_answers = answers;
+    QList<Event> events;
+    for (const QDateTime &date : earliest(wakes))
+        events += {date, ourselves, PowerEventScheduler::wake};
+    for (const QDateTime &date : earliest(powerOns))
+        events += {date, ourselves, PowerEventScheduler::powerOn};
+    return events;
+}
+
+/// Absent for a bundle that cannot be used; that it cannot is told when its schedule comes due.
+std::optional<PowerPlanner::Needs> PowerPlanner::askPlugIn(const Schedule &schedule,
+                                                           QHash<QString, std::shared_ptr<NSBundle>> &bundles)
+{
+    const QString path = schedule.fullBundlePath();
+    if (!bundles.contains(path))
+        bundles.insert(path, m_loader.bundle(path));
+    const auto bundle = bundles.value(path);
+    const auto plugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(bundle ? m_loader.make(bundle) : nullptr);
+    if (!plugIn)
+        return {};
+    Needs needs;
+    const auto thrown = GuardedPosting::guardPlugIn([&] {
+        plugIn->setParameters(schedule.parameters);
+        plugIn->setCalendarDate(schedule.calendarDate());
+        needs = {plugIn->needsWakeUp(), plugIn->needsStartup()};
+    });
+    if (thrown)
+        ZDRLog("A plug-in was asked whether it needs the machine awake and raised: %@", *thrown);
+    return thrown ? Needs() : needs;
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/StoreWatcher.h"
+#include "platform/PowerEventScheduler.h"
+
+#include <QHash>
+#include <QObject>
+
+#include <memory>
+
+class Clock;
+class NSBundle;
+class NSNotification;
+class PlugInLoader;
+
+/// Has the machine woken, or switched on, in time for the schedules whose plug-ins need that: an event of our
+/// own a little ahead of each one's next occurrence, and none that no schedule stands for.
+///
+/// The events are compared with what the machine has, so an event that is there already costs nothing and
+/// what a changed, disabled or removed schedule left is taken back, also when that happened while the daemon
+/// did not run. Dates of the same second are one event. Before the machine sleeps or goes off, when it has
+/// woken, and when its time zone was changed this happens without being asked for.
+///
+/// THREADING: the main thread. BLOCKING: for the disk when something changes; where the machine's scheduler
+/// refuses, for the fallback that ZDRPowerManager tries.
+class PowerPlanner : public QObject
+{
+    Q_OBJECT
+public:
+    /// How long before its occurrence a schedule has the machine woken, and switched on.
+    /// @{
+    static constexpr std::chrono::seconds wakeLead{60};
+    static constexpr std::chrono::seconds powerOnLead{180};
+    /// @}
+
+    /// So many events of a type are asked for at a time, the earliest ones. The others follow as these pass;
+    /// the machine can hold only one in its clock, and each costs a write to the disk.
+    static constexpr qsizetype mostEvents = 64;
+
+    /// All must outlive the object.
+    PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoader &loader);
+
+    /// Brings the events in line with the schedules, now.
+    void update();
+
+    /// The same a moment later; many wishes for it are one.
+    void updateSoon();
+
+    /// After a time in which anything may have happened to the machine's clock: the same as update, what the
+    /// machine refused is asked for again, and its alarm is set anew unless sleep or power-off has begun.
+    void renew();
+
+Q_SIGNALS:
+    /// The machine has slept; the events are right again.
+    void systemWoke();
+
+private:
+    using Event = PowerEventScheduler::Event;
+    struct Needs {
+        bool wakeUp = false;
+        bool startup = false;
+    };
+    struct Answer {
+        QString bundlePath;
+        QVariantMap parameters;
+        Needs needs;
+    };
+    void zoneMayHaveChanged();
+    Q_INVOKABLE void systemWillChange(const NSNotification &notification);
+    Q_INVOKABLE void systemDidWake(const NSNotification &notification);
+    QList<Event> wantedEvents();
+    std::optional<Needs> askPlugIn(const Schedule &schedule,
+                                   QHash<QString, std::shared_ptr<NSBundle>> &bundles);
+    void take(const QList<Event> &wanted);
+
+    const Scheduler &m_scheduler;
+    Clock &m_clock;
+    PlugInLoader &m_loader;
+    StoreWatcher m_zoneWatcher;
+    QByteArray m_zone;
+    QHash<QString, Answer> m_answers; // by the schedule's identifier
+    QList<Event> m_refused;           // told in the log; not asked for again before renew
+    bool m_asksRefusedAgain = false;
+    bool m_isSystemChanging = false; // from the announcement of sleep or power-off to waking
+    bool m_isUpdateComing = false;
+};

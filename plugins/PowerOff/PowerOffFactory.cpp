@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/PowerOff/PowerOffFactory.h"
+
+#include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
+#include "plugins/PowerOff/PowerOffUserAgentPlugIn.h"
+
+std::unique_ptr<WDPlugIn> PowerOffFactory::make()
+{
+    return std::make_unique<PowerOffDaemonPlugIn>();
+}
+
+std::unique_ptr<WDPlugIn> PowerOffFactory::makeForRole(const QString &roleKey)
+{
+    if (roleKey == "WDUserAgentModule")
+        return std::make_unique<PowerOffUserAgentPlugIn>();
+    return make();
+}

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "integration/power-kit/PrivateLogind.h"
+#include "platform/NSNotification.h"
+#include "platform/NSNotificationCenter.h"
+#include "platform/NSProcessInfo.h"
+#include "platform/Platform.h"
+#include "platform/SystemPower.h"
+#include "support/PrintTo.h"
+#include "support/ScratchRoot.h"
+#include "system/ZDRPowerManager.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+constexpr char delayLock[] = "shutdown:sleep delay"; // in the order in which it tells them
+constexpr char blockLock[] = "sleep:idle block";
+} // namespace
+
+/// Writes down the power manager's notifications.
+class PowerListener : public QObject
+{
+    Q_OBJECT
+public:
+    PowerListener() { NSNotificationCenter::defaultCenter().addObserver(this, "notice", {}); }
+    Q_INVOKABLE void notice(const NSNotification &notification)
+    {
+        names += notification.name();
+        if (action)
+            action(notification.name());
+    }
+    QStringList names;
+    std::function<void(const QString &)> action;
+};
+
+class RealLogindTest : public testing::Test
+{
+protected:
+    RealLogindTest() { NSProcessInfo::setProcessName("dozelyd"); }
+
+    /// Subscribes, and waits until the lock is there.
+    static bool subscribe(PrivateLogind &logind)
+    {
+        ZDRPowerManager::sharedInstance();
+        return waitUntil([&] { return logind.locks() == QStringList{delayLock}; });
+    }
+
+    ScratchRoot root;
+};
+
+TEST_F(RealLogindTest, TheMachineSleepsWhenTheObserversHaveRunAndTheLockComesBack)
+{
+    EXPECT_TRUE(PrivateLogind::holds([this](PrivateLogind &logind) {
+        PowerListener listener;
+        ASSERT_TRUE(subscribe(logind));
+        listener.action = [&](const QString &name) {
+            if (name != ZDRPowerManagerSystemWillSleep)
+                return;
+            EXPECT_THAT(logind.locks(), ElementsAre(delayLock));
+            EXPECT_THAT(logind.started(), IsEmpty()) << "the machine waits for us";
+        };
+        for (int round = 1; round <= 3; ++round) {
+            ZDRPowerManager::forceSleep();
+            ASSERT_TRUE(waitUntil([&] { return listener.names.size() == 2 * round; }));
+            EXPECT_THAT(logind.started(), testing::SizeIs(round));
+            ASSERT_TRUE(waitUntil([&] { return logind.locks() == QStringList{delayLock}; }));
+            listener.action = nullptr;
+        }
+        EXPECT_EQ(logind.started().first(), "suspend.target");
+        EXPECT_THAT(listener.names.mid(0, 2),
+                    ElementsAre(ZDRPowerManagerSystemWillSleep, ZDRPowerManagerSystemDidWake));
+        EXPECT_FALSE(root.logContent().contains("Erreur"));
+    }));
+}
+
+TEST_F(RealLogindTest, TheMachineGoesOffWhenTheObserversHaveRun)
+{
+    EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
+        PowerListener listener;
+        ASSERT_TRUE(subscribe(logind));
+        listener.action = [&](const QString &) { EXPECT_THAT(logind.started(), IsEmpty()); };
+        EXPECT_EQ(Platform::current().systemPower->powerOff(), 0);
+        ASSERT_TRUE(waitUntil([&] { return !logind.started().isEmpty(); }));
+        EXPECT_THAT(logind.started(), ElementsAre("poweroff.target"));
+        EXPECT_THAT(listener.names, ElementsAre(ZDRPowerManagerSystemWillPowerOff));
+    }));
+}
+
+TEST_F(RealLogindTest, ALockOfALogindThatCrashedIsReplacedByOneOfTheNext)
+{
+    EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
+        PowerListener listener;
+        ASSERT_TRUE(subscribe(logind));
+        const auto inhibition = Platform::current().systemPower->inhibitSleep("A backup runs");
+        const QStringList both{delayLock, blockLock};
+        ASSERT_TRUE(waitUntil([&] { return logind.locks() == both; }));
+        logind.kill();
+        ASSERT_TRUE(logind.start());
+        ASSERT_TRUE(waitUntil([&] { return logind.locks() == both; })) << "one of each";
+        ZDRPowerManager::forceSleep();
+        ASSERT_TRUE(waitUntil([&] { return listener.names.size() == 2; }));
+    }));
+}
+
+TEST_F(RealLogindTest, AnActionsLockDoesNotKeepRootFromForcingSleep)
+{
+    EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
+        PowerListener listener;
+        ASSERT_TRUE(subscribe(logind));
+        auto inhibition = Platform::current().systemPower->inhibitSleep("A backup runs");
+        ASSERT_TRUE(waitUntil([&] { return logind.locks().contains(blockLock); }));
+        ZDRPowerManager::forceSleep();
+        ASSERT_TRUE(waitUntil([&] { return listener.names.size() == 2; }));
+        EXPECT_THAT(logind.started(), ElementsAre("suspend.target"));
+        inhibition.reset();
+        ASSERT_TRUE(waitUntil([&] { return logind.locks() == QStringList{delayLock}; }));
+    }));
+}
+
+TEST_F(RealLogindTest, ADestroyedInstanceHoldsNoLock)
+{
+    EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
+        auto registration = Platform::current().systemPower->registerForSystemPower(
+            nullptr, [](void *, quint32, quint32, void *) {});
+        ASSERT_TRUE(waitUntil([&] { return logind.locks() == QStringList{delayLock}; }));
+        Platform::current().systemPower->deregisterForSystemPower(&registration.notifier);
+        ASSERT_TRUE(waitUntil([&] { return logind.locks().isEmpty(); }));
+    }));
+}
+
+#include "RealLogindTest.moc"

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/DaemonController.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
+#include "platform/NSNotificationCenter.h"
+#include "support/FakeClock.h"
+#include "support/FakeConsoleUser.h"
+#include "support/PrintTo.h"
+#include "system/ZDRPowerManager.h"
+#include "unit/hosts/BundleFixture.h"
+
+using namespace std::chrono_literals;
+
+/// A daemon whose machine sleeps over the date of a schedule. That schedule is for a minute past noon, and
+/// its plug-in allows thirty seconds.
+class SleptOverTest : public BundleFixture
+{
+protected:
+    SleptOverTest()
+    {
+        Platform::current().powerEventScheduler = machine;
+        Platform::current().keyEventDriver = std::make_shared<NoKeys>();
+        makeProbe();
+        writeStore({changed(entry("a", noon().addSecs(60)), "Parameters",
+                            QVariantMap{{"Acts In User Agent", 0LL},
+                                        {"Needs Wake Up", 1LL},
+                                        {"Text", "hello"},
+                                        {"Time Out", -30LL}})});
+        ZDRPowerManager::sharedInstance();
+        daemon = std::make_unique<DaemonController>(
+            clock, std::make_shared<PinnedConsoleUser>(std::make_shared<FakeConsoleUser>()));
+    }
+
+    /// What passes while the machine sleeps passes for no timer; the clock shows it afterwards.
+    void sleepUntil(std::chrono::seconds fromNoon)
+    {
+        power->send(kIOMessageSystemWillSleep);
+        clock.jumpTo(noon().addDuration(fromNoon));
+        power->send(kIOMessageSystemHasPoweredOn);
+        clock.advance(0ms);
+    }
+    bool acted() const { return !messages().filter("Probe acts in the daemon: hello").isEmpty(); }
+
+    std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
+    FakeClock clock{noon()};
+    std::unique_ptr<DaemonController> daemon;
+};
+
+TEST_F(SleptOverTest, WhatCameDueDuringSleepRunsWhenItsTimeOutStillAllows)
+{
+    sleepUntil(90s);
+    EXPECT_TRUE(acted());
+}
+
+TEST_F(SleptOverTest, WhatCameDueTooLongAgoIsSkipped)
+{
+    sleepUntil(91s);
+    EXPECT_FALSE(acted());
+    EXPECT_EQ(messages().last(), "Schedule \"Name of a\" was skipped: it is 31 s late");
+}
+
+TEST_F(SleptOverTest, WhatIsStillToComeRunsInItsTime)
+{
+    sleepUntil(59s);
+    EXPECT_FALSE(acted());
+    clock.advance(1s);
+    EXPECT_TRUE(acted());
+}
+
+TEST_F(SleptOverTest, AClockThatIsSetHasTheEventsLookedAtAgain)
+{
+    clock.jumpTo(noon().addSecs(-3600));
+    EXPECT_EQ(machine->events,
+              QList{(PowerEventScheduler::Event{noon(), "com.dozely", PowerEventScheduler::wake})});
+    EXPECT_EQ(machine->phases, QList{PowerEventScheduler::Phase::Running});
+}
