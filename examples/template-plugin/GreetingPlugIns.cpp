@@ -22,3 +22,9 @@ void GreetingUserAgentPlugIn::actInUserAgent()
 {
     ZDRLog("%@ from the session", textOf(*this));
 }
+
+void GreetingUserAgentPlugIn::userNotificationCenterDidActivateNotification(
+    NSUserNotificationCenter *, const std::shared_ptr<NSUserNotification> &)
+{
+    cancelEvent();
+}

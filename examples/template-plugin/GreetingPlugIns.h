@@ -17,4 +17,9 @@ class GreetingUserAgentPlugIn : public WDUserAgentPlugIn
     Q_OBJECT
 public:
     void actInUserAgent() override;
+
+    /// "Cancel" was pressed in the alert that precedes the action.
+    Q_INVOKABLE void
+    userNotificationCenterDidActivateNotification(NSUserNotificationCenter *center,
+                                                  const std::shared_ptr<NSUserNotification> &notification);
 };

@@ -76,6 +76,16 @@ void addParameter(QVariantMap &parameters, const QString &option)
     const QString text = match.captured(3);
     parameters.insert(match.captured(1), type.isEmpty() ? guessed(text) : typed(type, text));
 }
+
+/// A lead time that leaves something to announce, within what a plug-in reads.
+qint64 leadTime(const QString &seconds)
+{
+    bool isNumber = false;
+    const int lead = seconds.toInt(&isNumber);
+    if (!isNumber || lead < 1)
+        refuse(QString("--alert needs a whole number of seconds, 1 or more, not \"%1\".").arg(seconds));
+    return lead;
+}
 } // namespace
 
 QVariantMap ParameterOptions::read(const AdminOptions &options)
@@ -93,10 +103,18 @@ QVariantMap ParameterOptions::read(const AdminOptions &options)
     } else if (options.isSet("argument")) {
         refuse("--argument needs --program.");
     }
+    if (options.isSet("alert")) {
+        parameters.insert("Alert", 1);
+        parameters.insert("Delay before alert", leadTime(options.value("alert")));
+    }
     if (options.isSet("in-daemon") && options.isSet("in-session"))
         refuse("An action runs in the daemon or in the session, not in both.");
     if (options.isSet("in-daemon") || options.isSet("in-session"))
         parameters.insert("Acts In User Agent", options.isSet("in-session") ? 1 : 0);
+    if (options.isSet("wake"))
+        parameters.insert("Needs Wake Up", 1);
+    if (options.isSet("power-on"))
+        parameters.insert("Needs Startup", 1);
     // A text that a property list cannot carry would come back as another one, or make the store unreadable.
     const auto readBack = PropertyList::fromData(PropertyList::toData(parameters, PropertyList::Format::Xml));
     if (!readBack || readBack->toMap() != parameters)

@@ -5,6 +5,7 @@
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
 #include "platform/Clock.h"
 #include "platform/RootFolder.h"
 
@@ -12,6 +13,7 @@ namespace
 {
 const QString sentToDaemon = "com.dozely.Daemon";
 const QString sentByAdmin = "com.dozely.Admin";
+const QString sentByUserAgent = "com.dozely.UserAgent";
 
 QString senderLabel(const ReceivedEvent &event)
 {
@@ -21,7 +23,10 @@ QString senderLabel(const ReceivedEvent &event)
 
 DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console)
     : m_keeper(clock),
-      m_performer(m_keeper, std::move(console)),
+      m_console(std::move(console)),
+      m_performer(m_keeper, m_console),
+      m_anticipation(clock, m_keeper.scheduler()),
+      m_power(m_keeper.scheduler(), clock, m_performer.plugIns()),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_timer(clock.makeAbsoluteTimer())
 {
@@ -33,8 +38,11 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     receive("DaemonMustActEvent", sentToDaemon, &DaemonController::daemonMustAct);
     receive("DaemonMustRemoveEvent", sentToDaemon, &DaemonController::daemonMustRemove);
     receive("DaemonMustRunNowEvent", sentByAdmin, &DaemonController::daemonMustRunNow);
+    receive("DaemonMustAnticipateAgainEvent", sentByUserAgent, &DaemonController::daemonMustAnticipateAgain);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &DaemonController::performDue);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &DaemonController::waitForNext);
+    connect(m_timer.get(), &AbsoluteTimer::clockChanged, &m_power, &PowerPlanner::renew);
+    connect(&m_power, &PowerPlanner::systemWoke, this, &DaemonController::waitForNext);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     rereadStore();
 }
@@ -47,15 +55,21 @@ DaemonController::~DaemonController()
 void DaemonController::rereadStore()
 {
     m_keeper.readStore();
+    m_anticipation.forgetGone();
     waitForNext();
 }
 
 void DaemonController::waitForNext()
 {
-    if (const auto next = m_keeper.scheduler().nextDate())
+    auto next = m_keeper.scheduler().nextDate();
+    const auto announcement = m_anticipation.nextDate();
+    if (announcement && (!next || *announcement < *next))
+        next = announcement;
+    if (next)
         m_timer->start(*next); // a date that is past comes due at once
     else
         m_timer->stop();
+    m_power.updateSoon();
 }
 
 void DaemonController::performDue()
@@ -63,8 +77,24 @@ void DaemonController::performDue()
     const QList<Occurrence> due = m_keeper.scheduler().due();
     if (!due.isEmpty())
         m_performer.performDue(due.first());
+    else
+        announceNext(); // may have to wait for an agent that does not answer, hence not before what is due
     // Others that are due have their own turns, so that requests and signals are served in between.
     waitForNext();
+}
+
+void DaemonController::announceNext()
+{
+    const auto occurrence = m_anticipation.next();
+    if (!occurrence)
+        return;
+    const OccurrencePerformer::Announcement announcement = m_performer.anticipate(*occurrence);
+    if (!announcement.isWanted)
+        m_anticipation.noteUnwanted(*occurrence);
+    else if (announcement.told)
+        m_anticipation.noteTold(*occurrence, *announcement.told);
+    else
+        m_anticipation.noteFailed(*occurrence);
 }
 
 std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedEvent &event) const
@@ -86,17 +116,51 @@ void DaemonController::daemonMustAct(const ReceivedEvent &event)
                senderLabel(event));
 }
 
+QList<Occurrence> DaemonController::removableOccurrences(const ReceivedEvent &event) const
+{
+    const QVariant date = event.userInfo.value("Schedule Date");
+    if (date.typeId() != QMetaType::QDateTime)
+        return {};
+    const auto consoleUser = [this] {
+        const auto user = m_console->current();
+        return user ? EventPermissions::UserId(user->userId) : std::nullopt;
+    };
+    QList<Occurrence> occurrences = m_anticipation.removable(
+        event.peer, RootFolder::owner(), event.userInfo.value("Schedule Bundle Path").toString(),
+        date.toDateTime().toUTC(), consoleUser);
+    if (occurrences.isEmpty()) {
+        if (const auto held = heldOccurrence(event))
+            occurrences += *held;
+    }
+    return occurrences;
+}
+
 void DaemonController::daemonMustRemove(const ReceivedEvent &event)
 {
-    const auto occurrence = heldOccurrence(event);
-    if (!occurrence) {
-        ZDRLog("DaemonMustRemoveEvent from %@ refused: that user's agent has no such occurrence",
+    const QList<Occurrence> occurrences = removableOccurrences(event);
+    if (occurrences.isEmpty()) {
+        ZDRLog("DaemonMustRemoveEvent from %@ refused: there is no such occurrence for that user to remove",
                senderLabel(event));
         return;
     }
-    m_keeper.note(*occurrence, OccurrenceState::Removed);
-    ZDRLog("Schedule \"%@\": the occurrence was removed by %@", logLabel(occurrence->schedule.name),
-           senderLabel(event));
+    for (const Occurrence &occurrence : occurrences)
+        m_keeper.note(occurrence, OccurrenceState::Removed);
+    m_keeper.flush(); // what the log calls removed does not happen after a crash either
+    for (const Occurrence &occurrence : occurrences) {
+        ZDRLog("Schedule \"%@\": the occurrence was removed by %@", logLabel(occurrence.schedule.name),
+               senderLabel(event));
+    }
+    waitForNext();
+}
+
+void DaemonController::daemonMustAnticipateAgain(const ReceivedEvent &event)
+{
+    // Every agent asks when it starts; there is something to announce at the console alone.
+    const auto user = m_console->current();
+    if (!event.peer || !user || *event.peer != user->userId)
+        return;
+    m_anticipation.announceAgain();
+    waitForNext();
 }
 
 void DaemonController::daemonMustRunNow(const ReceivedEvent &event)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/daemon/AnticipationPlan.h"
 #include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/PowerPlanner.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "hosts/daemon/StoreWatcher.h"
 
@@ -13,8 +15,9 @@ class AbsoluteTimer;
 class PinnedConsoleUser;
 struct ReceivedEvent;
 
-/// The daemon's work: waits for the next occurrence, performs what is due, reads the schedules again when
-/// they change, and answers schedule events. Acts from the event loop, one occurrence a turn.
+/// The daemon's work: waits for the next occurrence, has it announced, performs what is due, reads the
+/// schedules again when they change, and answers schedule events. Acts from the event loop, one occurrence a
+/// turn.
 class DaemonController : public QObject
 {
     Q_OBJECT
@@ -27,14 +30,20 @@ private:
     void rereadStore();
     void waitForNext();
     void performDue();
+    void announceNext();
 
     void daemonMustAct(const ReceivedEvent &event);
     void daemonMustRemove(const ReceivedEvent &event);
     void daemonMustRunNow(const ReceivedEvent &event);
+    void daemonMustAnticipateAgain(const ReceivedEvent &event);
+    QList<Occurrence> removableOccurrences(const ReceivedEvent &event) const;
     std::optional<Occurrence> heldOccurrence(const ReceivedEvent &event) const;
 
     ScheduleKeeper m_keeper;
+    std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
+    AnticipationPlan m_anticipation;
+    PowerPlanner m_power;
     StoreWatcher m_watcher;
     std::unique_ptr<AbsoluteTimer> m_timer;
 };

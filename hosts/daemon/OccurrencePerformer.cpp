@@ -69,6 +69,37 @@ void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
     perform(occurrence, Place::Daemon, false);
 }
 
+OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurrence &occurrence)
+{
+    const auto notAnnounced = [&](bool isWanted, const QString &why) {
+        ZDRLog("%@ was not announced: %@", labelOf(occurrence), why);
+        return Announcement{isWanted};
+    };
+    QString error;
+    const auto plugIn = makePlugIn(occurrence, &error);
+    if (!plugIn)
+        return notAnnounced(false, error);
+    bool isWanted = false;
+    const auto thrown = GuardedPosting::guardPlugIn([&] {
+        plugIn->setParameters(occurrence.schedule.parameters);
+        plugIn->setCalendarDate(occurrence.calendarDate());
+        isWanted = plugIn->timeBeforeSelfAnticipation() != -1;
+    });
+    if (thrown)
+        return notAnnounced(false, *thrown);
+    if (!isWanted)
+        return {false};
+    const auto user = m_console->pin();
+    const auto release = qScopeGuard([this] { m_console->release(); });
+    if (!user)
+        return notAnnounced(true, "nobody is logged in");
+    const bool isReceived = postToAgent(user->userId, [&] { return plugIn->anticipateInUserAgentNow(); });
+    if (!isReceived)
+        return notAnnounced(true, QString("the agent of user %1 could not be reached").arg(user->userId));
+    ZDRLog("%@ is announced by the agent of user %u", labelOf(occurrence), user->userId);
+    return {true, user->userId};
+}
+
 void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, bool mayBeTooLate)
 {
     QString error;
@@ -117,14 +148,21 @@ void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonP
         return;
     }
     m_keeper.noteBegun(occurrence);
-    const bool isReceived =
-        GuardedPosting::guardAgentOfUser(user->userId, [&] { return plugIn.actInUserAgentNow(); });
+    const bool isReceived = postToAgent(user->userId, [&] { return plugIn.actInUserAgentNow(); });
     if (!isReceived) {
         notPerformed(occurrence, QString("the agent of user %1 could not be reached").arg(user->userId));
         return;
     }
     m_keeper.note(occurrence, OccurrenceState::Done, user->userId);
     ZDRLog("%@ was handed to the agent of user %u", labelOf(occurrence), user->userId);
+}
+
+bool OccurrencePerformer::postToAgent(quint32 userId, const std::function<bool()> &post)
+{
+    m_keeper.scheduler().beginWait();
+    const bool isReceived = GuardedPosting::guardAgentOfUser(userId, post);
+    m_keeper.scheduler().endWait();
+    return isReceived;
 }
 
 void OccurrencePerformer::actInDaemon(const Occurrence &occurrence,

@@ -29,10 +29,23 @@ public:
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
 
+    /// What became of the wish to announce an occurrence.
+    struct Announcement {
+        bool isWanted = true;             ///< The plug-in itself may not want it.
+        std::optional<quint32> told = {}; ///< The user whose agent has it.
+    };
+
+    /// Has the agent of the user at the console announce an occurrence. One line in the log, unless the
+    /// plug-in does not want it announced.
+    Announcement anticipate(const Occurrence &occurrence);
+
     /// Whether an action belongs into the session of the user rather than the daemon: as the parameter "Acts
     /// In User Agent" says, else the bundle's "WDActsInUserAgent", else when the bundle has no module for the
     /// daemon.
     static bool actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo);
+
+    /// Makes the plug-in objects of the daemon.
+    PlugInLoader &plugIns() { return m_loader; }
 
 private:
     enum class Place { AsConfigured, Daemon };
@@ -40,6 +53,7 @@ private:
     std::shared_ptr<WDDaemonPlugIn> makePlugIn(const Occurrence &occurrence, QString *error);
     void actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn);
     void actInDaemon(const Occurrence &occurrence, const std::shared_ptr<WDDaemonPlugIn> &plugIn);
+    bool postToAgent(quint32 userId, const std::function<bool()> &post);
     void notPerformed(const Occurrence &occurrence, const QString &why);
 
     ScheduleKeeper &m_keeper;

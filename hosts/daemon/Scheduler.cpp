@@ -15,6 +15,12 @@ constexpr auto longestHandOver = std::chrono::hours(1);
 
 /// Nothing starts at the very millisecond: a plug-in whose time-out is nothing still gets this long.
 constexpr qint64 shortestTimeOut = 1000; // milliseconds
+
+/// Waits that follow one another more closely than this are one: the daemon did nothing else in between.
+constexpr qint64 longestPause = 1000; // milliseconds
+
+/// Several requests that each take the longest time allowed; not a machine that slept.
+constexpr qint64 longestWait = 60'000; // milliseconds
 } // namespace
 
 QDateTime Occurrence::calendarDate() const
@@ -82,7 +88,21 @@ std::chrono::seconds Scheduler::lateness(const Occurrence &occurrence) const
 bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
 {
     const qint64 allowed = std::max(shortestTimeOut, -static_cast<qint64>(timeOut) * 1000);
-    return occurrence.date.msecsTo(m_clock.currentDate()) > allowed;
+    const bool isExcused = m_waitEnd.isValid() && occurrence.date >= m_waitStart &&
+                           occurrence.date < m_waitEnd && m_waitStart.msecsTo(m_waitEnd) <= longestWait;
+    return (isExcused ? m_waitEnd : occurrence.date).msecsTo(m_clock.currentDate()) > allowed;
+}
+
+void Scheduler::beginWait()
+{
+    const QDateTime now = m_clock.currentDate();
+    if (!m_waitEnd.isValid() || std::abs(m_waitEnd.msecsTo(now)) > longestPause)
+        m_waitStart = now;
+}
+
+void Scheduler::endWait()
+{
+    m_waitEnd = m_clock.currentDate();
 }
 
 Occurrence Scheduler::makeOccurrenceNow(const Schedule &schedule) const

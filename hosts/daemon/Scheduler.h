@@ -51,6 +51,12 @@ public:
     /// How late an occurrence is now, in whole seconds; negative before its date.
     std::chrono::seconds lateness(const Occurrence &occurrence) const;
 
+    /// Between the two the daemon waits for an agent, which may take its time on purpose. What comes due
+    /// meanwhile is not too late by that: its lateness is judged from the end of the wait. A wait of more
+    /// than a minute, in which the machine may have slept, excuses nothing.
+    void beginWait();
+    void endWait();
+
     /// Whether that is more than a plug-in's time-out (seconds, negative) allows.
     bool isTooLate(const Occurrence &occurrence, qint32 timeOut) const;
 
@@ -70,11 +76,14 @@ public:
     const OccurrenceRecord &record() const { return m_record; }
     OccurrenceRecord &record() { return m_record; }
 
-private:
+    /// Whether nothing became of the schedule's occurrence yet and the schedule is enabled.
     bool isOpen(const Schedule &schedule) const;
 
+private:
     const Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
     QDateTime m_nothingKnownBefore;
+    QDateTime m_waitStart;
+    QDateTime m_waitEnd;
 };

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "communication/WDCommunicationCenter.h"
 #include "core/ZDRLog.h"
+#include "hosts/common/EventScriptFunction.h"
 #include "hosts/common/HostApplication.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/HostRootObject.h"
 #include "hosts/common/TerminationWatcher.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
+#include "platform/AEProcesses.h"
 #include "platform/Platform.h"
+#include "platform/PowerEventScheduler.h"
+#include "system/ZDRPowerManager.h"
 
 #include <sys/stat.h>
 
@@ -21,10 +25,14 @@ int main(int argc, char **argv)
 
     const auto console = std::make_shared<PinnedConsoleUser>(Platform::current().consoleUser);
     Platform::current().consoleUser = console;
-    TerminationWatcher termination;
+    TerminationWatcher termination({SIGINT});
     QObject::connect(&termination, &TerminationWatcher::terminate, &application, &QCoreApplication::quit);
+    ZDRPowerManager::sharedInstance(); // from here on SIGTERM is what a power-off is
+    application.quitAtPowerOff();
 
     ZDRLog("dozelyd started");
+    EventScriptFunction::registerFunction();
+    Platform::current().aeProcesses->prepare(); // the users' agents may not
     HostRootObject rootObject;
     const auto center = WDCommunicationCenter::sharedInstance();
     center->setObserver(&rootObject);
@@ -32,6 +40,7 @@ int main(int argc, char **argv)
 
     int status = 0;
     {
+        Platform::current().powerEventScheduler->keepArmed();
         DaemonController controller(*Platform::current().clock, console);
         status = QCoreApplication::exec();
     }

@@ -19,6 +19,7 @@ class ProcessTable;
 class Reachability;
 class ServiceRegistry;
 class SystemPower;
+class UserNotificationPresenter;
 
 /// The ports of this process: what the kit asks of the machine, each behind an abstract class.
 ///
@@ -31,6 +32,7 @@ class DOZELYKIT_EXPORT Platform
 public:
     static Platform &current();
 
+    std::shared_ptr<UserNotificationPresenter> alertWindow; ///< A window of our own, beside notifications.
     std::shared_ptr<Clock> clock;
     std::shared_ptr<ConsoleUser> consoleUser;
     std::shared_ptr<DistributedNotifications> distributedNotifications;
@@ -45,6 +47,7 @@ public:
     std::shared_ptr<Reachability> reachability;
     std::shared_ptr<ServiceRegistry> serviceRegistry;
     std::shared_ptr<SystemPower> systemPower;
+    std::shared_ptr<UserNotificationPresenter> userNotificationPresenter; ///< The desktop's notifications.
 
 private:
     Platform(); // in platform/linux

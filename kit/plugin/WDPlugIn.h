@@ -2,9 +2,13 @@
 #pragma once
 
 #include "platform/NSBundle.h"
+#include "plugin/WDUserNotificationCenterDelegate.h"
 
 #include <QDateTime>
 #include <QObject>
+#include <QPointer>
+
+class QWidget;
 
 /// What every plug-in answers to every host. THREADING: the main thread.
 class DOZELYKIT_EXPORT WDPlugInProtocol
@@ -37,8 +41,11 @@ public:
 
 /// The base of all plug-in classes: bundle, parameters, date.
 ///
-/// A plug-in class carries Q_OBJECT: its meta-object tells which bundle it comes from.
-class DOZELYKIT_EXPORT WDPlugIn : public QObject, public WDPlugInProtocol
+/// A plug-in class carries Q_OBJECT: its meta-object tells which bundle it comes from. Hosts hold plug-ins by
+/// std::shared_ptr.
+class DOZELYKIT_EXPORT WDPlugIn : public QObject,
+                                  public WDPlugInProtocol,
+                                  public std::enable_shared_from_this<WDPlugIn>
 {
     Q_OBJECT
 public:
@@ -128,10 +135,23 @@ public:
     virtual void cancelEvent() = 0;
     virtual void actInUserAgent() = 0;
     virtual void stopAction() = 0;
+    virtual void anticipateBeforeSelfAction() = 0;
+    virtual void stopAnticipation() = 0;
 };
 
 /// The base of a plug-in's class in the user's agent.
-class DOZELYKIT_EXPORT WDUserAgentPlugIn : public WDPlugIn, public WDUserAgentControllerPlugInProtocol
+///
+/// It can announce the occurrence to the user by an alert with a "Cancel" button. What the button does is for
+/// the plug-in's class to say, in a callback of NSUserNotificationCenterDelegate:
+///
+///     Q_INVOKABLE void userNotificationCenterDidActivateNotification(
+///         NSUserNotificationCenter *center, const std::shared_ptr<NSUserNotification> &notification)
+///     {
+///         cancelEvent();
+///     }
+class DOZELYKIT_EXPORT WDUserAgentPlugIn : public WDPlugIn,
+                                           public WDUserAgentControllerPlugInProtocol,
+                                           public WDUserNotificationCenterDelegateDelegate
 {
     Q_OBJECT
 public:
@@ -154,4 +174,109 @@ public:
 
     /// Interrupts the action; does nothing unless overridden.
     void stopAction() override;
+
+    /// Shows the alert when the parameter "Alert" is not 0. Raises as showUserNotification.
+    void anticipateBeforeSelfAction() override;
+
+    /// Withdraws the alert, if there is one. The next one is a new object.
+    void stopAnticipation() override;
+
+    /// The alert, made when there is none, with the plug-in's name as title. Its identifier is that of the
+    /// plug-in with the date of the occurrence, as they are when it is made.
+    std::shared_ptr<NSUserNotification> userNotification();
+    void setUserNotification(std::shared_ptr<NSUserNotification> notification);
+
+    /// Shows the alert, with date and time in the local time zone and the user's locale; nothing when
+    /// timeBeforeSelfAnticipation is -1. This object hears the callbacks and is held for the life of the
+    /// process: raises NSException (NSInvalidArgumentException) when no std::shared_ptr holds it.
+    void showUserNotification();
+
+private:
+    std::shared_ptr<NSUserNotification> m_userNotification;
+};
+
+/// What a configuration interface asks of a plug-in.
+class DOZELYKIT_EXPORT WDPrefPanePlugInProtocol
+{
+public:
+    virtual ~WDPrefPanePlugInProtocol();
+
+    virtual bool isBaseModule() const = 0;
+    virtual void loadNib() = 0;
+    virtual QWidget *setupView() const = 0;
+    virtual bool needsWakeUp() const = 0;
+    virtual void setNeedsWakeUp(bool needsWakeUp) = 0;
+    virtual bool needsWakeUpByDefault() const = 0;
+    virtual bool needsStartup() const = 0;
+    virtual void setNeedsStartup(bool needsStartup) = 0;
+    virtual bool needsStartupByDefault() const = 0;
+    virtual QString pluginName() const = 0;
+    virtual void fillSetupInterfaceFromParameters() = 0;
+    virtual void fillParametersFromSetupInterface() = 0;
+    virtual QVariantMap defaultParameters() const = 0;
+    virtual QString actionString() const = 0;
+};
+
+/// The base of a plug-in's class in a configuration interface: it lends the view in which the options of an action are
+/// edited, and carries values between that view and the parameters.
+///
+/// The view comes from the bundle's interface file; each widget in it that has the name of a writable property of
+/// the plug-in's class is given to that property (docs/interface.md). A bundle names a module of its own for this
+/// role, "WDPrefPaneModule", so that no other host loads widgets.
+class DOZELYKIT_EXPORT WDPrefPanePlugIn : public WDPlugIn, public WDPrefPanePlugInProtocol
+{
+    Q_OBJECT
+    /// The outlet: QObject, since this library knows nothing of widgets. What is no widget is none.
+    Q_PROPERTY(QObject *setupView READ setupViewObject WRITE setSetupView)
+public:
+    WDPrefPanePlugIn();
+
+    /// Deletes the view, also when it lies in somebody's window.
+    ~WDPrefPanePlugIn() override;
+
+    /// False.
+    bool isBaseModule() const override;
+
+    /// Loads the interface file that the bundle names as "WDEditNibFile", with this object as its owner. Nothing
+    /// happens when it names none, or in a process without interface library.
+    void loadNib() override;
+
+    /// The view with the action's options, owned by the plug-in; null before loadNib, and once somebody deleted it.
+    QWidget *setupView() const override;
+
+    /// Takes the view over and deletes the one before.
+    void setSetupView(QObject *view);
+
+    /// Whether the computer must be woken, or powered on, for this action: the parameters "Needs Wake Up" and "Needs
+    /// Startup", true unless 0.
+    bool needsWakeUp() const override;
+    bool needsStartup() const override;
+
+    /// Write 0 or 1 into the dictionary that parameters() answers; lost when that is null.
+    void setNeedsWakeUp(bool needsWakeUp) override;
+    void setNeedsStartup(bool needsStartup) override;
+
+    /// False: what a new schedule of this action begins with.
+    bool needsWakeUpByDefault() const override;
+    bool needsStartupByDefault() const override;
+
+    QString pluginName() const override;
+
+    /// Shows the parameters in the view; does nothing unless overridden.
+    void fillSetupInterfaceFromParameters() override;
+
+    /// Writes what the view shows into the parameters; does nothing unless overridden.
+    void fillParametersFromSetupInterface() override;
+
+    /// The parameters of a new schedule; empty unless overridden.
+    QVariantMap defaultParameters() const override;
+
+    /// A short text that describes the configured action; "-" unless overridden.
+    QString actionString() const override;
+
+private:
+    QObject *setupViewObject() const;
+    void setBooleanParameter(const QString &key, bool value);
+
+    QPointer<QObject> m_setupView;
 };

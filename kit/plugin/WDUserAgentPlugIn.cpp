@@ -2,10 +2,21 @@
 #include "plugin/WDPlugIn.h"
 
 #include "communication/WDCommunicationCenter.h"
+#include "core/DateStyles_p.h"
 #include "core/ZDRLog.h"
 #include "platform/InterfaceFileLoader.h"
+#include "platform/NSException.h"
 #include "platform/Platform.h"
+#include "platform/StringFormat.h"
 #include "plugin/ScheduleEvent_p.h"
+
+namespace
+{
+QString localized(const std::shared_ptr<NSBundle> &bundle, const QString &key)
+{
+    return bundle ? bundle->localizedStringForKey(key) : key;
+}
+} // namespace
 
 WDUserAgentControllerPlugInProtocol::~WDUserAgentControllerPlugInProtocol() = default;
 
@@ -45,3 +56,53 @@ void WDUserAgentPlugIn::cancelEvent()
 void WDUserAgentPlugIn::actInUserAgent() {}
 
 void WDUserAgentPlugIn::stopAction() {}
+
+void WDUserAgentPlugIn::anticipateBeforeSelfAction()
+{
+    if (integerParameter("Alert") != 0)
+        showUserNotification();
+}
+
+void WDUserAgentPlugIn::stopAnticipation()
+{
+    if (!m_userNotification)
+        return;
+    NSUserNotificationCenter::defaultUserNotificationCenter().removeDeliveredNotification(m_userNotification);
+    m_userNotification.reset();
+}
+
+std::shared_ptr<NSUserNotification> WDUserAgentPlugIn::userNotification()
+{
+    if (!m_userNotification) {
+        m_userNotification = std::make_shared<NSUserNotification>();
+        m_userNotification->setTitle(pluginName());
+        m_userNotification->setIdentifier(
+            stringWithFormat("<%@>|<%@>", {pluginIdentifier(), calendarDate()}));
+    }
+    return m_userNotification;
+}
+
+void WDUserAgentPlugIn::setUserNotification(std::shared_ptr<NSUserNotification> notification)
+{
+    m_userNotification = std::move(notification);
+}
+
+void WDUserAgentPlugIn::showUserNotification()
+{
+    if (timeBeforeSelfAnticipation() == -1)
+        return;
+    const auto self = std::static_pointer_cast<WDUserAgentPlugIn>(weak_from_this().lock());
+    if (!self)
+        throw NSException(NSInvalidArgumentException,
+                          "A plug-in that alerts must be held by a shared pointer.");
+    const QString when = stringWithFormat(
+        "%@, %@", {DateStyles::mediumDate(calendarDate()), DateStyles::shortTime(calendarDate())});
+    const QString format =
+        localized(NSBundle::bundleForClassNamed("WDUserAgentController"), "Alert message %@");
+    const auto alert = userNotification();
+    alert->setInformativeText(stringWithFormat(format, {when}));
+    alert->setActionButtonTitle(localized(NSBundle::bundleForClass(&staticMetaObject), "Cancel"));
+    alert->setUserInfo({{"Schedule Date", calendarDate()}});
+    WDUserNotificationCenterDelegate::sharedInstance()->setDelegateForUserNotification(self, alert);
+    NSUserNotificationCenter::defaultUserNotificationCenter().deliverNotification(alert);
+}

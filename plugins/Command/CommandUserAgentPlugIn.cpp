@@ -20,3 +20,9 @@ bool CommandUserAgentPlugIn::isActing() const
 {
     return m_runner.isRunning();
 }
+
+void CommandUserAgentPlugIn::userNotificationCenterDidActivateNotification(
+    NSUserNotificationCenter *, const std::shared_ptr<NSUserNotification> &)
+{
+    cancelEvent();
+}

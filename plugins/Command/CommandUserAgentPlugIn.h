@@ -19,6 +19,11 @@ public:
     /// Whether the program still runs.
     Q_INVOKABLE bool isActing() const;
 
+    /// "Cancel" was pressed in the alert: the daemon is asked to drop the occurrence.
+    Q_INVOKABLE void
+    userNotificationCenterDidActivateNotification(NSUserNotificationCenter *center,
+                                                  const std::shared_ptr<NSUserNotification> &notification);
+
 Q_SIGNALS:
     void actionDidFinish();
 

@@ -32,3 +32,9 @@ bool ScriptUserAgentPlugIn::isActing() const
 {
     return m_runner.isRunning();
 }
+
+void ScriptUserAgentPlugIn::userNotificationCenterDidActivateNotification(
+    NSUserNotificationCenter *, const std::shared_ptr<NSUserNotification> &)
+{
+    cancelEvent();
+}

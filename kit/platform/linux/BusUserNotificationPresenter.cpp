@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/BusUserNotificationPresenter_p.h"
 
+#include "platform/ProblemReport.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -14,7 +16,6 @@ BusUserNotificationPresenter::BusUserNotificationPresenter()
               [this] { dropAll("The notification server has ended or been replaced: its alerts are gone"); },
           .closed = [this](quint32 id) { serverHasClosed(id); },
           .cancelled = [this](quint32 id) { serverHasCancelled(id); },
-          .problem = [this](const QString &text) { m_events.problem(text); },
       })
 {
 }
@@ -108,7 +109,7 @@ void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert, 
     if (id) {
         m_events.shown(notification);
     } else {
-        m_events.problem("An alert was not shown: " + why);
+        reportProblem("An alert was not shown: " + why);
         if (alert->id == 0 && !alert->isWaiting) {
             std::erase(m_alerts, alert);
             m_events.closed(notification);
@@ -149,7 +150,7 @@ void BusUserNotificationPresenter::dropAll(const QString &why)
 {
     const auto dropped = std::exchange(m_alerts, {});
     if (std::ranges::any_of(dropped, [](const AlertPointer &alert) { return !alert->isWithdrawn; }))
-        m_events.problem(why);
+        reportProblem(why);
     for (const AlertPointer &alert : dropped) {
         if (!alert->isWithdrawn)
             m_events.closed(alert->notification);

@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 
 #include "AvahiNetServices_p.h"
+#include "BusUserNotificationPresenter_p.h"
 #include "DistributedSignals_p.h"
 #include "LinuxClock_p.h"
 #include "LinuxMachineIdentity_p.h"

@@ -4,15 +4,14 @@
 
 #include <gtest/gtest.h>
 
-TEST(AgentBundle, HoldsTheAlertsTextInFourLanguages)
+TEST(AgentBundle, HoldsTheAlertsTextInSixLanguages)
 {
     const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);
     ASSERT_TRUE(bundle);
-    const QList<QPair<QString, QString>> texts{{"en", "Will run on %@."},
-                                               {"fr", "Sera exécuté le %@."},
-                                               {"de", "Wird am %@ ausgeführt."},
-                                               {"es", "Se ejecutará el %@."},
-                                               {"nl", "Will run on %@."}};
+    const QList<QPair<QString, QString>> texts{
+        {"en", "Will run on %@."},     {"fr", "Sera exécuté le %@."}, {"de", "Wird am %@ ausgeführt."},
+        {"es", "Se ejecutará el %@."}, {"ja", "%@ に実行されます。"}, {"ar", "سيُنفَّذ في %@."},
+        {"nl", "Will run on %@."}};
     for (const auto &[language, text] : texts) {
         UserLanguages::set({language});
         EXPECT_EQ(bundle->localizedStringForKey("Alert message %@"), text) << language.toStdString();

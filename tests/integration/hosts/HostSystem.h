@@ -9,6 +9,7 @@
 #include <QProcess>
 
 #include <memory>
+#include <optional>
 
 /// A whole system below a scratch root: real programs, a system bus with a mock login manager. Run by root,
 /// the console user and the agent are an ordinary user; run by anybody else, everything is that user's.
@@ -42,6 +43,9 @@ protected:
     /// Posts an event as the console user; true when the target took it.
     bool postAsAgentUser(const QString &target, const NSNotification &event);
 
+    /// The same as any other user; only root can be anybody else.
+    bool postAs(quint32 user, const QString &target, const NSNotification &event);
+
     /// The next whole second but one: time enough to write a schedule before it is due.
     static QDateTime soon();
 
@@ -65,7 +69,9 @@ protected:
     std::unique_ptr<QProcess> agent;
 
 private:
-    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments, bool asAgentUser);
+    /// As the given user, or as whoever runs the test.
+    std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments,
+                                    std::optional<quint32> user);
     void copyProgram(const QString &from, const QString &fixedPath) const;
     void addSession();
 };

@@ -94,15 +94,27 @@ TEST_F(CommandBundleTest, LogsInsteadOfActingWithoutParameters)
                 testing::HasSubstr("Command: nothing was run, the parameter \"Program\" is missing."));
 }
 
-TEST_F(CommandBundleTest, HasAnIdentifierAndANameInFourLanguages)
+TEST_F(CommandBundleTest, HasAnIdentifierAndANameInSixLanguages)
 {
     EXPECT_EQ(bundle->bundleIdentifier(), "com.dozely.plugin.Command");
     const auto plugIn = make("WDDaemonModule");
     ASSERT_TRUE(plugIn);
-    const QMap<QString, QString> names{
-        {"en", "Command"}, {"fr", "Commande"}, {"de", "Befehl"}, {"es", "Orden"}};
+    const QMap<QString, QString> names{{"en", "Command"}, {"fr", "Commande"}, {"de", "Befehl"},
+                                       {"es", "Orden"},   {"ja", "コマンド"}, {"ar", "أمر"}};
     for (auto name = names.cbegin(); name != names.cend(); ++name) {
         UserLanguages::set({name.key()});
         EXPECT_EQ(plugIn->pluginName(), name.value());
     }
+}
+
+TEST_F(CommandBundleTest, CancelsItsOccurrenceWhenTheAlertsButtonIsPressed)
+{
+    const std::shared_ptr<WDPlugIn> plugIn = make("WDUserAgentModule");
+    const auto agentPlugIn = std::dynamic_pointer_cast<WDUserAgentPlugIn>(plugIn);
+    ASSERT_TRUE(agentPlugIn);
+    const auto multiplexer = WDUserNotificationCenterDelegate::sharedInstance();
+    multiplexer->setDelegateForUserNotification(agentPlugIn, agentPlugIn->userNotification());
+    multiplexer->userNotificationCenterDidActivateNotification(nullptr, agentPlugIn->userNotification());
+    EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("cancelEvent impossible"))
+        << "it has no date to cancel here";
 }

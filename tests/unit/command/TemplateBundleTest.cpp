@@ -40,3 +40,16 @@ TEST(TemplateBundle, GreetsFromTheSessionWithItsParameter)
     dynamic_cast<WDUserAgentPlugIn &>(*plugIn).actInUserAgent();
     EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("Good morning from the session\n"));
 }
+
+TEST(TemplateBundle, CancelsItsOccurrenceWhenTheAlertsButtonIsPressed)
+{
+    ScratchRoot root;
+    const std::shared_ptr<WDPlugIn> plugIn = makeGreeting("WDUserAgentModule");
+    const auto agentPlugIn = std::dynamic_pointer_cast<WDUserAgentPlugIn>(plugIn);
+    ASSERT_TRUE(agentPlugIn);
+    const auto multiplexer = WDUserNotificationCenterDelegate::sharedInstance();
+    multiplexer->setDelegateForUserNotification(agentPlugIn, agentPlugIn->userNotification());
+    multiplexer->userNotificationCenterDidActivateNotification(nullptr, agentPlugIn->userNotification());
+    EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("cancelEvent impossible"))
+        << "it has no date to cancel here";
+}

@@ -94,3 +94,18 @@ TEST(ParameterOptions, ThePlaceOfTheActionIsOneOfTwo)
     EXPECT_EQ(refusal({"--in-daemon", "--in-session"}),
               "An action runs in the daemon or in the session, not in both.");
 }
+
+TEST(ParameterOptions, AnAlertIsWantedWithItsLeadTimeInSeconds)
+{
+    EXPECT_EQ(read({"--alert", "60"}), QVariantMap({{"Alert", 1LL}, {"Delay before alert", 60LL}}));
+    EXPECT_EQ(read({"--parameter", "Alert=0", "--alert", "5"}),
+              QVariantMap({{"Alert", 1LL}, {"Delay before alert", 5LL}}));
+}
+
+TEST(ParameterOptions, RefusesALeadTimeThatLeavesNothingToAnnounce)
+{
+    for (const QString seconds : {"0", "-1", "1.5", "soon", "", "2147483648"}) {
+        EXPECT_EQ(refusal({"--alert=" + seconds}),
+                  QString("--alert needs a whole number of seconds, 1 or more, not \"%1\".").arg(seconds));
+    }
+}

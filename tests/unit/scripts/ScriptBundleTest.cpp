@@ -117,3 +117,14 @@ TEST_F(ScriptBundleTest, ServesTheSessionAloneAndHasAName)
         EXPECT_EQ(plugIn->pluginName(), name.value());
     }
 }
+
+TEST_F(ScriptBundleTest, CancelsItsOccurrenceWhenTheAlertsButtonIsPressed)
+{
+    const std::shared_ptr<WDPlugIn> shared(std::move(plugIn));
+    const auto delegate = std::dynamic_pointer_cast<WDUserAgentPlugIn>(shared);
+    const auto multiplexer = WDUserNotificationCenterDelegate::sharedInstance();
+    multiplexer->setDelegateForUserNotification(delegate, delegate->userNotification());
+    multiplexer->userNotificationCenterDidActivateNotification(nullptr, delegate->userNotification());
+    EXPECT_THAT(root.logContent().toStdString(), HasSubstr("cancelEvent impossible"))
+        << "it has no date to cancel here";
+}

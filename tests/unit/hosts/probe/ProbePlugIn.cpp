@@ -34,6 +34,15 @@ public:
         return parameters()->contains("Time Out") ? integerParameter("Time Out") : WDDaemonPlugIn::timeOut();
     }
 
+    qint64 timeBeforeSelfAnticipation() const override
+    {
+        if (parameters()->value("Announcing") == "unwanted")
+            return -1;
+        if (parameters()->value("Announcing") == "throws in the daemon")
+            throw std::runtime_error("the probe was told to");
+        return WDDaemonPlugIn::timeBeforeSelfAnticipation();
+    }
+
     Q_INVOKABLE bool isActing() const { return m_isActing; }
 
 Q_SIGNALS:
@@ -71,6 +80,17 @@ public:
     }
 
     void stopAction() override { ZDRLog("Probe was told to stop"); }
+
+    void anticipateBeforeSelfAction() override
+    {
+        ZDRLog("Probe announces: %@, %@", parameters()->value("Text"), calendarDate());
+        if (parameters()->value("Announcing") == "throws")
+            throw std::runtime_error("the probe was told to");
+        if (parameters()->value("Announcing") == "cancels")
+            cancelEvent();
+    }
+
+    void stopAnticipation() override { ZDRLog("Probe withdraws: %@", parameters()->value("Text")); }
 
     Q_INVOKABLE bool isActing() const { return m_isActing; }
 

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/agent/AlertKeeper.h"
+
+#include "core/ZDRLog.h"
+#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/LogLabel.h"
+#include "platform/Clock.h"
+
+namespace
+{
+void stop(WDUserAgentPlugIn &plugIn)
+{
+    if (const auto thrown = GuardedPosting::guardPlugIn([&] { plugIn.stopAnticipation(); }))
+        ZDRLog("A plug-in was told to withdraw its alert and raised: %@", *thrown);
+}
+} // namespace
+
+AlertKeeper::AlertKeeper(Clock &clock) : m_clock(clock), m_timer(clock.makeAbsoluteTimer())
+{
+    connect(m_timer.get(), &AbsoluteTimer::due, this, &AlertKeeper::withdrawDue);
+    connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &AlertKeeper::waitForNext);
+}
+
+AlertKeeper::~AlertKeeper()
+{
+    for (const auto &plugIn : std::as_const(m_plugIns))
+        stop(*plugIn);
+}
+
+AlertKeeper::Key AlertKeeper::keyOf(const QString &bundlePath, const QDateTime &date)
+{
+    return {date.toMSecsSinceEpoch(), bundlePath};
+}
+
+bool AlertKeeper::isAhead(const QDateTime &date) const
+{
+    return m_clock.currentDate() < date;
+}
+
+std::shared_ptr<WDUserAgentPlugIn> AlertKeeper::plugIn(const QString &bundlePath, const QDateTime &date) const
+{
+    return m_plugIns.value(keyOf(bundlePath, date));
+}
+
+void AlertKeeper::keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn)
+{
+    m_plugIns.insert(keyOf(bundlePath, plugIn->calendarDate()), plugIn);
+    waitForNext();
+}
+
+void AlertKeeper::withdraw(const QString &bundlePath, const QDateTime &date)
+{
+    const auto plugIn = m_plugIns.take(keyOf(bundlePath, date));
+    if (!plugIn)
+        return;
+    if (NSUserNotificationCenter::defaultUserNotificationCenter().deliveredNotifications().contains(
+            plugIn->userNotification()))
+        ZDRLog("The alert of %@ is withdrawn", logLabel(bundlePath.section('/', -1)));
+    stop(*plugIn);
+    waitForNext();
+}
+
+void AlertKeeper::withdrawDue()
+{
+    while (!m_plugIns.isEmpty() && m_plugIns.firstKey().first <= m_clock.currentDate().toMSecsSinceEpoch())
+        withdraw(m_plugIns.firstKey().second, m_plugIns.first()->calendarDate());
+    waitForNext();
+}
+
+void AlertKeeper::waitForNext()
+{
+    if (m_plugIns.isEmpty())
+        m_timer->stop();
+    else
+        m_timer->start(QDateTime::fromMSecsSinceEpoch(m_plugIns.firstKey().first, Qt::UTC));
+}

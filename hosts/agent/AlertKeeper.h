@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugin/WDPlugIn.h"
+
+#include <QMap>
+
+#include <memory>
+#include <utility>
+
+class AbsoluteTimer;
+class Clock;
+
+/// The plug-ins whose alerts precede an action, each told by the full path of its bundle and the date of the
+/// occurrence. Withdraws an alert when that date has come, or earlier when it is told to. One timer serves
+/// all.
+///
+/// THREADING: the main thread.
+class AlertKeeper : public QObject
+{
+    Q_OBJECT
+public:
+    /// `clock` must outlive the object.
+    explicit AlertKeeper(Clock &clock);
+
+    /// Withdraws all alerts.
+    ~AlertKeeper() override;
+
+    /// Whether there is anything to announce before `date`.
+    bool isAhead(const QDateTime &date) const;
+
+    /// The plug-in that announces this occurrence already; null when none does.
+    std::shared_ptr<WDUserAgentPlugIn> plugIn(const QString &bundlePath, const QDateTime &date) const;
+
+    /// Withdraws the plug-in's alert at its date.
+    void keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn);
+
+    /// Withdraws the alert of this occurrence now; nothing when there is none.
+    void withdraw(const QString &bundlePath, const QDateTime &date);
+
+private:
+    using Key = std::pair<qint64, QString>; // milliseconds since 1970, so that the first is the next due
+    static Key keyOf(const QString &bundlePath, const QDateTime &date);
+    void withdrawDue();
+    void waitForNext();
+
+    Clock &m_clock;
+    std::unique_ptr<AbsoluteTimer> m_timer;
+    QMap<Key, std::shared_ptr<WDUserAgentPlugIn>> m_plugIns;
+};

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/agent/AlertKeeper.h"
+
+#include "support/FakeClock.h"
+#include "support/PrintTo.h"
+#include "unit/hosts/HostFixture.h"
+
+#include <stdexcept>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+/// Notes that it was told to withdraw its alert.
+class NotingPlugIn : public WDUserAgentPlugIn
+{
+    Q_OBJECT
+public:
+    NotingPlugIn(QStringList &withdrawn, const QString &name) : m_withdrawn(withdrawn), m_name(name) {}
+    void stopAnticipation() override
+    {
+        m_withdrawn += m_name;
+        if (m_name == "throws")
+            throw std::runtime_error("the plug-in was told to");
+    }
+
+private:
+    QStringList &m_withdrawn;
+    QString m_name;
+};
+
+/// The clock starts at noon.
+class AlertKeeperTest : public HostFixture
+{
+protected:
+    void keep(const QString &name, int seconds)
+    {
+        const auto plugIn = std::make_shared<NotingPlugIn>(withdrawn, name);
+        plugIn->setCalendarDate(noon().addSecs(seconds));
+        keeper->keep("/" + name, plugIn);
+    }
+
+    QStringList withdrawn;
+    FakeClock clock{noon()};
+    std::unique_ptr<AlertKeeper> keeper = std::make_unique<AlertKeeper>(clock);
+};
+} // namespace
+
+TEST_F(AlertKeeperTest, WithdrawsAnAlertAtItsDateAndNotBefore)
+{
+    keep("a", 60);
+    clock.advance(60s - 1ms);
+    EXPECT_TRUE(withdrawn.isEmpty());
+    clock.advance(1ms);
+    EXPECT_EQ(withdrawn, QStringList{"a"});
+    EXPECT_FALSE(keeper->plugIn("/a", noon().addSecs(60)));
+}
+
+TEST_F(AlertKeeperTest, WithdrawsEachOfManyAtItsOwnDate)
+{
+    keep("late", 90);
+    keep("early", 30);
+    keep("early too", 30);
+    clock.advance(30s);
+    EXPECT_EQ(withdrawn, QStringList({"early", "early too"}));
+    clock.advance(60s);
+    EXPECT_EQ(withdrawn, QStringList({"early", "early too", "late"}));
+}
+
+TEST_F(AlertKeeperTest, WithdrawsAnAlertWhenItsActionBeginsAndNoOther)
+{
+    keep("a", 60);
+    keep("b", 60);
+    keeper->withdraw("/a", noon().addSecs(61));
+    EXPECT_TRUE(withdrawn.isEmpty()) << "that is another occurrence";
+    keeper->withdraw("/a", noon().addSecs(60));
+    EXPECT_EQ(withdrawn, QStringList{"a"});
+    clock.advance(60s);
+    EXPECT_EQ(withdrawn, QStringList({"a", "b"}));
+}
+
+TEST_F(AlertKeeperTest, FindsThePlugInOfAnOccurrenceInWhateverTimeZone)
+{
+    keep("a", 60);
+    EXPECT_TRUE(keeper->plugIn("/a", noon().addSecs(60).toOffsetFromUtc(3600)));
+    EXPECT_FALSE(keeper->plugIn("/a", noon()));
+    EXPECT_FALSE(keeper->plugIn("/b", noon().addSecs(60)));
+}
+
+TEST_F(AlertKeeperTest, WithdrawsWhatAForwardJumpOfTheClockPassed)
+{
+    keep("a", 600);
+    keep("b", 7200);
+    clock.jumpTo(noon().addSecs(3600));
+    clock.advance(0s);
+    EXPECT_EQ(withdrawn, QStringList{"a"});
+}
+
+TEST_F(AlertKeeperTest, GoesOnAfterAPlugInThatRaises)
+{
+    keep("throws", 30);
+    keep("b", 30);
+    clock.advance(30s);
+    EXPECT_THAT(withdrawn, testing::UnorderedElementsAre("throws", "b"));
+    EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("raised: the plug-in was told to"));
+}
+
+TEST_F(AlertKeeperTest, WithdrawsAllAtItsEnd)
+{
+    keep("a", 30);
+    keep("b", 60);
+    keeper.reset();
+    EXPECT_EQ(withdrawn, QStringList({"a", "b"}));
+}
+
+TEST_F(AlertKeeperTest, SaysWhetherThereIsTimeToAnnounceAnything)
+{
+    EXPECT_TRUE(keeper->isAhead(noon().addSecs(1)));
+    EXPECT_FALSE(keeper->isAhead(noon()));
+    EXPECT_FALSE(keeper->isAhead(noon().addSecs(-1)));
+}
+
+#include "AlertKeeperTest.moc"
