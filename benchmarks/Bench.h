@@ -41,8 +41,10 @@ public:
 
     double median(const QString &name) const { return quantile(name, 0.5); }
 
-    /// One JSON object on the standard output: figures per contender, and the ratios asked for.
-    void print(const QString &title, const std::vector<std::tuple<QString, QString, double>> &reaches) const
+    /// One JSON object on the standard output: figures per contender, the ratios asked for, and figures that stand
+    /// alone, objects with "what", "value", "unit", "reach" and "detail".
+    void print(const QString &title, const std::vector<std::tuple<QString, QString, double>> &reaches,
+               const QJsonArray &absolutes = {}) const
     {
         QJsonObject figures;
         for (const Contender &contender : m_contenders)
@@ -53,7 +55,7 @@ public:
         QJsonArray ratios;
         for (const auto &[over, under, reach] : reaches)
             ratios += QJsonObject{{"of", over}, {"to", under}, {"ratio", median(over) / median(under)}, {"reach", reach}};
-        const QJsonObject report{{"title", title}, {"figures", figures}, {"ratios", ratios}};
+        const QJsonObject report{{"title", title}, {"figures", figures}, {"ratios", ratios}, {"absolutes", absolutes}};
         std::puts(QJsonDocument(report).toJson(QJsonDocument::Compact).constData());
     }
 

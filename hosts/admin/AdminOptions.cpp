@@ -23,7 +23,13 @@ Commands:
   ping agent [USER]              Ask whether a user's agent is alive; yours without USER.
   ping application [USER]        The same for the user's configuration application.
   log                            Show the last lines of the log.
+  power                          Show the clock that can wake the machine, its alarm, and the
+                                 scheduled events.
+  power test                     Arm the alarm, read it back, set it as it was.
+  sleep                          Put the machine to sleep now.
   update check                   Ask the update server whether there is a newer version.
+  event SIGNATURE CLASS ID       Send an Apple event to the process with that signature, and show
+                                 the reply. Each is four characters, as in: event DzAg aevt quit.
 SCHEDULE is an identifier, or a name that only one schedule has. USER is a name or a number.
 
 Exit status: 0 done (ping: it is alive); 1 it could not be done (not found, not reachable, damaged);
@@ -44,14 +50,17 @@ const QHash<QString, Rule> &rules()
          {1,
           1,
           {"json", "bundle", "program", "argument", "date", "time-zone", "in", "parameter", "parameters",
-           "in-daemon", "in-session", "disabled", "owner"}}},
+           "alert", "in-daemon", "in-session", "wake", "power-on", "disabled", "owner"}}},
         {"remove", {1, 1, {"json"}}},
         {"enable", {1, 1, {"json"}}},
         {"disable", {1, 1, {"json"}}},
         {"run", {1, 1, {"json"}}},
         {"ping", {1, 2, {"json"}}},
         {"log", {0, 0, {"json", "lines", "follow"}}},
+        {"power", {0, 1, {"json"}}},
+        {"sleep", {0, 0, {"json"}}},
         {"update", {1, 1, {"json"}}},
+        {"event", {3, 3, {"json", "parameter", "parameters", "user", "timeout", "no-reply"}}},
     };
     return table;
 }
@@ -67,17 +76,24 @@ QList<QCommandLineOption> ownOptions()
         {"time-zone", "add: the date's time zone, as \"Europe/Berlin\"; the machine's without it.", "ZONE"},
         {"in", "add: when, so many seconds from now.", "SECONDS"},
         {"parameter",
-         "add: a parameter of the action; repeat it for more. \"true\", \"false\" and numbers are taken as "
+         "add: a parameter of the action (event: of the event, KEY is four characters); repeat it for more. "
+         "\"true\", \"false\" and numbers are taken as "
          "such; "
          "KEY:string=VALUE, :integer=, :real= and :boolean= name the type.",
          "KEY=VALUE"},
-        {"parameters", "add: parameters from a property list.", "FILE"},
+        {"parameters", "add, event: parameters from a property list.", "FILE"},
+        {"alert", "add: alert the user so many seconds before, with a button to cancel.", "SECONDS"},
         {"in-daemon", "add: act in the daemon."},
         {"in-session", "add: act in the user's session."},
+        {"wake", "add: wake the machine for it, a minute ahead."},
+        {"power-on", "add: switch the machine on for it, three minutes ahead."},
         {"disabled", "add: the schedule is not to come due before it is enabled."},
         {"owner", "add: whose schedule it is; yours without it.", "USER"},
         {"lines", "log: how many lines to show first, 20 without it.", "N"},
         {"follow", "log: go on showing lines as they come."},
+        {"user", "event: whose process is to have it; yours without it.", "USER"},
+        {"timeout", "event: how long to wait for the reply, 60 without it.", "SECONDS"},
+        {"no-reply", "event: do not wait for a reply."},
     };
 }
 } // namespace

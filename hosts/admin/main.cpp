@@ -3,8 +3,10 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/ChannelCommands.h"
+#include "hosts/admin/EventCommand.h"
 #include "hosts/admin/LogCommand.h"
 #include "hosts/admin/Output.h"
+#include "hosts/admin/PowerCommand.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/admin/UpdateCommand.h"
 #include "platform/NSProcessInfo.h"
@@ -25,7 +27,8 @@ const QHash<QString, Command> &commands()
         {"remove", StoreCommands::remove},   {"enable", StoreCommands::enable},
         {"disable", StoreCommands::disable}, {"run", ChannelCommands::run},
         {"ping", ChannelCommands::ping},     {"log", LogCommand::run},
-        {"update", UpdateCommand::run},
+        {"power", PowerCommand::run},        {"sleep", PowerCommand::sleep},
+        {"update", UpdateCommand::run},      {"event", EventCommand::run},
     };
     return table;
 }

@@ -6,7 +6,10 @@
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
+#include "platform/Clock.h"
+#include "platform/NSNotification.h"
 #include "platform/NSProcessInfo.h"
+#include "platform/Platform.h"
 #include "platform/RootFolder.h"
 
 namespace
@@ -28,10 +31,19 @@ QList<PlugInLoader::Source> trustedSources()
 }
 } // namespace
 
-UserAgentController::UserAgentController() : m_loader("WDUserAgentModule", trustedSources())
+UserAgentController::UserAgentController()
+    : m_loader("WDUserAgentModule", trustedSources()), m_alerts(*Platform::current().clock)
 {
     EventReceiver::receive("UserAgentMustActEvent", sentToAgent, this,
                            [this](const ReceivedEvent &event) { userAgentMustAct(event); });
+    EventReceiver::receive("UserAgentMustAnticipateEvent", sentToAgent, this,
+                           [this](const ReceivedEvent &event) { userAgentMustAnticipate(event); });
+}
+
+void UserAgentController::askForAnnouncements()
+{
+    GuardedPosting::postToDaemon(
+        NSNotification("DaemonMustAnticipateAgainEvent", "com.dozely.UserAgent", {}));
 }
 
 UserAgentController::~UserAgentController()
@@ -43,36 +55,80 @@ UserAgentController::~UserAgentController()
     }
 }
 
-void UserAgentController::userAgentMustAct(const ReceivedEvent &event)
+std::optional<UserAgentController::Order> UserAgentController::orderIn(const ReceivedEvent &event)
 {
     if (!EventPermissions::isSystem(event.peer, RootFolder::owner())) {
-        ZDRLog("UserAgentMustActEvent refused: it comes from %@, not from the daemon",
+        ZDRLog("%@ refused: it comes from %@, not from the daemon", event.name,
                event.peer ? QString("user %1").arg(*event.peer) : QString("an unknown user"));
-        return;
+        return {};
     }
-    const QString path = event.userInfo.value("Schedule Bundle Path").toString();
     const QVariant date = event.userInfo.value("Schedule Date");
     if (date.typeId() != QMetaType::QDateTime) {
-        ZDRLog("UserAgentMustActEvent refused: it names no date");
-        return;
+        ZDRLog("%@ refused: it names no date", event.name);
+        return {};
     }
+    return Order{event.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
+                 event.userInfo.value("Schedule Parameters").toMap()};
+}
+
+void UserAgentController::userAgentMustAct(const ReceivedEvent &event)
+{
+    const auto order = orderIn(event);
+    if (!order)
+        return;
+    m_alerts.withdraw(order->bundlePath, order->date);
     QString error;
-    const auto plugIn = makePlugIn(path, &error);
+    const auto plugIn = makePlugIn(order->bundlePath, &error);
     if (!plugIn) {
         ZDRLog("The action was not performed: %@", error);
         return;
     }
-    ZDRLog("%@ acts in the session", logLabel(path.section('/', -1)));
+    const QString label = logLabel(order->bundlePath.section('/', -1));
+    ZDRLog("%@ acts in the session", label);
     const auto thrown = GuardedPosting::guardPlugIn([&] {
-        plugIn->setParameters(event.userInfo.value("Schedule Parameters").toMap());
-        plugIn->setCalendarDate(date.toDateTime());
+        plugIn->setParameters(order->parameters);
+        plugIn->setCalendarDate(order->date);
         plugIn->loadNib();
         plugIn->actInUserAgent();
     });
     if (thrown)
-        ZDRLog("%@ raised: %@", logLabel(path.section('/', -1)), *thrown);
+        ZDRLog("%@ raised: %@", label, *thrown);
     else
         m_running.keep(plugIn);
+}
+
+void UserAgentController::userAgentMustAnticipate(const ReceivedEvent &event)
+{
+    const auto order = orderIn(event);
+    if (!order)
+        return;
+    if (!m_alerts.isAhead(order->date)) {
+        ZDRLog("The action was not announced: its time has come");
+        return;
+    }
+    // The alert does not tell occurrences of one bundle and date apart: the same one is shown anew for them.
+    auto plugIn = m_alerts.plugIn(order->bundlePath, order->date);
+    const bool isNew = !plugIn;
+    QString error;
+    if (isNew)
+        plugIn = makePlugIn(order->bundlePath, &error);
+    if (!plugIn) {
+        ZDRLog("The action was not announced: %@", error);
+        return;
+    }
+    const QString label = logLabel(order->bundlePath.section('/', -1));
+    ZDRLog("%@ announces an action of %@", label, order->date);
+    const auto thrown = GuardedPosting::guardPlugIn([&] {
+        plugIn->setParameters(order->parameters);
+        plugIn->setCalendarDate(order->date);
+        if (isNew)
+            plugIn->loadNib();
+        plugIn->anticipateBeforeSelfAction();
+    });
+    if (thrown)
+        ZDRLog("%@ raised: %@", label, *thrown);
+    else
+        m_alerts.keep(order->bundlePath, plugIn);
 }
 
 std::shared_ptr<WDUserAgentPlugIn> UserAgentController::makePlugIn(const QString &bundlePath, QString *error)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/agent/AlertKeeper.h"
 #include "hosts/common/PlugInLoader.h"
 #include "hosts/common/RunningActions.h"
 
@@ -9,9 +10,9 @@
 struct ReceivedEvent;
 class WDUserAgentPlugIn;
 
-/// The agent's work: performs, in the session of its user, what the daemon hands over. Orders are taken from
-/// the system alone; code is loaded from folders of the system's owner and from the user's own folder of
-/// plug-ins.
+/// The agent's work: announces, in the session of its user, what the daemon is about to perform, and performs
+/// what the daemon hands over. Orders are taken from the system alone; code is loaded from folders of the
+/// system's owner and from the user's own folder of plug-ins.
 class UserAgentController : public QObject
 {
     Q_OBJECT
@@ -19,13 +20,28 @@ public:
     /// Listens for events from now on.
     UserAgentController();
 
-    /// Interrupts the actions that go on.
+    /// Asks the daemon for what it had announced to an agent before this one. BLOCKING: as a request of
+    /// WDCommunicationCenter.
+    static void askForAnnouncements();
+
+    /// Withdraws the alerts and interrupts the actions that go on.
     ~UserAgentController() override;
 
 private:
+    /// What an event that is to be obeyed says.
+    struct Order {
+        QString bundlePath;
+        QDateTime date;
+        QVariantMap parameters;
+    };
+    /// Absent, with a line in the log, when the event is not from the system or names no date.
+    static std::optional<Order> orderIn(const ReceivedEvent &event);
+
     void userAgentMustAct(const ReceivedEvent &event);
+    void userAgentMustAnticipate(const ReceivedEvent &event);
     std::shared_ptr<WDUserAgentPlugIn> makePlugIn(const QString &bundlePath, QString *error);
 
     PlugInLoader m_loader; // outlives the plug-in objects
+    AlertKeeper m_alerts;
     RunningActions m_running;
 };

@@ -15,3 +15,8 @@ bool EventPermissions::mayHandBack(UserId peer, UserId handedTo)
 {
     return peer && peer == handedTo;
 }
+
+bool EventPermissions::mayRemove(UserId peer, UserId rootOwner, UserId scheduleOwner, UserId alerted)
+{
+    return peer && (isSystem(peer, rootOwner) || peer == scheduleOwner || peer == alerted);
+}

@@ -17,6 +17,10 @@ bool isSystem(UserId peer, UserId rootOwner);
 /// "DaemonMustRunNowEvent": the system, or the schedule's owner.
 bool mayRunNow(UserId peer, UserId rootOwner, UserId scheduleOwner);
 
-/// "DaemonMustActEvent", "DaemonMustRemoveEvent": the user whose agent the occurrence was handed to.
+/// "DaemonMustActEvent", and "DaemonMustRemoveEvent" once the action has begun: the user whose agent the
+/// occurrence was handed to.
 bool mayHandBack(UserId peer, UserId handedTo);
+
+/// "DaemonMustRemoveEvent" before the action: the system, the schedule's owner, or the user who was alerted.
+bool mayRemove(UserId peer, UserId rootOwner, UserId scheduleOwner, UserId alerted);
 } // namespace EventPermissions

@@ -56,6 +56,12 @@ public:
     virtual Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
                        std::chrono::milliseconds replyTimeout) = 0;
 
+    /// The same with one limit for all of it.
+    virtual Reply callWithin(const Request &request, std::chrono::milliseconds limit) = 0;
+
+    /// Sends a request to which there is no reply, and waits until it has left this process. Raises as call.
+    virtual void post(const Request &request, std::chrono::milliseconds limit) = 0;
+
     virtual bool isOpen() const = 0;
     virtual void close() = 0;
 
@@ -76,6 +82,9 @@ public:
 
     /// Accepts what already waits in the queue.
     virtual void acceptPending() = 0;
+
+    /// Streams of peers that `isWelcome` does not name are closed before anything is read of them.
+    virtual void setPeerCheck(NSConnection::PeerCheck isWelcome) = 0;
 
     static std::unique_ptr<StreamListener> listen(const NSSocketPort &port, Accept accept);
 };

@@ -272,6 +272,12 @@ QObject *NSConnection::delegate() const
     return d->vended->delegate;
 }
 
+void NSConnection::setPeerCheck(PeerCheck isWelcome)
+{
+    if (d->listener)
+        d->listener->setPeerCheck(std::move(isWelcome));
+}
+
 void NSConnection::setTrustedPeers(const QList<quint32> &userIds)
 {
     d->trustedPeers = userIds;

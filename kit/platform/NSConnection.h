@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -85,6 +86,13 @@ public:
     /// *child)` is asked for each incoming stream; one that has none accepts all. Not owned.
     void setDelegate(QObject *delegate);
     QObject *delegate() const;
+
+    /// Whether to take a stream from that peer.
+    using PeerCheck = std::function<bool(const Peer &)>;
+
+    /// Has a server connection ask for each incoming stream, before the delegate and before anything is read
+    /// of it.
+    void setPeerCheck(PeerCheck isWelcome);
 
     /// The users whose processes rootProxy accepts as servers; an empty list accepts any.
     void setTrustedPeers(const QList<quint32> &userIds);

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class AEProcesses;
 class Clock;
 class ConsoleUser;
 class DistributedNotifications;
@@ -32,6 +33,7 @@ class DOZELYKIT_EXPORT Platform
 public:
     static Platform &current();
 
+    std::shared_ptr<AEProcesses> aeProcesses;
     std::shared_ptr<UserNotificationPresenter> alertWindow; ///< A window of our own, beside notifications.
     std::shared_ptr<Clock> clock;
     std::shared_ptr<ConsoleUser> consoleUser;

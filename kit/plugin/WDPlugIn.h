@@ -217,12 +217,12 @@ public:
     virtual QString actionString() const = 0;
 };
 
-/// The base of a plug-in's class in a configuration interface: it lends the view in which the options of an action are
-/// edited, and carries values between that view and the parameters.
+/// The base of a plug-in's class in a configuration interface: it lends the view in which the options of an
+/// action are edited, and carries values between that view and the parameters.
 ///
-/// The view comes from the bundle's interface file; each widget in it that has the name of a writable property of
-/// the plug-in's class is given to that property (docs/interface.md). A bundle names a module of its own for this
-/// role, "WDPrefPaneModule", so that no other host loads widgets.
+/// The view comes from the bundle's interface file; each widget in it that has the name of a writable
+/// property of the plug-in's class is given to that property (docs/interface.md). A bundle names a module of
+/// its own for this role, "WDPrefPaneModule", so that no other host loads widgets.
 class DOZELYKIT_EXPORT WDPrefPanePlugIn : public WDPlugIn, public WDPrefPanePlugInProtocol
 {
     Q_OBJECT
@@ -237,18 +237,19 @@ public:
     /// False.
     bool isBaseModule() const override;
 
-    /// Loads the interface file that the bundle names as "WDEditNibFile", with this object as its owner. Nothing
-    /// happens when it names none, or in a process without interface library.
+    /// Loads the interface file that the bundle names as "WDEditNibFile", with this object as its owner.
+    /// Nothing happens when it names none, or in a process without interface library.
     void loadNib() override;
 
-    /// The view with the action's options, owned by the plug-in; null before loadNib, and once somebody deleted it.
+    /// The view with the action's options, owned by the plug-in; null before loadNib, and once somebody
+    /// deleted it.
     QWidget *setupView() const override;
 
     /// Takes the view over and deletes the one before.
     void setSetupView(QObject *view);
 
-    /// Whether the computer must be woken, or powered on, for this action: the parameters "Needs Wake Up" and "Needs
-    /// Startup", true unless 0.
+    /// Whether the computer must be woken, or powered on, for this action: the parameters "Needs Wake Up" and
+    /// "Needs Startup", true unless 0.
     bool needsWakeUp() const override;
     bool needsStartup() const override;
 

@@ -12,7 +12,6 @@
 namespace
 {
 constexpr qsizetype headSize = 16; // what every message begins with; it tells the sizes of the rest
-constexpr qsizetype maximumHandshake = 4096;
 
 /// The size of a message, by its head (D-Bus Specification, "Message Format"); 0 when it is none.
 quint64 messageSize(const char *head)
@@ -29,24 +28,11 @@ quint64 messageSize(const char *head)
 }
 } // namespace
 
-bool FramePump::checkAnswer(char byte)
-{
-    m_line += byte;
-    if (m_line.endsWith("\r\n")) {
-        m_inHandshake = !m_line.startsWith("OK ");
-        m_line.clear();
-    }
-    return m_line.size() < maximumHandshake;
-}
-
 qsizetype FramePump::check(QByteArrayView bytes)
 {
     qsizetype done = 0;
     while (done < bytes.size()) {
-        if (m_inHandshake) {
-            if (!checkAnswer(bytes[done++]))
-                return -EPROTO;
-        } else if (m_left > 0) {
+        if (m_left > 0) {
             const quint64 step = std::min(m_left, static_cast<quint64>(bytes.size() - done));
             done += static_cast<qsizetype>(step);
             m_left -= step;
@@ -77,24 +63,39 @@ int FramePump::pump()
 {
     if (!m_backlog.isEmpty())
         return forward(std::exchange(m_backlog, {}));
-    if (m_ended)
+    if (m_ended || m_isDrained)
         return 0;
     std::array<char, 16 << 10> buffer;
     const qsizetype held = m_held.size();
     std::copy(m_held.cbegin(), m_held.cend(), buffer.begin());
     const ssize_t got =
         ::recv(m_peer, buffer.data() + held, buffer.size() - static_cast<size_t>(held), MSG_DONTWAIT);
-    if (got < 0 && (errno == EAGAIN || errno == EINTR))
+    if (got < 0 && (errno == EAGAIN || errno == EINTR)) {
+        m_isDrained = true;
         return 0;
+    }
     if (got <= 0) {
         m_ended = true;
         ::shutdown(m_feed, SHUT_WR); // sd-bus is to find the end after all that came before it
         return 1;
     }
-    const QByteArrayView bytes(buffer.data(), held + got);
+    QByteArrayView bytes(buffer.data(), held + got);
+    m_isDrained = bytes.size() < static_cast<qsizetype>(buffer.size());
+    QByteArray handshake;
+    while (!m_handshake.isDone() && !bytes.isEmpty()) {
+        QByteArray line;
+        if (m_handshake.take(bytes.front(), &line))
+            handshake += line;
+        if (m_handshake.hasFailed())
+            return -EPROTO;
+        bytes = bytes.sliced(1);
+    }
     const qsizetype passed = check(bytes);
     if (passed < 0)
         return static_cast<int>(passed);
     m_held = bytes.sliced(passed).toByteArray();
-    return passed > 0 ? forward(bytes.first(passed)) : 0;
+    const QByteArrayView messages = bytes.first(passed);
+    if (handshake.isEmpty())
+        return passed > 0 ? forward(messages) : 0;
+    return forward(handshake + QByteArray(messages.data(), messages.size()));
 }

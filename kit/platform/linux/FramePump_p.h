@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/HandshakeFilter_p.h"
 #include "platform/linux/WireValue_p.h"
 
 #include <QByteArray>
@@ -14,14 +15,14 @@ public:
     /// The largest message: its values, and room for its header.
     static constexpr quint64 maximumMessage = static_cast<quint64>(WireValue::maximumSize) + (64 << 10);
 
-    enum class Head { Message, HandshakeAnswer };
-
-    /// Reads from `peer`, writes to `feed`; both stay the caller's. `first` is what the peer sends first:
-    /// messages, or the answers to our side of the handshake, whose last line is "OK".
-    FramePump(int peer, int feed, Head first)
-        : m_peer(peer), m_feed(feed), m_inHandshake(first == Head::HandshakeAnswer)
+    /// Reads from `peer`, writes to `feed`; both stay the caller's. The handshake comes first.
+    FramePump(int peer, int feed, HandshakeFilter handshake)
+        : m_peer(peer), m_feed(feed), m_handshake(std::move(handshake))
     {
     }
+
+    /// The peer's socket has something to read again, as far as is known.
+    void wake() { m_isDrained = false; }
 
     /// Moves some of what is there, without waiting: positive when sd-bus has more to read (be it the end of
     /// the stream), 0 when there is nothing, a negative errno value for a message beyond the limit.
@@ -31,16 +32,14 @@ private:
     /// How many of the bytes may go on; the others are the head of a message that is not whole yet. A
     /// negative errno value for what is none, or is too large.
     qsizetype check(QByteArrayView bytes);
-    /// The same for the handshake's answers; false for what cannot be one.
-    bool checkAnswer(char byte);
     int forward(QByteArrayView bytes);
 
     int m_peer;
     int m_feed;
-    bool m_inHandshake;
+    HandshakeFilter m_handshake;
     bool m_ended = false;
-    QByteArray m_line;    ///< Of the handshake.
-    QByteArray m_held;    ///< The head of a message that is not whole yet.
-    QByteArray m_backlog; ///< Checked, but sd-bus had no room for it.
-    quint64 m_left = 0;   ///< What is still to come of the present message.
+    bool m_isDrained = false; ///< The last read took all that there was.
+    QByteArray m_held;        ///< The head of a message that is not whole yet.
+    QByteArray m_backlog;     ///< Checked, but sd-bus had no room for it.
+    quint64 m_left = 0;       ///< What is still to come of the present message.
 };

@@ -4,6 +4,7 @@
 #include "AvahiNetServices_p.h"
 #include "BusUserNotificationPresenter_p.h"
 #include "DistributedSignals_p.h"
+#include "EventProcesses_p.h"
 #include "LinuxClock_p.h"
 #include "LinuxMachineIdentity_p.h"
 #include "LinuxPrimaryInterface_p.h"
@@ -20,7 +21,11 @@
 #endif
 
 Platform::Platform()
-    : clock(std::make_shared<LinuxClock>()), consoleUser(std::make_shared<LogindConsoleUser>()),
+    : aeProcesses(std::make_shared<EventProcesses>()),
+      clock(std::make_shared<LinuxClock>()),
+      consoleUser(std::make_shared<LogindConsoleUser>()),
+      distributedNotifications(std::make_shared<DistributedSignals>()),
+      keyEventDriver(std::make_shared<UinputKeyDriver>()),
       machineIdentity(std::make_shared<LinuxMachineIdentity>()),
       netServices(std::make_shared<AvahiNetServices>()),
       primaryInterface(std::make_shared<LinuxPrimaryInterface>()),

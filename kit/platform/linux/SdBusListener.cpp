@@ -75,6 +75,8 @@ public:
 
     void acceptPending() override { acceptUpTo(static_cast<int>(streamsPerUser)); }
 
+    void setPeerCheck(NSConnection::PeerCheck isWelcome) override { m_isWelcome = std::move(isWelcome); }
+
 private:
     void acceptUpTo(int limit)
     {
@@ -95,7 +97,8 @@ private:
     void take(int descriptor)
     {
         const auto peer = peerCredentials(descriptor);
-        if (!peer || !AcceptedStreams::ofThisThread().makeRoomFor(peer->userId)) {
+        if (!peer || (m_isWelcome && !m_isWelcome(*peer)) ||
+            !AcceptedStreams::ofThisThread().makeRoomFor(peer->userId)) {
             ::close(descriptor);
             return;
         }
@@ -114,6 +117,7 @@ private:
     }
 
     Accept m_accept;
+    NSConnection::PeerCheck m_isWelcome;
     StreamLoop &m_loop;
     int m_descriptor;
     quint64 m_source;

@@ -9,7 +9,6 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -44,6 +43,23 @@ QString errorText(int error)
     throw NSException(name, reason);
 }
 
+/// The request as a message for this bus, which is null when the stream has closed.
+Message newCall(sd_bus *bus, const MessageStream::Request &request)
+{
+    if (!bus)
+        raise(NSInvalidSendPortException, QStringLiteral("the connection is closed"));
+    sd_bus_message *raw = nullptr;
+    if (const int error =
+            sd_bus_message_new_method_call(bus, &raw, nullptr, request.path.constData(),
+                                           request.interface.constData(), request.member.constData());
+        error < 0)
+        raise(NSInvalidArgumentException, errorText(error));
+    Message message(raw);
+    for (const QVariant &argument : request.arguments)
+        WireValue::append(message.get(), argument);
+    return message;
+}
+
 int keepReply(sd_bus_message *reply, void *slot, sd_bus_error *)
 {
     static_cast<Message *>(slot)->reset(sd_bus_message_ref(reply));
@@ -54,10 +70,7 @@ int keepReply(sd_bus_message *reply, void *slot, sd_bus_error *)
 std::shared_ptr<SdBusStream> SdBusStream::make(int descriptor, Side side)
 {
     const std::shared_ptr<SdBusStream> stream(new SdBusStream(descriptor, side));
-    // Starting writes already: a peer that is gone fails here.
-    if (side == Side::Client && !stream->startBus())
-        return nullptr;
-    return stream;
+    return stream->start() ? stream : nullptr;
 }
 
 SdBusStream::SdBusStream(int descriptor, Side side)
@@ -67,13 +80,8 @@ SdBusStream::SdBusStream(int descriptor, Side side)
       m_peer(peerCredentials(descriptor))
 {
     m_source = m_loop.add(descriptor, POLLIN, this);
-    if (side == Side::Client)
-        return;
-    sd_id128_randomize(&m_id);
-    std::array<char, SD_ID128_STRING_MAX> id;
-    m_handshake.emplace(m_peer ? m_peer->userId : static_cast<uid_t>(-1),
-                        sd_id128_to_string(m_id, id.data()));
-    m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
+    if (side == Side::Server)
+        m_loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
 }
 
 SdBusStream::~SdBusStream()
@@ -83,7 +91,7 @@ SdBusStream::~SdBusStream()
 
 void SdBusStream::close()
 {
-    if (m_descriptor < 0)
+    if (!isOpen())
         return;
     m_loop.remove(m_source);
     if (m_bus)
@@ -95,7 +103,7 @@ void SdBusStream::close()
         ::close(std::exchange(m_feed, -1));
 }
 
-bool SdBusStream::startBus()
+bool SdBusStream::start()
 {
     std::array<int, 2> pair{};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data()) != 0)
@@ -106,52 +114,21 @@ bool SdBusStream::startBus()
         ::close(pair[1]);
         return false;
     }
-    sd_bus_negotiate_fds(bus, 0); // descriptors of strangers are not wanted
-    if (m_side == Side::Client) {
-        sd_bus_set_fd(bus, pair[1], m_descriptor);
-        m_pump.emplace(m_descriptor, m_feed, FramePump::Head::HandshakeAnswer);
-        m_bus = bus;
-        return sd_bus_start(bus) >= 0;
-    }
-    // The peer has shaken hands with us. A bus cannot be told so: it does it once more, with what we feed it,
-    // while its output goes nowhere; then the real socket takes the output's place.
-    const int output = ::fcntl(pair[1], F_DUPFD_CLOEXEC, 3);
-    sd_bus_set_fd(bus, pair[1], output);
-    sd_bus_set_server(bus, 1, m_id);
-    const QByteArray handshake =
-        QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray::number(::geteuid()).toHex() + "\r\nBEGIN\r\n";
-    const bool isFed = ::send(m_feed, handshake.constData(), static_cast<size_t>(handshake.size()),
-                              MSG_NOSIGNAL) == handshake.size();
-    int result = output < 0 || !isFed ? -EIO : sd_bus_start(bus);
-    while (result >= 0 && sd_bus_is_ready(bus) == 0 && (result = sd_bus_process(bus, nullptr)) > 0) {
-    }
-    if (result < 0 || sd_bus_is_ready(bus) <= 0 || ::dup3(m_descriptor, output, O_CLOEXEC) < 0) {
-        sd_bus_close_unref(bus);
-        return false;
-    }
-    m_loop.remove(m_source);
-    ::close(m_descriptor);
-    m_descriptor = output;
+    sd_bus_set_fd(bus, pair[1], m_descriptor); // the bus owns both from here
+    sd_bus_negotiate_fds(bus, 0);              // descriptors of strangers are not wanted
     m_bus = bus;
-    m_source = m_loop.add(m_descriptor, POLLIN, this);
-    m_pump.emplace(m_descriptor, m_feed, FramePump::Head::Message);
-    return true;
-}
-
-// False when the peer is to be dropped.
-bool SdBusStream::shakeHands()
-{
-    switch (m_handshake->advance(m_descriptor)) {
-    case SaslServer::Result::NeedsMore:
-        return true;
-    case SaslServer::Result::Done:
-        m_handshake.reset();
-        m_authenticated = startBus();
-        return m_authenticated;
-    case SaslServer::Result::Failed:
-        break;
+    if (m_side == Side::Client) {
+        m_pump.emplace(m_descriptor, m_feed, HandshakeFilter::ofServer());
+    } else {
+        sd_id128_t id;
+        sd_id128_randomize(&id);
+        sd_bus_set_server(bus, 1, id);
+        m_pump.emplace(m_descriptor, m_feed,
+                       HandshakeFilter::ofClient(m_peer ? std::optional(m_peer->userId) : std::nullopt));
+        if (m_pump->pump() < 0) // the client has written already; starting reads it
+            return false;
     }
-    return false;
+    return sd_bus_start(bus) >= 0;
 }
 
 void SdBusStream::drop()
@@ -170,7 +147,8 @@ void SdBusStream::ready()
     if (!isOpen())
         return;
     const auto self = shared_from_this(); // serving may let go of us
-    if ((m_handshake && !shakeHands()) || (m_bus && drain() < 0))
+    m_pump->wake();
+    if (drain() < 0)
         drop();
     else
         settle();
@@ -184,6 +162,8 @@ void SdBusStream::deadlinePassed()
 
 int SdBusStream::drain()
 {
+    if (const int moved = m_pump->pump(); moved < 0)
+        return moved;
     for (int i = 0; i < messagesPerTurn; ++i) {
         uint64_t queued = 0;
         if (sd_bus_get_n_queued_write(m_bus, &queued) >= 0 && queued > queuedReplies)
@@ -273,22 +253,46 @@ void SdBusStream::reply(sd_bus_message *message, const Reply &reply)
     }
 }
 
+bool SdBusStream::hasHandedOver() const
+{
+    uint64_t queued = 0;
+    return sd_bus_is_ready(m_bus) > 0 && sd_bus_get_n_queued_write(m_bus, &queued) >= 0 && queued == 0;
+}
+
 MessageStream::Reply SdBusStream::call(const Request &request, milliseconds requestTimeout,
                                        milliseconds replyTimeout)
 {
-    const auto self = shared_from_this();
-    if (!m_bus)
-        raise(NSInvalidSendPortException, QStringLiteral("the connection is closed"));
-    sd_bus_message *raw = nullptr;
-    if (const int error =
-            sd_bus_message_new_method_call(m_bus, &raw, nullptr, request.path.constData(),
-                                           request.interface.constData(), request.member.constData());
-        error < 0)
-        raise(NSInvalidArgumentException, errorText(error));
-    const Message message(raw);
-    for (const QVariant &argument : request.arguments)
-        WireValue::append(message.get(), argument);
+    return exchange(request, steady_clock::now() + requestTimeout, replyTimeout);
+}
 
+MessageStream::Reply SdBusStream::callWithin(const Request &request, milliseconds limit)
+{
+    return exchange(request, steady_clock::now() + limit, {});
+}
+
+void SdBusStream::post(const Request &request, milliseconds limit)
+{
+    const auto self = shared_from_this();
+    const auto deadline = steady_clock::now() + limit;
+    const Message message = newCall(m_bus, request);
+    sd_bus_message_set_expect_reply(message.get(), 0);
+    if (const int error = sd_bus_send(m_bus, message.get(), nullptr); error < 0) {
+        drop();
+        raise(NSInvalidSendPortException, errorText(error));
+    }
+    settle();
+    m_loop.waitUntil([&] { return !m_bus || hasHandedOver(); }, [&] { return deadline; });
+    if (!m_bus)
+        raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
+    if (!hasHandedOver())
+        raise(NSPortTimeoutException, QStringLiteral("the request could not be handed over in time"));
+}
+
+MessageStream::Reply SdBusStream::exchange(const Request &request, StreamLoop::Moment deadline,
+                                           std::optional<milliseconds> replyTimeout)
+{
+    const auto self = shared_from_this();
+    const Message message = newCall(m_bus, request);
     Message answer;
     sd_bus_slot *rawSlot = nullptr;
     if (const int error = sd_bus_call_async(m_bus, &rawSlot, message.get(), keepReply, &answer, noTimeout);
@@ -300,15 +304,12 @@ MessageStream::Reply SdBusStream::call(const Request &request, milliseconds requ
     settle();
 
     // Two deadlines in turn: one until the request has left this process, one for the answer.
-    auto deadline = steady_clock::now() + requestTimeout;
     bool handedOver = false;
     const auto done = [&] {
         if (!handedOver && m_bus) {
-            uint64_t queued = 0;
-            handedOver =
-                sd_bus_is_ready(m_bus) > 0 && sd_bus_get_n_queued_write(m_bus, &queued) >= 0 && queued == 0;
-            if (handedOver)
-                deadline = steady_clock::now() + replyTimeout;
+            handedOver = hasHandedOver();
+            if (handedOver && replyTimeout)
+                deadline = steady_clock::now() + *replyTimeout;
         }
         return answer != nullptr || !m_bus;
     };

@@ -3,7 +3,6 @@
 
 #include "platform/MessageStream_p.h"
 #include "platform/linux/FramePump_p.h"
-#include "platform/linux/SaslServer_p.h"
 #include "platform/linux/StreamLoop_p.h"
 
 #include <systemd/sd-bus.h>
@@ -36,6 +35,8 @@ public:
     void setHandler(Handler *handler) override { m_handler = handler; }
     Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
                std::chrono::milliseconds replyTimeout) override;
+    Reply callWithin(const Request &request, std::chrono::milliseconds limit) override;
+    void post(const Request &request, std::chrono::milliseconds limit) override;
     bool isOpen() const override { return m_descriptor >= 0; }
     void close() override;
     std::optional<NSConnection::Peer> peer() const override { return m_peer; }
@@ -47,24 +48,26 @@ public:
 
 private:
     SdBusStream(int descriptor, Side side);
-    /// Makes the bus, once the peer's messages begin; false when it cannot be had.
-    bool startBus();
-    bool shakeHands();
+    /// False when the peer has gone already or has sent garbage.
+    bool start();
     /// Everything there is to read and answer, at most a turn's worth; a negative errno drops the peer.
     int drain();
     void serve(sd_bus_message *message);
     void reply(sd_bus_message *message, const Reply &reply);
+    /// Without a reply time-out of its own, the reply has to come before the first deadline.
+    Reply exchange(const Request &request, StreamLoop::Moment deadline,
+                   std::optional<std::chrono::milliseconds> replyTimeout);
+    /// Everything that was sent has left this process.
+    bool hasHandedOver() const;
     void settle();
     void drop();
 
-    sd_bus *m_bus = nullptr; ///< Null until a client has shaken hands, and when closed.
+    sd_bus *m_bus = nullptr; ///< Null when closed.
     StreamLoop &m_loop;      ///< The one of the thread that made the stream.
     Side m_side;
-    int m_descriptor; ///< The connected socket; -1 when closed. The bus's, as soon as there is one.
+    int m_descriptor; ///< The connected socket, which is the bus's; -1 when closed.
     int m_feed = -1;  ///< Our end of what the bus reads.
-    sd_id128_t m_id{};
     std::optional<FramePump> m_pump;
-    std::optional<SaslServer> m_handshake;
     quint64 m_source = 0;
     Handler *m_handler = nullptr;
     std::optional<NSConnection::Peer> m_peer;

@@ -15,6 +15,7 @@ HostProcess::HostProcess(const QString &rootFolder, const QString &processName, 
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(PEER_HOST, {rootFolder, processName, identity});
     m_process.waitForStarted();
+    m_processId = m_process.processId();
 }
 
 HostProcess::~HostProcess()
@@ -46,6 +47,17 @@ QString HostProcess::ask(const QString &command)
 bool HostProcess::hears(const QString &notificationName)
 {
     return !lineStartingWith("heard " + notificationName.toUtf8()).isNull();
+}
+
+QString HostProcess::nextHeard()
+{
+    return lineStartingWith("heard ").mid(6);
+}
+
+void HostProcess::close()
+{
+    m_process.closeWriteChannel();
+    m_process.waitForFinished();
 }
 
 void HostProcess::killHard()

@@ -34,7 +34,14 @@ public:
     /// Waits until the host has said that it heard the notification.
     bool hears(const QString &notificationName);
 
-    qint64 processId() const { return m_process.processId(); }
+    /// What the host says next that it heard; empty when it says nothing for 20 s.
+    QString nextHeard();
+
+    /// As it was while it ran, too.
+    qint64 processId() const { return m_processId; }
+
+    /// Lets it end with its standard input, and waits until it is gone.
+    void close();
 
     /// kill -9, and waits until it is gone.
     void killHard();
@@ -43,6 +50,7 @@ private:
     QString lineStartingWith(const QByteArray &start);
 
     QProcess m_process;
+    qint64 m_processId = 0;
     QList<QByteArray> m_lines;
     Clock::duration m_elapsed{0};
 };

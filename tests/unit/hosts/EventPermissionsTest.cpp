@@ -51,3 +51,19 @@ TEST(EventPermissions, AnOccurrenceIsHandedBackOnlyByTheUserWhoHasIt)
     EXPECT_FALSE(EventPermissions::mayHandBack(unknown, alice));
     EXPECT_FALSE(EventPermissions::mayHandBack(unknown, unknown));
 }
+
+TEST(EventPermissions, AnOccurrenceIsDroppedForTheSystemTheOwnerAndWhoWasAlerted)
+{
+    struct Case {
+        UserId peer, rootOwner, scheduleOwner, alerted;
+        bool mayRemove;
+    };
+    for (const Case &c : {Case{root, root, alice, unknown, true}, Case{alice, root, alice, unknown, true},
+                          Case{bob, root, alice, bob, true}, Case{bob, root, alice, unknown, false},
+                          Case{bob, root, alice, alice, false}, Case{bob, bob, alice, alice, true},
+                          Case{bob, root, unknown, unknown, false}, Case{unknown, root, alice, alice, false},
+                          Case{unknown, unknown, unknown, unknown, false}})
+        EXPECT_EQ(EventPermissions::mayRemove(c.peer, c.rootOwner, c.scheduleOwner, c.alerted), c.mayRemove)
+            << c.peer.value_or(-1) << " for a schedule of " << c.scheduleOwner.value_or(-1) << ", alerted is "
+            << c.alerted.value_or(-1);
+}

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "HostEvents.h"
+
+#include "platform/NSAppleEventManager.h"
+#include "platform/NSException.h"
+#include "platform/NSProcessInfo.h"
+#include "platform/ProcessSerialNumber.h"
+
+#include <csignal>
+#include <cstdio>
+#include <unistd.h>
+
+namespace
+{
+qint32 numberIn(const HostEvents::Event &event, AEKeyword keyword)
+{
+    const auto parameter = event->paramDescriptorForKeyword(keyword);
+    return parameter ? parameter->int32Value() : 0;
+}
+
+void putNumber(const HostEvents::Event &event, AEKeyword keyword, qint32 number)
+{
+    event->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithInt32(number), keyword);
+}
+} // namespace
+
+void HostEvents::say(const QString &line)
+{
+    std::puts(line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+void HostEvents::listen()
+{
+    auto &manager = NSAppleEventManager::sharedAppleEventManager();
+    manager.setEventHandlerForEventClass(this, "doEcho", hostClass, echo);
+    manager.setEventHandlerForEventClass(this, "doNote", hostClass, note);
+    manager.setEventHandlerForEventClass(this, "doHang", hostClass, hang);
+    manager.setEventHandlerForEventClass(this, "doDie", hostClass, die);
+    manager.setEventHandlerForEventClass(this, "doSend", hostClass, send);
+    manager.setEventHandlerForEventClass(this, "doBounce", hostClass, bounce);
+    manager.setEventHandlerForEventClass(this, "doFail", hostClass, fail);
+    manager.setEventHandlerForEventClass(this, "doGrow", hostClass, grow);
+}
+
+AppleEvent HostEvents::eventTo(qint64 process, AEEventID eventID)
+{
+    const ProcessSerialNumber number{0, static_cast<quint32>(process)};
+    AEDesc address;
+    AECreateDesc(typeProcessSerialNumber, &number, sizeof number, &address);
+    AppleEvent event;
+    AECreateAppleEvent(hostClass, eventID, address, kAutoGenerateReturnID, kAnyTransactionID, &event);
+    return event;
+}
+
+void HostEvents::doEcho(const Event &event, const Event &reply)
+{
+    const AEDesc &sent = event->aeDesc();
+    for (qsizetype i = 0; i < sent.count(); ++i)
+        reply->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithAEDesc(sent.at(i)),
+                                            sent.keywordAt(i));
+    for (const AEKeyword who : {keySenderPIDAttr, keySenderEUIDAttr})
+        reply->setParamDescriptorForKeyword(event->attributeDescriptorForKeyword(who), who);
+}
+
+void HostEvents::doNote(const Event &event, const Event &)
+{
+    say("heard " + QString::number(numberIn(event, keyDirectObject)));
+}
+
+void HostEvents::doHang(const Event &event, const Event &reply)
+{
+    say("heard hang");
+    for (char c = 0; ::read(STDIN_FILENO, &c, 1) == 1 && c != '\n';) {
+    }
+    doEcho(event, reply);
+}
+
+void HostEvents::doDie(const Event &, const Event &)
+{
+    ::kill(::getpid(), SIGKILL);
+}
+
+void HostEvents::doSend(const Event &event, const Event &reply)
+{
+    const auto eventID = event->paramDescriptorForKeyword(what);
+    const AppleEvent own = eventTo(numberIn(event, target),
+                                   eventID ? codeOfCharacters(eventID->stringValue()).value_or(echo) : echo);
+    AppleEvent answer;
+    const OSStatus status =
+        AESend(&own, &answer, kAEWaitReply, kAENormalPriority,
+               event->paramDescriptorForKeyword(ticks) ? numberIn(event, ticks) : kAEDefaultTimeout);
+    putNumber(reply, keyDirectObject, status);
+}
+
+void HostEvents::doBounce(const Event &event, const Event &reply)
+{
+    AppleEvent own = eventTo(numberIn(event, target), send);
+    own.setParameter(target, AEDesc::of(typeSInt32, NSProcessInfo::processIdentifier()));
+    AppleEvent answer;
+    const OSStatus status = AESend(&own, &answer, kAEWaitReply, kAENormalPriority, kAEDefaultTimeout);
+    const auto inner = NSAppleEventDescriptor::descriptorWithAEDesc(answer);
+    putNumber(reply, keyDirectObject, status != noErr ? status : numberIn(inner, keyDirectObject));
+}
+
+void HostEvents::doFail(const Event &, const Event &)
+{
+    throw NSException(NSInvalidArgumentException, "as it was told to");
+}
+
+void HostEvents::doGrow(const Event &event, const Event &reply)
+{
+    reply->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithDescriptorType(
+                                            typeData, QByteArray(numberIn(event, keyDirectObject), 'g')),
+                                        keyDirectObject);
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/AEManager.h"
+#include "platform/NSAppleEventDescriptor.h"
+
+#include <QObject>
+
+/// What event_host does with the events of the class `hostClass`.
+class HostEvents : public QObject
+{
+    Q_OBJECT
+public:
+    using Event = std::shared_ptr<NSAppleEventDescriptor>;
+
+    static constexpr AEEventClass hostClass = fourCharCode("Host");
+    /// Answers with the event's own parameters, and who sent it ('spid' and 'seid').
+    static constexpr AEEventID echo = fourCharCode("echo");
+    /// Says "heard NUMBER" with the direct object's number.
+    static constexpr AEEventID note = fourCharCode("note");
+    /// Says "heard hang", waits for a line on the standard input, and answers with the event's parameters.
+    static constexpr AEEventID hang = fourCharCode("hang");
+    /// Dies.
+    static constexpr AEEventID die = fourCharCode("die ");
+    /// Sends an event of its own to the process 'targ', with the ID 'what', waits at most for 'tick', and
+    /// answers with the result code.
+    static constexpr AEEventID send = fourCharCode("send");
+    /// Sends 'send' on to the process 'targ', which is to send 'echo' here.
+    static constexpr AEEventID bounce = fourCharCode("boun");
+    /// Raises.
+    static constexpr AEEventID fail = fourCharCode("fail");
+    /// Answers with so many bytes as the direct object says.
+    static constexpr AEEventID grow = fourCharCode("grow");
+
+    static constexpr AEKeyword target = fourCharCode("targ");
+    static constexpr AEKeyword what = fourCharCode("what");
+    static constexpr AEKeyword ticks = fourCharCode("tick");
+
+    /// Handles all of them from now on.
+    void listen();
+
+    /// An event of this class for the process.
+    static AppleEvent eventTo(qint64 process, AEEventID eventID);
+
+    static void say(const QString &line);
+
+    Q_INVOKABLE void doEcho(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doNote(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doHang(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doDie(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                           const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doSend(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doBounce(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                              const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doFail(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doGrow(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
+};
