@@ -67,6 +67,7 @@ class System:
         self.processes = []  # (name, process), in the order of their start
         self.log = None
         self.bus = "unix:path=" + self.path("run/bus")
+        self.session_environment = {}  # what the user's processes have besides
         self.environment = {
             "PATH": "/usr/local/bin:/usr/bin:/bin",
             "LANG": os.environ.get("LANG", "C.UTF-8"),
@@ -88,6 +89,7 @@ class System:
             ("hosts/daemon/dozelyd", "usr/sbin/dozelyd"),
             ("hosts/admin/dozely-admin", "usr/bin/dozely-admin"),
             ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
+            ("kit/interface/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
         ]
         copies += [(f"bundles/PlugIns/{name}", f"{PLUG_INS}/{name}") for name in more_plug_ins]
         for source, target in copies:
@@ -115,15 +117,23 @@ class System:
                 mode = os.stat(path).st_mode & 0o755
                 os.chmod(path, mode | (0o555 if os.path.isdir(path) else 0o444))
 
+    def as_user(self):
+        """Options that make a process one of the user's session."""
+        options = {"env": {**self.environment, "HOME": self.user.pw_dir, **self.session_environment}}
+        if os.geteuid() == 0:
+            options.update(user=self.user.pw_uid, group=self.user.pw_gid, extra_groups=[])
+        return options
+
     def start(self, name, arguments, as_user=False, **more):
-        if as_user and os.geteuid() == 0:
-            more.update(user=self.user.pw_uid, group=self.user.pw_gid, extra_groups=[])
-        environment = dict(self.environment)
-        if as_user:
-            environment["HOME"] = self.user.pw_dir
-        process = subprocess.Popen(arguments, env=environment, cwd="/", stdin=subprocess.DEVNULL, **more)
+        options = self.as_user() if as_user else {"env": self.environment}
+        process = subprocess.Popen(arguments, cwd="/", stdin=subprocess.DEVNULL, **options, **more)
         self.processes.append((name, process))
         return process
+
+    def run_as_user(self, arguments, **more):
+        """Runs a program in the user's session to its end."""
+        options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "text": True, **self.as_user(), **more}
+        return subprocess.run(arguments, cwd="/", stdin=subprocess.DEVNULL, check=False, **options)
 
     def call(self, arguments):
         """Runs a program to its end; its exit status and output."""
@@ -171,9 +181,9 @@ class System:
         self.wait_until("the agent", START_LIMIT,
                         lambda: self.admin("ping", "agent", str(self.user.pw_uid))[0] == 0)
 
-    def add(self, name, place, mark, delay):
+    def add(self, name, place, mark, delay, *more):
         status, output = self.admin("add", name, "--in", str(delay), "--in-" + place, "--program", "/usr/bin/touch",
-                                    "--argument", mark)
+                                    "--argument", mark, *more)
         if status != 0:
             raise Failure(f"the schedule could not be added: {output}")
         print(output, flush=True)

@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "communication/WDCommunicationCenter.h"
 #include "core/ZDRLog.h"
+#include "hosts/agent/AgentApplication.h"
+#include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/UserAgentController.h"
-#include "hosts/common/HostApplication.h"
+#include "hosts/common/EventScriptFunction.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/HostRootObject.h"
+#include "hosts/common/RequiredEvents.h"
 #include "hosts/common/TerminationWatcher.h"
+#include "platform/Platform.h"
+
+#include <QGuiApplication>
 
 int main(int argc, char **argv)
 {
-    HostApplication application(argc, argv, "Dozely Agent");
+    const auto application = AgentApplication::make(argc, argv);
     HostOptions options("Performs actions in the session of the user who is logged in.");
     if (const auto status = options.parse(QCoreApplication::arguments()))
         return *status;
@@ -18,19 +24,31 @@ int main(int argc, char **argv)
     if (const auto bundle = NSBundle::mainBundle())
         NSBundle::registerClass("WDUserAgentController", bundle);
     TerminationWatcher termination;
-    QObject::connect(&termination, &TerminationWatcher::terminate, &application, &QCoreApplication::quit);
+    QObject::connect(&termination, &TerminationWatcher::terminate, application.get(),
+                     &QCoreApplication::quit);
 
     ZDRLog("Dozely Agent started");
+    if (AgentApplication::hasDisplay())
+        Platform::current().alertWindow = std::make_shared<AlertWindowPresenter>();
+    else if (qobject_cast<QGuiApplication *>(application.get()))
+        ZDRLog("The display cannot be opened: alerts are shown by the notification server alone");
     HostRootObject rootObject;
     const auto center = WDCommunicationCenter::sharedInstance();
     center->setObserver(&rootObject);
     center->createServerConnection();
 
+    EventScriptFunction::registerFunction();
+    RequiredEvents events;
+    QObject::connect(&events, &RequiredEvents::quit, application.get(), &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+
     int status = 0;
     {
         UserAgentController controller;
+        UserAgentController::askForAnnouncements();
         status = QCoreApplication::exec();
     }
+    Platform::current().alertWindow.reset(); // no window outlives the application object
     // Closed while there is still an event loop to take leave of.
     center->setObserver(nullptr);
     center->setConnection(nullptr);

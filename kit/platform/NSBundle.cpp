@@ -43,6 +43,13 @@ QHash<QString, std::shared_ptr<NSBundle>> &registeredClasses()
     return classes;
 }
 
+/// The files of the kit's other libraries.
+QStringList &partsOfKit()
+{
+    static QStringList files;
+    return files;
+}
+
 /// The nearest folder around `file` that has a Contents folder with the file in it; null when there is none.
 QString bundlePathAround(const QString &file)
 {
@@ -150,7 +157,7 @@ std::shared_ptr<NSBundle> NSBundle::bundleForClass(const QMetaObject *metaObject
     const QString file = ModuleFile::ofAddress(metaObject->d.stringdata);
     static const char inThisLibrary = 0;
     static const QString ownFile = ModuleFile::ofAddress(&inThisLibrary);
-    if (file.isEmpty() || file == ownFile)
+    if (file.isEmpty() || file == ownFile || partsOfKit().contains(file))
         return file.isEmpty() ? nullptr : kitBundle();
     const QString path = bundlePathAround(file);
     return path.isEmpty() ? nullptr : bundleWithPath(path);
@@ -164,6 +171,11 @@ std::shared_ptr<NSBundle> NSBundle::bundleForClassNamed(const QString &className
 void NSBundle::registerClass(const QString &className, std::shared_ptr<NSBundle> bundle)
 {
     registeredClasses()[className] = std::move(bundle);
+}
+
+void NSBundle::registerPartOfKit(const void *address)
+{
+    partsOfKit() += ModuleFile::ofAddress(address);
 }
 
 QString NSBundle::bundlePath() const

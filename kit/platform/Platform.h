@@ -25,7 +25,7 @@ class UserNotificationPresenter;
 /// The ports of this process: what the kit asks of the machine, each behind an abstract class.
 ///
 /// Made on first use with the ports of the host platform. A test replaces members before the code under test
-/// runs; no member but interfaceFileLoader and httpClient is ever null.
+/// runs; no member but alertWindow, interfaceFileLoader and httpClient is ever null.
 ///
 /// THREADING: replacing a member is for the head of main and for tests.
 class DOZELYKIT_EXPORT Platform

@@ -29,7 +29,7 @@ CONSUMERS = ("hosts", "plugins", "examples")
 # The doors to the machine: behind them, only kit/platform/linux.
 MACHINE = re.compile(r"(sys|systemd|dbus|dbus-1\.0|linux|netinet|arpa|net|libevdev|libevdev-1\.0|curl)/"
                      r"|(poll|ifaddrs|mqueue|libudev)\.h$|QtDBus/|QDBus")
-GENERATED = re.compile(r"DozelyKitExport\.h$|moc_\w+\.cpp$|\w+\.moc$|ui_\w+\.h$")
+GENERATED = re.compile(r"Dozely(Kit|Interface)Export\.h$|moc_\w+\.cpp$|\w+\.moc$|ui_\w+\.h$")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*(?:include|include_next|import)[ \t]*(<([^>\n]*)>|"([^"\n]*)"|([^\s<"].*))', re.MULTILINE)
 COMMENT_OR_STRING = re.compile(r'//[^\n]*|/\*.*?\*/|R"([^(\s]*)\(.*?\)\1"', re.DOTALL)
 

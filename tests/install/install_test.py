@@ -53,7 +53,7 @@ class InstallTest(unittest.TestCase):
                   if not file.name.endswith("_p.h") and "linux" not in file.relative_to(SOURCE / "kit").parts}
         self.assertIn(Path("plugin/WDPlugIn.h"), public)
         here = {file.relative_to(self.headers) for file in self.headers.rglob("*") if file.is_file()}
-        self.assertEqual(here, public | {Path("DozelyKitExport.h")})
+        self.assertEqual(here, public | {Path("DozelyKitExport.h"), Path("DozelyInterfaceExport.h")})
         everywhere = {file for file in self.stage.rglob("*.h")}
         self.assertEqual({file for file in everywhere if file.name.endswith("_p.h") or "linux" in file.parts}, set())
         self.assertEqual(everywhere, {self.headers / file for file in here})
@@ -83,7 +83,7 @@ class InstallTest(unittest.TestCase):
         for program in (self.prefix / "sbin" / "dozelyd", self.prefix / "bin" / "dozely-admin"):
             run(str(program), "--version", LD_LIBRARY_PATH="")
         # These know the library by its full path, which this scratch folder is not.
-        for program in (AGENT, "/usr/bin/osascript"):
+        for program in (AGENT, "/usr/bin/osascript", "/usr/bin/pmset"):
             run(str(self.stage / program.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
 
     def build(self, source, *arguments, fails=False):
@@ -109,6 +109,25 @@ class InstallTest(unittest.TestCase):
         run(CXX, "-std=c++20", "-fPIC", *shlex.split(FLAGS), f"-I{folder}",
             str(SOURCE / "tests/install/consumer/main.cpp"), "-o", str(folder / "consumer"), *flags)
         self.assertEqual(run(str(folder / "consumer"), LD_LIBRARY_PATH=str(self.library)).splitlines(), EXPECTED)
+
+    def test_a_program_with_windows_builds_with_either_and_runs(self):
+        source = SOURCE / "tests/install/interface_consumer"
+        expected = ["top: 70", "dot: yes"]
+        folder, _ = self.build(source)
+        self.assertEqual(run(str(folder / "interface_consumer")).splitlines()[-2:], expected)
+
+        environment = {"PKG_CONFIG_PATH": str(self.library / "pkgconfig")}
+        flags = shlex.split(run("pkg-config", "--cflags", "--libs", "DozelyInterface", **environment))
+        run(CXX, "-std=c++20", "-fPIC", *shlex.split(FLAGS), str(source / "main.cpp"), "-o", str(folder / "second"), *flags)
+        self.assertEqual(run(str(folder / "second"), LD_LIBRARY_PATH=str(self.library)).splitlines()[-2:], expected)
+
+    def test_programs_without_windows_load_no_widgets(self):
+        folder, _ = self.build(SOURCE / "tests/install/consumer")
+        for program in (folder / "consumer", self.library / "libDozelyKit.so", self.prefix / "sbin" / "dozelyd"):
+            needed = run("readelf", "-d", str(program), LC_ALL="C")
+            self.assertIn("libQt6Core", needed)
+            self.assertNotRegex(needed, r"libQt6(Gui|Widgets)|libDozelyInterface", str(program))
+        self.assertIn("libQt6Widgets", run("readelf", "-d", str(self.library / "libDozelyInterface.so"), LC_ALL="C"))
 
     def test_another_minor_version_is_not_taken_for_this_one(self):
         source = Path(tempfile.mkdtemp(dir=self.scratch))

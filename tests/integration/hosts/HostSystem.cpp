@@ -16,6 +16,7 @@ const QString agentProgram =
 const QString dyingAgentProgram = "/usr/lib/dying_agent";
 const QString posterProgram = "/usr/lib/event_poster";
 const QString library = "/usr/lib/libDozelyKit.so.0";
+const QString interfaceLibrary = "/usr/lib/libDozelyInterface.so.0";
 const QString logind = "org.freedesktop.login1";
 constexpr int patience = 20'000; // milliseconds; only bounds a failing test
 } // namespace
@@ -28,6 +29,8 @@ HostSystem::HostSystem()
     copyProgram(DYING_AGENT_PROGRAM, dyingAgentProgram);
     copyProgram(POSTER_PROGRAM, posterProgram);
     copyProgram(KIT_LIBRARY, library);
+    copyProgram(QFileInfo(KIT_LIBRARY).path() + "/interface/" + QFileInfo(interfaceLibrary).fileName(),
+                interfaceLibrary);
     makeProbe();
     if (::geteuid() != 0)
         root.makeSocketFolder(); // only a root daemon makes it itself
@@ -65,16 +68,16 @@ void HostSystem::addSession()
 }
 
 std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStringList &arguments,
-                                            bool asAgentUser)
+                                            std::optional<quint32> user)
 {
     auto process = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::SeparateChannels);
-    if (asAgentUser) {
-        process->setChildProcessModifier([] {
-            if (!Identity::becomeOrdinaryUser())
+    if (user) {
+        process->setChildProcessModifier([id = *user] {
+            if (!Identity::becomeUser(id))
                 ::_exit(99);
         });
     }
@@ -84,20 +87,20 @@ std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStrin
 
 void HostSystem::startDaemon()
 {
-    daemon = start(daemonProgram, {"--root", root.path()}, false);
+    daemon = start(daemonProgram, {"--root", root.path()}, {});
     // The socket file of a daemon that was killed is still there, but nobody listens.
     ASSERT_TRUE(waitUntil([this] { return isListening(socketPath("dozelyd")); }));
 }
 
 void HostSystem::startAgent()
 {
-    agent = start(agentProgram, {"--root", root.path()}, true);
+    agent = start(agentProgram, {"--root", root.path()}, agentUser());
     ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
 }
 
 void HostSystem::startDyingAgent()
 {
-    agent = start(dyingAgentProgram, {root.path()}, true);
+    agent = start(dyingAgentProgram, {root.path()}, agentUser());
     ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
 }
 
@@ -120,7 +123,7 @@ void HostSystem::kill(std::unique_ptr<QProcess> &process)
 
 HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments)
 {
-    const auto process = start(program, arguments, false);
+    const auto process = start(program, arguments, {});
     const bool ended = waitUntil([&] { return process->state() == QProcess::NotRunning; });
     return {ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
             process->readAllStandardError()};
@@ -128,8 +131,13 @@ HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arg
 
 bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &event)
 {
+    return postAs(agentUser(), target, event);
+}
+
+bool HostSystem::postAs(quint32 user, const QString &target, const NSNotification &event)
+{
     const auto process =
-        start(posterProgram, {root.path(), target, event.name(), event.object().toString()}, true);
+        start(posterProgram, {root.path(), target, event.name(), event.object().toString()}, user);
     process->write(PropertyList::toData(event.userInfo(), PropertyList::Format::Xml));
     process->closeWriteChannel();
     return waitUntil([&] { return process->state() == QProcess::NotRunning; }) &&

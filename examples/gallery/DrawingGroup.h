@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QGroupBox>
+
+/// Rounded paths, one for each reading of the corner mask, filled with gradients: linear, bilinear, and one
+/// with an evaluate function of the gallery's own.
+class DrawingGroup : public QGroupBox
+{
+    Q_OBJECT
+public:
+    explicit DrawingGroup(QWidget *parent = nullptr);
+};

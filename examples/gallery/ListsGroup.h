@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QGroupBox>
+
+/// Lists drawn by cells: schedules, an outline of texts with images, and a table whose rows can be dragged
+/// out as promised files.
+class ListsGroup : public QGroupBox
+{
+    Q_OBJECT
+public:
+    explicit ListsGroup(QWidget *parent = nullptr);
+
+private:
+    QWidget *makeSchedules();
+    QWidget *makeOutline();
+    QWidget *makeTable();
+};

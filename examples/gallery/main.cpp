@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Every piece of the interface library, live.
+#include "GalleryWindow.h"
+#include "Theme.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("gallery");
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Shows every piece of the interface library.");
+    parser.addHelpOption();
+    parser.addOption({"pictures", "Write pictures into <FOLDER> instead of opening a window.", "FOLDER"});
+    parser.addOption({"plug-in", "Show the configuration view of the plug-in <BUNDLE>.", "BUNDLE"});
+    parser.process(application);
+
+    Theme::set(false);
+    GalleryWindow window(parser.value("plug-in"));
+    if (parser.isSet("pictures")) {
+        if (window.writePictures(parser.value("pictures")))
+            return 0;
+        std::fputs("gallery: the pictures could not be written\n", stderr);
+        return 1;
+    }
+    window.show();
+    return QApplication::exec();
+}

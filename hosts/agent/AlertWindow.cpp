@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/agent/AlertWindow.h"
+
+#include "interface/ZDRButton.h"
+#include "interface/ZDRProgressIndicator.h"
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QShortcut>
+
+#include <algorithm>
+
+using std::chrono::duration;
+
+namespace
+{
+constexpr int windowWidth = 340;
+constexpr int margin = 18;
+constexpr int pieSize = 56;
+constexpr int longestText = 400; // of a plug-in that would fill the screen
+
+QLabel *makeLabel(QWidget *parent)
+{
+    auto *const label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, QColor::fromRgbF(1, 1, 1, 0.9F));
+    label->setPalette(palette);
+    return label;
+}
+
+QString shortened(const QString &text)
+{
+    return text.size() <= longestText ? text : text.left(longestText - 1) + QChar(0x2026);
+}
+
+/// Twelve steps a second for a countdown of seconds, some hundred steps in all for one of hours.
+duration<double> stepFor(double seconds)
+{
+    return duration<double>(std::clamp(seconds / 360, 1.0 / 12, 60.0));
+}
+} // namespace
+
+AlertWindow::AlertWindow()
+    : m_content(new QWidget),
+      m_title(makeLabel(m_content)),
+      m_message(makeLabel(m_content)),
+      m_button(new ZDRButton(m_content)),
+      m_pie(new ZDRProgressIndicator(m_content)),
+      m_timer(Platform::current().clock->makeAbsoluteTimer())
+{
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    QFont bold = m_title->font();
+    bold.setBold(true);
+    m_title->setFont(bold);
+    m_pie->setFixedSize(pieSize, pieSize);
+
+    auto *const texts = new QVBoxLayout;
+    texts->addWidget(m_title);
+    texts->addWidget(m_message);
+    texts->addStretch();
+    texts->addWidget(m_button, 0, Qt::AlignRight);
+    auto *const row = new QHBoxLayout(m_content);
+    row->setContentsMargins(margin, margin, margin, margin);
+    row->setSpacing(margin);
+    row->addWidget(m_pie, 0, Qt::AlignVCenter);
+    row->addLayout(texts, 1);
+    setContentView(m_content);
+
+    connect(m_button, &QAbstractButton::clicked, this, [this] {
+        if (!m_isWithdrawn)
+            Q_EMIT activated();
+    });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    connect(m_timer.get(), &AbsoluteTimer::due, this, &AlertWindow::showRemainingTime);
+    connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &AlertWindow::showRemainingTime);
+}
+
+AlertWindow::~AlertWindow() = default;
+
+void AlertWindow::fill(const NSUserNotification &notification)
+{
+    setWindowTitle(notification.title());
+    setLayoutDirection(notification.informativeText().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    m_title->setText(shortened(notification.title()));
+    m_message->setText(shortened(notification.informativeText()));
+    m_button->setText(notification.actionButtonTitle());
+    m_button->setHidden(notification.actionButtonTitle().isEmpty());
+    m_button->setFixedSize(m_button->sizeHint());
+    m_button->awakeFromNib(); // it has its size now
+    countDownTo(notification.userInfo().value("Schedule Date").toDateTime());
+    resize(wantedSize());
+}
+
+QSize AlertWindow::wantedSize() const
+{
+    const QLayout *const layout = m_content->layout();
+    return {windowWidth, layout->hasHeightForWidth() ? layout->totalHeightForWidth(windowWidth)
+                                                     : layout->totalSizeHint().height()};
+}
+
+void AlertWindow::countDownTo(const QDateTime &date)
+{
+    if (!date.isValid()) {
+        m_date = {};
+        m_timer->stop();
+        m_pie->hide();
+        return;
+    }
+    m_pie->show();
+    if (date == m_date)
+        return; // shown anew, it goes on
+    m_date = date;
+    m_timer->start(date);
+    const double seconds = Platform::current().clock->currentDate().msecsTo(date) / 1000.0;
+    const auto step = stepFor(seconds);
+    m_pie->setMaxValue(static_cast<float>(std::max(seconds, 1.0)));
+    m_pie->setIntervalValue(static_cast<float>(step.count()));
+    m_pie->setAnimationDelay(step);
+    showRemainingTime();
+}
+
+void AlertWindow::showRemainingTime()
+{
+    // The machine may have slept, or its clock been set: the pie itself counts evenly.
+    const qint64 left = Platform::current().clock->currentDate().msecsTo(m_date);
+    m_pie->setFloatValue(static_cast<float>(std::max<qint64>(left, 0)) / 1000);
+    if (left > 0)
+        m_pie->startAnimation();
+}
+
+void AlertWindow::withdraw()
+{
+    m_isWithdrawn = true;
+    m_button->setEnabled(false);
+    performClose();
+}
+
+void AlertWindow::closeEvent(QCloseEvent *event)
+{
+    ZDRBezelWindow::closeEvent(event);
+    if (!m_isWithdrawn)
+        Q_EMIT dismissed();
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "interface/ZDRBezelWindow.h"
+#include "platform/NSUserNotification.h"
+
+#include <QDateTime>
+
+class AbsoluteTimer;
+class QLabel;
+class ZDRButton;
+class ZDRProgressIndicator;
+
+/// The window of one alert: name, message, a pie that counts down to the action, and the alert's button. It
+/// never takes the keys from whoever has them; the user may reach it as any other window. Escape or the
+/// window manager's close takes only the window away and leaves the action as it is.
+///
+/// THREADING: the main thread.
+class AlertWindow : public ZDRBezelWindow
+{
+    Q_OBJECT
+public:
+    AlertWindow();
+    ~AlertWindow() override;
+
+    /// Takes over the alert's texts, and the date in its user info ("Schedule Date"), to which the pie counts
+    /// down. Without a date there is no pie, without a title of the button no button.
+    void fill(const NSUserNotification &notification);
+
+    /// The height that the texts need, for the width that all alerts have.
+    QSize wantedSize() const;
+
+    /// Fades out; what is pressed from now on counts no more.
+    void withdraw();
+
+Q_SIGNALS:
+    /// The button was pressed.
+    void activated();
+    /// The user took the window away.
+    void dismissed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void countDownTo(const QDateTime &date);
+    void showRemainingTime();
+
+    QWidget *m_content = nullptr; // these belong to the window
+    QLabel *m_title = nullptr;
+    QLabel *m_message = nullptr;
+    ZDRButton *m_button = nullptr;
+    ZDRProgressIndicator *m_pie = nullptr;
+    std::unique_ptr<AbsoluteTimer> m_timer;
+    QDateTime m_date; // of the action; invalid for none
+    bool m_isWithdrawn = false;
+};

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "interface/Geometry_p.h"
+
+#include <algorithm>
+
+std::pair<QRectF, QRectF> Geometry::dividedAtMinX(const QRectF &rect, double width)
+{
+    const double cut = std::clamp(width, 0.0, std::max(rect.width(), 0.0));
+    return {QRectF(rect.x(), rect.y(), cut, rect.height()),
+            QRectF(rect.x() + cut, rect.y(), rect.width() - cut, rect.height())};
+}
+
+QRectF Geometry::inset(const QRectF &rect, double by)
+{
+    return {rect.x() + by, rect.y() + by, rect.width() - 2 * by, rect.height() - 2 * by};
+}
+
+QRectF Geometry::turnedOver(const QRectF &rect, double containerHeight)
+{
+    return {rect.x(), containerHeight - rect.y() - rect.height(), rect.width(), rect.height()};
+}
+
+QPointF Geometry::turnedOver(const QPointF &point, double containerHeight)
+{
+    return {point.x(), containerHeight - point.y()};
+}

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "interface/ZDRWindow.h"
+
+/// A ZDRWindow whose content lies on a ZDRBezelView, by which the user moves and resizes it.
+class DOZELYINTERFACE_EXPORT ZDRBezelWindow : public ZDRWindow
+{
+    Q_OBJECT
+public:
+    using ZDRWindow::ZDRWindow;
+
+    /// As that of ZDRWindow.
+    static std::shared_ptr<ZDRBezelWindow> initWithContentRect(const QRectF &contentRect, quint64 styleMask,
+                                                               quint64 backing, bool defer);
+
+    /// Lays the view on the window's bezel view, as large as that is, above whatever lies there already:
+    /// views given before stay. The bezel view is made when the content view is none; null only makes it. The
+    /// window takes the view over.
+    void setContentView(QWidget *view) override;
+};

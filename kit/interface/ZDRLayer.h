@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+
+/// What is painted below the content of a control that has a layer.
+struct ZDRLayer {
+    QColor backgroundColor; ///< Invalid: nothing is painted.
+    QColor borderColor;     ///< Invalid or clear: no border.
+    double borderWidth = 0; ///< In points, inside the control's bounds.
+    double cornerRadius = 0;
+    bool masksToBounds = false; ///< Whether content is cut off at the round corners.
+};

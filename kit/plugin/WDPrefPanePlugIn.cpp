@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "plugin/WDPlugIn.h"
+
+#include "platform/InterfaceFileLoader.h"
+#include "platform/Platform.h"
+
+WDPrefPanePlugInProtocol::~WDPrefPanePlugInProtocol() = default;
+
+WDPrefPanePlugIn::WDPrefPanePlugIn() = default;
+
+WDPrefPanePlugIn::~WDPrefPanePlugIn()
+{
+    delete m_setupView.data();
+}
+
+bool WDPrefPanePlugIn::isBaseModule() const
+{
+    return false;
+}
+
+void WDPrefPanePlugIn::loadNib()
+{
+    const auto own = bundle();
+    const QString name = own ? own->objectForInfoDictionaryKey("WDEditNibFile").toString() : QString();
+    const auto loader = Platform::current().interfaceFileLoader;
+    if (!name.isEmpty() && loader)
+        loader->loadNibNamed(name, *own, this);
+}
+
+QWidget *WDPrefPanePlugIn::setupView() const
+{
+    // The cast that needs no declaration of the class.
+    return m_setupView ? static_cast<QWidget *>(m_setupView->qt_metacast("QWidget")) : nullptr;
+}
+
+QObject *WDPrefPanePlugIn::setupViewObject() const
+{
+    return m_setupView;
+}
+
+void WDPrefPanePlugIn::setSetupView(QObject *view)
+{
+    if (view == m_setupView)
+        return;
+    delete m_setupView.data();
+    m_setupView = view && view->isWidgetType() ? view : nullptr;
+}
+
+bool WDPrefPanePlugIn::needsWakeUp() const
+{
+    return integerParameter("Needs Wake Up") != 0;
+}
+
+bool WDPrefPanePlugIn::needsStartup() const
+{
+    return integerParameter("Needs Startup") != 0;
+}
+
+void WDPrefPanePlugIn::setNeedsWakeUp(bool needsWakeUp)
+{
+    setBooleanParameter("Needs Wake Up", needsWakeUp);
+}
+
+void WDPrefPanePlugIn::setNeedsStartup(bool needsStartup)
+{
+    setBooleanParameter("Needs Startup", needsStartup);
+}
+
+void WDPrefPanePlugIn::setBooleanParameter(const QString &key, bool value)
+{
+    if (const auto own = parameters())
+        own->insert(key, value ? 1 : 0);
+}
+
+bool WDPrefPanePlugIn::needsWakeUpByDefault() const
+{
+    return false;
+}
+
+bool WDPrefPanePlugIn::needsStartupByDefault() const
+{
+    return false;
+}
+
+QString WDPrefPanePlugIn::pluginName() const
+{
+    return WDPlugIn::pluginName();
+}
+
+void WDPrefPanePlugIn::fillSetupInterfaceFromParameters() {}
+
+void WDPrefPanePlugIn::fillParametersFromSetupInterface() {}
+
+QVariantMap WDPrefPanePlugIn::defaultParameters() const
+{
+    return {};
+}
+
+QString WDPrefPanePlugIn::actionString() const
+{
+    return "-";
+}

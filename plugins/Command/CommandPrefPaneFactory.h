@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugin/WDPlugInFactory.h"
+
+#include <QObject>
+
+/// The root object of the module for configuration interfaces. A module of its own: the other hosts load no
+/// widgets.
+class CommandPrefPaneFactory : public QObject, public WDPlugInFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID WDPlugInFactory_iid)
+    Q_INTERFACES(WDPlugInFactory)
+public:
+    std::unique_ptr<WDPlugIn> make() override;
+};

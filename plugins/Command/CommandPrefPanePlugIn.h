@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "plugin/WDPlugIn.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+
+/// Where a user says which program is run, with which arguments, and when to be alerted, to wake the computer
+/// and to power it on for it. The view is laid out in CommandSettings.ui; each property here is an outlet.
+class CommandPrefPanePlugIn : public WDPrefPanePlugIn
+{
+    Q_OBJECT
+    Q_PROPERTY(QLineEdit *program MEMBER m_program)
+    Q_PROPERTY(QPlainTextEdit *arguments MEMBER m_arguments)
+    Q_PROPERTY(QCheckBox *alert MEMBER m_alert)
+    Q_PROPERTY(QSpinBox *leadTime MEMBER m_leadTime)
+    Q_PROPERTY(QCheckBox *wakeUp MEMBER m_wakeUp)
+    Q_PROPERTY(QCheckBox *startup MEMBER m_startup)
+public:
+    /// Parameters that the view cannot show, such as an argument of several lines, stay as they are.
+    void fillSetupInterfaceFromParameters() override;
+    void fillParametersFromSetupInterface() override;
+
+    /// No alert; if there is one, a minute ahead.
+    QVariantMap defaultParameters() const override;
+
+    /// "Run NAME"; "-" without a program.
+    QString actionString() const override;
+
+    /// The user looks for the program among the files.
+    Q_INVOKABLE void on_browse_clicked();
+
+private:
+    QLineEdit *m_program = nullptr; // the view owns these; all are null without it
+    QPlainTextEdit *m_arguments = nullptr;
+    QCheckBox *m_alert = nullptr;
+    QSpinBox *m_leadTime = nullptr; // in seconds
+    QCheckBox *m_wakeUp = nullptr;
+    QCheckBox *m_startup = nullptr;
+};

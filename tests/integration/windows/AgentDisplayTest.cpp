@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "integration/hosts/HostSystem.h"
+#include "support/VirtualDisplay.h"
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// The agent as a program, on a display and without one.
+class AgentDisplayTest : public HostSystem
+{
+protected:
+    AgentDisplayTest()
+    {
+        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            qunsetenv(name);
+        startDaemon(); // which makes the folders
+    }
+    /// The files that are mapped into the agent.
+    std::string mappedFiles() const
+    {
+        QFile maps(QString("/proc/%1/maps").arg(agent->processId()));
+        EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
+        return maps.readAll().toStdString();
+    }
+    static constexpr char complaint[] = "The display cannot be opened";
+};
+
+TEST_F(AgentDisplayTest, WithoutADisplayNoWidgetIsMade)
+{
+    startAgent();
+    EXPECT_THAT(mappedFiles(), Not(HasSubstr("/platforms/")));
+    EXPECT_EQ(endOf(agent), 0);
+    EXPECT_EQ(countOf(complaint), 0);
+}
+
+TEST_F(AgentDisplayTest, ADisplayThatCannotBeOpenedCostsOneLineAndNothingElse)
+{
+    qputenv("DISPLAY", ":64999");
+    startAgent();
+    EXPECT_EQ(countOf(complaint), 1);
+    writeStore({probeEntry("hello", {{"Acts In User Agent", 1LL}})});
+    EXPECT_TRUE(logs("Probe acts in the session: hello"));
+    EXPECT_EQ(endOf(agent), 0);
+}
+
+TEST_F(AgentDisplayTest, ACompositorThatCannotBeReachedCostsOneLineToo)
+{
+    qputenv("WAYLAND_DISPLAY", "wayland-nowhere");
+    startAgent();
+    EXPECT_EQ(countOf(complaint), 1);
+    EXPECT_EQ(endOf(agent), 0);
+}
+
+TEST_F(AgentDisplayTest, OnADisplayItHasWindowsAndEndsInOrder)
+{
+    VirtualDisplay display;
+    ASSERT_TRUE(display.start());
+    startAgent();
+    EXPECT_THAT(mappedFiles(), HasSubstr("libqxcb.so"));
+    EXPECT_EQ(endOf(agent), 0) << "closing no window is no reason to end, the signal is";
+    EXPECT_EQ(countOf(complaint), 0);
+    EXPECT_EQ(countOf("Dozely Agent ended"), 1);
+}
+
+TEST_F(AgentDisplayTest, ADisplayThatGoesAwayEndsIt)
+{
+    {
+        VirtualDisplay display;
+        ASSERT_TRUE(display.start());
+        startAgent();
+    }
+    EXPECT_TRUE(waitUntil([this] { return agent->state() == QProcess::NotRunning; }));
+    EXPECT_EQ(agent->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(agent->exitCode(), 1) << "so that whoever keeps it running starts it anew";
+    agent.reset();
+}
