@@ -59,6 +59,7 @@ AlertWindow::AlertWindow()
     m_pie->setFixedSize(pieSize, pieSize);
 
     auto *const texts = new QVBoxLayout;
+    texts->setSpacing(10);
     texts->addWidget(m_title);
     texts->addWidget(m_message);
     texts->addStretch();
@@ -137,6 +138,12 @@ void AlertWindow::withdraw()
     m_isWithdrawn = true;
     m_button->setEnabled(false);
     performClose();
+}
+
+void AlertWindow::showEvent(QShowEvent *event)
+{
+    ZDRBezelWindow::showEvent(event);
+    resize(wantedSize()); // what the texts need is only known for certain now
 }
 
 void AlertWindow::closeEvent(QCloseEvent *event)

@@ -40,6 +40,7 @@ Q_SIGNALS:
     void dismissed();
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

@@ -111,6 +111,6 @@ void AlertWindowPresenter::place(AlertWindow &window) const
         if (other.get() != &window)
             taken += other->geometry();
     }
-    window.setGeometry(AlertPlacement::placeFor(window.wantedSize(), screen->availableGeometry(), taken,
+    window.setGeometry(AlertPlacement::placeFor(window.size(), screen->availableGeometry(), taken,
                                                 window.layoutDirection()));
 }

@@ -15,10 +15,12 @@
 #include <QLayout>
 #include <QTranslator>
 #include <QWidget>
+#include <QXmlStreamReader>
 
 namespace
 {
 constexpr qint64 largestFile = qint64(1) << 20; // a form that fills the memory
+constexpr int deepestElement = 100;             // one nested until reading it overruns the stack
 
 /// Answers with the bundle's texts while a file is read.
 class BundleTexts : public QTranslator
@@ -55,7 +57,22 @@ void settle(QWidget *view)
         settle(child);
 }
 
-/// The file's content; null with `error` a sentence.
+/// What is wrong with the elements of a file; null when nothing is.
+QString faultIn(const QByteArray &content)
+{
+    QXmlStreamReader reader(content);
+    int depth = 0;
+    while (!reader.atEnd() && depth <= deepestElement) {
+        const auto token = reader.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1 : 0;
+        depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
+    }
+    if (depth > deepestElement)
+        return "its elements are nested too deeply";
+    return reader.hasError() ? reader.errorString() : QString();
+}
+
+/// The file's content; `error` is a sentence when it is no good.
 QByteArray contentOf(const QString &path, QString *error)
 {
     QFile file(path);
@@ -64,10 +81,8 @@ QByteArray contentOf(const QString &path, QString *error)
         return {};
     }
     const QByteArray content = file.read(largestFile + 1);
-    if (content.size() <= largestFile)
-        return content;
-    *error = "it is larger than 1 MiB";
-    return {};
+    *error = content.size() > largestFile ? "it is larger than 1 MiB" : faultIn(content);
+    return content;
 }
 } // namespace
 

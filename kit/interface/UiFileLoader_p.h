@@ -20,7 +20,7 @@ class QWidget;
 ///   included.
 ///
 /// What the file holds lives as long as its owner, unless somebody deletes it earlier. A failure is one line
-/// in the log; files of more than 1 MiB are refused, and no code is loaded for a file's sake.
+/// in the log; files of more than 1 MiB or 100 levels are refused, and no code is loaded for a file's sake.
 class DOZELYINTERFACE_AUTOTEST_EXPORT UiFileLoader : public InterfaceFileLoader
 {
 public:

@@ -103,32 +103,46 @@ void SdBusStream::close()
         ::close(std::exchange(m_feed, -1));
 }
 
+bool SdBusStream::guardsAgainstEverybody = false;
+
+bool SdBusStream::isTrusted() const
+{
+    return !guardsAgainstEverybody && m_peer && (m_peer->userId == 0 || m_peer->userId == ::geteuid());
+}
+
 bool SdBusStream::start()
 {
-    std::array<int, 2> pair{};
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data()) != 0)
-        return false;
-    m_feed = pair[0];
-    sd_bus *bus = nullptr;
-    if (sd_bus_new(&bus) < 0) {
-        ::close(pair[1]);
+    int input = m_descriptor;
+    if (!isTrusted()) {
+        std::array<int, 2> pair{};
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data()) != 0)
+            return false;
+        m_feed = pair[0];
+        input = pair[1];
+        const auto claimed = m_peer ? std::optional<uid_t>(m_peer->userId) : std::nullopt;
+        m_pump.emplace(m_descriptor, m_feed,
+                       m_side == Side::Client ? HandshakeFilter::ofServer()
+                                              : HandshakeFilter::ofClient(claimed));
+    }
+    if (sd_bus_new(&m_bus) < 0) {
+        if (input != m_descriptor)
+            ::close(input);
         return false;
     }
-    sd_bus_set_fd(bus, pair[1], m_descriptor); // the bus owns both from here
-    sd_bus_negotiate_fds(bus, 0);              // descriptors of strangers are not wanted
-    m_bus = bus;
-    if (m_side == Side::Client) {
-        m_pump.emplace(m_descriptor, m_feed, HandshakeFilter::ofServer());
-    } else {
+    sd_bus_set_fd(m_bus, input, m_descriptor); // the bus owns both from here
+    sd_bus_negotiate_fds(m_bus, 0);            // descriptors of strangers are not wanted
+    if (m_side == Side::Server) {
         sd_id128_t id;
         sd_id128_randomize(&id);
-        sd_bus_set_server(bus, 1, id);
-        m_pump.emplace(m_descriptor, m_feed,
-                       HandshakeFilter::ofClient(m_peer ? std::optional(m_peer->userId) : std::nullopt));
-        if (m_pump->pump() < 0) // the client has written already; starting reads it
-            return false;
+        sd_bus_set_server(m_bus, 1, id);
     }
-    return sd_bus_start(bus) >= 0;
+    // The peer may have written already. Starting reads it: one that is gone or has sent garbage fails here.
+    return pump() >= 0 && sd_bus_start(m_bus) >= 0;
+}
+
+int SdBusStream::pump()
+{
+    return m_pump ? m_pump->pump() : 0;
 }
 
 void SdBusStream::drop()
@@ -147,7 +161,8 @@ void SdBusStream::ready()
     if (!isOpen())
         return;
     const auto self = shared_from_this(); // serving may let go of us
-    m_pump->wake();
+    if (m_pump)
+        m_pump->wake();
     if (drain() < 0)
         drop();
     else
@@ -162,7 +177,7 @@ void SdBusStream::deadlinePassed()
 
 int SdBusStream::drain()
 {
-    if (const int moved = m_pump->pump(); moved < 0)
+    if (const int moved = pump(); moved < 0)
         return moved;
     for (int i = 0; i < messagesPerTurn; ++i) {
         uint64_t queued = 0;
@@ -174,7 +189,7 @@ int SdBusStream::drain()
         if (result < 0)
             return result;
         if (result == 0) {
-            const int moved = m_pump->pump();
+            const int moved = pump();
             if (moved <= 0)
                 return moved;
         }
@@ -194,7 +209,7 @@ void SdBusStream::settle()
         return;
     const int events = sd_bus_get_events(m_bus);
     if (events >= 0)
-        m_loop.setEvents(m_source, static_cast<short>(events | POLLIN));
+        m_loop.setEvents(m_source, static_cast<short>(m_pump ? events | POLLIN : events));
     uint64_t reading = 0;
     if (sd_bus_get_n_queued_read(m_bus, &reading) >= 0 && reading > 0)
         m_loop.serviceLater(m_source);

@@ -4,6 +4,7 @@
 #include "communication/WDCommunicationCenter.h"
 #include "core/WDNotificationCenter.h"
 #include "platform/NSProcessInfo.h"
+#include "platform/linux/SdBusStream_p.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
@@ -43,6 +44,8 @@ class ForeignClient : public testing::Test
 protected:
     ForeignClient()
     {
+        SdBusStream::guardsAgainstEverybody =
+            true; // so that their handshakes are looked at as another user's
         scratch.makeSocketFolder();
         NSProcessInfo::setProcessName("dozelyd");
         const auto center = WDCommunicationCenter::sharedInstance();

@@ -6,6 +6,7 @@
 #include "platform/NSConnection.h"
 #include "platform/NSDistantObject.h"
 #include "platform/NSException.h"
+#include "platform/linux/SdBusStream_p.h"
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
 
@@ -33,6 +34,8 @@ class HostilePeer : public testing::Test
 protected:
     HostilePeer() : server(NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr))
     {
+        SdBusStream::guardsAgainstEverybody =
+            true; // as against another user, of whom a test need not have one
         server->setRootObject(&root);
     }
 

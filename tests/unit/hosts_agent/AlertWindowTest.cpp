@@ -81,6 +81,7 @@ TEST_F(AlertWindowTest, ShowsNameMessagePieAndButtonOnABezel)
     EXPECT_TRUE(pie(seen)->isVisible());
     EXPECT_EQ(seen.windowTitle(), "Backup");
     EXPECT_EQ(button(seen)->layer().cornerRadius, button(seen)->height() / 2.0);
+    EXPECT_EQ(seen.size(), seen.wantedSize());
     for (const auto *const label : seen.findChildren<QLabel *>())
         EXPECT_GE(label->height(), label->heightForWidth(label->width())) << qPrintable(label->text());
 }
@@ -206,6 +207,20 @@ TEST_F(AlertWindowTest, PlacesSeveralAlertsOneBelowTheOther)
     EXPECT_EQ(window(second).x(), window(first).x());
     EXPECT_GT(window(second).y(), window(first).geometry().bottom());
     EXPECT_TRUE(area.contains(window(second).geometry()));
+}
+
+TEST_F(AlertWindowTest, FollowsWhenTheScreenThatItStoodOnIsTakenAway)
+{
+    const auto shown = alert("Backup");
+    presenter->show(shown);
+    const QRect place = window(shown).geometry();
+    QScreen *const screen = QGuiApplication::primaryScreen();
+    window(shown).move(100, 50);
+    Q_EMIT screen->availableGeometryChanged(screen->availableGeometry());
+    EXPECT_EQ(window(shown).pos(), QPoint(100, 50)) << "where it can be seen it stays";
+    window(shown).move(-5000, 50);
+    Q_EMIT screen->availableGeometryChanged(screen->availableGeometry());
+    EXPECT_EQ(window(shown).geometry(), place);
 }
 
 TEST_F(AlertWindowTest, ShowsForeignTextAsItIsAndNotWithoutEnd)

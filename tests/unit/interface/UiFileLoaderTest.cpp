@@ -232,6 +232,15 @@ TEST_F(UiFileLoaderTest, RefusesWhatIsNoInterfaceFileInOneLine)
     EXPECT_EQ(owner->awakenings, 0);
 }
 
+TEST_F(UiFileLoaderTest, RefusesAFileThatWouldOverrunTheStack)
+{
+    constexpr int levels = 20000;
+    write("Resources/Panel.ui", "<ui version=\"4.0\">" +
+                                    QByteArray("<widget class=\"QWidget\">").repeated(levels) +
+                                    QByteArray("</widget>").repeated(levels) + "</ui>");
+    EXPECT_TRUE(refusesWith("nested too deeply"));
+}
+
 TEST_F(UiFileLoaderTest, RefusesAFileThatWouldFillTheMemory)
 {
     write("Resources/Panel.ui", QByteArray(form) + QByteArray((1 << 20), ' '));
