@@ -21,7 +21,10 @@ public:
         std::vector<double> microseconds = {};
     };
 
-    void add(const QString &name, std::function<void()> once) { m_contenders.push_back({name, std::move(once)}); }
+    void add(const QString &name, std::function<void()> once)
+    {
+        m_contenders.push_back({name, std::move(once)});
+    }
 
     void run(int rounds, int perRound)
     {
@@ -41,8 +44,8 @@ public:
 
     double median(const QString &name) const { return quantile(name, 0.5); }
 
-    /// One JSON object on the standard output: figures per contender, the ratios asked for, and figures that stand
-    /// alone, objects with "what", "value", "unit", "reach" and "detail".
+    /// One JSON object on the standard output: figures per contender, the ratios asked for, and figures that
+    /// stand alone, objects with "what", "value", "unit", "reach" and "detail".
     void print(const QString &title, const std::vector<std::tuple<QString, QString, double>> &reaches,
                const QJsonArray &absolutes = {}) const
     {
@@ -54,8 +57,10 @@ public:
                                                   {"min_us", quantile(contender.name, 0)}};
         QJsonArray ratios;
         for (const auto &[over, under, reach] : reaches)
-            ratios += QJsonObject{{"of", over}, {"to", under}, {"ratio", median(over) / median(under)}, {"reach", reach}};
-        const QJsonObject report{{"title", title}, {"figures", figures}, {"ratios", ratios}, {"absolutes", absolutes}};
+            ratios += QJsonObject{
+                {"of", over}, {"to", under}, {"ratio", median(over) / median(under)}, {"reach", reach}};
+        const QJsonObject report{
+            {"title", title}, {"figures", figures}, {"ratios", ratios}, {"absolutes", absolutes}};
         std::puts(QJsonDocument(report).toJson(QJsonDocument::Compact).constData());
     }
 
@@ -67,7 +72,8 @@ private:
                 continue;
             auto sorted = contender.microseconds;
             std::sort(sorted.begin(), sorted.end());
-            return sorted[std::min(sorted.size() - 1, static_cast<size_t>(q * static_cast<double>(sorted.size())))];
+            return sorted[std::min(sorted.size() - 1,
+                                   static_cast<size_t>(q * static_cast<double>(sorted.size())))];
         }
         return 0;
     }

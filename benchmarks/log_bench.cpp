@@ -20,7 +20,8 @@ int main()
     QDir().mkpath(folder.filePath("var/log"));
     NSProcessInfo::setProcessName("dozelyd");
     const QByteArray bare = folder.filePath("var/log/bare.log").toUtf8();
-    constexpr char line[] = "Mar 04 09:15:02 (412 - 1 - 0 - Daemon): a line of usual length, with a number 17\n";
+    constexpr char line[] =
+        "Mar 04 09:15:02 (412 - 1 - 0 - Daemon): a line of usual length, with a number 17\n";
 
     Bench bench;
     bench.add("bare", [&] {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One complete request, fresh connection, post of ten keys: through the kit, as a bare exchange over a Unix socket, and
-// through a dbus-daemon. Each server is a process of its own.
+// One complete request, fresh connection, post of ten keys: through the kit, as a bare exchange over a Unix
+// socket, and through a dbus-daemon. Each server is a process of its own.
 #include "Bench.h"
 
 #include "communication/WDCommunicationCenter.h"
@@ -154,18 +154,19 @@ void appendTenKeys(sd_bus_message *message)
     const unsigned char data[16] = {};
     sd_bus_message_append(message, "ss", "UserAgentMustActEvent", "com.dozely.UserAgent");
     sd_bus_message_open_container(message, 'a', "{sv}");
-    sd_bus_message_append(message, "{sv}{sv}{sv}{sv}", "text", "s", "some text of usual length", "number", "i", 7,
-                          "truth", "b", 1, "fraction", "d", 0.25);
+    sd_bus_message_append(message, "{sv}{sv}{sv}{sv}", "text", "s", "some text of usual length", "number",
+                          "i", 7, "truth", "b", 1, "fraction", "d", 0.25);
     sd_bus_message_append(message, "{sv}{sv}{sv}", "large", "x", int64_t{9'000'000'000}, "date", "(xis)",
-                          int64_t{1789000000123}, 3600, "Europe/Paris", "path", "s", "/Library/Application Support");
+                          int64_t{1789000000123}, 3600, "Europe/Paris", "path", "s",
+                          "/Library/Application Support");
     sd_bus_message_open_container(message, 'e', "sv");
     sd_bus_message_append_basic(message, 's', "data");
     sd_bus_message_open_container(message, 'v', "ay");
     sd_bus_message_append_array(message, 'y', data, sizeof data);
     sd_bus_message_close_container(message);
     sd_bus_message_close_container(message);
-    sd_bus_message_append(message, "{sv}{sv}", "list", "av", 2, "s", "alpha", "s", "beta", "nested", "a{sv}", 1, "a",
-                          "i", 1);
+    sd_bus_message_append(message, "{sv}{sv}", "list", "av", 2, "s", "alpha", "s", "beta", "nested", "a{sv}",
+                          1, "a", "i", 1);
     sd_bus_message_close_container(message);
 }
 

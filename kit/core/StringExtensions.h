@@ -9,12 +9,12 @@
 /// Texts and paths. A null QString is "no text".
 namespace zandorSoftwaresExtensions
 {
-/// Replaces a leading "~" by the real home directory and a slash; the rest follows as it is. Any other path, and
-/// every path when there is no home directory, is returned as it is.
+/// Replaces a leading "~" by the real home directory and a slash; the rest follows as it is. Any other path,
+/// and every path when there is no home directory, is returned as it is.
 DOZELYKIT_EXPORT QString stringByExpandingTildeInPath(const QString &path);
 
-/// The final target, absolute, when `path` itself is a symbolic link; the path as it is when it is none, or when the
-/// chain dangles or loops.
+/// The final target, absolute, when `path` itself is a symbolic link; the path as it is when it is none, or
+/// when the chain dangles or loops.
 DOZELYKIT_EXPORT QString resolveAlias(const QString &path);
 
 /// The path with each leading part that is an alias replaced by its target.
@@ -45,6 +45,6 @@ enum NSStringEncoding : quint64 {
 DOZELYKIT_EXPORT QString stringWithData(const QByteArray &data, quint64 encoding);
 } // namespace zandorSoftwaresExtensions
 
-/// The home directory of the real user id in the user database, whatever the environment says; "" when the database
-/// has no entry. Blocks while the database is asked.
+/// The home directory of the real user id in the user database, whatever the environment says; "" when the
+/// database has no entry. Blocks while the database is asked.
 DOZELYKIT_EXPORT QString RealHomeDirectory();

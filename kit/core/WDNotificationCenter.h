@@ -3,8 +3,8 @@
 
 #include "platform/NSNotificationCenter.h"
 
-/// The system's own notification centre: what arrives from other processes is delivered here, by the pair (sender
-/// object, name) only.
+/// The system's own notification centre: what arrives from other processes is delivered here, by the pair
+/// (sender object, name) only.
 ///
 /// OWNERSHIP: observers are held for good; there is no way to take one back.
 /// THREADING: one thread, the main thread; there is no lock. Observers run on the posting thread.
@@ -19,13 +19,14 @@ public:
 
     ~WDNotificationCenter() override;
 
-    /// Calls the invokable `selector` of `observer`, with one NSNotification argument, for notifications of exactly
-    /// this name from exactly this sender. A second registration of the same observer for the same pair replaces
-    /// the selector. Without a name or an object nothing is registered.
-    void addObserver(const std::shared_ptr<QObject> &observer, const QByteArray &selector, const QString &name,
-                     const QVariant &object);
+    /// Calls the invokable `selector` of `observer`, with one NSNotification argument, for notifications of
+    /// exactly this name from exactly this sender. A second registration of the same observer for the same
+    /// pair replaces the selector. Without a name or an object nothing is registered.
+    void addObserver(const std::shared_ptr<QObject> &observer, const QByteArray &selector,
+                     const QString &name, const QVariant &object);
 
-    /// Calls the observers registered when the posting begins. A notification without object or name reaches none.
+    /// Calls the observers registered when the posting begins. A notification without object or name reaches
+    /// none.
     void postNotification(const NSNotification &notification) override;
 
 private:

@@ -42,8 +42,8 @@ public:
     static std::shared_ptr<NSBundle> bundleForClassNamed(const QString &className);
     static void registerClass(const QString &className, std::shared_ptr<NSBundle> bundle);
 
-    /// Says that the library whose image in memory holds `address` is a part of the kit: its classes are in the
-    /// kit's own bundle.
+    /// Says that the library whose image in memory holds `address` is a part of the kit: its classes are in
+    /// the kit's own bundle.
     static void registerPartOfKit(const void *address);
 
     QString bundlePath() const;

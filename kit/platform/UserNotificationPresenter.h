@@ -9,8 +9,8 @@
 /// Port: something that shows alerts. Two of them may serve a process: the desktop's notifications
 /// (Platform::userNotificationPresenter), and a window of the system's own (Platform::alertWindow), for
 /// desktops that keep notifications back while a program fills the screen or the user does not want to be
-/// disturbed. A host that has windows fills in the latter; it finds the date of the action, for a countdown, in
-/// the alert's user info as "Schedule Date". NSUserNotificationCenter hands every alert to both.
+/// disturbed. A host that has windows fills in the latter; it finds the date of the action, for a countdown,
+/// in the alert's user info as "Schedule Date". NSUserNotificationCenter hands every alert to both.
 ///
 /// THREADING: the main thread. BLOCKING: never.
 class DOZELYKIT_EXPORT UserNotificationPresenter

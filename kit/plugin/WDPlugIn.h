@@ -24,15 +24,16 @@ public:
     /// Stores a copy of the dictionary; a null pointer leaves none.
     virtual void setParameters(const std::shared_ptr<const QVariantMap> &parameters) = 0;
 
-    /// The stored dictionary itself: who changes it changes the plug-in's parameters. Null after nothing was set.
+    /// The stored dictionary itself: who changes it changes the plug-in's parameters. Null after nothing was
+    /// set.
     virtual std::shared_ptr<QVariantMap> parameters() const = 0;
 
     /// The occurrence that is handled, in its own time zone; invalid when none is.
     virtual void setCalendarDate(const QDateTime &date) = 0;
     virtual QDateTime calendarDate() const = 0;
 
-    /// How long before the action the user is to be alerted, as the parameter "Delay before alert" says (seconds in
-    /// this system's hosts); exactly -1 when no alert is wanted.
+    /// How long before the action the user is to be alerted, as the parameter "Delay before alert" says
+    /// (seconds in this system's hosts); exactly -1 when no alert is wanted.
     virtual qint64 timeBeforeSelfAnticipation() const = 0;
 
     /// How late an occurrence may still be performed: negative, seconds in this system's hosts.
@@ -52,14 +53,15 @@ public:
     WDPlugIn();
     ~WDPlugIn() override;
 
-    /// The bundle that contains the class of this object, unless setBundle gave another one; null when its class is
-    /// in no bundle.
+    /// The bundle that contains the class of this object, unless setBundle gave another one; null when its
+    /// class is in no bundle.
     std::shared_ptr<NSBundle> bundle() const override;
     void setBundle(std::shared_ptr<NSBundle> bundle);
 
     QString pluginIdentifier() const override;
 
-    /// The localised "Plugin Name" of the bundle that contains this object's class; "Plugin Name" without one.
+    /// The localised "Plugin Name" of the bundle that contains this object's class; "Plugin Name" without
+    /// one.
     QString pluginName() const;
 
     void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override;
@@ -102,22 +104,23 @@ public:
     WDDaemonPlugIn();
     ~WDDaemonPlugIn() override;
 
-    /// Whether the computer must be woken, or powered on, for this action: the parameters "Needs Wake Up" and "Needs
-    /// Startup", true for exactly 1.
+    /// Whether the computer must be woken, or powered on, for this action: the parameters "Needs Wake Up" and
+    /// "Needs Startup", true for exactly 1.
     bool needsWakeUp() const override;
     bool needsStartup() const override;
 
-    /// Hands the occurrence to the logged-in user's agent, to be announced there. False, with a line in the log, when
-    /// there is no date or the agent did not receive it. Blocks as a request of WDCommunicationCenter does, and
-    /// raises NSException where that raises and when the parameters are null.
+    /// Hands the occurrence to the logged-in user's agent, to be announced there. False, with a line in the
+    /// log, when there is no date or the agent did not receive it. Blocks as a request of
+    /// WDCommunicationCenter does, and raises NSException where that raises and when the parameters are null.
     bool anticipateInUserAgentNow() override;
 
-    /// Hands the occurrence to the logged-in user's agent, to be performed there; false, silently, when there is no
-    /// date or the agent did not receive it. Blocks and raises as a request of WDCommunicationCenter does.
+    /// Hands the occurrence to the logged-in user's agent, to be performed there; false, silently, when there
+    /// is no date or the agent did not receive it. Blocks and raises as a request of WDCommunicationCenter
+    /// does.
     bool actInUserAgentNow() override;
 
-    /// Performs the action here; does nothing unless overridden. Must return soon: the daemon waits. An action
-    /// that goes on afterwards tells so (see WDPlugInFactory).
+    /// Performs the action here; does nothing unless overridden. Must return soon: the daemon waits. An
+    /// action that goes on afterwards tells so (see WDPlugInFactory).
     void actInDaemon() override;
 
     /// -5.
@@ -158,8 +161,8 @@ public:
     WDUserAgentPlugIn();
     ~WDUserAgentPlugIn() override;
 
-    /// Loads the interface file that the bundle names as "WDUserAgentNib", with this object as its owner. Nothing
-    /// happens when it names none, or in a process without interface library.
+    /// Loads the interface file that the bundle names as "WDUserAgentNib", with this object as its owner.
+    /// Nothing happens when it names none, or in a process without interface library.
     void loadNib() override;
 
     /// Sends the occurrence to the daemon, to be performed there. Blocks and raises as a request of

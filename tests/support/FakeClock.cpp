@@ -44,7 +44,10 @@ bool FakeClock::acquire(QSemaphore &semaphore, milliseconds limit)
     return false;
 }
 
-std::unique_ptr<AbsoluteTimer> FakeClock::makeAbsoluteTimer() { return std::make_unique<Timer>(this); }
+std::unique_ptr<AbsoluteTimer> FakeClock::makeAbsoluteTimer()
+{
+    return std::make_unique<Timer>(this);
+}
 
 bool FakeClock::runNext(milliseconds until)
 {
@@ -62,7 +65,8 @@ bool FakeClock::runNext(milliseconds until)
             timer = candidate;
     }
     const milliseconds timerDue =
-        timer ? m_steady + milliseconds(std::max<qint64>(0, m_date.msecsTo(timer->m_due))) : milliseconds::max();
+        timer ? m_steady + milliseconds(std::max<qint64>(0, m_date.msecsTo(timer->m_due)))
+              : milliseconds::max();
     const milliseconds shotDue = shot != m_shots.end() ? shot->due : milliseconds::max();
     if (std::min(timerDue, shotDue) > until)
         return false;

@@ -6,8 +6,8 @@
 #include <QList>
 #include <QPointer>
 
-/// A clock that stands still until the test moves it; advancing runs what falls due, in order. A bounded wait that
-/// would block lets its whole limit pass and fails.
+/// A clock that stands still until the test moves it; advancing runs what falls due, in order. A bounded wait
+/// that would block lets its whole limit pass and fails.
 class FakeClock : public Clock
 {
 public:

@@ -15,7 +15,10 @@ ScratchRoot::ScratchRoot() : m_folder("/tmp/dz-XXXXXX")
     RootFolder::set(path());
 }
 
-ScratchRoot::~ScratchRoot() { RootFolder::set("/"); }
+ScratchRoot::~ScratchRoot()
+{
+    RootFolder::set("/");
+}
 
 QString ScratchRoot::makeFolder(const QString &fixedPath, int mode) const
 {
@@ -24,7 +27,10 @@ QString ScratchRoot::makeFolder(const QString &fixedPath, int mode) const
     return join(fixedPath);
 }
 
-void ScratchRoot::makeSocketFolder() const { makeFolder("/private/var/tmp/com.dozely", 0777); }
+void ScratchRoot::makeSocketFolder() const
+{
+    makeFolder("/private/var/tmp/com.dozely", 0777);
+}
 
 QByteArray ScratchRoot::logContent() const
 {

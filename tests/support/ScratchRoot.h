@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// Relocates the whole system below a fresh folder for the life of the object, log folder included. The folder is
-/// removed at the end. Short on purpose: socket paths must fit.
+/// Relocates the whole system below a fresh folder for the life of the object, log folder included. The
+/// folder is removed at the end. Short on purpose: socket paths must fit.
 class ScratchRoot
 {
 public:

@@ -31,7 +31,8 @@ int main()
     WDNotificationCenter::defaultCenter()->addObserver(listener, "heard", "Greeting", "Consumer");
     WDNotificationCenter::defaultCenter()->postNotification(
         NSNotification("Greeting", "Consumer", {{"Word", "good morning"}}));
-    std::printf("port: %s\n", qPrintable(WDCommunicationCenter::sharedInstance()->portName().section('.', 0, 0)));
+    std::printf("port: %s\n",
+                qPrintable(WDCommunicationCenter::sharedInstance()->portName().section('.', 0, 0)));
     return 0;
 }
 
