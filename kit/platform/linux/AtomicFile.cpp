@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/AtomicFile.h"
 
+#include "platform/linux/Descriptor_p.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -12,23 +14,6 @@
 
 namespace
 {
-class Descriptor
-{
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    int get() const { return m_number; }
-
-private:
-    int m_number;
-};
-
 bool writeAll(int descriptor, const QByteArray &content)
 {
     qsizetype done = 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ChildProgram_p.h"
 
+#include "platform/linux/Descriptor_p.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 
@@ -21,25 +23,6 @@ extern "C" {
 
 namespace
 {
-class Descriptor
-{
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { reset(); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    int get() const { return m_number; }
-    void reset(int number = -1)
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = number;
-    }
-
-private:
-    int m_number;
-};
-
 /// A pipe whose ends no other program gets.
 struct Pipe {
     Descriptor readEnd;

@@ -24,18 +24,18 @@ bool isWhoMayOwnIt(uid_t user)
 }
 } // namespace
 
-EventDescriptor openEventFolder()
+Descriptor openEventFolder()
 {
-    EventDescriptor folder(::open(QFile::encodeName(EventProcesses::folder()).constData(),
-                                  O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    Descriptor folder(::open(QFile::encodeName(EventProcesses::folder()).constData(),
+                             O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat status {
     };
     const bool isOurs =
         folder.isValid() && ::fstat(folder.get(), &status) == 0 && isWhoMayOwnIt(status.st_uid);
-    return isOurs ? std::move(folder) : EventDescriptor();
+    return isOurs ? std::move(folder) : Descriptor();
 }
 
-EventDescriptor makeEventFolder()
+Descriptor makeEventFolder()
 {
     const QByteArray path = QFile::encodeName(EventProcesses::folder());
     if (::mkdir(path.constData(), 0700) != 0 && errno == ENOENT) {
@@ -47,7 +47,7 @@ EventDescriptor makeEventFolder()
         }
         ::mkdir(path.constData(), 0700);
     }
-    EventDescriptor folder = openEventFolder();
+    Descriptor folder = openEventFolder();
     struct stat status {
     };
     if (folder.isValid() && ::fstat(folder.get(), &status) == 0 && status.st_uid == ::geteuid() &&
@@ -59,7 +59,7 @@ EventDescriptor makeEventFolder()
 void forEachEntryOf(int folder, const std::function<void(const QByteArray &)> &visit)
 {
     // A description of its own: the position in the listing belongs to it.
-    EventDescriptor listing(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    Descriptor listing(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     DIR *const stream = listing.isValid() ? ::fdopendir(listing.get()) : nullptr;
     if (!stream)
         return;

@@ -40,12 +40,12 @@ pid_t holderOf(int record)
 }
 
 /// The record opened for reading, if it is a file at all; `status` tells of it.
-EventDescriptor openRecord(int folder, const QByteArray &name, struct stat *status)
+Descriptor openRecord(int folder, const QByteArray &name, struct stat *status)
 {
-    EventDescriptor record(
+    Descriptor record(
         ::openat(folder, name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     const bool isFile = record.isValid() && ::fstat(record.get(), status) == 0 && S_ISREG(status->st_mode);
-    return isFile ? std::move(record) : EventDescriptor();
+    return isFile ? std::move(record) : Descriptor();
 }
 } // namespace
 
@@ -74,7 +74,7 @@ std::optional<qint32> EventProcessRecord::identifierIn(const QByteArray &name)
 int EventProcessRecord::create(int folder, const QByteArray &name)
 {
     // Closed to others until it is locked: a lock of theirs would keep ours away.
-    EventDescriptor record(
+    Descriptor record(
         ::openat(folder, name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     struct flock lock = wholeFile();
     struct stat status {
@@ -101,7 +101,7 @@ std::optional<AEProcesses::Process> EventProcessRecord::read(int folder, const Q
         return {};
     struct stat status {
     };
-    const EventDescriptor record = openRecord(folder, name, &status);
+    const Descriptor record = openRecord(folder, name, &status);
     std::array<char, contentSize> content{};
     if (!record.isValid() || holderOf(record.get()) != *identifier ||
         ::pread(record.get(), content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()) ||
@@ -119,7 +119,7 @@ void EventProcessRecord::sweep(int folder)
             return;
         struct stat status {
         };
-        const EventDescriptor record = openRecord(folder, name, &status);
+        const Descriptor record = openRecord(folder, name, &status);
         if (!record.isValid() || status.st_uid != ::geteuid() || holderOf(record.get()) != 0)
             return;
         ::unlinkat(folder, socketOf(name).constData(), 0);

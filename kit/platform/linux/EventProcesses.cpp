@@ -44,7 +44,7 @@ struct Own {
     qint32 identifier = 0;
     OSType signature = 0;
     QByteArray record;
-    EventDescriptor lock;
+    Descriptor lock;
 };
 
 Own &own()
@@ -73,12 +73,12 @@ public:
         const std::lock_guard guard(own().mutex);
         if (own().identifier != ::getpid())
             return; // a child that was forked; the files are its parent's
-        if (const EventDescriptor folder = openEventFolder(); folder.isValid()) {
+        if (const Descriptor folder = openEventFolder(); folder.isValid()) {
             ::unlinkat(folder.get(), EventProcessRecord::socketOf(own().record).constData(), 0);
             ::unlinkat(folder.get(), own().record.constData(), 0);
         }
         own().identifier = 0;
-        own().lock = EventDescriptor();
+        own().lock = Descriptor();
     }
 
     void setAnnounced() { m_isAnnounced = true; }
@@ -114,7 +114,7 @@ void EventProcesses::prepare()
 QList<EventProcesses::Known> EventProcesses::walk()
 {
     QList<Known> found;
-    const EventDescriptor folder = openEventFolder();
+    const Descriptor folder = openEventFolder();
     if (!folder.isValid())
         return found;
     forEachEntryOf(folder.get(), [&](const QByteArray &name) {
@@ -148,12 +148,12 @@ std::shared_ptr<NSSocketPort> EventProcesses::announce(OSType signature)
     const std::lock_guard guard(own().mutex);
     if (own().identifier == ::getpid())
         return nullptr;
-    const EventDescriptor folder = makeEventFolder();
+    const Descriptor folder = makeEventFolder();
     if (!folder.isValid())
         return nullptr;
     EventProcessRecord::sweep(folder.get());
     const QByteArray name = EventProcessRecord::freshName(::getpid());
-    EventDescriptor record(EventProcessRecord::create(folder.get(), name));
+    Descriptor record(EventProcessRecord::create(folder.get(), name));
     const auto port = record.isValid() ? AnnouncedPort::make(name) : nullptr;
     if (!port || !EventProcessRecord::complete(record.get(), signature)) {
         ::unlinkat(folder.get(), EventProcessRecord::socketOf(name).constData(), 0);

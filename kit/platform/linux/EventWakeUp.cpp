@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/AEWakeUp_p.h"
 #include "platform/NSException.h"
-#include "platform/linux/EventProcessFolder_p.h"
+#include "platform/linux/Descriptor_p.h"
 #include "platform/linux/StreamLoop_p.h"
 
 #include <poll.h>
@@ -12,7 +12,7 @@ namespace
 class EventWakeUp : public AEWakeUp, public StreamLoop::Source
 {
 public:
-    EventWakeUp(EventDescriptor descriptor, std::function<void()> action)
+    EventWakeUp(Descriptor descriptor, std::function<void()> action)
         : m_descriptor(std::move(descriptor)),
           m_action(std::move(action)),
           m_loop(StreamLoop::ofThisThread()),
@@ -34,7 +34,7 @@ public:
     void deadlinePassed() override {}
 
 private:
-    EventDescriptor m_descriptor;
+    Descriptor m_descriptor;
     std::function<void()> m_action;
     StreamLoop &m_loop;
     quint64 m_source;
@@ -43,7 +43,7 @@ private:
 
 std::unique_ptr<AEWakeUp> AEWakeUp::make(std::function<void()> action)
 {
-    EventDescriptor descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    Descriptor descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!descriptor.isValid())
         return nullptr;
     try {

@@ -29,7 +29,7 @@ public:
     bool take(char byte, QByteArray *passed);
 
     bool isDone() const { return m_isDone; }
-    /// No handshake: too long, or not begun with the byte 0.
+    /// No handshake: too long, not begun with the byte 0, or by somebody whom the kernel does not name.
     bool hasFailed() const { return m_hasFailed; }
 
 private:

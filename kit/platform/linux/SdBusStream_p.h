@@ -11,7 +11,7 @@
 ///
 /// sd-bus writes to the socket itself. What it reads of another user's comes through a socket pair from the
 /// FramePump, which has looked at each message's size before. Root's processes and our own user's need no
-/// such guard, which makes a short request dearer by half: they can harm us without us.
+/// such guard, which makes a short request dearer by half: they can harm this process without it.
 ///
 /// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
 /// be entered again from within its own callbacks.

@@ -2,6 +2,7 @@
 #include "platform/SocketFolder_p.h"
 
 #include "platform/RootFolder.h"
+#include "platform/linux/Descriptor_p.h"
 
 #include <QFile>
 #include <QRandomGenerator>
@@ -23,30 +24,6 @@ constexpr mode_t closedMode = 0700; // of a folder while it is emptied
 constexpr mode_t parentMode = 0755;
 constexpr mode_t folderMode = 0777;
 constexpr mode_t socketMode = 0666;
-
-/// A descriptor that is closed with its owner; -1 for none.
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor = -1) : m_descriptor(descriptor) {}
-    Descriptor(Descriptor &&other) noexcept : m_descriptor(other.release()) {}
-    Descriptor &operator=(Descriptor &&other) noexcept
-    {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-    bool isValid() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-    int release() { return std::exchange(m_descriptor, -1); }
-
-private:
-    int m_descriptor;
-};
 
 Descriptor openFolder(int parent, const char *name)
 {
