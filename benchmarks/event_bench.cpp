@@ -2,6 +2,7 @@
 //
 // One Apple event with its reply, on a fresh connection and on a kept one, against bare exchanges over a Unix
 // socket. Each server is a process of its own.
+#include "BareSocket.h"
 #include "Bench.h"
 
 #include "platform/AEManager.h"
@@ -31,15 +32,8 @@
 
 namespace
 {
-constexpr size_t exchangeSize = 300; // about what one of the kit's messages holds
 constexpr AEEventClass benchClass = fourCharCode("Bnch");
 constexpr AEEventID benchID = fourCharCode("evnt");
-
-[[noreturn]] void fail(const char *what)
-{
-    std::perror(what);
-    std::exit(1);
-}
 
 class Receiver : public QObject
 {
@@ -52,69 +46,6 @@ public:
                                             keyDirectObject);
     }
 };
-
-/// Starts a server process, which ends with this one.
-template<class Serve>
-pid_t startServer(Serve serve)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        serve();
-        ::_exit(0);
-    }
-    return child;
-}
-
-// ---- bare socket
-
-void transfer(int descriptor, bool sending)
-{
-    static char buffer[exchangeSize];
-    for (size_t done = 0; done < exchangeSize;) {
-        const ssize_t n = sending ? ::send(descriptor, buffer + done, exchangeSize - done, MSG_NOSIGNAL)
-                                  : ::recv(descriptor, buffer + done, exchangeSize - done, 0);
-        if (n <= 0)
-            return;
-        done += static_cast<size_t>(n);
-    }
-}
-
-void serveBare(int listening)
-{
-    std::vector<pollfd> watched{{listening, POLLIN, 0}};
-    for (;;) {
-        ::poll(watched.data(), watched.size(), -1);
-        for (size_t i = watched.size(); i-- > 1;) {
-            if (!watched[i].revents)
-                continue;
-            char byte = 0;
-            if (::recv(watched[i].fd, &byte, 1, MSG_PEEK) <= 0) {
-                ::close(watched[i].fd);
-                watched.erase(watched.begin() + static_cast<std::ptrdiff_t>(i));
-                continue;
-            }
-            transfer(watched[i].fd, false);
-            transfer(watched[i].fd, true);
-        }
-        if (watched[0].revents)
-            watched.push_back({::accept4(listening, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
-    }
-}
-
-int connectBare(const sockaddr_un &address)
-{
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
-        fail("connect");
-    return descriptor;
-}
-
-void exchangeBare(int descriptor)
-{
-    transfer(descriptor, true);
-    transfer(descriptor, false);
-}
 
 // ---- through the kit
 

@@ -2,6 +2,7 @@
 //
 // One complete request, fresh connection, post of ten keys: through the kit, as a bare exchange over a Unix
 // socket, and through a dbus-daemon. Each server is a process of its own.
+#include "BareSocket.h"
 #include "Bench.h"
 
 #include "communication/WDCommunicationCenter.h"
@@ -29,14 +30,7 @@
 
 namespace
 {
-constexpr size_t exchangeSize = 300; // about what one of the kit's messages holds
 constexpr const char *interface = "com.dozely.Bench";
-
-[[noreturn]] void fail(const char *what)
-{
-    std::perror(what);
-    std::exit(1);
-}
 
 class RootObject : public QObject, public WDCommunicationProtocol
 {
@@ -49,72 +43,13 @@ public:
     }
 };
 
-/// Starts a server process, which ends with this one.
-template<class Serve>
-pid_t startServer(Serve serve)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        serve();
-        ::_exit(0);
-    }
-    return child;
-}
-
-sockaddr_un addressOf(const QByteArray &path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
-    return address;
-}
-
-void transfer(int descriptor, bool sending)
-{
-    static char buffer[exchangeSize];
-    for (size_t done = 0; done < exchangeSize;) {
-        const ssize_t n = sending ? ::send(descriptor, buffer + done, exchangeSize - done, MSG_NOSIGNAL)
-                                  : ::recv(descriptor, buffer + done, exchangeSize - done, 0);
-        if (n <= 0)
-            return;
-        done += static_cast<size_t>(n);
-    }
-}
-
 // ---- bare socket
-
-void serveBare(int listening)
-{
-    std::vector<pollfd> watched{{listening, POLLIN, 0}};
-    for (;;) {
-        ::poll(watched.data(), watched.size(), -1);
-        for (size_t i = watched.size(); i-- > 1;) {
-            if (!watched[i].revents)
-                continue;
-            char byte = 0;
-            if (::recv(watched[i].fd, &byte, 1, MSG_PEEK) <= 0) {
-                ::close(watched[i].fd);
-                watched.erase(watched.begin() + static_cast<std::ptrdiff_t>(i));
-                continue;
-            }
-            transfer(watched[i].fd, false);
-            transfer(watched[i].fd, true);
-        }
-        if (watched[0].revents)
-            watched.push_back({::accept4(listening, nullptr, nullptr, SOCK_CLOEXEC), POLLIN, 0});
-    }
-}
 
 void requestBare(const QByteArray &path)
 {
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_un address = addressOf(path);
-    if (::connect(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
-        fail("connect");
+    const int descriptor = connectBare(addressOf(path));
     for (int i = 0; i < 3; ++i) { // root object, centre, post
-        transfer(descriptor, true);
-        transfer(descriptor, false);
+        exchangeBare(descriptor);
     }
     ::close(descriptor);
 }
