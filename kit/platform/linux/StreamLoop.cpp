@@ -1,29 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/StreamLoop_p.h"
 
-#include "platform/NSException.h"
-
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
 
 #include <algorithm>
-#include <array>
 #include <climits>
 #include <poll.h>
-#include <sys/epoll.h>
-#include <unistd.h>
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 namespace
 {
-uint32_t epollEvents(short events)
-{
-    return (events & POLLIN ? uint32_t{EPOLLIN} : 0) | (events & POLLOUT ? uint32_t{EPOLLOUT} : 0);
-}
-
 bool isMainThread()
 {
     const QCoreApplication *application = QCoreApplication::instance();
@@ -43,27 +33,15 @@ StreamLoop &StreamLoop::ofThisThread()
     return loop;
 }
 
-StreamLoop::StreamLoop() : m_epoll(::epoll_create1(EPOLL_CLOEXEC))
-{
-    if (m_epoll < 0)
-        throw NSException(NSObjectInaccessibleException, QStringLiteral("no more descriptors"));
-}
-
-StreamLoop::~StreamLoop()
-{
-    ::close(m_epoll);
-}
-
 quint64 StreamLoop::add(int descriptor, short events, Source *source)
 {
     attachToEventLoop();
     const quint64 id = ++m_lastId;
-    epoll_event event{};
-    event.events = epollEvents(events);
-    event.data.u64 = id;
-    if (::epoll_ctl(m_epoll, EPOLL_CTL_ADD, descriptor, &event) != 0)
-        throw NSException(NSObjectInaccessibleException, QStringLiteral("a descriptor cannot be watched"));
-    m_entries.emplace(id, Entry{source, descriptor, events, false, {}});
+    Entry &entry = m_entries[id];
+    entry.source = source;
+    entry.descriptor = descriptor;
+    entry.events = events;
+    notify(id, entry);
     return id;
 }
 
@@ -73,10 +51,7 @@ void StreamLoop::setEvents(quint64 id, short events)
     if (entry == m_entries.end() || entry->second.events == events)
         return;
     entry->second.events = events;
-    epoll_event event{};
-    event.events = epollEvents(events);
-    event.data.u64 = id;
-    ::epoll_ctl(m_epoll, EPOLL_CTL_MOD, entry->second.descriptor, &event);
+    notify(id, entry->second);
 }
 
 void StreamLoop::setDeadline(quint64 id, std::optional<Moment> deadline)
@@ -97,10 +72,7 @@ void StreamLoop::serviceLater(quint64 id)
 
 void StreamLoop::remove(quint64 id)
 {
-    if (const auto entry = m_entries.find(id); entry != m_entries.end()) {
-        ::epoll_ctl(m_epoll, EPOLL_CTL_DEL, entry->second.descriptor, nullptr);
-        m_entries.erase(entry);
-    }
+    m_entries.erase(id);
 }
 
 bool StreamLoop::waitUntil(const std::function<bool()> &done, const std::function<Moment()> &deadline)
@@ -123,8 +95,8 @@ bool StreamLoop::waitUntil(const std::function<bool()> &done, const std::functio
 
 void StreamLoop::callFromLoop(std::function<void()> action)
 {
-    if (m_notifier) {
-        QMetaObject::invokeMethod(m_notifier.get(), std::move(action), Qt::QueuedConnection);
+    if (m_timer) {
+        QMetaObject::invokeMethod(m_timer.get(), std::move(action), Qt::QueuedConnection);
         return;
     }
     m_calls.push_back(std::move(action));
@@ -140,16 +112,32 @@ void StreamLoop::runCallsOfQuietThread()
     }
 }
 
-// Sources are looked up by id for each event: one that an earlier event of the same batch removed is not
-// there.
 void StreamLoop::turn(int timeoutMilliseconds)
 {
-    std::array<epoll_event, 32> events;
+    std::vector<pollfd> polled;
+    std::vector<quint64> ids;
+    polled.reserve(m_entries.size());
+    ids.reserve(m_entries.size());
+    for (const auto &[id, entry] : m_entries) {
+        polled.push_back({entry.descriptor, entry.events, 0});
+        ids.push_back(id);
+    }
+    if (::poll(polled.data(), polled.size(), timeoutMilliseconds) < 0)
+        polled.clear(); // a signal
+    std::vector<quint64> ready;
+    for (size_t i = 0; i < polled.size(); ++i) {
+        if (polled[i].revents)
+            ready.push_back(ids[i]);
+    }
+    serve(ready);
+}
+
+// Sources are looked up by id: one that another of them removed is not there any more.
+void StreamLoop::serve(const std::vector<quint64> &ready)
+{
     ++m_depth;
-    const int count =
-        ::epoll_wait(m_epoll, events.data(), static_cast<int>(events.size()), timeoutMilliseconds);
-    for (int i = 0; i < count; ++i) {
-        const auto entry = m_entries.find(events[static_cast<size_t>(i)].data.u64);
+    for (const quint64 id : ready) {
+        const auto entry = m_entries.find(id);
         if (entry != m_entries.end()) {
             entry->second.again = false;
             entry->second.source->ready();
@@ -207,20 +195,38 @@ int StreamLoop::timeoutUntil(Moment latest) const
 
 void StreamLoop::attachToEventLoop()
 {
-    if (m_notifier || !QAbstractEventDispatcher::instance())
+    if (m_timer || !QAbstractEventDispatcher::instance())
         return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_epoll, QSocketNotifier::Read);
     m_timer = std::make_unique<QTimer>();
     m_timer->setSingleShot(true);
-    const auto serve = [this] {
-        turn(0);
-        rearm();
-    };
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_timer.get(), serve);
-    QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this, serve] {
+    QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] {
         m_timerMoment.reset();
-        serve();
+        serve({});
+        rearm();
     });
+    for (auto &[id, entry] : m_entries) // watched before there was an event loop
+        notify(id, entry);
+}
+
+// Has the event loop watch the descriptor for what the entry asks for.
+void StreamLoop::notify(quint64 id, Entry &entry)
+{
+    if (!m_timer)
+        return;
+    const auto watch = [&](std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type,
+                           bool isWanted) {
+        if (notifier) {
+            notifier->setEnabled(isWanted);
+        } else if (isWanted) {
+            notifier = std::make_unique<QSocketNotifier>(entry.descriptor, type);
+            QObject::connect(notifier.get(), &QSocketNotifier::activated, m_timer.get(), [this, id] {
+                serve({id});
+                rearm();
+            });
+        }
+    };
+    watch(entry.readable, QSocketNotifier::Read, (entry.events & POLLIN) != 0);
+    watch(entry.writable, QSocketNotifier::Write, (entry.events & POLLOUT) != 0);
 }
 
 // The timer is left alone when it fires soon enough: most deadlines are met and never looked at again.

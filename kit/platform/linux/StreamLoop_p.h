@@ -12,9 +12,11 @@
 #include <unordered_map>
 #include <vector>
 
-/// The descriptors of one thread's streams and listeners, on one epoll descriptor. In a thread with an event
-/// loop they are served from that loop; a thread that waits for a reply serves them from waitUntil, and
-/// nothing else.
+/// The descriptors of one thread's streams and listeners. In a thread with an event loop they are served from
+/// that loop; a thread that waits for a reply serves them from waitUntil, and nothing else.
+///
+/// Both poll the descriptors themselves: an epoll descriptor for all of them would cost each stream its
+/// registration and each message a second call of the kernel, and a thread has few of them.
 class StreamLoop
 {
 public:
@@ -32,7 +34,6 @@ public:
     };
 
     static StreamLoop &ofThisThread();
-    ~StreamLoop();
 
     /// Watches `descriptor` for these poll events (POLLIN, POLLOUT); the result names it from then on. The
     /// descriptor stays the caller's.
@@ -57,23 +58,26 @@ private:
         short events;
         bool again = false;
         std::optional<Moment> deadline;
+        std::unique_ptr<QSocketNotifier> readable; ///< Null in a thread without an event loop,
+        std::unique_ptr<QSocketNotifier> writable; ///< and this one until it is needed.
     };
 
-    StreamLoop();
+    StreamLoop() = default;
     void turn(int timeoutMilliseconds);
+    /// These sources, and those whose moment has come.
+    void serve(const std::vector<quint64> &ready);
     void expire(Moment now);
     int timeoutUntil(Moment latest) const;
     std::optional<Moment> nextMoment() const;
     void attachToEventLoop();
+    void notify(quint64 id, Entry &entry);
     void rearm();
     void runCallsOfQuietThread();
 
-    int m_epoll;
     int m_depth = 0;
     quint64 m_lastId = 0;
     std::unordered_map<quint64, Entry> m_entries;
-    std::unique_ptr<QSocketNotifier> m_notifier;
-    std::unique_ptr<QTimer> m_timer;
+    std::unique_ptr<QTimer> m_timer; ///< There is an event loop, and we are attached to it.
     std::optional<Moment> m_timerMoment;
     std::vector<std::function<void()>> m_calls;
 };
