@@ -10,3 +10,4 @@ set(DOZELY_BUNDLE_RPATH "${CMAKE_INSTALL_FULL_LIBDIR}")
 # The hosts look for these at fixed places, so they lie there whatever the prefix; DESTDIR moves them as well.
 set(DOZELY_APPLICATIONS_DIR "/Applications" CACHE STRING "Where the application's bundle lies, the agent's in it")
 set(DOZELY_PLUGINS_DIR "/Library/Application Support/Dozely/PlugIns" CACHE STRING "Where the plug-in bundles lie")
+set(DOZELY_TOOLS_DIR "/usr/bin" CACHE STRING "Where tools lie that are started by their fixed path")
