@@ -71,15 +71,6 @@ QColor DesktopSession::colorAt(const QPoint &point)
     return screen->grabWindow(0, point.x(), point.y(), 1, 1).toImage().pixelColor(0, 0);
 }
 
-void DesktopSession::xdotool(const QStringList &arguments)
-{
-    QProcess process;
-    process.start("xdotool", arguments);
-    // The windows must go on being served: some commands wait for what they cause.
-    ASSERT_TRUE(waitUntil([&process] { return process.state() == QProcess::NotRunning; }));
-    ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().constData();
-}
-
 void DesktopSession::movePointerTo(const QPoint &point)
 {
     const double ratio = QGuiApplication::primaryScreen()->devicePixelRatio();

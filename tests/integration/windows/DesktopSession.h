@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Xdotool.h"
+
 #include "support/WaitUntil.h"
 
 #include <QColor>
@@ -26,9 +28,6 @@ protected:
 
     /// What the screen shows at a point, in Qt's coordinates.
     static QColor colorAt(const QPoint &point);
-
-    /// Runs xdotool with these arguments to its end. Points are those of the screen, in pixels.
-    static void xdotool(const QStringList &arguments);
 
     /// The pointer goes to a point in Qt's coordinates.
     static void movePointerTo(const QPoint &point);
