@@ -18,12 +18,14 @@ public:
     struct Contender {
         QString name;
         std::function<void()> once;
+        std::function<void()> prepare;
         std::vector<double> microseconds = {};
     };
 
-    void add(const QString &name, std::function<void()> once)
+    /// `prepare` is called before each round of this contender, and is not timed.
+    void add(const QString &name, std::function<void()> once, std::function<void()> prepare = [] {})
     {
-        m_contenders.push_back({name, std::move(once)});
+        m_contenders.push_back({name, std::move(once), std::move(prepare)});
     }
 
     void run(int rounds, int perRound)
@@ -31,6 +33,7 @@ public:
         using clock = std::chrono::steady_clock;
         for (int round = -1; round < rounds; ++round) { // round -1 warms up
             for (Contender &contender : m_contenders) {
+                contender.prepare();
                 for (int i = 0; i < perRound; ++i) {
                     const auto start = clock::now();
                     contender.once();
