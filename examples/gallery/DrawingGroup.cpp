@@ -51,6 +51,10 @@ protected:
                                                 start, end);
             NSBezierPath::strokeLineFromPointToPoint(bottomLeftOfRect(upper), topRightOfRect(upper),
                                                      palette().color(QPalette::WindowText));
+            for (const auto pointOf :
+                 {topLeftOfRect, topCenterOfRect, topRightOfRect, leftCenterOfRect, centerOfRect,
+                  rightCenterOfRect, bottomLeftOfRect, bottomCenterOfRect, bottomRightOfRect})
+                painter.fillRect(QRectF(pointOf(upper) - QPointF(2, 2), QSizeF(4, 4)), Qt::red);
             ++column;
         }
     }

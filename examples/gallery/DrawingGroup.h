@@ -4,7 +4,7 @@
 #include <QGroupBox>
 
 /// Rounded paths, one for each reading of the corner mask, filled with gradients: linear, bilinear, and one
-/// with an evaluate function of the gallery's own.
+/// with an evaluate function of the gallery's own. Dots mark the nine points of the upper ones' rectangles.
 class DrawingGroup : public QGroupBox
 {
     Q_OBJECT

@@ -3,6 +3,7 @@
 
 #include "interface/CellDelegate.h"
 #include "interface/ImageExtensions.h"
+#include "interface/NSTextFieldCell.h"
 #include "interface/OutlineViewExtensions.h"
 #include "interface/WDConfiguratorCell.h"
 #include "interface/ZDRImageTextCell.h"
@@ -116,6 +117,7 @@ QWidget *ListsGroup::makeTable()
     for (const QString name : {"Evening backup", "Morning music"})
         model->appendRow({new QStandardItem(name), new QStandardItem("Schedule")});
     table->setModel(model);
+    table->setItemDelegateForColumn(1, new CellDelegate(std::make_shared<NSTextFieldCell>(), table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);

@@ -3,8 +3,8 @@
 
 #include <QGroupBox>
 
-/// Lists drawn by cells: schedules, an outline of texts with images, and a table whose rows can be dragged
-/// out as promised files.
+/// Lists drawn by cells: schedules, an outline of texts with images, and a table with a column of plain texts
+/// whose rows can be dragged out as promised files.
 class ListsGroup : public QGroupBox
 {
     Q_OBJECT

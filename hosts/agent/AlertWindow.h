@@ -12,8 +12,9 @@ class ZDRButton;
 class ZDRProgressIndicator;
 
 /// The window of one alert: name, message, a pie that counts down to the action, and the alert's button. It
-/// never takes the keys from whoever has them; the user may reach it as any other window. Escape or the
-/// window manager's close takes only the window away and leaves the action as it is.
+/// does not take the keys from whoever has them, unless a Wayland compositor gives them to it; the user may
+/// reach it as any other window. Escape or the window manager's close takes only the window away and leaves
+/// the action as it is.
 ///
 /// THREADING: the main thread.
 class AlertWindow : public ZDRBezelWindow

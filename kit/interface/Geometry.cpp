@@ -14,13 +14,3 @@ QRectF Geometry::inset(const QRectF &rect, double by)
 {
     return {rect.x() + by, rect.y() + by, rect.width() - 2 * by, rect.height() - 2 * by};
 }
-
-QRectF Geometry::turnedOver(const QRectF &rect, double containerHeight)
-{
-    return {rect.x(), containerHeight - rect.y() - rect.height(), rect.width(), rect.height()};
-}
-
-QPointF Geometry::turnedOver(const QPointF &point, double containerHeight)
-{
-    return {point.x(), containerHeight - point.y()};
-}

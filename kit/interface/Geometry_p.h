@@ -11,7 +11,7 @@
 /// holds them, of which only x(), y(), width() and height() are used: top() and bottom() would say the
 /// opposite.
 ///
-/// Within a view, y changes its direction here and in NSGraphicsContext; on the screen, in ScreenCoordinates.
+/// Within a view, y changes its direction in NSGraphicsContext; on the screen, in ScreenCoordinates.
 namespace Geometry
 {
 /// Cuts a column of that width off the left; columns are never wider than the rectangle. The column and the
@@ -20,11 +20,4 @@ DOZELYINTERFACE_AUTOTEST_EXPORT std::pair<QRectF, QRectF> dividedAtMinX(const QR
 
 /// Inset on every side; a size may become negative.
 DOZELYINTERFACE_AUTOTEST_EXPORT QRectF inset(const QRectF &rect, double by);
-
-/// From a container of that height whose y points one way to the same container with y pointing the other
-/// way.
-/// @{
-DOZELYINTERFACE_AUTOTEST_EXPORT QRectF turnedOver(const QRectF &rect, double containerHeight);
-DOZELYINTERFACE_AUTOTEST_EXPORT QPointF turnedOver(const QPointF &point, double containerHeight);
-/// @}
 } // namespace Geometry

@@ -96,9 +96,11 @@ void ZDRBezelView::mouseReleaseEvent(QMouseEvent *)
 
 void ZDRBezelView::fill(QWidget *view)
 {
+    m_filling.removeIf([view](const Filling &filling) { return filling.view == view; });
     view->setParent(this);
     view->setGeometry(rect());
     view->show();
+    view->raise(); // one that lies here already stays below others otherwise
     m_filling += {view, rect()};
 }
 

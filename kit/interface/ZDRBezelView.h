@@ -32,8 +32,8 @@ public:
     /// 1 when the latest press began to resize, 2 when it began to move; 0 before any.
     qint32 dragType() const { return m_dragType; }
 
-    /// Lays a view on it, above what is there and as large as it is. The view goes on filling it until it is
-    /// given another place. The panel takes the view over.
+    /// Lays a view on it, above what is there and as large as it is; one that lies there already comes to the
+    /// top. The view goes on filling it until it is given another place. The panel takes the view over.
     void fill(QWidget *view);
 
     /// Draws the panel into the current NSGraphicsContext.

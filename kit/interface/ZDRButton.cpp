@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QShortcut>
+#include <QStyleOptionButton>
 
 namespace
 {
@@ -53,7 +54,17 @@ void ZDRButton::awakeFromNib()
 
 QSize ZDRButton::intrinsicContentSize() const
 {
-    return QPushButton::sizeHint() + QSize(additionalWidth, 0);
+    return QPushButton::sizeHint() + sizeOfTitleIn(titleFont()) - sizeOfTitleIn(font()) +
+           QSize(additionalWidth, 0);
+}
+
+QSize ZDRButton::sizeOfTitleIn(const QFont &font) const
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.fontMetrics = QFontMetrics(font);
+    const QSize title = option.fontMetrics.size(Qt::TextShowMnemonic, text());
+    return style()->sizeFromContents(QStyle::CT_PushButton, &option, title, this);
 }
 
 void ZDRButton::setButtonState(quint64 state)
@@ -92,7 +103,10 @@ QTextCharFormat ZDRButton::titleAttributes() const
 
 void ZDRButton::setTitleAttributes(const QTextCharFormat &attributes)
 {
+    const QFont former = titleFont();
     m_titleAttributes = attributes;
+    if (titleFont() != former)
+        updateGeometry();
     update();
 }
 

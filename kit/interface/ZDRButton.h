@@ -34,7 +34,7 @@ public:
     /// interface file the property "default" stands for the key equivalent Return.
     Q_INVOKABLE void awakeFromNib();
 
-    /// The size that the title needs, and 20 points of width besides.
+    /// The size that the title needs in its font, and 20 points of width besides.
     QSize intrinsicContentSize() const;
     QSize sizeHint() const override { return intrinsicContentSize(); }
     QSize minimumSizeHint() const override { return intrinsicContentSize(); }
@@ -45,7 +45,8 @@ public:
     /// The title's colour; all else that the title has stays.
     void setTextColor(const QColor &color);
 
-    /// The font and other attributes of the title; what is not set comes from the widget.
+    /// The font and other attributes of the title; what is not set comes from the widget. Titles are centred,
+    /// whatever is set.
     QTextCharFormat titleAttributes() const;
     void setTitleAttributes(const QTextCharFormat &attributes);
 
@@ -71,6 +72,8 @@ private:
     void paintLayer(QPainter &painter) const;
     void paintTitle(QPainter &painter) const;
     QFont titleFont() const;
+    /// What a button needs for a title in that font, margins included.
+    QSize sizeOfTitleIn(const QFont &font) const;
 
     ZDRLayer m_layer;
     QTextCharFormat m_titleAttributes;

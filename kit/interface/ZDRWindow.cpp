@@ -13,8 +13,6 @@
 #include <QShowEvent>
 #include <QWindow>
 
-#include <utility>
-
 using std::chrono::milliseconds;
 
 struct ZDRWindow::Private {
@@ -197,8 +195,10 @@ void ZDRWindow::setLevel(int level)
     if (floats == windowFlags().testFlag(Qt::WindowStaysOnTopHint))
         return;
     const bool wasVisible = isVisible();
+    const bool isToReturn = d->isHiddenByDeactivation;
     setWindowFlag(Qt::WindowStaysOnTopHint, floats); // hides it
     setVisible(wasVisible);
+    d->isHiddenByDeactivation = isToReturn;
 }
 
 bool ZDRWindow::joinsAllDesktops() const
@@ -236,12 +236,28 @@ void ZDRWindow::setHasShadow(bool hasShadow)
 void ZDRWindow::followApplicationState(Qt::ApplicationState state)
 {
     if (state == Qt::ApplicationActive) {
-        if (std::exchange(d->isHiddenByDeactivation, false))
+        if (d->isHiddenByDeactivation)
             show();
     } else if (d->hidesOnDeactivate && isVisible()) {
-        d->isHiddenByDeactivation = true;
         hide();
+        d->isHiddenByDeactivation = true;
     }
+}
+
+void ZDRWindow::setVisible(bool visible)
+{
+    d->isHiddenByDeactivation = false;
+    QWidget::setVisible(visible);
+}
+
+bool ZDRWindow::event(QEvent *event)
+{
+    const QPointer<ZDRWindow> held(this); // whoever hears of its closing may delete it
+    const bool isKnown = QWidget::event(event);
+    // A window that is hidden already is closed without being hidden.
+    if (held && event->type() == QEvent::Close && event->isAccepted())
+        d->isHiddenByDeactivation = false;
+    return isKnown;
 }
 
 void ZDRWindow::paintEvent(QPaintEvent *)

@@ -101,7 +101,8 @@ public:
     bool joinsAllDesktops() const;
     void setJoinsAllDesktops(bool joins);
 
-    /// Whether the window disappears while its application is not the active one; false unless set.
+    /// Whether the window disappears while its application is not the active one; false unless set. Whoever
+    /// hides, closes or shows it meanwhile decides: it does not come back by itself then.
     bool hidesOnDeactivate() const;
     void setHidesOnDeactivate(bool hides);
 
@@ -109,11 +110,15 @@ public:
     bool hasShadow() const;
     void setHasShadow(bool hasShadow);
 
+    /// That of QWidget; what is said here holds also when the application becomes the active one again.
+    void setVisible(bool visible) override;
+
 protected:
     /// What closing means once the window has faded: QWidget::close. `sender` is null when it was deleted
     /// meanwhile.
     virtual void closeAfterFading(QObject *sender);
 
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;

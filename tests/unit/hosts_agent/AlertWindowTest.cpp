@@ -10,6 +10,7 @@
 #include "support/BaselinePicture.h"
 #include "support/FakeClock.h"
 #include "support/FakeUserNotificationPresenter.h"
+#include "support/Look.h"
 #include "support/WaitUntil.h"
 
 #include <QGuiApplication>
@@ -291,15 +292,25 @@ TEST_F(AlertWindowTest, IsClosedWithTheDesktopsNotificationByEitherOnesButton)
     Platform::current().alertWindow.reset();
 }
 
-TEST_F(AlertWindowTest, LooksAsBefore)
+class AlertPictures : public AlertWindowTest, public testing::WithParamInterface<Look>
 {
-    const auto shown = alert("Backup", 60s);
+};
+
+TEST_P(AlertPictures, OfAnAlertLookAsBefore)
+{
+    const auto shown = alert(GetParam().rightToLeft ? "نسخ احتياطي" : "Backup", 60s);
+    if (GetParam().rightToLeft) {
+        shown->setInformativeText("سيُنفَّذ في 14 مارس 2026، 7:30 م.");
+        shown->setActionButtonTitle("إلغاء");
+    }
     presenter->show(shown);
     clock->advance(20s);
     AlertWindow &seen = window(shown);
+    seen.setPalette(GetParam().palette());
     QCoreApplication::processEvents();
-    QImage image(seen.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(QColor("#6080a0"));
-    seen.render(&image, {}, {}, QWidget::DrawChildren);
-    EXPECT_TRUE(looksLikeBaseline(image, "alert-window"));
+    const QImage picture =
+        GetParam().pictureOf(seen, GetParam().dark ? "#303a50" : "#e8e8e8", QWidget::DrawChildren);
+    EXPECT_TRUE(looksLikeBaseline(picture, GetParam().name("alert-window")));
 }
+
+INSTANTIATE_TEST_SUITE_P(Looks, AlertPictures, Look::all(), Look::ofTest);

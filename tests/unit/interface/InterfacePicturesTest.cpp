@@ -9,7 +9,7 @@
 #include "platform/NSBundle.h"
 #include "support/BaselinePicture.h"
 #include "support/Canvas.h"
-#include "support/InterfaceEnvironment.h"
+#include "support/Look.h"
 
 #include <QListView>
 #include <QStandardItemModel>
@@ -19,46 +19,14 @@
 
 namespace
 {
-struct Look {
-    int ratio;
-    bool dark;
-    bool rightToLeft;
-
-    QString name(const char *piece) const
-    {
-        return QString("%1-%2-%3-%4x")
-            .arg(piece, dark ? "dark" : "light", rightToLeft ? "rtl" : "ltr")
-            .arg(ratio);
-    }
-    QPalette palette() const
-    {
-        return dark ? InterfaceEnvironment::darkPalette() : InterfaceEnvironment::lightPalette();
-    }
-};
-
-void PrintTo(const Look &look, std::ostream *out)
-{
-    *out << qPrintable(look.name("look"));
-}
-
 class Pictures : public testing::TestWithParam<Look>
 {
 protected:
     static void prepare(QWidget &view)
     {
         view.setPalette(GetParam().palette());
-        view.setLayoutDirection(GetParam().rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+        view.setLayoutDirection(GetParam().direction());
         view.show();
-    }
-
-    static QImage pictureOf(QWidget &view)
-    {
-        const int ratio = GetParam().ratio;
-        QImage image(view.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(ratio);
-        image.fill(Qt::transparent);
-        view.render(&image);
-        return image;
     }
 };
 
@@ -97,7 +65,7 @@ TEST_P(Pictures, ScheduleList)
     list.selectionModel()->select(model.index(3, 0), QItemSelectionModel::Select);
     list.resize(220, 190);
     prepare(list);
-    EXPECT_TRUE(looksLikeBaseline(pictureOf(list), GetParam().name("schedule-list")));
+    EXPECT_TRUE(looksLikeBaseline(GetParam().pictureOf(list), GetParam().name("schedule-list")));
 }
 
 TEST_P(Pictures, OutlineOfImagesAndTexts)
@@ -124,7 +92,7 @@ TEST_P(Pictures, OutlineOfImagesAndTexts)
     tree.setCurrentIndex(model.index(1, 0, model.index(0, 0)));
     tree.resize(180, 110);
     prepare(tree);
-    EXPECT_TRUE(looksLikeBaseline(pictureOf(tree), GetParam().name("image-text-outline")));
+    EXPECT_TRUE(looksLikeBaseline(GetParam().pictureOf(tree), GetParam().name("image-text-outline")));
 }
 
 /// These look the same in either reading direction.
@@ -150,18 +118,6 @@ TEST_P(PlainPictures, PathsAndFills)
     EXPECT_TRUE(looksLikeBaseline(image, GetParam().name("paths-and-fills")));
 }
 
-std::string nameOf(const testing::TestParamInfo<Look> &look)
-{
-    return look.param.name("Look").replace('-', '_').toStdString();
-}
-
-INSTANTIATE_TEST_SUITE_P(Looks, PlainPictures,
-                         testing::Values(Look{1, false, false}, Look{2, false, false}, Look{1, true, false},
-                                         Look{2, true, false}),
-                         nameOf);
-INSTANTIATE_TEST_SUITE_P(Looks, Pictures,
-                         testing::Values(Look{1, false, false}, Look{2, false, false}, Look{1, true, false},
-                                         Look{2, true, false}, Look{1, false, true}, Look{2, false, true},
-                                         Look{1, true, true}, Look{2, true, true}),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Looks, PlainPictures, Look::fromLeftToRight(), Look::ofTest);
+INSTANTIATE_TEST_SUITE_P(Looks, Pictures, Look::all(), Look::ofTest);
 } // namespace

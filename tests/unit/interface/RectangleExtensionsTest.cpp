@@ -43,13 +43,6 @@ TEST(Geometry, CutsAColumnOffTheLeftThatIsNeverWiderThanTheRectangle)
     EXPECT_EQ(Geometry::dividedAtMinX(rect, -1).second, rect);
 }
 
-TEST(Geometry, TurningOverTwiceChangesNothing)
-{
-    EXPECT_EQ(Geometry::turnedOver(rect, 200), QRectF(10, 130, 100, 50));
-    EXPECT_EQ(Geometry::turnedOver(Geometry::turnedOver(rect, 200), 200), rect);
-    EXPECT_EQ(Geometry::turnedOver(QPointF(3, 4), 10), QPointF(3, 6));
-}
-
 TEST(Geometry, AnInsetLargerThanTheRectangleGivesNegativeSizes)
 {
     EXPECT_EQ(Geometry::inset(QRectF(0, 0, 10, 8), 6), QRectF(6, 6, -2, -4));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "interface/UiFileLoader_p.h"
 
+#include "interface/ZDRBezelView.h"
 #include "interface/ZDRBezelWindow.h"
 #include "interface/ZDRButton.h"
 #include "interface/ZDRProgressIndicator.h"
@@ -217,6 +218,27 @@ TEST_F(UiFileLoaderTest, LoadsAWindowOfOursWithItsContent)
     EXPECT_FALSE(window->hasShadow()) << "it was awakened";
     ASSERT_TRUE(window->contentView());
     EXPECT_TRUE(window->contentView()->findChild<QWidget *>("content")) << "on the bezel";
+}
+
+TEST_F(UiFileLoaderTest, LoadsABezelWindowThatHasALayout)
+{
+    QByteArray file = form;
+    file.replace("class=\"QWidget\" name=\"view\"", "class=\"ZDRBezelWindow\" name=\"view\"");
+    file.replace("<customwidgets>", "<customwidgets><customwidget><class>ZDRBezelWindow</class>"
+                                    "<extends>QWidget</extends><header>x.h</header></customwidget>");
+    write("Resources/Panel.ui", file);
+    ASSERT_TRUE(load());
+    auto *const window = qobject_cast<ZDRBezelWindow *>(owner->view);
+    ASSERT_TRUE(window);
+    ASSERT_TRUE(qobject_cast<ZDRBezelView *>(window->contentView()));
+    EXPECT_EQ(window->size(), QSize(300, 200));
+    EXPECT_TRUE(window->contentView()->isAncestorOf(owner->apply));
+    EXPECT_TRUE(owner->buttonWasAwake);
+    EXPECT_EQ(owner->heightAtAwakening, owner->apply->height()) << "it had its size";
+    window->resize(400, 300);
+    window->show();
+    EXPECT_TRUE(owner->name->isVisible());
+    EXPECT_GT(owner->name->width(), 350) << "the layout goes on placing it";
 }
 
 TEST_F(UiFileLoaderTest, RefusesWhatIsNotThereInOneLine)

@@ -4,7 +4,9 @@
 #include "interface/ScreenCoordinates_p.h"
 #include "interface/ZDRBezelView.h"
 #include "support/Canvas.h"
+#include "support/PaintCounter.h"
 
+#include <QHBoxLayout>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -38,7 +40,35 @@ protected:
 
     ZDRBezelWindow window;
 };
+
+/// Remembers how large each child of a widget is when it becomes one.
+class SizesOfNewChildren : public QObject
+{
+public:
+    explicit SizesOfNewChildren(QWidget &parent) { parent.installEventFilter(this); }
+    QList<QSize> sizes;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::ChildAdded)
+            sizes += static_cast<QWidget *>(static_cast<QChildEvent *>(event)->child())->size();
+        return false;
+    }
+};
 } // namespace
+
+TEST_F(ZDRBezelWindowTest, IsBorderlessWhateverStyleItIsMadeWith)
+{
+    constexpr quint64 titledClosableResizable = 1 | 2 | 8;
+    const auto made =
+        ZDRBezelWindow::initWithContentRect({30, 40, 200, 100}, titledClosableResizable, 2, true);
+    EXPECT_EQ(made->frame(), QRectF(30, 40, 200, 100));
+    EXPECT_EQ(made->styleMask(), 0U);
+    EXPECT_TRUE(made->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_FALSE(made->isVisible());
+    made->setContentView(nullptr);
+    EXPECT_TRUE(qobject_cast<ZDRBezelView *>(made->contentView())) << "it is a bezel window";
+}
 
 TEST_F(ZDRBezelWindowTest, HasABezelViewThatFillsIt)
 {
@@ -54,7 +84,13 @@ TEST_F(ZDRBezelWindowTest, MakesTheBezelViewAsLargeAsTheFirstViewBeforeItFillsTh
     other.setFrame({0, 0, 200, 80}, false);
     auto *const view = new QWidget;
     view->resize(70, 30);
+    SizesOfNewChildren first(other);
     other.setContentView(view);
+    EXPECT_EQ(first.sizes, QList<QSize>{QSize(70, 30)}) << "the bezel view, as it came";
+    ZDRBezelWindow empty;
+    SizesOfNewChildren withoutView(empty);
+    empty.setContentView(nullptr);
+    EXPECT_EQ(withoutView.sizes, QList<QSize>{QSize(0, 0)});
     EXPECT_TRUE(qobject_cast<ZDRBezelView *>(other.contentView()));
     EXPECT_EQ(view->parentWidget(), other.contentView());
     EXPECT_EQ(view->geometry(), other.contentView()->rect());
@@ -76,6 +112,110 @@ TEST_F(ZDRBezelWindowTest, StacksASecondContentViewAboveTheFirst)
     EXPECT_EQ(second->geometry(), view->rect());
     EXPECT_EQ(view->children(), (QObjectList{first, second})) << "the later one is above";
     EXPECT_EQ(view->childAt(50, 50), second);
+    window.setContentView(first);
+    EXPECT_EQ(view->children(), (QObjectList{second, first})) << "given again it comes to the top";
+    EXPECT_EQ(view->childAt(50, 50), first);
+}
+
+TEST_F(ZDRBezelWindowTest, FillsItselfAgainWithAContentViewThatWasPlacedElsewhere)
+{
+    auto *const view = new QWidget;
+    window.setContentView(view);
+    view->setGeometry(1, 2, 3, 4);
+    window.setContentView(view);
+    EXPECT_EQ(view->geometry(), QRect(0, 0, 300, 150));
+    view->setGeometry(1, 2, 3, 4);
+    window.setFrame({100, 200, 320, 170}, false);
+    EXPECT_EQ(view->geometry(), QRect(1, 2, 3, 4));
+}
+
+TEST_F(ZDRBezelWindowTest, PutsALayoutFromAnInterfaceFileOnTheBezel)
+{
+    ZDRBezelWindow laidOut;
+    laidOut.resize(200, 100);
+    auto *const row = new QHBoxLayout(&laidOut);
+    row->setContentsMargins(10, 10, 10, 10);
+    auto *const left = new QWidget;
+    auto *const right = new QWidget;
+    row->addWidget(left);
+    row->addWidget(right);
+    auto *const free = new QWidget(&laidOut); // which the layout does not place
+    free->setGeometry(1, 2, 3, 4);
+    laidOut.awakeFromNib();
+    const auto *const view = qobject_cast<ZDRBezelView *>(laidOut.contentView());
+    ASSERT_TRUE(view);
+    EXPECT_EQ(laidOut.layout(), nullptr);
+    EXPECT_EQ(left->parentWidget()->parentWidget(), view);
+    EXPECT_EQ(left->parentWidget()->layout(), row);
+    EXPECT_EQ(right->parentWidget(), left->parentWidget());
+    EXPECT_EQ(free->parentWidget(), left->parentWidget());
+    EXPECT_FALSE(laidOut.hasShadow());
+    laidOut.resize(320, 120);
+    laidOut.show();
+    EXPECT_EQ(view->geometry(), QRect(0, 0, 320, 120));
+    EXPECT_TRUE(left->isVisible() && right->isVisible() && free->isVisible());
+    EXPECT_EQ(left->mapTo(&laidOut, QPoint()), QPoint(10, 10));
+    EXPECT_EQ(right->mapTo(&laidOut, QPoint(right->width(), right->height())), QPoint(310, 110));
+    EXPECT_EQ(free->geometry(), QRect(1, 2, 3, 4));
+}
+
+TEST_F(ZDRBezelWindowTest, IsAsLargeAsItsLayoutWantsWhenTheInterfaceFileGivesNoSize)
+{
+    ZDRBezelWindow laidOut;
+    auto *const row = new QHBoxLayout(&laidOut);
+    row->setContentsMargins(10, 10, 10, 10);
+    auto *const inside = new QWidget;
+    inside->setMinimumSize(230, 90);
+    row->addWidget(inside);
+    laidOut.awakeFromNib();
+    EXPECT_EQ(laidOut.size(), QSize(250, 110));
+}
+
+TEST_F(ZDRBezelWindowTest, PutsAllWidgetsFromAnInterfaceFileOnTheBezelWhereTheyAre)
+{
+    ZDRBezelWindow other;
+    other.resize(200, 100);
+    auto *const first = new QWidget(&other);
+    auto *const second = new QWidget(&other);
+    auto *const hidden = new QWidget(&other);
+    auto *const dialog = new QWidget(&other, Qt::Dialog);
+    first->setGeometry(10, 20, 100, 40);
+    second->setGeometry(50, 30, 100, 40);
+    hidden->hide();
+    other.awakeFromNib();
+    const auto *const view = qobject_cast<ZDRBezelView *>(other.contentView());
+    ASSERT_TRUE(view);
+    other.show();
+    EXPECT_TRUE(first->isVisible() && second->isVisible());
+    EXPECT_FALSE(hidden->isVisible());
+    EXPECT_TRUE(view->isAncestorOf(first) && view->isAncestorOf(hidden));
+    EXPECT_EQ(first->mapTo(&other, QPoint()), QPoint(10, 20));
+    EXPECT_EQ(view->childAt(60, 40), second) << "one above the other as before";
+    EXPECT_EQ(view->childAt(20, 25), first);
+    EXPECT_EQ(dialog->parentWidget(), &other) << "a window of its own";
+    EXPECT_EQ(other.findChildren<ZDRBezelView *>().size(), 1);
+}
+
+TEST_F(ZDRBezelWindowTest, KeepsTheBezelViewThatAnInterfaceFilePutIntoIt)
+{
+    ZDRBezelWindow other;
+    auto *const view = new ZDRBezelView(&other);
+    other.awakeFromNib();
+    EXPECT_EQ(other.contentView(), view);
+    EXPECT_EQ(other.findChildren<ZDRBezelView *>().size(), 1) << "not one on the other";
+    ZDRBezelWindow empty;
+    empty.awakeFromNib();
+    EXPECT_TRUE(qobject_cast<ZDRBezelView *>(empty.contentView()));
+}
+
+TEST_F(ZDRBezelWindowTest, PaintsItsBezelAtOnceWhenItIsPressedAndReleased)
+{
+    PaintCounter paints(*bezel());
+    ASSERT_TRUE(paints.isShown());
+    press({150, 300});
+    EXPECT_EQ(paints.count(), 1);
+    release({150, 300});
+    EXPECT_EQ(paints.count(), 2);
 }
 
 TEST_F(ZDRBezelWindowTest, LetsItsContentGoOnFillingItUntilItIsPlacedElsewhere)

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "interface/ZDRButton.h"
 
+#include "support/PaintCounter.h"
+
 #include <QAccessible>
+#include <QBoxLayout>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -176,6 +179,70 @@ TEST_F(ZDRButtonTest, WantsTwentyPointsMoreWidthThanAnOrdinaryButton)
     const QPushButton ordinary("Cancel");
     EXPECT_EQ(button.intrinsicContentSize(), ordinary.sizeHint() + QSize(20, 0));
     EXPECT_EQ(button.sizeHint(), button.intrinsicContentSize());
+}
+
+TEST_F(ZDRButtonTest, WantsTheSizeThatItsTitleNeedsInTheTitlesFont)
+{
+    ZDRButton titled("A title that is wider than the narrowest button");
+    QPushButton ordinary(titled.text());
+    QFont large = ordinary.font();
+    large.setPixelSize(40);
+    ordinary.setFont(large);
+    const QSize before = titled.sizeHint();
+    QTextCharFormat attributes;
+    attributes.setFont(large);
+    titled.setTitleAttributes(attributes);
+    EXPECT_EQ(titled.intrinsicContentSize(), ordinary.sizeHint() + QSize(20, 0));
+    EXPECT_EQ(titled.sizeHint(), titled.intrinsicContentSize());
+    titled.setTitleAttributes({});
+    EXPECT_EQ(titled.sizeHint(), before);
+}
+
+TEST_F(ZDRButtonTest, IsLaidOutAnewWhenItsTitleGetsAnotherFontButNotForItsColour)
+{
+    class Panel : public QWidget
+    {
+    public:
+        int layoutRequests = 0;
+        bool event(QEvent *event) override
+        {
+            layoutRequests += event->type() == QEvent::LayoutRequest ? 1 : 0;
+            return QWidget::event(event);
+        }
+    };
+    Panel panel;
+    auto *const row = new QHBoxLayout(&panel);
+    auto *const inside = new ZDRButton("Cancel");
+    row->addWidget(inside);
+    row->addStretch();
+    panel.resize(800, 200);
+    panel.show();
+    QCoreApplication::sendPostedEvents(&panel, QEvent::LayoutRequest);
+    panel.layoutRequests = 0;
+    inside->setTextColor(Qt::red);
+    QCoreApplication::sendPostedEvents(&panel, QEvent::LayoutRequest);
+    EXPECT_EQ(panel.layoutRequests, 0);
+    QTextCharFormat attributes;
+    QFont large = inside->font();
+    large.setPixelSize(60);
+    attributes.setFont(large);
+    inside->setTitleAttributes(attributes);
+    QCoreApplication::sendPostedEvents(&panel, QEvent::LayoutRequest);
+    EXPECT_EQ(panel.layoutRequests, 1);
+    EXPECT_EQ(inside->width(), inside->sizeHint().width());
+}
+
+TEST_F(ZDRButtonTest, PaintsItselfAnewWhenItsStateChanges)
+{
+    window.resize(300, 100);
+    window.show();
+    PaintCounter paints(button);
+    ASSERT_TRUE(paints.isShown());
+    for (const quint64 state : {ZDRButton::Hovered, ZDRButton::Pressed, ZDRButton::Normal}) {
+        button.setButtonState(state);
+        EXPECT_TRUE(paints.settle());
+        EXPECT_EQ(paints.takeCount(), 1) << state;
+    }
 }
 
 TEST_F(ZDRButtonTest, IsPressedByItsKeyEquivalentFromElsewhereInItsWindow)

@@ -5,6 +5,9 @@
 #include "platform/Platform.h"
 #include "support/Canvas.h"
 #include "support/FakeClock.h"
+#include "support/PaintCounter.h"
+
+#include <QPaintEngine>
 
 #include <gmock/gmock.h>
 
@@ -28,6 +31,52 @@ protected:
 
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
     ZDRProgressIndicator indicator;
+};
+
+/// A paint device that only writes down which lines are drawn, in the coordinates that the painter was given.
+class LineRecorder : public QPaintDevice
+{
+public:
+    QList<QLineF> lines() const { return m_engine.lines; }
+    QPaintEngine *paintEngine() const override { return &m_engine; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+        case PdmHeight:
+            return 1 << 26;
+        case PdmDepth:
+            return 32;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return static_cast<int>(devicePixelRatioFScale());
+        default:
+            return 96;
+        }
+    }
+
+private:
+    class Engine : public QPaintEngine
+    {
+    public:
+        Engine() : QPaintEngine(AllFeatures) {}
+        bool begin(QPaintDevice *) override { return true; }
+        bool end() override { return true; }
+        void updateState(const QPaintEngineState &) override {}
+        void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+        void drawPath(const QPainterPath &) override {}
+        void drawLines(const QLineF *drawn, int count) override
+        {
+            lines += QList<QLineF>(drawn, drawn + count);
+        }
+        Type type() const override { return User; }
+        QList<QLineF> lines;
+    };
+
+    mutable Engine m_engine;
 };
 
 // Over black: the sector, the rest, and the hand over either. Pictures count rows from the top.
@@ -71,6 +120,7 @@ TEST_F(ZDRProgressIndicatorTest, DrawsNothingWhileItsGreatestValueIsNotPositive)
 
 TEST_F(ZDRProgressIndicatorTest, DrawsNothingWithoutAContext)
 {
+    NSBezierPath::setDefaultLineCapStyle(NSBezierPath::ButtLineCapStyle);
     indicator.setMaxValue(1);
     indicator.drawRect({0, 0, 50, 50});
     EXPECT_EQ(NSBezierPath::defaultLineCapStyle(), NSBezierPath::ButtLineCapStyle);
@@ -135,6 +185,28 @@ TEST_F(ZDRProgressIndicatorTest, TakesItsGeometryFromTheRectangleThatItIsAskedTo
     EXPECT_TRUE(inkOf(image).adjusted(-1, -1, 1, 1).contains(disc));
 }
 
+TEST_F(ZDRProgressIndicatorTest, PutsTheEndOfItsHandWhereSinglePrecisionAndItsOwnDegreesSay)
+{
+    // So large that all of it can be seen: a radian has 57.296 degrees, half of the side is taken in single
+    // precision, and so are the end's coordinates.
+    const auto handOf = [this](float value) {
+        LineRecorder device;
+        QPainter painter(&device);
+        const NSGraphicsContext context(&painter); // whose points are the device's
+        indicator.setMaxValue(1);
+        indicator.setFloatValue(value);
+        indicator.drawRect({0, 0, 40000003, 50000000});
+        return device.lines();
+    };
+    const auto quarter = handOf(0.25F);
+    ASSERT_EQ(quarter.size(), 1);
+    EXPECT_EQ(quarter[0].p1(), QPointF(20000001.5, 25000000));
+    EXPECT_EQ(quarter[0].p2(), QPointF(-0.49853843450546265, 25000242));
+    const auto most = handOf(0.875F);
+    ASSERT_EQ(most.size(), 1);
+    EXPECT_EQ(most[0].p2(), QPointF(34142524, 39141752));
+}
+
 TEST_F(ZDRProgressIndicatorTest, LeavesRoundCapsAndWidthOneBehindAsTheDefaultsOfThePathClass)
 {
     NSBezierPath::setDefaultLineCapStyle(NSBezierPath::SquareLineCapStyle);
@@ -158,6 +230,47 @@ TEST_F(ZDRProgressIndicatorTest, CountsDownOnceADelayUntilItReachesZero)
     EXPECT_THAT(values, ElementsAre(2, 1, 0, 0, 0));
     EXPECT_FALSE(indicator.isAnimating());
     EXPECT_TRUE(clock->pendingDelays().isEmpty());
+}
+
+TEST_F(ZDRProgressIndicatorTest, IsPaintedAnewAtEachStepOfItsCountdown)
+{
+    QWidget window;
+    indicator.setParent(&window);
+    window.resize(300, 100);
+    indicator.setMaxValue(3);
+    indicator.setFloatValue(3);
+    window.show();
+    PaintCounter paints(indicator);
+    ASSERT_TRUE(paints.isShown());
+    indicator.startAnimation();
+    QList<float> painted;
+    for (int second = 0; second < 5; ++second) {
+        clock->advance(1s);
+        EXPECT_TRUE(paints.settle());
+        for (int paint = paints.takeCount(); paint > 0; --paint)
+            painted += indicator.floatValue();
+    }
+    EXPECT_THAT(painted, ElementsAre(2, 1, 0)) << "and no more after the last step";
+    indicator.setParent(nullptr);
+}
+
+TEST_F(ZDRProgressIndicatorTest, IsNotPaintedAnewForTheSettingsOfItsCountdown)
+{
+    QWidget window;
+    indicator.setParent(&window);
+    window.resize(300, 100);
+    window.show();
+    PaintCounter paints(indicator);
+    ASSERT_TRUE(paints.isShown());
+    indicator.setMaxValue(10);
+    indicator.setIntervalValue(2);
+    indicator.setAnimationDelay(250ms);
+    ASSERT_TRUE(paints.settle());
+    EXPECT_EQ(paints.count(), 0);
+    indicator.setFloatValue(5);
+    ASSERT_TRUE(paints.settle());
+    EXPECT_EQ(paints.count(), 1) << "by the value alone";
+    indicator.setParent(nullptr);
 }
 
 TEST_F(ZDRProgressIndicatorTest, MayEndBelowZero)

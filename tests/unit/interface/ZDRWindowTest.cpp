@@ -5,7 +5,9 @@
 #include "interface/TimedAnimation_p.h"
 #include "platform/Platform.h"
 #include "support/FakeClock.h"
+#include "support/PaintCounter.h"
 
+#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
@@ -338,6 +340,81 @@ TEST_F(ZDRWindowTest, IsAwayWhileItsApplicationIsNotTheActiveOneIfItIsToHide)
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
     EXPECT_FALSE(hiding.isVisible()) << "somebody else hid it";
+}
+
+TEST_F(ZDRWindowTest, DoesNotComeBackWhenItWasClosedOrHiddenWhileItsApplicationWasNotTheActiveOne)
+{
+    ZDRWindow closed;
+    ZDRWindow faded;
+    ZDRWindow hidden;
+    const QList<ZDRWindow *> windows{&closed, &faded, &hidden};
+    for (auto *const window : windows) {
+        window->setHidesOnDeactivate(true);
+        window->show();
+    }
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    closed.close();
+    faded.performClose();
+    clock->advance(1s);
+    hidden.hide();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_FALSE(closed.isVisible());
+    EXPECT_FALSE(faded.isVisible());
+    EXPECT_FALSE(hidden.isVisible());
+}
+
+TEST_F(ZDRWindowTest, ComesBackOnceWhenItWasOnlyAwayWithItsApplication)
+{
+    ZDRWindow window;
+    window.setHidesOnDeactivate(true);
+    window.show();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationHidden); // once more inactive
+    window.setLevel(ZDRWindow::normalLevel);
+    EXPECT_FALSE(window.isVisible());
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_TRUE(window.isVisible()) << "another level is not another wish";
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    window.makeKeyAndOrderFront();
+    EXPECT_TRUE(window.isVisible());
+    window.setHidesOnDeactivate(false);
+    window.hide();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ZDRWindowTest, StaysReadyToComeBackWhenItRefusesToBeClosed)
+{
+    class Staying : public ZDRWindow
+    {
+        void closeEvent(QCloseEvent *event) override { event->ignore(); }
+    };
+    Staying window;
+    window.setHidesOnDeactivate(true);
+    window.show();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    window.close();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(ZDRWindowTest, PaintsANewFrameAtOnceWhenItIsToDisplay)
+{
+    ZDRWindow window;
+    window.setFrame({0, 0, 100, 100}, false);
+    window.show();
+    PaintCounter paints(window);
+    ASSERT_TRUE(paints.isShown());
+    window.setFrame({0, 0, 100, 100}, true); // nothing but displaying is to be done
+    EXPECT_EQ(paints.count(), 1);
+    window.setFrame({0, 0, 100, 100}, true, false);
+    EXPECT_EQ(paints.count(), 2);
+    window.setFrame({0, 0, 100, 100}, false);
+    EXPECT_EQ(paints.count(), 2);
+    window.setFrame({0, 0, 100, 100}, true, true); // which takes no time
+    EXPECT_EQ(paints.count(), 3);
+    window.setFrame({0, 0, 100, 100}, false, true);
+    EXPECT_EQ(paints.count(), 3);
 }
 
 TEST(ScreenCoordinates, CountFromTheLowerLeftCornerOfTheMainScreenUpwards)
