@@ -36,6 +36,14 @@ bool canBeShown(const QVariant &arguments)
 }
 } // namespace
 
+int CommandPrefPanePlugIn::leadTimeToShow(const QVariantMap &parameters) const
+{
+    const QVariant lead = parameters.value("Delay before alert");
+    // -1 is no time but says that there is no alert.
+    const int seconds = lead.isValid() && integerValue(lead) != -1 ? integerValue(lead) : usualLeadTime;
+    return std::max(seconds, m_leadTime->minimum());
+}
+
 void CommandPrefPanePlugIn::fillSetupInterfaceFromParameters()
 {
     if (!setupView())
@@ -45,12 +53,9 @@ void CommandPrefPanePlugIn::fillSetupInterfaceFromParameters()
     m_program->setText(shown.value("Program").toString());
     m_arguments->setPlainText(arguments.toStringList().join('\n'));
     m_arguments->setReadOnly(!canBeShown(arguments));
-    const qint64 lead = timeBeforeSelfAnticipation();
-    m_alert->setChecked(lead != -1);
+    m_alert->setChecked(timeBeforeSelfAnticipation() != -1);
     m_leadTime->setEnabled(m_alert->isChecked());
-    m_leadTime->setValue(shown.contains("Delay before alert")
-                             ? integerValue(shown.value("Delay before alert"))
-                             : usualLeadTime);
+    m_leadTime->setValue(leadTimeToShow(shown));
     m_wakeUp->setChecked(needsWakeUp());
     m_startup->setChecked(needsStartup());
 }
@@ -60,11 +65,18 @@ void CommandPrefPanePlugIn::fillParametersFromSetupInterface()
     const auto own = parameters();
     if (!setupView() || !own)
         return;
-    own->insert("Program", m_program->text());
+    const bool wasToAlert = timeBeforeSelfAnticipation() != -1;
+    const bool isToAlert = m_alert->isChecked();
+    if (!own->contains("Program") || m_program->text() != own->value("Program").toString())
+        own->insert("Program", m_program->text());
     if (!m_arguments->isReadOnly())
         own->insert("Arguments", argumentsIn(m_arguments->toPlainText()));
-    own->insert("Alert", m_alert->isChecked() ? 1 : 0);
-    own->insert("Delay before alert", m_leadTime->value());
+    // Somebody who asks for an alert gets the lead time that stands beside it.
+    if (!own->contains("Delay before alert") || m_leadTime->value() != leadTimeToShow(*own) ||
+        (isToAlert && !wasToAlert))
+        own->insert("Delay before alert", m_leadTime->value());
+    if (!own->contains("Alert") || isToAlert != wasToAlert)
+        own->insert("Alert", isToAlert ? 1 : 0);
     setNeedsWakeUp(m_wakeUp->isChecked());
     setNeedsStartup(m_startup->isChecked());
 }

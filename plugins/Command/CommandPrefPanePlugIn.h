@@ -20,7 +20,8 @@ class CommandPrefPanePlugIn : public WDPrefPanePlugIn
     Q_PROPERTY(QCheckBox *wakeUp MEMBER m_wakeUp)
     Q_PROPERTY(QCheckBox *startup MEMBER m_startup)
 public:
-    /// Parameters that the view cannot show, such as an argument of several lines, stay as they are.
+    /// Parameters that the view cannot show, such as an argument of several lines or a lead time of no
+    /// seconds, stay as they are until the user changes what it shows in their place.
     void fillSetupInterfaceFromParameters() override;
     void fillParametersFromSetupInterface() override;
 
@@ -34,6 +35,9 @@ public:
     Q_INVOKABLE void on_browse_clicked();
 
 private:
+    /// In seconds: the lead time of the parameters, or the nearest that the view can show.
+    int leadTimeToShow(const QVariantMap &parameters) const;
+
     QLineEdit *m_program = nullptr; // the view owns these; all are null without it
     QPlainTextEdit *m_arguments = nullptr;
     QCheckBox *m_alert = nullptr;

@@ -3,6 +3,7 @@
 #include "platform/NSBundle.h"
 #include "plugin/WDPlugInFactory.h"
 #include "support/BaselinePicture.h"
+#include "support/Look.h"
 #include "support/ScratchRoot.h"
 
 #include <QApplication>
@@ -17,6 +18,8 @@
 #include <QTimer>
 
 #include <gmock/gmock.h>
+
+#include <limits>
 
 namespace
 {
@@ -118,6 +121,54 @@ TEST_F(CommandSettings, OffersTheLeadTimeWithTheAlertAlone)
     EXPECT_FALSE(find<QCheckBox>("alert")->isChecked()) << "a lead time of -1 means no alert";
 }
 
+TEST_F(CommandSettings, KeepsALeadTimeThatItCannotShow)
+{
+    for (const QVariantMap &alert : {QVariantMap{{"Alert", 1}, {"Delay before alert", 0}},
+                                     QVariantMap{{"Alert", 1}, {"Delay before alert", -5}},
+                                     QVariantMap{{"Alert", 1}, {"Delay before alert", -1}},
+                                     QVariantMap{{"Alert", 0}, {"Delay before alert", -1}},
+                                     QVariantMap{{"Alert", "2"}, {"Delay before alert", "15 s"}}}) {
+        QVariantMap parameters = all;
+        parameters.insert(alert);
+        fill(parameters);
+        EXPECT_EQ(read(), parameters);
+    }
+}
+
+TEST_F(CommandSettings, ShowsALeadTimeOfDaysAndTheLongestThereIs)
+{
+    for (const int seconds : {86401, 30 * 86400, std::numeric_limits<qint32>::max()}) {
+        fill({{"Alert", 1}, {"Delay before alert", seconds}});
+        EXPECT_EQ(find<QSpinBox>("leadTime")->value(), seconds);
+        find<QSpinBox>("leadTime")->stepDown();
+        EXPECT_EQ(read().value("Delay before alert"), seconds - 1);
+    }
+}
+
+TEST_F(CommandSettings, WritesTheLeadTimeThatStandsBesideAnAlertThatTheUserAsksFor)
+{
+    fill({{"Alert", 1}, {"Delay before alert", -1}});
+    find<QCheckBox>("alert")->click();
+    EXPECT_EQ(find<QSpinBox>("leadTime")->value(), 60);
+    EXPECT_EQ(read().value("Delay before alert"), 60);
+    EXPECT_EQ(plugIn->timeBeforeSelfAnticipation(), 60);
+    fill({{"Alert", 0}, {"Delay before alert", 0}});
+    find<QCheckBox>("alert")->click();
+    EXPECT_EQ(find<QSpinBox>("leadTime")->value(), 1);
+    EXPECT_EQ(read().value("Delay before alert"), 1);
+    find<QCheckBox>("alert")->click();
+    EXPECT_EQ(read().value("Alert"), 0);
+}
+
+TEST_F(CommandSettings, KeepsAProgramThatIsNoText)
+{
+    const QVariant program(QVariantList{"/bin/echo", "hello"});
+    fill({{"Program", program}});
+    EXPECT_EQ(read().value("Program"), program);
+    find<QLineEdit>("program")->setText("/bin/echo");
+    EXPECT_EQ(read().value("Program"), "/bin/echo");
+}
+
 TEST_F(CommandSettings, KeepsArgumentsThatLinesCannotShow)
 {
     for (const QVariant &arguments :
@@ -192,11 +243,22 @@ TEST_F(CommandSettings, SpeaksTheLanguagesOfTheSystem)
     EXPECT_EQ(texts.removeDuplicates(), 0);
 }
 
-TEST_F(CommandSettings, LooksAsBefore)
+class CommandSettingsPictures : public CommandSettings, public testing::WithParamInterface<Look>
 {
+};
+
+TEST_P(CommandSettingsPictures, LookAsBefore)
+{
+    UserLanguages::set({GetParam().rightToLeft ? "ar" : "en"});
+    remake();
+    QWidget &view = *plugIn->setupView();
+    view.setPalette(GetParam().palette());
+    view.setLayoutDirection(GetParam().direction());
     fill(all);
-    EXPECT_TRUE(looksLikeBaseline(plugIn->setupView()->grab().toImage(), "command-settings"));
+    EXPECT_TRUE(looksLikeBaseline(GetParam().pictureOf(view), GetParam().name("command-settings")));
 }
+
+INSTANTIATE_TEST_SUITE_P(Looks, CommandSettingsPictures, Look::all(), Look::ofTest);
 
 TEST_F(CommandSettings, IsTheOnlyModuleOfTheBundleThatNeedsWidgets)
 {
