@@ -13,7 +13,8 @@
 namespace
 {
 constexpr double usualSeconds = 30;
-constexpr double mostSeconds = 3600;
+constexpr double mostSeconds = 30;    // a script has a minute in all
+constexpr double handOverSeconds = 2; // without a reply: until the receiver takes the event
 constexpr int ticksPerSecond = 60;
 
 [[noreturn]] void refuse(const QString &sentence)
@@ -51,12 +52,12 @@ double secondsArgument(const QVariant &value)
     const bool isNumber = value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Double;
     const double seconds = value.toDouble();
     if (!isNumber || !(seconds >= 0 && seconds <= mostSeconds))
-        refuse("the seconds have to be a number from 0 to 3600");
+        refuse("the seconds have to be a number from 0 to 30");
     return seconds;
 }
 
 /// sendEvent(signature, class, id [, parameters [, seconds]]): the parameters of the reply; with 0 seconds
-/// none is waited for.
+/// none is waited for, only for a busy receiver to take the event.
 QVariant sendEvent(const QVariantList &arguments)
 {
     EventRequest request;
@@ -67,8 +68,8 @@ QVariant sendEvent(const QVariantList &arguments)
     request.user = NSProcessInfo::effectiveUserID();
     const double seconds = secondsArgument(arguments.value(4));
     request.wantsReply = seconds > 0;
-    if (request.wantsReply)
-        request.timeOutInTicks = static_cast<qint64>(std::ceil(seconds * ticksPerSecond));
+    request.timeOutInTicks =
+        static_cast<qint64>(std::ceil((request.wantsReply ? seconds : handOverSeconds) * ticksPerSecond));
     const auto outcome = request.send();
     if (outcome.status != noErr)
         refuse(QString("%1 (%2)").arg(eventFailure(outcome.status)).arg(outcome.status));

@@ -40,7 +40,9 @@ public:
     /// The shared centre, made at the first call and then kept to the end of the process.
     static std::shared_ptr<WDCommunicationCenter> sharedInstance();
 
-    /// Makes the shared centre, for the caller to keep; null when there is one already.
+    /// Makes the shared centre, for the caller to keep; null when there is one already. The class has no
+    /// `+initialize` that would make one before: the first call of init() or sharedInstance() takes its
+    /// place.
     static std::shared_ptr<WDCommunicationCenter> init();
 
     ~WDCommunicationCenter() override;

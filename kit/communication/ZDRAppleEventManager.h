@@ -24,7 +24,9 @@ public:
     /// The shared manager, made at the first call and then kept to the end of the process.
     static std::shared_ptr<ZDRAppleEventManager> sharedInstance();
 
-    /// Makes the shared manager, for the caller to keep; null when there is one already.
+    /// Makes the shared manager, for the caller to keep; null when there is one already. The class has no
+    /// `+initialize` that would make one before: the first call of init() or sharedInstance() takes its
+    /// place.
     static std::shared_ptr<ZDRAppleEventManager> init();
 
     ~ZDRAppleEventManager() override;

@@ -38,7 +38,7 @@ public:
     /// Whether the number answers the selector; what a QObject answers besides is none of a number's.
     bool respondsToSelector(const QByteArray &selector) const;
 
-    /// Sends it. A number's operations take no arguments: those that come along go unused.
+    /// Sends it, without the event and the reply: a number's operations take no arguments.
     void performSelector(const QByteArray &selector);
 
 private:

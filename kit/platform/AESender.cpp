@@ -48,9 +48,16 @@ public:
     Stream to(const Process &process)
     {
         const auto found = m_streams.find(process.identifier);
-        if (found == m_streams.end() || !found->second.stream->isOpen())
+        if (found == m_streams.end())
             return nullptr;
-        found->second.lastUse = Platform::current().clock->steadyTime();
+        // While this thread was busy no timer ran, and the receiver closes what stays silent for long: on an
+        // old stream an event could be lost that a fresh one carries.
+        const auto now = Platform::current().clock->steadyTime();
+        if (found->second.isDone(now)) {
+            m_streams.erase(found);
+            return nullptr;
+        }
+        found->second.lastUse = now;
         return found->second.stream;
     }
 
@@ -65,44 +72,46 @@ public:
         lookLater();
     }
 
-    void forget(const Process &process) { m_streams.erase(process.identifier); }
-    void clear() { m_streams.clear(); }
+    /// Lets go of the stream, not of one that has taken its place.
+    void forget(const Process &process, const Stream &stream)
+    {
+        const auto found = m_streams.find(process.identifier);
+        if (found != m_streams.end() && found->second.stream == stream)
+            m_streams.erase(found);
+    }
+
+    void clear()
+    {
+        m_streams.clear();
+        m_looks = std::make_unique<QObject>(); // none is to come any more
+        m_isLooking = false;
+    }
 
 private:
     struct Kept {
         Stream stream;
         milliseconds lastUse;
+
+        bool isDone(milliseconds now) const { return !stream->isOpen() || now - lastUse >= keptFor; }
     };
 
     void lookLater()
     {
         if (std::exchange(m_isLooking, true))
             return;
-        Platform::current().clock->callAfter(keptFor, &AEReceiver::shared(), [this] {
+        Platform::current().clock->callAfter(keptFor, m_looks.get(), [this] {
             m_isLooking = false;
             const auto now = Platform::current().clock->steadyTime();
-            std::erase_if(m_streams, [now](const auto &kept) {
-                return !kept.second.stream->isOpen() || now - kept.second.lastUse >= keptFor;
-            });
+            std::erase_if(m_streams, [now](const auto &kept) { return kept.second.isDone(now); });
             if (!m_streams.empty())
                 lookLater();
         });
     }
 
     std::map<qint32, Kept> m_streams;
+    std::unique_ptr<QObject> m_looks = std::make_unique<QObject>(); ///< Lives as long as those to come count.
     bool m_isLooking = false;
 };
-
-milliseconds limitOf(qint64 ticks)
-{
-    constexpr qint64 ticksPerSecond = 60;
-    constexpr milliseconds never = std::chrono::hours(24 * 365 * 100);
-    if (ticks == kAEDefaultTimeout)
-        return std::chrono::minutes(1);
-    if (ticks == kNoTimeOut || ticks >= never.count() / 1000 * ticksPerSecond)
-        return never;
-    return milliseconds((ticks * 1000 + ticksPerSecond - 1) / ticksPerSecond);
-}
 
 /// The process id in the event's address.
 OSErr targetOf(const AppleEvent &event, qint32 *identifier)
@@ -152,13 +161,14 @@ public:
                 return unpack(m_stream->callWithin(request, left()), reply);
             m_stream->post(request, left());
             return noErr;
+        } catch (const MessageStream::NotHandedOver &) {
+            letGo(); // the event goes with its stream: it must not arrive later
+            return errAETimeout;
         } catch (const NSException &exception) {
-            // A stream that still works is kept for all that the reply is late. An event that could not be
-            // handed over in time goes with its stream: it must not arrive later.
-            const bool isLate = exception.name() == NSPortTimeoutException && reply;
+            // A stream that still works is kept for all that the reply is late.
             const OSStatus status = codeOf(exception);
-            if (m_stream && !isLate)
-                drop();
+            if (m_stream && exception.name() != NSPortTimeoutException)
+                letGo();
             return status;
         }
     }
@@ -185,11 +195,14 @@ private:
             KeptStreams::ofMainThread().keep(m_process, stream);
     }
 
-    void drop()
+    /// The stream closes with its last user. When this event was sent from a handler, that may be an event
+    /// further out that waits on it: its receiver may be well, and what could not be handed over is then
+    /// still written, up to the moment when that wait ends.
+    void letGo()
     {
         if (isMainThread())
-            KeptStreams::ofMainThread().forget(m_process);
-        m_stream->close();
+            KeptStreams::ofMainThread().forget(m_process, m_stream);
+        m_stream.reset();
     }
 
     static OSStatus unpack(const MessageStream::Reply &answer, AppleEvent *reply)
@@ -233,6 +246,17 @@ OSStatus sendToSelf(AppleEvent event, AppleEvent *reply, qint16 priority)
     return noErr;
 }
 } // namespace
+
+milliseconds AESender::limitOf(qint64 ticks)
+{
+    constexpr qint64 ticksPerSecond = 60;
+    constexpr milliseconds never = std::chrono::hours(24 * 365 * 100);
+    if (ticks == kAEDefaultTimeout)
+        return std::chrono::minutes(1);
+    if (ticks == kNoTimeOut || ticks >= never.count() / 1000 * ticksPerSecond)
+        return never;
+    return milliseconds((ticks * 1000 + ticksPerSecond - 1) / ticksPerSecond);
+}
 
 OSStatus AESender::send(const AppleEvent &event, AppleEvent *reply, qint16 priority, qint64 timeOutInTicks)
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/NSConnection.h"
+#include "platform/NSException.h"
 
 #include <QVariant>
 
@@ -36,6 +37,18 @@ public:
         static Reply error(const QByteArray &name, const QString &text) { return {name, text, {}}; }
     };
 
+    /// The time-out of a request that has not, or not wholly, left this process. What is left of it leaves
+    /// for as long as the stream lives.
+    class NotHandedOver : public NSException
+    {
+    public:
+        NotHandedOver()
+            : NSException(NSPortTimeoutException,
+                          QStringLiteral("the request could not be handed over in time"))
+        {
+        }
+    };
+
     /// What a stream tells its connection. The functions may use the stream, nest calls and close it.
     class Handler
     {
@@ -52,7 +65,8 @@ public:
     virtual void setHandler(Handler *handler) = 0;
 
     /// Sends the request and waits. While the main thread waits, requests that come in are served. Raises
-    /// NSException when time runs out or the stream closes; an error reply comes back as a reply.
+    /// NSException when time runs out (NotHandedOver where the request did not even leave) or the stream
+    /// closes; an error reply comes back as a reply.
     virtual Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
                        std::chrono::milliseconds replyTimeout) = 0;
 

@@ -300,7 +300,7 @@ void SdBusStream::post(const Request &request, milliseconds limit)
     if (!m_bus)
         raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
     if (!hasHandedOver())
-        raise(NSPortTimeoutException, QStringLiteral("the request could not be handed over in time"));
+        throw NotHandedOver();
 }
 
 MessageStream::Reply SdBusStream::exchange(const Request &request, StreamLoop::Moment deadline,
@@ -333,9 +333,9 @@ MessageStream::Reply SdBusStream::exchange(const Request &request, StreamLoop::M
     if (!answer) {
         if (!m_bus)
             raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
-        raise(NSPortTimeoutException, handedOver
-                                          ? QStringLiteral("no reply in time")
-                                          : QStringLiteral("the request could not be handed over in time"));
+        if (!handedOver)
+            throw NotHandedOver();
+        raise(NSPortTimeoutException, QStringLiteral("no reply in time"));
     }
     const sd_bus_error *const error = sd_bus_message_get_error(answer.get());
     // What sd-bus itself answers to the calls that are under way when the stream closes.

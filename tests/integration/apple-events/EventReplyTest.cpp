@@ -3,10 +3,44 @@
 // Replies that are late or never come, and two that wait for each other.
 #include "EventFixture.h"
 
+#include "platform/AEReceiver_p.h"
 #include "platform/NSAppleEventManager.h"
 #include "platform/NSProcessInfo.h"
 
 #include <csignal>
+
+/// Posts long events to a receiver that hangs until one cannot leave any more, gives that up, and has the
+/// receiver go on.
+class GivingUp : public QObject
+{
+    Q_OBJECT
+public:
+    static constexpr AEEventID eventID = fourCharCode("give");
+
+    explicit GivingUp(HostProcess &host) : m_host(host)
+    {
+        NSAppleEventManager::sharedAppleEventManager().setEventHandlerForEventClass(
+            this, "giveUp", HostEvents::hostClass, eventID);
+    }
+
+    ~GivingUp() override { AEReceiver::shared().stop(); }
+
+    Q_INVOKABLE void giveUp(const std::shared_ptr<NSAppleEventDescriptor> &,
+                            const std::shared_ptr<NSAppleEventDescriptor> &)
+    {
+        EXPECT_TRUE(m_host.hears("hang"));
+        AppleEvent event = HostEvents::eventTo(m_host.processId(), HostEvents::echo);
+        event.setParameter(keyDirectObject, AEDesc(typeData, QByteArray(3'000'000, 'g')));
+        for (int i = 0; i < 100 && status == noErr; ++i) // the buffer of a socket may be large
+            status = AESend(&event, nullptr, kAENoReply, kAENormalPriority, 6);
+        m_host.send("go on");
+    }
+
+    OSStatus status = noErr;
+
+private:
+    HostProcess &m_host;
+};
 
 using EventReply = EventFixture;
 using testing::AllOf;
@@ -114,6 +148,36 @@ TEST_F(EventReply, OfAReceiverThatIsStoppedTimesOut)
     EXPECT_EQ(host->nextHeard(), "5") << "the one that was given up did not come later";
 }
 
+TEST_F(EventReply, ToAnEventThatCouldNotBeHandedOverInTimeIsNotAskedForLater)
+{
+    const Host host = start();
+    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGSTOP), 0);
+    AppleEvent event = eventTo(host, HostEvents::note);
+    event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 4));
+    AppleEvent reply;
+    EXPECT_EQ(sendWaiting(event, &reply, 6), errAETimeout);
+    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGCONT), 0);
+    event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 5));
+    EXPECT_EQ(post(event), noErr);
+    EXPECT_EQ(host->nextHeard(), "5") << "the one that was given up did not come before";
+}
+
+TEST_F(EventReply, ComesThoughAHandlerGaveUpAnEventToTheSameProcessMeanwhile)
+{
+    const Host host = start();
+    AppleEvent reply;
+    ASSERT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply), noErr);
+    GivingUp handler(*host);
+    AppleEvent toSelf = HostEvents::eventTo(NSProcessInfo::processIdentifier(), GivingUp::eventID);
+    ASSERT_EQ(post(toSelf), noErr); // served while this process waits
+    AppleEvent event = eventTo(host, HostEvents::hang);
+    event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 8));
+    EXPECT_EQ(sendWaiting(event, &reply), noErr) << "the host lives, and answers";
+    EXPECT_EQ(numberIn(reply), 8);
+    EXPECT_EQ(handler.status, errAETimeout);
+    EXPECT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply), noErr);
+}
+
 // ---- waiting processes serve
 
 TEST_F(EventReply, IsGivenToEventsThatArriveWhileThisProcessWaits)
@@ -153,18 +217,15 @@ TEST_F(EventReply, IsGivenToTwoThatSendToEachOtherAtTheSameMoment)
 
 TEST_F(EventReply, IsGivenAtFullLengthToTwoThatSendToEachOther)
 {
-    // Both wait in a handler of the other, each for a reply to its own first event on a fresh connection.
+    // Each waits, in its handler of the other's event, for the reply to an event of its own. All are
+    // long: where a socket holds less, each has to read while it writes.
     const Host first = start();
     const Host second = start();
-    AppleEvent reply;
-    for (const auto &[from, to] : {std::pair(&first, &second), std::pair(&second, &first)}) {
-        AppleEvent event = eventTo(*from, HostEvents::send);
-        event.setParameter(HostEvents::target,
-                           AEDesc::of(typeSInt32, static_cast<qint32>((*to)->processId())));
-        event.setParameter(HostEvents::ticks, AEDesc::of(typeSInt32, 600));
-        ASSERT_EQ(sendWaiting(event, &reply), noErr);
-        EXPECT_EQ(numberIn(reply), noErr);
-    }
+    constexpr int size = 3'000'000;
+    first->send(QString("meet %1 %2").arg(second->processId()).arg(size));
+    second->send(QString("meet %1 %2").arg(first->processId()).arg(size));
+    EXPECT_EQ(first->answer(), "yes");
+    EXPECT_EQ(second->answer(), "yes");
 }
 
 TEST_F(EventReply, IsKnownToTimeOutAtTheOneThatWaitsForAHangingOne)
@@ -179,3 +240,5 @@ TEST_F(EventReply, IsKnownToTimeOutAtTheOneThatWaitsForAHangingOne)
     ASSERT_EQ(sendWaiting(event, &reply), noErr);
     EXPECT_EQ(numberIn(reply), errAETimeout);
 }
+
+#include "EventReplyTest.moc"

@@ -23,6 +23,9 @@ TEST_F(EventSending, CarriesEveryTypeThereAndBack)
     AEDesc record(typeAERecord);
     record.setParameter(fourCharCode("list"), list);
     record.setParameter(fourCharCode("none"), AEDesc());
+    AppleEvent inner = HostEvents::eventTo(1, HostEvents::note);
+    inner.setAttribute(fourCharCode("attr"), list);
+    inner.setParameter(keyDirectObject, record);
     const QList<AEDesc> values{AEDesc(),
                                AEDesc::of(typeBoolean, quint8{1}),
                                AEDesc(typeTrue),
@@ -43,6 +46,7 @@ TEST_F(EventSending, CarriesEveryTypeThereAndBack)
                                AEDesc(fourCharCode("mine"), "own"),
                                list,
                                record,
+                               inner,
                                AEDesc(typeAEList)};
     AppleEvent event = eventTo(host, HostEvents::echo);
     for (qsizetype i = 0; i < values.size(); ++i)
@@ -58,13 +62,10 @@ TEST_F(EventSending, CarriesWhatTheRecordsOfTheKitHold)
     const Host host = start("Kit1");
     const auto event = ZDRAppleEvent::appleEventWithEventClassForProcessWithSignature(
         HostEvents::hostClass, HostEvents::echo, fourCharCode("Kit1"));
-    QByteArray megabyte(1 << 20, '\0');
-    for (qsizetype i = 0; i < megabyte.size(); ++i)
-        megabyte[i] = static_cast<char>(i ^ i >> 8);
     event->setShortValueForKeyword(-7, fourCharCode("shrt"));
     event->setLongValueForKeyword(-70'000, fourCharCode("long"));
     event->setStringForKeyword("plain text", fourCharCode("text"));
-    event->setDataForKeyword(megabyte, fourCharCode("data"));
+    event->setDataForKeyword(QByteArray("\0\xff\n", 3), fourCharCode("data"));
     const auto reply = ZDRAppleEventManager::sharedInstance()->sendAppleEvent(event, true);
     ASSERT_TRUE(reply);
     EXPECT_EQ(reply->eventClass(), kCoreEventClass);
@@ -72,10 +73,33 @@ TEST_F(EventSending, CarriesWhatTheRecordsOfTheKitHold)
     EXPECT_EQ(reply->shortValueForKeyword(fourCharCode("shrt")), -7);
     EXPECT_EQ(reply->longValueForKeyword(fourCharCode("long")), -70'000);
     EXPECT_EQ(reply->stringValueForKeyword(fourCharCode("text")), "plain text");
+    EXPECT_EQ(reply->dataValueForKeyword(fourCharCode("data")), QByteArray("\0\xff\n", 3));
+}
+
+TEST_F(EventSending, CarriesAMegabyteOfDataInARecordOfTheKit)
+{
+    const Host host = start("Kit1");
+    const auto event = ZDRAppleEvent::appleEventWithEventClassForProcessWithSignature(
+        HostEvents::hostClass, HostEvents::echo, fourCharCode("Kit1"));
+    QByteArray megabyte(1 << 20, '\0');
+    for (qsizetype i = 0; i < megabyte.size(); ++i)
+        megabyte[i] = static_cast<char>(i ^ i >> 8);
+    event->setDataForKeyword(megabyte, fourCharCode("data"));
+    const auto reply = ZDRAppleEventManager::sharedInstance()->sendAppleEvent(event, true);
+    ASSERT_TRUE(reply);
     EXPECT_EQ(reply->dataValueForKeyword(fourCharCode("data")), megabyte);
+}
+
+TEST_F(EventSending, GivesAnEmptyRecordOfTheKitWhenNoReplyIsWanted)
+{
+    const Host host = start("Kit1");
+    const auto event = ZDRAppleEvent::appleEventWithEventClassForProcessWithSignature(
+        HostEvents::hostClass, HostEvents::note, fourCharCode("Kit1"));
+    event->setLongValueForKeyword(7, keyDirectObject);
     const auto none = ZDRAppleEventManager::sharedInstance()->sendAppleEvent(event, false);
     ASSERT_TRUE(none);
     EXPECT_FALSE(none->carbonEvent()->hasData());
+    EXPECT_EQ(host->nextHeard(), "7");
 }
 
 TEST_F(EventSending, CarriesAThousandParameters)

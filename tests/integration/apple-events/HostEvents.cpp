@@ -41,6 +41,26 @@ void HostEvents::listen()
     manager.setEventHandlerForEventClass(this, "doBounce", hostClass, bounce);
     manager.setEventHandlerForEventClass(this, "doFail", hostClass, fail);
     manager.setEventHandlerForEventClass(this, "doGrow", hostClass, grow);
+    manager.setEventHandlerForEventClass(this, "doReflect", hostClass, reflect);
+}
+
+bool HostEvents::meet(qint64 process, qsizetype size)
+{
+    constexpr int mostTries = 1000;
+    const AEDesc large(typeData, QByteArray(size, 'm'));
+    AppleEvent event = eventTo(process, reflect);
+    event.setParameter(keyDirectObject, large);
+    bool haveMet = false;
+    m_isMeeting = true;
+    for (int i = 0; i < mostTries && !haveMet; ++i) {
+        AppleEvent answer;
+        if (AESend(&event, &answer, kAEWaitReply, kAENormalPriority, kAEDefaultTimeout) != noErr ||
+            answer.parameter(keyDirectObject) != large)
+            break;
+        haveMet = answer.parameter(meeting) == AEDesc::of(typeBoolean, quint8{1});
+    }
+    m_isMeeting = false;
+    return haveMet;
 }
 
 AppleEvent HostEvents::eventTo(qint64 process, AEEventID eventID)
@@ -113,4 +133,20 @@ void HostEvents::doGrow(const Event &event, const Event &reply)
     reply->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithDescriptorType(
                                             typeData, QByteArray(numberIn(event, keyDirectObject), 'g')),
                                         keyDirectObject);
+}
+
+void HostEvents::doReflect(const Event &event, const Event &reply)
+{
+    const auto sender = event->attributeDescriptorForKeyword(keySenderPIDAttr);
+    const bool isMeeting = m_isMeeting;
+    AppleEvent own = eventTo(sender ? sender->int32Value() : 0, echo);
+    own.setParameter(keyDirectObject, event->paramDescriptorForKeyword(keyDirectObject)->aeDesc());
+    AppleEvent answer;
+    if (AESend(&own, &answer, kAEWaitReply, kAENormalPriority, kAEDefaultTimeout) != noErr)
+        return;
+    const auto put = [&](const AEDesc &value, AEKeyword keyword) {
+        reply->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithAEDesc(value), keyword);
+    };
+    put(answer.parameter(keyDirectObject).value_or(AEDesc()), keyDirectObject);
+    put(AEDesc::of(typeBoolean, quint8{isMeeting}), meeting);
 }

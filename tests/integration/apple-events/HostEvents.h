@@ -31,13 +31,21 @@ public:
     static constexpr AEEventID fail = fourCharCode("fail");
     /// Answers with so many bytes as the direct object says.
     static constexpr AEEventID grow = fourCharCode("grow");
+    /// Has the sender echo the direct object and answers with that, and whether this process was in the
+    /// middle of meet().
+    static constexpr AEEventID reflect = fourCharCode("refl");
 
     static constexpr AEKeyword target = fourCharCode("targ");
     static constexpr AEKeyword what = fourCharCode("what");
     static constexpr AEKeyword ticks = fourCharCode("tick");
+    static constexpr AEKeyword meeting = fourCharCode("meet");
 
     /// Handles all of them from now on.
     void listen();
+
+    /// Sends 'refl' with so many bytes to the process, which does the same at this time, until one was
+    /// answered out of the middle of the other's own; false when one came back wrong, or none did so.
+    bool meet(qint64 process, qsizetype size);
 
     /// An event of this class for the process.
     static AppleEvent eventTo(qint64 process, AEEventID eventID);
@@ -60,4 +68,9 @@ public:
                             const std::shared_ptr<NSAppleEventDescriptor> &reply);
     Q_INVOKABLE void doGrow(const std::shared_ptr<NSAppleEventDescriptor> &event,
                             const std::shared_ptr<NSAppleEventDescriptor> &reply);
+    Q_INVOKABLE void doReflect(const std::shared_ptr<NSAppleEventDescriptor> &event,
+                               const std::shared_ptr<NSAppleEventDescriptor> &reply);
+
+private:
+    bool m_isMeeting = false;
 };

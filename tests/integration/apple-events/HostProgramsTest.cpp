@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <csignal>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -216,6 +217,18 @@ TEST_F(HostPrograms, ScriptNeedNotWait)
     EXPECT_EQ(host->nextHeard(), "6");
 }
 
+TEST_F(HostPrograms, ScriptThatNeedNotWaitIsSoonDoneWithAReceiverThatTakesNothing)
+{
+    const Host host = start();
+    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGSTOP), 0);
+    const auto start = std::chrono::steady_clock::now();
+    const auto outcome = script(R"(dozely.sendEvent("Host", "Host", "note", {["----"] = 6}, 0))");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15))
+        << "two seconds, and room for a busy machine";
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("The process did not answer in time. (-1712)"));
+}
+
 TEST_F(HostPrograms, ScriptCanCatchWhatGoesWrong)
 {
     const Host host = start();
@@ -229,6 +242,7 @@ TEST_F(HostPrograms, ScriptCanCatchWhatGoesWrong)
         {R"("Host", "Host", "echo", {short = 1})", "\"short\" is no keyword"},
         {R"("Host", "Host", "echo", {1, 2})", "the parameters have to be a table"},
         {R"("Host", "Host", "echo", {}, -1)", "the seconds have to be a number"},
+        {R"("Host", "Host", "echo", {}, 31)", "the seconds have to be a number from 0 to 30"},
         {R"("Host", "Host", "echo", {}, "1")", "the seconds have to be a number"}};
     for (const auto &[arguments, sentence] : cases) {
         const auto outcome =

@@ -11,6 +11,7 @@
 //   psn SIGNATURE       the number of the first process with the signature
 //   send PROCESS ID     sends an event, waits for the reply: the result code
 //   series PROCESS N    sends N echoes in a row, each with its own number: how many came back right
+//   meet PROCESS SIZE   sends events with so many bytes to a process that does the same (HostEvents::meet)
 //   flood PATH N        connects N times to the socket, writing and closing: how often it was shut out
 #include "HostEvents.h"
 
@@ -95,6 +96,8 @@ QString perform(const QStringList &words, HostEvents &events)
     }
     if (action == "series")
         return QString::number(series(process, words.value(2).toInt()));
+    if (action == "meet")
+        return events.meet(process, words.value(2).toLongLong()) ? "yes" : "no";
     if (action == "flood")
         return QString::number(flood(words.value(1).toUtf8(), words.value(2).toInt()));
     return "unknown command";

@@ -71,6 +71,31 @@ TEST_F(HostsTest, AnOccurrenceForTheDaemonRunsThereWithoutAnyAgent)
                 ContainsRegex("- " + std::to_string(::geteuid()) + " - Daemon\\): "));
 }
 
+TEST_F(HostsTest, AScriptInTheAgentSendsAnAppleEvent)
+{
+    // The agent has its signature from there.
+    ASSERT_TRUE(QFile::copy(
+        QString(AGENT_BUNDLE) + "/Contents/Info.plist",
+        root.join("/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Info.plist")));
+    startDaemon();
+    startAgent();
+    const char *const source = R"(
+        local reply = dozely.sendEvent("DzAg", "aevt", "oapp")
+        return "the agent's reply is a " .. type(reply))";
+    writeStore({probeEntry("script", with(inSession, "Script", source))});
+    EXPECT_TRUE(logs("Resultat de l'execution du script AS: the agent's reply is a table"));
+}
+
+TEST_F(HostsTest, AScriptInTheDaemonMaySendAnAppleEvent)
+{
+    startDaemon();
+    const char *const source = R"(
+        local isSent, error = pcall(dozely.sendEvent, "None", "aevt", "oapp")
+        return error)";
+    writeStore({probeEntry("script", with(inDaemon, "Script", source))});
+    EXPECT_TRUE(logs("No such process runs. (-600)"));
+}
+
 TEST_F(HostsTest, ASessionActionWithoutAgentIsNotPerformedAndTheDaemonGoesOn)
 {
     startDaemon();

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 namespace
 {
@@ -218,9 +219,12 @@ TEST_F(ZDRAppleEventTest, ReadsTextUpToAZeroInABareRecord)
 TEST_F(ZDRAppleEventTest, ReadsTextWithoutATerminatorNoFurtherThanItGoes)
 {
     for (const int length : {15, 16, 17, 32, 4096}) {
-        const QByteArray text(length, 'x');
-        put(typeText, text);
-        EXPECT_EQ(bare->stringValueForKeyword(key), QString::fromLatin1(text)) << length;
+        // Not a byte array's own bytes, behind which there always is a zero.
+        const std::vector<char> text(static_cast<size_t>(length), 'x');
+        put(typeText, QByteArray::fromRawData(text.data(), length));
+        ASSERT_EQ(bare->carbonEvent()->parameter(key)->data().constData(), text.data()) << "not copied";
+        EXPECT_EQ(bare->stringValueForKeyword(key), QString(length, 'x'));
+        EXPECT_EQ(held->stringValueForKeyword(key), QString(length, 'x'));
     }
 }
 
@@ -328,9 +332,16 @@ TEST_F(ZDRAppleEventTest, FindsTheFirstProcessWithTheSignature)
     Platform::current().aeProcesses = processes;
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("two ")), (ProcessSerialNumber{0, 200}));
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), (ProcessSerialNumber{0, 100}));
-    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("none")), ProcessSerialNumber());
+}
+
+TEST_F(ZDRAppleEventTest, FindsANumberWithBothWordsZeroWhereNoProcessHasTheSignature)
+{
+    const auto processes = std::make_shared<FakeProcesses>();
+    processes->running = {{100, 0, fourCharCode("one ")}};
+    Platform::current().aeProcesses = processes;
+    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("none")), (ProcessSerialNumber{0, 0}));
     processes->running.clear();
-    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), ProcessSerialNumber());
+    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), (ProcessSerialNumber{0, 0}));
 }
 
 TEST_F(ZDRAppleEventTest, IsMadeForTheProcessWithTheSignature)

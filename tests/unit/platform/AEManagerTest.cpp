@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/AEManager.h"
+#include "platform/AESender_p.h"
 #include "platform/NSAppleEventDescriptor.h"
 
 #include <gtest/gtest.h>
+
+#include <limits>
 
 namespace
 {
@@ -184,4 +187,25 @@ TEST(NSAppleEventDescriptor, SharesWhatIsPutIntoItWithAllItsHolders)
     const auto null = NSAppleEventDescriptor::nullDescriptor();
     null->setParamDescriptorForKeyword(NSAppleEventDescriptor::descriptorWithInt32(3), key);
     EXPECT_EQ(null->paramDescriptorForKeyword(key), nullptr);
+}
+
+TEST(AESendTimeOut, IsInTicksRoundedUpToAMillisecond)
+{
+    using namespace std::chrono_literals;
+    EXPECT_EQ(AESender::limitOf(0), 0ms);
+    EXPECT_EQ(AESender::limitOf(1), 17ms);
+    EXPECT_EQ(AESender::limitOf(30), 500ms);
+    EXPECT_EQ(AESender::limitOf(60), 1000ms);
+    EXPECT_EQ(AESender::limitOf(kAEDefaultTimeout), 60'000ms);
+}
+
+TEST(AESendTimeOut, IsFarAwayWhereThereIsNoneAndNeverOverflows)
+{
+    constexpr std::chrono::hours aCentury(24 * 365 * 100);
+    EXPECT_EQ(AESender::limitOf(kNoTimeOut), aCentury);
+    for (const qint64 ticks :
+         {qint64{1} << 40, std::numeric_limits<qint64>::max() / 1000, std::numeric_limits<qint64>::max()})
+        EXPECT_EQ(AESender::limitOf(ticks), aCentury) << ticks;
+    EXPECT_GT(std::chrono::steady_clock::now() + AESender::limitOf(kNoTimeOut),
+              std::chrono::steady_clock::now());
 }

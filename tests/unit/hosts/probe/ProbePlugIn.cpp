@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "core/ZDRLog.h"
 #include "plugin/WDPlugInFactory.h"
+#include "system/AppleScriptExtensions.h"
 
 #include <QTimer>
 
 #include <stdexcept>
+
+/// Runs the script that the parameters hold, in the host itself.
+static void runScript(const QVariantMap &parameters)
+{
+    if (parameters.contains("Script"))
+        zandorSoftwaresExtensions::executeScript(parameters["Script"].toString());
+}
 
 /// A plug-in for tests: writes into the log where it acts, and does what its parameters say.
 class ProbeDaemonPlugIn : public WDDaemonPlugIn
@@ -20,6 +28,7 @@ public:
     void actInDaemon() override
     {
         ZDRLog("Probe acts in the daemon: %@, %@", parameters()->value("Text"), calendarDate());
+        runScript(*parameters());
         if (parameters()->value("Throws").toBool())
             throw std::runtime_error("the probe was told to");
         if (parameters()->value("Throws Later").toBool())
@@ -66,6 +75,7 @@ public:
     void actInUserAgent() override
     {
         ZDRLog("Probe acts in the session: %@, %@", parameters()->value("Text"), calendarDate());
+        runScript(*parameters());
         const QString then = parameters()->value("Then").toString();
         if (then == "throw")
             throw std::runtime_error("the probe was told to");

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+//
+// The streams that the main thread keeps to other processes.
+#include "EventFixture.h"
+
+#include "platform/AESender_p.h"
+#include "platform/Platform.h"
+#include "support/FakeClock.h"
+
+#include <QSemaphore>
+#include <QSet>
+
+#include <filesystem>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+class EventStream : public EventFixture
+{
+protected:
+    EventStream()
+    {
+        AESender::forgetStreams(); // an earlier test's, by another clock
+        Platform::current().clock = clock;
+    }
+    ~EventStream() override
+    {
+        AESender::forgetStreams();
+        Platform::current().clock = usualClock;
+    }
+
+    /// Time passes while this thread is busy with something else: no timer runs.
+    void beBusyFor(std::chrono::milliseconds duration) const
+    {
+        QSemaphore none;
+        clock->acquire(none, duration);
+    }
+
+    /// The sockets of this process, each by a name that no other ever has.
+    static QSet<QString> sockets()
+    {
+        QSet<QString> names;
+        for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+            std::error_code error; // the descriptor that reads the folder is gone by now, or will be
+            const auto name = QString::fromStdString(std::filesystem::read_symlink(entry, error).string());
+            if (name.startsWith("socket:"))
+                names.insert(name);
+        }
+        return names;
+    }
+
+    /// The streams that are open to other processes.
+    QSet<QString> streams() const { return sockets() - before; }
+
+    /// The stream that was opened for an event to the host; empty where one that was kept has carried it.
+    QString openedFor(const Host &host) const
+    {
+        const QSet<QString> known = streams();
+        AppleEvent reply;
+        EXPECT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply), noErr);
+        const QSet<QString> opened = streams() - known;
+        EXPECT_LE(opened.size(), 1);
+        return opened.isEmpty() ? QString() : *opened.begin();
+    }
+
+    const std::shared_ptr<Clock> usualClock = Platform::current().clock;
+    const std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
+    const QSet<QString> before = sockets();
+};
+} // namespace
+
+TEST_F(EventStream, IsUsedAgainWithinHalfAMinuteOfEachUse)
+{
+    const Host host = start();
+    EXPECT_NE(openedFor(host), "");
+    for (int i = 0; i < 3; ++i) {
+        beBusyFor(29'999ms);
+        EXPECT_EQ(openedFor(host), "") << i;
+    }
+    EXPECT_EQ(streams().size(), 1);
+}
+
+TEST_F(EventStream, GivesWayToAFreshOneWhenItWasNotUsedForHalfAMinute)
+{
+    const Host host = start();
+    const QString old = openedFor(host);
+    beBusyFor(30s);
+    const QString fresh = openedFor(host);
+    EXPECT_NE(fresh, "") << "the receiver may be about to close the old one";
+    EXPECT_EQ(streams(), QSet<QString>{fresh}) << "the old one is closed";
+    EXPECT_NE(fresh, old);
+}
+
+TEST_F(EventStream, IsClosedAfterHalfAMinuteWhileThisProcessDoesNothing)
+{
+    const Host host = start();
+    ASSERT_NE(openedFor(host), "");
+    clock->advance(30s);
+    EXPECT_TRUE(streams().isEmpty());
+}
+
+TEST_F(EventStream, ThatWasUsedLongestAgoMakesRoomForASeventeenth)
+{
+    std::vector<Host> hosts;
+    while (hosts.size() < 17)
+        hosts.push_back(startSilent());
+    for (const Host &host : hosts)
+        ASSERT_EQ(host->ask("listen"), "yes");
+    QStringList opened;
+    for (size_t i = 0; i < 16; ++i) {
+        opened += openedFor(hosts[i]);
+        beBusyFor(1s);
+    }
+    ASSERT_EQ(streams(), QSet<QString>(opened.begin(), opened.end()));
+    ASSERT_EQ(openedFor(hosts[0]), "") << "all sixteen are kept";
+    const QString last = openedFor(hosts[16]);
+    EXPECT_NE(last, "");
+    EXPECT_EQ(QSet<QString>(opened.begin(), opened.end()) - streams(), QSet<QString>{opened[1]});
+    EXPECT_EQ(openedFor(hosts[0]), "");
+    EXPECT_NE(openedFor(hosts[1]), "");
+}
