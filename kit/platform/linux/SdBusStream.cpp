@@ -6,6 +6,8 @@
 #include "platform/linux/PeerCredentials_p.h"
 #include "platform/linux/WireValue_p.h"
 
+#include <QScopeGuard>
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -103,6 +105,7 @@ void SdBusStream::close()
         ::close(std::exchange(m_feed, -1));
 }
 
+std::chrono::milliseconds SdBusStream::idleLimit = std::chrono::minutes(5);
 bool SdBusStream::guardsAgainstEverybody = false;
 
 bool SdBusStream::isTrusted() const
@@ -213,9 +216,15 @@ void SdBusStream::settle()
     uint64_t reading = 0;
     if (sd_bus_get_n_queued_read(m_bus, &reading) >= 0 && reading > 0)
         m_loop.serviceLater(m_source);
-    if (!m_authenticated && sd_bus_is_ready(m_bus) > 0)
+    if (!m_authenticated && sd_bus_is_ready(m_bus) > 0) {
         m_authenticated = true;
-    if (m_authenticated && m_side == Side::Server)
+        beginIdleTime();
+    }
+}
+
+void SdBusStream::beginIdleTime()
+{
+    if (m_side == Side::Server)
         m_loop.setDeadline(m_source, steady_clock::now() + idleLimit);
 }
 
@@ -224,6 +233,8 @@ void SdBusStream::serve(sd_bus_message *message)
     uint8_t type = 0;
     if (sd_bus_message_get_type(message, &type) < 0 || type != SD_BUS_MESSAGE_METHOD_CALL)
         return;
+    m_loop.setDeadline(m_source, std::nullopt); // serving may take its time
+    const auto served = qScopeGuard([this] { beginIdleTime(); });
     const auto textOf = [](const char *text) { return text ? QByteArray(text) : QByteArray(); };
     Request request{textOf(sd_bus_message_get_path(message)),
                     textOf(sd_bus_message_get_interface(message)),

@@ -6,11 +6,13 @@
 #include "platform/NSConnection.h"
 #include "platform/NSDistantObject.h"
 #include "platform/NSException.h"
+#include "platform/NSSocketPort.h"
 #include "platform/linux/SdBusStream_p.h"
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
 
 #include <QRandomGenerator>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -29,6 +31,24 @@ public:
     NS_REMOTE Q_INVOKABLE bool pong() { return true; }
 };
 
+/// Counts how often the event loop of this thread finds the descriptor readable.
+class Readiness : public QObject
+{
+public:
+    explicit Readiness(int descriptor) : m_descriptor(descriptor) { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *target, QEvent *event) override
+    {
+        const auto *const notifier = qobject_cast<QSocketNotifier *>(target);
+        if (notifier && event->type() == QEvent::SockAct && notifier->socket() == m_descriptor)
+            ++count;
+        return false;
+    }
+    int count = 0;
+
+private:
+    const int m_descriptor;
+};
+
 class HostilePeer : public testing::Test
 {
 protected:
@@ -38,6 +58,7 @@ protected:
             true; // as against another user, of whom a test need not have one
         server->setRootObject(&root);
     }
+    ~HostilePeer() override { SdBusStream::idleLimit = usualIdleLimit; }
 
     // The attack runs in a thread of its own while this thread serves.
     template<class Attack>
@@ -74,6 +95,7 @@ protected:
 
     QTemporaryDir folder{"/tmp/dz-XXXXXX"};
     QString path = folder.filePath("server");
+    const std::chrono::milliseconds usualIdleLimit = SdBusStream::idleLimit;
     PongingObject root;
     std::shared_ptr<NSConnection> server;
 };
@@ -205,6 +227,29 @@ TEST_F(HostilePeer, AMessageThatNeverEndsHindersNobody)
     EXPECT_TRUE(othersAreServed());
 }
 
+TEST_F(HostilePeer, PiecesOfAMessageDoNotProlongTheIdleLimitAndRequestsDo)
+{
+    SdBusStream::idleLimit = 1s;
+    attack([&] {
+        RawPeer asking(path); // for longer than the other, which it outlives
+        asking.authenticate();
+        EXPECT_TRUE(asking.isAnswered());
+        RawPeer dribbling(path);
+        dribbling.authenticate();
+        dribbling.send(RawPeer::call(4u << 20));
+        constexpr int manyTimesTheLimit = 2000;
+        int pieces = 0;
+        while (pieces < manyTimesTheLimit && !dribbling.closesWithin(5ms)) {
+            dribbling.send("x");
+            ++pieces;
+            EXPECT_TRUE(asking.isAnswered());
+        }
+        EXPECT_LT(pieces, manyTimesTheLimit);
+        EXPECT_TRUE(asking.isAnswered());
+        asking.waitForClose(); // ends only when the server closes
+    });
+}
+
 TEST_F(HostilePeer, AClaimBeyondWhatDBusAllowsDropsItsSender)
 {
     attack([&] {
@@ -218,13 +263,65 @@ TEST_F(HostilePeer, AClaimBeyondWhatDBusAllowsDropsItsSender)
 
 TEST_F(HostilePeer, TenThousandConnectsOfOneUserLeaveHimAndOthersServed)
 {
-    attack([&] {
-        std::deque<std::unique_ptr<RawPeer>> peers;
-        for (int i = 0; i < 10'000; ++i) {
+    std::deque<std::unique_ptr<RawPeer>> peers;
+    std::atomic<int> connects = 0;
+    std::atomic<bool> isDecided = false;
+    std::atomic<bool> over = false;
+    std::thread attacker([&] {
+        while (connects < 10'000 || !isDecided) {
             peers.push_back(std::make_unique<RawPeer>(path));
             if (peers.size() > 200)
                 peers.pop_front();
+            ++connects;
         }
+        over = true;
+    });
+    EXPECT_TRUE(waitUntil([&] { return connects > 1000; }));
+    // In the midst of it a client may lose its place before it has authenticated, and asks again.
+    bool isServed = false;
+    for (int attempt = 0; attempt < 20 && !isServed; ++attempt)
+        isServed = othersAreServed();
+    EXPECT_TRUE(isServed);
+    isDecided = true;
+    EXPECT_TRUE(waitUntil([&] { return over.load(); }, 60s));
+    attacker.join();
+    EXPECT_TRUE(othersAreServed()) << "while 200 peers are connected";
+}
+
+TEST_F(HostilePeer, BeyondSixtyFourStreamsOfAUserTheOldestSilentOneMakesRoom)
+{
+    attack([&] {
+        RawPeer known(path);
+        known.authenticate();
+        EXPECT_TRUE(known.isAnswered());
+        std::deque<RawPeer> silent;
+        for (int i = 0; i < 63; ++i)
+            silent.emplace_back(path);
+        RawPeer late(path);
+        late.authenticate();
+        EXPECT_TRUE(late.isAnswered());
+        EXPECT_TRUE(silent.front().isClosed());
+        EXPECT_FALSE(silent.at(1).isClosed());
+        EXPECT_FALSE(silent.back().isClosed());
+        EXPECT_TRUE(known.isAnswered());
+    });
+}
+
+TEST_F(HostilePeer, BeyondSixtyFourAuthenticatedStreamsAUserIsRefused)
+{
+    attack([&] {
+        std::deque<RawPeer> known;
+        for (int i = 0; i < 64; ++i) {
+            known.emplace_back(path).authenticate();
+            EXPECT_TRUE(known.back().isAnswered());
+        }
+        {
+            RawPeer late(path);
+            late.authenticate();
+            EXPECT_FALSE(late.isAnswered());
+        }
+        for (RawPeer &peer : known)
+            EXPECT_TRUE(peer.isAnswered());
     });
     EXPECT_TRUE(othersAreServed());
 }
@@ -243,9 +340,14 @@ TEST_F(HostilePeer, RunningOutOfDescriptorsPausesTheAcceptingAndPasses)
     const int lowest = ::dup(0);
     ::close(lowest);
     const rlimit tight{static_cast<rlim_t>(lowest), before.rlim_max};
+    const Readiness queue(server->receivePort()->listeningDescriptor());
+    const auto start = std::chrono::steady_clock::now();
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &tight), 0);
-    QCoreApplication::processEvents(); // the server finds its queue full and no descriptor free
+    // The server finds its queue full and no descriptor free, again and again, but with pauses in between.
+    EXPECT_TRUE(waitUntil([&] { return queue.count == 3; }));
+    const auto elapsed = std::chrono::steady_clock::now() - start;
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_GE(elapsed, 2 * 50ms);
     peers.clear();
     EXPECT_TRUE(othersAreServed());
 }

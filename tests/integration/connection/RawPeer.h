@@ -4,7 +4,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <chrono>
 #include <cstring>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -46,6 +48,21 @@ public:
         char buffer[4096];
         while (::recv(m_socket, buffer, sizeof buffer, 0) > 0) {
         }
+    }
+
+    /// Whether the other side closes in this time; for peers that are owed no bytes.
+    bool closesWithin(std::chrono::milliseconds limit) const
+    {
+        pollfd polled{m_socket, POLLIN, 0};
+        return ::poll(&polled, 1, static_cast<int>(limit.count())) > 0;
+    }
+    bool isClosed() const { return closesWithin(std::chrono::milliseconds(0)); }
+
+    /// Whether a call of "pong" has an answer.
+    bool isAnswered()
+    {
+        char buffer[4096];
+        return send(call(0)) && ::recv(m_socket, buffer, sizeof buffer, 0) > 0;
     }
 
     /// The handshake of a well-behaved client.

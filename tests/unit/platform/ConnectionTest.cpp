@@ -296,11 +296,20 @@ TEST_F(ConnectionTest, TheDeathOfTheListeningPortIsTheDeathOfTheServerConnection
 
 TEST_F(ConnectionTest, ASupersededServerServesTheStreamsThatItHasAndClosesWithTheLast)
 {
-    auto connection = client();
-    auto proxy = connection->rootProxy();
+    auto proxy = client()->rootProxy();
+    auto lastProxy = client()->rootProxy();
     server.reset();
     EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
     EXPECT_THROW(client()->rootProxy(), NSException) << "nobody listens any more";
+
+    Listener deaths;
+    deaths.observe(NSConnectionDidDieNotification, nullptr);
+    proxy.reset(); // and its connection, which nobody else holds
+    EXPECT_TRUE(waitUntil([&] { return deaths.heard == 1; }));
+    EXPECT_EQ(lastProxy->invoke("pong"), QVariant(true)) << "the other stream lives on";
+    EXPECT_EQ(deaths.heard, 1);
+    lastProxy.reset();
+    EXPECT_TRUE(waitUntil([&] { return deaths.heard == 2; }));
 }
 
 TEST_F(ConnectionTest, InvalidatingAServerClosesItsStreams)
