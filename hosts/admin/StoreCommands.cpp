@@ -6,9 +6,9 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
+#include "hosts/common/ActionPlace.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
-#include "platform/IntegerValue.h"
 #include "platform/NSBundle.h"
 
 #include <QFileInfo>
@@ -47,17 +47,14 @@ void requireWritableFolder()
 /// "session" or "daemon"; null when the bundle that would decide cannot be read.
 QString placeOfAction(const Schedule &schedule)
 {
-    const QVariant parameter = schedule.parameters.value("Acts In User Agent");
-    if (parameter.isValid())
-        return integerValue(parameter) == 1 ? "session" : "daemon";
-    const auto bundle = NSBundle::bundleWithPath(schedule.fullBundlePath());
-    if (!bundle)
-        return {};
-    const QVariant actsInUserAgent = bundle->objectForInfoDictionaryKey("WDActsInUserAgent");
-    const bool inSession = actsInUserAgent.isValid()
-                               ? actsInUserAgent.toBool()
-                               : !bundle->objectForInfoDictionaryKey("WDDaemonModule").isValid();
-    return inSession ? "session" : "daemon";
+    QVariantMap bundleInfo;
+    if (!ActionPlace::isSaidBy(schedule.parameters)) {
+        const auto bundle = NSBundle::bundleWithPath(schedule.fullBundlePath());
+        if (!bundle)
+            return {};
+        bundleInfo = bundle->infoDictionary();
+    }
+    return ActionPlace::actsInUserAgent(schedule.parameters, bundleInfo) ? "session" : "daemon";
 }
 
 QStringList tableRow(const Schedule &schedule)

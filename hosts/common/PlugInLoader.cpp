@@ -60,9 +60,10 @@ std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bu
     const QString moduleName = bundle->objectForInfoDictionaryKey(m_roleKey).toString();
     WDPlugInFactory *factory = nullptr;
     if (!moduleName.isEmpty()) {
-        if (!m_classes.contains(path))
-            m_classes.insert(path, load(bundle, moduleName));
-        const LoadedClass &loaded = m_classes[path];
+        const auto known = m_classes.constFind(path);
+        const LoadedClass loaded = known != m_classes.cend() ? *known : load(bundle, moduleName);
+        if (loaded.factory) // what cannot be loaded may be mended meanwhile: look again at the next use
+            m_classes.insert(path, loaded);
         if (!loaded.refusal.isEmpty()) {
             set(error, loaded.refusal);
             return nullptr;
@@ -110,14 +111,13 @@ PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bu
         why = "it exports no factory";
     loaded.refusal = QString("The module %1 of %2 cannot be used: %3")
                          .arg(logLabel(moduleName), logLabel(bundle->bundlePath()), logLabel(why));
-    loaded.factory = nullptr;
     return loaded;
 }
 
 void PlugInLoader::terminateClasses()
 {
     for (const LoadedClass &loaded : std::as_const(m_classes)) {
-        if (!loaded.factory)
+        if (!loaded.refusal.isEmpty())
             continue;
         if (const auto thrown = GuardedPosting::thrownBy([&] { loaded.factory->terminateClass(); }))
             ZDRLog("The plug-in class of %@ raised at its end: %@", loaded.bundle->bundlePath(), *thrown);

@@ -38,7 +38,8 @@ public:
     std::shared_ptr<NSBundle> bundle(const QString &path, QString *error = nullptr) const;
 
     /// A new plug-in object of the bundle, its bundle set. The module's factory is initialised once, at its
-    /// first use; one that refuses is not asked again. Null with `error` a sentence.
+    /// first use; one that refuses is not asked again, while a module that cannot be loaded is looked for at
+    /// each use. Null with `error` a sentence.
     std::shared_ptr<WDPlugIn> make(const std::shared_ptr<NSBundle> &bundle, QString *error = nullptr);
 
     /// Tells every initialised factory that the host is done with it.
@@ -47,7 +48,7 @@ public:
 private:
     struct LoadedClass {
         std::shared_ptr<NSBundle> bundle;
-        WDPlugInFactory *factory = nullptr; // owned by its module
+        WDPlugInFactory *factory = nullptr; // owned by its module; null when that cannot be loaded
         QString refusal;                    // why it cannot be used; empty when it can
     };
     LoadedClass load(const std::shared_ptr<NSBundle> &bundle, const QString &moduleName) const;

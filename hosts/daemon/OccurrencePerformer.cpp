@@ -2,11 +2,11 @@
 #include "hosts/daemon/OccurrencePerformer.h"
 
 #include "core/ZDRLog.h"
+#include "hosts/common/ActionPlace.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
-#include "platform/IntegerValue.h"
 #include "platform/RootFolder.h"
 
 #include <QScopeGuard>
@@ -22,11 +22,6 @@ QList<PlugInLoader::Source> trustedSources()
     return owner ? QList<PlugInLoader::Source>{{QString(), {*owner}}} : QList<PlugInLoader::Source>();
 }
 
-bool isTrue(const QVariant &value)
-{
-    return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) == 1;
-}
-
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
@@ -38,15 +33,6 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr
       m_console(std::move(console)),
       m_loader(daemonModuleKey, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); })
 {
-}
-
-bool OccurrencePerformer::actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo)
-{
-    if (parameters.contains("Acts In User Agent"))
-        return isTrue(parameters.value("Acts In User Agent"));
-    if (bundleInfo.contains("WDActsInUserAgent"))
-        return isTrue(bundleInfo.value("WDActsInUserAgent"));
-    return bundleInfo.value(daemonModuleKey).toString().isEmpty();
 }
 
 void OccurrencePerformer::performDue(const Occurrence &occurrence)
@@ -121,7 +107,8 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
         ZDRLog("%@ was skipped: it is %lld s late", labelOf(occurrence),
                static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
     } else if (place == Place::AsConfigured &&
-               actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary())) {
+               ActionPlace::actsInUserAgent(occurrence.schedule.parameters,
+                                            plugIn->bundle()->infoDictionary())) {
         actInUserAgent(occurrence, *plugIn);
     } else {
         actInDaemon(occurrence, plugIn);

@@ -39,11 +39,6 @@ public:
     /// plug-in does not want it announced.
     Announcement anticipate(const Occurrence &occurrence);
 
-    /// Whether an action belongs into the session of the user rather than the daemon: as the parameter "Acts
-    /// In User Agent" says, else the bundle's "WDActsInUserAgent", else when the bundle has no module for the
-    /// daemon.
-    static bool actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo);
-
     /// Makes the plug-in objects of the daemon.
     PlugInLoader &plugIns() { return m_loader; }
 

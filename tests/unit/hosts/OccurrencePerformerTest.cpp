@@ -172,25 +172,6 @@ TEST_F(OccurrencePerformerTest, PerformsAnOccurrenceThatIsHandedBackInTheDaemon)
     EXPECT_THAT(lastMessage(), HasSubstr("Probe acts in the daemon"));
 }
 
-TEST(WhereAnActionBelongs, IsSaidByTheParameterThenByTheBundleThenByItsModules)
-{
-    const QVariantMap module{{"WDDaemonModule", "x.so"}};
-    const QVariantMap saysSession{{"WDDaemonModule", "x.so"}, {"WDActsInUserAgent", true}};
-    const QVariantMap saysDaemon{{"WDActsInUserAgent", false}};
-    const auto inSession = [](const QVariant &parameter, const QVariantMap &info) {
-        return OccurrencePerformer::actsInUserAgent({{"Acts In User Agent", parameter}}, info);
-    };
-    EXPECT_TRUE(inSession(1LL, module));
-    EXPECT_TRUE(inSession("1", saysDaemon));
-    EXPECT_TRUE(inSession(true, module));
-    EXPECT_FALSE(inSession(0LL, saysSession));
-    EXPECT_FALSE(inSession(2LL, saysSession));
-    EXPECT_TRUE(OccurrencePerformer::actsInUserAgent({}, saysSession));
-    EXPECT_FALSE(OccurrencePerformer::actsInUserAgent({}, saysDaemon));
-    EXPECT_FALSE(OccurrencePerformer::actsInUserAgent({}, module));
-    EXPECT_TRUE(OccurrencePerformer::actsInUserAgent({}, {}));
-}
-
 TEST(PinnedConsoleUser, HoldsTheUserStillUntilItIsReleased)
 {
     const auto real = std::make_shared<FakeConsoleUser>();

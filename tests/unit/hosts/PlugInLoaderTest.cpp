@@ -105,6 +105,22 @@ TEST_F(PlugInLoaderTest, SaysThatAModuleIsMissing)
     EXPECT_THAT(error.toStdString(), HasSubstr("The module Missing.so of"));
 }
 
+TEST_F(PlugInLoaderTest, FindsAModuleThatIsPutInPlaceLater)
+{
+    const QString path = makeBundle("Late", {{"WDDaemonModule", "ProbePlugIn.so"}}, {});
+    const QString module = root.join(path + "/Contents/Linux/ProbePlugIn.so");
+    EXPECT_FALSE(make(path));
+    ASSERT_TRUE(QFile::copy(KIT_MODULES "/WrongInterface.so", module));
+    ::chmod(qPrintable(module), 0755);
+    EXPECT_FALSE(make(path));
+    EXPECT_THAT(error.toStdString(), HasSubstr("it has the interface"));
+    ASSERT_TRUE(QFile::remove(module));
+    ASSERT_TRUE(QFile::copy(PROBE_MODULE, module));
+    ::chmod(qPrintable(module), 0755);
+    EXPECT_TRUE(make(path)) << error.toStdString();
+    EXPECT_EQ(messages(), QStringList{"Probe initialised"});
+}
+
 TEST_F(PlugInLoaderTest, TakesNoModuleFromOutsideTheBundle)
 {
     makeProbe();

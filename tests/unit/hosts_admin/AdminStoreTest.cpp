@@ -84,6 +84,32 @@ TEST_F(AdminStoreTest, AddTellsProgramsWhatItAdded)
     EXPECT_EQ(onlyEntry()["Is Enabled"], false);
 }
 
+TEST_F(AdminStoreTest, TellsWhereAnActionRunsByTheRuleOfTheDaemon)
+{
+    // Adds a schedule for a bundle with this key beside "WDDaemonModule" and tells where its action runs.
+    int bundles = 0;
+    const auto actsIn = [&](const QString &key, const QVariant &value) {
+        const QString name = QString("Bundle%1").arg(++bundles);
+        QVariantMap info{{"CFBundleIdentifier", name}, {"WDDaemonModule", "x.so"}};
+        info.insert(key, value);
+        QFile file(
+            tool.root.makeFolder("/Library/Application Support/Dozely/PlugIns/" + name + ".plugin/Contents") +
+            "/Info.plist");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(PropertyList::toData(info, PropertyList::Format::Xml));
+        file.close();
+        const auto result = tool.run({"add", name, "--bundle", name, "--in", "60", "--json"});
+        EXPECT_EQ(result.status, 0) << result.errors.constData();
+        return result.json()["schedule"].toObject()["actsIn"].toString();
+    };
+    EXPECT_EQ(actsIn("WDActsInUserAgent", true), "session");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", 1LL), "session");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", 2LL), "daemon");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", "true"), "daemon");
+    EXPECT_EQ(actsIn("WDDaemonModule", "x.so"), "daemon");
+    EXPECT_EQ(actsIn("WDDaemonModule", ""), "session");
+}
+
 TEST_F(AdminStoreTest, TheOwnerIsThePersonBehindSudo)
 {
     if (::geteuid() == 0) {
