@@ -51,6 +51,19 @@ inline bool becomeUser(uid_t user)
            ::setresuid(user, user, user) == 0;
 }
 
+/// Root stays root by its real user id and acts as the user without rights. Whoever is not root has one
+/// identity, and keeps it.
+inline bool becomeOrdinaryUserEffectively()
+{
+    return ::geteuid() != 0 || ::seteuid(ordinaryUser) == 0;
+}
+
+/// The reverse: acts as root for the user without rights. Without root it is the root of a user namespace.
+inline bool becomeRootEffectively()
+{
+    return ::geteuid() == 0 ? ::setresuid(ordinaryUser, 0, 0) == 0 : becomeRoot();
+}
+
 /// Whoever runs the test, or, for root, a user without rights.
 inline bool becomeOrdinaryUser()
 {

@@ -70,6 +70,15 @@ class SelfCheckTarget : public CenterFixture, public testing::WithParamInterface
 };
 } // namespace
 
+TEST_F(Publishing, UsesTheEffectiveUserIdInItsNameWhoeverTheRealUserIs)
+{
+    // Only root can have two identities; for anybody else the two are one.
+    EXPECT_TRUE(Identity::holdsAs(Identity::becomeOrdinaryUserEffectively, [&] {
+        NSProcessInfo::setProcessName("Dozely Agent");
+        EXPECT_EQ(center->portName(), QString("Dozely Agent.%1").arg(Identity::ordinaryUserHere()));
+    }));
+}
+
 TEST_P(SelfCheckTarget, IsWhatTheProcessNameSays)
 {
     NSProcessInfo::setProcessName(GetParam().processName);

@@ -67,6 +67,22 @@ INSTANTIATE_TEST_SUITE_P(
                     Operation{"clearing", [] { ZDRUnixSocketPort::clearExistingSockets(); }, 2}),
     [](const auto &info) { return std::string(info.param.name); });
 
+TEST_F(ZDRUnixSocketPortClearing, IsDoneByTheEffectiveRootWhoeverTheRealUserIs)
+{
+    // Only root can have two identities; for anybody else the two are one.
+    writeFile(path("stale"));
+    EXPECT_TRUE(Identity::holdsAs(Identity::becomeOrdinaryUserEffectively, [&] {
+        ZDRUnixSocketPort::initAsClientWithName("x");
+        EXPECT_THAT(contentOfSocketFolder(), ElementsAre("stale"));
+        EXPECT_EQ(clearings(), 0);
+    }));
+    EXPECT_TRUE(Identity::holdsAs(Identity::becomeRootEffectively, [&] {
+        ZDRUnixSocketPort::initAsClientWithName("x");
+        EXPECT_THAT(contentOfSocketFolder(), IsEmpty());
+        EXPECT_EQ(clearings(), 1);
+    }));
+}
+
 TEST_F(ZDRUnixSocketPortClearing, LeavesTheFolderAloneWhenOnlyItsPathIsAsked)
 {
     writeFile(path("stale"));

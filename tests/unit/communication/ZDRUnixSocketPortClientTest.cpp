@@ -79,6 +79,17 @@ TEST_F(ZDRUnixSocketPortShared, ListensUnderProcessNameUserIdAndThreeLettersUpTo
               QFile::encodeName(path(files.first())));
 }
 
+TEST_F(ZDRUnixSocketPortShared, CarriesTheEffectiveUserIdWhoeverTheRealUserIs)
+{
+    // Only root can have two identities; for anybody else the two are one.
+    const QString pattern = QString("Dozely Agent.%1.???").arg(Identity::ordinaryUserHere());
+    EXPECT_TRUE(Identity::holdsAs(Identity::becomeOrdinaryUserEffectively, [&] {
+        NSProcessInfo::setProcessName("Dozely Agent");
+        EXPECT_TRUE(ZDRUnixSocketPort::port());
+        EXPECT_EQ(QDir(ZDRUnixSocketPort::socketFolder()).entryList({pattern}, QDir::System).size(), 1);
+    }));
+}
+
 TEST_F(ZDRUnixSocketPortShared, IsTheSameAtEveryCall)
 {
     const auto port = ZDRUnixSocketPort::port();

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "support/BecomeUser.h"
+
 #include <QByteArray>
 
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
-#include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,9 +43,25 @@ inline QByteArray consoleOfChild(const std::function<void()> &work)
 inline QByteArray consoleOfOrdinaryUser(const std::function<void()> &work)
 {
     return consoleOfChild([&work] {
-        if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 ||
-                                 ::setresgid(ordinaryUserId, ordinaryUserId, ordinaryUserId) != 0 ||
-                                 ::setresuid(ordinaryUserId, ordinaryUserId, ordinaryUserId) != 0))
+        if (::geteuid() == 0 && !Identity::becomeUser(ordinaryUserId))
+            ::_exit(1);
+        work();
+    });
+}
+
+/// The same as a user whom the user database does not know, whoever runs the tests: for an ordinary user in a
+/// user namespace that gives him another number.
+inline QByteArray consoleOfUnknownUser(const std::function<void()> &work)
+{
+    return consoleOfChild([&work] {
+        const uid_t user = ::geteuid();
+        const bool done = user == 0 ? Identity::becomeUser(ordinaryUserId)
+                                    : ::unshare(CLONE_NEWUSER) == 0 &&
+                                          Identity::writeOwnFile("/proc/self/uid_map",
+                                                                 QByteArray::number(ordinaryUserId) + ' ' +
+                                                                     QByteArray::number(user) + " 1") &&
+                                          ::getuid() == ordinaryUserId;
+        if (!done)
             ::_exit(1);
         work();
     });

@@ -2,6 +2,7 @@
 #include "core/ZDRLog.h"
 
 #include "OtherProcess.h"
+#include "support/Identity.h"
 #include "support/ScratchRoot.h"
 
 #include <QDir>
@@ -50,9 +51,6 @@ protected:
         ZDRLogDaemon("message");
         return QByteArray::fromStdString(testing::internal::GetCapturedStderr());
     }
-    // A root process opens the file to all; any other leaves its mode alone.
-    static mode_t modeAfterLogging(mode_t otherwise) { return ::geteuid() == 0 ? 0666 : otherwise; }
-
     ScratchRoot root;
 };
 
@@ -64,17 +62,21 @@ QByteArray failure(int error)
 
 TEST_F(ZDRLogFile, IsReadableAndWritableForEverybodyOnceRootHasMadeIt)
 {
-    ZDRLogDaemon("message");
-    EXPECT_EQ(mode(path()), modeAfterLogging(0644));
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        ZDRLogDaemon("message");
+        EXPECT_EQ(mode(path()), 0666U);
+    }));
 }
 
 TEST_F(ZDRLogFile, IsOpenedToEverybodyByRootHoweverItWasBefore)
 {
-    for (const mode_t before : {0600, 0640, 0777}) {
-        makeFile(path(), before);
-        ZDRLogDaemon("message");
-        EXPECT_EQ(mode(path()), modeAfterLogging(before));
-    }
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        for (const mode_t before : {0600, 0640, 0777}) {
+            makeFile(path(), before);
+            ZDRLogDaemon("message");
+            EXPECT_EQ(mode(path()), 0666U);
+        }
+    }));
 }
 
 TEST_F(ZDRLogFile, MadeByRootTakesLinesOfOrdinaryUsers)
@@ -90,6 +92,9 @@ TEST_F(ZDRLogFile, KeepsItsModeWhenAnOrdinaryUserLogs)
     root.makeFolder("/var/log", 0777);
     EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("message"); }), QByteArray());
     EXPECT_EQ(mode(path()), 0644U);
+    makeFile(path(), 0622);
+    EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("message"); }), QByteArray());
+    EXPECT_EQ(mode(path()), 0622U);
 }
 
 TEST_F(ZDRLogFile, InAFolderThatMayNotBeWrittenIsReportedOnTheConsoleWithErrorThirteen)
@@ -117,8 +122,10 @@ TEST_F(ZDRLogFile, ThatCannotBeOpenedIsStillOpenedToEverybodyByRoot)
     running.start(QFile::decodeName(path()), {});
     ASSERT_TRUE(running.waitForStarted());
     const QByteArray before = content(path());
-    EXPECT_EQ(consoleOfLogging(), failure(ETXTBSY));
-    EXPECT_EQ(mode(path()), modeAfterLogging(0755));
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        EXPECT_EQ(consoleOfLogging(), failure(ETXTBSY));
+        EXPECT_EQ(mode(path()), 0666U);
+    }));
     EXPECT_EQ(content(path()), before);
     running.closeWriteChannel();
     EXPECT_TRUE(running.waitForFinished());

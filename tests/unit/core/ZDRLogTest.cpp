@@ -5,6 +5,7 @@
 #include "platform/NSProcessInfo.h"
 #include "platform/Platform.h"
 #include "support/FakeClock.h"
+#include "support/Identity.h"
 #include "support/ScratchRoot.h"
 
 #include <QFile>
@@ -149,6 +150,16 @@ TEST_F(ZDRLogLine, WritesTheEffectiveUserIdOfAnOrdinaryUser)
     const unsigned expected = ::geteuid() == 0 ? ordinaryUserId : ::geteuid();
     EXPECT_TRUE(root.logLines().value(0).contains(
         QString(" - %1 - %2 - User Agent): message").arg(::getpid()).arg(expected)))
+        << root.logContent().constData();
+}
+
+TEST_F(ZDRLogLine, WritesTheEffectiveUserIdWhoeverTheRealUserIs)
+{
+    root.makeFolder("/var/log", 0777);
+    const uid_t effective = Identity::ordinaryUserHere();
+    // Only root can have two identities; for anybody else the two are one.
+    EXPECT_TRUE(Identity::holdsAs(Identity::becomeOrdinaryUserEffectively, [] { ZDRLogDaemon("message"); }));
+    EXPECT_TRUE(root.logLines().value(0).endsWith(QString(" - %1 - Daemon): message").arg(effective)))
         << root.logContent().constData();
 }
 
