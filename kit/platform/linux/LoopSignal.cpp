@@ -52,7 +52,7 @@ void handleSignalInLoop(int signalNumber, void (*handler)(int))
         return;
     }
     // Neither is ever given back: a signal may come as long as the process lives.
-    auto *const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read);
+    static auto *const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read);
     QObject::connect(notifier, &QSocketNotifier::activated, notifier,
                      [=] { takeSignals(descriptor, signalNumber, handler); });
     struct sigaction action = {};

@@ -330,6 +330,7 @@ TEST_F(HostilePeer, RunningOutOfDescriptorsPausesTheAcceptingAndPasses)
 {
     // Served once before: the sanitizers look at types that they meet for the first time with descriptors of
     // their own.
+    Readiness queue(server->receivePort()->listeningDescriptor());
     EXPECT_TRUE(othersAreServed());
     rlimit before{};
     ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
@@ -340,7 +341,7 @@ TEST_F(HostilePeer, RunningOutOfDescriptorsPausesTheAcceptingAndPasses)
     const int lowest = ::dup(0);
     ::close(lowest);
     const rlimit tight{static_cast<rlim_t>(lowest), before.rlim_max};
-    const Readiness queue(server->receivePort()->listeningDescriptor());
+    queue.count = 0;
     const auto start = std::chrono::steady_clock::now();
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &tight), 0);
     // The server finds its queue full and no descriptor free, again and again, but with pauses in between.

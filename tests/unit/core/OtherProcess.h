@@ -15,9 +15,10 @@
 /// A user id that owns nothing and has no entry in the user database.
 constexpr unsigned ordinaryUserId = 54321;
 
-/// Runs `work` in a child process and returns what it wrote to the console (the standard error stream), with
-/// "died" appended when the child did not end by itself.
-inline QByteArray consoleOfChild(const std::function<void()> &work)
+/// Runs `work` in a child process, and `meanwhile` in this one, and returns what the child wrote to the
+/// console (the standard error stream), with "died" appended when it did not end by itself.
+inline QByteArray consoleOfChild(
+    const std::function<void()> &work, const std::function<void()> &meanwhile = [] {})
 {
     std::array<int, 2> pipe{};
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0)
@@ -29,6 +30,7 @@ inline QByteArray consoleOfChild(const std::function<void()> &work)
         ::_exit(0);
     }
     ::close(pipe[1]);
+    meanwhile();
     QByteArray console;
     std::array<char, 4096> part{};
     for (ssize_t size = 0; (size = ::read(pipe[0], part.data(), part.size())) > 0;)

@@ -221,13 +221,16 @@ TEST_F(ZDRLogLine, LinesOfSeveralThreadsAndProcessesInterleaveWhole)
         for (int i = 0; i < lines; ++i)
             ZDRLogDaemon(role + QString(300, 'x') + QString::number(i));
     };
-    std::vector<std::thread> writers;
-    writers.reserve(threads);
-    for (int i = 0; i < threads; ++i)
-        writers.emplace_back(writeMany, QString("thread"));
-    const QByteArray console = consoleOfChild([&] { writeMany("process"); });
-    for (std::thread &writer : writers)
-        writer.join();
+    // The process first: one that is made while other threads run may find their locks taken for ever.
+    const auto writeInThreads = [&] {
+        std::vector<std::thread> writers;
+        writers.reserve(threads);
+        for (int i = 0; i < threads; ++i)
+            writers.emplace_back(writeMany, QString("thread"));
+        for (std::thread &writer : writers)
+            writer.join();
+    };
+    const QByteArray console = consoleOfChild([&] { writeMany("process"); }, writeInThreads);
     EXPECT_EQ(console, QByteArray());
     const QRegularExpression whole(R"(^\(\d+ - \d+ - \d+ - Daemon\): (thread|process)x{300}\d+$)");
     const QStringList written = root.logLines();
