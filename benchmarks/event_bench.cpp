@@ -2,12 +2,9 @@
 //
 // One Apple event with its reply, on a fresh connection and on a kept one, against bare exchanges over a Unix
 // socket. Each server is a process of its own.
-//
-// To wake a process on another processor takes longer than these exchanges themselves, and where the
-// scheduler leaves the two is an accident that lasts for a whole run. So each pair is measured with both on
-// one processor and with each on its own, besides where the scheduler likes.
 #include "BareSocket.h"
 #include "Bench.h"
+#include "Placement.h"
 
 #include "platform/AEManager.h"
 #include "platform/AEProcesses.h"
@@ -25,7 +22,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <sched.h>
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -59,31 +55,6 @@ void serveEvents(int argc, char **argv)
     NSAppleEventManager::sharedAppleEventManager().setEventHandlerForEventClass(&receiver, "answer",
                                                                                 benchClass, benchID);
     QCoreApplication::exec();
-}
-
-// ---- where it runs
-
-std::vector<int> usableProcessors()
-{
-    cpu_set_t set;
-    if (::sched_getaffinity(0, sizeof set, &set) != 0)
-        fail("sched_getaffinity");
-    std::vector<int> processors;
-    for (int i = 0; i < CPU_SETSIZE; ++i) {
-        if (CPU_ISSET(i, &set))
-            processors.push_back(i);
-    }
-    return processors;
-}
-
-void placeOn(pid_t process, const std::vector<int> &processors)
-{
-    cpu_set_t set;
-    CPU_ZERO(&set);
-    for (const int processor : processors)
-        CPU_SET(processor, &set);
-    if (::sched_setaffinity(process, sizeof set, &set) != 0)
-        fail("sched_setaffinity");
 }
 
 AppleEvent eventTo(const ProcessSerialNumber &number)
@@ -151,34 +122,19 @@ int main(int argc, char **argv)
         AESender::forgetStreams();
         sendEvent(receiver);
     };
-    const std::vector<int> processors = usableProcessors();
-    const std::vector<int> one{processors.front()};
-    const std::vector<int> other{processors.back()};
-    const auto addAll = [&](const QString &where, const std::vector<int> &ours,
-                            const std::vector<int> &theirs) {
-        const auto place = [=, &servers] {
-            placeOn(0, ours);
-            for (const pid_t server : servers)
-                placeOn(server, theirs);
-        };
-        const QString bareFresh = "bare exchange, fresh" + where;
-        const QString bareKept = "bare exchange, kept" + where;
-        const QString eventFresh = "event, fresh" + where;
-        const QString eventKept = "event, kept" + where;
-        bench.add(bareFresh, freshBare, place);
-        bench.add("request, fresh" + where, freshRequest, place);
-        bench.add(eventFresh, freshEvent, place);
-        bench.add(
-            bareKept, [&] { exchangeBare(kept); }, place);
-        bench.add(
-            eventKept, [&] { sendEvent(receiver); }, place);
-        reaches.emplace_back(eventFresh, bareFresh, 3.0);
-        reaches.emplace_back(eventKept, bareKept, 6.0);
-    };
-    addAll(", one processor", one, one);
-    if (one != other)
-        addAll(", two processors", one, other);
-    addAll(", anywhere", processors, processors);
+    const auto keptBare = [&] { exchangeBare(kept); };
+    const auto keptEvent = [&] { sendEvent(receiver); };
+    for (const Placement &placement : Placement::all()) {
+        const auto take = [placement, &servers] { placement.take(servers); };
+        const QString where = ", " + placement.name;
+        bench.add("bare exchange, fresh" + where, freshBare, take);
+        bench.add("request, fresh" + where, freshRequest, take);
+        bench.add("event, fresh" + where, freshEvent, take);
+        bench.add("bare exchange, kept" + where, keptBare, take);
+        bench.add("event, kept" + where, keptEvent, take);
+        reaches.emplace_back("event, fresh" + where, "bare exchange, fresh" + where, 3.0);
+        reaches.emplace_back("event, kept" + where, "bare exchange, kept" + where, 6.0);
+    }
     bench.run(20, 200);
     bench.print("one Apple event with its reply", reaches);
     for (const pid_t server : servers)

@@ -4,6 +4,7 @@
 // socket, and through a dbus-daemon. Each server is a process of its own.
 #include "BareSocket.h"
 #include "Bench.h"
+#include "Placement.h"
 
 #include "communication/WDCommunicationCenter.h"
 #include "core/WDNotificationCenter.h"
@@ -205,15 +206,24 @@ int main(int argc, char **argv)
     }
 
     Bench bench;
-    bench.add("bare socket", [&] { requestBare(barePath); });
-    bench.add("kit", [&] {
+    std::vector<std::tuple<QString, QString, double>> reaches;
+    const auto bare = [&] { requestBare(barePath); };
+    const auto kit = [&] {
         if (!center->postNotificationToDaemon(tenKeys()))
             fail("the daemon did not answer");
-    });
-    bench.add("dbus-daemon", [&] { requestBus(busAddress); });
+    };
+    const auto bus = [&] { requestBus(busAddress); };
+    for (const Placement &placement : Placement::all()) {
+        const auto take = [placement, &servers] { placement.take(servers); };
+        const QString where = ", " + placement.name;
+        bench.add("bare socket" + where, bare, take);
+        bench.add("kit" + where, kit, take);
+        bench.add("dbus-daemon" + where, bus, take);
+        reaches.emplace_back("kit" + where, "bare socket" + where, 3.0);
+        reaches.emplace_back("kit" + where, "dbus-daemon" + where, 0.4);
+    }
     bench.run(20, 200);
-    bench.print("one complete request, fresh connection, post of ten keys",
-                {{"kit", "bare socket", 3.0}, {"kit", "dbus-daemon", 0.4}});
+    bench.print("one complete request, fresh connection, post of ten keys", reaches);
     for (const pid_t server : servers)
         ::kill(server, SIGKILL);
     while (::wait(nullptr) > 0) {
