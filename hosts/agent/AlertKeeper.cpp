@@ -50,20 +50,27 @@ void AlertKeeper::keep(const QString &bundlePath, const std::shared_ptr<WDUserAg
 
 void AlertKeeper::withdraw(const QString &bundlePath, const QDateTime &date)
 {
-    const auto plugIn = m_plugIns.take(keyOf(bundlePath, date));
+    withdraw(keyOf(bundlePath, date));
+    waitForNext();
+}
+
+void AlertKeeper::withdraw(const Key &key)
+{
+    const auto plugIn = m_plugIns.take(key);
     if (!plugIn)
         return;
     if (NSUserNotificationCenter::defaultUserNotificationCenter().deliveredNotifications().contains(
             plugIn->userNotification()))
-        ZDRLog("The alert of %@ is withdrawn", logLabel(bundlePath.section('/', -1)));
+        ZDRLog("The alert of %@ is withdrawn", logLabel(key.second.section('/', -1)));
     stop(*plugIn);
-    waitForNext();
 }
 
 void AlertKeeper::withdrawDue()
 {
-    while (!m_plugIns.isEmpty() && m_plugIns.firstKey().first <= m_clock.currentDate().toMSecsSinceEpoch())
-        withdraw(m_plugIns.firstKey().second, m_plugIns.first()->calendarDate());
+    while (!m_plugIns.isEmpty() && m_plugIns.firstKey().first <= m_clock.currentDate().toMSecsSinceEpoch()) {
+        const Key due = m_plugIns.firstKey(); // a copy: the map's own goes with the plug-in
+        withdraw(due);
+    }
     waitForNext();
 }
 

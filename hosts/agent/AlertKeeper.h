@@ -41,6 +41,7 @@ public:
 private:
     using Key = std::pair<qint64, QString>; // milliseconds since 1970, so that the first is the next due
     static Key keyOf(const QString &bundlePath, const QDateTime &date);
+    void withdraw(const Key &key);
     void withdrawDue();
     void waitForNext();
 

@@ -105,6 +105,16 @@ TEST_F(AlertKeeperTest, GoesOnAfterAPlugInThatRaises)
     EXPECT_THAT(root.logContent().toStdString(), testing::HasSubstr("raised: the plug-in was told to"));
 }
 
+TEST_F(AlertKeeperTest, WithdrawsAPlugInThatTookAnotherDateAtTheDateThatItWasKeptFor)
+{
+    const auto plugIn = std::make_shared<NotingPlugIn>(withdrawn, "a");
+    plugIn->setCalendarDate(noon().addSecs(30));
+    keeper->keep("/a", plugIn);
+    plugIn->setCalendarDate(noon().addSecs(90));
+    clock.advance(30s);
+    EXPECT_EQ(withdrawn, QStringList{"a"});
+}
+
 TEST_F(AlertKeeperTest, WithdrawsAllAtItsEnd)
 {
     keep("a", 30);
