@@ -116,7 +116,7 @@ void AlertWindow::countDownTo(const QDateTime &date)
         return; // shown anew, it goes on
     m_date = date;
     m_timer->start(date);
-    const double seconds = Platform::current().clock->currentDate().msecsTo(date) / 1000.0;
+    const double seconds = static_cast<double>(Platform::current().clock->currentDate().msecsTo(date)) / 1000;
     const auto step = stepFor(seconds);
     m_pie->setMaxValue(static_cast<float>(std::max(seconds, 1.0)));
     m_pie->setIntervalValue(static_cast<float>(step.count()));

@@ -15,9 +15,9 @@
 ///
 /// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
 /// be entered again from within its own callbacks.
-class SdBusStream : public MessageStream,
-                    public StreamLoop::Source,
-                    public std::enable_shared_from_this<SdBusStream>
+class SdBusStream final : public MessageStream,
+                          public StreamLoop::Source,
+                          public std::enable_shared_from_this<SdBusStream>
 {
 public:
     enum class Side { Server, Client };
