@@ -10,12 +10,6 @@
 
 class NSSocketPort;
 
-/// The path of an object on a stream, as an argument or a result.
-struct ObjectPath {
-    QByteArray path;
-};
-Q_DECLARE_METATYPE(ObjectPath)
-
 /// Port: a stream of requests and replies between two processes. NSConnection knows which object answers
 /// what; the stream knows how that travels (docs/wire-protocol.md).
 ///

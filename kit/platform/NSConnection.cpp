@@ -5,6 +5,7 @@
 #include "platform/NSDistantObject.h"
 #include "platform/NSException.h"
 #include "platform/NSNotificationCenter.h"
+#include "platform/ObjectPath_p.h"
 #include "platform/RemoteCall_p.h"
 
 #include <unordered_set>

@@ -3,6 +3,7 @@
 
 #include "platform/NSConnection_p.h"
 #include "platform/NSException.h"
+#include "platform/ObjectPath_p.h"
 #include "platform/RemoteCall_p.h"
 
 struct NSDistantObject::Private {

@@ -3,6 +3,7 @@
 
 #include "platform/NSException.h"
 #include "platform/NSNotification.h"
+#include "platform/ObjectPath_p.h"
 #include "platform/WireBlobs_p.h"
 
 #include <QDateTime>

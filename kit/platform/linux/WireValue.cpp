@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/WireValue_p.h"
 
-#include "platform/MessageStream_p.h"
 #include "platform/NSException.h"
+#include "platform/ObjectPath_p.h"
 #include "platform/linux/WireBlob_p.h"
 
 #include <QDateTime>
