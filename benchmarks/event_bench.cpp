@@ -6,17 +6,17 @@
 #include "Bench.h"
 #include "Placement.h"
 
-#include "platform/AEManager.h"
-#include "platform/AEProcesses.h"
-#include "platform/AESender_p.h"
-#include "platform/NSAppleEventDescriptor.h"
-#include "platform/NSAppleEventManager.h"
-#include "platform/NSConnection.h"
-#include "platform/NSDistantObject.h"
-#include "platform/NSSocketPort.h"
-#include "platform/Platform.h"
-#include "platform/ProcessSerialNumber.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/communication/events/AEManager.h"
+#include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/communication/events/AESender_p.h"
+#include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>

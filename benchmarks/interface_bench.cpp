@@ -3,9 +3,9 @@
 // scroll.
 #include "Bench.h"
 
-#include "interface/CellDelegate.h"
-#include "interface/WDConfiguratorCell.h"
-#include "interface/ZDRTableView.h"
+#include "DozelyKit/interface/cells/CellDelegate.h"
+#include "DozelyKit/interface/cells/WDConfiguratorCell.h"
+#include "DozelyKit/interface/lists/ZDRTableView.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>

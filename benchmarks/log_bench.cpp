@@ -3,9 +3,9 @@
 // One line of the shared log against the bare open, write and close that it cannot do without.
 #include "Bench.h"
 
-#include "core/ZDRLog.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -6,11 +6,11 @@
 #include "Bench.h"
 #include "Placement.h"
 
-#include "communication/WDCommunicationCenter.h"
-#include "core/WDNotificationCenter.h"
-#include "platform/NSConnection.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

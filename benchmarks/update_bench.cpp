@@ -7,15 +7,15 @@
 // "update_bench --once ROOT AUTHORITY SERVER" is that process.
 #include "Bench.h"
 
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
+#include "DozelyKit/system/network/linux/RouteReachability_p.h"
+#include "DozelyKit/update/UpdateServer.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 #include "integration/update/TlsServer.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/PropertyList.h"
-#include "platform/RootFolder.h"
-#include "platform/linux/CurlHttpClient_p.h"
-#include "platform/linux/RouteReachability_p.h"
-#include "update/UpdateServer.h"
-#include "update/WDUpdateChecker.h"
 
 #include <QDir>
 #include <QFile>

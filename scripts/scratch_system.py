@@ -89,7 +89,7 @@ class System:
             ("hosts/daemon/dozelyd", "usr/sbin/dozelyd"),
             ("hosts/admin/dozely-admin", "usr/bin/dozely-admin"),
             ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
-            ("kit/interface/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
+            ("kit/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
         ]
         copies += [(f"bundles/PlugIns/{name}", f"{PLUG_INS}/{name}") for name in more_plug_ins]
         for source, target in copies:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // A plug-in whose action in the user's session writes down how late it started.
-#include <plugin/WDPlugInFactory.h>
+#include <DozelyKit/plugin/WDPlugInFactory.h>
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "communication/ZDRAppleEvent.h"
+#include "DozelyKit/communication/events/ZDRAppleEvent.h"
 
 #include <QObject>
 

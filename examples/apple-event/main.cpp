@@ -8,11 +8,11 @@
 // DIR is a folder to try it in, without touching the machine's own; both processes need the same one.
 #include "Greeter.h"
 
-#include "communication/ZDRAppleEventManager.h"
-#include "platform/NSAppleEventManager.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/ProcessSerialNumber.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/communication/events/ZDRAppleEventManager.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

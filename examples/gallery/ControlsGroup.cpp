@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ControlsGroup.h"
 
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRButton.h"
-#include "interface/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
 
 #include <QBoxLayout>
 #include <QSlider>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "DrawingGroup.h"
 
-#include "interface/BezierPathExtensions.h"
-#include "interface/NSBezierPath.h"
-#include "interface/NSGraphicsContext.h"
-#include "interface/RectangleExtensions.h"
+#include "DozelyKit/interface/drawing/BezierPathExtensions.h"
+#include "DozelyKit/interface/drawing/NSBezierPath.h"
+#include "DozelyKit/interface/drawing/NSGraphicsContext.h"
+#include "DozelyKit/interface/drawing/RectangleExtensions.h"
 
 #include <QBoxLayout>
 #include <QPainter>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "ListsGroup.h"
 
-#include "interface/CellDelegate.h"
-#include "interface/ImageExtensions.h"
-#include "interface/NSTextFieldCell.h"
-#include "interface/OutlineViewExtensions.h"
-#include "interface/WDConfiguratorCell.h"
-#include "interface/ZDRImageTextCell.h"
-#include "interface/ZDRTableView.h"
-#include "platform/NSBundle.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/interface/cells/CellDelegate.h"
+#include "DozelyKit/interface/cells/NSTextFieldCell.h"
+#include "DozelyKit/interface/cells/WDConfiguratorCell.h"
+#include "DozelyKit/interface/cells/ZDRImageTextCell.h"
+#include "DozelyKit/interface/drawing/ImageExtensions.h"
+#include "DozelyKit/interface/lists/OutlineViewExtensions.h"
+#include "DozelyKit/interface/lists/ZDRTableView.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SettingsGroup.h"
 
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QBoxLayout>
 #include <QJsonDocument>

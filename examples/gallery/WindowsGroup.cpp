@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "WindowsGroup.h"
 
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/views/ViewExtensions.h"
 #include "hosts/agent/AlertWindowPresenter.h"
-#include "interface/ViewExtensions.h"
-#include "interface/ZDRButton.h"
-#include "interface/ZDRProgressIndicator.h"
 
 #include <QBoxLayout>
 #include <QComboBox>

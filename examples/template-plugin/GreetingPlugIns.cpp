@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "GreetingPlugIns.h"
 
-#include <core/ZDRLog.h>
+#include <DozelyKit/core/foundation/ZDRLog.h>
 
 namespace
 {

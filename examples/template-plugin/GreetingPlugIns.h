@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <plugin/WDPlugIn.h>
+#include <DozelyKit/plugin/WDPlugIn.h>
 
 /// Greets from the daemon.
 class GreetingDaemonPlugIn : public WDDaemonPlugIn

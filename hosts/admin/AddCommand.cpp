@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/AddCommand.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
@@ -10,8 +12,6 @@
 #include "hosts/admin/ParameterOptions.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/common/LogLabel.h"
-#include "platform/NSBundle.h"
-#include "platform/RootFolder.h"
 
 #include <QDir>
 #include <QUuid>

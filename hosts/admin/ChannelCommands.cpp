@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/ChannelCommands.h"
 
-#include "communication/ZDRUnixSocketPort.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
@@ -10,8 +12,6 @@
 #include "hosts/common/EventPermissions.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/HostRootObject.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
 
 #include <QFile>
 

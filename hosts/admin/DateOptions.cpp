@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/DateOptions.h"
 
-#include "core/DateExtensions.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/Platform.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/common/TimeZoneName.h"
-#include "platform/Clock.h"
-#include "platform/Platform.h"
-#include "platform/PropertyList.h"
 
 #include <QRegularExpression>
 #include <QTimeZone>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/EventCommand.h"
 
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/StringFormat.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
@@ -8,8 +10,6 @@
 #include "hosts/admin/ParameterOptions.h"
 #include "hosts/common/EventRequest.h"
 #include "hosts/common/EventValue.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/StringFormat.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/Identity.h"
 
-#include "communication/ZDRUnixSocketPort.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "hosts/admin/AdminError.h"
 
 #include <grp.h>

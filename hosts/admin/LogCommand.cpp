@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/LogCommand.h"
 
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/LogReader.h"
 #include "hosts/admin/Output.h"
-#include "platform/RootFolder.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

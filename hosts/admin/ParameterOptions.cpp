@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/ParameterOptions.h"
 
+#include "DozelyKit/core/files/PropertyList.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "platform/PropertyList.h"
 
 #include <QRegularExpression>
 

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/PowerCommand.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/ServiceRegistry.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
-#include "platform/Clock.h"
-#include "platform/Platform.h"
-#include "platform/PowerEventScheduler.h"
-#include "platform/RootFolder.h"
-#include "platform/ServiceRegistry.h"
-#include "platform/SystemPower.h"
 
 #include <algorithm>
 #include <unistd.h>

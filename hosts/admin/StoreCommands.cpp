@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/StoreCommands.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
@@ -9,7 +10,6 @@
 #include "hosts/common/ActionPlace.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
-#include "platform/NSBundle.h"
 
 #include <QFileInfo>
 

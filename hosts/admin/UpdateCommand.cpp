@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/UpdateCommand.h"
 
+#include "DozelyKit/update/UpdateServer.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
-#include "update/UpdateServer.h"
-#include "update/WDUpdateChecker.h"
 
 namespace
 {

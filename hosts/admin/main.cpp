@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "hosts/admin/AddCommand.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
@@ -9,7 +10,6 @@
 #include "hosts/admin/PowerCommand.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/admin/UpdateCommand.h"
-#include "platform/NSProcessInfo.h"
 
 #include <QCoreApplication>
 #include <QHash>

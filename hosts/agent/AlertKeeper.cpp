@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertKeeper.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
-#include "platform/Clock.h"
 
 namespace
 {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertWindow.h"
 
-#include "interface/ZDRButton.h"
-#include "interface/ZDRProgressIndicator.h"
-#include "platform/Clock.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 
 #include <QBoxLayout>
 #include <QLabel>

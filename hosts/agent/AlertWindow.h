@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "interface/ZDRBezelWindow.h"
-#include "platform/NSUserNotification.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
+#include "DozelyKit/system/alerts/NSUserNotification.h"
 
 #include <QDateTime>
 

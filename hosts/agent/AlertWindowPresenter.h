@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "hosts/agent/AlertWindow.h"
-#include "platform/UserNotificationPresenter.h"
 
 #include <QHash>
 #include <QList>

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/UserAgentController.h"
 
-#include "core/StringExtensions.h"
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/StringExtensions.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
-#include "platform/Clock.h"
-#include "platform/NSNotification.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/RootFolder.h"
 
 namespace
 {

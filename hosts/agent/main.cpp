@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "communication/WDCommunicationCenter.h"
-#include "core/ZDRLog.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/UserAgentController.h"
@@ -9,7 +10,6 @@
 #include "hosts/common/HostRootObject.h"
 #include "hosts/common/RequiredEvents.h"
 #include "hosts/common/TerminationWatcher.h"
-#include "platform/Platform.h"
 
 #include <QGuiApplication>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ActionInhibitor.h"
 
-#include "platform/IntegerValue.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/core/foundation/Platform.h"
 
 namespace
 {

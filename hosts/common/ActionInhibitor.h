@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/SystemPower.h"
+#include "DozelyKit/system/power/SystemPower.h"
 
 #include <QVariantMap>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ActionPlace.h"
 
-#include "platform/IntegerValue.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/EventReceiver.h"
 
-#include "core/WDNotificationCenter.h"
-#include "platform/NSConnection.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 
 EventReceiver::EventReceiver(QObject *context, Handler handler)
     : m_context(context), m_handler(std::move(handler))

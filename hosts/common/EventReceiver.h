@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/NSNotification.h"
 #include "hosts/common/EventPermissions.h"
-#include "platform/NSNotification.h"
 
 #include <QObject>
 #include <QPointer>

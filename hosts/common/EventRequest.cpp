@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/EventRequest.h"
 
-#include "platform/ProcessSerialNumber.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/AEManager.h"
+#include "DozelyKit/communication/events/AEManager.h"
 
 #include <QVariantMap>
 

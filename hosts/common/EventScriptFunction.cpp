@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/EventScriptFunction.h"
 
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/system/scripting/AppleScriptExtensions.h"
+#include "DozelyKit/system/scripting/NSAppleScript.h"
 #include "hosts/common/EventRequest.h"
 #include "hosts/common/EventValue.h"
-#include "platform/NSAppleScript.h"
-#include "platform/NSException.h"
-#include "platform/NSProcessInfo.h"
-#include "system/AppleScriptExtensions.h"
 
 #include <cmath>
 

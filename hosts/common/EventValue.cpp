@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/EventValue.h"
 
-#include "platform/NSAppleEventDescriptor.h"
+#include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 
 #include <QDateTime>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/AEDesc.h"
+#include "DozelyKit/communication/events/AEDesc.h"
 
 #include <QVariant>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/GuardedPosting.h"
 
-#include "communication/WDCommunicationCenter.h"
-#include "core/ZDRLog.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSLock.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/LogLabel.h"
-#include "platform/NSException.h"
-#include "platform/NSLock.h"
 
 namespace
 {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostApplication.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/GuardedPosting.h"
-#include "platform/NSNotificationCenter.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/ProblemReport.h"
-#include "system/ZDRPowerManager.h"
 
 void HostApplication::begin(const char *processName)
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/HostOptions.h"
 
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <cstdio>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "communication/WDCommunicationCenter.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 
 #include <QObject>
 

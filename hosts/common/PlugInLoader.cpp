@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/PlugInLoader.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
-#include "platform/TrustedPath.h"
 
 #include <QDir>
 #include <QFileInfo>

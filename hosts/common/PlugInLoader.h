@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QHash>
 #include <QList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/RequiredEvents.h"
 
-#include "core/ZDRLog.h"
-#include "platform/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 
 RequiredEvents::RequiredEvents()
 {

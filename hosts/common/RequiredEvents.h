@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSAppleEventDescriptor.h"
+#include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 
 #include <QObject>
 

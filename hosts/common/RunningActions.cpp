@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/RunningActions.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/GuardedPosting.h"
 
 #include <algorithm>

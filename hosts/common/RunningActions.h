@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/plugin/WDPlugIn.h"
 #include "hosts/common/ActionInhibitor.h"
-#include "plugin/WDPlugIn.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Schedule.h"
 
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/TimeZoneName.h"
-#include "platform/RootFolder.h"
 
 #include <QDir>
 #include <QStringList>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ScheduleStore.h"
 
+#include "DozelyKit/core/files/AtomicFile.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/TrustedFolder.h"
-#include "platform/AtomicFile.h"
-#include "platform/PropertyList.h"
-#include "platform/RootFolder.h"
-#include "platform/TrustedPath.h"
 
 #include <QFile>
 #include <QFileInfo>

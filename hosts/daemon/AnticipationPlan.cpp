@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/AnticipationPlan.h"
 
-#include "platform/Clock.h"
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 namespace
 {

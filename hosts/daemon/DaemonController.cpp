@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/DaemonController.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
-#include "platform/Clock.h"
-#include "platform/RootFolder.h"
 
 namespace
 {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/ActionPlace.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
-#include "platform/RootFolder.h"
 
 #include <QScopeGuard>
 

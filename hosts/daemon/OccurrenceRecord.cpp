@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrenceRecord.h"
 
-#include "platform/PropertyList.h"
+#include "DozelyKit/core/files/PropertyList.h"
 
 namespace
 {

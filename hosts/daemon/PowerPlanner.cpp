@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/PowerPlanner.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/PlugInLoader.h"
-#include "platform/Clock.h"
-#include "platform/NSNotificationCenter.h"
-#include "platform/Platform.h"
-#include "platform/RootFolder.h"
-#include "system/ZDRPowerManager.h"
 
 #include <QFile>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/daemon/Scheduler.h"
 #include "hosts/daemon/StoreWatcher.h"
-#include "platform/PowerEventScheduler.h"
 
 #include <QHash>
 #include <QObject>

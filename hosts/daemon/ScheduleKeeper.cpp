@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/ScheduleKeeper.h"
 
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/OccurrenceFile.h"
-#include "platform/Clock.h"
 
 namespace
 {

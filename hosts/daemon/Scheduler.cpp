@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/Scheduler.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/common/EventPermissions.h"
-#include "platform/Clock.h"
 
 #include <QTimeZone>
 

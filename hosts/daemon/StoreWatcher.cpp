@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/StoreWatcher.h"
 
-#include "platform/Clock.h"
+#include "DozelyKit/core/foundation/Clock.h"
 
 #include <QFileInfo>
 

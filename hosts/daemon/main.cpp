@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "communication/WDCommunicationCenter.h"
-#include "core/ZDRLog.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/EventScriptFunction.h"
 #include "hosts/common/HostApplication.h"
 #include "hosts/common/HostOptions.h"
@@ -8,10 +12,6 @@
 #include "hosts/common/TerminationWatcher.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
-#include "platform/AEProcesses.h"
-#include "platform/Platform.h"
-#include "platform/PowerEventScheduler.h"
-#include "system/ZDRPowerManager.h"
 
 #include <sys/stat.h>
 

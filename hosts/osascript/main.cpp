@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/system/scripting/AppleScriptExtensions.h"
+#include "DozelyKit/system/scripting/NSAppleScript.h"
 #include "hosts/common/EventScriptFunction.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/RelocatedTool.h"
-#include "platform/NSAppleScript.h"
-#include "platform/NSProcessInfo.h"
-#include "system/AppleScriptExtensions.h"
 
 #include <QCoreApplication>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "core/DateExtensions.h"
+#include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/LogLabel.h"
 #include "hosts/common/RelocatedTool.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/PowerEventScheduler.h"
-#include "platform/RootFolder.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>

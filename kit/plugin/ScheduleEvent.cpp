@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/ScheduleEvent_p.h"
+#include "DozelyKit/plugin/ScheduleEvent_p.h"
 
-#include "platform/NSException.h"
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 NSNotification ScheduleEvent::make(const QString &name, const char16_t *sender, const WDPlugIn &plugIn,
                                    Parameters parameters)

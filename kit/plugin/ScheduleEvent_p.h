@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSNotification.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
 
 class WDPlugIn;
 

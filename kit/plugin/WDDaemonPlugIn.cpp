@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "communication/WDCommunicationCenter.h"
-#include "core/ZDRLog.h"
-#include "plugin/ScheduleEvent_p.h"
-#include "system/UserDefaultsExtensions.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/ScheduleEvent_p.h"
+#include "DozelyKit/system/machine/UserDefaultsExtensions.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "platform/IntegerValue.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
 
 WDPlugInProtocol::~WDPlugInProtocol() = default;
 

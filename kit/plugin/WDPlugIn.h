@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSBundle.h"
-#include "plugin/WDUserNotificationCenterDelegate.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/system/alerts/WDUserNotificationCenterDelegate.h"
 
 #include <QDateTime>
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 /// What the module of a plug-in bundle exports: the class-wide operations of one plug-in class.
 ///

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "platform/InterfaceFileLoader.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
+#include "DozelyKit/core/foundation/Platform.h"
 
 WDPrefPanePlugInProtocol::~WDPrefPanePlugInProtocol() = default;
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "communication/WDCommunicationCenter.h"
-#include "core/DateStyles_p.h"
-#include "core/ZDRLog.h"
-#include "platform/InterfaceFileLoader.h"
-#include "platform/NSException.h"
-#include "platform/Platform.h"
-#include "platform/StringFormat.h"
-#include "plugin/ScheduleEvent_p.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
+#include "DozelyKit/core/foundation/DateStyles_p.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/ScheduleEvent_p.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "update/UpdateAnswer_p.h"
+#include "DozelyKit/update/UpdateAnswer_p.h"
 
-#include "platform/IntegerValue.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "update/UpdateRequest_p.h"
+#include "DozelyKit/update/UpdateRequest_p.h"
 
-#include "core/ZDRLog.h"
-#include "platform/IntegerValue.h"
-#include "platform/PropertyList.h"
-#include "platform/RootFolder.h"
-#include "update/UpdateAnswer_p.h"
-#include "update/UpdateServer.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/update/UpdateAnswer_p.h"
+#include "DozelyKit/update/UpdateServer.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>

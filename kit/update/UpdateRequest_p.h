@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/HttpClient.h"
+#include "DozelyKit/system/network/HttpClient.h"
 
 #include <QStringList>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "update/UpdateServer.h"
+#include "DozelyKit/update/UpdateServer.h"
 
 bool UpdateServer::isAsked()
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Export.h"
+#include "DozelyKit/core/foundation/Export.h"
 
 #include <QString>
 #include <QUrl>

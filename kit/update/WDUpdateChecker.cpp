@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "update/WDUpdateChecker.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 
-#include "core/ZDRLog.h"
-#include "platform/HttpClient.h"
-#include "platform/IntegerValue.h"
-#include "platform/NSBundle.h"
-#include "platform/Platform.h"
-#include "platform/Reachability.h"
-#include "platform/RootFolder.h"
-#include "system/UserDefaultsExtensions.h"
-#include "update/UpdateAnswer_p.h"
-#include "update/UpdateRequest_p.h"
-#include "update/UpdateServer.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/machine/UserDefaultsExtensions.h"
+#include "DozelyKit/system/network/HttpClient.h"
+#include "DozelyKit/system/network/Reachability.h"
+#include "DozelyKit/update/UpdateAnswer_p.h"
+#include "DozelyKit/update/UpdateRequest_p.h"
+#include "DozelyKit/update/UpdateServer.h"
 
 namespace
 {

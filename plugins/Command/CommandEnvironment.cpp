@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandEnvironment.h"
 
-#include "core/StringExtensions.h"
+#include "DozelyKit/core/foundation/StringExtensions.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandPrefPanePlugIn.h"
 
-#include "platform/IntegerValue.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
 
 #include <QFileDialog>
 

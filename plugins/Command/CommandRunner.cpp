@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandRunner.h"
 
-#include "core/ZDRLog.h"
-#include "platform/Clock.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "plugins/Command/CommandLine.h"
 
 #include <csignal>

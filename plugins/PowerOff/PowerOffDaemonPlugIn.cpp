@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 
-#include "core/ZDRLog.h"
-#include "platform/Platform.h"
-#include "platform/SystemPower.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/SystemPower.h"
 
 void PowerOffDaemonPlugIn::actInDaemon()
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 /// The alert before the daemon switches the machine off, which the user may cancel. Nothing acts in the
 /// session.

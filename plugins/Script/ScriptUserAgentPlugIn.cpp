@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Script/ScriptUserAgentPlugIn.h"
 
-#include "core/ZDRLog.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "plugins/Script/ScriptOrder.h"
 
 ScriptUserAgentPlugIn::ScriptUserAgentPlugIn()

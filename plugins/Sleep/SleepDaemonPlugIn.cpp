@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Sleep/SleepDaemonPlugIn.h"
 
-#include "system/ZDRPowerManager.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 
 void SleepDaemonPlugIn::actInDaemon()
 {

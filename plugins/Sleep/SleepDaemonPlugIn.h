@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 /// What puts the machine to sleep.
 class SleepDaemonPlugIn : public WDDaemonPlugIn

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/AEDesc.h"
+#include "DozelyKit/communication/events/AEDesc.h"
 
 #include <cstdint>
 

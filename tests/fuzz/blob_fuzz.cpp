@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/WireValue_p.h"
+#include "DozelyKit/core/dbus/linux/WireValue_p.h"
 
 #include <cstdint>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/FramePump_p.h"
+#include "DozelyKit/communication/remoting/linux/FramePump_p.h"
 
 #include <QtEndian>
 

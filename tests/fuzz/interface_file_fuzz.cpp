@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "interface/ZDRButton.h"
-#include "platform/InterfaceFileLoader.h"
-#include "platform/NSBundle.h"
-#include "platform/Platform.h"
-#include "platform/PropertyList.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/interface/controls/ZDRButton.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/PropertyList.h"
+#include "DozelyKit/core/files/PropertyList.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/ScriptEngine_p.h"
+#include "DozelyKit/system/scripting/ScriptEngine_p.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/StringsFile_p.h"
+#include "DozelyKit/core/bundles/StringsFile_p.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/TxtRecord_p.h"
+#include "DozelyKit/system/network/TxtRecord_p.h"
 
 #include <cstdint>
 

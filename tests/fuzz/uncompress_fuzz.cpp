@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/DataExtensions.h"
+#include "DozelyKit/core/foundation/DataExtensions.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -12,21 +12,40 @@ import re
 import sys
 from pathlib import Path
 
-# A folder of kit/ may include itself and these. Arrows go down only.
+EVERYTHING = "*"
+# A room of kit/ may include itself, core/foundation, the Export.h of its floor, and these: exactly the arrows that there are.
 ARROWS = {
-    "platform": (),
-    "core": ("platform",),
-    "communication": ("core", "platform"),
-    "system": ("core", "platform"),
-    "update": ("system", "core", "platform"),
-    "plugin": ("communication", "system", "core", "platform"),
-    "interface": ("core", "platform"),
+    "core/foundation": (),
+    "core/files": (),
+    "core/dbus": (),
+    "core/bundles": ("core/files",),
+    "core/broadcast": ("core/dbus",),
+    "communication/remoting": ("core/dbus",),
+    "communication/channel": ("communication/remoting",),
+    "communication/events": ("communication/remoting", "core/bundles"),
+    "system/machine": ("core/bundles", "core/dbus", "core/files"),
+    "system/alerts": ("core/dbus",),
+    "system/power": ("core/dbus", "core/files", "system/machine"),
+    "system/network": ("core/dbus", "system/machine"),
+    "system/scripting": ("core/files", "system/machine"),
+    "plugin": ("communication/channel", "core/bundles", "system/alerts", "system/machine"),
+    "update": ("core/bundles", "core/files", "system/machine", "system/network"),
+    "interface/drawing": ("core/bundles",),
+    "interface/views": (),
+    "interface/cells": ("interface/drawing", "interface/views"),
+    "interface/windows": ("interface/drawing", "interface/views"),
+    "interface/controls": ("interface/drawing",),
+    "interface/lists": (),
+    "interface/loading": ("core/bundles", "interface/controls", "interface/lists", "interface/windows"),
+    "composition": (EVERYTHING,),
 }
+# Headers of a floor rather than of a room: what exports its classes.
+FLOOR_HEADERS = {"interface": ("interface/Export.h",)}
 # Programs and bundles without widgets: a root process loads no widget library.
 WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin", "hosts/osascript", "hosts/pmset")
 # Folders outside kit/ that see no more of it than a stranger who installed it.
 CONSUMERS = ("hosts", "plugins", "examples")
-# The doors to the machine: behind them, only kit/platform/linux.
+# The doors to the machine: behind them, only the linux/ folder of a room.
 MACHINE = re.compile(r"(sys|systemd|dbus|dbus-1\.0|linux|netinet|arpa|net|libevdev|libevdev-1\.0|curl)/"
                      r"|(poll|ifaddrs|mqueue|libudev)\.h$|QtDBus/|QDBus")
 GENERATED = re.compile(r"Dozely(Kit|Interface)Export\.h$|moc_\w+\.cpp$|\w+\.moc$|ui_\w+\.h$")
@@ -43,6 +62,13 @@ def includes(file):
         yield line, match.group(2) or match.group(3), match.group(2) is not None
 
 
+def room_of(relative):
+    """The room in which a file lies, as a path below kit/: FLOOR/ROOM, or the floor where it has no rooms."""
+    parts = relative.parts[:-1]
+    parts = parts[:-1] if parts[-1:] == ("linux",) else parts
+    return "/".join(parts)
+
+
 def is_public(relative):
     """Whether a file, as a path below kit/, is installed."""
     return relative.suffix == ".h" and not relative.name.endswith("_p.h") and "linux" not in relative.parts
@@ -55,6 +81,7 @@ class Rules:
         if "QString" not in self.qt_core:
             raise ValueError(f"{qt_core} does not hold QtCore's headers")
         self.broken = []
+        self.arrows = set()  # (room, room) of every include in kit/
 
     def check(self):
         files = 0
@@ -67,11 +94,18 @@ class Rules:
             raise ValueError(f"there are no sources below {self.root}")
         return self.broken
 
+    def unused_arrows(self):
+        """What the table allows and nothing in the tree makes use of: a rule that has outlived its reason."""
+        allowed = {(room, other) for room, others in ARROWS.items() for other in others if other != EVERYTHING}
+        return sorted(allowed - self.arrows)
+
     def check_file(self, file):
         relative = file.relative_to(self.root)
-        if relative.parts[0] == "kit" and relative.parts[1] not in ARROWS:
-            self.broken.append(f"{relative}: kit/{relative.parts[1]} is no folder that the rules know")
-            return
+        if relative.parts[0] == "kit":
+            below = relative.relative_to("kit")
+            if room_of(below) not in ARROWS and str(below) not in FLOOR_HEADERS.get(below.parts[0], ()):
+                self.broken.append(f"{relative}: kit/{room_of(below)} is no room that the rules know")
+                return
         for line, name, angled in includes(file):
             if name is None:
                 problem = "an include by macro hides what it includes"
@@ -84,32 +118,44 @@ class Rules:
 
     def own_header(self, including, name):
         """The included file as a path below kit/, None when it is none of the kit's."""
-        for candidate in (self.root / "kit" / name, (self.root / including).parent / name):
+        candidates = [(self.root / including).parent / name]
+        if name.startswith("DozelyKit/"):
+            candidates.append(self.root / "kit" / name.removeprefix("DozelyKit/"))
+        for candidate in candidates:
             resolved = candidate.resolve()
             if resolved.is_file() and resolved.is_relative_to(self.root / "kit"):
                 return resolved.relative_to(self.root / "kit")
         return None
 
     def problem_in_kit(self, file, name, angled):
-        folder, in_linux, public = file.parts[1], file.parts[1:3] == ("platform", "linux"), is_public(Path(*file.parts[1:]))
+        below = file.relative_to("kit")
+        room, in_linux, public = room_of(below), "linux" in below.parts, is_public(below)
         own = self.own_header(file, name)
         if own is not None:
-            if own.parts[0] != folder and own.parts[0] not in ARROWS[folder]:
-                return f"kit/{folder} may not include kit/{own.parts[0]}"
-            if own.parts[:2] == ("platform", "linux") and not in_linux:
-                return "only kit/platform/linux may include its headers"
+            self.arrows.add((room, room_of(own)))
+            if not self.may_include(room, own):
+                return f"kit/{room} may not include kit/{room_of(own)}"
+            if "linux" in own.parts and not in_linux:
+                return "only a linux/ folder may include a header of one"
             if public and not is_public(own):
                 return "a public header may not include a private one"
             return None
         if not angled:
             return None if GENERATED.match(name) else "neither a header of the kit nor a generated one"
-        if is_qt(name) and folder != "interface" and not self.is_qt_core(name):
+        if is_qt(name) and below.parts[0] != "interface" and not self.is_qt_core(name):
             return "only kit/interface may include more of Qt than QtCore"
         if public and not is_qt(name) and not re.fullmatch(r"[a-z_]+", name):
             return "a public header may include only Qt and the C++ standard library"
         if MACHINE.match(name) and not in_linux:
-            return "only kit/platform/linux may know this part of the machine"
+            return "only a linux/ folder may know this part of the machine"
         return None
+
+    @staticmethod
+    def may_include(room, own):
+        if room_of(own) in (room, "core/foundation", *ARROWS.get(room, ())) or EVERYTHING in ARROWS.get(room, ()):
+            return True
+        floor = own.parts[0]
+        return str(own) in FLOOR_HEADERS.get(floor, ()) and room.startswith(f"{floor}/")
 
     def problem_in_consumer(self, file, name, angled):
         own = self.own_header(file, name)
@@ -132,7 +178,9 @@ def main(arguments):
     if len(arguments) != 2:
         print(__doc__, file=sys.stderr)
         return 2
-    broken = Rules(*arguments).check()
+    rules = Rules(*arguments)
+    broken = rules.check() + [f"kit/{room} no longer includes kit/{other}: take the arrow out of the table"
+                              for room, other in rules.unused_arrows()]
     for line in broken:
         print(line)
     return 1 if broken else 0

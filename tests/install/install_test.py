@@ -53,7 +53,7 @@ class InstallTest(unittest.TestCase):
                   if not file.name.endswith("_p.h") and "linux" not in file.relative_to(SOURCE / "kit").parts}
         self.assertIn(Path("plugin/WDPlugIn.h"), public)
         here = {file.relative_to(self.headers) for file in self.headers.rglob("*") if file.is_file()}
-        self.assertEqual(here, public | {Path("DozelyKitExport.h"), Path("DozelyInterfaceExport.h")})
+        self.assertEqual(here, public | {Path("core/foundation/DozelyKitExport.h"), Path("interface/DozelyInterfaceExport.h")})
         everywhere = {file for file in self.stage.rglob("*.h")}
         self.assertEqual({file for file in everywhere if file.name.endswith("_p.h") or "linux" in file.parts}, set())
         self.assertEqual(everywhere, {self.headers / file for file in here})

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "plugin/WDUserNotificationCenterDelegate.h"
+#include "DozelyKit/system/alerts/WDUserNotificationCenterDelegate.h"
 
 #include <QStringList>
 

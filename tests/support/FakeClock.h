@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Clock.h"
+#include "DozelyKit/core/foundation/Clock.h"
 
 #include <QList>
 #include <QPointer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/ConsoleUser.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
 
 /// A console at which whoever the test says sits.
 class FakeConsoleUser : public ConsoleUser

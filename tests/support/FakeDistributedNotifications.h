@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/DistributedNotifications.h"
+#include "DozelyKit/core/broadcast/DistributedNotifications.h"
 
 /// Notes what is posted; the test says what is heard. For one listener.
 class FakeDistributedNotifications : public DistributedNotifications

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NetServices.h"
+#include "DozelyKit/system/network/NetServices.h"
 
 /// A network whose news the test tells: it calls the handlers, and sees what was asked for. One service at a
 /// time.

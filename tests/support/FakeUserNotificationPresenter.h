@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/UserNotificationPresenter.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 
 #include <QList>
 

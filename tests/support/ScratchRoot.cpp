@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/ScratchRoot.h"
 
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QDir>
 #include <QFile>

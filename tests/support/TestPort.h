@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSSocketPort.h"
+#include "DozelyKit/communication/remoting/NSSocketPort.h"
 
 #include <QFile>
 #include <QString>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // A program of somebody who installed the library: uses one thing of each layer that needs no running system.
-#include "communication/WDCommunicationCenter.h"
-#include "core/DataExtensions.h"
-#include "core/WDNotificationCenter.h"
-#include "platform/NSBundle.h"
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/DataExtensions.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 #include <cstdio>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A program with windows of somebody who installed the library: draws one row of a schedule list.
-#include "interface/NSGraphicsContext.h"
-#include "interface/RectangleExtensions.h"
-#include "interface/WDConfiguratorCell.h"
+#include "DozelyKit/interface/cells/WDConfiguratorCell.h"
+#include "DozelyKit/interface/drawing/NSGraphicsContext.h"
+#include "DozelyKit/interface/drawing/RectangleExtensions.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "../communication/HostProcess.h"
 #include "HostEvents.h"
+#include "integration/communication/HostProcess.h"
 
-#include "platform/ProcessSerialNumber.h"
-#include "platform/linux/EventProcesses_p.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/communication/events/linux/EventProcesses_p.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "EventFixture.h"
 
-#include "communication/ZDRAppleEvent.h"
+#include "DozelyKit/communication/events/ZDRAppleEvent.h"
 
 using EventProcessWalk = EventFixture;
 

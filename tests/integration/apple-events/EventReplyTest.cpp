@@ -3,9 +3,9 @@
 // Replies that are late or never come, and two that wait for each other.
 #include "EventFixture.h"
 
-#include "platform/AEReceiver_p.h"
-#include "platform/NSAppleEventManager.h"
-#include "platform/NSProcessInfo.h"
+#include "DozelyKit/communication/events/AEReceiver_p.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 
 #include <csignal>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "EventFixture.h"
 
-#include "communication/ZDRAppleEvent.h"
-#include "communication/ZDRAppleEventManager.h"
-#include "platform/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/ZDRAppleEvent.h"
+#include "DozelyKit/communication/events/ZDRAppleEventManager.h"
 
 #include <csignal>
 #include <limits>

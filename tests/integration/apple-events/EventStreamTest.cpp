@@ -3,8 +3,8 @@
 // The streams that the main thread keeps to other processes.
 #include "EventFixture.h"
 
-#include "platform/AESender_p.h"
-#include "platform/Platform.h"
+#include "DozelyKit/communication/events/AESender_p.h"
+#include "DozelyKit/core/foundation/Platform.h"
 #include "support/FakeClock.h"
 
 #include <QSemaphore>

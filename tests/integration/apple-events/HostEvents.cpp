@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "HostEvents.h"
 
-#include "platform/NSAppleEventManager.h"
-#include "platform/NSException.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/ProcessSerialNumber.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 
 #include <csignal>
 #include <cstdio>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/AEManager.h"
-#include "platform/NSAppleEventDescriptor.h"
+#include "DozelyKit/communication/events/AEManager.h"
+#include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 
 #include <QObject>
 

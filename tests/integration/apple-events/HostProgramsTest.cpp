@@ -3,7 +3,7 @@
 // The programs of the system: the agent answers, the admin tool and scripts send.
 #include "EventFixture.h"
 
-#include "communication/ZDRAppleEvent.h"
+#include "DozelyKit/communication/events/ZDRAppleEvent.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -15,12 +15,12 @@
 //   flood PATH N        connects N times to the socket, writing and closing: how often it was shut out
 #include "HostEvents.h"
 
-#include "communication/ZDRAppleEvent.h"
-#include "platform/AEReceiver_p.h"
-#include "platform/NSAppleEventManager.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/ProcessSerialNumber.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/communication/events/AEReceiver_p.h"
+#include "DozelyKit/communication/events/NSAppleEventManager.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/communication/events/ZDRAppleEvent.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "support/BecomeUser.h"
 
 #include <QCoreApplication>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "core/NetServiceExtensions.h"
+#include "DozelyKit/system/network/NetServiceExtensions.h"
 
 #include "AvahiStandIn.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
 #include "NetServiceRecorder.h"
-#include "platform/Platform.h"
-#include "platform/ProblemReport.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/PrivateBus.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSNetService.h"
+#include "DozelyKit/system/network/NSNetService.h"
 
 #include <QStringList>
 

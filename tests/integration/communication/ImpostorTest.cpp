@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SystemFixture.h"
 
-#include "platform/RootFolder.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QDir>
 

@@ -6,12 +6,12 @@
 // (without rights to that, the root of a user namespace), or a user id to change to. Reads one command a line
 // from standard input and answers with one line "= ..." on standard output; says "heard NAME" when a
 // notification is delivered. Ends with its standard input.
-#include "communication/WDCommunicationCenter.h"
-#include "communication/ZDRUnixSocketPort.h"
-#include "core/WDNotificationCenter.h"
-#include "platform/NSException.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/BecomeUser.h"
 
 #include <QCoreApplication>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // Clients that nobody here wrote: gdbus, busctl and dbus-send on the socket of a published process.
-#include "communication/WDCommunicationCenter.h"
-#include "core/WDNotificationCenter.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/linux/SdBusStream_p.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/remoting/linux/SdBusStream_p.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"

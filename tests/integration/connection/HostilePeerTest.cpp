@@ -3,11 +3,11 @@
 // Whatever a peer does, the others are served.
 #include "RawPeer.h"
 
-#include "platform/NSConnection.h"
-#include "platform/NSDistantObject.h"
-#include "platform/NSException.h"
-#include "platform/NSSocketPort.h"
-#include "platform/linux/SdBusStream_p.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/communication/remoting/linux/SdBusStream_p.h"
+#include "DozelyKit/core/foundation/NSException.h"
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
 

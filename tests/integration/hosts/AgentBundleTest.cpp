@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/NSBundle.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
 #include "support/PrintTo.h"
 
 #include <gtest/gtest.h>

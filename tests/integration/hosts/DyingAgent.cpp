@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "communication/WDCommunicationCenter.h"
-#include "core/WDNotificationCenter.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "hosts/common/HostRootObject.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/RootFolder.h"
 
 #include <QCoreApplication>
 

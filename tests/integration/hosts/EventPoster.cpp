@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "communication/WDCommunicationCenter.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/HostRootObject.h"
-#include "platform/NSException.h"
-#include "platform/PropertyList.h"
-#include "platform/RootFolder.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -29,7 +29,7 @@ HostSystem::HostSystem()
     copyProgram(DYING_AGENT_PROGRAM, dyingAgentProgram);
     copyProgram(POSTER_PROGRAM, posterProgram);
     copyProgram(KIT_LIBRARY, library);
-    copyProgram(QFileInfo(KIT_LIBRARY).path() + "/interface/" + QFileInfo(interfaceLibrary).fileName(),
+    copyProgram(QFileInfo(KIT_LIBRARY).path() + "/" + QFileInfo(interfaceLibrary).fileName(),
                 interfaceLibrary);
     makeProbe();
     if (::geteuid() != 0)

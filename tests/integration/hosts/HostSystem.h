@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSNotification.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
 #include "support/PrivateBus.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"

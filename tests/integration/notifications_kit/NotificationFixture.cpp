@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "NotificationFixture.h"
 
-#include "platform/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 
 #include <csignal>
 #include <unistd.h>

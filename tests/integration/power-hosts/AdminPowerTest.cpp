@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Platform.h"
-#include "platform/PowerEventScheduler.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "support/PrivateBus.h"
 #include "unit/hosts_admin/AdminTool.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
 #include "integration/power-kit/PowerRecorder.h"
-#include "platform/Platform.h"
-#include "platform/ProblemReport.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/PrivateBus.h"

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/linux/BusConnection_p.h"
-#include "platform/linux/LogindPower_p.h"
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
+#include "DozelyKit/system/power/linux/LogindPower_p.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/PrivateBus.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
-#include "system/ZDRPowerManager.h"
 
 #include <gmock/gmock.h>
 

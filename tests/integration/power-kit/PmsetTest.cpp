@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/Platform.h"
-#include "platform/PowerEventScheduler.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
-#include "system/ZDRPowerManager.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/power/linux/LogindPower_p.h"
 #include "integration/power-kit/FakeLogind.h"
-#include "platform/linux/LogindPower_p.h"
 
 #include <QStringList>
 

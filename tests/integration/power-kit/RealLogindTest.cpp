@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/SystemPower.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "integration/power-kit/PrivateLogind.h"
-#include "platform/NSNotification.h"
-#include "platform/NSNotificationCenter.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/SystemPower.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
-#include "system/ZDRPowerManager.h"
 
 #include <gmock/gmock.h>
 

@@ -2,8 +2,8 @@
 //
 // Uses the machine's devices through the ports: "keys CODE..." posts aux keys, "alarm SECONDS" sets the alarm
 // of the real-time clock that far from now.
-#include "platform/linux/RtcAlarm_p.h"
-#include "system/ZDRKeyManager.h"
+#include "DozelyKit/system/power/ZDRKeyManager.h"
+#include "DozelyKit/system/power/linux/RtcAlarm_p.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -2,9 +2,9 @@
 //
 // "dozely-admin update check" as installed: the real program, transport and lookup, on a machine whose
 // network is its own.
+#include "DozelyKit/update/UpdateServer.h"
 #include "integration/update/TlsServer.h"
 #include "unit/update/UpdateFixture.h"
-#include "update/UpdateServer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // The transport's own rules, against a real server.
-#include "platform/linux/CurlHttpClient_p.h"
+#include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
 
+#include "DozelyKit/update/UpdateServer.h"
 #include "integration/update/ServedFixture.h"
-#include "update/UpdateServer.h"
 
 #include <QScopeGuard>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/RouteReachability_p.h"
+#include "DozelyKit/system/network/linux/RouteReachability_p.h"
 
 #include "integration/update/PrivateNetwork.h"
 #include "support/WaitUntil.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
 #include "integration/update/TlsServer.h"
-#include "platform/linux/CurlHttpClient_p.h"
 #include "unit/update/UpdateFixture.h"
 
 /// The scratch system of UpdateFixture with a real server and the real transport, which trusts that server's

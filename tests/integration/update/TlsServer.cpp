@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "integration/update/TlsServer.h"
 
-#include "update/UpdateServer.h"
+#include "DozelyKit/update/UpdateServer.h"
 
 #include <QFile>
 #include <QJsonArray>

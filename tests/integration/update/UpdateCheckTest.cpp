@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The update checker and its transport against a real server.
+#include "DozelyKit/update/UpdateServer.h"
 #include "integration/update/ServedFixture.h"
-#include "update/UpdateServer.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>

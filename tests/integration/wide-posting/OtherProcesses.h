@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSDistributedNotificationCenter.h"
-#include "platform/Platform.h"
-#include "platform/linux/DistributedSignals_p.h"
+#include "DozelyKit/core/broadcast/NSDistributedNotificationCenter.h"
+#include "DozelyKit/core/broadcast/linux/DistributedSignals_p.h"
+#include "DozelyKit/core/foundation/Platform.h"
 #include "support/BecomeUser.h"
 #include "support/WaitUntil.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "core/DistributedNotificationExtensions.h"
+#include "DozelyKit/core/broadcast/DistributedNotificationExtensions.h"
 
+#include "DozelyKit/core/foundation/ProblemReport.h"
 #include "OtherProcesses.h"
 #include "StockBus.h"
-#include "platform/ProblemReport.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 

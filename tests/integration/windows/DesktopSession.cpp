@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopSession.h"
 
-#include "interface/WindowSystem_p.h"
+#include "DozelyKit/interface/windows/WindowSystem_p.h"
 
 #include <QGuiApplication>
 #include <QImage>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/interface/windows/ScreenCoordinates_p.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 #include "hosts/agent/AlertWindowPresenter.h"
-#include "interface/ScreenCoordinates_p.h"
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRBezelWindow.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>

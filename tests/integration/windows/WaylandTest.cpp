@@ -4,12 +4,12 @@
 #include "DisplayPicture.h"
 #include "Xdotool.h"
 
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/lists/ZDRTableView.h"
+#include "DozelyKit/interface/windows/WindowSystem_p.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 #include "hosts/agent/AlertWindowPresenter.h"
-#include "interface/WindowSystem_p.h"
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRBezelWindow.h"
-#include "interface/ZDRButton.h"
-#include "interface/ZDRTableView.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopSession.h"
 
+#include "DozelyKit/interface/controls/ZDRButton.h"
 #include "hosts/agent/AlertWindowPresenter.h"
-#include "interface/ZDRButton.h"
 
 #include <QDateTime>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopSession.h"
 
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRBezelWindow.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DesktopSession.h"
 
-#include "interface/ScreenCoordinates_p.h"
-#include "interface/ZDRBezelWindow.h"
+#include "DozelyKit/interface/windows/ScreenCoordinates_p.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 
 #include <QGuiApplication>
 #include <QScreen>

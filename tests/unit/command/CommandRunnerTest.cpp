@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandRunner.h"
 
-#include "core/StringExtensions.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/StringExtensions.h"
 #include "support/FakeClock.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The bundle's module for configuration interfaces, as built.
-#include "platform/NSBundle.h"
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "support/BaselinePicture.h"
 #include "support/Look.h"
 #include "support/ScratchRoot.h"

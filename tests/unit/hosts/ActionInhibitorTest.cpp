@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ActionInhibitor.h"
+#include "DozelyKit/core/foundation/Platform.h"
 #include "hosts/common/RunningActions.h"
-#include "platform/Platform.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/PowerFakes.h"
 

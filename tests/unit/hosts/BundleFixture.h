@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/Platform.h"
 #include "unit/hosts/HostFixture.h"
 #include "unit/hosts/PowerFakes.h"
 

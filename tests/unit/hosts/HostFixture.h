@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/files/TrustedPath.h"
 #include "hosts/common/Schedule.h"
-#include "platform/PropertyList.h"
-#include "platform/TrustedPath.h"
 #include "support/ScratchRoot.h"
 
 #include <QFile>

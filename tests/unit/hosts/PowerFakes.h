@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/KeyEventDriver.h"
-#include "platform/PowerEventScheduler.h"
-#include "platform/SystemPower.h"
+#include "DozelyKit/system/power/KeyEventDriver.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/SystemPower.h"
 
 #include <QStringList>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/PowerPlanner.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/PlugInLoader.h"
-#include "platform/Platform.h"
-#include "platform/RootFolder.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
-#include "system/ZDRPowerManager.h"
 #include "unit/hosts/BundleFixture.h"
 
 using namespace std::chrono_literals;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 #include "hosts/common/PlugInLoader.h"
-#include "platform/RootFolder.h"
-#include "plugin/WDPlugIn.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
-#include "platform/NSNotificationCenter.h"
 #include "support/FakeClock.h"
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
-#include "system/ZDRPowerManager.h"
 #include "unit/hosts/BundleFixture.h"
 
 using namespace std::chrono_literals;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "core/WDNotificationCenter.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "hosts/common/HostRootObject.h"
-#include "platform/NSProcessInfo.h"
 #include "unit/hosts_admin/AdminTool.h"
 
 #include <QDir>

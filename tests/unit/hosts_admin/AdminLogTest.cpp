@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/ZDRLog.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/admin/LogCommand.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts_admin/AdminTool.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/files/PropertyList.h"
 #include "hosts/common/ScheduleStore.h"
-#include "platform/PropertyList.h"
 #include "unit/hosts_admin/AdminTool.h"
 
 #include <QFile>

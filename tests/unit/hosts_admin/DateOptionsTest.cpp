@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/DateOptions.h"
 
+#include "DozelyKit/core/foundation/Platform.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "platform/Platform.h"
 #include "support/FakeClock.h"
 
 #include <gtest/gtest.h>

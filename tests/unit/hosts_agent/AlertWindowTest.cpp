@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertWindowPresenter.h"
 
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRButton.h"
-#include "interface/ZDRProgressIndicator.h"
-#include "platform/NSUserNotificationCenter.h"
-#include "platform/Platform.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
+#include "DozelyKit/system/alerts/NSUserNotificationCenter.h"
 #include "support/AlertDelegates.h"
 #include "support/BaselinePicture.h"
 #include "support/FakeClock.h"

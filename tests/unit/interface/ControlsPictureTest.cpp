@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // How the controls look, beside their reference pictures.
-#include "interface/ZDRBezelView.h"
-#include "interface/ZDRButton.h"
-#include "interface/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "support/BaselinePicture.h"
 #include "support/InterfaceEnvironment.h"
 

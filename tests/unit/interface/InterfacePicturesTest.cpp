@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // How it looks, whole: each piece against its reference picture, at two scales, in both reading directions
 // and both palettes. tests/baseline/README.md tells how references are made.
-#include "interface/BezierPathExtensions.h"
-#include "interface/CellDelegate.h"
-#include "interface/ImageExtensions.h"
-#include "interface/WDConfiguratorCell.h"
-#include "interface/ZDRImageTextCell.h"
-#include "platform/NSBundle.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/interface/cells/CellDelegate.h"
+#include "DozelyKit/interface/cells/WDConfiguratorCell.h"
+#include "DozelyKit/interface/cells/ZDRImageTextCell.h"
+#include "DozelyKit/interface/drawing/BezierPathExtensions.h"
+#include "DozelyKit/interface/drawing/ImageExtensions.h"
 #include "support/BaselinePicture.h"
 #include "support/Canvas.h"
 #include "support/Look.h"

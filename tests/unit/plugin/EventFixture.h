@@ -3,11 +3,11 @@
 
 #include "PlugInFixture.h"
 
-#include "communication/WDCommunicationCenter.h"
-#include "communication/ZDRUnixSocketPort.h"
-#include "core/WDNotificationCenter.h"
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/FakeConsoleUser.h"
 
 #include <QTimeZone>

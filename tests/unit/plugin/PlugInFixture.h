@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSBundle.h"
-#include "platform/PropertyList.h"
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/files/PropertyList.h"
 #include "support/ScratchRoot.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "EventFixture.h"
 
-#include "platform/NSException.h"
+#include "DozelyKit/core/foundation/NSException.h"
 
 namespace
 {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include "PlugInFixture.h"
 
-#include "platform/NSException.h"
+#include "DozelyKit/core/foundation/NSException.h"
 
 namespace
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "PlugInFixture.h"
 

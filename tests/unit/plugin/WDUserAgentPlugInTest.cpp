@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugIn.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "EventFixture.h"
 
-#include "platform/InterfaceFileLoader.h"
-#include "platform/NSException.h"
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
+#include "DozelyKit/core/foundation/NSException.h"
 
 namespace
 {

@@ -2,10 +2,10 @@
 //
 // The update check as in a library that was built without it: this program has its classes compiled in that
 // way.
-#include "update/WDUpdateChecker.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 
+#include "DozelyKit/update/UpdateServer.h"
 #include "unit/update/UpdateFixture.h"
-#include "update/UpdateServer.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "update/UpdateAnswer_p.h"
+#include "DozelyKit/update/UpdateAnswer_p.h"
 
 #include "support/PrintTo.h"
 

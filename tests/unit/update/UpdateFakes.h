@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/HttpClient.h"
-#include "platform/Reachability.h"
+#include "DozelyKit/system/network/HttpClient.h"
+#include "DozelyKit/system/network/Reachability.h"
 
 #include <QStringList>
 

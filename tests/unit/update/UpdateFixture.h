@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/NSProcessInfo.h"
-#include "platform/Platform.h"
-#include "platform/PropertyList.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 #include "unit/update/UpdateFakes.h"
-#include "update/WDUpdateChecker.h"
 
 #include <QDir>
 #include <QFile>

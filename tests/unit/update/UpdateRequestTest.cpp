@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "update/UpdateRequest_p.h"
+#include "DozelyKit/update/UpdateRequest_p.h"
 
 #include "unit/update/UpdateFixture.h"
 

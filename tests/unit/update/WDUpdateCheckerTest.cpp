@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "update/WDUpdateChecker.h"
+#include "DozelyKit/update/WDUpdateChecker.h"
 
+#include "DozelyKit/update/UpdateServer.h"
 #include "unit/update/UpdateFixture.h"
-#include "update/UpdateServer.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "core/ZDRLog.h"
-#include "plugin/WDPlugInFactory.h"
-#include "system/AppleScriptExtensions.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
+#include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 
 #include <QTimer>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "interface/NSGraphicsContext.h"
+#include "DozelyKit/interface/drawing/NSGraphicsContext.h"
 
 #include <QImage>
 #include <QPainter>

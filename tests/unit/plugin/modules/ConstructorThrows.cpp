@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/NSException.h"
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 class UnmakeablePlugIn : public WDDaemonPlugIn
 {

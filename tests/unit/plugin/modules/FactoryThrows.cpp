@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <stdexcept>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 /// A module whose class refuses to work for bundles that say so.
 class RefusingFactory : public QObject, public WDPlugInFactory

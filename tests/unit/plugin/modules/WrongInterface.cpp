@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugin/WDPlugInFactory.h"
+#include "DozelyKit/plugin/WDPlugInFactory.h"
 
 /// A module of a later interface than this system's.
 class WrongFactory : public QObject, public WDPlugInFactory

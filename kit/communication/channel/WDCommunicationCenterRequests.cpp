@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+
+#include "DozelyKit/communication/channel/WDCommunicationCenter_p.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <exception>
+
+// What the centre asks of other processes, and what it does for them.
+
+namespace
+{
+constexpr std::chrono::milliseconds lockLimit = std::chrono::seconds(5);
+constexpr quint32 rootUser = 0;
+
+// What a root object answers.
+NSProtocol rootObjectProtocol()
+{
+    return {"WDCommunicationProtocol", {{"pong", "b"}, {"communicationCenter", "o"}}};
+}
+
+// What another process's centre answers.
+NSProtocol centerProtocol()
+{
+    return {"WDCommunicationCenter", {{"postNotification", "b"}}};
+}
+
+// Who may serve any name: root, and whom the relocated system belongs to.
+QList<quint32> systemUsers()
+{
+    QList<quint32> users{rootUser};
+    if (const auto owner = RootFolder::owner(); owner && *owner != rootUser)
+        users += *owner;
+    return users;
+}
+
+QList<quint32> systemUsersAnd(quint32 userId)
+{
+    return systemUsers() << userId;
+}
+
+// A typed proxy to the root object behind the port, whose replies come to `receivePort`; null, with the line
+// in the log, when there is none. Raises NSException when the other side cannot be reached.
+std::shared_ptr<NSDistantObject> rootProxyOf(WDCommunicationCenter *center,
+                                             const std::shared_ptr<NSSocketPort> &receivePort,
+                                             const std::shared_ptr<NSSocketPort> &clientPort,
+                                             const QList<quint32> &trusted, const char *failure)
+{
+    const auto connection = NSConnection::connectionWithReceivePortSendPort(receivePort, clientPort);
+    connection->setRequestTimeout(requestTimeout);
+    connection->setReplyTimeout(replyTimeout);
+    connection->setDelegate(center);
+    connection->setTrustedPeers(trusted);
+    auto proxy = connection->rootProxy();
+    if (!proxy)
+        ZDRLog(failure);
+    else
+        proxy->setProtocolForProxy(rootObjectProtocol());
+    return proxy;
+}
+
+bool answerToPing(const std::shared_ptr<NSDistantObject> &proxy)
+{
+    try {
+        return proxy && proxy->invoke("pong").toBool();
+    } catch (const NSException &) {
+        return false;
+    }
+}
+
+// Lets what the target raises pass.
+bool answerToPost(const std::shared_ptr<NSDistantObject> &proxy, const NSNotification &notification)
+{
+    if (!proxy)
+        return false;
+    const auto center = NSDistantObject::asProxy(proxy->invoke("communicationCenter"));
+    if (!center)
+        return false;
+    center->setProtocolForProxy(centerProtocol());
+    return center->invoke("postNotification", {QVariant::fromValue(notification)}).toBool();
+}
+} // namespace
+
+QString ProcessName::ofUser(const QString &name, quint32 userId)
+{
+    return stringWithFormat(QStringLiteral("%@.%d"), {name, userId});
+}
+
+// ---- locks
+
+std::shared_ptr<NSLock> WDCommunicationCenter::Private::theDaemonLock()
+{
+    const std::lock_guard guard(lockCreation);
+    if (!daemonLock)
+        daemonLock = std::make_shared<NSLock>();
+    return daemonLock;
+}
+
+std::shared_ptr<NSLock> WDCommunicationCenter::Private::lockOfUser(UserLocks &locks, quint32 userId)
+{
+    const std::lock_guard guard(lockCreation);
+    auto &lock = locks[userId];
+    if (!lock)
+        lock = std::make_shared<NSLock>();
+    return lock;
+}
+
+void WDCommunicationCenter::Private::unlock(const UserLocks &locks, quint32 userId)
+{
+    const std::lock_guard guard(lockCreation);
+    if (const auto lock = locks.value(userId))
+        lock->unlock();
+}
+
+bool WDCommunicationCenter::lockDaemonAccess()
+{
+    return d->theDaemonLock()->lockBeforeDate(lockLimit);
+}
+
+void WDCommunicationCenter::unlockDaemonAccess()
+{
+    if (const auto lock = daemonLock())
+        lock->unlock();
+}
+
+bool WDCommunicationCenter::lockAgentAccessForUser(quint32 userId)
+{
+    return d->lockOfUser(d->agentsLocks, userId)->lockBeforeDate(lockLimit);
+}
+
+void WDCommunicationCenter::unlockAgentAccessForUser(quint32 userId)
+{
+    d->unlock(d->agentsLocks, userId);
+}
+
+bool WDCommunicationCenter::lockPrefPaneAccessForUser(quint32 userId)
+{
+    return d->lockOfUser(d->prefPanesLocks, userId)->lockBeforeDate(lockLimit);
+}
+
+void WDCommunicationCenter::unlockPrefPaneAccessForUser(quint32 userId)
+{
+    d->unlock(d->prefPanesLocks, userId);
+}
+
+// ---- proxies
+
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::daemonObject()
+{
+    try {
+        const auto clientPort = clientUnixSocketPortWithName(ProcessName::daemon);
+        if (!clientPort)
+            return nullptr;
+        return rootProxyOf(this, nullptr, clientPort, systemUsers(), "Could NOT connect to Daemon");
+    } catch (const NSException &) {
+        return nullptr;
+    }
+}
+
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::agentObjectOfUser(quint32 userId)
+{
+    try {
+        const auto clientPort = clientUnixSocketPortWithName(ProcessName::ofUser(ProcessName::agent, userId));
+        if (!clientPort)
+            return nullptr;
+        const auto replyPort = ZDRUnixSocketPort::port();
+        if (!replyPort)
+            return nullptr;
+        return rootProxyOf(this, replyPort, clientPort, systemUsersAnd(userId), "Could NOT connect to Agent");
+    } catch (const NSException &) {
+        return nullptr;
+    }
+}
+
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::prefPaneObjectOfUser(quint32 userId)
+{
+    try {
+        const auto clientPort =
+            clientUnixSocketPortWithName(ProcessName::ofUser(ProcessName::prefPane, userId));
+        if (!clientPort)
+            return nullptr;
+        return rootProxyOf(this, nullptr, clientPort, systemUsersAnd(userId),
+                           "Could NOT connect to PrefPane");
+    } catch (const NSException &) {
+        return nullptr;
+    }
+}
+
+// ---- requests
+
+bool WDCommunicationCenter::pingDaemon()
+{
+    if (!d->observer || !lockDaemonAccess())
+        return false;
+    const bool answer = answerToPing(daemonObject());
+    unlockDaemonAccess();
+    return answer;
+}
+
+bool WDCommunicationCenter::pingAgentOfUser(quint32 userId)
+{
+    if (!d->observer || !lockAgentAccessForUser(userId))
+        return false;
+    const bool answer = answerToPing(agentObjectOfUser(userId));
+    unlockAgentAccessForUser(userId);
+    return answer;
+}
+
+bool WDCommunicationCenter::pingPrefPaneOfUser(quint32 userId)
+{
+    if (!d->observer || !lockPrefPaneAccessForUser(userId))
+        return false;
+    const bool answer = answerToPing(prefPaneObjectOfUser(userId));
+    unlockPrefPaneAccessForUser(userId);
+    return answer;
+}
+
+// What a post raises passes, and the lock stays taken: hence no guard object that would release it.
+
+bool WDCommunicationCenter::postNotificationToDaemon(const NSNotification &notification)
+{
+    if (!d->observer || !lockDaemonAccess())
+        return false;
+    const bool answer = answerToPost(daemonObject(), notification);
+    unlockDaemonAccess();
+    return answer;
+}
+
+bool WDCommunicationCenter::postNotificationToAgentOfUser(const NSNotification &notification, quint32 userId)
+{
+    if (!d->observer || !lockAgentAccessForUser(userId))
+        return false;
+    const bool answer = answerToPost(agentObjectOfUser(userId), notification);
+    unlockAgentAccessForUser(userId);
+    return answer;
+}
+
+bool WDCommunicationCenter::postNotificationToPrefPaneOfUser(const NSNotification &notification,
+                                                             quint32 userId)
+{
+    if (!d->observer || !lockPrefPaneAccessForUser(userId))
+        return false;
+    const bool answer = answerToPost(prefPaneObjectOfUser(userId), notification);
+    unlockPrefPaneAccessForUser(userId);
+    return answer;
+}
+
+// ---- receiving
+
+bool WDCommunicationCenter::postNotification(const NSNotification &notification)
+{
+    const NSNotification copy(notification.name(), notification.object(), notification.userInfo());
+    if (thread() == QThread::currentThread()) {
+        postNotificationOnMainThread(copy);
+        return true;
+    }
+    // What an observer raises goes back to the sender, not into the main thread's event loop.
+    std::exception_ptr raised;
+    QMetaObject::invokeMethod(
+        this,
+        [this, &copy, &raised] {
+            try {
+                postNotificationOnMainThread(copy);
+            } catch (...) {
+                raised = std::current_exception();
+            }
+        },
+        Qt::BlockingQueuedConnection);
+    if (raised)
+        std::rethrow_exception(raised);
+    return true;
+}
+
+bool WDCommunicationCenter::postNotificationOnMainThread(const NSNotification &notification)
+{
+    WDNotificationCenter::defaultCenter()->postNotification(notification);
+    return true;
+}

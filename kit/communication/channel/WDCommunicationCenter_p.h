@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/NSLock.h"
+
+#include <QPointer>
+
+#include <mutex>
+
+/// The names of the processes that take part.
+namespace ProcessName
+{
+inline const QString daemon = QStringLiteral("dozelyd");
+inline const QString agent = QStringLiteral("Dozely Agent");
+inline const QString prefPane = QStringLiteral("Dozely");
+
+/// The name under which a user's process listens: "Dozely Agent.501". The number prints signed.
+QString ofUser(const QString &name, quint32 userId);
+} // namespace ProcessName
+
+/// How long a request may take to be handed over, and its reply after that.
+constexpr std::chrono::milliseconds requestTimeout = std::chrono::seconds(5);
+constexpr std::chrono::milliseconds replyTimeout = std::chrono::seconds(5);
+
+struct WDCommunicationCenter::Private {
+    using UserLocks = QMap<quint32, std::shared_ptr<NSLock>>;
+
+    QPointer<QObject> observer;
+    std::shared_ptr<NSSocketPort> socketPort;
+    std::shared_ptr<NSConnection> connection;
+    std::shared_ptr<NSLock> daemonLock;
+    UserLocks agentsLocks;
+    UserLocks prefPanesLocks;
+    std::mutex lockCreation; // held while a lock is looked up or made, never while one is waited for
+
+    /// The lock, made at its first use.
+    std::shared_ptr<NSLock> theDaemonLock();
+    std::shared_ptr<NSLock> lockOfUser(UserLocks &locks, quint32 userId);
+
+    /// Releases the user's lock when there is one.
+    void unlock(const UserLocks &locks, quint32 userId);
+};

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/communication/events/AEDesc.h"
+#include "DozelyKit/communication/events/AEWakeUp_p.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+
+#include <QObject>
+
+#include <deque>
+#include <functional>
+
+/// The receiving end of Apple events: what a process that listens vends, and its queue of events that want no
+/// reply. docs/apple-events.md names the two messages.
+///
+/// THREADING: the main thread.
+class DOZELYKIT_AUTOTEST_EXPORT AEReceiver : public QObject
+{
+    Q_OBJECT
+public:
+    AEReceiver();
+    ~AEReceiver() override;
+
+    /// Announces the process and listens; false when that cannot be had now.
+    bool listen();
+    bool isListening() const { return m_connection != nullptr; }
+    void stop();
+
+    /// Queues an event that wants no reply; one of high priority before the others.
+    void queue(const AppleEvent &event, qint16 priority);
+
+    /// Dispatches an event that wants a reply, after those that were queued before, unless it is urgent.
+    OSStatus answer(const AppleEvent &event, qint16 priority, AppleEvent *reply);
+
+    /// The receiver of this process.
+    static AEReceiver &shared();
+
+    /// Who may send, asked for every stream with the user at its other end: by default this process's user,
+    /// root, and the owner of a relocated root folder. A test asks somebody else.
+    static std::function<bool(quint32 userId)> maySend;
+
+    // ---- called through the connection layer
+
+    NS_REMOTE Q_INVOKABLE QByteArray handleAppleEvent(const QByteArray &event, int priority);
+    NS_REMOTE Q_INVOKABLE void postAppleEvent(const QByteArray &event, int priority);
+
+private:
+    struct Waiting {
+        AppleEvent event;
+        bool isUrgent;
+    };
+    void serveQueue();
+
+    std::shared_ptr<NSConnection> m_connection;
+    std::unique_ptr<AEWakeUp> m_wakeUp;
+    std::deque<Waiting> m_queue;
+};
+
+/// An event as the sender's process and user made it, by the word of the kernel.
+void signAppleEvent(AppleEvent &event, qint64 processId, qint64 userId);
+
+/// The reply that a handler finds: it answers `event`.
+AppleEvent replyTo(const AppleEvent &event);

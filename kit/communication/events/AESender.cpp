@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/events/AESender_p.h"
+
+#include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/communication/events/AEReceiver_p.h"
+#include "DozelyKit/communication/events/ProcessSerialNumber.h"
+#include "DozelyKit/communication/remoting/MessageStream_p.h"
+#include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/communication/remoting/RemoteCall_p.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <QtEndian>
+
+#include <algorithm>
+#include <map>
+
+using std::chrono::milliseconds;
+using Process = AEProcesses::Process;
+using Stream = std::shared_ptr<MessageStream>;
+
+namespace
+{
+constexpr size_t mostKept = 16;
+constexpr milliseconds keptFor = std::chrono::seconds(30);
+
+bool isMainThread()
+{
+    const QCoreApplication *const application = QCoreApplication::instance();
+    return application && QThread::currentThread() == application->thread();
+}
+
+/// The streams of the main thread that were used lately, by the process at their other end.
+class KeptStreams
+{
+public:
+    static KeptStreams &ofMainThread()
+    {
+        static auto *const kept = new KeptStreams; // an event may still be sent while the process ends
+        return *kept;
+    }
+
+    Stream to(const Process &process)
+    {
+        const auto found = m_streams.find(process.identifier);
+        if (found == m_streams.end())
+            return nullptr;
+        // While this thread was busy no timer ran, and the receiver closes what stays silent for long: on an
+        // old stream an event could be lost that a fresh one carries.
+        const auto now = Platform::current().clock->steadyTime();
+        if (found->second.isDone(now)) {
+            m_streams.erase(found);
+            return nullptr;
+        }
+        found->second.lastUse = now;
+        return found->second.stream;
+    }
+
+    void keep(const Process &process, const Stream &stream)
+    {
+        if (m_streams.size() >= mostKept)
+            m_streams.erase(
+                std::min_element(m_streams.begin(), m_streams.end(), [](const auto &a, const auto &b) {
+                    return a.second.lastUse < b.second.lastUse;
+                }));
+        m_streams[process.identifier] = {stream, Platform::current().clock->steadyTime()};
+        lookLater();
+    }
+
+    /// Lets go of the stream, not of one that has taken its place.
+    void forget(const Process &process, const Stream &stream)
+    {
+        const auto found = m_streams.find(process.identifier);
+        if (found != m_streams.end() && found->second.stream == stream)
+            m_streams.erase(found);
+    }
+
+    void clear()
+    {
+        m_streams.clear();
+        m_looks = std::make_unique<QObject>(); // none is to come any more
+        m_isLooking = false;
+    }
+
+private:
+    struct Kept {
+        Stream stream;
+        milliseconds lastUse;
+
+        bool isDone(milliseconds now) const { return !stream->isOpen() || now - lastUse >= keptFor; }
+    };
+
+    void lookLater()
+    {
+        if (std::exchange(m_isLooking, true))
+            return;
+        Platform::current().clock->callAfter(keptFor, m_looks.get(), [this] {
+            m_isLooking = false;
+            const auto now = Platform::current().clock->steadyTime();
+            std::erase_if(m_streams, [now](const auto &kept) { return kept.second.isDone(now); });
+            if (!m_streams.empty())
+                lookLater();
+        });
+    }
+
+    std::map<qint32, Kept> m_streams;
+    std::unique_ptr<QObject> m_looks = std::make_unique<QObject>(); ///< Lives as long as those to come count.
+    bool m_isLooking = false;
+};
+
+/// The process id in the event's address.
+OSErr targetOf(const AppleEvent &event, qint32 *identifier)
+{
+    ProcessSerialNumber number;
+    qsizetype size = 0;
+    if (AEGetAttributePtr(event, keyAddressAttr, typeProcessSerialNumber, nullptr, &number, sizeof number,
+                          &size) != noErr ||
+        size != sizeof number)
+        return errAEUnknownAddressType;
+    *identifier = static_cast<qint32>(number.lowLongOfPSN);
+    return number.highLongOfPSN == 0 && *identifier > 0 ? noErr : procNotFound;
+}
+
+bool maySendTo(const Process &process)
+{
+    const quint32 user = NSProcessInfo::effectiveUserID();
+    return user == 0 || user == process.userId || RootFolder::owner() == user;
+}
+
+bool isRunning(const Process &process)
+{
+    const auto running = Platform::current().aeProcesses->processes();
+    return std::any_of(running.begin(), running.end(),
+                       [&](const Process &other) { return other.identifier == process.identifier; });
+}
+
+/// One event on its way to another process.
+class Sending
+{
+public:
+    Sending(const Process &process, const NSSocketPort &port, milliseconds limit)
+        : m_process(process), m_port(port), m_deadline(std::chrono::steady_clock::now() + limit)
+    {
+    }
+
+    OSStatus run(const QByteArray &event, qint16 priority, AppleEvent *reply)
+    {
+        try {
+            open();
+            if (!m_stream)
+                return procNotFound; // another process has taken its place
+            const MessageStream::Request request{WireName::rootPath, WireName::objectInterface,
+                                                 reply ? "handleAppleEvent" : "postAppleEvent",
+                                                 QVariantList{event, static_cast<int>(priority)}};
+            if (reply)
+                return unpack(m_stream->callWithin(request, left()), reply);
+            m_stream->post(request, left());
+            return noErr;
+        } catch (const MessageStream::NotHandedOver &) {
+            letGo(); // the event goes with its stream: it must not arrive later
+            return errAETimeout;
+        } catch (const NSException &exception) {
+            // A stream that still works is kept for all that the reply is late.
+            const OSStatus status = codeOf(exception);
+            if (m_stream && exception.name() != NSPortTimeoutException)
+                letGo();
+            return status;
+        }
+    }
+
+private:
+    milliseconds left() const
+    {
+        const auto rest = std::chrono::ceil<milliseconds>(m_deadline - std::chrono::steady_clock::now());
+        return std::max(rest, milliseconds(0));
+    }
+
+    void open()
+    {
+        if (isMainThread())
+            m_stream = KeptStreams::ofMainThread().to(m_process);
+        if (m_stream)
+            return;
+        const Stream stream = MessageStream::open(m_port, left());
+        const auto peer = stream->peer();
+        if (!peer || peer->processId != m_process.identifier || peer->userId != m_process.userId)
+            return;
+        m_stream = stream;
+        if (isMainThread())
+            KeptStreams::ofMainThread().keep(m_process, stream);
+    }
+
+    /// The stream closes with its last user. When this event was sent from a handler, that may be an event
+    /// further out that waits on it: its receiver may be well, and what could not be handed over is then
+    /// still written, up to the moment when that wait ends.
+    void letGo()
+    {
+        if (isMainThread())
+            KeptStreams::ofMainThread().forget(m_process, m_stream);
+        m_stream.reset();
+    }
+
+    static OSStatus unpack(const MessageStream::Reply &answer, AppleEvent *reply)
+    {
+        if (!answer.errorName.isEmpty())
+            return errAEEventFailed;
+        const QByteArray bytes = answer.results.value(0).toByteArray();
+        if (bytes.size() < static_cast<qsizetype>(sizeof(OSStatus)))
+            return errAECorruptData;
+        const auto status = qFromBigEndian<OSStatus>(bytes.constData());
+        AppleEvent read;
+        if (status == noErr && (AEDesc::unflatten(bytes.sliced(sizeof status), &read) != noErr ||
+                                read.descriptorType() != typeAppleEvent))
+            return errAECorruptData;
+        if (status == noErr)
+            *reply = read;
+        return status;
+    }
+
+    OSStatus codeOf(const NSException &exception) const
+    {
+        if (exception.name() == NSPortTimeoutException)
+            return errAETimeout;
+        if (exception.name() != NSInvalidSendPortException)
+            return memFullErr; // no descriptor left, or a message beyond the limit
+        return m_stream || isRunning(m_process) ? connectionInvalid : procNotFound;
+    }
+
+    const Process &m_process;
+    const NSSocketPort &m_port;
+    std::chrono::steady_clock::time_point m_deadline;
+    Stream m_stream; ///< Once there is one to the process itself.
+};
+
+OSStatus sendToSelf(AppleEvent event, AppleEvent *reply, qint16 priority)
+{
+    signAppleEvent(event, NSProcessInfo::processIdentifier(), NSProcessInfo::effectiveUserID());
+    if (reply)
+        return AEReceiver::shared().answer(event, priority, reply);
+    AEReceiver::shared().queue(event, priority);
+    return noErr;
+}
+} // namespace
+
+milliseconds AESender::limitOf(qint64 ticks)
+{
+    constexpr qint64 ticksPerSecond = 60;
+    constexpr milliseconds never = std::chrono::hours(24 * 365 * 100);
+    if (ticks == kAEDefaultTimeout)
+        return std::chrono::minutes(1);
+    if (ticks == kNoTimeOut || ticks >= never.count() / 1000 * ticksPerSecond)
+        return never;
+    return milliseconds((ticks * 1000 + ticksPerSecond - 1) / ticksPerSecond);
+}
+
+OSStatus AESender::send(const AppleEvent &event, AppleEvent *reply, qint16 priority, qint64 timeOutInTicks)
+{
+    qint32 target = 0;
+    if (const OSErr error = targetOf(event, &target); error != noErr)
+        return error;
+    if (target == NSProcessInfo::processIdentifier() && isMainThread())
+        return sendToSelf(event, reply, priority);
+    QByteArray bytes;
+    if (const OSErr error = event.flatten(&bytes); error != noErr)
+        return error;
+    Process process;
+    const auto port = Platform::current().aeProcesses->portOf(target, &process);
+    if (!port)
+        return procNotFound;
+    if (!maySendTo(process))
+        return errAEPrivilegeError;
+    return Sending(process, *port, limitOf(timeOutInTicks)).run(bytes, priority, reply);
+}
+
+void AESender::forgetStreams()
+{
+    KeptStreams::ofMainThread().clear();
+}
+
+OSStatus AESend(const AppleEvent *event, AppleEvent *reply, qint32 mode, qint16 priority,
+                qint64 timeOutInTicks)
+{
+    constexpr qint32 replyBits = 0x03;
+    const qint32 wanted = mode & replyBits;
+    const bool isKnownMode = (wanted == kAENoReply || wanted == kAEWaitReply) &&
+                             (mode & ~(replyBits | kAEAlwaysInteract | kAECanSwitchLayer)) == 0;
+    if (!event)
+        return paramErr;
+    if (event->descriptorType() != typeAppleEvent)
+        return errAENotAppleEvent;
+    if (!isKnownMode)
+        return errAEUnknownSendMode;
+    const bool isWaiting = wanted == kAEWaitReply;
+    if ((isWaiting && !reply) || (priority != kAENormalPriority && priority != kAEHighPriority) ||
+        timeOutInTicks < kNoTimeOut)
+        return paramErr;
+    return AESender::send(*event, isWaiting ? reply : nullptr, priority, timeOutInTicks);
+}

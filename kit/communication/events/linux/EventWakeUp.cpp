@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/events/AEWakeUp_p.h"
+#include "DozelyKit/communication/remoting/linux/StreamLoop_p.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+
+namespace
+{
+class EventWakeUp : public AEWakeUp, public StreamLoop::Source
+{
+public:
+    EventWakeUp(Descriptor descriptor, std::function<void()> action)
+        : m_descriptor(std::move(descriptor)),
+          m_action(std::move(action)),
+          m_loop(StreamLoop::ofThisThread()),
+          m_source(m_loop.add(m_descriptor.get(), POLLIN, this))
+    {
+    }
+    ~EventWakeUp() override { m_loop.remove(m_source); }
+
+    void wake() override { ::eventfd_write(m_descriptor.get(), 1); }
+
+    void ready() override
+    {
+        eventfd_t count = 0;
+        ::eventfd_read(m_descriptor.get(), &count);
+        const auto action = m_action; // it may end this object
+        action();
+    }
+
+    void deadlinePassed() override {}
+
+private:
+    Descriptor m_descriptor;
+    std::function<void()> m_action;
+    StreamLoop &m_loop;
+    quint64 m_source;
+};
+} // namespace
+
+std::unique_ptr<AEWakeUp> AEWakeUp::make(std::function<void()> action)
+{
+    Descriptor descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!descriptor.isValid())
+        return nullptr;
+    try {
+        return std::make_unique<EventWakeUp>(std::move(descriptor), std::move(action));
+    } catch (const NSException &) {
+        return nullptr; // the loop has no descriptor to watch with
+    }
+}

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/core/foundation/NSException.h"
+
+#include <QVariant>
+
+#include <functional>
+
+class NSSocketPort;
+
+/// Port: a stream of requests and replies between two processes. NSConnection knows which object answers
+/// what; the stream knows how that travels (docs/wire-protocol.md).
+///
+/// THREADING: one thread. A stream is alive while somebody holds it and it was not closed.
+class MessageStream
+{
+public:
+    struct Request {
+        QByteArray path;
+        QByteArray interface; ///< Empty when the caller named none.
+        QByteArray member;
+        QVariantList arguments;
+    };
+    struct Reply {
+        QByteArray errorName; ///< Empty for success.
+        QString errorText;
+        QVariantList results;
+
+        static Reply error(const QByteArray &name, const QString &text) { return {name, text, {}}; }
+    };
+
+    /// The time-out of a request that has not, or not wholly, left this process. What is left of it leaves
+    /// for as long as the stream lives.
+    class NotHandedOver : public NSException
+    {
+    public:
+        NotHandedOver()
+            : NSException(NSPortTimeoutException,
+                          QStringLiteral("the request could not be handed over in time"))
+        {
+        }
+    };
+
+    /// What a stream tells its connection. The functions may use the stream, nest calls and close it.
+    class Handler
+    {
+    public:
+        virtual ~Handler() = default;
+        virtual Reply serve(const Request &request) = 0;
+        /// The stream has closed, for whatever reason but MessageStream::close. Called once, from the event
+        /// loop where the thread has one, never from within a wait.
+        virtual void streamClosed() = 0;
+    };
+
+    virtual ~MessageStream() = default;
+
+    virtual void setHandler(Handler *handler) = 0;
+
+    /// Sends the request and waits. While the main thread waits, requests that come in are served. Raises
+    /// NSException when time runs out (NotHandedOver where the request did not even leave) or the stream
+    /// closes; an error reply comes back as a reply.
+    virtual Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
+                       std::chrono::milliseconds replyTimeout) = 0;
+
+    /// The same with one limit for all of it.
+    virtual Reply callWithin(const Request &request, std::chrono::milliseconds limit) = 0;
+
+    /// Sends a request to which there is no reply, and waits until it has left this process. Raises as call.
+    virtual void post(const Request &request, std::chrono::milliseconds limit) = 0;
+
+    virtual bool isOpen() const = 0;
+    virtual void close() = 0;
+
+    /// Who is at the other end; absent when the kernel did not say.
+    virtual std::optional<NSConnection::Peer> peer() const = 0;
+
+    /// Opens a stream to a client port, waiting at most `limit` while the other side's queue is full. Raises
+    /// NSException when nobody listens.
+    static std::shared_ptr<MessageStream> open(const NSSocketPort &port, std::chrono::milliseconds limit);
+};
+
+/// Accepts streams on a server port for as long as it lives, within the limits of docs/wire-protocol.md.
+class StreamListener
+{
+public:
+    using Accept = std::function<void(std::shared_ptr<MessageStream>)>;
+    virtual ~StreamListener() = default;
+
+    /// Accepts what already waits in the queue.
+    virtual void acceptPending() = 0;
+
+    /// Streams of peers that `isWelcome` does not name are closed before anything is read of them.
+    virtual void setPeerCheck(NSConnection::PeerCheck isWelcome) = 0;
+
+    static std::unique_ptr<StreamListener> listen(const NSSocketPort &port, Accept accept);
+};

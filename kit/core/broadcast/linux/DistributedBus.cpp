@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/broadcast/linux/DistributedBus_p.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr char busName[] = "org.freedesktop.DBus";
+constexpr char busPath[] = "/org/freedesktop/DBus";
+constexpr std::chrono::seconds handOverLimit{2};
+constexpr std::chrono::seconds answerLimit{5};
+constexpr std::chrono::seconds betweenAttempts{30};
+
+// A process that connects to the bus again and again has a new name each time.
+constexpr size_t mostUsers = 256;
+
+// What is held while the bus is asked who posted it; beyond that, notifications are dropped.
+constexpr size_t mostWaiting = 1024;
+constexpr qsizetype largestWaiting = 4 << 20;
+constexpr int mostWaitingOfOne = 64; // and no single connection takes it all
+} // namespace
+
+DistributedBus::DistributedBus(BusConnection::Bus bus, Handler handler)
+    : m_kind(bus), m_handler(std::move(handler))
+{
+}
+
+bool DistributedBus::open(QString *reason)
+{
+    BusConnection::Failure failure;
+    m_bus = BusConnection::open(m_kind, &failure);
+    if (!m_bus) {
+        *reason = QString("there is no message bus (%1)").arg(failure.text);
+        return false;
+    }
+    m_bus->onDisconnected([this] {
+        close();
+        retryLater();
+    });
+    if (isWanted())
+        subscribe();
+    return true;
+}
+
+void DistributedBus::close()
+{
+    m_subscriptions.clear();
+    m_asked.clear();
+    m_users.clear();
+    m_usersInOrder.clear();
+    for (Waiting &waiting : m_waiting)
+        waiting.isKnown = true; // as far as it ever will be
+    m_bus.reset();
+    QMetaObject::invokeMethod(
+        &m_context, [this] { deliver(); }, Qt::QueuedConnection);
+}
+
+void DistributedBus::retryLater()
+{
+    if (!isWanted() || m_isRetrying)
+        return;
+    m_isRetrying = true;
+    Platform::current().clock->callAfter(betweenAttempts, &m_context, [this] {
+        m_isRetrying = false;
+        QString reason;
+        if (!m_bus && isWanted() && !open(&reason))
+            retryLater(); // without a line: nothing was lost that anybody sent from here
+    });
+}
+
+bool DistributedBus::post(const DistributedMessage &message, QString *reason)
+{
+    const QDeadlineTimer deadline(handOverLimit);
+    // A bus that was restarted is noticed only now, when nothing was heard from it before.
+    constexpr int attempts = 2;
+    for (int i = 0; i < attempts && !deadline.hasExpired(); ++i) {
+        if (!m_bus && !open(reason))
+            return false;
+        BusConnection::Failure failure;
+        // The answer to a question that comes after the signal shows that the bus has both: a program may
+        // post and end.
+        if (m_bus->emitSignal(DistributedMessage::path, DistributedMessage::interface,
+                              DistributedMessage::signalName, message.signature, message.arguments,
+                              &failure) &&
+            m_bus->call({busName, busPath, busName, "GetId"}, {}, {}, deadline, &failure))
+            return true;
+        *reason = failure.text;
+        close();
+    }
+    retryLater();
+    return false;
+}
+
+void DistributedBus::setNames(const QSet<QString> &names, bool everyName)
+{
+    if (names == m_names && everyName == m_everyName)
+        return;
+    m_names = names;
+    m_everyName = everyName;
+    if (m_bus) {
+        subscribe();
+        return;
+    }
+    QString reason;
+    if (isWanted() && !open(&reason))
+        retryLater(); // without a line: many processes have no session
+}
+
+void DistributedBus::subscribe()
+{
+    using Source = BusConnection::SignalSource;
+    const auto heardThis = [this](const BusConnection::Signal &signal) { heard(signal); };
+    // The new ones first, so that nothing is missed between. Only the new ones are there when a signal is
+    // delivered.
+    std::vector<std::unique_ptr<BusConnection::Subscription>> subscriptions;
+    Source source{
+        {}, DistributedMessage::path, DistributedMessage::interface, DistributedMessage::signalName};
+    if (m_everyName) {
+        subscriptions.push_back(m_bus->subscribe(source, heardThis));
+    } else {
+        for (const QString &name : m_names) {
+            source.firstText = name;
+            subscriptions.push_back(m_bus->subscribe(source, heardThis));
+        }
+    }
+    m_subscriptions = std::move(subscriptions);
+}
+
+void DistributedBus::heard(const BusConnection::Signal &signal)
+{
+    auto posted = DistributedMessage::read(signal.arguments);
+    if (!posted)
+        return;
+    const qsizetype size = DistributedMessage::sizeOf(posted->notification);
+    if (m_waiting.size() >= mostWaiting || m_waitingSize + size > largestWaiting ||
+        m_waitingOf.value(signal.sender) >= mostWaitingOfOne)
+        return;
+    const auto user = m_users.constFind(signal.sender);
+    const bool isKnown = user != m_users.constEnd();
+    if (isKnown)
+        posted->sender = *user;
+    m_waiting.push_back({signal.sender, *posted, size, isKnown});
+    m_waitingSize += size;
+    ++m_waitingOf[signal.sender];
+    if (isKnown)
+        deliver();
+    else if (!m_asked.contains(signal.sender))
+        ask(signal.sender);
+}
+
+void DistributedBus::ask(const QByteArray &sender)
+{
+    m_asked += sender;
+    m_bus->callLater({busName, busPath, busName, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)},
+                     answerLimit, [this, sender](const std::optional<QVariantList> &values, const auto &) {
+                         const QVariant answer = values ? values->value(0) : QVariant();
+                         // A poster that has gone is unknown, never user 0.
+                         learn(sender, answer.typeId() == QMetaType::UInt ? std::optional(answer.toUInt())
+                                                                          : std::nullopt);
+                     });
+}
+
+void DistributedBus::learn(const QByteArray &sender, const std::optional<quint32> &user)
+{
+    m_asked.remove(sender);
+    if (user) {
+        if (m_usersInOrder.size() >= mostUsers) {
+            m_users.remove(m_usersInOrder.front());
+            m_usersInOrder.pop_front();
+        }
+        m_users.insert(sender, *user);
+        m_usersInOrder.push_back(sender);
+    }
+    for (Waiting &waiting : m_waiting) {
+        if (waiting.isKnown || waiting.sender != sender)
+            continue;
+        waiting.posted.sender = user;
+        waiting.isKnown = true;
+    }
+    deliver();
+}
+
+void DistributedBus::deliver()
+{
+    // A handler may run an event loop, in which the next ones are delivered.
+    while (!m_waiting.empty() && m_waiting.front().isKnown) {
+        const Waiting next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        m_waitingSize -= next.size;
+        if (--m_waitingOf[next.sender] == 0)
+            m_waitingOf.remove(next.sender);
+        m_handler(next.posted);
+    }
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <optional>
+
+/// Tables of localised texts, the content of a file "Localizable.strings".
+namespace StringsFile
+{
+/// The table in `data`: lines `"key" = "value";` with comments (`/* */`, `//`) and the escapes \n \r \t \" \'
+/// \\ \uXXXX, in UTF-8, or in UTF-16 behind a byte order mark; or a property list whose root is a dictionary
+/// of texts. A key or value of letters, digits and _ . - / $ needs no quotes. A later entry replaces an
+/// earlier one of its key.
+///
+/// Absent when `data` is anything else, or larger than PropertyList::maximumSize; `error` is then a sentence.
+DOZELYKIT_AUTOTEST_EXPORT std::optional<QHash<QString, QString>> parse(const QByteArray &data,
+                                                                       QString *error = nullptr);
+} // namespace StringsFile

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/bundles/NSBundle.h"
+
+#include <QLocale>
+
+namespace
+{
+/// The languages that were set; empty for those of the user's locale.
+QStringList &chosen()
+{
+    static QStringList languages;
+    return languages;
+}
+} // namespace
+
+QStringList UserLanguages::current()
+{
+    const QStringList languages = chosen().isEmpty() ? QLocale::system().uiLanguages() : chosen();
+    QStringList expanded;
+    for (QString tag : languages) {
+        tag.replace('_', '-');
+        // "zh-Hant-TW", then "zh-Hant", then "zh".
+        for (qsizetype end = tag.size(); end > 0; end = tag.lastIndexOf('-', end - 1)) {
+            if (!expanded.contains(tag.first(end)))
+                expanded += tag.first(end);
+        }
+    }
+    return expanded;
+}
+
+void UserLanguages::set(const QStringList &languages)
+{
+    chosen() = languages;
+}

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+
+#include "DozelyKit/core/dbus/linux/BusState_p.h"
+#include "DozelyKit/core/dbus/linux/BusValue_p.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <poll.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr char timeoutName[] = "org.freedesktop.DBus.Error.Timeout";
+constexpr char failedName[] = "org.freedesktop.DBus.Error.Failed";
+
+/// Waits until the bus has something to do, at most until the deadline. A negative errno value on failure.
+int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
+{
+    using std::chrono::microseconds;
+    using std::chrono::nanoseconds;
+
+    const int descriptor = sd_bus_get_fd(bus);
+    const int events = sd_bus_get_events(bus);
+    if (descriptor < 0 || events < 0)
+        return std::min(descriptor, events);
+    nanoseconds limit(std::max<qint64>(0, deadline.remainingTimeNSecs()));
+    uint64_t due = UINT64_MAX; // CLOCK_MONOTONIC
+    if (const int result = sd_bus_get_timeout(bus, &due); result < 0)
+        return result;
+    if (due != UINT64_MAX) {
+        timespec now{};
+        ::clock_gettime(CLOCK_MONOTONIC, &now);
+        const nanoseconds passed = std::chrono::seconds(now.tv_sec) + nanoseconds(now.tv_nsec);
+        limit = std::clamp(nanoseconds(microseconds(due)) - passed, nanoseconds(0), limit);
+    }
+    const auto whole = std::chrono::duration_cast<std::chrono::seconds>(limit);
+    const timespec wait{static_cast<time_t>(whole.count()), static_cast<long>((limit - whole).count())};
+    pollfd descriptors{descriptor, static_cast<short>(events), 0};
+    return ::ppoll(&descriptors, 1, &wait, nullptr) < 0 && errno != EINTR ? -errno : 0;
+}
+} // namespace
+
+void tellBusFailure(BusConnection::Failure *failure, const QByteArray &name, const QString &text)
+{
+    if (failure)
+        *failure = {name, text};
+}
+
+void tellBusFailure(BusConnection::Failure *failure, int result)
+{
+    tellBusFailure(failure, failedName, qt_error_string(-result));
+}
+
+BusConnection::Private::Message BusConnection::Private::makeCall(const Member &method,
+                                                                 const QByteArray &signature,
+                                                                 const QVariantList &arguments,
+                                                                 Failure *failure)
+{
+    sd_bus_message *made = nullptr;
+    int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
+                                                method.path.constData(), method.interface.constData(),
+                                                method.name.constData());
+    Message message(made);
+    if (result >= 0)
+        result = BusValue::append(made, signature, arguments);
+    if (result >= 0)
+        return message;
+    tellBusFailure(failure, result);
+    return nullptr;
+}
+
+std::optional<QVariantList> BusConnection::Private::valuesOf(sd_bus_message *reply, Failure *failure)
+{
+    if (const sd_bus_error *error = sd_bus_message_get_error(reply)) {
+        tellBusFailure(failure, error->name, QString::fromUtf8(error->message));
+        return std::nullopt;
+    }
+    QVariantList values;
+    if (const int result = BusValue::readAll(reply, values); result < 0) {
+        tellBusFailure(failure, result);
+        return std::nullopt;
+    }
+    return values;
+}
+
+std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call,
+                                                            const QDeadlineTimer &deadline, Failure *failure)
+{
+    Message reply;
+    const auto keepReply = [](sd_bus_message *message, void *destination, sd_bus_error *) {
+        static_cast<Message *>(destination)->reset(sd_bus_message_ref(message));
+        return 1;
+    };
+    sd_bus_slot *pending = nullptr;
+    // The time-out of sd_bus_call_async begins only after authentication; the deadline covers both.
+    int result = sd_bus_call_async(bus.get(), &pending, call, keepReply, &reply, UINT64_MAX);
+    const Slot slot(pending); // taken back when this returns early, so that no late reply finds `reply` gone
+    while (result >= 0 && !reply) {
+        // The bus may be busy with other messages all the time: the deadline is looked at in any case.
+        if (deadline.hasExpired()) {
+            tellBusFailure(failure, timeoutName, "The bus did not answer in time.");
+            return std::nullopt;
+        }
+        result = pull();
+        if (result == 0 && !reply)
+            result = waitForBus(bus.get(), deadline);
+    }
+    if (result < 0) {
+        tellBusFailure(failure, result);
+        return std::nullopt;
+    }
+    return valuesOf(reply.get(), failure);
+}
+
+BusConnection::BusConnection(std::shared_ptr<Private> state) : d(std::move(state)) {}
+
+BusConnection::~BusConnection()
+{
+    d->abandon();
+}
+
+std::unique_ptr<BusConnection> BusConnection::open(Bus bus, Failure *failure)
+{
+    sd_bus *opened = nullptr;
+    const int result = bus == Bus::System ? sd_bus_open_system(&opened) : sd_bus_open_user(&opened);
+    if (result < 0) {
+        tellBusFailure(failure, result);
+        return nullptr;
+    }
+    auto state = std::make_shared<Private>();
+    state->bus.reset(opened);
+    return std::unique_ptr<BusConnection>(new BusConnection(std::move(state)));
+}
+
+std::optional<QVariantList> BusConnection::call(const Member &method, const QByteArray &signature,
+                                                const QVariantList &arguments, const QDeadlineTimer &deadline,
+                                                Failure *failure)
+{
+    const Private::Message message = d->makeCall(method, signature, arguments, failure);
+    if (!message)
+        return std::nullopt;
+    auto reply = d->replyTo(message.get(), deadline, failure);
+    if (d->timer)
+        d->rearm(); // what came meanwhile is delivered from the event loop
+    return reply;
+}
+
+std::optional<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline,
+                                                Failure *failure)
+{
+    const Member get{property.destination, property.path, "org.freedesktop.DBus.Properties", "Get"};
+    const auto values =
+        call(get, "ss", {QString::fromLatin1(property.interface), QString::fromLatin1(property.name)},
+             deadline, failure);
+    if (!values)
+        return std::nullopt;
+    if (values->size() != 1) {
+        tellBusFailure(failure, failedName, "The answer holds no value.");
+        return std::nullopt;
+    }
+    return values->constFirst();
+}
+
+bool BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
+                               const QByteArray &signature, const QVariantList &arguments, Failure *failure)
+{
+    sd_bus_message *made = nullptr;
+    int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
+                                           name.constData());
+    const Private::Message message(made);
+    if (result >= 0)
+        result = BusValue::append(made, signature, arguments);
+    if (result >= 0)
+        result = sd_bus_send(d->bus.get(), made, nullptr);
+    if (result >= 0)
+        d->attachToEventLoop(); // what the socket did not take at once leaves from there
+    else
+        tellBusFailure(failure, result);
+    return result >= 0;
+}
+
+QByteArray BusConnection::uniqueName() const
+{
+    if (sd_bus_is_ready(d->bus.get()) <= 0)
+        return {};
+    const char *name = nullptr;
+    return sd_bus_get_unique_name(d->bus.get(), &name) < 0 ? QByteArray() : QByteArray(name);
+}
+
+void BusConnection::onDisconnected(std::function<void()> handler)
+{
+    d->onDisconnected = std::move(handler);
+    d->attachToEventLoop();
+}
+
+BusDescriptor::BusDescriptor(int descriptor)
+    : m_descriptor(descriptor < 0 ? nullptr : new int(descriptor), [](const int *held) {
+          if (held)
+              ::close(*held);
+          delete held;
+      })
+{
+}
+
+int BusDescriptor::get() const
+{
+    return m_descriptor ? *m_descriptor : -1;
+}

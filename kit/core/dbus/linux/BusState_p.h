@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <deque>
+#include <map>
+#include <set>
+#include <systemd/sd-bus.h>
+
+/// What a BusConnection is made of: the connection itself, and what the event loop does with it.
+///
+/// Messages are pulled from sd-bus and put into a queue; handlers run from the queue, after sd-bus has
+/// returned, so that they may do anything.
+struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Private> {
+    struct ReleaseBus {
+        // Not the variant that flushes: that one waits for a peer which may be mute.
+        void operator()(sd_bus *bus) const { sd_bus_close_unref(bus); }
+    };
+    struct ReleaseMessage {
+        void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
+    };
+    struct ReleaseSlot {
+        void operator()(sd_bus_slot *slot) const { sd_bus_slot_unref(slot); }
+    };
+    using BusPointer = std::unique_ptr<sd_bus, ReleaseBus>;
+    using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
+    using Slot = std::unique_ptr<sd_bus_slot, ReleaseSlot>;
+
+    /// One who hears signals, or the changes of a name's owner.
+    struct Listener {
+        SignalSource source;
+        QByteArray rule;
+        QByteArray name; ///< Whose owner is followed for this listener; empty for none.
+        SignalHandler onSignal;
+        OwnerHandler onOwner;
+    };
+    /// A name whose owner somebody wants to know.
+    struct Name {
+        int users = 0;
+        bool isKnown = false; ///< Whether the bus has told the owner.
+        QByteArray owner;     ///< Empty when it has none.
+    };
+    class Hearing; // a Subscription
+    struct LaterCall;
+
+    /// Handlers waiting at a time; beyond that, signals are dropped. A process that waits in `call` under a
+    /// flood of signals keeps its memory.
+    static constexpr size_t maximumQueue = 4096;
+
+    BusPointer bus;
+    std::map<quint64, Listener> listeners;
+    std::map<QByteArray, Name> names;
+    quint64 lastListener = 0;
+    std::deque<std::function<void()>> queue;
+    std::function<void()> onDisconnected;
+    std::set<LaterCall *> laterCalls; ///< Those not answered yet. Each belongs to the slot of its reply.
+    bool disconnected = false;
+    bool queueOverflowed = false;
+    // Dropped from within their own signals too, hence deleted later.
+    struct DropLater {
+        void operator()(QTimer *timer) const;
+        void operator()(QSocketNotifier *notifier) const;
+    };
+    std::unique_ptr<QSocketNotifier, DropLater> readable;
+    std::unique_ptr<QSocketNotifier, DropLater> writable;
+    std::unique_ptr<QTimer, DropLater> timer; ///< Null as long as nothing needs the event loop.
+
+    /// A call that is ready to be sent. Null, and `failure` filled in, when an argument does not fit.
+    Message makeCall(const Member &method, const QByteArray &signature, const QVariantList &arguments,
+                     Failure *failure);
+    /// Sends `call` and serves the bus until its reply is there. Absent, and `failure` filled in, on failure.
+    std::optional<QVariantList> replyTo(sd_bus_message *call, const QDeadlineTimer &deadline,
+                                        Failure *failure);
+    /// The values of a reply; absent, and `failure` filled in, for an error.
+    static std::optional<QVariantList> valuesOf(sd_bus_message *reply, Failure *failure);
+
+    /// One step of the connection: 0 when there is nothing to do, a negative errno value when it is lost.
+    int pull();
+    void queueSignal(sd_bus_message *message);
+    bool isHeardBy(const Listener &listener, const Signal &signal) const;
+    void tellOwnerHandlers(const QByteArray &name);
+
+    quint64 listen(Listener listener);
+    void stopListening(quint64 id);
+    void follow(const QByteArray &name);
+    void unfollow(const QByteArray &name);
+    void setOwner(const QByteArray &name, const QByteArray &owner);
+    void tellBus(const char *operation, const QByteArray &rule);
+
+    void attachToEventLoop();
+    void rearm();
+    void turn();
+    void disconnect();
+    /// The connection is being destroyed: nobody hears anything any more.
+    void abandon();
+};
+
+/// Fills in why something failed; `failure` may be null.
+void tellBusFailure(BusConnection::Failure *failure, const QByteArray &name, const QString &text);
+/// The same for a negative errno value.
+void tellBusFailure(BusConnection::Failure *failure, int result);

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+
+/// Property lists, XML and binary. Values: bool, qint64, double, QString, QByteArray, QDateTime (UTC),
+/// QVariantList, QVariantMap.
+namespace PropertyList
+{
+enum class Format { Xml, Binary };
+
+/// Limits checked before a byte is parsed. They name the attacks: a list of a few hundred bytes that refers
+/// to the same object over and over unfolds to gigabytes, and deep nesting overruns the stack.
+constexpr qint64 maximumSize = 1 << 20; // bytes
+constexpr int maximumDepth = 64;        // containers within containers
+constexpr int maximumNodes = 100'000;   // values after unfolding shared references
+
+/// Parses `data`; absent when it is no property list or breaks a limit, `error` then holds a sentence that
+/// says so.
+DOZELYKIT_EXPORT std::optional<QVariant> fromData(const QByteArray &data, QString *error = nullptr,
+                                                  Format *format = nullptr);
+
+/// Reads a regular file of at most maximumSize bytes and parses it. A file that changes while it is read is
+/// no worse than a damaged one. Never follows a final symbolic link when `followLinks` is false.
+DOZELYKIT_EXPORT std::optional<QVariant> fromFile(const QString &path, QString *error = nullptr,
+                                                  Format *format = nullptr, bool followLinks = true);
+
+/// Null when `value` holds something that a property list cannot carry (a date before 1932 or after 2069
+/// among that), or when fromData would refuse the result for its size, its depth or its number of values.
+DOZELYKIT_EXPORT QByteArray toData(const QVariant &value, Format format);
+} // namespace PropertyList

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSLock.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+
+#include <mutex>
+
+bool NSLock::lockBeforeDate(std::chrono::milliseconds limit)
+{
+    return Platform::current().clock->acquire(m_free, limit);
+}
+
+void NSLock::unlock()
+{
+    // Between the look and the release nobody but another unlock could make the lock free, so those take
+    // turns.
+    static std::mutex turn;
+    const std::lock_guard guard(turn);
+    if (m_free.available() == 0)
+        m_free.release();
+}

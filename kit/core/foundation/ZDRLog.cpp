@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/ZDRLog.h"
+
+#include "DozelyKit/core/foundation/AppendLine_p.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <QStringEncoder>
+#include <QVarLengthArray>
+
+#include <array>
+#include <atomic>
+#include <charconv>
+#include <cstring>
+#include <ctime>
+#include <string_view>
+
+namespace
+{
+// Bytes that grow, in place unless there are very many: a line should cost little more than its system calls.
+using Bytes = QVarLengthArray<char, 1024>;
+
+constexpr qsizetype stampLength = 16; // "Mar 04 09:15:02 "
+
+void append(Bytes &bytes, std::string_view text)
+{
+    bytes.append(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void appendText(Bytes &bytes, QStringView text)
+{
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    const qsizetype size = bytes.size();
+    bytes.resize(size + encoder.requiredSpace(text.size()));
+    bytes.resize(encoder.appendToBuffer(bytes.data() + size, text) - bytes.data());
+}
+
+Bytes logPath()
+{
+    Bytes path;
+    appendText(path, RootFolder::join(QStringLiteral("/var/log/dozely.log")));
+    path.append('\0');
+    return path;
+}
+
+void appendNumber(Bytes &bytes, qint32 number)
+{
+    std::array<char, 12> digits{};
+    const auto result = std::to_chars(digits.begin(), digits.end(), number);
+    append(bytes, std::string_view(digits.data(), static_cast<std::size_t>(result.ptr - digits.data())));
+}
+
+// A daemon lives long enough to see its machine move to another time zone, and localtime_r does not look:
+// have the zone read again in the first line of each minute.
+void refreshTimeZone(std::time_t now)
+{
+    static std::atomic<std::time_t> lastMinute{-1};
+    constexpr std::time_t secondsPerMinute = 60;
+    const std::time_t minute = now / secondsPerMinute;
+    if (lastMinute.exchange(minute, std::memory_order_relaxed) != minute)
+        ::tzset();
+}
+
+// The local time in front of a line. By hand, since each line pays for it, and English whatever the locale.
+void writeStamp(char *stamp)
+{
+    static constexpr std::array<const char *, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                            "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const auto now = static_cast<std::time_t>(Platform::current().clock->currentDate().toSecsSinceEpoch());
+    refreshTimeZone(now);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    const auto writeTwoDigits = [](char *to, int value, char after) {
+        to[0] = static_cast<char>('0' + value / 10);
+        to[1] = static_cast<char>('0' + value % 10);
+        to[2] = after;
+    };
+    std::memcpy(stamp, months.at(static_cast<std::size_t>(local.tm_mon)), 3);
+    stamp[3] = ' ';
+    writeTwoDigits(stamp + 4, local.tm_mday, ' ');
+    writeTwoDigits(stamp + 7, local.tm_hour, ':');
+    writeTwoDigits(stamp + 10, local.tm_min, ':');
+    writeTwoDigits(stamp + 13, local.tm_sec, ' ');
+}
+
+// Appends `line`, at whose head the stamp's place was left free.
+void appendStamped(Bytes &line, const char *path, quint32 effectiveUserID = NSProcessInfo::effectiveUserID())
+{
+    writeStamp(line.data());
+    const std::string_view bytes(line.constData(), static_cast<std::size_t>(line.size()));
+    const AppendResult result = appendLine(path, bytes, effectiveUserID == 0);
+    if (result.openError != 0)
+        NSLog("Could not open file for writing (errno: %d)", result.openError);
+    else if (result.writeError != 0)
+        NSLog("Could not write to file (errno: %d)", result.writeError);
+}
+
+void appendAs(std::string_view role, const QString &message)
+{
+    const quint32 effectiveUserID = NSProcessInfo::effectiveUserID();
+    Bytes line(stampLength);
+    append(line, "(");
+    appendNumber(line, NSProcessInfo::processIdentifier());
+    append(line, " - ");
+    appendNumber(line, NSProcessInfo::parentProcessIdentifier());
+    append(line, " - ");
+    appendNumber(line, static_cast<qint32>(effectiveUserID));
+    append(line, " - ");
+    append(line, role);
+    append(line, "): ");
+    appendText(line, message);
+    append(line, "\n");
+    appendStamped(line, logPath().constData(), effectiveUserID);
+}
+
+void appendWithName(const QString &process, const QString &message)
+{
+    Bytes line(stampLength);
+    appendText(line, process);
+    append(line, " ");
+    appendText(line, message);
+    append(line, "\n");
+    appendStamped(line, logPath().constData());
+}
+} // namespace
+
+void ZDRAppendStringToFile(const QString &string, const QString &path)
+{
+    Bytes line(stampLength);
+    appendText(line, string);
+    appendStamped(line, path.toUtf8().constData());
+}
+
+void ZDRLogDaemon(const QString &message)
+{
+    appendAs("Daemon", message);
+}
+
+void ZDRLogUserAgent(const QString &message)
+{
+    appendAs("User Agent", message);
+}
+
+void ZDRLogPrefPane(const QString &message)
+{
+    appendAs("App", message);
+}
+
+void ZDRLogAdmin(const QString &message)
+{
+    appendAs("Admin", message);
+}
+
+void ZDRLogText(const QString &message)
+{
+    const QString process = NSProcessInfo::processName();
+    if (process == u"dozelyd")
+        ZDRLogDaemon(message);
+    else if (process == u"Dozely Agent")
+        ZDRLogUserAgent(message);
+    else if (process == u"Dozely")
+        ZDRLogPrefPane(message);
+    else if (process == u"Dozely Admin")
+        ZDRLogAdmin(message);
+    else
+        appendWithName(process, message);
+}

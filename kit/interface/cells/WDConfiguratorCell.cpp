@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/interface/cells/WDConfiguratorCell.h"
+
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/interface/drawing/ImageExtensions.h"
+#include "DozelyKit/interface/drawing/LaidOutText_p.h"
+#include "DozelyKit/interface/drawing/NSFont.h"
+#include "DozelyKit/interface/drawing/NSGraphicsContext.h"
+#include "DozelyKit/interface/views/ViewPalette_p.h"
+
+namespace
+{
+// Points from the upper left corner of the frame.
+constexpr double dotLeft = 3;
+constexpr double dotBottom = 22;
+constexpr double nameLeft = 25;
+constexpr double rightMargin = 5;
+constexpr double actionTop = 14;
+constexpr double actionLeft = 30; // of the span in which the action is centred
+
+bool isDictionary(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QVariantMap || value.typeId() == QMetaType::QVariantHash;
+}
+} // namespace
+
+struct WDConfiguratorCell::Private {
+    QString name;
+    QString time;
+    QString action;
+    bool startup = false;
+    bool wakeup = false;
+
+    QString dot() const
+    {
+        if (startup)
+            return wakeup ? "MixedDot.png" : "StartupDot.png";
+        return wakeup ? "WakeUpDot.png" : "NoneDot.png";
+    }
+};
+
+WDConfiguratorCell::WDConfiguratorCell() : d(std::make_unique<Private>()) {}
+
+WDConfiguratorCell::~WDConfiguratorCell() = default;
+
+std::shared_ptr<NSTextFieldCell> WDConfiguratorCell::copy() const
+{
+    auto cell = std::make_shared<WDConfiguratorCell>();
+    copyStateTo(*cell);
+    *cell->d = *d;
+    return cell;
+}
+
+void WDConfiguratorCell::setObjectValue(const QVariant &value)
+{
+    if (isDictionary(value)) {
+        const QVariantMap entry = value.toMap();
+        d->name = entry.value("Name").toString();
+        d->time = entry.value("Time").toString();
+        d->action = entry.value("Action").toString();
+        d->startup = integerValue(entry.value("Startup")) == 1;
+        d->wakeup = integerValue(entry.value("Wake Up")) == 1;
+    }
+    NSTextFieldCell::setObjectValue(value);
+}
+
+void WDConfiguratorCell::drawInteriorWithFrameInView(const QRectF &frame, QWidget *view)
+{
+    const NSGraphicsContext *context = NSGraphicsContext::currentContext();
+    if (!context || !objectValue().isValid())
+        return;
+    // Of the four images, only the one that is drawn can be seen to be loaded.
+    context->compositeToPoint(
+        zandorSoftwaresExtensions::imageNamedInBundleOfInstance(d->dot(), this, context->devicePixelRatio()),
+        {frame.x() + dotLeft, frame.y() + dotBottom});
+
+    const QColor colour = isEnabled() ? ViewPalette::textColor(view) : ViewPalette::grayColor(view);
+    const QFont font = NSFont::userFontOfSize(NSFont::smallSystemFontSize());
+    const double right = frame.width() - rightMargin;
+
+    LaidOutText(d->name, font).drawAtPoint(*context, {frame.x() + nameLeft, frame.y()}, colour);
+    const LaidOutText time(d->time, font);
+    time.drawAtPoint(*context, {frame.x() + right - time.size().width(), frame.y()}, colour);
+    const LaidOutText action(d->action, font);
+    const double middle = (right - actionLeft) * 0.5 + actionLeft;
+    action.drawAtPoint(*context, {frame.x() + middle - action.size().width() * 0.5, frame.y() + actionTop},
+                       colour);
+}
+
+QString WDConfiguratorCell::name() const
+{
+    return d->name;
+}
+
+QString WDConfiguratorCell::time() const
+{
+    return d->time;
+}
+
+QString WDConfiguratorCell::action() const
+{
+    return d->action;
+}
+
+bool WDConfiguratorCell::startup() const
+{
+    return d->startup;
+}
+
+bool WDConfiguratorCell::wakeup() const
+{
+    return d->wakeup;
+}

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/interface/Export.h"
+
+#include <QFont>
+
+/// The fonts of the platform. Sizes are device-independent pixels. THREADING: the main thread.
+class DOZELYINTERFACE_EXPORT NSFont
+{
+public:
+    NSFont() = delete;
+
+    /// 11.
+    static double smallSystemFontSize();
+
+    /// The user's font, which is the application's, upright and of normal weight, at that size.
+    static QFont userFontOfSize(double size);
+};

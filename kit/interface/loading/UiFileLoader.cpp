@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/interface/loading/UiFileLoader_p.h"
+
+#include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/interface/loading/UiOwner_p.h"
+#include "DozelyKit/interface/loading/UiWidgets_p.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLayout>
+#include <QTranslator>
+#include <QWidget>
+#include <QXmlStreamReader>
+
+namespace
+{
+constexpr qint64 largestFile = qint64(1) << 20; // a form that fills the memory
+constexpr int deepestElement = 100;             // one nested until reading it overruns the stack
+
+/// Answers with the bundle's texts while a file is read.
+class BundleTexts : public QTranslator
+{
+public:
+    BundleTexts(const NSBundle &bundle, QString table) : m_bundle(bundle), m_table(std::move(table))
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~BundleTexts() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        const QString key = QString::fromUtf8(text);
+        const QString found = m_bundle.localizedStringForKey(key, {}, m_table);
+        return found == key ? QString() : found; // null: somebody else may know
+    }
+
+private:
+    const NSBundle &m_bundle;
+    QString m_table;
+};
+
+/// Gives every view the size that it will have: hidden views are laid out late otherwise.
+void settle(QWidget *view)
+{
+    view->ensurePolished();
+    if (QLayout *const layout = view->layout()) {
+        layout->activate();
+        layout->setGeometry(view->contentsRect());
+    }
+    for (auto *const child : view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        settle(child);
+}
+
+/// What is wrong with the elements of a file; null when nothing is.
+QString faultIn(const QByteArray &content)
+{
+    QXmlStreamReader reader(content);
+    int depth = 0;
+    while (!reader.atEnd() && depth <= deepestElement) {
+        const auto token = reader.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1 : 0;
+        depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
+    }
+    if (depth > deepestElement)
+        return "its elements are nested too deeply";
+    return reader.hasError() ? reader.errorString() : QString();
+}
+
+/// The file's content; `error` is a sentence when it is no good.
+QByteArray contentOf(const QString &path, QString *error)
+{
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        *error = "it is not there or cannot be read";
+        return {};
+    }
+    const QByteArray content = file.read(largestFile + 1);
+    *error = content.size() > largestFile ? "it is larger than 1 MiB" : faultIn(content);
+    return content;
+}
+} // namespace
+
+bool UiFileLoader::loadNibNamed(const QString &name, const NSBundle &bundle, QObject *owner)
+{
+    const auto refuse = [&](const QString &why) {
+        ZDRLog("The interface file %@ of %@ was not loaded: %@", name, bundle.bundlePath(), why);
+        return false;
+    };
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return refuse("there is no display");
+    const QString path = bundle.pathForResource(name, "ui");
+    QString error;
+    QByteArray content = contentOf(path, &error);
+    if (!error.isEmpty())
+        return refuse(error);
+
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::ReadOnly);
+    UiWidgets widgets;
+    widgets.setWorkingDirectory(QFileInfo(path).dir());
+    QWidget *view = nullptr;
+    {
+        const BundleTexts texts(bundle, name);
+        view = widgets.load(&buffer);
+    }
+    if (!view)
+        return refuse(widgets.errorString());
+    QObject::connect(owner, &QObject::destroyed, view, [view] { delete view; });
+    settle(view);
+    UiOwner uiOwner(owner);
+    uiOwner.connectTo(view);
+    uiOwner.awaken(view);
+    return true;
+}
+
+namespace
+{
+void fillPort()
+{
+    auto &loader = Platform::current().interfaceFileLoader;
+    if (!loader)
+        loader = std::make_shared<UiFileLoader>();
+}
+} // namespace
+Q_COREAPP_STARTUP_FUNCTION(fillPort)

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/interface/loading/UiWidgets_p.h"
+
+#include "DozelyKit/interface/controls/ZDRButton.h"
+#include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/lists/ZDRTableView.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
+#include "DozelyKit/interface/windows/ZDRBezelWindow.h"
+
+namespace
+{
+using Maker = QWidget *(*)(QWidget *parent);
+
+template<class Widget>
+QWidget *make(QWidget *parent)
+{
+    return new Widget(parent);
+}
+
+const QHash<QString, Maker> &makers()
+{
+    static const QHash<QString, Maker> table{
+        {"ZDRBezelView", make<ZDRBezelView>}, {"ZDRBezelWindow", make<ZDRBezelWindow>},
+        {"ZDRButton", make<ZDRButton>},       {"ZDRProgressIndicator", make<ZDRProgressIndicator>},
+        {"ZDRTableView", make<ZDRTableView>}, {"ZDRWindow", make<ZDRWindow>},
+    };
+    return table;
+}
+} // namespace
+
+UiWidgets::UiWidgets()
+{
+    clearPluginPaths(); // code from wherever an environment variable says
+}
+
+QWidget *UiWidgets::createWidget(const QString &className, QWidget *parent, const QString &name)
+{
+    const Maker maker = makers().value(className);
+    if (!maker)
+        return QUiLoader::createWidget(className, parent, name);
+    QWidget *const widget = maker(parent);
+    widget->setObjectName(name);
+    return widget;
+}

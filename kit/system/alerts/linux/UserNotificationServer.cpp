@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/alerts/linux/UserNotificationServer_p.h"
+
+#include "DozelyKit/core/foundation/ProblemReport.h"
+
+#include <chrono>
+#include <utility>
+
+namespace
+{
+constexpr std::chrono::seconds startLimit{25}; // as long as the bus itself allows a service for starting
+constexpr std::chrono::seconds answerLimit{10};
+
+constexpr char service[] = "org.freedesktop.Notifications";
+constexpr char path[] = "/org/freedesktop/Notifications";
+constexpr char cancelKey[] = "cancel";
+
+// The bus says this for a server that ended, or did not answer in time.
+constexpr char noReply[] = "org.freedesktop.DBus.Error.NoReply";
+
+/// A server's words for the log: on one line, and not many of them.
+QString quotable(const BusConnection::Failure &failure)
+{
+    constexpr qsizetype longest = 200;
+    QString text = failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text;
+    for (QChar &character : text) {
+        if (!character.isPrint())
+            character = u' ';
+    }
+    return text.simplified().left(longest);
+}
+
+QVariantMap hints()
+{
+    return {
+        // Critical. Of lesser urgency, desktops hide an alert after some seconds whatever its time-out.
+        {"urgency", QVariant::fromValue<uchar>(2)},
+        {"category", "x-dozely.alert"},
+        {"desktop-entry", "dozely-agent"},
+    };
+}
+} // namespace
+
+UserNotificationServer::UserNotificationServer(Handlers handlers) : m_handlers(std::move(handlers)) {}
+
+UserNotificationServer::~UserNotificationServer() = default;
+
+void UserNotificationServer::need()
+{
+    m_isNeeded = true;
+    if (!m_bus) {
+        BusConnection::Failure failure;
+        m_bus = BusConnection::open(BusConnection::Bus::Session, &failure);
+        if (!m_bus) {
+            fail("no session bus: " + quotable(failure));
+            return;
+        }
+        m_bus->onDisconnected([this] { busHasGone(); });
+        m_ownership = m_bus->watchOwner(service, [this](const QByteArray &owner) { ownerHasChanged(owner); });
+    } else if (!m_ownerIsKnown) {
+        return; // the bus has been asked
+    } else if (m_owner.isEmpty()) {
+        start();
+    } else {
+        readCapabilities();
+    }
+}
+
+void UserNotificationServer::ownerHasChanged(const QByteArray &owner)
+{
+    const bool hadServer = !std::exchange(m_owner, owner).isEmpty();
+    ++m_epoch;
+    m_ownerIsKnown = true;
+    m_isReady = false;
+    m_isAsked = false;
+    m_hasToldMissingActions = false;
+    m_signals.reset();
+    if (hadServer) {
+        // Not asked again by itself: a server that dies of each attempt would be started for ever.
+        m_isNeeded = false;
+        m_handlers.lost();
+    } else if (m_isNeeded && owner.isEmpty()) {
+        start();
+    } else if (m_isNeeded) {
+        readCapabilities();
+    }
+}
+
+void UserNotificationServer::busHasGone()
+{
+    m_signals.reset();
+    m_ownership.reset();
+    m_bus.reset();
+    m_owner.clear();
+    ++m_epoch;
+    m_ownerIsKnown = m_isStarting = m_isAsked = m_isReady = false;
+    if (m_isNeeded)
+        fail("the session bus has gone away");
+}
+
+void UserNotificationServer::start()
+{
+    if (std::exchange(m_isStarting, true))
+        return;
+    m_bus->callLater(
+        {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName"}, "su",
+        {QString(service), 0U}, startLimit,
+        [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
+            m_isStarting = false;
+            // A server that has come was told of before this answer.
+            if (m_isNeeded && m_owner.isEmpty())
+                fail("no notification server: " +
+                     (values ? QString("it was started and is not there") : quotable(failure)));
+        });
+}
+
+void UserNotificationServer::readCapabilities()
+{
+    if (std::exchange(m_isAsked, true))
+        return;
+    m_signals = m_bus->subscribe({m_owner, path, service, {}},
+                                 [this](const BusConnection::Signal &signal) { signalHasCome(signal); });
+    call("GetCapabilities", {}, {},
+         [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
+             capabilitiesHaveCome(values, failure);
+         });
+}
+
+void UserNotificationServer::capabilitiesHaveCome(const std::optional<QVariantList> &values,
+                                                  const BusConnection::Failure &failure)
+{
+    if (!values && failure.name == noReply) {
+        m_isAsked = false;
+        fail(quotable(failure));
+        return;
+    }
+    // One that refuses to say may show an alert all the same. An action that it does not know harms nothing.
+    if (!values)
+        reportProblem("The notification server does not say what it can do: " + quotable(failure));
+    m_capabilities = values ? values->value(0).toStringList() : QStringList("actions");
+    m_isReady = true;
+    m_handlers.ready();
+}
+
+void UserNotificationServer::fail(const QString &why)
+{
+    m_isNeeded = false;
+    m_handlers.absent(why);
+}
+
+void UserNotificationServer::call(const QByteArray &method, const QByteArray &signature,
+                                  const QVariantList &arguments, BusConnection::ReplyHandler handler)
+{
+    m_bus->callLater({m_owner, path, service, method}, signature, arguments, answerLimit,
+                     [this, epoch = m_epoch, handler = std::move(handler)](
+                         const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
+                         if (epoch == m_epoch)
+                             handler(values, failure);
+                     });
+}
+
+void UserNotificationServer::notify(const Content &content, quint32 replaced, NotifyHandler handler)
+{
+    QVariantList actions;
+    if (!content.actionLabel.isEmpty() && m_capabilities.contains("actions"))
+        actions = {QString(cancelKey), content.actionLabel};
+    else if (!content.actionLabel.isEmpty() && !std::exchange(m_hasToldMissingActions, true))
+        reportProblem("The notification server offers no buttons: alerts cannot be cancelled from there");
+    const QString text = m_capabilities.contains("body-markup") ? content.text.toHtmlEscaped() : content.text;
+    constexpr qint32 untilWithdrawn = 0;
+    call("Notify", "susssasa{sv}i",
+         {"Dozely", replaced, "appointment-soon", content.title, text, actions, hints(), untilWithdrawn},
+         [handler = std::move(handler)](const std::optional<QVariantList> &values,
+                                        const BusConnection::Failure &failure) {
+             const QVariant id = values.value_or(QVariantList()).value(0);
+             if (!values)
+                 handler(std::nullopt, quotable(failure));
+             else if (id.typeId() != QMetaType::UInt || id.toUInt() == 0)
+                 handler(std::nullopt, "the notification server gave it no id");
+             else
+                 handler(id.toUInt(), {});
+         });
+}
+
+void UserNotificationServer::close(quint32 id, Failures failures)
+{
+    call("CloseNotification", "u", {id},
+         [failures](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
+             if (!values && failures == Failures::Told)
+                 reportProblem("An alert was not withdrawn: " + quotable(failure));
+         });
+}
+
+void UserNotificationServer::signalHasCome(const BusConnection::Signal &signal)
+{
+    const QVariant id = signal.arguments.value(0);
+    if (id.typeId() != QMetaType::UInt)
+        return;
+    // Dismissing an alert is a NotificationClosed and no action: it cancels nothing.
+    if (signal.name == "NotificationClosed")
+        m_handlers.closed(id.toUInt());
+    else if (signal.name == "ActionInvoked" && signal.arguments.value(1) == QVariant(QString(cancelKey)))
+        m_handlers.cancelled(id.toUInt());
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QString>
+
+#include <optional>
+
+/// Port: who sits at the console.
+class DOZELYKIT_EXPORT ConsoleUser
+{
+public:
+    struct User {
+        QString name;
+        quint32 userId;
+    };
+
+    virtual ~ConsoleUser() = default;
+
+    /// The user of the console's active session; absent when nobody is logged in, when a greeter shows, or
+    /// when it cannot be found out. Blocks for at most two seconds.
+    virtual std::optional<User> current() = 0;
+};

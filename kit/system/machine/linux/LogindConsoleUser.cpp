@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/machine/linux/LogindConsoleUser_p.h"
+
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+
+#include <chrono>
+
+namespace
+{
+constexpr std::chrono::seconds limit{2}; // for all questions together
+constexpr char service[] = "org.freedesktop.login1";
+constexpr char seatPath[] = "/org/freedesktop/login1/seat/seat0";
+
+/// The object of the seat's active session; empty when it has none, which the login manager tells by an empty
+/// name.
+QByteArray activeSession(BusConnection &bus, const QDeadlineTimer &deadline)
+{
+    const auto active =
+        bus.property({service, seatPath, "org.freedesktop.login1.Seat", "ActiveSession"}, deadline);
+    const QVariantList session = active.value_or(QVariant()).toList(); // name, object path
+    return session.value(0).toString().isEmpty() ? QByteArray() : session.value(1).toString().toUtf8();
+}
+} // namespace
+
+std::optional<ConsoleUser::User> LogindConsoleUser::current()
+{
+    const QDeadlineTimer deadline(limit);
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
+    if (!bus)
+        return std::nullopt;
+    const QByteArray session = activeSession(*bus, deadline);
+    if (session.isEmpty())
+        return std::nullopt;
+    const auto ask = [&](const QByteArray &name) {
+        return bus->property({service, session, "org.freedesktop.login1.Session", name}, deadline)
+            .value_or(QVariant());
+    };
+    // A session that ends while it is asked gives no answer, and is nobody as well.
+    const QString sessionClass = ask("Class").toString();
+    const QString name = ask("Name").toString();
+    const QVariant userId = ask("User").toList().value(0); // user id, object path
+    // An id that could not be read is absent, never 0.
+    if (sessionClass.isEmpty() || sessionClass == "greeter" || name.isEmpty() ||
+        userId.metaType() != QMetaType::fromType<quint32>())
+        return std::nullopt;
+    return User{name, userId.toUInt()};
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+#include <utility>
+
+/// A request over HTTPS.
+struct HttpRequest {
+    QUrl url; ///< Of the scheme "https".
+    QByteArray method;
+    QList<std::pair<QByteArray, QByteArray>> headers; ///< Name and value, sent as they stand.
+    QByteArray body;
+    qint64 largestAnswer = 0; ///< Bytes; an answer whose body is larger is none.
+};
+
+/// Port: requests over HTTPS.
+///
+/// THREADING: one thread at a time. BLOCKING: send waits for the whole answer, on the caller's thread.
+class DOZELYKIT_EXPORT HttpClient
+{
+public:
+    virtual ~HttpClient() = default;
+
+    /// Sends the request and returns the body of the answer, whatever the HTTP status. The server must prove
+    /// that it is who the address names; redirections are followed to "https" alone. Besides the headers of
+    /// the request, only "Host", "Accept", "User-Agent" and what HTTP itself needs are sent; no cookies are
+    /// kept and nothing is remembered. Absent when there was no whole answer, with `error` a sentence of
+    /// printable characters.
+    virtual std::optional<QByteArray> send(const HttpRequest &request, QString *error = nullptr) = 0;
+};

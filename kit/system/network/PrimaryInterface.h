@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QByteArray>
+#include <QList>
+
+/// Port: the network interface over which this machine reaches the world.
+class DOZELYKIT_EXPORT PrimaryInterface
+{
+public:
+    virtual ~PrimaryInterface() = default;
+
+    /// The hardware addresses of the Ethernet controllers behind the default route: one, or one for each path
+    /// where the route has several; empty when there is none.
+    virtual QList<QByteArray> hardwareAddresses() = 0;
+};

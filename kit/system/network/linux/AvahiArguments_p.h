@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/system/network/NetServices.h"
+
+/// What the operations of the Avahi daemon take and give.
+namespace AvahiArguments
+{
+constexpr char serverInterface[] = "org.freedesktop.Avahi.Server";
+constexpr int any = -1; ///< Any interface, any protocol.
+constexpr quint32 noFlags = 0U;
+
+/// The strings of a TXT record, one `ay` each. The daemon refuses those that are empty or have no key, which
+/// mean nothing to anybody.
+QVariantList txtStrings(const QByteArray &record);
+
+/// The record whose strings the daemon told (`aay`).
+QByteArray recordFrom(const QVariantList &strings);
+
+/// The object path that an operation gave; empty when it failed.
+QByteArray pathIn(const std::optional<QVariantList> &values);
+
+NetServices::Problem problemOf(const BusConnection::Failure &failure);
+} // namespace AvahiArguments

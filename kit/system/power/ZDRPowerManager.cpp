@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/power/ZDRPowerManager.h"
+
+#include "DozelyKit/core/foundation/LoopSignal_p.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/ServiceRegistry.h"
+#include "DozelyKit/system/power/SystemPower.h"
+#include "DozelyKit/system/power/ZDRKeyManager.h"
+#include "DozelyKit/system/power/ZDRPowerManager_p.h"
+
+#include <csignal>
+
+const QString ZDRPowerManagerSystemWillSleep = QStringLiteral("ZDRPowerManagerSystemWillSleep");
+const QString ZDRPowerManagerSystemDidWake = QStringLiteral("ZDRPowerManagerSystemDidWake");
+const QString ZDRPowerManagerSystemWillPowerOff = QStringLiteral("ZDRPowerManagerSystemWillPowerOff");
+
+namespace
+{
+constexpr quint8 keyBoundToNothing = 255;
+constexpr int termination = 15;
+static_assert(termination == SIGTERM);
+
+/// Held to the end of the process; never destroyed with it, when the event loop that its messages come from
+/// is gone.
+std::shared_ptr<ZDRPowerManager> &shared()
+{
+    static auto *const instance = new std::shared_ptr<ZDRPowerManager>;
+    return *instance;
+}
+
+void post(const QString &name)
+{
+    NSNotificationCenter::defaultCenter().postNotificationName(name);
+}
+
+/// An input event tells everybody who counts idle time that the machine is in use again.
+void postWakingKey()
+{
+    try {
+        ZDRKeyManager::postAuxKey(keyBoundToNothing);
+    } catch (const NSException &exception) {
+        // The wake itself counts for more than its key.
+        ZDRLog("The key event after waking failed: %@", exception.reason());
+    }
+}
+} // namespace
+
+void ZDRPowerManager::initialize()
+{
+    init();
+}
+
+std::shared_ptr<ZDRPowerManager> ZDRPowerManager::sharedInstance()
+{
+    return init();
+}
+
+std::shared_ptr<ZDRPowerManager> ZDRPowerManager::init()
+{
+    auto &instance = shared();
+    if (!instance)
+        instance.reset(new ZDRPowerManager);
+    return instance;
+}
+
+ZDRPowerManager::ZDRPowerManager() : d(std::make_unique<Private>())
+{
+    // What the ports have to tell belongs into the shared log.
+    setProblemReport([](const QString &sentence) { ZDRLog("%@", sentence); });
+    d->_events = std::make_shared<QVariantList>();
+    const SystemPower::Registration registration =
+        Platform::current().systemPower->registerForSystemPower(this, systemPowerHasChangedCallback);
+    d->root_port = registration.rootPort;
+    d->notifier = registration.notifier;
+    handleSignalInLoop(termination, quit_message);
+}
+
+ZDRPowerManager::~ZDRPowerManager()
+{
+    Platform::current().systemPower->deregisterForSystemPower(&d->notifier);
+}
+
+void ZDRPowerManager::_systemPowerHasChangedWithArgument(quint32 messageType, void *argument)
+{
+    switch (messageType) {
+    case kIOMessageSystemWillPowerOff:
+        post(ZDRPowerManagerSystemWillPowerOff);
+        break;
+    case kIOMessageSystemWillSleep:
+        post(ZDRPowerManagerSystemWillSleep);
+        break;
+    case kIOMessageSystemHasPoweredOn:
+        postWakingKey();
+        post(ZDRPowerManagerSystemDidWake);
+        break;
+    default:
+        break;
+    }
+    Platform::current().systemPower->allowPowerChange(d->root_port, argument);
+}
+
+void ZDRPowerManager::forceSleep()
+{
+    initialize();
+    ZDRLog("Mise en veille forcee.");
+    quint32 masterPort = 0;
+    if (Platform::current().serviceRegistry->masterPort(&masterPort) != 0)
+        return;
+    SystemPower &power = *Platform::current().systemPower;
+    const quint32 powerManagement = power.findPowerManagement(masterPort);
+    if (powerManagement == 0)
+        return;
+    if (power.sleepSystem(powerManagement) != 0)
+        ZDRLog("Erreur lors de la mise en veille forcee");
+}
+
+void systemPowerHasChangedCallback(void *, quint32, quint32 messageType, void *messageArgument)
+{
+    ZDRPowerManager::sharedInstance()->_systemPowerHasChangedWithArgument(messageType, messageArgument);
+}
+
+void quit_message(int signalNumber)
+{
+    ZDRLog("SIG %d recu.", signalNumber);
+    if (signalNumber == termination)
+        ZDRPowerManager::sharedInstance()->_systemPowerHasChangedWithArgument(kIOMessageSystemWillPowerOff,
+                                                                              nullptr);
+}
+
+void ZDRPowerManagerAccess::releaseSharedInstance()
+{
+    shared().reset();
+}

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/power/linux/LogindPower_p.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+using std::chrono::seconds;
+
+namespace
+{
+constexpr char service[] = "org.freedesktop.login1";
+constexpr char managerPath[] = "/org/freedesktop/login1";
+constexpr char managerInterface[] = "org.freedesktop.login1.Manager";
+
+constexpr seconds findingTime{2};
+constexpr seconds orderTime{10};
+constexpr seconds answerTime{10};
+constexpr std::chrono::milliseconds firstReconnect{1000};
+constexpr std::chrono::milliseconds longestReconnect{60'000};
+constexpr seconds absenceTime{10}; // a restart takes less, and is nobody's business
+constexpr seconds repetitionTime{30};
+constexpr seconds overTime{30};
+
+constexpr quint32 powerService = 1;
+constexpr qint32 refused = -1;
+
+/// Has the manager do something to the machine, over a connection of its own.
+qint32 order(const char *operation)
+{
+    constexpr bool mayAskThePerson = false;
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
+    return bus && bus->call({service, managerPath, managerInterface, operation}, "b", {mayAskThePerson},
+                            QDeadlineTimer(orderTime))
+               ? 0
+               : refused;
+}
+
+bool isRepetition(const QDateTime &told)
+{
+    if (told.isNull())
+        return false;
+    const qint64 passed = told.msecsTo(Platform::current().clock->currentDate());
+    return passed >= 0 && std::chrono::milliseconds(passed) <= repetitionTime;
+}
+} // namespace
+
+/// Blocks sleep that nobody forces. "idle" too: a desktop counts the time until it asks for sleep by that.
+class LogindPower::ActionInhibition : public Inhibition
+{
+public:
+    ActionInhibition(LogindPower &power, const QString &reason)
+        : m_power(&power), m_alive(&power.m_context), m_lock({"sleep:idle", reason, "block"})
+    {
+        m_power->m_actionLocks.push_back(&m_lock);
+        m_power->connectToBus();
+        if (m_power->m_isReachable)
+            m_lock.setManager(m_power->m_bus.get());
+        m_lock.take();
+    }
+
+    ~ActionInhibition() override
+    {
+        if (m_alive)
+            m_power->m_actionLocks.remove(&m_lock);
+    }
+
+private:
+    LogindPower *m_power;
+    QPointer<QObject> m_alive; // gone with the port
+    LogindLock m_lock;
+};
+
+LogindPower::LogindPower(Preparation preparation)
+    : m_preparation(std::move(preparation)),
+      m_reconnectDelay(firstReconnect),
+      m_delayLock({"sleep:shutdown", "Schedules are made ready before the machine stops", "delay"})
+{
+}
+
+LogindPower::~LogindPower()
+{
+    forEachLock([](LogindLock &lock) { lock.setManager(nullptr); });
+}
+
+void LogindPower::forEachLock(const std::function<void(LogindLock &)> &action)
+{
+    action(m_delayLock);
+    for (LogindLock *lock : m_actionLocks)
+        action(*lock);
+}
+
+SystemPower::Registration LogindPower::registerForSystemPower(void *reference,
+                                                              IOServiceInterestCallback callback)
+{
+    if (m_callback || !callback)
+        return {};
+    m_reference = reference;
+    m_callback = callback;
+    m_registration.rootPort = ++m_lastHandle;
+    m_registration.notifier = ++m_lastHandle;
+    m_delayLock.take();
+    connectToBus();
+    return m_registration;
+}
+
+void LogindPower::deregisterForSystemPower(quint32 *notifier)
+{
+    if (*notifier == 0 || *notifier != m_registration.notifier)
+        return;
+    *notifier = 0;
+    m_registration = {};
+    m_callback = nullptr;
+    m_reference = nullptr;
+    m_pendingArgument = 0;
+    m_delayLock.release();
+}
+
+void LogindPower::connectToBus()
+{
+    if (m_bus)
+        return;
+    if (!m_isReachable)
+        setReachable(false);
+    m_bus = BusConnection::open(BusConnection::Bus::System);
+    if (!m_bus) {
+        connectLater();
+        return;
+    }
+    m_bus->onDisconnected([this] { busLost(); });
+    const auto hear = [this](const char *name, void (LogindPower::*handler)(bool)) {
+        m_subscriptions.push_back(m_bus->subscribe({service, managerPath, managerInterface, name},
+                                                   [this, handler](const BusConnection::Signal &signal) {
+                                                       const QVariant begins = signal.arguments.value(0);
+                                                       if (begins.typeId() == QMetaType::Bool)
+                                                           (this->*handler)(begins.toBool());
+                                                   }));
+    };
+    hear("PrepareForSleep", &LogindPower::prepareForSleep);
+    hear("PrepareForShutdown", &LogindPower::prepareForShutdown);
+    m_subscriptions.push_back(
+        m_bus->watchOwner(service, [this](const QByteArray &owner) { ownerChanged(owner); }));
+}
+
+void LogindPower::connectLater()
+{
+    Platform::current().clock->callAfter(m_reconnectDelay, &m_context, [this] { connectToBus(); });
+    m_reconnectDelay = std::min(m_reconnectDelay * 2, longestReconnect);
+}
+
+void LogindPower::busLost()
+{
+    ownerChanged({});
+    m_subscriptions.clear();
+    m_bus.reset();
+    connectLater();
+}
+
+void LogindPower::ownerChanged(const QByteArray &owner)
+{
+    BusConnection *const bus = owner.isEmpty() ? nullptr : m_bus.get();
+    forEachLock([bus](LogindLock &lock) { lock.setManager(bus); });
+    setReachable(bus != nullptr);
+    if (!bus)
+        return;
+    m_reconnectDelay = firstReconnect;
+    // What the manager that was there before has begun may be over without having been told to us.
+    askWhetherOver();
+}
+
+void LogindPower::setReachable(bool reachable)
+{
+    const bool wasReachable = m_isReachable;
+    m_isReachable = reachable;
+    if (reachable) {
+        if (m_isAbsenceReported)
+            reportProblem("The login manager is there again.");
+        m_isAbsenceReported = false;
+    } else if (wasReachable || !m_absence) {
+        m_absence = std::make_unique<QObject>();
+        Platform::current().clock->callAfter(absenceTime, m_absence.get(), [this] {
+            if (!m_isReachable && !std::exchange(m_isAbsenceReported, true)) {
+                reportProblem("The login manager cannot be reached: sleep and power-off of the machine are "
+                              "not noticed until it is there.");
+            }
+        });
+    }
+}
+
+void LogindPower::prepareForSleep(bool begins)
+{
+    if (begins == m_sleep.hasBegun && isRepetition(m_sleep.told)) {
+        m_delayLock.retry();
+        return;
+    }
+    m_sleep.told = Platform::current().clock->currentDate();
+    m_sleep.hasBegun = begins;
+    if (begins)
+        begin(kIOMessageSystemWillSleep);
+    else
+        woke();
+}
+
+void LogindPower::prepareForShutdown(bool begins)
+{
+    if (begins == m_shutdown.hasBegun && isRepetition(m_shutdown.told)) {
+        m_delayLock.retry();
+        return;
+    }
+    m_shutdown.told = Platform::current().clock->currentDate();
+    m_shutdown.hasBegun = begins;
+    if (begins)
+        begin(kIOMessageSystemWillPowerOff);
+    else
+        shutdownCancelled();
+}
+
+void LogindPower::begin(quint32 messageType)
+{
+    m_pendingMessage = messageType;
+    m_pendingArgument = m_lastArgument + 1; // of the message that follows
+    watchForEnd();
+    deliver(messageType);
+}
+
+void LogindPower::woke()
+{
+    m_pendingArgument = 0;
+    if (m_callback)
+        m_delayLock.take();
+    forEachLock([](LogindLock &lock) { lock.retry(); });
+    prepare(kIOMessageSystemHasPoweredOn);
+    deliver(kIOMessageSystemHasPoweredOn);
+}
+
+void LogindPower::shutdownCancelled()
+{
+    m_pendingArgument = 0;
+    if (m_callback)
+        m_delayLock.take();
+    forEachLock([](LogindLock &lock) { lock.retry(); });
+    prepare(kIOMessageSystemWillNotPowerOff);
+    deliver(kIOMessageSystemWillNotPowerOff);
+}
+
+void LogindPower::watchForEnd()
+{
+    m_watch = std::make_unique<QObject>();
+    Platform::current().clock->callAfter(overTime, m_watch.get(), [this] { askWhetherOver(); });
+}
+
+void LogindPower::askWhetherOver()
+{
+    if (!m_sleep.hasBegun && !m_shutdown.hasBegun)
+        return;
+    watchForEnd();
+    if (m_sleep.hasBegun)
+        ask("PreparingForSleep", [this] {
+            if (m_sleep.hasBegun)
+                prepareForSleep(false);
+        });
+    if (m_shutdown.hasBegun)
+        ask("PreparingForShutdown", [this] {
+            if (m_shutdown.hasBegun)
+                prepareForShutdown(false);
+        });
+}
+
+void LogindPower::ask(const QByteArray &property, const std::function<void()> &over)
+{
+    if (!m_isReachable)
+        return;
+    m_bus->callLater({service, managerPath, "org.freedesktop.DBus.Properties", "Get"}, "ss",
+                     {QString(managerInterface), QString::fromLatin1(property)}, answerTime,
+                     [over](const std::optional<QVariantList> &values, const BusConnection::Failure &) {
+                         const QVariant value = values.value_or(QVariantList()).value(0);
+                         if (value.typeId() == QMetaType::Bool && !value.toBool())
+                             over();
+                     });
+}
+
+void LogindPower::deliver(quint32 messageType)
+{
+    if (!m_callback)
+        return;
+    auto *const argument = reinterpret_cast<void *>(++m_lastArgument);
+    const quint32 rootPort = m_registration.rootPort;
+    try {
+        m_callback(m_reference, powerService, messageType, argument);
+        return;
+    } catch (const std::exception &exception) {
+        reportProblem(
+            QString("Handling a power message failed: %1").arg(QString::fromUtf8(exception.what())));
+    } catch (...) {
+        reportProblem("Handling a power message failed.");
+    }
+    allowPowerChange(rootPort, argument);
+}
+
+void LogindPower::prepare(quint32 messageType) const
+{
+    if (m_preparation)
+        m_preparation(messageType);
+}
+
+void LogindPower::allowPowerChange(quint32 rootPort, void *messageArgument)
+{
+    const auto argument = reinterpret_cast<quintptr>(messageArgument);
+    if (rootPort == 0 || rootPort != m_registration.rootPort || argument == 0 ||
+        argument != m_pendingArgument)
+        return;
+    m_pendingArgument = 0;
+    prepare(m_pendingMessage);
+    m_delayLock.release();
+}
+
+quint32 LogindPower::findPowerManagement(quint32 masterPort)
+{
+    // Over a connection of its own: this may be a program whose event loop does not run.
+    const auto bus = masterPort == 0 ? nullptr : BusConnection::open(BusConnection::Bus::System);
+    if (!bus)
+        return 0;
+    const auto values =
+        bus->call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner"},
+                  "s", {QString(service)}, QDeadlineTimer(findingTime));
+    return values.value_or(QVariantList()).value(0).toBool() ? powerService : 0;
+}
+
+qint32 LogindPower::sleepSystem(quint32 powerManagement)
+{
+    return powerManagement == powerService ? order("Suspend") : refused;
+}
+
+qint32 LogindPower::powerOff()
+{
+    return order("PowerOff");
+}
+
+std::unique_ptr<SystemPower::Inhibition> LogindPower::inhibitSleep(const QString &reason)
+{
+    return std::make_unique<ActionInhibition>(*this, reason);
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+
+#include <QVariantMap>
+
+#include <memory>
+
+/// The file of the power events, "/var/lib/dozely/power-events.plist" below the root folder, which all
+/// programs share (docs/file-formats.md).
+///
+/// An object of this class holds the lock beside it: while it lives, nobody else changes events or alarm. A
+/// file that is no store is moved aside under a name of its own and reported; entries that are no events are
+/// kept as they are. Codes are 0 or errno values.
+class DOZELYKIT_AUTOTEST_EXPORT PowerEventStore
+{
+public:
+    struct Content {
+        QList<PowerEventScheduler::Event> events;
+        std::optional<qint64>
+            armed;            ///< What the clock's alarm was last set to for one of them, by that clock.
+        QVariantList foreign; ///< Entries of the file that are no events.
+        QVariantMap rest;     ///< Other keys of the file.
+        bool operator==(const Content &) const = default;
+    };
+
+    static QString path();
+    static bool exists();
+
+    /// Takes the lock and reads. Null, with `*failure`, when another program keeps the lock for five seconds,
+    /// this one may not change the file, or somebody else may have written it.
+    static std::unique_ptr<PowerEventStore> open(int *failure);
+
+    /// What the file holds, without lock; empty when it cannot be read. Changes nothing.
+    static Content peek();
+
+    ~PowerEventStore();
+    PowerEventStore(const PowerEventStore &) = delete;
+    PowerEventStore &operator=(const PowerEventStore &) = delete;
+
+    const Content &content() const { return m_content; }
+
+    /// Replaces the file when `content` is not what it holds. Blocks until the disk has it.
+    int save(const Content &content);
+
+private:
+    explicit PowerEventStore(int lock) : m_lock(lock) {}
+    int load();
+
+    int m_lock; // closing it releases it
+    Content m_content;
+};

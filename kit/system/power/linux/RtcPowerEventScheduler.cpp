@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/system/power/SystemPower.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <utility>
+
+namespace
+{
+// Alarms that do not reach their event are moved on, and one of somebody else's gives way when it has passed.
+constexpr std::chrono::hours rearmTime{1};
+
+using Event = PowerEventScheduler::Event;
+using Phase = PowerEventScheduler::Phase;
+using Content = PowerEventStore::Content;
+
+QDateTime now()
+{
+    return Platform::current().clock->currentDate();
+}
+
+QDateTime wholeSeconds(const QDateTime &time)
+{
+    return QDateTime::fromSecsSinceEpoch(time.toSecsSinceEpoch(), Qt::UTC);
+}
+
+bool matters(const Event &event, Phase phase)
+{
+    switch (phase) {
+    case Phase::Sleeping:
+        return event.type == PowerEventScheduler::wake;
+    case Phase::PoweringOff:
+        return event.type == PowerEventScheduler::powerOn;
+    case Phase::Running:
+        break;
+    }
+    return true;
+}
+
+/// The earliest date that matters; null for none.
+QDateTime earliest(const QList<Event> &events, Phase phase)
+{
+    QDateTime date;
+    for (const Event &event : events) {
+        if (matters(event, phase) && (date.isNull() || event.time < date))
+            date = event.time;
+    }
+    return date;
+}
+
+void dropPast(QList<Event> &events)
+{
+    const QDateTime date = now();
+    events.removeIf([&](const Event &event) { return event.time <= date; });
+}
+
+/// Whether the alarm is the one that was set for an event of ours.
+bool isOurs(const std::optional<qint64> &alarm, const Content &content)
+{
+    return alarm && content.armed && *alarm == *content.armed;
+}
+} // namespace
+
+RtcPowerEventScheduler::RtcPowerEventScheduler(RtcAlarm::Writer writer) : m_writer(std::move(writer)) {}
+
+RtcPowerEventScheduler::~RtcPowerEventScheduler() = default;
+
+/// Sets the alarm for what `content` holds, and notes there what it was set to.
+int RtcPowerEventScheduler::setAlarm(Content &content) const
+{
+    const QDateTime next = earliest(content.events, m_phase);
+    const auto clock = RtcAlarm::find(m_writer);
+    if (!clock)
+        return next.isNull() ? 0 : ENODEV;
+    const auto current = clock->armedFor();
+    const bool ours = isOurs(current, content);
+    if (next.isNull()) {
+        content.armed.reset();
+        return ours ? clock->clear() : 0;
+    }
+    const qint64 wanted = clock->fromDate(next);
+    if (current && (ours ? *current == wanted : *current <= wanted)) {
+        if (!ours)
+            content.armed.reset();
+        return 0;
+    }
+    qint64 reached = 0;
+    const int failure = clock->setTowards(wanted, &reached);
+    if (failure == 0)
+        content.armed = reached;
+    else if (!isOurs(clock->armedFor(), content)) // it may stand as it did
+        content.armed.reset();
+    return failure;
+}
+
+/// Changes the events and sets the alarm accordingly. When the alarm cannot be set, the change stands and
+/// `*alarmFailure` says so; without `alarmFailure`, everything is as it was before.
+int RtcPowerEventScheduler::change(const std::function<int(Content &)> &change, int *alarmFailure)
+{
+    int failure = 0;
+    const auto store = PowerEventStore::open(&failure);
+    if (!store)
+        return failure;
+    Content content = store->content();
+    dropPast(content.events);
+    Content former = content;
+    if ((failure = change(content)) != 0)
+        return failure;
+    failure = setAlarm(content);
+    if (alarmFailure)
+        *alarmFailure = std::exchange(failure, 0);
+    if (failure == 0 && (failure = store->save(content)) == 0)
+        return 0;
+    former.armed = content.armed;
+    setAlarm(former);
+    store->save(former);
+    return failure;
+}
+
+qint32 RtcPowerEventScheduler::schedule(const QDateTime &time, const QString &owner, const QString &type)
+{
+    const Event event{wholeSeconds(time), owner, type};
+    if (!time.isValid() || event.time <= now() || owner.isEmpty() || (type != wake && type != powerOn))
+        return EINVAL;
+    if (!RtcAlarm::find(m_writer))
+        return ENODEV;
+    return change([&](Content &content) {
+        if (!content.events.contains(event))
+            content.events += event;
+        return 0;
+    });
+}
+
+qint32 RtcPowerEventScheduler::cancel(const QDateTime &time, const QString &owner, const QString &type)
+{
+    if (!PowerEventStore::exists())
+        return ENOENT;
+    int alarmFailure = 0; // what is not to happen is gone also where nothing can be armed any more
+    return change(
+        [&](Content &content) {
+            return content.events.removeOne(Event{wholeSeconds(time), owner, type}) ? 0 : ENOENT;
+        },
+        &alarmFailure);
+}
+
+QList<Event> RtcPowerEventScheduler::scheduledEvents()
+{
+    QList<Event> events = PowerEventStore::peek().events;
+    dropPast(events);
+    return events;
+}
+
+qint32 RtcPowerEventScheduler::arm(Phase phase)
+{
+    m_phase = phase;
+    if (!PowerEventStore::exists())
+        return 0; // who has nothing to arm needs no right to
+    int alarmFailure = 0;
+    const int failure = change([](Content &) { return 0; }, &alarmFailure);
+    return failure != 0 ? failure : alarmFailure;
+}
+
+void RtcPowerEventScheduler::keepArmed()
+{
+    if (m_timer)
+        return;
+    m_timer = Platform::current().clock->makeAbsoluteTimer();
+    const auto again = [this] { rearm(m_phase); };
+    QObject::connect(m_timer.get(), &AbsoluteTimer::due, m_timer.get(), again);
+    QObject::connect(m_timer.get(), &AbsoluteTimer::clockChanged, m_timer.get(), again);
+    rearm(Phase::Running);
+}
+
+void RtcPowerEventScheduler::rearm(Phase phase)
+{
+    const qint32 failure = arm(phase);
+    if (failure == 0)
+        m_isFailureReported = false;
+    else if (!std::exchange(m_isFailureReported, true))
+        reportProblem(
+            QString("The machine cannot be woken for its schedules: %1.").arg(qt_error_string(failure)));
+    const std::chrono::milliseconds wait = rearmTime;
+    QDateTime again = now().addMSecs(wait.count());
+    if (const auto set = alarm(); set && set->armedFor.isValid())
+        again = std::min(again, set->armedFor.addSecs(1));
+    m_timer->start(again);
+}
+
+void RtcPowerEventScheduler::powerChanges(quint32 messageType)
+{
+    if (!m_timer)
+        return;
+    switch (messageType) {
+    case kIOMessageSystemWillSleep:
+        rearm(Phase::Sleeping);
+        break;
+    case kIOMessageSystemWillPowerOff:
+        rearm(Phase::PoweringOff);
+        break;
+    default:
+        rearm(Phase::Running);
+        break;
+    }
+}
+
+std::optional<PowerEventScheduler::Alarm> RtcPowerEventScheduler::alarm()
+{
+    const auto clock = RtcAlarm::find(m_writer);
+    if (!clock)
+        return {};
+    Alarm alarm{clock->device(), clock->clockName(), {}, false};
+    if (const auto armed = clock->armedFor()) {
+        alarm.armedFor = clock->toDate(*armed);
+        alarm.isOurs = isOurs(armed, PowerEventStore::peek());
+    }
+    return alarm;
+}
+
+QString RtcPowerEventScheduler::testAlarm(const QDateTime &time)
+{
+    const auto sentence = [](int failure) { return QString("%1.").arg(qt_error_string(failure)); };
+    const auto clock = RtcAlarm::find(m_writer);
+    if (!clock)
+        return "The machine has no clock that could wake it.";
+    int failure = 0;
+    const auto store = PowerEventStore::open(&failure);
+    if (!store)
+        return sentence(failure);
+    const auto former = clock->armedFor();
+    qint64 reached = 0;
+    const int outcome = clock->set(clock->fromDate(time), &reached);
+    // What was set before comes back, ours or not.
+    if (former)
+        failure = clock->set(*former, &reached);
+    else if (outcome != EACCES && outcome != EPERM)
+        failure = clock->clear();
+    return outcome != 0 ? sentence(outcome) : failure != 0 ? sentence(failure) : QString();
+}

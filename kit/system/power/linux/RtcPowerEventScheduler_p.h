@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/system/power/linux/PowerEventStore_p.h"
+#include "DozelyKit/system/power/linux/RtcAlarm_p.h"
+
+#include <functional>
+#include <memory>
+
+class AbsoluteTimer;
+
+/// Power events in a file of their own, and the wake alarm of a real-time clock.
+///
+/// Codes are errno values: EINVAL (date, type or owner), ENODEV (no clock with an alarm), ENOENT (no such
+/// event), EACCES and the like.
+class DOZELYKIT_AUTOTEST_EXPORT RtcPowerEventScheduler : public PowerEventScheduler
+{
+public:
+    explicit RtcPowerEventScheduler(RtcAlarm::Writer writer = RtcAlarm::writeKernelFile);
+    ~RtcPowerEventScheduler() override;
+
+    qint32 schedule(const QDateTime &time, const QString &owner, const QString &type) override;
+    qint32 cancel(const QDateTime &time, const QString &owner, const QString &type) override;
+    QList<Event> scheduledEvents() override;
+    qint32 arm(Phase phase) override;
+    void keepArmed() override;
+    std::optional<Alarm> alarm() override;
+    QString testAlarm(const QDateTime &time) override;
+
+    /// The machine goes to sleep or off, or has woken: a power message's type, after the observers of one
+    /// that begins. Does nothing in a process that does not keep the alarm.
+    void powerChanges(quint32 messageType);
+
+private:
+    int change(const std::function<int(PowerEventStore::Content &)> &change, int *alarmFailure = nullptr);
+    int setAlarm(PowerEventStore::Content &content) const;
+    void rearm(Phase phase);
+
+    RtcAlarm::Writer m_writer;
+    Phase m_phase = Phase::Running;
+    std::unique_ptr<AbsoluteTimer> m_timer; // present while this process keeps the alarm
+    bool m_isFailureReported = false;
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/scripting/AppleScriptExtensions.h"
+
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/machine/ChildProgram_p.h"
+#include "DozelyKit/system/machine/SessionEnvironment_p.h"
+#include "DozelyKit/system/scripting/NSAppleScript.h"
+
+#include <optional>
+
+namespace
+{
+/// Writes what became of an execution: `errorInfo` is empty when nothing went wrong.
+void logOutcome(const std::optional<NSAppleScript::Result> &result, const QVariantMap &errorInfo)
+{
+    if (!errorInfo.isEmpty())
+        ZDRLog("Erreur lors de l'execution du script AS: %@", errorInfo.value(NSAppleScriptErrorMessage));
+    else if (result && !result->stringValue().isNull())
+        ZDRLog("Resultat de l'execution du script AS: %@", result->stringValue());
+}
+} // namespace
+
+void zandorSoftwaresExtensions::executeScriptInNSTask(const QVariant &source)
+{
+    const ChildProgram tool{RootFolder::join("/usr/bin/osascript"),
+                            {"-e", stringWithFormat("%@", {source})},
+                            SessionEnvironment::variables(),
+                            SessionEnvironment::workingFolder()};
+    tool.launch();
+}
+
+void zandorSoftwaresExtensions::executeScript(const QString &source)
+{
+    registerScriptFunctions();
+    NSAppleScript script(source);
+    QVariantMap errorInfo;
+    if (!script.compileAndReturnError(&errorInfo)) {
+        ZDRLog("Impossible de compiler le script");
+        return;
+    }
+    const auto result = script.executeAndReturnError(&errorInfo);
+    logOutcome(result, errorInfo);
+}
+
+void zandorSoftwaresExtensions::executeScriptFile(const QString &path)
+{
+    registerScriptFunctions();
+    QVariantMap errorInfo;
+    const auto script = NSAppleScript::initWithContentsOfURL(QUrl::fromLocalFile(path), &errorInfo);
+    const auto result = script ? script->executeAndReturnError(&errorInfo) : std::nullopt;
+    logOutcome(result, errorInfo);
+}

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/scripting/ScriptEngine_p.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/scripting/ScriptLibrary_p.h"
+#include "DozelyKit/system/scripting/ScriptLocale_p.h"
+#include "DozelyKit/system/scripting/ScriptValue_p.h"
+
+#include <QStringDecoder>
+
+#include <cstdlib>
+#include <lua.hpp>
+
+namespace
+{
+constexpr int stepsBetweenChecks = 100;
+constexpr int chunkIndex = 1; // where the compiled script lies on the interpreter's stack
+
+/// The interpreter's memory: counted, and refused beyond the limit.
+void *reallocate(void *budgetAddress, void *block, std::size_t oldSize, std::size_t newSize)
+{
+    auto &budget = *static_cast<ScriptBudget *>(budgetAddress);
+    const qint64 former = block ? static_cast<qint64>(oldSize) : 0; // without a block it is a type
+    if (newSize == 0) {
+        std::free(block);
+        budget.memory -= former;
+        return nullptr;
+    }
+    if (newSize > static_cast<std::size_t>(std::numeric_limits<qint64>::max() / 2))
+        return nullptr;
+    const qint64 growth = static_cast<qint64>(newSize) - former;
+    if (growth > 0 && budget.memory + growth > budget.limits.memory)
+        return nullptr;
+    void *moved = std::realloc(block, newSize);
+    if (moved)
+        budget.memory += growth;
+    return moved;
+}
+
+void countSteps(lua_State *lua, lua_Debug *)
+{
+    ScriptBudget::of(lua).spend(lua, stepsBetweenChecks);
+}
+
+int openLibraries(lua_State *lua)
+{
+    const auto *functions = static_cast<const ScriptFunctions *>(lua_touserdata(lua, 1));
+    ScriptLibrary::open(lua, *functions);
+    return 0;
+}
+} // namespace
+
+ScriptBudget &ScriptBudget::of(lua_State *lua)
+{
+    return **static_cast<ScriptBudget **>(lua_getextraspace(lua));
+}
+
+void ScriptBudget::renew()
+{
+    m_steps = 0;
+    m_deadline = Platform::current().clock->steadyTime() + limits.time;
+    m_exhaustion = nullptr;
+}
+
+void ScriptBudget::spend(lua_State *lua, quint64 steps)
+{
+    m_steps += steps;
+    if (!m_exhaustion && m_steps > limits.instructions)
+        m_exhaustion = "the script takes too many steps";
+    if (!m_exhaustion && Platform::current().clock->steadyTime() >= m_deadline)
+        m_exhaustion = "the script takes too long";
+    if (!m_exhaustion)
+        return;
+    lua_sethook(lua, countSteps, LUA_MASKCOUNT, 1);
+    luaL_error(lua, "%s", m_exhaustion);
+}
+
+void ScriptEngine::Close::operator()(lua_State *lua) const
+{
+    lua_close(lua);
+}
+
+ScriptEngine::ScriptEngine(const NSAppleScript::Limits &limits, ScriptFunctions functions)
+    : m_budget(limits), m_functions(std::move(functions))
+{
+}
+
+ScriptEngine::~ScriptEngine() = default;
+
+QByteArray ScriptEngine::sourceInFile(const QByteArray &content, QString *error)
+{
+    constexpr char byteOrderMark[] = "\xef\xbb\xbf";
+    QByteArray source = content.startsWith(byteOrderMark) ? content.mid(3) : content;
+    // Compiled code is not checked by the interpreter, and can make it do anything.
+    if (source.startsWith(LUA_SIGNATURE[0])) {
+        *error = "Compiled code is not accepted.";
+        return {};
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    [[maybe_unused]] const QString text = decoder.decode(source);
+    if (decoder.hasError()) {
+        *error = "It is not a text in UTF-8.";
+        return {};
+    }
+    // The line end stays, so that messages count lines as the file does.
+    if (source.startsWith('#'))
+        source.remove(0, source.contains('\n') ? source.indexOf('\n') : source.size());
+    return source.isNull() ? QByteArray("") : source;
+}
+
+bool ScriptEngine::compile(const QByteArray &source, const QString &name, QString *error)
+{
+    if (source.size() > NSAppleScript::maximumSourceSize) {
+        *error = QString("The script is larger than %1 bytes.").arg(NSAppleScript::maximumSourceSize);
+        return false;
+    }
+    const ScriptLocale locale;
+    m_lua.reset(lua_newstate(reallocate, &m_budget));
+    if (!m_lua) {
+        *error = "not enough memory";
+        return false;
+    }
+    lua_State *lua = m_lua.get();
+    *static_cast<ScriptBudget **>(lua_getextraspace(lua)) = &m_budget;
+    lua_pushcfunction(lua, openLibraries);
+    lua_pushlightuserdata(lua, &m_functions);
+    const QByteArray chunkName = '=' + name.toUtf8();
+    if (lua_pcall(lua, 1, 0, 0) != LUA_OK ||
+        luaL_loadbufferx(lua, source.constData(), static_cast<std::size_t>(source.size()),
+                         chunkName.constData(), "t") != LUA_OK) {
+        *error = message();
+        m_lua.reset();
+        return false;
+    }
+    return true;
+}
+
+std::optional<QString> ScriptEngine::execute(QString *error)
+{
+    const ScriptLocale locale;
+    lua_State *lua = m_lua.get();
+    m_budget.renew();
+    lua_sethook(lua, countSteps, LUA_MASKCOUNT, stepsBetweenChecks);
+    lua_pushvalue(lua, chunkIndex);
+    const int status = lua_pcall(lua, 0, 1, 0);
+    std::optional<QString> text;
+    if (m_budget.exhaustion()) // even where the script caught the error as its last act
+        *error = QString::fromLatin1(m_budget.exhaustion()) + '.';
+    else if (status != LUA_OK)
+        *error = message();
+    else
+        text = ScriptValue::text(lua, -1);
+    lua_settop(lua, chunkIndex);
+    return text;
+}
+
+QString ScriptEngine::message() const
+{
+    const QString text = ScriptValue::text(m_lua.get(), -1);
+    return text.isNull() ? QString("The script raised an error without a text.") : text;
+}

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "unit/communication/channel/CenterFixture.h"
+
+#include "DozelyKit/communication/remoting/NSDistantObject.h"
+
+#include <QSemaphore>
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+using Receiving = CenterFixture;
+
+namespace
+{
+const NSNotification event("UserAgentMustActEvent", "com.dozely.UserAgent",
+                           {{"Schedule Bundle Path", "/Library/x.plugin"},
+                            {"Schedule Parameters", QVariantMap()}});
+
+std::shared_ptr<Listener> listenerOfTheEvent()
+{
+    return Listener::of(event.name(), event.object().toString());
+}
+
+/// The machine's clock; says when somebody has to wait for a lock.
+class ObservedClock : public FakeClock
+{
+public:
+    explicit ObservedClock(std::shared_ptr<Clock> real) : m_real(std::move(real)) {}
+    bool acquire(QSemaphore &semaphore, std::chrono::milliseconds limit) override
+    {
+        if (semaphore.tryAcquire())
+            return true;
+        waiting.release();
+        return m_real->acquire(semaphore, limit);
+    }
+
+    QSemaphore waiting;
+
+private:
+    std::shared_ptr<Clock> m_real;
+};
+
+class TwoThreads : public PortFixture
+{
+protected:
+    TwoThreads()
+    {
+        clock = std::make_shared<ObservedClock>(Platform::current().clock);
+        Platform::current().clock = clock;
+        NSProcessInfo::setProcessName("dozelyd");
+        center = WDCommunicationCenter::sharedInstance();
+        center->setObserver(&observer);
+    }
+
+    std::unique_ptr<QThread> posting(bool *answer)
+    {
+        std::unique_ptr<QThread> thread(
+            QThread::create([=, this] { *answer = center->postNotificationToAgentOfUser(event, 501); }));
+        thread->start();
+        return thread;
+    }
+
+    std::shared_ptr<ObservedClock> clock;
+    std::shared_ptr<WDCommunicationCenter> center;
+    QObject observer;
+};
+} // namespace
+
+TEST_F(Receiving, PostsACopyIntoTheDefaultCenterBeforeItAnswersYes)
+{
+    const auto listener = listenerOfTheEvent();
+    EXPECT_TRUE(center->postNotification(event));
+    EXPECT_EQ(listener->heard, 1);
+    EXPECT_EQ(listener->last.name(), event.name());
+    EXPECT_EQ(listener->last.object(), event.object());
+    EXPECT_EQ(listener->last.userInfo(), event.userInfo());
+}
+
+TEST_F(Receiving, AnswersYesWhenNobodyListens)
+{
+    EXPECT_TRUE(center->postNotification(event));
+    EXPECT_TRUE(center->postNotification(NSNotification("no sender")));
+    EXPECT_TRUE(center->postNotificationOnMainThread(event));
+}
+
+TEST_F(Receiving, PostsOnTheMainThreadOnly)
+{
+    const auto listener = listenerOfTheEvent();
+    EXPECT_TRUE(center->postNotificationOnMainThread(event));
+    EXPECT_EQ(listener->heard, 1);
+}
+
+TEST_F(Receiving, OnAnotherThreadHasTheMainThreadPostAndWaitsForIt)
+{
+    const auto listener = listenerOfTheEvent();
+    bool answer = false;
+    int heardWhenItAnswered = 0;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        answer = center->postNotification(event);
+        heardWhenItAnswered = listener->heard;
+    }));
+    thread->start();
+    ASSERT_TRUE(waitUntil([&] { return thread->isFinished(); }));
+    EXPECT_TRUE(answer);
+    EXPECT_EQ(heardWhenItAnswered, 1);
+    EXPECT_EQ(listener->thread, QThread::currentThread());
+}
+
+TEST_F(Receiving, OnAnotherThreadRaisesThereWhatAnObserverRaises)
+{
+    const auto listener = listenerOfTheEvent();
+    listener->onHear = [] { throw NSException("Trouble", "in an observer"); };
+    QString raised;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            center->postNotification(event);
+        } catch (const NSException &exception) {
+            raised = exception.name();
+        }
+    }));
+    thread->start();
+    ASSERT_TRUE(waitUntil([&] { return thread->isFinished(); }));
+    EXPECT_EQ(raised, "Trouble");
+}
+
+TEST_F(Receiving, FromAnotherProcessReachesTheObserversOnTheMainThread)
+{
+    const auto listener = listenerOfTheEvent();
+    center->createServerConnection();
+    Peer sender("Dozely Agent.501");
+    std::atomic<bool> done = false;
+    bool answer = false;
+    // The sender's thread must not be waited for by the thread that serves it.
+    sender.root.onPong = [&] {
+        const auto daemon = NSConnection::connectionWithReceivePortSendPort(
+                                nullptr, ZDRUnixSocketPort::initAsClientWithName("dozelyd"))
+                                ->rootProxy();
+        const auto remote = NSDistantObject::asProxy(daemon->invoke("communicationCenter"));
+        answer = remote->invoke("postNotification", {QVariant::fromValue(event)}).toBool();
+        done = true;
+        return true;
+    };
+    EXPECT_TRUE(center->pingAgentOfUser(501)) << "served while this thread waits for its own reply";
+    EXPECT_TRUE(done);
+    EXPECT_TRUE(answer);
+    EXPECT_EQ(listener->heard, 1);
+    EXPECT_EQ(listener->thread, QThread::currentThread());
+    EXPECT_EQ(listener->last.userInfo(), event.userInfo());
+}
+
+TEST_F(Receiving, FromItselfWorksToo)
+{
+    const auto listener = listenerOfTheEvent();
+    center->createServerConnection();
+    EXPECT_TRUE(center->postNotificationToDaemon(event));
+    EXPECT_EQ(listener->heard, 1);
+}
+
+TEST_F(Receiving, FromWithinAPostToTheSameTargetWaitsFiveSecondsAndIsNo)
+{
+    const auto listener = listenerOfTheEvent();
+    bool inner = true;
+    listener->onHear = [&] { inner = center->postNotificationToDaemon(event); };
+    center->createServerConnection();
+    EXPECT_TRUE(center->postNotificationToDaemon(event));
+    EXPECT_FALSE(inner);
+    EXPECT_EQ(listener->heard, 1);
+    EXPECT_EQ(clock->failedWaits, QList<std::chrono::milliseconds>{5s});
+}
+
+TEST_F(Receiving, FromWithinAPostToAnotherTargetWorks)
+{
+    const auto listener = listenerOfTheEvent();
+    Peer agent("Dozely Agent.501");
+    bool inner = false;
+    listener->onHear = [&] { inner = center->postNotificationToAgentOfUser(event, 501); };
+    center->createServerConnection();
+    EXPECT_TRUE(center->postNotificationToDaemon(event));
+    EXPECT_TRUE(inner);
+    EXPECT_THAT(clock->failedWaits, IsEmpty());
+}
+
+TEST_F(TwoThreads, PostingToOneAgentTakeTurns)
+{
+    Peer agent("Dozely Agent.501");
+    QSemaphore entered;
+    QSemaphore gate;
+    agent.center.onPost = [&] {
+        entered.release();
+        return gate.tryAcquire(1, 20'000);
+    };
+    bool first = false;
+    bool second = false;
+    const auto firstThread = posting(&first);
+    ASSERT_TRUE(entered.tryAcquire(1, 20'000));
+    const auto secondThread = posting(&second);
+    ASSERT_TRUE(clock->waiting.tryAcquire(1, 20'000)) << "the second one waits for the lock";
+    EXPECT_EQ(agent.center.posts, 1);
+    gate.release();
+    ASSERT_TRUE(entered.tryAcquire(1, 20'000)) << "its turn comes when the first is done";
+    EXPECT_TRUE(firstThread->wait(20'000));
+    EXPECT_TRUE(first);
+    gate.release();
+    EXPECT_TRUE(secondThread->wait(20'000));
+    EXPECT_TRUE(second);
+    EXPECT_EQ(agent.center.posts, 2);
+}
+
+TEST_F(TwoThreads, PostingToDifferentTargetsDoNotWaitForEachOther)
+{
+    Peer agent("Dozely Agent.501");
+    Peer other("Dozely Agent.502");
+    QSemaphore entered;
+    QSemaphore gate;
+    agent.center.onPost = [&] {
+        entered.release();
+        return gate.tryAcquire(1, 20'000);
+    };
+    bool first = false;
+    const auto firstThread = posting(&first);
+    ASSERT_TRUE(entered.tryAcquire(1, 20'000));
+    EXPECT_TRUE(center->postNotificationToAgentOfUser(event, 502));
+    EXPECT_EQ(other.center.posts, 1);
+    gate.release();
+    EXPECT_TRUE(firstThread->wait(20'000));
+    EXPECT_TRUE(first);
+}

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/events/AEDesc.h"
+
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+QByteArray flat(const AEDesc &desc)
+{
+    QByteArray bytes;
+    EXPECT_EQ(desc.flatten(&bytes), noErr);
+    return bytes;
+}
+
+OSErr result(const QByteArray &bytes)
+{
+    AEDesc desc(typeText, "untouched");
+    const OSErr error = AEDesc::unflatten(bytes, &desc);
+    EXPECT_TRUE(error == noErr || desc == AEDesc(typeText, "untouched"));
+    return error;
+}
+
+QByteArray word(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+/// A descriptor as it stands in the form.
+QByteArray part(const char *type, const QByteArray &body)
+{
+    return type + word(static_cast<quint32>(body.size())) + body;
+}
+
+const QByteArray head("AEF\1", 4);
+
+AEDesc sampleEvent()
+{
+    AEDesc list(typeAEList);
+    list.append(AEDesc(typeText, "one"));
+    list.append(AEDesc());
+    AEDesc record(typeAERecord);
+    record.setParameter(fourCharCode("list"), list);
+    AEDesc event(typeAppleEvent);
+    event.setAttribute(keyEventClassAttr, AEDesc::of(typeType, kCoreEventClass));
+    event.setParameter(keyDirectObject, record);
+    event.setParameter(fourCharCode("data"), AEDesc(typeData, QByteArray("\0\1\2", 3)));
+    return event;
+}
+} // namespace
+
+TEST(AEFlattening, WritesTypeSizeAndBytes)
+{
+    EXPECT_EQ(flat(AEDesc(typeText, "abc")), head + "TEXT" + word(3) + "abc");
+    EXPECT_EQ(flat(AEDesc()), head + "null" + word(0));
+}
+
+TEST(AEFlattening, WritesContainersAsCountsAndDescriptors)
+{
+    AEDesc list(typeAEList);
+    EXPECT_EQ(flat(list), head + part("list", word(0)));
+    list.append(AEDesc(typeText, "a"));
+    EXPECT_EQ(flat(list), head + part("list", word(1) + part("TEXT", "a")));
+    AEDesc record(typeAERecord);
+    record.setParameter(keyDirectObject, list);
+    EXPECT_EQ(flat(record), head + part("reco", word(1) + "----" + flat(list).mid(4)));
+    AEDesc event(typeAppleEvent);
+    event.setAttribute(keyEventIDAttr, AEDesc(typeTrue));
+    event.setParameter(keyDirectObject, AEDesc(typeData, "x"));
+    EXPECT_EQ(flat(event), head + part("aevt", word(1) + "evid" + part("true", "") + word(1) + "----" +
+                                                   part("data", "x")));
+}
+
+TEST(AEFlattening, IsReadBackAsItWas)
+{
+    AEDesc back;
+    ASSERT_EQ(AEDesc::unflatten(flat(sampleEvent()), &back), noErr);
+    EXPECT_EQ(back, sampleEvent());
+    EXPECT_EQ(flat(back), flat(sampleEvent()));
+}
+
+TEST(AEFlattening, TakesNoTruncatedForm)
+{
+    const QByteArray whole = flat(sampleEvent());
+    for (qsizetype length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(result(whole.left(length)), errAECorruptData) << length;
+    EXPECT_EQ(result(whole + '\0'), errAECorruptData);
+}
+
+TEST(AEFlattening, TakesNoOtherVersionOrForm)
+{
+    QByteArray newer = flat(AEDesc(typeText, "abc"));
+    newer[3] = 2;
+    EXPECT_EQ(result(newer), errAENewerVersion);
+    newer[0] = 'B';
+    EXPECT_EQ(result(newer), errAECorruptData);
+    EXPECT_EQ(result({}), errAECorruptData);
+}
+
+TEST(AEFlattening, TakesNoNumbersThatTheBytesDoNotBearOut)
+{
+    EXPECT_EQ(result(head + "TEXT" + word(4) + "abc"), errAECorruptData);
+    EXPECT_EQ(result(head + "TEXT" + word(0xffffffff) + "abc"), errAECorruptData);
+    EXPECT_EQ(result(head + part("list", word(0xffffffff))), errAECorruptData);
+    EXPECT_EQ(result(head + part("list", word(2) + part("TEXT", "a"))), errAECorruptData);
+    EXPECT_EQ(result(head + part("list", word(0) + part("TEXT", "a"))), errAECorruptData);
+    EXPECT_EQ(result(head + part("list", "")), errAECorruptData);
+    EXPECT_EQ(result(head + part("null", "a")), errAECorruptData);
+    EXPECT_EQ(result(head + part("aevt", word(0))), errAECorruptData);
+    // An inner size that reaches beyond the container around it, into what follows.
+    EXPECT_EQ(result(head + part("list", word(1) + part("list", word(1) + "TEXT" + word(9)) + "123456789")),
+              errAECorruptData);
+}
+
+TEST(AEFlattening, TakesNoKeywordTwice)
+{
+    const QByteArray twice = word(2) + "aaaa" + part("TEXT", "1") + "aaaa" + part("TEXT", "2");
+    EXPECT_EQ(result(head + part("reco", twice)), errAECorruptData);
+    EXPECT_EQ(result(head + part("aevt", twice + word(0))), errAECorruptData);
+    EXPECT_EQ(result(head + part("aevt", word(1) + "aaaa" + part("TEXT", "1") + word(1) + "aaaa" +
+                                             part("TEXT", "2"))),
+              noErr)
+        << "an attribute and a parameter may have the same one";
+}
+
+TEST(AEFlattening, TakesAsManyLevelsAsADescriptorHas)
+{
+    QByteArray nested = part("list", word(0));
+    for (int depth = 1; depth < AEDesc::maximumDepth; ++depth)
+        nested = part("list", word(1) + nested);
+    EXPECT_EQ(result(head + nested), noErr);
+    EXPECT_EQ(result(head + part("list", word(1) + nested)), errAECorruptData);
+    QByteArray abyss = part("list", word(0));
+    for (int depth = 0; depth < 2000; ++depth)
+        abyss = part("reco", word(1) + "aaaa" + abyss);
+    EXPECT_EQ(result(head + abyss), errAECorruptData);
+}
+
+TEST(AEFlattening, HasALargestSize)
+{
+    const QByteArray fitting(AEDesc::maximumFlattenedSize - head.size() - 8, 'x');
+    const AEDesc largest(typeData, fitting);
+    EXPECT_EQ(flat(largest).size(), AEDesc::maximumFlattenedSize);
+    EXPECT_EQ(result(flat(largest)), noErr);
+    QByteArray bytes("before");
+    EXPECT_EQ(AEDesc(typeData, fitting + 'x').flatten(&bytes), memFullErr);
+    EXPECT_EQ(bytes, "before");
+    EXPECT_EQ(result(head + part("data", fitting + 'x')), errAECorruptData);
+}
+
+TEST(AEFlattening, ReadsVeryManyParametersInReasonableTime)
+{
+    // A quarter of a million: comparing each with each would take minutes.
+    QByteArray items;
+    constexpr quint32 count = 250'000;
+    for (quint32 i = 0; i < count; ++i)
+        items += word(i) + part("null", "");
+    AEDesc back;
+    ASSERT_EQ(AEDesc::unflatten(head + part("reco", word(count) + items), &back), noErr);
+    EXPECT_EQ(back.count(), count);
+}

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+
+#include "support/PrivateBus.h"
+
+#include <chrono>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+constexpr char logind[] = "org.freedesktop.login1";
+constexpr char manager[] = "/org/freedesktop/login1";
+constexpr char mock[] = "org.freedesktop.DBus.Mock";
+
+QDeadlineTimer soon()
+{
+    return QDeadlineTimer(std::chrono::seconds(10));
+}
+
+class BusConnectionTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(bus.isRunning());
+        ASSERT_TRUE(bus.startMock("logind", logind));
+        connection = BusConnection::open(BusConnection::Bus::System);
+        ASSERT_TRUE(connection);
+    }
+
+    /// Makes an operation of the mock that answers with what it was given.
+    void addEcho(const QString &name, const QString &signature)
+    {
+        ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                             {"com.dozely.Test", name, signature, signature, "ret = args[0]"}));
+    }
+
+    QVariant echoOf(const QByteArray &name, const QByteArray &signature, const QVariant &value)
+    {
+        const auto reply =
+            connection->call({logind, manager, "com.dozely.Test", name}, signature, {value}, soon());
+        return reply.value_or(QVariantList()).value(0);
+    }
+
+    PrivateBus bus;
+    std::unique_ptr<BusConnection> connection;
+};
+} // namespace
+
+TEST_F(BusConnectionTest, CarriesEachBasicTypeThereAndBack)
+{
+    const struct {
+        const char *signature;
+        QVariant value;
+    } cases[] = {{"b", true},
+                 {"y", QVariant::fromValue<quint8>(200)},
+                 {"n", QVariant::fromValue<qint16>(-3)},
+                 {"q", QVariant::fromValue<quint16>(65535)},
+                 {"i", -70'000},
+                 {"u", 4'000'000'000U},
+                 {"x", qint64(-5'000'000'000)},
+                 {"t", quint64(18'000'000'000'000'000'000ULL)},
+                 {"d", 0.1},
+                 {"s", QString("zu spät")},
+                 {"o", "/com/dozely"},
+                 {"g", "a{sv}"}};
+    for (const auto &test : cases) {
+        addEcho(QString("Echo_") + test.signature, test.signature);
+        const QVariant echo = echoOf(QByteArray("Echo_") + test.signature, test.signature, test.value);
+        EXPECT_EQ(echo, test.value) << test.signature;
+        EXPECT_EQ(echo.metaType(), test.value.metaType()) << test.signature;
+    }
+}
+
+TEST_F(BusConnectionTest, ReadsDictionariesStructuresListsAndBytes)
+{
+    ASSERT_TRUE(bus.call(
+        logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+        {"com.dozely.Test", "Mixed", "", "(a{sv}a(su)ayas)",
+         "ret = ({'deep': dbus.Array([1, 2], signature='i', variant_level=2), 'on': True}, "
+         "[('one', dbus.UInt32(1))], dbus.ByteArray(bytes([0, 255])), dbus.Array([], signature='s'))"}));
+    const auto reply = connection->call({logind, manager, "com.dozely.Test", "Mixed"}, "", {}, soon());
+    ASSERT_TRUE(reply);
+    const QVariantList parts = reply->value(0).toList();
+    ASSERT_EQ(parts.size(), 4);
+    EXPECT_EQ(parts[0].toMap(), (QVariantMap{{"deep", QVariantList{1, 2}}, {"on", true}}));
+    EXPECT_EQ(parts[1].toList(), (QVariantList{QVariantList{"one", 1U}}));
+    EXPECT_EQ(parts[2].toByteArray(), QByteArray("\x00\xff", 2));
+    EXPECT_EQ(parts[3].typeId(), QMetaType::QVariantList);
+    EXPECT_TRUE(parts[3].toList().isEmpty());
+}
+
+TEST_F(BusConnectionTest, TellsTheNameAndTextOfAnErrorReply)
+{
+    ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                         {"com.dozely.Test", "Refuse", "", "",
+                          "raise dbus.exceptions.DBusException('not now', name='com.dozely.Refused')"}));
+    BusConnection::Failure failure;
+    EXPECT_FALSE(connection->call({logind, manager, "com.dozely.Test", "Refuse"}, "", {}, soon(), &failure));
+    EXPECT_EQ(failure.name, "com.dozely.Refused");
+    EXPECT_EQ(failure.text, "not now");
+}
+
+TEST_F(BusConnectionTest, RefusesArgumentsThatDoNotFitTheirTypes)
+{
+    const BusConnection::Member add{logind, manager, mock, "AddSeat"};
+    EXPECT_FALSE(connection->call(add, "s", {42}, soon()));
+    EXPECT_FALSE(connection->call(add, "s", {}, soon()));
+    EXPECT_FALSE(connection->call(add, "s", {QString::fromLatin1("cut\0off", 7)}, soon()));
+    EXPECT_FALSE(connection->call(add, "h", {1}, soon()));
+    EXPECT_TRUE(connection->call(add, "s", {"seat7"}, soon())); // the connection is still good
+}
+
+TEST_F(BusConnectionTest, ReadsAProperty)
+{
+    ASSERT_TRUE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon()));
+    const BusConnection::Member id{logind, "/org/freedesktop/login1/seat/seat0",
+                                   "org.freedesktop.login1.Seat", "Id"};
+    EXPECT_EQ(connection->property(id, soon()).value_or(QVariant()), QVariant("seat0"));
+    BusConnection::Failure failure;
+    EXPECT_FALSE(connection->property({id.destination, id.path, id.interface, "Nothing"}, soon(), &failure));
+    EXPECT_FALSE(failure.name.isEmpty());
+}
+
+TEST_F(BusConnectionTest, GivesUpAtTheDeadlineAndGoesOnAfterwards)
+{
+    ASSERT_TRUE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon()));
+    const BusConnection::Member id{logind, "/org/freedesktop/login1/seat/seat0",
+                                   "org.freedesktop.login1.Seat", "Id"};
+    BusConnection::Failure failure;
+    EXPECT_FALSE(connection->property(id, QDeadlineTimer(0), &failure));
+    EXPECT_EQ(failure.name, "org.freedesktop.DBus.Error.Timeout");
+    EXPECT_EQ(connection->property(id, soon()).value_or(QVariant()),
+              QVariant("seat0")); // the late reply is dropped
+}
+
+TEST_F(BusConnectionTest, FailsWhenTheBusGoesAway)
+{
+    bus.stop();
+    BusConnection::Failure failure;
+    EXPECT_FALSE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon(), &failure));
+    EXPECT_NE(failure.name, "org.freedesktop.DBus.Error.Timeout");
+    EXPECT_FALSE(failure.text.isEmpty());
+}
+
+TEST_F(BusConnectionTest, ReceivesADescriptor)
+{
+    const auto reply =
+        connection->call({logind, manager, "org.freedesktop.login1.Manager", "Inhibit"}, "ssss",
+                         {"sleep", "com.dozely", "to write things down", "delay"}, soon());
+    ASSERT_TRUE(reply);
+    const auto descriptor = reply->value(0).value<BusDescriptor>();
+    EXPECT_GE(descriptor.get(), 3);
+    EXPECT_EQ(::fcntl(descriptor.get(), F_GETFD), FD_CLOEXEC);
+}

@@ -1,0 +1,394 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/files/PropertyList.h"
+
+#include "Python.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <gmock/gmock.h>
+#include <limits>
+#include <sys/stat.h>
+
+namespace
+{
+using PropertyList::Format;
+using testing::HasSubstr;
+
+class PropertyListInEachFormat : public testing::TestWithParam<Format>
+{
+protected:
+    /// The bytes that Python writes for a Python expression.
+    static QByteArray written(const QString &expression)
+    {
+        const QString format = GetParam() == Format::Xml ? "plistlib.FMT_XML" : "plistlib.FMT_BINARY";
+        return python(QString("sys.stdout.buffer.write(plistlib.dumps(%1, fmt=%2))").arg(expression, format));
+    }
+};
+
+QString name(const testing::TestParamInfo<Format> &info)
+{
+    return info.param == Format::Xml ? "Xml" : "Binary";
+}
+
+QVariant everyKind()
+{
+    return QVariantMap{
+        {"Name", QString("Nächtlich & <früh> \U0001F319")},
+        {"Is Enabled", true},
+        {"Off", false},
+        {"Small", qint64(7)},
+        {"Negative", qint64(-5'000'000'000)},
+        {"Half", 0.5},
+        {"Bytes", QByteArray("\x00\xff zeros", 8)},
+        {"Date", QDateTime({2026, 3, 14}, {5, 55, 7}, Qt::UTC)},
+        {"Old", QDateTime({1969, 12, 31}, {23, 59, 59}, Qt::UTC)},
+        {"List", QVariantList{qint64(1), "two", QVariantList{}, QVariantMap{}}},
+    };
+}
+
+constexpr char everyKindInPython[] =
+    "{'Name': 'Nächtlich & <früh> \\U0001F319', 'Is Enabled': True, 'Off': False, 'Small': 7, "
+    "'Negative': -5000000000, 'Half': 0.5, 'Bytes': b'\\x00\\xff zeros', "
+    "'Date': datetime.datetime(2026, 3, 14, 5, 55, 7), 'Old': datetime.datetime(1969, 12, 31, 23, 59, 59), "
+    "'List': [1, 'two', [], {}]}";
+
+/// One array in the other, `levels` of them, as XML.
+QByteArray nested(int levels)
+{
+    return "<plist version=\"1.0\">" + QByteArray("<array>").repeated(levels) +
+           QByteArray("</array>").repeated(levels) + "</plist>";
+}
+
+/// The refusal of `data`, empty when it is read.
+std::string refusal(const QByteArray &data)
+{
+    QString error;
+    return PropertyList::fromData(data, &error) ? std::string() : error.toStdString();
+}
+
+/// A binary list of these objects; references and offsets take two bytes.
+QByteArray binaryList(const QByteArrayList &objects)
+{
+    const auto bigEndian = [](quint64 number, int width) {
+        QByteArray bytes;
+        for (int i = width - 1; i >= 0; --i)
+            bytes += static_cast<char>(number >> (8 * i));
+        return bytes;
+    };
+    QByteArray list = "bplist00";
+    QByteArray table;
+    for (const QByteArray &object : objects) {
+        table += bigEndian(static_cast<quint64>(list.size()), 2);
+        list += object;
+    }
+    const auto at = static_cast<quint64>(list.size());
+    return list + table + QByteArray(6, '\0') + "\x02\x02" +
+           bigEndian(static_cast<quint64>(objects.size()), 8) + bigEndian(0, 8) + bigEndian(at, 8);
+}
+
+/// An array of at most 14 references.
+QByteArray binaryArray(const QList<int> &members)
+{
+    QByteArray array(1, static_cast<char>(0xa0 | members.size()));
+    for (const int member : members)
+        array += QByteArray(1, static_cast<char>(member >> 8)) + static_cast<char>(member & 0xff);
+    return array;
+}
+} // namespace
+
+TEST_P(PropertyListInEachFormat, ReadsWhatAnotherProgramWrote)
+{
+    const QByteArray data = written(everyKindInPython);
+    ASSERT_FALSE(data.isEmpty());
+    QString error;
+    Format format{};
+    const auto value = PropertyList::fromData(data, &error, &format);
+    ASSERT_TRUE(value) << qPrintable(error);
+    EXPECT_EQ(*value, everyKind());
+    EXPECT_EQ(format, GetParam());
+}
+
+TEST_P(PropertyListInEachFormat, WritesWhatAnotherProgramReads)
+{
+    const QByteArray data = PropertyList::toData(everyKind(), GetParam());
+    ASSERT_FALSE(data.isEmpty());
+    const QByteArray answer = python(QString("value = plistlib.loads(sys.stdin.buffer.read())\n"
+                                             "print(value == %1, type(value['Is Enabled']).__name__)")
+                                         .arg(everyKindInPython),
+                                     data);
+    EXPECT_EQ(answer, "True bool\n");
+}
+
+TEST_P(PropertyListInEachFormat, ReadsBackWhatItWrote)
+{
+    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(everyKind(), GetParam())).value_or(QVariant()),
+              everyKind());
+}
+
+TEST_P(PropertyListInEachFormat, KeepsTheEndsOfTheIntegerRange)
+{
+    const QVariantList ends{std::numeric_limits<qint64>::min(), qint64(-1),
+                            std::numeric_limits<qint64>::max()};
+    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(ends, GetParam())).value_or(QVariant()),
+              QVariant(ends));
+    EXPECT_TRUE(PropertyList::toData(quint64(1) << 63, GetParam()).isNull());
+}
+
+TEST_P(PropertyListInEachFormat, WritesADateOfAnyZoneAsTheSameInstant)
+{
+    const QDateTime date({2026, 3, 14}, {6, 55}, QTimeZone("Europe/Paris"));
+    const auto read = PropertyList::fromData(PropertyList::toData(date, GetParam()));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->toDateTime(), QDateTime({2026, 3, 14}, {5, 55}, Qt::UTC));
+    EXPECT_EQ(read->toDateTime().timeSpec(), Qt::UTC);
+}
+
+TEST_P(PropertyListInEachFormat, RefusesADateBeyondTheRangeInsteadOfReadingAWrongOne)
+{
+    EXPECT_NE(refusal(written("datetime.datetime(2070, 1, 1)")), "");
+    EXPECT_TRUE(PropertyList::toData(QDateTime({2070, 1, 1}, {0, 0}, Qt::UTC), GetParam()).isNull());
+}
+
+TEST_P(PropertyListInEachFormat, RefusesToWriteWhatItCannotCarry)
+{
+    const QVariant bad[] = {
+        QVariant(),
+        QVariant::fromValue(nullptr),
+        QDateTime(),
+        QString::fromLatin1("cut\0off", 7),
+        QString(QChar(0xd800)),
+        std::numeric_limits<double>::infinity(),
+    };
+    for (const QVariant &value : bad) {
+        EXPECT_TRUE(PropertyList::toData(value, GetParam()).isNull()) << value.typeName();
+        EXPECT_TRUE(PropertyList::toData(QVariantMap{{"key", QVariantList{value}}}, GetParam()).isNull());
+    }
+}
+
+TEST_P(PropertyListInEachFormat, WritesSixtyFourLevelsAndRefusesSixtyFive)
+{
+    QVariant value = QVariantList{};
+    for (int level = 1; level < 64; ++level)
+        value = QVariantList{value};
+    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(value, GetParam())).value_or(QVariant()), value);
+    EXPECT_TRUE(PropertyList::toData(QVariantList{value}, GetParam()).isNull());
+}
+
+TEST_P(PropertyListInEachFormat, ReadsSixtyFourLevelsAndRefusesSixtyFive)
+{
+    const auto levels = [](int count) { return QString("eval('[' * %1 + ']' * %1)").arg(count); };
+    EXPECT_EQ(refusal(written(levels(64))), "");
+    EXPECT_THAT(refusal(written(levels(65))), HasSubstr("deeper than 64 levels"));
+}
+
+TEST_P(PropertyListInEachFormat, RefusesEveryTruncation)
+{
+    const QByteArray data = written(everyKindInPython);
+    ASSERT_FALSE(data.isEmpty());
+    const QByteArray whole = data.trimmed(); // a missing last line end cuts nothing off
+    for (qsizetype size = 0; size < whole.size(); ++size)
+        EXPECT_NE(refusal(whole.first(size)), "") << size;
+}
+
+TEST_P(PropertyListInEachFormat, RefusesAListWithTooManyValues)
+{
+    EXPECT_EQ(refusal(written("[True] * 99999")), "");
+    EXPECT_THAT(refusal(written("[True] * 100000")), HasSubstr("more than 100000 values"));
+}
+
+INSTANTIATE_TEST_SUITE_P(EachFormat, PropertyListInEachFormat, testing::Values(Format::Xml, Format::Binary),
+                         [](const auto &info) { return name(info).toStdString(); });
+
+TEST(PropertyList, ReadsOneMebibyteAndRefusesOneByteMore)
+{
+    const QByteArray head = "<plist version=\"1.0\"><string>";
+    const QByteArray tail = "</string></plist>";
+    QByteArray data = head + QByteArray((1 << 20) - head.size() - tail.size(), 'x') + tail;
+    ASSERT_EQ(data.size(), 1 << 20);
+    EXPECT_EQ(refusal(data), "");
+    data.insert(head.size(), 'x');
+    EXPECT_THAT(refusal(data), HasSubstr("larger than 1048576 bytes"));
+}
+
+TEST(PropertyList, IsNeverWrittenLargerThanItCouldBeRead)
+{
+    EXPECT_TRUE(PropertyList::toData(QString(1 << 20, 'x'), Format::Xml).isNull());
+    EXPECT_FALSE(PropertyList::toData(QString(1 << 19, 'x'), Format::Xml).isNull());
+}
+
+TEST(PropertyList, SurvivesTwoHundredThousandLevelsOfXml)
+{
+    EXPECT_THAT(refusal(nested(65)), HasSubstr("deeper than 64 levels"));
+    EXPECT_THAT(refusal(QByteArray("<array>").repeated(100'000)), HasSubstr("deeper than 64 levels"));
+    EXPECT_NE(refusal(QByteArray("<plist>").repeated(100'000)), "");
+    EXPECT_NE(refusal(QByteArray("<string>").repeated(100'000)), "");
+}
+
+TEST(PropertyList, CannotHideLevelsFromTheCheck)
+{
+    // Each of these would close levels, or open none, for a careless reader only.
+    for (const char *trick : {"<array></dict>", "<array><!--></array>-->", "<array><!---></array>-->",
+                              "<array a=\"/>\">", "<array a='/>'>", "<array / >",
+                              "<array><![CDATA[</array>]]>", "<array><?></array>?>", "<array></plist>"})
+        EXPECT_NE(refusal("<plist version=\"1.0\">" + QByteArray(trick).repeated(66) +
+                          QByteArray("</array>").repeated(66) + "</plist>"),
+                  "")
+            << trick;
+}
+
+TEST(PropertyList, DeclaresNoEntities)
+{
+    const QByteArray laughs =
+        "<?xml version=\"1.0\"?><!DOCTYPE plist [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;\">]>"
+        "<plist version=\"1.0\"><string>&b;</string></plist>";
+    EXPECT_THAT(refusal(laughs), HasSubstr("entities"));
+    EXPECT_THAT(refusal("<!ENTITY a \"ha\"><plist version=\"1.0\"><true/></plist>"), HasSubstr("entities"));
+}
+
+TEST(PropertyList, MayHoldCommentsCharacterDataAndAByteOrderMark)
+{
+    const QByteArray data = "\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- a > b -->\n"
+                            "<plist version=\"1.0\"><dict><!-- <array> --><key>k</key>"
+                            "<string><![CDATA[<b> & c]]></string></dict></plist>\n<!-- end -->\n";
+    QString error;
+    EXPECT_EQ(PropertyList::fromData(data, &error).value_or(QVariant()),
+              QVariant(QVariantMap{{"k", "<b> & c"}}))
+        << qPrintable(error);
+}
+
+TEST(PropertyList, IsRefusedWhenItIsSomethingElse)
+{
+    for (const char *data :
+         {"", " ", "hello", "{ a = b; }", "bplist", "bplist00", "<html></html>", "<plist></plist>",
+          "<plist version=\"1.0\"/>", "<plist><true/><true/></plist><plist/>"})
+        EXPECT_NE(refusal(data), "") << data;
+}
+
+TEST(PropertyList, OfAFewHundredBytesDoesNotUnfoldToGigabytes)
+{
+    // Each array holds the next one fourteen times: 14^8 values.
+    QByteArrayList objects;
+    for (int i = 0; i < 8; ++i)
+        objects += binaryArray(QList<int>(14, i + 1));
+    objects += QByteArray("\x09");
+    const QByteArray data = binaryList(objects);
+    ASSERT_LT(data.size(), 400);
+    EXPECT_THAT(refusal(data), HasSubstr("more than 100000 values"));
+    // The same with an honest number of values is read.
+    EXPECT_EQ(refusal(binaryList({binaryArray({1, 1}), binaryArray({2, 2}), "\x09"})), "");
+}
+
+TEST(PropertyList, OfOneLargeTextDoesNotCopyItThousandsOfTimes)
+{
+    const QByteArray text = QByteArray("\x5f\x12\x00\x08\x00\x00", 6) + QByteArray(0x80000, 'x'); // 512 KiB
+    QByteArrayList objects{binaryArray(QList<int>(14, 1)), binaryArray(QList<int>(14, 2)), text};
+    QByteArray data = "bplist00";
+    QByteArray table;
+    for (const QByteArray &object : objects) {
+        for (int shift = 24; shift >= 0; shift -= 8)
+            table += static_cast<char>(data.size() >> shift);
+        data += object;
+    }
+    const auto at = static_cast<quint32>(data.size());
+    data +=
+        table + QByteArray(6, '\0') + QByteArray("\x04\x02\0\0\0\0\0\0\0\x03\0\0\0\0\0\0\0\0\0\0\0\0", 22);
+    for (int shift = 24; shift >= 0; shift -= 8)
+        data += static_cast<char>(at >> shift);
+    EXPECT_THAT(refusal(data), HasSubstr("unfolds to too many bytes"));
+}
+
+TEST(PropertyList, DoesNotHoldItself)
+{
+    EXPECT_THAT(refusal(binaryList({binaryArray({0})})), HasSubstr("holds itself"));
+    EXPECT_THAT(refusal(binaryList({binaryArray({1}), binaryArray({2}), binaryArray({1})})),
+                HasSubstr("holds itself"));
+}
+
+TEST(PropertyList, HoldsNoReferenceOutOfItself)
+{
+    EXPECT_NE(refusal(binaryList({binaryArray({1})})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\xaf\x13\x7f\xff\xff\xff\xff\xff\xff\xff", 10)})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\xdf\x13\xff\xff\xff\xff\xff\xff\xff\xff", 10)})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\x4f\x13\xff\xff\xff\xff\xff\xff\xff\xff", 10)})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\x6f\x13\x80\x00\x00\x00\x00\x00\x00\x01", 10)})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\x5e")})), "");
+    EXPECT_NE(refusal(binaryList({QByteArray("\x33\x00", 2)})), "");
+}
+
+TEST(PropertyList, HasTextKeysWithoutNulOnly)
+{
+    const QByteArray entry("\xd1\x00\x01\x00\x02", 5);
+    EXPECT_EQ(refusal(binaryList({entry, "\x51k", "\x09"})), "");
+    EXPECT_NE(refusal(binaryList({entry, "\x09", "\x09"})), "");
+    EXPECT_NE(refusal(binaryList({entry, QByteArray("\x52k\0", 3), "\x09"})), "");
+    EXPECT_NE(refusal(binaryList({entry, QByteArray("\x61\0\0", 3), "\x09"})), "");
+}
+
+TEST(PropertyList, SurvivesADamagedByteAnywhere)
+{
+    const QByteArray good = PropertyList::toData(everyKind(), Format::Binary);
+    int refused = 0;
+    for (qsizetype at = 0; at < good.size(); ++at) {
+        for (const char damage : {'\x00', '\x7f', '\xff', '\xaf', '\xd1'}) {
+            QByteArray bad = good;
+            bad[at] = damage;
+            refused += PropertyList::fromData(bad) ? 0 : 1;
+        }
+    }
+    EXPECT_GT(refused, 0);
+}
+
+TEST(PropertyListFile, IsReadWithASentenceForWhatIsWrong)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("list.plist");
+    QString error;
+    EXPECT_FALSE(PropertyList::fromFile(path, &error));
+    EXPECT_TRUE(error.contains(path) && error.contains("No such file")) << qPrintable(error);
+
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(PropertyList::toData(everyKind(), Format::Xml));
+    file.close();
+    Format format{};
+    EXPECT_EQ(PropertyList::fromFile(path, &error, &format).value_or(QVariant()), everyKind());
+    EXPECT_EQ(format, Format::Xml);
+
+    ASSERT_TRUE(file.resize(20));
+    EXPECT_FALSE(PropertyList::fromFile(path, &error));
+    EXPECT_TRUE(error.contains(path)) << qPrintable(error);
+    ASSERT_TRUE(file.resize((1 << 20) + 1));
+    EXPECT_FALSE(PropertyList::fromFile(path, &error));
+    EXPECT_TRUE(error.contains("larger than 1048576 bytes")) << qPrintable(error);
+}
+
+TEST(PropertyListFile, IsFollowedThroughALinkOnlyWhenAllowed)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("list.plist"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(PropertyList::toData(true, Format::Binary));
+    file.close();
+    const QString link = folder.filePath("link.plist");
+    ASSERT_TRUE(QFile::link(file.fileName(), link));
+    EXPECT_TRUE(PropertyList::fromFile(link));
+    QString error;
+    EXPECT_FALSE(PropertyList::fromFile(link, &error, nullptr, false));
+    EXPECT_TRUE(error.contains("symbolic link")) << qPrintable(error);
+    EXPECT_TRUE(PropertyList::fromFile(file.fileName(), nullptr, nullptr, false));
+}
+
+TEST(PropertyListFile, IsNeitherAFolderNorAPipeThatNobodyWrites)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
+    QString error;
+    EXPECT_FALSE(PropertyList::fromFile(pipe, &error)); // and does not wait for a writer
+    EXPECT_TRUE(error.contains("not a regular file")) << qPrintable(error);
+    EXPECT_FALSE(PropertyList::fromFile(folder.path(), &error));
+    EXPECT_TRUE(error.contains("not a regular file")) << qPrintable(error);
+}

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/ZDRLog.h"
+
+#include "OtherProcess.h"
+#include "support/Identity.h"
+#include "support/ScratchRoot.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace
+{
+// What the log does to its file, and what it must not do to what lies in its file's place.
+class ZDRLogFile : public testing::Test
+{
+protected:
+    void SetUp() override { ::umask(022); }
+
+    QByteArray path(const QString &name = "dozely.log") const
+    {
+        return QFile::encodeName(root.join("/var/log/" + name));
+    }
+    void makeFile(const QByteArray &path, mode_t mode, const QByteArray &content = {}) const
+    {
+        QFile file(QFile::decodeName(path));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        ASSERT_EQ(::chmod(path.constData(), mode), 0);
+    }
+    static mode_t mode(const QByteArray &path)
+    {
+        struct stat status {
+        };
+        return ::lstat(path.constData(), &status) == 0 ? status.st_mode & 07777U : 0;
+    }
+    static QByteArray content(const QByteArray &path)
+    {
+        QFile file(QFile::decodeName(path));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+    static QByteArray consoleOfLogging()
+    {
+        testing::internal::CaptureStderr();
+        ZDRLogDaemon("message");
+        return QByteArray::fromStdString(testing::internal::GetCapturedStderr());
+    }
+    ScratchRoot root;
+};
+
+QByteArray failure(int error)
+{
+    return "Could not open file for writing (errno: " + QByteArray::number(error) + ")\n";
+}
+} // namespace
+
+TEST_F(ZDRLogFile, IsReadableAndWritableForEverybodyOnceRootHasMadeIt)
+{
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        ZDRLogDaemon("message");
+        EXPECT_EQ(mode(path()), 0666U);
+    }));
+}
+
+TEST_F(ZDRLogFile, IsOpenedToEverybodyByRootHoweverItWasBefore)
+{
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        for (const mode_t before : {0600, 0640, 0777}) {
+            makeFile(path(), before);
+            ZDRLogDaemon("message");
+            EXPECT_EQ(mode(path()), 0666U);
+        }
+    }));
+}
+
+TEST_F(ZDRLogFile, MadeByRootTakesLinesOfOrdinaryUsers)
+{
+    ZDRLogDaemon("of the first");
+    EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("of an ordinary user"); }), QByteArray());
+    ASSERT_EQ(root.logLines().size(), 2);
+    EXPECT_TRUE(root.logLines().at(1).endsWith("User Agent): of an ordinary user"));
+}
+
+TEST_F(ZDRLogFile, KeepsItsModeWhenAnOrdinaryUserLogs)
+{
+    root.makeFolder("/var/log", 0777);
+    EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("message"); }), QByteArray());
+    EXPECT_EQ(mode(path()), 0644U);
+    makeFile(path(), 0622);
+    EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("message"); }), QByteArray());
+    EXPECT_EQ(mode(path()), 0622U);
+}
+
+TEST_F(ZDRLogFile, InAFolderThatMayNotBeWrittenIsReportedOnTheConsoleWithErrorThirteen)
+{
+    root.makeFolder("/var/log", 0555);
+    EXPECT_EQ(consoleOfOrdinaryUser([] { ZDRLogUserAgent("message"); }), failure(EACCES));
+    EXPECT_FALSE(QFile::exists(QFile::decodeName(path())));
+}
+
+TEST_F(ZDRLogFile, WithoutItsFolderIsReportedOncePerMessage)
+{
+    ASSERT_TRUE(QDir().rmdir(root.join("/var/log")));
+    testing::internal::CaptureStderr();
+    ZDRLogDaemon("one");
+    ZDRLogDaemon("two");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), (failure(ENOENT) + failure(ENOENT)).toStdString());
+}
+
+TEST_F(ZDRLogFile, ThatCannotBeOpenedIsStillOpenedToEverybodyByRoot)
+{
+    // A program that runs may not be written (error 26), not even by root; its mode may be changed.
+    ASSERT_TRUE(QFile::copy("/bin/cat", QFile::decodeName(path())));
+    ASSERT_EQ(::chmod(path().constData(), 0755), 0);
+    QProcess running;
+    running.start(QFile::decodeName(path()), {});
+    ASSERT_TRUE(running.waitForStarted());
+    const QByteArray before = content(path());
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        EXPECT_EQ(consoleOfLogging(), failure(ETXTBSY));
+        EXPECT_EQ(mode(path()), 0666U);
+    }));
+    EXPECT_EQ(content(path()), before);
+    running.closeWriteChannel();
+    EXPECT_TRUE(running.waitForFinished());
+}
+
+TEST_F(ZDRLogFile, ReplacedByALinkIsNotFollowed)
+{
+    makeFile(path("secret"), 0600, "secret");
+    ASSERT_EQ(::symlink(path("secret").constData(), path().constData()), 0);
+    EXPECT_EQ(consoleOfLogging(), failure(ELOOP));
+    EXPECT_EQ(content(path("secret")), QByteArray("secret"));
+    EXPECT_EQ(mode(path("secret")), 0600U);
+}
+
+TEST_F(ZDRLogFile, ReplacedByADanglingLinkMakesNoFileElsewhere)
+{
+    ASSERT_EQ(::symlink(path("elsewhere").constData(), path().constData()), 0);
+    EXPECT_EQ(consoleOfLogging(), failure(ELOOP));
+    EXPECT_FALSE(QFile::exists(QFile::decodeName(path("elsewhere"))));
+}
+
+TEST_F(ZDRLogFile, ReplacedByAPipeWithoutReaderDoesNotHoldUpTheWriter)
+{
+    ASSERT_EQ(::mkfifo(path().constData(), 0600), 0);
+    EXPECT_EQ(consoleOfLogging(), failure(ENXIO));
+    EXPECT_EQ(mode(path()), 0600U);
+}
+
+TEST_F(ZDRLogFile, ReplacedByAPipeWithAReaderGetsNothing)
+{
+    ASSERT_EQ(::mkfifo(path().constData(), 0600), 0);
+    const int reader = ::open(path().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    ASSERT_GE(reader, 0);
+    EXPECT_EQ(consoleOfLogging(), failure(EINVAL));
+    char byte = 0;
+    EXPECT_EQ(::read(reader, &byte, 1), 0);
+    EXPECT_EQ(mode(path()), 0600U);
+    ::close(reader);
+}
+
+TEST_F(ZDRLogFile, ReplacedByAFolderLeavesThatAsItIs)
+{
+    root.makeFolder("/var/log/dozely.log", 0700);
+    EXPECT_EQ(consoleOfLogging(), failure(EISDIR));
+    EXPECT_EQ(mode(path()), 0700U);
+}
+
+TEST_F(ZDRLogFile, ThatTakesNoMoreBytesIsReportedOnTheConsole)
+{
+    makeFile(path(), 0666, "full");
+    const QByteArray console = consoleOfOrdinaryUser([] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit fileSize{4, 4};
+        ::setrlimit(RLIMIT_FSIZE, &fileSize);
+        ZDRLogDaemon("message");
+    });
+    EXPECT_EQ(console, QByteArray("Could not write to file (errno: 27)\n"));
+    EXPECT_EQ(content(path()), QByteArray("full"));
+}
+
+TEST_F(ZDRLogFile, LeavesNoDescriptorOpenWhateverHappens)
+{
+    const auto open = [] { return QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size(); };
+    ZDRLogDaemon("once"); // the first line may make what stays, as the clock
+    const auto before = open();
+    ZDRLogDaemon("message");
+    ASSERT_TRUE(QFile::remove(QFile::decodeName(path())));
+    root.makeFolder("/var/log/dozely.log", 0700);
+    consoleOfLogging();
+    ASSERT_TRUE(QDir().rmdir(QFile::decodeName(path())));
+    ASSERT_EQ(::symlink("/nowhere", path().constData()), 0);
+    consoleOfLogging();
+    EXPECT_EQ(open(), before);
+}

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/scripting/NSAppleScript.h"
+
+#include "DozelyKit/core/foundation/Platform.h"
+#include "support/FakeClock.h"
+#include "support/PrintTo.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+namespace
+{
+constexpr char tooManySteps[] = "the script takes too many steps.";
+constexpr char tooLong[] = "the script takes too long.";
+
+/// A clock that stands still: what ends these scripts is not that time passed.
+class RunawayScriptTest : public testing::Test
+{
+protected:
+    RunawayScriptTest() { Platform::current().clock = clock; }
+
+    std::string errorOf(const QString &source, NSAppleScript::Limits limits = {})
+    {
+        NSAppleScript script(source);
+        script.setLimits(limits);
+        QVariantMap errorInfo;
+        const auto result = script.executeAndReturnError(&errorInfo);
+        EXPECT_FALSE(result) << "it ended with " << (result ? qPrintable(result->stringValue()) : "");
+        return errorInfo.value(NSAppleScriptErrorMessage).toString().toStdString();
+    }
+    std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
+};
+
+NSAppleScript::Limits fewSteps()
+{
+    NSAppleScript::Limits limits;
+    limits.instructions = 1'000'000;
+    return limits;
+}
+} // namespace
+
+TEST_F(RunawayScriptTest, IsEndedInALoop)
+{
+    EXPECT_EQ(errorOf("while true do end"), tooManySteps);
+    EXPECT_EQ(errorOf("for i = 1, math.huge do end", fewSteps()), tooManySteps);
+    EXPECT_EQ(errorOf("::again:: goto again", fewSteps()), tooManySteps);
+    EXPECT_EQ(errorOf("local function f() return f() end; f()", fewSteps()), tooManySteps);
+}
+
+TEST_F(RunawayScriptTest, CannotCatchItsEndAndGoOn)
+{
+    for (const char *source : {"while true do pcall(function() while true do end end) end",
+                               "return pcall(function() while true do end end)",
+                               "xpcall(function() while true do end end, function() while true do end end)",
+                               "while true do xpcall(error, function() end) end",
+                               "local function f() while true do pcall(f) end end; f()",
+                               "local function f() while true do xpcall(f, f) end end; f()",
+                               "local t <close> = setmetatable({}, {__close = function() while true do end "
+                               "end}); while true do end"})
+        EXPECT_EQ(errorOf(source, fewSteps()), tooManySteps) << source;
+}
+
+TEST_F(RunawayScriptTest, IsEndedInAMetamethod)
+{
+    for (const char *source :
+         {"local t = setmetatable({}, {__index = function() while true do end end}); return t.x",
+          "return setmetatable({}, {__tostring = function() while true do end end}) .. ''",
+          "table.sort({3, 1, 2}, function() while true do end end)",
+          "('x'):gsub('x', function() while true do end end)",
+          "return tostring(setmetatable({}, {__tostring = function() while true do end end}))"})
+        EXPECT_NE(errorOf(source, fewSteps()), "") << source;
+    EXPECT_EQ(errorOf("('x'):gsub('x', function() while true do end end)", fewSteps()), tooManySteps);
+}
+
+TEST_F(RunawayScriptTest, MayNotLeaveWorkToTheGarbageCollector)
+{
+    EXPECT_THAT(errorOf("setmetatable({}, {__gc = function() while true do end end})"),
+                HasSubstr("\"__gc\""));
+    // Added later, the language pays no heed to it.
+    NSAppleScript script(
+        "local m = {}; setmetatable({}, m); m.__gc = function() while true do end end; return 'over'");
+    const auto result = script.executeAndReturnError(nullptr);
+    EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "over");
+}
+
+TEST_F(RunawayScriptTest, IsEndedWithinOnePatternThatTriesEverything)
+{
+    // Within one call of the library; with the language's own functions each of these takes longer than
+    // anybody lives.
+    for (const char *call :
+         {"find(('a*'):rep(50) .. 'b')", "match(('a*'):rep(50) .. 'b')", "gsub(('a-'):rep(50) .. 'b', '')",
+          "gmatch(('a?'):rep(90) .. ('a'):rep(190) .. 'b')()"})
+        EXPECT_EQ(errorOf(QString("return ('a'):rep(200):%1").arg(call), fewSteps()), tooManySteps) << call;
+    EXPECT_EQ(errorOf("return ('x'):rep(1 << 20):find('[' .. ('a'):rep(1 << 20) .. ']')", fewSteps()),
+              tooManySteps);
+    EXPECT_EQ(errorOf("return ('('):rep(1 << 16):find('%b()')", fewSteps()), tooManySteps);
+}
+
+TEST_F(RunawayScriptTest, IsEndedWhenTheLibraryWouldCountForYears)
+{
+    for (const char *source :
+         {"table.move({}, 1, math.maxinteger - 1, 2)", "table.concat({}, '', math.mininteger)",
+          "table.unpack({}, 1, 1 << 40)", "table.unpack({}, math.mininteger, math.maxinteger)"})
+        EXPECT_THAT(errorOf(source), HasSubstr("the range is too large")) << source;
+    for (const char *source : {"table.insert(t, 1, 'x')", "table.remove(t, 1)", "table.sort(t)",
+                               "table.concat(t)", "table.move({1}, 1, 1, 1, t)"})
+        EXPECT_THAT(
+            errorOf(
+                QString("local t = setmetatable({}, {__len = function() return math.maxinteger - 1 end}) ") +
+                source),
+            HasSubstr("\"__len\""))
+            << source;
+}
+
+TEST_F(RunawayScriptTest, IsEndedWhenItNeedsTooMuchMemory)
+{
+    for (const char *source :
+         {"local s = 'x'; while true do s = s .. s end", "return ('x'):rep(1 << 30)",
+          "local t = {}; for i = 1, math.huge do t[i] = i end", "local t = {}; while true do t = {t} end",
+          "return ('x'):rep(1 << 20):gsub('x', ('y'):rep(1000))"})
+        EXPECT_EQ(errorOf(source), "not enough memory") << source;
+}
+
+TEST_F(RunawayScriptTest, UsesNoMoreMemoryThanItMay)
+{
+    NSAppleScript::Limits limits;
+    limits.memory = 300'000;
+    EXPECT_EQ(errorOf("return #('x'):rep(200000)", limits), "not enough memory");
+    NSAppleScript script("return #('x'):rep(100000)");
+    script.setLimits(limits);
+    const auto result = script.executeAndReturnError(nullptr);
+    EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "100000");
+}
+
+TEST_F(RunawayScriptTest, EndsWithASentenceWhereverMemoryRunsOut)
+{
+    int refused = 0;
+    int done = 0;
+    constexpr qint64 plenty = 64'000;
+    for (qint64 memory = 0; memory <= plenty; memory += 100) {
+        NSAppleScript::Limits limits;
+        limits.memory = memory;
+        NSAppleScript script(
+            "local t = {}; for i = 1, 100 do t[i] = ('%d'):format(i):gsub('%d', 'x') end; return #t");
+        script.setLimits(limits);
+        QVariantMap errorInfo;
+        if (const auto result = script.executeAndReturnError(&errorInfo)) {
+            EXPECT_EQ(result->stringValue(), "100");
+            ++done;
+        } else {
+            EXPECT_EQ(errorInfo.value(NSAppleScriptErrorMessage), "not enough memory") << memory;
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 100); // in the making of the interpreter, in compiling and in running
+    EXPECT_GT(done, 100);
+}
+
+TEST_F(RunawayScriptTest, IsEndedWhenItTakesTooLong)
+{
+    NSAppleScript::registerFunction("wait", [this](const QVariantList &) {
+        clock->advance(1s);
+        return QVariant();
+    });
+    NSAppleScript::Limits limits;
+    limits.time = 10s;
+    EXPECT_EQ(errorOf("while true do dozely.wait() end", limits), tooLong);
+    NSAppleScript script("for i = 1, 9 do dozely.wait() end; return 'in time'");
+    script.setLimits(limits);
+    for (int i = 0; i < 2; ++i) { // each execution has its own time
+        const auto result = script.executeAndReturnError(nullptr);
+        EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "in time");
+    }
+}
+
+TEST_F(RunawayScriptTest, IsEndedByTheClockOfTheMachine)
+{
+    Platform::current().clock = std::make_shared<FakeClock>();
+    NSAppleScript::Limits limits;
+    limits.instructions = std::numeric_limits<quint64>::max();
+    limits.time = 0ms;
+    EXPECT_EQ(errorOf("while true do end", limits), tooLong);
+}
+
+TEST_F(RunawayScriptTest, LeavesOtherScriptsTheirOwnBudget)
+{
+    NSAppleScript second("local n = 0; for i = 1, 1000 do n = n + i end; return n");
+    second.setLimits(fewSteps());
+    EXPECT_EQ(errorOf("while true do end", fewSteps()), tooManySteps);
+    for (int i = 0; i < 300; ++i) {
+        const auto result = second.executeAndReturnError(nullptr);
+        ASSERT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "500500");
+    }
+}
