@@ -2,6 +2,7 @@
 #include "DozelyKit/update/UpdateRequest_p.h"
 
 #include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
@@ -41,10 +42,14 @@ QStringList UpdateRequest::Facts::missing() const
 qint32 UpdateRequest::countOfEnabledSchedules()
 {
     const QString path = RootFolder::join("/Library/Preferences/com.dozely.plist");
-    if (!QFileInfo::exists(path))
+    const QFileInfo file(path);
+    if (!file.exists() && !file.isSymLink())
         return 0;
-    QString error;
-    const auto store = PropertyList::fromFile(path, &error);
+    QString error = "The owner of the root folder is not known.";
+    const auto owner = RootFolder::owner();
+    const auto store = owner && isTrustedPath(path, {*owner}, &error)
+                           ? PropertyList::fromFile(path, &error, nullptr, false)
+                           : std::nullopt;
     if (!store) {
         ZDRLog("The schedules are not counted. %@", error);
         return 0;

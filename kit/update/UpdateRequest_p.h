@@ -19,8 +19,8 @@ struct Facts {
     QStringList missing() const;
 };
 
-/// How many entries of the schedule store are enabled; 0 when there is no store. One that cannot be read is
-/// logged, and counts as none.
+/// How many entries of the schedule store are enabled; 0 when there is no store. One that cannot be read, or
+/// that somebody else than the system's owner may write, is logged, and counts as none.
 DOZELYKIT_AUTOTEST_EXPORT qint32 countOfEnabledSchedules();
 
 /// The request to the update server. What is not known is left out of its body.

@@ -13,10 +13,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 #include <gmock/gmock.h>
 
 /// A scratch system with the application's version 3.2 (41), a server within reach, and its answers in the
-/// test's hand.
+/// test's hand. Nobody else may write its folders, whatever the mask of whoever runs the tests.
 class UpdateFixture : public testing::Test
 {
 protected:
@@ -29,6 +31,8 @@ protected:
         writeList("/System/Library/CoreServices/SystemVersion.plist",
                   QVariantMap{{"ProductVersion", "12.5"}});
     }
+
+    ~UpdateFixture() override { ::umask(formerMask); }
 
     void writeList(const QString &fixedPath, const QVariant &value) const
     {
@@ -62,6 +66,7 @@ protected:
         return texts;
     }
 
+    const mode_t formerMask = ::umask(022); // before the folders are made
     ScratchRoot root;
     std::shared_ptr<FakeHttpClient> http = std::make_shared<FakeHttpClient>();
     std::shared_ptr<FakeReachability> network = std::make_shared<FakeReachability>();
