@@ -43,8 +43,10 @@ std::shared_ptr<NSBundle> PlugInLoader::bundle(const QString &path, QString *err
     for (const Source &source : m_sources) {
         if (!source.folder.isEmpty() && !path.startsWith(source.folder + '/'))
             continue;
-        if (!isTrustedPath(path, source.owners, &why))
+        if (const auto trusted = isTrustedPath(path, source.owners); !trusted) {
+            why = trusted.error().text + '.';
             continue;
+        }
         auto bundle = NSBundle::bundleWithPath(path);
         if (!bundle)
             set(error, QString("%1 is not a bundle").arg(label));

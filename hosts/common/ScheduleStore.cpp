@@ -86,9 +86,12 @@ std::optional<QByteArray> storeBytes(QString *error)
     if (!info.exists() && !info.isSymLink())
         return QByteArray();
     const auto owner = RootFolder::owner();
-    if (!owner || !isTrustedPath(path, {*owner}, error)) {
-        if (!owner)
-            set(error, "the owner of the root folder is not known");
+    if (!owner) {
+        set(error, "the owner of the root folder is not known");
+        return {};
+    }
+    if (const auto trusted = isTrustedPath(path, {*owner}); !trusted) {
+        set(error, trusted.error().text);
         return {};
     }
     QFile file(path);
@@ -223,7 +226,11 @@ bool ScheduleStore::edit(const std::function<bool(QList<Schedule> &)> &change, Q
     if (schedules == content.schedules)
         return true;
     const QByteArray replacement = rewritten(*data, schedules, &why);
-    if (replacement.isNull() || !replaceFileAtomically(path(), replacement, storeMode, &why))
+    if (replacement.isNull())
         return fail();
+    if (const auto replaced = replaceFileAtomically(path(), replacement, storeMode); !replaced) {
+        why = replaced.error().text;
+        return fail();
+    }
     return true;
 }

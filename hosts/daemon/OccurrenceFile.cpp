@@ -21,8 +21,10 @@ std::optional<OccurrenceRecord> read(const QString &path, QString *error)
     QList<quint32> owners{NSProcessInfo::effectiveUserID()};
     if (const auto owner = RootFolder::owner())
         owners += *owner;
-    if (!isTrustedPath(path, owners, error))
+    if (const auto trusted = isTrustedPath(path, owners); !trusted) {
+        *error = trusted.error().text;
         return {};
+    }
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         *error = "it cannot be opened";
@@ -66,5 +68,8 @@ bool OccurrenceFile::save(const OccurrenceRecord &record, QString *error)
         *error = "it has grown too large";
         return false;
     }
-    return replaceFileAtomically(path(), data, recordMode, error);
+    const auto replaced = replaceFileAtomically(path(), data, recordMode);
+    if (!replaced)
+        *error = replaced.error().text;
+    return replaced.ok();
 }

@@ -47,9 +47,11 @@ qint32 UpdateRequest::countOfEnabledSchedules()
         return 0;
     QString error = "The owner of the root folder is not known.";
     const auto owner = RootFolder::owner();
-    const auto store = owner && isTrustedPath(path, {*owner}, &error)
-                           ? PropertyList::fromFile(path, &error, nullptr, false)
-                           : std::nullopt;
+    const dozely::Result<void> trusted =
+        owner ? isTrustedPath(path, {*owner}) : dozely::Error{"the owner of the root folder is not known"};
+    if (!trusted)
+        error = trusted.error().text + '.';
+    const auto store = trusted ? PropertyList::fromFile(path, &error, nullptr, false) : std::nullopt;
     if (!store) {
         ZDRLog("The schedules are not counted. %@", error);
         return 0;

@@ -25,8 +25,13 @@ bool isCompiledIn(const QString &path)
 
 std::optional<QByteArray> contentOf(const QString &path, QString *error)
 {
-    if (!isCompiledIn(path))
-        return readRegularFile(path, PropertyList::maximumSize, true, error);
+    if (!isCompiledIn(path)) {
+        auto content = readRegularFile(path, PropertyList::maximumSize, true);
+        if (content)
+            return *std::move(content);
+        *error = content.error().text + '.';
+        return std::nullopt;
+    }
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
 }

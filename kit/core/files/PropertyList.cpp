@@ -49,9 +49,12 @@ std::optional<QVariant> PropertyList::fromData(const QByteArray &data, QString *
 std::optional<QVariant> PropertyList::fromFile(const QString &path, QString *error, Format *format,
                                                bool followLinks)
 {
-    const auto content = readRegularFile(path, maximumSize, followLinks, error);
-    if (!content)
+    const auto content = readRegularFile(path, maximumSize, followLinks);
+    if (!content) {
+        if (error)
+            *error = content.error().text + '.';
         return std::nullopt;
+    }
     auto value = fromData(*content, error, format);
     if (!value && error)
         *error = QString("\"%1\": %2").arg(path, *error);

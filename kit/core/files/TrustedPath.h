@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QList>
 #include <QString>
@@ -9,6 +10,5 @@
 /// Whether the code or data at `path` can have been put there only by one of `owners`: the path lies below
 /// the root folder, and from the root folder down to it, and, for a folder, through everything in it, each
 /// entry belongs to one of them and nobody else may write it. Symbolic links on the way make it untrusted.
-/// `why`, when given, gets a sentence naming the first entry that is not.
-DOZELYKIT_EXPORT bool isTrustedPath(const QString &path, const QList<quint32> &owners,
-                                    QString *why = nullptr);
+/// The error names the first entry that is not trusted.
+DOZELYKIT_EXPORT dozely::Result<void> isTrustedPath(const QString &path, const QList<quint32> &owners);

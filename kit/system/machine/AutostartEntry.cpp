@@ -71,7 +71,7 @@ void AutostartEntry::put(const QString &program, bool hidden) const
                             "Exec=" + escaped(quoted(program)),
                             mark,
                             QString("X-Dozely-Hide=%1").arg(hidden ? "true" : "false")};
-    replaceFileAtomically(m_path, (lines.join('\n') + '\n').toUtf8(), entryMode);
+    (void)replaceFileAtomically(m_path, (lines.join('\n') + '\n').toUtf8(), entryMode);
 }
 
 void AutostartEntry::remove() const

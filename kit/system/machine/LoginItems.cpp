@@ -49,7 +49,7 @@ bool write(const QString &path, const Preferences &preferences)
     std::error_code failure;
     const auto mode = std::filesystem::status(QFile::encodeName(target).constData(), failure).permissions() &
                       std::filesystem::perms::all;
-    return !failure && replaceFileAtomically(target, data, static_cast<int>(mode));
+    return !failure && replaceFileAtomically(target, data, static_cast<int>(mode)).ok();
 }
 
 /// The text under "Path"; null for an entry of another shape.

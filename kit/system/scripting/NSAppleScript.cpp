@@ -53,12 +53,12 @@ std::unique_ptr<NSAppleScript> NSAppleScript::initWithContentsOfURL(const QUrl &
         tell(errorInfo, QString("\"%1\" names no local file.").arg(url.toString()));
         return nullptr;
     }
-    QString error;
-    const auto content = readRegularFile(path, maximumSourceSize, true, &error);
+    const auto content = readRegularFile(path, maximumSourceSize, true);
     if (!content) {
-        tell(errorInfo, error);
+        tell(errorInfo, content.error().text + '.');
         return nullptr;
     }
+    QString error;
     auto state = std::make_unique<Private>();
     state->source = ScriptEngine::sourceInFile(*content, &error);
     state->name = QFileInfo(path).fileName();

@@ -41,12 +41,10 @@ bool replaceIn(int folder, const QByteArray &temporary, const QByteArray &name, 
 }
 } // namespace
 
-bool replaceFileAtomically(const QString &path, const QByteArray &content, int mode, QString *error)
+dozely::Result<void> replaceFileAtomically(const QString &path, const QByteArray &content, int mode)
 {
     const auto fail = [&](int code) {
-        if (error)
-            *error = QString("Cannot write \"%1\": %2.").arg(path, qt_error_string(code));
-        return false;
+        return dozely::Error{QString("Cannot write \"%1\": %2").arg(path, qt_error_string(code))};
     };
     const QFileInfo target(path);
     const QByteArray name = QFile::encodeName(target.fileName());
@@ -64,5 +62,7 @@ bool replaceFileAtomically(const QString &path, const QByteArray &content, int m
         return fail(code);
     }
     // Without this the new name may be lost with the power, though the content is on the disk.
-    return ::fsync(folder.get()) == 0 || fail(errno);
+    if (::fsync(folder.get()) != 0)
+        return fail(errno);
+    return {};
 }

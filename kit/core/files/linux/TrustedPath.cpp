@@ -55,7 +55,7 @@ private:
 
     bool refuse(const QString &path, const QString &reason)
     {
-        m_why = QString("\"%1\" %2.").arg(path, reason);
+        m_why = QString("\"%1\" %2").arg(path, reason);
         return false;
     }
 
@@ -127,12 +127,10 @@ private:
 };
 } // namespace
 
-bool isTrustedPath(const QString &path, const QList<quint32> &owners, QString *why)
+dozely::Result<void> isTrustedPath(const QString &path, const QList<quint32> &owners)
 {
     const auto refuse = [&](const QString &reason) {
-        if (why)
-            *why = QString("\"%1\" %2.").arg(path, reason);
-        return false;
+        return dozely::Error{QString("\"%1\" %2").arg(path, reason)};
     };
     const QString root = RootFolder::path();
     if (path != root && !path.startsWith(root + '/'))
@@ -142,8 +140,7 @@ bool isTrustedPath(const QString &path, const QList<quint32> &owners, QString *w
     if (parts.contains("..") || parts.contains("."))
         return refuse("is not written out in full");
     PathCheck check(owners);
-    const bool trusted = check.isTrusted(root, parts);
-    if (!trusted && why)
-        *why = check.why();
-    return trusted;
+    if (!check.isTrusted(root, parts))
+        return dozely::Error{check.why()};
+    return {};
 }

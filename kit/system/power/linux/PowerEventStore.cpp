@@ -104,7 +104,10 @@ bool isTrusted(QString *why)
     QList<quint32> owners{NSProcessInfo::effectiveUserID()};
     if (const auto owner = RootFolder::owner())
         owners += *owner;
-    return isTrustedPath(PowerEventStore::path(), owners, why);
+    const auto trusted = isTrustedPath(PowerEventStore::path(), owners);
+    if (!trusted)
+        *why = trusted.error().text + '.';
+    return trusted.ok();
 }
 /// A descriptor that has the lock; -1, with `*failure`, when it is not to be had.
 int takeLock(int *failure)
@@ -165,9 +168,12 @@ int PowerEventStore::load()
         reportProblem(QString("The power events are not read: %1").arg(error));
         return EPERM;
     }
-    const auto data = readRegularFile(path(), PropertyList::maximumSize, false, &error);
-    if (!data && QFileInfo(path()).size() <= PropertyList::maximumSize)
-        return EACCES;
+    const auto data = readRegularFile(path(), PropertyList::maximumSize, false);
+    if (!data) {
+        if (data.error().name != fileTooLarge)
+            return EACCES;
+        error = data.error().text + '.';
+    }
     if (auto content = data ? parse(*data, &error) : std::nullopt) {
         m_content = *std::move(content);
         return 0;
@@ -181,9 +187,9 @@ int PowerEventStore::load()
 PowerEventStore::Content PowerEventStore::peek()
 {
     QString error;
-    const auto data = exists() && isTrusted(&error)
-                          ? readRegularFile(path(), PropertyList::maximumSize, false)
-                          : std::nullopt;
+    if (!exists() || !isTrusted(&error))
+        return {};
+    const auto data = readRegularFile(path(), PropertyList::maximumSize, false);
     return (data ? parse(*data, &error) : std::nullopt).value_or(Content());
 }
 

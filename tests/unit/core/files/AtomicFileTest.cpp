@@ -77,20 +77,20 @@ TEST_F(AtomicFileTest, StaysAsItWasWhenTheDiskIsFull)
     const rlimit limit{1024, former.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     const auto restore = qScopeGuard([&former] { ::setrlimit(RLIMIT_FSIZE, &former); });
-    QString error;
-    EXPECT_FALSE(replaceFileAtomically(path, QByteArray(100'000, 'x'), 0600, &error));
-    EXPECT_TRUE(error.contains(path)) << qPrintable(error);
+    const auto replaced = replaceFileAtomically(path, QByteArray(100'000, 'x'), 0600);
+    ASSERT_FALSE(replaced);
+    EXPECT_TRUE(replaced.error().text.contains(path)) << qPrintable(replaced.error().text);
     EXPECT_EQ(content(), "old");
     EXPECT_EQ(entries(), QStringList("store.plist"));
 }
 
 TEST_F(AtomicFileTest, TellsWhyItCannotBeWritten)
 {
-    QString error;
-    EXPECT_FALSE(replaceFileAtomically(folder.filePath("missing/store.plist"), "new", 0600, &error));
-    EXPECT_TRUE(error.contains("No such file")) << qPrintable(error);
-    EXPECT_FALSE(replaceFileAtomically(folder.path() + '/', "new", 0600, &error));
+    const auto replaced = replaceFileAtomically(folder.filePath("missing/store.plist"), "new", 0600);
+    ASSERT_FALSE(replaced);
+    EXPECT_TRUE(replaced.error().text.contains("No such file")) << qPrintable(replaced.error().text);
+    EXPECT_FALSE(replaceFileAtomically(folder.path() + '/', "new", 0600));
     ASSERT_TRUE(QDir(folder.path()).mkpath("store.plist/occupied"));
-    EXPECT_FALSE(replaceFileAtomically(path, "new", 0600, &error));
+    EXPECT_FALSE(replaceFileAtomically(path, "new", 0600));
     EXPECT_EQ(entries(), QStringList("store.plist"));
 }

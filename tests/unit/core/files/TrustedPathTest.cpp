@@ -39,10 +39,8 @@ protected:
 
     static std::string whyFor(const QString &path, const QList<quint32> &owners)
     {
-        QString reason;
-        const bool trusted = isTrustedPath(path, owners, &reason);
-        EXPECT_EQ(trusted, reason.isEmpty());
-        return reason.toStdString();
+        const auto trusted = isTrustedPath(path, owners);
+        return trusted ? "" : trusted.error().text.toStdString();
     }
 
     ScratchRoot root;
