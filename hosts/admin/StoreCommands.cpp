@@ -23,13 +23,12 @@ ScheduleStore::Content readStore()
     if (store.exists() && !store.isReadable())
         throw AdminError(ExitStatus::NotPermitted,
                          QString("You may not read %1.").arg(ScheduleStore::path()));
-    QString error;
-    const auto content = ScheduleStore::read(&error);
+    auto content = ScheduleStore::read();
     if (!content) {
         throw AdminError(ExitStatus::Failed,
-                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), error));
+                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
     }
-    return *content;
+    return *std::move(content);
 }
 
 /// The folder of the store, or, while that does not exist, the one in which it would be made.
@@ -115,15 +114,12 @@ Schedule StoreCommands::find(const QString &identifierOrName)
 void StoreCommands::change(const std::function<void(QList<Schedule> &)> &alteration)
 {
     requireWritableFolder();
-    QString error;
-    const bool changed = ScheduleStore::edit(
-        [&](QList<Schedule> &schedules) {
-            alteration(schedules);
-            return true;
-        },
-        &error);
+    const auto changed = ScheduleStore::edit([&](QList<Schedule> &schedules) {
+        alteration(schedules);
+        return true;
+    });
     if (!changed)
-        throw AdminError(ExitStatus::Failed, error + ".");
+        throw AdminError(ExitStatus::Failed, changed.error().text + ".");
 }
 
 QVariantMap StoreCommands::describe(const Schedule &schedule)

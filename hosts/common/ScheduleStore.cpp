@@ -1,45 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/ScheduleStore.h"
 
-#include "DozelyKit/core/files/AtomicFile.h"
+#include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/LogLabel.h"
-#include "hosts/common/TrustedFolder.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QHash>
-#include <QLockFile>
+
+using dozely::Error;
+using dozely::GuardedFile;
+using dozely::Result;
 
 namespace
 {
 const QString arrayKey = "Schedule Array";
 constexpr int storeMode = 0644;
 
-void set(QString *error, const QString &sentence)
-{
-    if (error)
-        *error = sentence;
-}
+struct Root {
+    QVariantMap dictionary;
+    PropertyList::Format format = PropertyList::Format::Xml;
+};
 
-/// The root dictionary of a store; absent when the bytes are none.
-std::optional<QVariantMap> rootDictionary(const QByteArray &data, QString *error,
-                                          PropertyList::Format *format = nullptr)
+/// The root dictionary of a store.
+Result<Root> rootOf(const QByteArray &data)
 {
-    const auto list = PropertyList::fromData(data, error, format);
+    Root root;
+    QString error;
+    const auto list = PropertyList::fromData(data, &error, &root.format);
     if (!list)
-        return {};
-    if (list->typeId() != QMetaType::QVariantMap) {
-        set(error, "its root is not a dictionary");
-        return {};
-    }
-    const QVariantMap root = list->toMap();
-    if (root.contains(arrayKey) && root.value(arrayKey).typeId() != QMetaType::QVariantList) {
-        set(error, QString("\"%1\" is not an array").arg(arrayKey));
-        return {};
-    }
+        return Error{error};
+    if (list->typeId() != QMetaType::QVariantMap)
+        return Error{"its root is not a dictionary"};
+    root.dictionary = list->toMap();
+    const QVariant entries = root.dictionary.value(arrayKey, QVariantList());
+    if (entries.typeId() != QMetaType::QVariantList)
+        return Error{QString("\"%1\" is not an array").arg(arrayKey)};
     return root;
 }
 
@@ -78,30 +74,9 @@ QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
     return good;
 }
 
-/// The bytes of the store; null when it does not exist. Absent when it cannot be read or trusted.
-std::optional<QByteArray> storeBytes(QString *error)
+GuardedFile storeFile()
 {
-    const QString path = ScheduleStore::path();
-    const QFileInfo info(path);
-    if (!info.exists() && !info.isSymLink())
-        return QByteArray();
-    const auto owner = RootFolder::owner();
-    if (!owner) {
-        set(error, "the owner of the root folder is not known");
-        return {};
-    }
-    if (const auto trusted = isTrustedPath(path, {*owner}); !trusted) {
-        set(error, trusted.error().text);
-        return {};
-    }
-    QFile file(path);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
-        set(error, info.isFile() ? file.errorString() : QString("it is not a file"));
-        return {};
-    }
-    // One byte more than is allowed, so that the parser refuses what is too long.
-    const QByteArray data = file.read(PropertyList::maximumSize + 1);
-    return data.isNull() ? QByteArray("") : data;
+    return GuardedFile({ScheduleStore::path(), PropertyList::maximumSize, storeMode});
 }
 } // namespace
 
@@ -110,13 +85,14 @@ QString ScheduleStore::path()
     return RootFolder::join("/Library/Preferences/com.dozely.plist");
 }
 
-std::optional<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data, QString *error)
+Result<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data)
 {
-    const auto root = rootDictionary(data, error);
+    const auto root = rootOf(data);
     if (!root)
-        return {};
-    const QVariantList entries = root->value(arrayKey).toList();
+        return root.error();
+    const QVariantList entries = root->dictionary.value(arrayKey).toList();
     Content content;
+    content.exists = true;
     const auto good = goodEntries(entries, [&](qsizetype index, const QString &why) {
         const QVariant &entry = entries.at(index);
         content.faults += QString("%1 is bad: %2").arg(entryLabel(index, entry), why);
@@ -133,30 +109,28 @@ std::optional<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &dat
     return content;
 }
 
-std::optional<ScheduleStore::Content> ScheduleStore::read(QString *error, bool *exists)
+Result<ScheduleStore::Content> ScheduleStore::read()
 {
-    const auto data = storeBytes(error);
-    if (exists)
-        *exists = !data || !data->isNull();
+    const auto data = storeFile().read();
     if (!data)
-        return {};
-    return data->isNull() ? Content() : parse(*data, error);
+        return data.error();
+    return *data ? parse(**data) : Content();
 }
 
-QByteArray ScheduleStore::rewritten(const QByteArray &data, const QList<Schedule> &schedules, QString *error)
+Result<QByteArray> ScheduleStore::rewritten(const std::optional<QByteArray> &data,
+                                            const QList<Schedule> &schedules)
 {
-    QVariantMap root;
-    auto format = PropertyList::Format::Xml;
-    if (!data.isNull()) {
-        const auto read = rootDictionary(data, error, &format);
+    Root root;
+    if (data) {
+        auto read = rootOf(*data);
         if (!read)
-            return {};
-        root = *read;
+            return read.error();
+        root = *std::move(read);
     }
     QHash<QString, Schedule> wanted;
     for (const Schedule &schedule : schedules)
         wanted.insert(schedule.identifier, schedule);
-    const QVariantList before = root.value(arrayKey).toList();
+    const QVariantList before = root.dictionary.value(arrayKey).toList();
     const auto good = goodEntries(before, [](qsizetype, const QString &) {});
     QVariantList after;
     QSet<QString> placed;
@@ -178,59 +152,38 @@ QByteArray ScheduleStore::rewritten(const QByteArray &data, const QList<Schedule
         placed.insert(schedule.identifier);
         after += schedule.toEntry();
     }
-    root.insert(arrayKey, after);
-    QByteArray result = PropertyList::toData(root, format);
-    if (result.isNull()) {
-        set(error, "the schedules are too many or hold a value that a property list cannot carry");
-    } else if (result.size() > PropertyList::maximumSize) {
-        set(error, "the schedules are too many");
-        return {};
-    }
+    root.dictionary.insert(arrayKey, after);
+    QByteArray result = PropertyList::toData(root.dictionary, root.format);
+    if (result.isNull())
+        return Error{"the schedules are too many or hold a value that a property list cannot carry"};
     return result;
 }
 
-bool ScheduleStore::edit(const std::function<bool(QList<Schedule> &)> &change, QString *error,
-                         std::chrono::milliseconds lockLimit)
+Result<bool> ScheduleStore::edit(const std::function<bool(QList<Schedule> &)> &change,
+                                 std::chrono::milliseconds lockLimit)
 {
-    set(error, {});
-    if (!makeTrustedFolder(QFileInfo(path()).path())) {
-        set(error, QString("The folder of %1 cannot be made").arg(path()));
-        return false;
-    }
-    QLockFile lock(path() + ".lock");
-    lock.setStaleLockTime(0); // a lock is stale only when its holder is gone
-    if (!lock.tryLock(static_cast<int>(lockLimit.count()))) {
-        set(error, lock.error() == QLockFile::LockFailedError
-                       ? QString("%1 is being changed by another program").arg(path())
-                       : QString("The lock file of %1 cannot be made").arg(path()));
-        return false;
-    }
-    QString why;
-    const auto fail = [&] {
-        set(error, QString("%1 was not changed: %2").arg(path(), why));
-        return false;
+    const GuardedFile file = storeFile();
+    const auto lock = file.lock(lockLimit);
+    if (!lock)
+        return lock.error();
+    const auto notChanged = [&](const Error &why) {
+        return Error{QString("%1 was not changed: %2").arg(path(), why.text), why.name};
     };
-    const auto data = storeBytes(&why);
+    const auto data = file.read();
     if (!data)
-        return fail();
-    Content content;
-    if (!data->isNull()) {
-        const auto parsed = parse(*data, &why);
-        if (!parsed)
-            return fail();
-        content = *parsed;
-    }
-    QList<Schedule> schedules = content.schedules;
+        return notChanged(data.error());
+    const Result<Content> content = *data ? parse(**data) : Content();
+    if (!content)
+        return notChanged(content.error());
+    QList<Schedule> schedules = content->schedules;
     if (!change(schedules))
         return false;
-    if (schedules == content.schedules)
+    if (schedules == content->schedules)
         return true;
-    const QByteArray replacement = rewritten(*data, schedules, &why);
-    if (replacement.isNull())
-        return fail();
-    if (const auto replaced = replaceFileAtomically(path(), replacement, storeMode); !replaced) {
-        why = replaced.error().text;
-        return fail();
-    }
+    const auto replacement = rewritten(*data, schedules);
+    if (!replacement)
+        return notChanged(replacement.error());
+    if (const auto replaced = file.replace(*replacement); !replaced)
+        return notChanged(replaced.error());
     return true;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
 #include "hosts/common/Schedule.h"
 
 #include <QByteArray>
@@ -18,6 +19,7 @@ namespace ScheduleStore
 {
 /// What a store holds: the good entries in their order, and what is wrong with the others.
 struct Content {
+    bool exists = false; ///< Whether there is a store; one that does not exist is empty.
     QList<Schedule> schedules;
     QStringList faults;              ///< One sentence for each bad entry, naming it.
     QSet<QString> faultyIdentifiers; ///< Of those bad entries that have a readable one.
@@ -26,22 +28,21 @@ struct Content {
 /// The store's full path.
 QString path();
 
-/// The schedules in the bytes of a store; absent when they are no store at all, `error` then holds a
-/// sentence.
-std::optional<Content> parse(const QByteArray &data, QString *error = nullptr);
+/// The schedules in the bytes of a store; an error when they are no store at all.
+dozely::Result<Content> parse(const QByteArray &data);
 
-/// Reads and parses the store; one that does not exist is empty, and `exists` false. Absent when it cannot be
-/// read or is no store. A store that somebody else than the system's owner may write is not parsed.
-std::optional<Content> read(QString *error = nullptr, bool *exists = nullptr);
+/// Reads and parses the store; an error when it cannot be read or is no store. A store that somebody else
+/// than the system's owner may write is not parsed.
+dozely::Result<Content> read();
 
 /// Changes the store under its lock: reads it, lets `change` alter the schedules, and replaces the file. Keys
 /// and entries that are not understood, bad entries included, stay as they are, as does the file's format; a
-/// new store is written as XML. Nothing is written when `change` returns false or changes nothing. False with
-/// `error` a sentence when the store could not be read, locked within `lockLimit` or written; false with an
-/// empty one when `change` returned false. Blocks.
-bool edit(const std::function<bool(QList<Schedule> &schedules)> &change, QString *error = nullptr,
-          std::chrono::milliseconds lockLimit = std::chrono::seconds(5));
+/// new store is written as XML. Nothing is written when `change` returns false or changes nothing. Gives what
+/// `change` returned; an error when the store could not be read, locked within `lockLimit` or written.
+/// Blocks.
+dozely::Result<bool> edit(const std::function<bool(QList<Schedule> &schedules)> &change,
+                          std::chrono::milliseconds lockLimit = std::chrono::seconds(5));
 
-/// `data` (a store, or nothing for a new one) with `schedules` in place of the good entries; null on failure.
-QByteArray rewritten(const QByteArray &data, const QList<Schedule> &schedules, QString *error = nullptr);
+/// `data` (a store, or nothing for a new one) with `schedules` in place of the good entries.
+dozely::Result<QByteArray> rewritten(const std::optional<QByteArray> &data, const QList<Schedule> &schedules);
 } // namespace ScheduleStore

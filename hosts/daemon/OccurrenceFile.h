@@ -17,6 +17,7 @@ QString path();
 /// Reads the record. A damaged file is moved aside to the same name with ".damaged" behind it.
 Loaded load();
 
-/// Replaces the file. False, with `error` a sentence, when that failed. Blocks until the disk has it.
-bool save(const OccurrenceRecord &record, QString *error);
+/// Replaces the file. On failure, as when the record has grown too large, the old one stays. Blocks until the
+/// disk has it.
+dozely::Result<void> save(const OccurrenceRecord &record);
 } // namespace OccurrenceFile

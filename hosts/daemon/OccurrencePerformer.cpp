@@ -61,10 +61,10 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
         ZDRLog("%@ was not announced: %@", labelOf(occurrence), why);
         return Announcement{isWanted};
     };
-    QString error;
-    const auto plugIn = makePlugIn(occurrence, &error);
-    if (!plugIn)
-        return notAnnounced(false, error);
+    const auto made = makePlugIn(occurrence);
+    if (!made)
+        return notAnnounced(false, made.error().text);
+    const auto &plugIn = *made;
     bool isWanted = false;
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(occurrence.schedule.parameters);
@@ -88,12 +88,12 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
 
 void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, bool mayBeTooLate)
 {
-    QString error;
-    const auto plugIn = makePlugIn(occurrence, &error);
-    if (!plugIn) {
-        notPerformed(occurrence, error);
+    const auto made = makePlugIn(occurrence);
+    if (!made) {
+        notPerformed(occurrence, made.error().text);
         return;
     }
+    const auto &plugIn = *made;
     bool isTooLate = false;
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(occurrence.schedule.parameters);
@@ -115,15 +115,17 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
     }
 }
 
-std::shared_ptr<WDDaemonPlugIn> OccurrencePerformer::makePlugIn(const Occurrence &occurrence, QString *error)
+dozely::Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
 {
-    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath(), error);
-    const auto plugIn = bundle ? m_loader.make(bundle, error) : nullptr;
-    auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(plugIn);
-    if (plugIn && !daemonPlugIn)
-        *error =
-            QString("The module of %1 makes no plug-in for the daemon").arg(logLabel(bundle->bundlePath()));
-    return daemonPlugIn;
+    QString error;
+    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath(), &error);
+    const auto plugIn = bundle ? m_loader.make(bundle, &error) : nullptr;
+    if (!plugIn)
+        return dozely::Error{error};
+    if (auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(plugIn))
+        return daemonPlugIn;
+    return dozely::Error{
+        QString("The module of %1 makes no plug-in for the daemon").arg(logLabel(bundle->bundlePath()))};
 }
 
 void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
 #include "hosts/common/PlugInLoader.h"
 #include "hosts/common/RunningActions.h"
 #include "hosts/daemon/Scheduler.h"
@@ -45,7 +46,7 @@ public:
 private:
     enum class Place { AsConfigured, Daemon };
     void perform(const Occurrence &occurrence, Place place, bool mayBeTooLate);
-    std::shared_ptr<WDDaemonPlugIn> makePlugIn(const Occurrence &occurrence, QString *error);
+    dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn);
     void actInDaemon(const Occurrence &occurrence, const std::shared_ptr<WDDaemonPlugIn> &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);

@@ -39,23 +39,24 @@ std::optional<OccurrenceState> stateOf(const QVariant &name)
     return {};
 }
 
-bool readEntry(const QVariantMap &map, OccurrenceEntry &entry)
+/// Absent for what is no occurrence.
+std::optional<OccurrenceEntry> entryIn(const QVariantMap &map)
 {
     const auto state = stateOf(map.value("State"));
     if (!state || map.value("Identifier").typeId() != QMetaType::QString ||
         map.value("Date").typeId() != QMetaType::QDateTime)
-        return false;
-    entry.state = *state;
+        return {};
+    OccurrenceEntry entry{*state, {}, {}};
     if (!map.contains("Handed To"))
-        return true;
+        return entry;
     bool isNumber = false;
     const qlonglong user = map.value("Handed To").toLongLong(&isNumber);
     if (!isNumber || user < 0 || user > 0xffffffffLL ||
         map.value("Handed Over").typeId() != QMetaType::QDateTime)
-        return false;
+        return {};
     entry.handedTo = static_cast<quint32>(user);
     entry.handedOver = map.value("Handed Over").toDateTime().toUTC();
-    return true;
+    return entry;
 }
 } // namespace
 
@@ -136,28 +137,24 @@ QByteArray OccurrenceRecord::toData() const
                                 PropertyList::Format::Binary);
 }
 
-std::optional<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data, QString *error)
+dozely::Result<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data)
 {
-    const auto refuse = [error](const QString &sentence) {
-        if (error)
-            *error = sentence;
-        return std::optional<OccurrenceRecord>();
-    };
-    const auto list = PropertyList::fromData(data, error);
+    QString error;
+    const auto list = PropertyList::fromData(data, &error);
     if (!list)
-        return {};
+        return dozely::Error{error};
     const QVariantMap root = list->toMap();
     if (root.value("Format").toLongLong() != formatVersion)
-        return refuse("its format is not known");
+        return dozely::Error{"its format is not known"};
     if (root.value("Occurrences").typeId() != QMetaType::QVariantList)
-        return refuse("it holds no list of occurrences");
+        return dozely::Error{"it holds no list of occurrences"};
     OccurrenceRecord record;
     for (const QVariant &occurrence : root.value("Occurrences").toList()) {
         const QVariantMap map = occurrence.toMap();
-        OccurrenceEntry entry;
-        if (!readEntry(map, entry))
-            return refuse("it holds an occurrence that cannot be read");
-        record.set(map.value("Identifier").toString(), map.value("Date").toDateTime().toUTC(), entry);
+        const auto entry = entryIn(map);
+        if (!entry)
+            return dozely::Error{"it holds an occurrence that cannot be read"};
+        record.set(map.value("Identifier").toString(), map.value("Date").toDateTime().toUTC(), *entry);
     }
     return record;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QMap>
@@ -46,11 +48,11 @@ public:
     /// dropped.
     bool prune(const QHash<QString, QDateTime> &currentDates);
 
+    /// Null when there is too much of it for a property list that could be read back.
     QByteArray toData() const;
 
-    /// Absent, with `error` a sentence, when the bytes are not a whole record: one that is damaged in part
-    /// cannot tell what ran.
-    static std::optional<OccurrenceRecord> fromData(const QByteArray &data, QString *error = nullptr);
+    /// An error when the bytes are not a whole record: one that is damaged in part cannot tell what ran.
+    static dozely::Result<OccurrenceRecord> fromData(const QByteArray &data);
 
 private:
     QMap<QString, QMap<QDateTime, OccurrenceEntry>> m_entries;

@@ -37,20 +37,18 @@ void ScheduleKeeper::loadRecord()
 
 void ScheduleKeeper::readStore()
 {
-    QString error;
-    bool exists = false;
     QStringList complaints;
-    auto content = ScheduleStore::read(&error, &exists);
-    if (content) {
+    if (auto content = ScheduleStore::read()) {
         complaints = content->faults;
+        const bool exists = content->exists;
         keep(std::move(content->schedules), content->faultyIdentifiers);
-        content.reset();
+        content = ScheduleStore::Content();
         // What a bad entry stands for is not known, so nothing is forgotten.
         if (exists && complaints.isEmpty() && m_scheduler.pruneRecord())
             saveSoon();
     } else {
         complaints += QString("%1 cannot be used, its schedules stay as they were: %2")
-                          .arg(ScheduleStore::path(), error);
+                          .arg(ScheduleStore::path(), content.error().text);
     }
     for (const QString &complaint : complaints) {
         if (!m_complaints.contains(complaint))
@@ -118,8 +116,8 @@ void ScheduleKeeper::save()
     // An occurrence is performed even when the disk refuses: within its time-out it might run twice after a
     // restart, but without this it would not run at all.
     m_isDirty = false;
-    QString error;
-    OccurrenceFile::save(m_scheduler.record(), &error);
+    const auto saved = OccurrenceFile::save(m_scheduler.record());
+    const QString error = saved ? QString() : saved.error().text;
     if (!error.isEmpty() && error != m_saveError)
         ZDRLog("The record of occurrences could not be saved: %@", logLabel(error));
     m_saveError = error;

@@ -47,8 +47,7 @@ protected:
     /// The record on disk, as a daemon that starts finds it.
     std::optional<OccurrenceState> recorded(const QString &identifier, const QDateTime &date) const
     {
-        QString error;
-        const auto record = OccurrenceRecord::fromData(read(recordPath), &error);
+        const auto record = OccurrenceRecord::fromData(read(recordPath));
         const auto entry = record ? record->find(identifier, date) : std::nullopt;
         return entry ? std::optional(entry->state) : std::nullopt;
     }

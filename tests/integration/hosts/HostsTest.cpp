@@ -222,8 +222,8 @@ TEST_F(HostsTest, AnOccurrenceThatAnotherUsersAgentHasIsRefused)
     writeStore({probeEntry("other", inSession, date)});
     OccurrenceRecord record;
     record.set("other", date, {OccurrenceState::Done, agentUser() + 1, QDateTime::currentDateTimeUtc()});
-    QString error;
-    ASSERT_TRUE(OccurrenceFile::save(record, &error)) << error.toStdString();
+    const auto saved = OccurrenceFile::save(record);
+    ASSERT_TRUE(saved) << saved.error().text.toStdString();
     startDaemon();
     ASSERT_TRUE(logs("Schedules: 1"));
     for (const char *name : {"DaemonMustActEvent", "DaemonMustRemoveEvent"}) {

@@ -76,9 +76,9 @@ TEST_F(OccurrenceRecordTest, ThatIsDamagedAnywhereIsRefusedWhole)
 {
     const QByteArray whole = sample().toData();
     for (qsizetype length = 0; length < whole.size(); length += 5) {
-        QString error;
-        EXPECT_FALSE(OccurrenceRecord::fromData(whole.left(length), &error)) << "cut after " << length;
-        EXPECT_FALSE(error.isEmpty()) << "cut after " << length;
+        const auto record = OccurrenceRecord::fromData(whole.left(length));
+        ASSERT_FALSE(record) << "cut after " << length;
+        EXPECT_FALSE(record.error().text.isEmpty()) << "cut after " << length;
     }
 }
 
@@ -101,9 +101,9 @@ TEST_F(OccurrenceRecordTest, WithOneEntryThatCannotBeReadIsRefusedWhole)
 TEST_F(OccurrenceRecordTest, OfALaterFormatIsRefused)
 {
     const QVariantMap root{{"Format", 2LL}, {"Occurrences", QVariantList()}};
-    QString error;
-    EXPECT_FALSE(OccurrenceRecord::fromData(PropertyList::toData(root, PropertyList::Format::Xml), &error));
-    EXPECT_FALSE(error.isEmpty());
+    const auto record = OccurrenceRecord::fromData(PropertyList::toData(root, PropertyList::Format::Xml));
+    ASSERT_FALSE(record);
+    EXPECT_FALSE(record.error().text.isEmpty());
 }
 
 using OccurrenceFileTest = OccurrenceRecordTest;
@@ -117,8 +117,8 @@ TEST_F(OccurrenceFileTest, IsEmptyAndUndamagedBeforeTheFirstStart)
 
 TEST_F(OccurrenceFileTest, IsForItsOwnerAlone)
 {
-    QString error;
-    ASSERT_TRUE(OccurrenceFile::save(sample(), &error)) << error.toStdString();
+    const auto saved = OccurrenceFile::save(sample());
+    ASSERT_TRUE(saved) << saved.error().text.toStdString();
     struct stat status {
     };
     ASSERT_EQ(::stat(qPrintable(root.join(recordPath)), &status), 0);
@@ -146,10 +146,23 @@ TEST_F(OccurrenceFileTest, ThatOthersMayWriteIsNotBelieved)
     EXPECT_FALSE(loaded.record.find("a", noon()));
 }
 
+TEST_F(OccurrenceFileTest, StaysAsItIsWhenTheRecordHasGrownBeyondWhatIsRead)
+{
+    const auto saved = OccurrenceFile::save(sample());
+    ASSERT_TRUE(saved) << saved.error().text.toStdString();
+    OccurrenceRecord large = sample();
+    for (int second = 0; second < 30'000; ++second)
+        large.set("c", noon().addSecs(second), {Done, {}, {}});
+    const auto refused = OccurrenceFile::save(large);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().text, "it has grown too large");
+    EXPECT_TRUE(OccurrenceFile::load().record.find("a", noon()));
+}
+
 TEST_F(OccurrenceFileTest, SaysWhyItCouldNotBeSaved)
 {
     write("/var/lib", "a file where a folder belongs");
-    QString error;
-    EXPECT_FALSE(OccurrenceFile::save(sample(), &error));
-    EXPECT_FALSE(error.isEmpty());
+    const auto saved = OccurrenceFile::save(sample());
+    ASSERT_FALSE(saved);
+    EXPECT_FALSE(saved.error().text.isEmpty());
 }

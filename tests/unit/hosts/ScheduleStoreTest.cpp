@@ -23,14 +23,18 @@ protected:
     QVariantMap storedRoot() const { return PropertyList::fromData(read(storePath))->toMap(); }
     QVariantList storedEntries() const { return storedRoot().value("Schedule Array").toList(); }
     static bool keepAll(QList<Schedule> &) { return true; }
+    static bool editedBy(const std::function<bool(QList<Schedule> &)> &change)
+    {
+        const auto edited = ScheduleStore::edit(change);
+        return edited && *edited;
+    }
 };
 
 TEST_F(ScheduleStoreTest, ThatDoesNotExistIsEmpty)
 {
-    bool exists = true;
-    const auto content = ScheduleStore::read(nullptr, &exists);
+    const auto content = ScheduleStore::read();
     ASSERT_TRUE(content);
-    EXPECT_FALSE(exists);
+    EXPECT_FALSE(content->exists);
     EXPECT_TRUE(content->schedules.isEmpty());
     EXPECT_TRUE(content->faults.isEmpty());
 }
@@ -38,10 +42,9 @@ TEST_F(ScheduleStoreTest, ThatDoesNotExistIsEmpty)
 TEST_F(ScheduleStoreTest, GivesItsSchedulesInTheirOrder)
 {
     writeStore({entry("b"), entry("a"), entry("c")});
-    bool exists = false;
-    const auto content = ScheduleStore::read(nullptr, &exists);
+    const auto content = ScheduleStore::read();
     ASSERT_TRUE(content);
-    EXPECT_TRUE(exists);
+    EXPECT_TRUE(content->exists);
     EXPECT_EQ(identifiersOf(content->schedules), QStringList({"b", "a", "c"}));
 }
 
@@ -89,10 +92,9 @@ TEST_F(ScheduleStoreTest, ThatIsTruncatedAnywhereIsRefusedWithASentence)
 {
     const QByteArray whole = storeOf({entry("a"), entry("b")}).trimmed();
     for (qsizetype length = 0; length < whole.size(); length += 7) {
-        QString error;
-        const auto content = ScheduleStore::parse(whole.left(length), &error);
-        EXPECT_FALSE(content) << "cut after " << length;
-        EXPECT_FALSE(error.isEmpty()) << "cut after " << length;
+        const auto content = ScheduleStore::parse(whole.left(length));
+        ASSERT_FALSE(content) << "cut after " << length;
+        EXPECT_FALSE(content.error().text.isEmpty()) << "cut after " << length;
     }
 }
 
@@ -103,9 +105,9 @@ TEST_F(ScheduleStoreTest, ThatIsNoStoreIsRefusedWithASentence)
         PropertyList::toData(QVariantMap{{"Schedule Array", "text"}}, PropertyList::Format::Xml),
         QByteArray(PropertyList::maximumSize + 1, ' ')};
     for (const QByteArray &data : wrong) {
-        QString error;
-        EXPECT_FALSE(ScheduleStore::parse(data, &error));
-        EXPECT_FALSE(error.isEmpty());
+        const auto content = ScheduleStore::parse(data);
+        ASSERT_FALSE(content);
+        EXPECT_FALSE(content.error().text.isEmpty());
     }
 }
 
@@ -121,9 +123,9 @@ TEST_F(ScheduleStoreTest, ThatOthersMayWriteIsNotParsed)
 {
     writeStore({entry("a")});
     ASSERT_EQ(::chmod(qPrintable(root.join(storePath)), 0666), 0);
-    QString error;
-    EXPECT_FALSE(ScheduleStore::read(&error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("may be written by others"));
+    const auto content = ScheduleStore::read();
+    ASSERT_FALSE(content);
+    EXPECT_THAT(content.error().text.toStdString(), HasSubstr("may be written by others"));
 }
 
 TEST_F(ScheduleStoreTest, ThatIsALinkIsNotFollowed)
@@ -131,14 +133,14 @@ TEST_F(ScheduleStoreTest, ThatIsALinkIsNotFollowed)
     write("/tmp/elsewhere.plist", storeOf({entry("a")}));
     root.makeFolder("/Library/Preferences");
     ASSERT_TRUE(QFile::link(root.join("/tmp/elsewhere.plist"), root.join(storePath)));
-    QString error;
-    EXPECT_FALSE(ScheduleStore::read(&error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("symbolic link"));
+    const auto content = ScheduleStore::read();
+    ASSERT_FALSE(content);
+    EXPECT_THAT(content.error().text.toStdString(), HasSubstr("symbolic link"));
 }
 
 TEST_F(ScheduleStoreTest, IsMadeByTheFirstEdit)
 {
-    ASSERT_TRUE(ScheduleStore::edit([](QList<Schedule> &schedules) {
+    ASSERT_TRUE(editedBy([](QList<Schedule> &schedules) {
         schedules += schedule("a");
         return true;
     }));
@@ -158,7 +160,7 @@ TEST_F(ScheduleStoreTest, KeepsWhatItDoesNotUnderstandThroughAnEdit)
           PropertyList::toData(
               QVariantMap{{"Schedule Array", QVariantList{bad, later, entry("b")}}, {"Other", "kept"}},
               PropertyList::Format::Binary));
-    ASSERT_TRUE(ScheduleStore::edit([](QList<Schedule> &schedules) {
+    ASSERT_TRUE(editedBy([](QList<Schedule> &schedules) {
         schedules[0].isEnabled = false;
         schedules.removeAt(1);
         schedules += schedule("c");
@@ -175,7 +177,7 @@ TEST_F(ScheduleStoreTest, IsNotRewrittenByAnEditThatChangesNothing)
 {
     const QByteArray unusual = storeOf({entry("a")}) + "\n<!-- by hand -->\n";
     write(storePath, unusual);
-    EXPECT_TRUE(ScheduleStore::edit(keepAll));
+    EXPECT_TRUE(editedBy(keepAll));
     EXPECT_EQ(read(storePath), unusual);
 }
 
@@ -183,23 +185,21 @@ TEST_F(ScheduleStoreTest, IsNotRewrittenByAnEditThatIsGivenUp)
 {
     writeStore({entry("a")});
     const QByteArray before = read(storePath);
-    QString error = "something";
-    EXPECT_FALSE(ScheduleStore::edit(
-        [](QList<Schedule> &schedules) {
-            schedules.clear();
-            return false;
-        },
-        &error));
-    EXPECT_TRUE(error.isEmpty());
+    const auto edited = ScheduleStore::edit([](QList<Schedule> &schedules) {
+        schedules.clear();
+        return false;
+    });
+    ASSERT_TRUE(edited);
+    EXPECT_FALSE(*edited);
     EXPECT_EQ(read(storePath), before);
 }
 
 TEST_F(ScheduleStoreTest, ThatIsBadIsNotEdited)
 {
     write(storePath, "damaged");
-    QString error;
-    EXPECT_FALSE(ScheduleStore::edit(keepAll, &error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("was not changed"));
+    const auto edited = ScheduleStore::edit(keepAll);
+    ASSERT_FALSE(edited);
+    EXPECT_THAT(edited.error().text.toStdString(), HasSubstr("was not changed"));
     EXPECT_EQ(read(storePath), "damaged");
 }
 
@@ -209,22 +209,20 @@ TEST_F(ScheduleStoreTest, IsNotEditedWhileAnotherProgramHoldsItsLock)
     QLockFile other(root.join(storePath) + ".lock");
     other.setStaleLockTime(0);
     ASSERT_TRUE(other.tryLock());
-    QString error;
-    EXPECT_FALSE(ScheduleStore::edit(keepAll, &error, std::chrono::milliseconds(1)));
-    EXPECT_THAT(error.toStdString(), HasSubstr("being changed by another program"));
+    const auto edited = ScheduleStore::edit(keepAll, std::chrono::milliseconds(1));
+    ASSERT_FALSE(edited);
+    EXPECT_THAT(edited.error().text.toStdString(), HasSubstr("being changed by another program"));
 }
 
 TEST_F(ScheduleStoreTest, RefusesToGrowBeyondWhatIsRead)
 {
-    QString error;
-    EXPECT_FALSE(ScheduleStore::edit(
-        [](QList<Schedule> &schedules) {
-            Schedule large = schedule("a");
-            large.parameters["Text"] = QString(PropertyList::maximumSize, 'x');
-            schedules += large;
-            return true;
-        },
-        &error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("the schedules are too many"));
+    const auto edited = ScheduleStore::edit([](QList<Schedule> &schedules) {
+        Schedule large = schedule("a");
+        large.parameters["Text"] = QString(PropertyList::maximumSize, 'x');
+        schedules += large;
+        return true;
+    });
+    ASSERT_FALSE(edited);
+    EXPECT_THAT(edited.error().text.toStdString(), HasSubstr("the schedules are too many"));
     EXPECT_FALSE(QFile::exists(root.join(storePath)));
 }
