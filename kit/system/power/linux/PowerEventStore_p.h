@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 
 #include <QVariantMap>
@@ -35,7 +36,6 @@ public:
     /// What the file holds, without lock; empty when it cannot be read. Changes nothing.
     static Content peek();
 
-    ~PowerEventStore();
     PowerEventStore(const PowerEventStore &) = delete;
     PowerEventStore &operator=(const PowerEventStore &) = delete;
 
@@ -45,9 +45,10 @@ public:
     int save(const Content &content);
 
 private:
-    explicit PowerEventStore(int lock) : m_lock(lock) {}
+    PowerEventStore(dozely::GuardedFile file, dozely::GuardedFile::Lock lock);
     int load();
 
-    int m_lock; // closing it releases it
+    dozely::GuardedFile m_file;
+    dozely::GuardedFile::Lock m_lock;
     Content m_content;
 };
