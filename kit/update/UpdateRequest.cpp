@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/update/UpdateRequest_p.h"
 
+#include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/update/UpdateAnswer_p.h"
 #include "DozelyKit/update/UpdateServer.h"
 
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+using dozely::GuardedFile;
 
 namespace
 {
@@ -41,19 +42,16 @@ QStringList UpdateRequest::Facts::missing() const
 
 qint32 UpdateRequest::countOfEnabledSchedules()
 {
-    const QString path = RootFolder::join("/Library/Preferences/com.dozely.plist");
-    const QFileInfo file(path);
-    if (!file.exists() && !file.isSymLink())
+    const GuardedFile file(
+        {RootFolder::join("/Library/Preferences/com.dozely.plist"), PropertyList::maximumSize});
+    const auto data = file.read();
+    if (data && !*data)
         return 0;
-    QString error = "The owner of the root folder is not known.";
-    const auto owner = RootFolder::owner();
-    const dozely::Result<void> trusted =
-        owner ? isTrustedPath(path, {*owner}) : dozely::Error{"the owner of the root folder is not known"};
-    if (!trusted)
-        error = trusted.error().text + '.';
-    const auto store = trusted ? PropertyList::fromFile(path, &error, nullptr, false) : std::nullopt;
+    QString error;
+    const auto store = data ? PropertyList::fromData(**data, &error) : std::nullopt;
     if (!store) {
-        ZDRLog("The schedules are not counted. %@", error);
+        ZDRLog("The schedules are not counted. %@",
+               data ? QString("\"%1\": %2").arg(file.path(), error) : data.error().text + '.');
         return 0;
     }
     const QVariant entries = store->toMap().value("Schedule Array");
