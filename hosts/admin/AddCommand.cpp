@@ -2,6 +2,7 @@
 #include "hosts/admin/AddCommand.h"
 
 #include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
@@ -11,7 +12,6 @@
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ParameterOptions.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/LogLabel.h"
 
 #include <QDir>
 #include <QUuid>

@@ -2,13 +2,13 @@
 #include "hosts/admin/StoreCommands.h"
 
 #include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/ActionPlace.h"
-#include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
 
 #include <QFileInfo>

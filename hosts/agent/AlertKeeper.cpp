@@ -2,9 +2,9 @@
 #include "hosts/agent/AlertKeeper.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/GuardedPosting.h"
-#include "hosts/common/LogLabel.h"
 
 namespace
 {

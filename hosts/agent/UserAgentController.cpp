@@ -2,6 +2,7 @@
 #include "hosts/agent/UserAgentController.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/Platform.h"
@@ -10,7 +11,6 @@
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/GuardedPosting.h"
-#include "hosts/common/LogLabel.h"
 
 namespace
 {

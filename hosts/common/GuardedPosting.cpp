@@ -2,10 +2,10 @@
 #include "hosts/common/GuardedPosting.h"
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/LogLabel.h"
 
 namespace
 {

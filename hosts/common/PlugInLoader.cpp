@@ -2,9 +2,9 @@
 #include "hosts/common/PlugInLoader.h"
 
 #include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/GuardedPosting.h"
-#include "hosts/common/LogLabel.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,10 +2,10 @@
 #include "hosts/daemon/DaemonController.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/EventReceiver.h"
-#include "hosts/common/LogLabel.h"
 #include "hosts/common/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 

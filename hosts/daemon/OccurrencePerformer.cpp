@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/ActionPlace.h"
 #include "hosts/common/GuardedPosting.h"
-#include "hosts/common/LogLabel.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/HostOptions.h"
-#include "hosts/common/LogLabel.h"
 #include "hosts/common/RelocatedTool.h"
 
 #include <QCoreApplication>

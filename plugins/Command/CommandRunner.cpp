@@ -2,6 +2,7 @@
 #include "plugins/Command/CommandRunner.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "plugins/Command/CommandLine.h"
@@ -20,13 +21,7 @@ namespace
 /// A path fit to stand within one log line: whoever names a program must not be able to forge lines.
 QString onOneLine(const QString &text)
 {
-    QString line;
-    for (const QChar c : text) {
-        const bool breaksLine = c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-                                c == QChar::ParagraphSeparator;
-        line += breaksLine ? QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0')) : QString(c);
-    }
-    return line;
+    return logLabel(text, wholeText, LineBreaks::Escapes);
 }
 
 QString inSeconds(milliseconds duration)

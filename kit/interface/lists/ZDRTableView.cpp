@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/lists/ZDRTableView.h"
 
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/interface/lists/X11DirectSave_p.h"
 
@@ -18,15 +19,6 @@ constexpr int longestName = 60; // characters: with four bytes each still a file
 constexpr double imageSide = 16;
 constexpr QPointF imageOffset{-28, -10}; // from the pointer to the image's origin
 
-/// A destination is somebody else's text: a line end in it would begin a line of the log.
-QString withoutControlCharacters(QString text)
-{
-    for (QChar &character : text) {
-        if (character.category() == QChar::Other_Control)
-            character = '?';
-    }
-    return text;
-}
 } // namespace
 
 struct ZDRTableView::Private {
@@ -46,7 +38,8 @@ qint32 ZDRTableView::restoreDragRow() const
 
 QStringList ZDRTableView::namesOfPromisedFilesDroppedAtDestination(const QUrl &dropDestination)
 {
-    ZDRLog("Dropped to: %@\n", withoutControlCharacters(dropDestination.path()));
+    // A destination is somebody else's text: a line end in it would begin a line of the log.
+    ZDRLog("Dropped to: %@\n", logLabel(dropDestination.path(), wholeText, LineBreaks::QuestionMarks));
     return {};
 }
 

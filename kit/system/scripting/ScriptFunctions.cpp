@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
@@ -34,13 +35,7 @@ QString textArgument(const QVariantList &arguments, int index, const QString &wh
 /// log(value): one line, whatever the value holds: a script is not to write lines in another's name.
 QVariant logValue(const QVariantList &arguments)
 {
-    QString text = descriptionOf(arguments.value(0));
-    for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator)
-            c = ' ';
-    }
-    ZDRLog("%@", text);
+    ZDRLog("%@", logLabel(descriptionOf(arguments.value(0)), wholeText));
     return {};
 }
 

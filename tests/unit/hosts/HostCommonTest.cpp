@@ -8,7 +8,6 @@
 #include "hosts/common/EventReceiver.h"
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/HostOptions.h"
-#include "hosts/common/LogLabel.h"
 #include "hosts/common/RunningActions.h"
 #include "hosts/common/TerminationWatcher.h"
 #include "support/FakeClock.h"
@@ -68,14 +67,6 @@ TEST_F(HostOptionsTest, RefuseARootFolderWithASentenceAnd2)
         EXPECT_FALSE(RootFolder::refusal(folder).isEmpty());
         EXPECT_EQ(RootFolder::path(), former);
     }
-}
-
-TEST(LogLabel, StaysWithinOneLineAndALimit)
-{
-    EXPECT_EQ(logLabel("a\nb\tc\r"), "a b c ");
-    EXPECT_EQ(logLabel(QString("a") + QChar(0x2028) + "b"), "a b");
-    EXPECT_EQ(logLabel("été %@"), "été %@");
-    EXPECT_EQ(logLabel(QString(1000, 'x')).size(), 203);
 }
 
 TEST(TerminationWatcher, TellsOfBothSignalsInTheEventLoop)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/alerts/linux/UserNotificationServer_p.h"
 
+#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 
 #include <chrono>
@@ -21,13 +22,7 @@ constexpr char noReply[] = "org.freedesktop.DBus.Error.NoReply";
 /// A server's words for the log: on one line, and not many of them.
 QString quotable(const BusConnection::Failure &failure)
 {
-    constexpr qsizetype longest = 200;
-    QString text = failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text;
-    for (QChar &character : text) {
-        if (!character.isPrint())
-            character = u' ';
-    }
-    return text.simplified().left(longest);
+    return logLabel(failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text).simplified();
 }
 
 QVariantMap hints()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/linux/CurlExchange_p.h"
 
+#include "DozelyKit/core/foundation/LogLabel.h"
+
 #include <algorithm>
 #include <climits>
 
@@ -11,6 +13,7 @@ using SteadyClock = std::chrono::steady_clock;
 
 // Attack: header lines without end, which libcurl keeps. Counted over all redirections.
 constexpr qsizetype largestHead = 256 << 10;
+constexpr qsizetype longestReason = 197; // characters, and three dots
 } // namespace
 
 CurlExchange::CurlExchange(const HttpRequest &request, const CurlHttpClient::Options &options)
@@ -145,18 +148,14 @@ std::optional<CURLcode> CurlExchange::run()
     return message && message->msg == CURLMSG_DONE ? message->data.result : CURLE_FAILED_INIT;
 }
 
-/// Some of libcurl's sentences quote the server: only printable characters, and not endless.
+/// Some of libcurl's sentences quote the server.
 QString CurlExchange::reason(CURLcode code) const
 {
-    constexpr int longest = 200;
     if (!m_refusal.isEmpty())
         return m_refusal;
     const QString text =
         QString::fromUtf8(m_error.front() != '\0' ? m_error.data() : curl_easy_strerror(code)).simplified();
-    QString printable;
-    for (const QChar c : text.left(longest))
-        printable += c.isPrint() ? c : QChar('?');
-    return printable;
+    return logLabel(text, longestReason, LineBreaks::QuestionMarks);
 }
 
 std::optional<QByteArray> CurlExchange::perform(QString *error)
