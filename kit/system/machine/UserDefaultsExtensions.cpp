@@ -12,31 +12,6 @@
 
 #include <QFileInfo>
 
-#include <atomic>
-
-namespace
-{
-/// A number of the version, kept once it was found out. Two threads that come first at the same time find out
-/// the same number.
-class KeptNumber
-{
-public:
-    template<class Function>
-    qint32 value(Function findOut)
-    {
-        if (!m_computed.load(std::memory_order_acquire)) {
-            m_value.store(findOut(), std::memory_order_relaxed);
-            m_computed.store(true, std::memory_order_release);
-        }
-        return m_value.load(std::memory_order_relaxed);
-    }
-
-private:
-    std::atomic<qint32> m_value{0};
-    std::atomic<bool> m_computed{false};
-};
-} // namespace
-
 namespace zandorSoftwaresExtensions
 {
 QString loggedInUser()
@@ -63,14 +38,14 @@ QString systemVersion()
 
 qint64 systemType()
 {
-    static KeptNumber number;
-    return number.value([] { return integerValue(systemVersion().section('.', 0, 0)); });
+    static const qint32 number = integerValue(systemVersion().section('.', 0, 0));
+    return number;
 }
 
 qint64 systemSubtype()
 {
-    static KeptNumber number;
-    return number.value([] { return integerValue(systemVersion().section('.', 1, 1)); });
+    static const qint32 number = integerValue(systemVersion().section('.', 1, 1));
+    return number;
 }
 
 QString rendezvousName()
