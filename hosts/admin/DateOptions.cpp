@@ -7,7 +7,6 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "hosts/common/TimeZoneName.h"
 
 #include <QRegularExpression>
 #include <QTimeZone>
@@ -27,7 +26,7 @@ QTimeZone timeZone(const AdminOptions &options)
 {
     const QString name = options.isSet("time-zone") ? options.value("time-zone")
                                                     : QString::fromUtf8(QTimeZone::systemTimeZoneId());
-    if (!isTimeZoneName(name))
+    if (!dozely::isTimeZoneName(name))
         refuse(QString("There is no time zone \"%1\".").arg(name));
     return QTimeZone(name.toUtf8());
 }
@@ -52,11 +51,8 @@ DateOptions::Moment atWallTime(const QString &text, const QTimeZone &zone)
     const QTime time(match.captured(2).toInt(), match.captured(3).toInt(), match.captured(4).toInt());
     if (!match.hasMatch() || !day.isValid() || !time.isValid())
         refuse(QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
-    const QDateTime noon(day, QTime(12, 0), zone);
-    const QDateTime date =
-        zandorSoftwaresExtensions::dateFromHour(time.hour(), time.minute(), noon).addSecs(time.second());
-    const QDateTime local = date.toTimeZone(zone);
-    DateOptions::Moment moment{date.toUTC(), {}, {}};
+    const QDateTime local = dozely::dateAtWallTime(day, time, zone);
+    DateOptions::Moment moment{local.toUTC(), {}, {}};
     if (local.time() != time || local.date() != day) {
         moment.remark = QString("%1 does not exist in %2; it becomes %3.")
                             .arg(text, QString::fromUtf8(zone.id()), local.toString("yyyy-MM-dd HH:mm:ss"));

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/Schedule.h"
 
+#include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "hosts/common/TimeZoneName.h"
 
 #include <QDir>
 #include <QStringList>
-#include <QTimeZone>
 
 namespace
 {
@@ -105,7 +104,7 @@ std::optional<Schedule> Schedule::fromEntry(const QVariant &entry, QString *faul
         reader.complain("\"Bundle Path\" is not an absolute path");
     if (!schedule.date.isValid())
         reader.complain("\"Date\" is not a date");
-    if (!schedule.timeZone.isEmpty() && !isTimeZoneName(schedule.timeZone))
+    if (!schedule.timeZone.isEmpty() && !dozely::isTimeZoneName(schedule.timeZone))
         reader.complain("\"Time Zone\" is not known");
     if (!reader.fault().isEmpty()) {
         if (fault)
@@ -138,7 +137,7 @@ QVariantMap Schedule::toEntry() const
 
 QDateTime Schedule::calendarDate() const
 {
-    return timeZone.isEmpty() ? date : date.toTimeZone(QTimeZone(timeZone.toUtf8()));
+    return dozely::calendarDate(date, timeZone);
 }
 
 QString Schedule::fullBundlePath() const

@@ -2,9 +2,8 @@
 #include "hosts/daemon/Scheduler.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/common/EventPermissions.h"
-
-#include <QTimeZone>
 
 #include <algorithm>
 
@@ -25,7 +24,7 @@ constexpr qint64 longestWait = 60'000; // milliseconds
 
 QDateTime Occurrence::calendarDate() const
 {
-    return schedule.timeZone.isEmpty() ? date : date.toTimeZone(QTimeZone(schedule.timeZone.toUtf8()));
+    return dozely::calendarDate(date, schedule.timeZone);
 }
 
 Scheduler::Scheduler(const Clock &clock, OccurrenceRecord record)

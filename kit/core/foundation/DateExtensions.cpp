@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/DateExtensions.h"
 
+#include <QFileInfo>
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace
@@ -32,15 +35,21 @@ qint64 momentOf(qint64 wallTime, const QDateTime &zone)
     // Skipped. Counting on from before the change moves it forward by as much as the clocks were.
     return wallTime - before;
 }
+
+// Midnight of a day in milliseconds, written as if it were UTC.
+qint64 midnightOf(QDate day)
+{
+    return QDateTime(day, QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
+}
 } // namespace
 
 QDateTime zandorSoftwaresExtensions::dateFromHour(qint32 hour, qint32 mins, const QDateTime &date)
 {
     if (!date.isValid())
         return {};
-    const qint64 midnight = QDateTime(date.date(), QTime(0, 0), Qt::UTC).toMSecsSinceEpoch();
     QDateTime result = date; // for its zone
-    result.setMSecsSinceEpoch(momentOf(midnight + hour * hourLength + mins * minuteLength, date));
+    result.setMSecsSinceEpoch(
+        momentOf(midnightOf(date.date()) + hour * hourLength + mins * minuteLength, date));
     return result;
 }
 
@@ -52,4 +61,27 @@ qint32 zandorSoftwaresExtensions::hour(const QDateTime &date)
 qint32 zandorSoftwaresExtensions::minute(const QDateTime &date)
 {
     return date.isValid() ? date.toLocalTime().time().minute() : 0;
+}
+
+bool dozely::isTimeZoneName(const QString &name)
+{
+    if (QTimeZone::isTimeZoneIdAvailable(name.toUtf8()))
+        return true;
+    static const QRegularExpression form("\\A[A-Za-z0-9_+-]+(/[A-Za-z0-9_+-]+)*\\z");
+    return form.match(name).hasMatch() && QFileInfo("/usr/share/zoneinfo/" + name).isFile() &&
+           QTimeZone(name.toUtf8()).isValid();
+}
+
+QDateTime dozely::calendarDate(const QDateTime &date, const QString &timeZone)
+{
+    return timeZone.isEmpty() ? date.toUTC() : date.toTimeZone(QTimeZone(timeZone.toUtf8()));
+}
+
+QDateTime dozely::dateAtWallTime(QDate day, QTime time, const QTimeZone &zone)
+{
+    if (!day.isValid() || !time.isValid() || !zone.isValid())
+        return {};
+    QDateTime result = QDateTime::fromMSecsSinceEpoch(0, zone);
+    result.setMSecsSinceEpoch(momentOf(midnightOf(day) + time.msecsSinceStartOfDay(), result));
+    return result;
 }
