@@ -92,11 +92,10 @@ void LogCommand::run(const AdminOptions &options)
     const bool inJson = options.isSet("json");
     const QString path = RootFolder::join("/var/log/dozely.log");
     LogReader reader(path);
-    QString error;
-    const bool isThere = reader.open(&error);
+    const auto isThere = reader.open();
     if (!isThere && QFileInfo::exists(path)) {
         const auto status = QFileInfo(path).isReadable() ? ExitStatus::Failed : ExitStatus::NotPermitted;
-        throw AdminError(status, QString("%1 cannot be read: %2.").arg(path, error));
+        throw AdminError(status, QString("%1 cannot be read: %2.").arg(path, isThere.error().text));
     }
     if (!isThere && !(options.isSet("follow") && QFileInfo(QFileInfo(path).path()).isDir()))
         throw AdminError(ExitStatus::Failed, QString("There is no log at %1.").arg(path));

@@ -17,26 +17,26 @@ constexpr qsizetype longestLine = 64 * 1024;     // bytes; a longer one is shown
 
 LogReader::LogReader(QString path) : m_path(std::move(path)) {}
 
-bool LogReader::open(QString *error)
+dozely::Result<void> LogReader::open()
 {
     // Anybody may have put something else there; opening a pipe would wait for a writer.
     const int descriptor = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     struct stat status {
     };
     if (descriptor < 0 || ::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-        *error = descriptor < 0 ? QString::fromLocal8Bit(std::strerror(errno)) : QString("it is not a file");
-        if (descriptor >= 0)
-            ::close(descriptor);
-        return false;
+        if (descriptor < 0)
+            return dozely::Error{QString::fromLocal8Bit(std::strerror(errno))};
+        ::close(descriptor);
+        return dozely::Error{"it is not a file"};
     }
     m_file = std::make_unique<QFile>();
     m_begun.clear();
     if (!m_file->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle)) {
-        *error = m_file->errorString();
+        const dozely::Error error{m_file->errorString()};
         m_file.reset();
-        return false;
+        return error;
     }
-    return true;
+    return {};
 }
 
 QList<QByteArray> LogReader::lastLines(int count)
@@ -64,7 +64,6 @@ QList<QByteArray> LogReader::lastLines(int count)
 QList<QByteArray> LogReader::newLines()
 {
     QList<QByteArray> lines;
-    QString error;
     if (m_file) {
         if (m_file->size() < m_file->pos()) {
             m_begun.clear();
@@ -72,7 +71,7 @@ QList<QByteArray> LogReader::newLines()
         }
         readRest(lines);
     }
-    if ((!m_file || wasExchanged()) && open(&error))
+    if ((!m_file || wasExchanged()) && open())
         readRest(lines);
     return lines;
 }

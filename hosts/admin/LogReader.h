@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QList>
@@ -16,8 +18,8 @@ class LogReader
 public:
     explicit LogReader(QString path);
 
-    /// Opens the file, or the new one that took its place; false with `error` a sentence when there is none.
-    bool open(QString *error);
+    /// Opens the file, or the new one that took its place; an error when there is none.
+    dozely::Result<void> open();
 
     /// The last `count` lines; reading goes on behind them.
     QList<QByteArray> lastLines(int count);

@@ -24,14 +24,13 @@ protected:
     ScratchRoot root;
     QString path = root.join("/log");
     LogReader reader{path};
-    QString error;
 };
 } // namespace
 
 TEST_F(LogReaderTest, ReadsWholeLinesOnly)
 {
     append("one\ntw");
-    ASSERT_TRUE(reader.open(&error));
+    ASSERT_TRUE(reader.open());
     EXPECT_THAT(reader.lastLines(5), ElementsAre("one"));
     EXPECT_THAT(reader.newLines(), IsEmpty());
     append("o\n\nthree\n");
@@ -42,7 +41,7 @@ TEST_F(LogReaderTest, FindsTheLastLinesOfALongFile)
 {
     for (int i = 0; i < 3000; ++i)
         append(QByteArray(100, 'x') + QByteArray::number(i) + '\n');
-    ASSERT_TRUE(reader.open(&error));
+    ASSERT_TRUE(reader.open());
     const auto lines = reader.lastLines(1500);
     ASSERT_EQ(lines.size(), 1500);
     EXPECT_EQ(lines.first(), QByteArray(100, 'x') + "1500");
@@ -53,7 +52,7 @@ TEST_F(LogReaderTest, FindsTheLastLinesOfALongFile)
 TEST_F(LogReaderTest, StartsAgainWhenTheFileWasCut)
 {
     append("one\ntwo\n");
-    ASSERT_TRUE(reader.open(&error));
+    ASSERT_TRUE(reader.open());
     EXPECT_EQ(reader.lastLines(9).size(), 2);
     ASSERT_TRUE(QFile::resize(path, 0));
     append("new\n");
@@ -63,7 +62,7 @@ TEST_F(LogReaderTest, StartsAgainWhenTheFileWasCut)
 TEST_F(LogReaderTest, ReadsTheOldFileToItsEndBeforeTheNewOne)
 {
     append("one\n");
-    ASSERT_TRUE(reader.open(&error));
+    ASSERT_TRUE(reader.open());
     EXPECT_THAT(reader.lastLines(9), ElementsAre("one"));
     append("two\n");
     ASSERT_TRUE(QFile::rename(path, path + ".old"));
@@ -74,7 +73,7 @@ TEST_F(LogReaderTest, ReadsTheOldFileToItsEndBeforeTheNewOne)
 TEST_F(LogReaderTest, ShowsALineThatNeverEndsInPieces)
 {
     append(QByteArray(200 * 1024, 'x'));
-    ASSERT_TRUE(reader.open(&error));
+    ASSERT_TRUE(reader.open());
     qsizetype size = 0;
     for (const QByteArray &piece : reader.lastLines(100)) {
         EXPECT_LE(piece.size(), 128 * 1024);
@@ -86,9 +85,11 @@ TEST_F(LogReaderTest, ShowsALineThatNeverEndsInPieces)
 TEST_F(LogReaderTest, DoesNotWaitForAPipeOrReadAFolder)
 {
     ASSERT_EQ(::mkfifo(qPrintable(path), 0600), 0);
-    EXPECT_FALSE(reader.open(&error));
-    EXPECT_EQ(error, "it is not a file");
+    const auto pipe = reader.open();
+    ASSERT_FALSE(pipe);
+    EXPECT_EQ(pipe.error().text, "it is not a file");
     LogReader ofFolder(root.path());
-    EXPECT_FALSE(ofFolder.open(&error));
-    EXPECT_EQ(error, "it is not a file");
+    const auto folder = ofFolder.open();
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.error().text, "it is not a file");
 }
