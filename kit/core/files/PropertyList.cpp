@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/files/PropertyList.h"
 
-#include "DozelyKit/core/files/PropertyListCheck_p.h"
-#include "DozelyKit/core/files/PropertyListNode_p.h"
+#include "DozelyKit/core/files/PropertyListBinary_p.h"
+#include "DozelyKit/core/files/PropertyListValue_p.h"
+#include "DozelyKit/core/files/PropertyListXml_p.h"
 #include "DozelyKit/core/files/RegularFile_p.h"
 
 namespace
@@ -26,24 +27,12 @@ std::optional<QVariant> PropertyList::fromData(const QByteArray &data, QString *
     const QByteArray content = data.startsWith(byteOrderMark) ? data.mid(3).trimmed() : data.trimmed();
     if (!binary && !content.startsWith('<'))
         return refuse(error, "It is neither XML nor binary.");
-    const QString refusal = binary ? PropertyListCheck::binary(data) : PropertyListCheck::xml(content);
-    if (!refusal.isEmpty())
-        return refuse(error, refusal);
-
-    plist_t parsed = nullptr;
-    if (binary)
-        plist_from_bin(data.constData(), static_cast<quint32>(data.size()), &parsed);
-    else
-        plist_from_xml(content.constData(), static_cast<quint32>(content.size()), &parsed);
-    const PropertyListNode::Node root(parsed);
-    if (!root)
-        return refuse(error, "It is damaged.");
-    auto value = PropertyListNode::valueOf(root.get());
+    auto value = binary ? PropertyListBinary::read(data) : PropertyListXml::read(content);
     if (!value)
-        return refuse(error, "It holds a value of an unknown kind, or a date out of range.");
+        return refuse(error, value.error().text);
     if (format)
         *format = binary ? Format::Binary : Format::Xml;
-    return value;
+    return *value;
 }
 
 std::optional<QVariant> PropertyList::fromFile(const QString &path, QString *error, Format *format,
@@ -63,16 +52,10 @@ std::optional<QVariant> PropertyList::fromFile(const QString &path, QString *err
 
 QByteArray PropertyList::toData(const QVariant &value, Format format)
 {
-    const PropertyListNode::Node root = PropertyListNode::nodeOf(value, format);
-    if (!root)
+    if (!PropertyListValue::fits(value, format))
         return {};
-    char *bytes = nullptr;
-    uint32_t size = 0;
-    if (format == Format::Binary)
-        plist_to_bin(root.get(), &bytes, &size);
-    else
-        plist_to_xml(root.get(), &bytes, &size);
-    const PropertyListNode::Memory<char> owned(bytes);
+    const QByteArray data =
+        format == Format::Binary ? PropertyListBinary::write(value) : PropertyListXml::write(value);
     // What is too large to be read back must not replace what can be.
-    return bytes && size <= maximumSize ? QByteArray(bytes, static_cast<qsizetype>(size)) : QByteArray();
+    return data.size() <= maximumSize ? data : QByteArray();
 }

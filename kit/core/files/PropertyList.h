@@ -9,14 +9,14 @@
 
 #include <optional>
 
-/// Property lists, XML and binary. Values: bool, qint64, double, QString, QByteArray, QDateTime (UTC),
-/// QVariantList, QVariantMap.
+/// Property lists, XML and binary. Values: bool, qint64 (quint64 for what is larger), double, QString,
+/// QByteArray, QDateTime (UTC), QVariantList, QVariantMap.
 namespace PropertyList
 {
 enum class Format { Xml, Binary };
 
-/// Limits checked before a byte is parsed. They name the attacks: a list of a few hundred bytes that refers
-/// to the same object over and over unfolds to gigabytes, and deep nesting overruns the stack.
+/// The limits name the attacks: a list of a few hundred bytes that refers to the same object over and over
+/// unfolds to gigabytes, and deep nesting overruns the stack.
 constexpr qint64 maximumSize = 1 << 20; // bytes
 constexpr int maximumDepth = 64;        // containers within containers
 constexpr int maximumNodes = 100'000;   // values after unfolding shared references
@@ -31,7 +31,8 @@ DOZELYKIT_EXPORT std::optional<QVariant> fromData(const QByteArray &data, QStrin
 DOZELYKIT_EXPORT std::optional<QVariant> fromFile(const QString &path, QString *error = nullptr,
                                                   Format *format = nullptr, bool followLinks = true);
 
-/// Null when `value` holds something that a property list cannot carry (a date before 1932 or after 2069
-/// among that), or when fromData would refuse the result for its size, its depth or its number of values.
+/// Null when `value` holds something that a property list of this form cannot carry, or when fromData would
+/// refuse the result for its size, its depth or its number of values. XML carries whole seconds of the years
+/// 1 to 9999; binary lists carry milliseconds, as far as 71,000 years from 2001.
 DOZELYKIT_EXPORT QByteArray toData(const QVariant &value, Format format);
 } // namespace PropertyList

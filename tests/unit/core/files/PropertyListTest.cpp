@@ -131,10 +131,15 @@ TEST_P(PropertyListInEachFormat, ReadsBackWhatItWrote)
 TEST_P(PropertyListInEachFormat, KeepsTheEndsOfTheIntegerRange)
 {
     const QVariantList ends{std::numeric_limits<qint64>::min(), qint64(-1),
-                            std::numeric_limits<qint64>::max()};
+                            std::numeric_limits<qint64>::max(), quint64(1) << 63,
+                            std::numeric_limits<quint64>::max()};
     EXPECT_EQ(PropertyList::fromData(PropertyList::toData(ends, GetParam())).value_or(QVariant()),
               QVariant(ends));
-    EXPECT_TRUE(PropertyList::toData(quint64(1) << 63, GetParam()).isNull());
+    constexpr char inPython[] = "[-2**63, -1, 2**63 - 1, 2**63, 2**64 - 1]";
+    EXPECT_EQ(PropertyList::fromData(written(inPython)).value_or(QVariant()), QVariant(ends));
+    EXPECT_EQ(python(QString("print(plistlib.loads(sys.stdin.buffer.read()) == %1)").arg(inPython),
+                     PropertyList::toData(ends, GetParam())),
+              "True\n");
 }
 
 TEST_P(PropertyListInEachFormat, WritesADateOfAnyZoneAsTheSameInstant)
@@ -146,10 +151,27 @@ TEST_P(PropertyListInEachFormat, WritesADateOfAnyZoneAsTheSameInstant)
     EXPECT_EQ(read->toDateTime().timeSpec(), Qt::UTC);
 }
 
-TEST_P(PropertyListInEachFormat, RefusesADateBeyondTheRangeInsteadOfReadingAWrongOne)
+TEST_P(PropertyListInEachFormat, CarriesDatesOfEveryCentury)
 {
-    EXPECT_NE(refusal(written("datetime.datetime(2070, 1, 1)")), "");
-    EXPECT_TRUE(PropertyList::toData(QDateTime({2070, 1, 1}, {0, 0}, Qt::UTC), GetParam()).isNull());
+    QVariantList dates;
+    QStringList inPython;
+    for (const int year : {1, 1600, 1800, 1932, 1970, 2000, 2001, 2069, 2070, 2500, 9999}) {
+        dates += QDateTime({year, 12, 31}, {23, 59, 58}, Qt::UTC);
+        inPython += QString("datetime.datetime(%1, 12, 31, 23, 59, 58)").arg(year);
+    }
+    const QString list = '[' + inPython.join(", ") + ']';
+    EXPECT_EQ(PropertyList::fromData(written(list)).value_or(QVariant()), QVariant(dates));
+    const QByteArray ours = PropertyList::toData(dates, GetParam());
+    EXPECT_EQ(PropertyList::fromData(ours).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(python(QString("print(plistlib.loads(sys.stdin.buffer.read()) == %1)").arg(list), ours),
+              "True\n");
+}
+
+TEST_P(PropertyListInEachFormat, RefusesToWriteADateThatItCouldNotReadBack)
+{
+    for (const int year : {-200'000, 200'000})
+        EXPECT_TRUE(PropertyList::toData(QDateTime({year, 1, 1}, {0, 0}, Qt::UTC), GetParam()).isNull())
+            << year;
 }
 
 TEST_P(PropertyListInEachFormat, RefusesToWriteWhatItCannotCarry)
@@ -248,6 +270,144 @@ TEST(PropertyList, DeclaresNoEntities)
     EXPECT_THAT(refusal("<!ENTITY a \"ha\"><plist version=\"1.0\"><true/></plist>"), HasSubstr("entities"));
 }
 
+TEST(PropertyList, KnowsTheFiveEntitiesAndNumbersOfCharacters)
+{
+    EXPECT_EQ(
+        PropertyList::fromData("<plist><string>&lt;&gt;&amp;&quot;&apos;&#65;&#x1F319;&#13;</string></plist>")
+            .value_or(QVariant()),
+        QVariant("<>&\"'A\U0001F319\r"));
+    for (const char *reference : {"&", "&;", "&#;", "&#x;", "&lt", "&nbsp;", "&LT;", "&#0;", "&#1;",
+                                  "&#xD800;", "&#xFFFF;", "&#x110000;", "&#-65;", "&#+65;", "&#x-41;",
+                                  "&# 65;", "&#xx41;", "&#4294967361;", "&#000000000000065;"})
+        EXPECT_NE(refusal("<plist><string>" + QByteArray(reference) + "</string></plist>"), "") << reference;
+}
+
+TEST(PropertyList, EndsLinesInOneWay)
+{
+    EXPECT_EQ(
+        PropertyList::fromData("<plist>\r\n<string>a\r\nb\rc\nd</string>\r</plist>").value_or(QVariant()),
+        QVariant("a\nb\nc\nd"));
+}
+
+TEST(PropertyList, HoldsCharactersOnly)
+{
+    for (const char *text : {"\xff", "\xc3", "\xed\xa0\x80", "\x01", "\x1b", "\xef\xbf\xbe", "\xef\xbf\xbf"})
+        EXPECT_NE(refusal("<plist><string>" + QByteArray(text) + "</string></plist>"), "");
+    for (const QByteArray &text : {QByteArray("\x52\xc3\x28"), QByteArray("\x51\xe4"),
+                                   QByteArray("\x61\xd8\x3c"), QByteArray("\x62\xdf\x19\xd8\x3c")})
+        EXPECT_NE(refusal(binaryList({text})), "") << text.toHex().constData();
+    EXPECT_EQ(PropertyList::fromData(binaryList({"\x52\xc3\xa4"})).value_or(QVariant()), QVariant("\u00e4"));
+    EXPECT_EQ(PropertyList::fromData(binaryList({QByteArray("\x60")})).value_or(QVariant()), QVariant(""));
+}
+
+TEST(PropertyList, ReadsNumbersInTheFormsThatXmlHas)
+{
+    const QVariantMap values{
+        {"<integer> +12\n</integer>", qint64(12)},
+        {"<integer>010</integer>", qint64(10)},
+        {"<integer>0x1F</integer>", qint64(31)},
+        {"<integer>-0X1f</integer>", qint64(-31)},
+        {"<integer>0xFFFFFFFFFFFFFFFF</integer>", std::numeric_limits<quint64>::max()},
+        {"<integer>-9223372036854775808</integer>", std::numeric_limits<qint64>::min()},
+        {"<integer>1<!-- -->&#48;<![CDATA[2]]></integer>", qint64(102)},
+        {"<real>+1.5E-1</real>", 0.15},
+        {"<real>.5</real>", 0.5},
+        {"<real>-infinity</real>", -std::numeric_limits<double>::infinity()},
+        {"<real>+Inf</real>", std::numeric_limits<double>::infinity()},
+        {"<data> A A\n\tEC </data>", QByteArray("\x00\x01\x02", 3)},
+        {"<data>AAE</data>", QByteArray("\x00\x01", 2)},
+        {"<date>2026-03-14T05:55:07</date>", QDateTime({2026, 3, 14}, {5, 55, 7}, Qt::UTC)},
+        {"<date> 2026-03-14T05:55:07.25Z </date>", QDateTime({2026, 3, 14}, {5, 55, 7, 250}, Qt::UTC)},
+        {"<date>2026-03-14T05:55:07+01:00</date>", QDateTime({2026, 3, 14}, {4, 55, 7}, Qt::UTC)},
+        {"<true> <!-- --> </true>", true},
+        {"<string/>", ""},
+        {"<dict><key/><string>a</string></dict>", QVariantMap{{"", "a"}}},
+    };
+    for (auto entry = values.begin(); entry != values.end(); ++entry)
+        EXPECT_EQ(PropertyList::fromData("<plist>" + entry.key().toUtf8() + "</plist>").value_or(QVariant()),
+                  entry.value())
+            << qPrintable(entry.key());
+}
+
+TEST(PropertyList, IsRefusedRatherThanReadAsAnotherValue)
+{
+    for (const char *xml : {"<integer/>",
+                            "<integer>abc</integer>",
+                            "<integer>12abc</integer>",
+                            "<integer>1.5</integer>",
+                            "<integer>--1</integer>",
+                            "<integer>- 1</integer>",
+                            "<integer>0x</integer>",
+                            "<integer>0x-1</integer>",
+                            "<integer>18446744073709551616</integer>",
+                            "<integer>-9223372036854775809</integer>",
+                            "<real></real>",
+                            "<real>abc</real>",
+                            "<real>1,5</real>",
+                            "<real>1.5x</real>",
+                            "<real>1e400</real>",
+                            "<real>+-1</real>",
+                            "<date/>",
+                            "<date>junk</date>",
+                            "<date>2026-03-14</date>",
+                            "<date>2026-02-30T00:00:00Z</date>",
+                            "<date>2026-03-14T25:00:00Z</date>",
+                            "<date>2026-03-14T05:55:07Zx</date>",
+                            "<date>0000-03-14T05:55:07Z</date>",
+                            "<date>12026-03-14T05:55:07Z</date>",
+                            "<date>9999-12-31T23:59:59-01:00</date>",
+                            "<data>A</data>",
+                            "<data>AA!E</data>",
+                            "<data>AA==AAEC</data>",
+                            "<data>AA-_</data>",
+                            "<true>x</true>",
+                            "<true/><true/>",
+                            "<true/>x",
+                            "x<true/>",
+                            "<key>k</key>",
+                            "<array><key>k</key></array>",
+                            "<array>x</array>",
+                            "<dict><true/></dict>",
+                            "<dict><key>k</key></dict>",
+                            "<dict><key>k</key><key>l</key></dict>",
+                            "<dict><key>k</key>x<true/></dict>",
+                            "<string>a<?x?>b</string>"})
+        EXPECT_NE(refusal("<plist>" + QByteArray(xml) + "</plist>"), "") << xml;
+    EXPECT_NE(refusal("<plist><true/></plist>x"), "");
+}
+
+TEST(PropertyList, KeepsTheShapeOfItsText)
+{
+    const QVariantMap value{{"<&>\"'", QVariantList{QVariantList{}, QVariantMap{}, ""}},
+                            {"Bytes", QByteArray(60, 'y')},
+                            {"Nothing", QByteArray()},
+                            {"Reals", QVariantList{0.0, -0.0, 0.1, 1e21, 1e15}},
+                            {"Yes", true}};
+    EXPECT_EQ(PropertyList::toData(value, Format::Xml),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+              "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+              "<plist version=\"1.0\">\n"
+              "<dict>\n"
+              "\t<key>&lt;&amp;&gt;\"'</key>\n"
+              "\t<array>\n\t\t<array/>\n\t\t<dict/>\n\t\t<string></string>\n\t</array>\n"
+              "\t<key>Bytes</key>\n"
+              "\t<data>\n"
+              "\teXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5eXl5\n"
+              "\teXl5eXl5eXl5\n"
+              "\t</data>\n"
+              "\t<key>Nothing</key>\n"
+              "\t<data>\n\t</data>\n"
+              "\t<key>Reals</key>\n"
+              "\t<array>\n\t\t<real>0.0</real>\n\t\t<real>-0.0</real>\n"
+              "\t\t<real>0.10000000000000001</real>\n\t\t<real>1e+21</real>\n"
+              "\t\t<real>1000000000000000</real>\n\t</array>\n"
+              "\t<key>Yes</key>\n"
+              "\t<true/>\n"
+              "</dict>\n"
+              "</plist>\n");
+}
+
 TEST(PropertyList, MayHoldCommentsCharacterDataAndAByteOrderMark)
 {
     const QByteArray data = "\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- a > b -->\n"
@@ -316,6 +476,77 @@ TEST(PropertyList, HoldsNoReferenceOutOfItself)
     EXPECT_NE(refusal(binaryList({QByteArray("\x6f\x13\x80\x00\x00\x00\x00\x00\x00\x01", 10)})), "");
     EXPECT_NE(refusal(binaryList({QByteArray("\x5e")})), "");
     EXPECT_NE(refusal(binaryList({QByteArray("\x33\x00", 2)})), "");
+}
+
+TEST(PropertyList, CarriesMillisecondsInItsBinaryForm)
+{
+    QVariantList dates;
+    QStringList inPython;
+    for (const int year : {1800, 1969, 2000, 2026, 9999}) {
+        for (const int milliseconds : {1, 250, 499, 999}) {
+            dates += QDateTime({year, 3, 14}, {5, 55, 7, milliseconds}, Qt::UTC);
+            inPython +=
+                QString("datetime.datetime(%1, 3, 14, 5, 55, 7, %2)").arg(year).arg(1000 * milliseconds);
+        }
+    }
+    const QString list = '[' + inPython.join(", ") + ']';
+    const QByteArray theirs =
+        python(QString("sys.stdout.buffer.write(plistlib.dumps(%1, fmt=plistlib.FMT_BINARY))").arg(list));
+    EXPECT_EQ(PropertyList::fromData(theirs).value_or(QVariant()), QVariant(dates));
+    const QByteArray ours = PropertyList::toData(dates, Format::Binary);
+    EXPECT_EQ(PropertyList::fromData(ours).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(python(QString("near = datetime.timedelta(microseconds=50)\n"
+                             "read = plistlib.loads(sys.stdin.buffer.read())\n"
+                             "print(all(abs(a - b) < near for a, b in zip(read, %1, strict=True)))")
+                         .arg(list),
+                     ours),
+              "True\n");
+    // XML has whole seconds, and a fraction is cut off, never rounded into the next one.
+    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(dates[3], Format::Xml)).value_or(QVariant()),
+              QVariant(QDateTime({1800, 3, 14}, {5, 55, 7}, Qt::UTC)));
+}
+
+TEST(PropertyList, CarriesDatesAsFarAsADoubleTellsMilliseconds)
+{
+    for (const int year : {-69'000, 73'000}) {
+        const QDateTime date({year, 3, 14}, {5, 55, 7, 123}, Qt::UTC);
+        EXPECT_EQ(PropertyList::fromData(PropertyList::toData(date, Format::Binary)).value_or(QVariant()),
+                  QVariant(date));
+        EXPECT_TRUE(PropertyList::toData(date, Format::Xml).isNull());
+    }
+    // No number, both infinities, 10^300 seconds, and 3 * 10^12 of them.
+    for (const char *seconds : {"7ff8000000000000", "7ff0000000000000", "fff0000000000000",
+                                "7e37e43c8800759c", "4285d3ef79800000", "c285d3ef79800000"})
+        EXPECT_THAT(refusal(binaryList({"\x33" + QByteArray::fromHex(seconds)})), HasSubstr("out of range"));
+}
+
+TEST(PropertyList, HasIntegersOfSixtyFourBits)
+{
+    const auto sixteen = [](const char *hex) { return binaryList({"\x14" + QByteArray::fromHex(hex)}); };
+    EXPECT_EQ(PropertyList::fromData(sixteen("00000000000000007fffffffffffffff")).value_or(QVariant()),
+              QVariant(std::numeric_limits<qint64>::max()));
+    EXPECT_EQ(PropertyList::fromData(sixteen("ffffffffffffffff8000000000000000")).value_or(QVariant()),
+              QVariant(std::numeric_limits<qint64>::min()));
+    for (const char *hex : {"00000000000000010000000000000000", "ffffffffffffffff7fffffffffffffff",
+                            "80000000000000000000000000000000"})
+        EXPECT_NE(refusal(sixteen(hex)), "") << hex;
+    EXPECT_EQ(PropertyList::fromData(binaryList({"\x10\xff"})).value_or(QVariant()), QVariant(qint64(255)));
+}
+
+TEST(PropertyList, IsNoArchiveOfReferences)
+{
+    EXPECT_THAT(refusal(binaryList({"\x80\x05"})), HasSubstr("unknown kind"));
+}
+
+TEST(PropertyList, WritesEqualTextsOnce)
+{
+    const QString text(1000, 'x');
+    const QVariantMap twice{{text, QVariantList{text, text}}};
+    const QByteArray data = PropertyList::toData(twice, Format::Binary);
+    EXPECT_LT(data.size(), 1100);
+    EXPECT_EQ(PropertyList::fromData(data).value_or(QVariant()), QVariant(twice));
+    // Unless reading them would unfold to more than is read.
+    EXPECT_TRUE(PropertyList::toData(QStringList(40, QString(1 << 18, 'x')), Format::Binary).isNull());
 }
 
 TEST(PropertyList, HasTextKeysWithoutNulOnly)
