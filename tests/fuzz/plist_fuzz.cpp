@@ -4,21 +4,31 @@
 #include <cstdint>
 #include <cstdlib>
 
+using PropertyList::Format;
+
 /// Whatever bytes are read as a property list: reading ends, and what was read and can be written is read
-/// again.
+/// again as the same, in this form and in the other.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     QString error;
-    PropertyList::Format format{};
+    Format format{};
     const auto value = PropertyList::fromData(bytes, &error, &format);
     if (!value) {
         if (error.isEmpty())
             std::abort(); // every refusal says why
         return 0;
     }
-    const QByteArray written = PropertyList::toData(*value, format);
-    if (!written.isNull() && !PropertyList::fromData(written))
-        std::abort();
+    for (const Format other : {Format::Xml, Format::Binary}) {
+        const QByteArray written = PropertyList::toData(*value, other);
+        if (written.isNull())
+            continue; // a control character in XML, a number without end
+        const auto again = PropertyList::fromData(written);
+        if (!again || PropertyList::toData(*again, other) != written)
+            std::abort();
+        // XML drops the fractions of seconds.
+        if (other == Format::Binary && *again != *value)
+            std::abort();
+    }
     return 0;
 }
