@@ -105,8 +105,7 @@ private:
         return false;
     }
 
-    /// From here to the next closing bracket, with it; null when there is none. No quotation reaches beyond
-    /// it.
+    /// From here to the next closing bracket, with it; null when there is none.
     QStringView untilBracket()
     {
         const qsizetype close = m_text.indexOf(u'>', m_at);
@@ -117,9 +116,10 @@ private:
         return m_text.sliced(m_at, close + 1 - m_at);
     }
 
-    static bool hasWholeQuotes(QStringView tag)
+    /// Whether no quotation reaches beyond the tag, and no other tag begins in it.
+    static bool isWhole(QStringView tag)
     {
-        return tag.count(u'"') % 2 == 0 && tag.count(u'\'') % 2 == 0;
+        return tag.count(u'"') % 2 == 0 && tag.count(u'\'') % 2 == 0 && tag.lastIndexOf(u'<') == 0;
     }
 
     /// It names an external file, which is never opened, and declares nothing of its own.
@@ -128,7 +128,7 @@ private:
         const QStringView tag = untilBracket();
         if (tag.contains(u'[') || tag.contains(u"ENTITY"))
             refuse("It declares entities of its own.");
-        else if (!tag.startsWith(u"<!DOCTYPE") || !hasWholeQuotes(tag))
+        else if (!tag.startsWith(u"<!DOCTYPE") || !isWhole(tag))
             malformed();
         m_at += tag.size();
         return m_refusal.isEmpty();
@@ -139,7 +139,7 @@ private:
     {
         const QStringView tag = untilBracket();
         const QChar next = tag.size() > 6 ? tag[6] : QChar();
-        if ((next != '>' && !isBlank(next)) || !hasWholeQuotes(tag) || tag.endsWith(u"/>"))
+        if ((next != '>' && !isBlank(next)) || !isWhole(tag) || tag.endsWith(u"/>"))
             malformed();
         m_at += tag.size();
         return m_refusal.isEmpty();

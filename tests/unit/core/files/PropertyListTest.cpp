@@ -423,7 +423,9 @@ TEST(PropertyList, IsRefusedWhenItIsSomethingElse)
 {
     for (const char *data :
          {"", " ", "hello", "{ a = b; }", "bplist", "bplist00", "<html></html>", "<plist></plist>",
-          "<plist version=\"1.0\"/>", "<plist><true/><true/></plist><plist/>"})
+          "<plist version=\"1.0\"/>", "<plist><true/><true/></plist><plist/>", "<plist <!-- ><true/></plist>",
+          "<!DOCTYPE <plist><plist><true/></plist>", "<plistx><true/></plist>",
+          "<plist a=\"><true/></plist>"})
         EXPECT_NE(refusal(data), "") << data;
 }
 
