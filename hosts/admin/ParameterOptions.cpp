@@ -18,10 +18,9 @@ namespace
 
 QVariantMap fromFile(const QString &path)
 {
-    QString error;
-    const auto list = PropertyList::fromFile(path, &error);
+    const auto list = PropertyList::fromFile(path);
     if (!list)
-        throw AdminError(ExitStatus::Failed, QString("%1 cannot be used: %2.").arg(path, error));
+        throw AdminError(ExitStatus::Failed, QString("%1 cannot be used: %2.").arg(path, list.error().text));
     if (list->typeId() != QMetaType::QVariantMap)
         throw AdminError(ExitStatus::Failed, QString("%1 is not a dictionary.").arg(path));
     return list->toMap();

@@ -26,10 +26,9 @@ struct Root {
 Result<Root> rootOf(const QByteArray &data)
 {
     Root root;
-    QString error;
-    const auto list = PropertyList::fromData(data, &error, &root.format);
+    const auto list = PropertyList::fromData(data, &root.format);
     if (!list)
-        return Error{error};
+        return list.error();
     if (list->typeId() != QMetaType::QVariantMap)
         return Error{"its root is not a dictionary"};
     root.dictionary = list->toMap();

@@ -139,10 +139,9 @@ QByteArray OccurrenceRecord::toData() const
 
 dozely::Result<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data)
 {
-    QString error;
-    const auto list = PropertyList::fromData(data, &error);
+    const auto list = PropertyList::fromData(data);
     if (!list)
-        return dozely::Error{error};
+        return list.error();
     const QVariantMap root = list->toMap();
     if (root.value("Format").toLongLong() != formatVersion)
         return dozely::Error{"its format is not known"};

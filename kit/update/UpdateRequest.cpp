@@ -47,11 +47,11 @@ qint32 UpdateRequest::countOfEnabledSchedules()
     const auto data = file.read();
     if (data && !*data)
         return 0;
-    QString error;
-    const auto store = data ? PropertyList::fromData(**data, &error) : std::nullopt;
+    const auto store = data ? PropertyList::fromData(**data) : dozely::Result<QVariant>(data.error());
     if (!store) {
         ZDRLog("The schedules are not counted. %@",
-               data ? QString("\"%1\": %2").arg(file.path(), error) : data.error().text + '.');
+               data ? QString("\"%1\": %2").arg(file.path(), store.error().text)
+                    : store.error().text + '.');
         return 0;
     }
     const QVariant entries = store->toMap().value("Schedule Array");

@@ -11,11 +11,9 @@ using PropertyList::Format;
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QString error;
-    Format format{};
-    const auto value = PropertyList::fromData(bytes, &error, &format);
+    const auto value = PropertyList::fromData(bytes);
     if (!value) {
-        if (error.isEmpty())
+        if (value.error().text.isEmpty())
             std::abort(); // every refusal says why
         return 0;
     }

@@ -112,10 +112,11 @@ NSBundle::NSBundle(const QString &path) : d(std::make_unique<Private>())
     const QString file = contents + "/Info.plist";
     QString error;
     if (const auto content = contentOf(file, &error)) {
-        const auto list = PropertyList::fromData(*content, &error);
-        d->info = list.value_or(QVariant()).toMap();
-        if (!list)
-            NSLog("The dictionary in \"%@\" cannot be used. %@", file, error);
+        const auto list = PropertyList::fromData(*content);
+        if (list)
+            d->info = list->toMap();
+        else
+            NSLog("The dictionary in \"%@\" cannot be used. %@", file, list.error().text);
     }
 }
 

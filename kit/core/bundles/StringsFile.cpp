@@ -154,8 +154,8 @@ std::optional<QHash<QString, QString>> StringsFile::parse(const QByteArray &data
         return refuse(error, QString("It is larger than %1 bytes.").arg(PropertyList::maximumSize));
     if (data.startsWith("bplist") || data.startsWith("<?xml") || data.startsWith("<!DOCTYPE") ||
         data.startsWith("<plist")) {
-        const auto list = PropertyList::fromData(data, error);
-        return list ? tableOf(*list, error) : std::nullopt;
+        const auto list = PropertyList::fromData(data);
+        return list ? tableOf(*list, error) : refuse(error, list.error().text);
     }
     const auto encoding = QStringConverter::encodingForData(data).value_or(QStringConverter::Utf8);
     QStringDecoder decode(encoding);

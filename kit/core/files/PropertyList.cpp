@@ -8,45 +8,39 @@
 
 namespace
 {
-std::nullopt_t refuse(QString *error, const QString &sentence)
+dozely::Error refusal(const QString &sentence)
 {
-    if (error)
-        *error = "This is no property list that can be read. " + sentence;
-    return std::nullopt;
+    return {"This is no property list that can be read. " + sentence};
 }
 
 constexpr char binaryMagic[] = "bplist00";
 constexpr char byteOrderMark[] = "\xef\xbb\xbf";
 } // namespace
 
-std::optional<QVariant> PropertyList::fromData(const QByteArray &data, QString *error, Format *format)
+dozely::Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format)
 {
     if (data.size() > maximumSize)
-        return refuse(error, QString("It is larger than %1 bytes.").arg(maximumSize));
+        return refusal(QString("It is larger than %1 bytes.").arg(maximumSize));
     const bool binary = data.startsWith(binaryMagic);
     const QByteArray content = data.startsWith(byteOrderMark) ? data.mid(3).trimmed() : data.trimmed();
     if (!binary && !content.startsWith('<'))
-        return refuse(error, "It is neither XML nor binary.");
+        return refusal("It is neither XML nor binary.");
     auto value = binary ? PropertyListBinary::read(data) : PropertyListXml::read(content);
     if (!value)
-        return refuse(error, value.error().text);
+        return refusal(value.error().text);
     if (format)
         *format = binary ? Format::Binary : Format::Xml;
-    return *value;
+    return value;
 }
 
-std::optional<QVariant> PropertyList::fromFile(const QString &path, QString *error, Format *format,
-                                               bool followLinks)
+dozely::Result<QVariant> PropertyList::fromFile(const QString &path, Format *format, bool followLinks)
 {
     const auto content = readRegularFile(path, maximumSize, followLinks);
-    if (!content) {
-        if (error)
-            *error = content.error().text + '.';
-        return std::nullopt;
-    }
-    auto value = fromData(*content, error, format);
-    if (!value && error)
-        *error = QString("\"%1\": %2").arg(path, *error);
+    if (!content)
+        return dozely::Error{content.error().text + '.'};
+    auto value = fromData(*content, format);
+    if (!value)
+        return dozely::Error{QString("\"%1\": %2").arg(path, value.error().text)};
     return value;
 }
 

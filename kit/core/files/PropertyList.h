@@ -2,12 +2,11 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QVariant>
-
-#include <optional>
 
 /// Property lists, XML and binary. Values: bool, qint64 (quint64 for what is larger), double, QString,
 /// QByteArray, QDateTime (UTC), QVariantList, QVariantMap.
@@ -21,15 +20,14 @@ constexpr qint64 maximumSize = 1 << 20; // bytes
 constexpr int maximumDepth = 64;        // containers within containers
 constexpr int maximumNodes = 100'000;   // values after unfolding shared references
 
-/// Parses `data`; absent when it is no property list or breaks a limit, `error` then holds a sentence that
-/// says so.
-DOZELYKIT_EXPORT std::optional<QVariant> fromData(const QByteArray &data, QString *error = nullptr,
-                                                  Format *format = nullptr);
+/// Parses `data`, and says in `format` which form it has. The error is a sentence: what is no property list,
+/// or which limit it breaks.
+DOZELYKIT_EXPORT dozely::Result<QVariant> fromData(const QByteArray &data, Format *format = nullptr);
 
 /// Reads a regular file of at most maximumSize bytes and parses it. A file that changes while it is read is
 /// no worse than a damaged one. Never follows a final symbolic link when `followLinks` is false.
-DOZELYKIT_EXPORT std::optional<QVariant> fromFile(const QString &path, QString *error = nullptr,
-                                                  Format *format = nullptr, bool followLinks = true);
+DOZELYKIT_EXPORT dozely::Result<QVariant> fromFile(const QString &path, Format *format = nullptr,
+                                                   bool followLinks = true);
 
 /// Null when `value` holds something that a property list of this form cannot carry, or when fromData would
 /// refuse the result for its size, its depth or its number of values. XML carries whole seconds of the years

@@ -28,9 +28,10 @@ struct Preferences {
 /// Absent when the file cannot be read, or is not what it should be.
 std::optional<Preferences> read(const QString &path)
 {
+    if (path.isEmpty())
+        return {};
     Preferences preferences;
-    const auto list =
-        path.isEmpty() ? std::nullopt : PropertyList::fromFile(path, nullptr, &preferences.format);
+    const auto list = PropertyList::fromFile(path, &preferences.format);
     if (!list || list->typeId() != QMetaType::QVariantMap)
         return {};
     preferences.content = list->toMap();
@@ -42,7 +43,8 @@ bool write(const QString &path, const Preferences &preferences)
 {
     const QByteArray data = PropertyList::toData(preferences.content, preferences.format);
     // What would not be read back as it is meant must not replace the user's file.
-    if (data.isNull() || PropertyList::fromData(data) != QVariant(preferences.content))
+    const auto readBack = PropertyList::fromData(data);
+    if (!readBack || *readBack != QVariant(preferences.content))
         return false;
     // A link stays one: what it leads to is replaced.
     const QString target = QFileInfo(path).canonicalFilePath();

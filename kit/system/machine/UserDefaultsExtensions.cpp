@@ -31,8 +31,8 @@ QString systemVersion()
     const QString path = RootFolder::join("/System/Library/CoreServices/SystemVersion.plist");
     if (!QFileInfo::exists(path))
         return Platform::current().machineIdentity->systemVersion();
-    const QVariant list = PropertyList::fromFile(path).value_or(QVariant());
-    const QVariant version = list.toMap().value("ProductVersion");
+    const auto list = PropertyList::fromFile(path);
+    const QVariant version = list ? list->toMap().value("ProductVersion") : QVariant();
     return version.typeId() == QMetaType::QString ? version.toString() : QString();
 }
 
@@ -56,8 +56,8 @@ QString rendezvousName()
 QStringList userPreferedLanguages()
 {
     const QString path = pathInHomeFolder("/Library/Preferences/.GlobalPreferences.plist");
-    const QVariant list = PropertyList::fromFile(path).value_or(QVariant());
-    const QVariant languages = list.toMap().value("AppleLanguages");
+    const auto list = PropertyList::fromFile(path);
+    const QVariant languages = list ? list->toMap().value("AppleLanguages") : QVariant();
     // An entry that is no text is no language code.
     QStringList codes;
     for (const QVariant &language : languages.toList()) {

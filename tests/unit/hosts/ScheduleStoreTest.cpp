@@ -167,7 +167,7 @@ TEST_F(ScheduleStoreTest, KeepsWhatItDoesNotUnderstandThroughAnEdit)
         return true;
     }));
     PropertyList::Format format{};
-    EXPECT_TRUE(PropertyList::fromData(read(storePath), nullptr, &format));
+    EXPECT_TRUE(PropertyList::fromData(read(storePath), &format));
     EXPECT_EQ(format, PropertyList::Format::Binary);
     EXPECT_EQ(storedRoot().value("Other"), "kept");
     EXPECT_EQ(storedEntries(), (QVariantList{bad, changed(later, "Is Enabled", false), entry("c")}));

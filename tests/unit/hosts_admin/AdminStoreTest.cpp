@@ -285,7 +285,7 @@ TEST_F(AdminStoreTest, BadEntriesAreToldAndUnknownKeysSurviveAChange)
     EXPECT_EQ(tool.run({"disable", "Good"}).status, 0);
     good["Is Enabled"] = false;
     store["Schedule Array"] = QVariantList{bad, good, "no entry at all"};
-    EXPECT_EQ(PropertyList::fromData(tool.store()), QVariant(store));
+    EXPECT_EQ(*PropertyList::fromData(tool.store()), QVariant(store));
 }
 
 TEST_F(AdminStoreTest, WhoMayNotChangeTheStoreIsToldSo)

@@ -42,10 +42,9 @@ std::optional<Event> eventIn(const QVariant &entry)
 
 Result<Content> parse(const QByteArray &data)
 {
-    QString error;
-    const auto list = PropertyList::fromData(data, &error);
+    const auto list = PropertyList::fromData(data);
     if (!list)
-        return Error{error};
+        return list.error();
     QVariantMap root = list->toMap();
     const QVariant events = root.take(eventsKey);
     const QVariant version = root.take(formatKey);

@@ -99,9 +99,8 @@ TEST_P(PropertyListExchange, LosesNothing)
                                .arg(theirs == Format::Xml ? "XML" : "BINARY"));
     QByteArrayList answers;
     for (const QByteArray &list : separated(written)) {
-        QString error;
-        const auto value = PropertyList::fromData(list, &error);
-        ASSERT_TRUE(value) << qPrintable(error) << list.toPercentEncoding().constData();
+        const auto value = PropertyList::fromData(list);
+        ASSERT_TRUE(value) << qPrintable(value.error().text) << list.toPercentEncoding().constData();
         answers += PropertyList::toData(*value, ours);
     }
     EXPECT_EQ(answers.size(), 300);

@@ -15,6 +15,7 @@
 namespace
 {
 using PropertyList::Format;
+using testing::AllOf;
 using testing::HasSubstr;
 
 class PropertyListInEachFormat : public testing::TestWithParam<Format>
@@ -65,8 +66,22 @@ QByteArray nested(int levels)
 /// The refusal of `data`, empty when it is read.
 std::string refusal(const QByteArray &data)
 {
-    QString error;
-    return PropertyList::fromData(data, &error) ? std::string() : error.toStdString();
+    const auto value = PropertyList::fromData(data);
+    return value ? std::string() : value.error().text.toStdString();
+}
+
+/// The refusal of the file, empty when it is read.
+std::string refusalOf(const QString &path, bool followLinks = true)
+{
+    const auto value = PropertyList::fromFile(path, nullptr, followLinks);
+    return value ? std::string() : value.error().text.toStdString();
+}
+
+/// The value in `data`; invalid when it is refused.
+QVariant valueIn(const QByteArray &data)
+{
+    const auto value = PropertyList::fromData(data);
+    return value ? *value : QVariant();
 }
 
 /// A binary list of these objects; references and offsets take two bytes.
@@ -103,10 +118,9 @@ TEST_P(PropertyListInEachFormat, ReadsWhatAnotherProgramWrote)
 {
     const QByteArray data = written(everyKindInPython);
     ASSERT_FALSE(data.isEmpty());
-    QString error;
     Format format{};
-    const auto value = PropertyList::fromData(data, &error, &format);
-    ASSERT_TRUE(value) << qPrintable(error);
+    const auto value = PropertyList::fromData(data, &format);
+    ASSERT_TRUE(value) << qPrintable(value.error().text);
     EXPECT_EQ(*value, everyKind());
     EXPECT_EQ(format, GetParam());
 }
@@ -124,8 +138,7 @@ TEST_P(PropertyListInEachFormat, WritesWhatAnotherProgramReads)
 
 TEST_P(PropertyListInEachFormat, ReadsBackWhatItWrote)
 {
-    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(everyKind(), GetParam())).value_or(QVariant()),
-              everyKind());
+    EXPECT_EQ(valueIn(PropertyList::toData(everyKind(), GetParam())), everyKind());
 }
 
 TEST_P(PropertyListInEachFormat, KeepsTheEndsOfTheIntegerRange)
@@ -133,10 +146,9 @@ TEST_P(PropertyListInEachFormat, KeepsTheEndsOfTheIntegerRange)
     const QVariantList ends{std::numeric_limits<qint64>::min(), qint64(-1),
                             std::numeric_limits<qint64>::max(), quint64(1) << 63,
                             std::numeric_limits<quint64>::max()};
-    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(ends, GetParam())).value_or(QVariant()),
-              QVariant(ends));
+    EXPECT_EQ(valueIn(PropertyList::toData(ends, GetParam())), QVariant(ends));
     constexpr char inPython[] = "[-2**63, -1, 2**63 - 1, 2**63, 2**64 - 1]";
-    EXPECT_EQ(PropertyList::fromData(written(inPython)).value_or(QVariant()), QVariant(ends));
+    EXPECT_EQ(valueIn(written(inPython)), QVariant(ends));
     EXPECT_EQ(python(QString("print(plistlib.loads(sys.stdin.buffer.read()) == %1)").arg(inPython),
                      PropertyList::toData(ends, GetParam())),
               "True\n");
@@ -160,9 +172,9 @@ TEST_P(PropertyListInEachFormat, CarriesDatesOfEveryCentury)
         inPython += QString("datetime.datetime(%1, 12, 31, 23, 59, 58)").arg(year);
     }
     const QString list = '[' + inPython.join(", ") + ']';
-    EXPECT_EQ(PropertyList::fromData(written(list)).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(valueIn(written(list)), QVariant(dates));
     const QByteArray ours = PropertyList::toData(dates, GetParam());
-    EXPECT_EQ(PropertyList::fromData(ours).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(valueIn(ours), QVariant(dates));
     EXPECT_EQ(python(QString("print(plistlib.loads(sys.stdin.buffer.read()) == %1)").arg(list), ours),
               "True\n");
 }
@@ -195,7 +207,7 @@ TEST_P(PropertyListInEachFormat, WritesSixtyFourLevelsAndRefusesSixtyFive)
     QVariant value = QVariantList{};
     for (int level = 1; level < 64; ++level)
         value = QVariantList{value};
-    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(value, GetParam())).value_or(QVariant()), value);
+    EXPECT_EQ(valueIn(PropertyList::toData(value, GetParam())), value);
     EXPECT_TRUE(PropertyList::toData(QVariantList{value}, GetParam()).isNull());
 }
 
@@ -272,10 +284,8 @@ TEST(PropertyList, DeclaresNoEntities)
 
 TEST(PropertyList, KnowsTheFiveEntitiesAndNumbersOfCharacters)
 {
-    EXPECT_EQ(
-        PropertyList::fromData("<plist><string>&lt;&gt;&amp;&quot;&apos;&#65;&#x1F319;&#13;</string></plist>")
-            .value_or(QVariant()),
-        QVariant("<>&\"'A\U0001F319\r"));
+    EXPECT_EQ(valueIn("<plist><string>&lt;&gt;&amp;&quot;&apos;&#65;&#x1F319;&#13;</string></plist>"),
+              QVariant("<>&\"'A\U0001F319\r"));
     for (const char *reference : {"&", "&;", "&#;", "&#x;", "&lt", "&nbsp;", "&LT;", "&#0;", "&#1;",
                                   "&#xD800;", "&#xFFFF;", "&#x110000;", "&#-65;", "&#+65;", "&#x-41;",
                                   "&# 65;", "&#xx41;", "&#4294967361;", "&#000000000000065;"})
@@ -284,9 +294,7 @@ TEST(PropertyList, KnowsTheFiveEntitiesAndNumbersOfCharacters)
 
 TEST(PropertyList, EndsLinesInOneWay)
 {
-    EXPECT_EQ(
-        PropertyList::fromData("<plist>\r\n<string>a\r\nb\rc\nd</string>\r</plist>").value_or(QVariant()),
-        QVariant("a\nb\nc\nd"));
+    EXPECT_EQ(valueIn("<plist>\r\n<string>a\r\nb\rc\nd</string>\r</plist>"), QVariant("a\nb\nc\nd"));
 }
 
 TEST(PropertyList, HoldsCharactersOnly)
@@ -296,8 +304,8 @@ TEST(PropertyList, HoldsCharactersOnly)
     for (const QByteArray &text : {QByteArray("\x52\xc3\x28"), QByteArray("\x51\xe4"),
                                    QByteArray("\x61\xd8\x3c"), QByteArray("\x62\xdf\x19\xd8\x3c")})
         EXPECT_NE(refusal(binaryList({text})), "") << text.toHex().constData();
-    EXPECT_EQ(PropertyList::fromData(binaryList({"\x52\xc3\xa4"})).value_or(QVariant()), QVariant("\u00e4"));
-    EXPECT_EQ(PropertyList::fromData(binaryList({QByteArray("\x60")})).value_or(QVariant()), QVariant(""));
+    EXPECT_EQ(valueIn(binaryList({"\x52\xc3\xa4"})), QVariant("\u00e4"));
+    EXPECT_EQ(valueIn(binaryList({QByteArray("\x60")})), QVariant(""));
 }
 
 TEST(PropertyList, ReadsNumbersInTheFormsThatXmlHas)
@@ -324,8 +332,7 @@ TEST(PropertyList, ReadsNumbersInTheFormsThatXmlHas)
         {"<dict><key/><string>a</string></dict>", QVariantMap{{"", "a"}}},
     };
     for (auto entry = values.begin(); entry != values.end(); ++entry)
-        EXPECT_EQ(PropertyList::fromData("<plist>" + entry.key().toUtf8() + "</plist>").value_or(QVariant()),
-                  entry.value())
+        EXPECT_EQ(valueIn("<plist>" + entry.key().toUtf8() + "</plist>"), entry.value())
             << qPrintable(entry.key());
 }
 
@@ -413,10 +420,7 @@ TEST(PropertyList, MayHoldCommentsCharacterDataAndAByteOrderMark)
     const QByteArray data = "\xef\xbb\xbf<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- a > b -->\n"
                             "<plist version=\"1.0\"><dict><!-- <array> --><key>k</key>"
                             "<string><![CDATA[<b> & c]]></string></dict></plist>\n<!-- end -->\n";
-    QString error;
-    EXPECT_EQ(PropertyList::fromData(data, &error).value_or(QVariant()),
-              QVariant(QVariantMap{{"k", "<b> & c"}}))
-        << qPrintable(error);
+    EXPECT_EQ(valueIn(data), QVariant(QVariantMap{{"k", "<b> & c"}})) << refusal(data);
 }
 
 TEST(PropertyList, IsRefusedWhenItIsSomethingElse)
@@ -494,9 +498,9 @@ TEST(PropertyList, CarriesMillisecondsInItsBinaryForm)
     const QString list = '[' + inPython.join(", ") + ']';
     const QByteArray theirs =
         python(QString("sys.stdout.buffer.write(plistlib.dumps(%1, fmt=plistlib.FMT_BINARY))").arg(list));
-    EXPECT_EQ(PropertyList::fromData(theirs).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(valueIn(theirs), QVariant(dates));
     const QByteArray ours = PropertyList::toData(dates, Format::Binary);
-    EXPECT_EQ(PropertyList::fromData(ours).value_or(QVariant()), QVariant(dates));
+    EXPECT_EQ(valueIn(ours), QVariant(dates));
     EXPECT_EQ(python(QString("near = datetime.timedelta(microseconds=50)\n"
                              "read = plistlib.loads(sys.stdin.buffer.read())\n"
                              "print(all(abs(a - b) < near for a, b in zip(read, %1, strict=True)))")
@@ -504,7 +508,7 @@ TEST(PropertyList, CarriesMillisecondsInItsBinaryForm)
                      ours),
               "True\n");
     // XML has whole seconds, and a fraction is cut off, never rounded into the next one.
-    EXPECT_EQ(PropertyList::fromData(PropertyList::toData(dates[3], Format::Xml)).value_or(QVariant()),
+    EXPECT_EQ(valueIn(PropertyList::toData(dates[3], Format::Xml)),
               QVariant(QDateTime({1800, 3, 14}, {5, 55, 7}, Qt::UTC)));
 }
 
@@ -512,8 +516,7 @@ TEST(PropertyList, CarriesDatesAsFarAsADoubleTellsMilliseconds)
 {
     for (const int year : {-69'000, 73'000}) {
         const QDateTime date({year, 3, 14}, {5, 55, 7, 123}, Qt::UTC);
-        EXPECT_EQ(PropertyList::fromData(PropertyList::toData(date, Format::Binary)).value_or(QVariant()),
-                  QVariant(date));
+        EXPECT_EQ(valueIn(PropertyList::toData(date, Format::Binary)), QVariant(date));
         EXPECT_TRUE(PropertyList::toData(date, Format::Xml).isNull());
     }
     // No number, both infinities, 10^300 seconds, and 3 * 10^12 of them.
@@ -525,14 +528,14 @@ TEST(PropertyList, CarriesDatesAsFarAsADoubleTellsMilliseconds)
 TEST(PropertyList, HasIntegersOfSixtyFourBits)
 {
     const auto sixteen = [](const char *hex) { return binaryList({"\x14" + QByteArray::fromHex(hex)}); };
-    EXPECT_EQ(PropertyList::fromData(sixteen("00000000000000007fffffffffffffff")).value_or(QVariant()),
+    EXPECT_EQ(valueIn(sixteen("00000000000000007fffffffffffffff")),
               QVariant(std::numeric_limits<qint64>::max()));
-    EXPECT_EQ(PropertyList::fromData(sixteen("ffffffffffffffff8000000000000000")).value_or(QVariant()),
+    EXPECT_EQ(valueIn(sixteen("ffffffffffffffff8000000000000000")),
               QVariant(std::numeric_limits<qint64>::min()));
     for (const char *hex : {"00000000000000010000000000000000", "ffffffffffffffff7fffffffffffffff",
                             "80000000000000000000000000000000"})
         EXPECT_NE(refusal(sixteen(hex)), "") << hex;
-    EXPECT_EQ(PropertyList::fromData(binaryList({"\x10\xff"})).value_or(QVariant()), QVariant(qint64(255)));
+    EXPECT_EQ(valueIn(binaryList({"\x10\xff"})), QVariant(qint64(255)));
 }
 
 TEST(PropertyList, IsNoArchiveOfReferences)
@@ -546,7 +549,7 @@ TEST(PropertyList, WritesEqualTextsOnce)
     const QVariantMap twice{{text, QVariantList{text, text}}};
     const QByteArray data = PropertyList::toData(twice, Format::Binary);
     EXPECT_LT(data.size(), 1100);
-    EXPECT_EQ(PropertyList::fromData(data).value_or(QVariant()), QVariant(twice));
+    EXPECT_EQ(valueIn(data), QVariant(twice));
     // Unless reading them would unfold to more than is read.
     EXPECT_TRUE(PropertyList::toData(QStringList(40, QString(1 << 18, 'x')), Format::Binary).isNull());
 }
@@ -578,24 +581,20 @@ TEST(PropertyListFile, IsReadWithASentenceForWhatIsWrong)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("list.plist");
-    QString error;
-    EXPECT_FALSE(PropertyList::fromFile(path, &error));
-    EXPECT_TRUE(error.contains(path) && error.contains("No such file")) << qPrintable(error);
+    EXPECT_THAT(refusalOf(path), AllOf(HasSubstr(path.toStdString()), HasSubstr("No such file")));
 
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(PropertyList::toData(everyKind(), Format::Xml));
     file.close();
     Format format{};
-    EXPECT_EQ(PropertyList::fromFile(path, &error, &format).value_or(QVariant()), everyKind());
+    EXPECT_EQ(*PropertyList::fromFile(path, &format), everyKind());
     EXPECT_EQ(format, Format::Xml);
 
     ASSERT_TRUE(file.resize(20));
-    EXPECT_FALSE(PropertyList::fromFile(path, &error));
-    EXPECT_TRUE(error.contains(path)) << qPrintable(error);
+    EXPECT_THAT(refusalOf(path), HasSubstr(path.toStdString()));
     ASSERT_TRUE(file.resize((1 << 20) + 1));
-    EXPECT_FALSE(PropertyList::fromFile(path, &error));
-    EXPECT_TRUE(error.contains("larger than 1048576 bytes")) << qPrintable(error);
+    EXPECT_THAT(refusalOf(path), HasSubstr("larger than 1048576 bytes"));
 }
 
 TEST(PropertyListFile, IsFollowedThroughALinkOnlyWhenAllowed)
@@ -608,10 +607,8 @@ TEST(PropertyListFile, IsFollowedThroughALinkOnlyWhenAllowed)
     const QString link = folder.filePath("link.plist");
     ASSERT_TRUE(QFile::link(file.fileName(), link));
     EXPECT_TRUE(PropertyList::fromFile(link));
-    QString error;
-    EXPECT_FALSE(PropertyList::fromFile(link, &error, nullptr, false));
-    EXPECT_TRUE(error.contains("symbolic link")) << qPrintable(error);
-    EXPECT_TRUE(PropertyList::fromFile(file.fileName(), nullptr, nullptr, false));
+    EXPECT_THAT(refusalOf(link, false), HasSubstr("symbolic link"));
+    EXPECT_TRUE(PropertyList::fromFile(file.fileName(), nullptr, false));
 }
 
 TEST(PropertyListFile, IsNeitherAFolderNorAPipeThatNobodyWrites)
@@ -619,9 +616,6 @@ TEST(PropertyListFile, IsNeitherAFolderNorAPipeThatNobodyWrites)
     const QTemporaryDir folder;
     const QString pipe = folder.filePath("pipe");
     ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
-    QString error;
-    EXPECT_FALSE(PropertyList::fromFile(pipe, &error)); // and does not wait for a writer
-    EXPECT_TRUE(error.contains("not a regular file")) << qPrintable(error);
-    EXPECT_FALSE(PropertyList::fromFile(folder.path(), &error));
-    EXPECT_TRUE(error.contains("not a regular file")) << qPrintable(error);
+    EXPECT_THAT(refusalOf(pipe), HasSubstr("not a regular file")); // and does not wait for a writer
+    EXPECT_THAT(refusalOf(folder.path()), HasSubstr("not a regular file"));
 }
