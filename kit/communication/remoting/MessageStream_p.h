@@ -14,7 +14,7 @@ class NSSocketPort;
 /// what; the stream knows how that travels (docs/wire-protocol.md).
 ///
 /// THREADING: one thread. A stream is alive while somebody holds it and it was not closed.
-class MessageStream
+class DOZELYKIT_AUTOTEST_EXPORT MessageStream
 {
 public:
     struct Request {
@@ -82,7 +82,7 @@ public:
 };
 
 /// Accepts streams on a server port for as long as it lives, within the limits of docs/wire-protocol.md.
-class StreamListener
+class DOZELYKIT_AUTOTEST_EXPORT StreamListener
 {
 public:
     using Accept = std::function<void(std::shared_ptr<MessageStream>)>;

@@ -57,8 +57,7 @@ Message newCall(sd_bus *bus, const MessageStream::Request &request)
         error < 0)
         raise(NSInvalidArgumentException, errorText(error));
     Message message(raw);
-    for (const QVariant &argument : request.arguments)
-        WireValue::append(message.get(), argument);
+    WireValue::appendAll(message.get(), request.arguments);
     return message;
 }
 
@@ -270,8 +269,7 @@ void SdBusStream::reply(sd_bus_message *message, const Reply &reply)
         return;
     const Message answer(raw);
     try {
-        for (const QVariant &result : reply.results)
-            WireValue::append(answer.get(), result);
+        WireValue::appendAll(answer.get(), reply.results);
         sd_bus_send(m_bus, answer.get(), nullptr);
     } catch (const NSException &exception) {
         sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",

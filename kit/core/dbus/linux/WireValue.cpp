@@ -384,9 +384,10 @@ private:
 };
 } // namespace
 
-void WireValue::append(sd_bus_message *message, const QVariant &value)
+namespace
 {
-    Writer writer(message);
+void append(Writer &writer, const QVariant &value)
+{
     if (value.userType() == qMetaTypeId<NSNotification>()) {
         const auto notification = value.value<NSNotification>();
         // The everyday form is three plain arguments, so that any D-Bus client can post one by hand.
@@ -404,6 +405,14 @@ void WireValue::append(sd_bus_message *message, const QVariant &value)
         writer.bare(value);
     else
         writer.bytes(toBlob(value));
+}
+} // namespace
+
+void WireValue::appendAll(sd_bus_message *message, const QVariantList &values)
+{
+    Writer writer(message); // one for all: the limit is that of the message
+    for (const QVariant &value : values)
+        append(writer, value);
 }
 
 WireValue::Read WireValue::readAll(sd_bus_message *message, QVariantList *values)

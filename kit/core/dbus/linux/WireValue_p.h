@@ -21,9 +21,9 @@ constexpr int maximumDepth = 64;
 /// Whether D-Bus can carry the text as it is: it has no NUL, no noncharacter and no half of a surrogate pair.
 bool isPlainText(const QString &text);
 
-/// Appends an argument or a result: a property-list value, an NSNotification or an ObjectPath. Raises
-/// NSException for anything else, and for what breaks a limit.
-void append(sd_bus_message *message, const QVariant &value);
+/// Appends all arguments or results of a message: property-list values, NSNotifications or ObjectPaths.
+/// Raises NSException for anything else, and for what breaks a limit; the message is of no use then.
+void appendAll(sd_bus_message *message, const QVariantList &values);
 
 enum class Read { Whole, NotOurs, TooLarge };
 

@@ -9,6 +9,7 @@
 #include "support/PrintTo.h"
 #include "support/TestPort.h"
 
+#include <QDateTime>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -47,6 +48,24 @@ public:
         last = notification;
         return true;
     }
+    NS_REMOTE Q_INVOKABLE qlonglong sizeOfBoth(const QString &first, const QString &second)
+    {
+        ++calls;
+        return first.size() + second.size();
+    }
+    NS_REMOTE Q_INVOKABLE QByteArray bytes(int size) { return QByteArray(size, 'x'); }
+    NS_REMOTE Q_INVOKABLE int integer() { return -7; }
+    NS_REMOTE Q_INVOKABLE uint cardinal() { return 4'000'000'000U; }
+    NS_REMOTE Q_INVOKABLE qlonglong largeInteger() { return -9'000'000'000LL; }
+    NS_REMOTE Q_INVOKABLE qulonglong largeCardinal() { return 18'000'000'000'000'000'000ULL; }
+    NS_REMOTE Q_INVOKABLE double fraction() { return 0.25; }
+    NS_REMOTE Q_INVOKABLE QString text() { return QStringLiteral("Grüße"); }
+    NS_REMOTE Q_INVOKABLE QString textWithNul() { return QString::fromUtf16(u"a\0b", 3); }
+    NS_REMOTE Q_INVOKABLE QDateTime date() { return QDateTime({2026, 3, 14}, {6, 55}, Qt::UTC); }
+    NS_REMOTE Q_INVOKABLE QVariantList list() { return {1, "zwei", QVariantList{3U}}; }
+    NS_REMOTE Q_INVOKABLE QVariantMap dictionary() { return {{"eins", 1}, {"zwei", 0.5}}; }
+    NS_REMOTE Q_INVOKABLE QVariant anything() { return 0.75; }
+    NS_REMOTE Q_INVOKABLE void nothing() {}
     Q_INVOKABLE void hidden() { ++hiddenCalls; }
     Q_INVOKABLE bool connectionShouldMakeNewConnection(NSConnection *, NSConnection *)
     {

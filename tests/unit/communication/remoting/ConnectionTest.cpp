@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ConnectionFixture.h"
 
+#include "DozelyKit/communication/remoting/MessageStream_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "support/WaitUntil.h"
@@ -148,6 +149,55 @@ TEST_F(ConnectionTest, AMessageOfMoreThanFourMebibytesIsRefusedBeforeItIsSent)
     EXPECT_THROW(post(NSNotification("Name", "sender", {{"data", QByteArray((4 << 20) + 1, 'x')}})),
                  NSException);
     EXPECT_EQ(root->notifications, 1);
+}
+
+TEST_F(ConnectionTest, TheLimitOfAMessageIsThatOfAllItsArguments)
+{
+    const auto proxy = client()->rootProxy();
+    const QString half(3 << 20, 'x');
+    EXPECT_EQ(nameRaisedBy([&] { proxy->invoke("sizeOfBoth", {half, half}); }), NSInvalidArgumentException);
+    EXPECT_EQ(root->calls, 0);
+    EXPECT_EQ(proxy->invoke("sizeOfBoth", {half, "y"}), (3 << 20) + 1) << "the stream is still good";
+}
+
+TEST_F(ConnectionTest, TheLimitOfAMessageCountsBlocksToo)
+{
+    const auto proxy = client()->rootProxy();
+    const QString half = QString(3 << 20, 'x') + QChar(0);
+    EXPECT_EQ(nameRaisedBy([&] { proxy->invoke("sizeOfBoth", {half, half}); }), NSInvalidArgumentException);
+    EXPECT_EQ(root->calls, 0);
+    EXPECT_EQ(proxy->invoke("sizeOfBoth", {half, QString(QChar(0))}), (3 << 20) + 2);
+}
+
+TEST_F(ConnectionTest, AReplyBeyondTheLimitIsAnErrorAndTheStreamStaysGood)
+{
+    const auto proxy = client()->rootProxy();
+    EXPECT_EQ(proxy->invoke("bytes", {3 << 20}).toByteArray().size(), 3 << 20);
+    EXPECT_EQ(nameRaisedBy([&] { proxy->invoke("bytes", {(4 << 20) + 1}); }), NSInvalidArgumentException);
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
+}
+
+TEST_F(ConnectionTest, TheLimitOfAReplyIsThatOfAllItsResults)
+{
+    struct Answering : MessageStream::Handler {
+        MessageStream::Reply serve(const MessageStream::Request &request) override
+        {
+            return {{}, {}, request.member == "both" ? QVariantList{half, half} : QVariantList{half, "y"}};
+        }
+        void streamClosed() override {}
+        QByteArray half = QByteArray(3 << 20, 'x');
+    } answering;
+    const auto port = TestPort::server(folder.filePath("answering"));
+    std::shared_ptr<MessageStream> accepted;
+    const auto listener = StreamListener::listen(*port, [&](const auto &stream) {
+        accepted = stream;
+        stream->setHandler(&answering);
+    });
+    const auto stream = MessageStream::open(*TestPort::client(folder.filePath("answering")), 5s);
+    const MessageStream::Reply refused = stream->callWithin({"/", "com.dozely.Test", "both", {}}, 5s);
+    EXPECT_EQ(refused.errorName, "org.freedesktop.DBus.Error.Failed");
+    const MessageStream::Reply reply = stream->callWithin({"/", "com.dozely.Test", "one", {}}, 5s);
+    EXPECT_EQ(reply.results, (QVariantList{answering.half, "y"})) << "the stream is still good";
 }
 
 TEST_F(ConnectionTest, AValueThatCannotTravelIsRefused)
