@@ -215,8 +215,8 @@ private:
         if (list.size() != 3 || list[0].typeId() != QMetaType::LongLong ||
             list[1].typeId() != QMetaType::LongLong || list[2].typeId() != QMetaType::QString)
             return false;
-        *result = WireBlob::dateFromParts({list[0].toLongLong(), static_cast<int32_t>(list[1].toLongLong()),
-                                           list[2].toString().toLatin1()});
+        *result = WireBlob::dateFromParts(
+            {list[0].toLongLong(), list[1].toLongLong(), list[2].toString().toLatin1()});
         return result->toDateTime().isValid();
     }
 
@@ -245,10 +245,11 @@ QDateTime WireBlob::dateFromParts(const Date &parts)
         if (const QTimeZone zone(parts.zone); zone.isValid())
             return QDateTime::fromMSecsSinceEpoch(parts.milliseconds, zone);
     }
-    constexpr int32_t largestOffset = 18 * 3600; // more is no place on earth
+    constexpr int64_t largestOffset = 18 * 3600; // more is no place on earth
     if (parts.offset < -largestOffset || parts.offset > largestOffset)
         return {};
-    return QDateTime::fromMSecsSinceEpoch(parts.milliseconds, Qt::OffsetFromUTC, parts.offset);
+    return QDateTime::fromMSecsSinceEpoch(parts.milliseconds, Qt::OffsetFromUTC,
+                                          static_cast<int>(parts.offset));
 }
 
 QByteArray WireValue::toBlob(const QVariant &value)

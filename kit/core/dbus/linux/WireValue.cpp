@@ -126,7 +126,8 @@ public:
             refuse(QStringLiteral("a date that is not valid"));
         const WireBlob::Date parts = WireBlob::dateParts(value);
         spend(parts.zone.size() + 32);
-        check(sd_bus_message_append(m, "(xis)", parts.milliseconds, parts.offset, parts.zone.constData()));
+        check(sd_bus_message_append(m, "(xis)", parts.milliseconds, static_cast<int32_t>(parts.offset),
+                                    parts.zone.constData()));
     }
 
     /// The value itself, without a variant around it.
@@ -371,9 +372,11 @@ private:
     bool date(QVariant *result)
     {
         WireBlob::Date parts;
+        int32_t offset = 0;
         const char *zone = nullptr;
-        if (sd_bus_message_read(m, "(xis)", &parts.milliseconds, &parts.offset, &zone) <= 0)
+        if (sd_bus_message_read(m, "(xis)", &parts.milliseconds, &offset, &zone) <= 0)
             return false;
+        parts.offset = offset;
         parts.zone = zone;
         *result = WireBlob::dateFromParts(parts);
         return result->toDateTime().isValid();

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QTimeZone>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -112,4 +113,23 @@ TEST(WireBlock, FallsBackToTheOffsetForAZoneThatIsNotKnown)
     ASSERT_TRUE(WireValue::fromBlob(block, &value));
     EXPECT_EQ(value.toDateTime().offsetFromUtc(), 3600);
     EXPECT_EQ(value.toDateTime(), QDateTime({2026, 3, 14}, {5, 55}, Qt::UTC));
+}
+
+TEST(WireBlock, RefusesAnOffsetThatIsNoneHoweverLarge)
+{
+    // Tag, list of three, 0 ms, an offset in eight bytes, the name of no zone.
+    const QByteArray before("\xda\x44\x6f\x7a\x00\x83\x00", 7);
+    const auto block = [&](const char *head, qint64 offset) {
+        const qint64 bytes = qToBigEndian(offset);
+        return before + head + QByteArray(reinterpret_cast<const char *>(&bytes), sizeof bytes) + "\x60";
+    };
+    constexpr qint64 twoTo32 = 1LL << 32;
+    QVariant value;
+    ASSERT_TRUE(WireValue::fromBlob(block("\x1b", 3600), &value));
+    EXPECT_EQ(value.toDateTime().offsetFromUtc(), 3600);
+    ASSERT_TRUE(WireValue::fromBlob(block("\x3b", 3600 - 1), &value)); // n stands for -1 - n
+    EXPECT_EQ(value.toDateTime().offsetFromUtc(), -3600);
+    EXPECT_FALSE(WireValue::fromBlob(block("\x1b", twoTo32 + 3600), &value));
+    EXPECT_FALSE(WireValue::fromBlob(block("\x3b", twoTo32 + 3600 - 1), &value));
+    EXPECT_FALSE(WireValue::fromBlob(block("\x1b", 18 * 3600 + 1), &value));
 }
