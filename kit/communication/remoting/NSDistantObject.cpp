@@ -4,6 +4,7 @@
 #include "DozelyKit/communication/remoting/NSConnection_p.h"
 #include "DozelyKit/communication/remoting/RemoteCall_p.h"
 #include "DozelyKit/core/dbus/ObjectPath_p.h"
+#include "DozelyKit/core/dbus/WireBlobs_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
 struct NSDistantObject::Private {
@@ -19,19 +20,21 @@ bool matches(const QVariant &result, const QByteArray &signature)
 {
     if (signature.isEmpty())
         return !result.isValid();
-    if (signature == "b")
-        return result.typeId() == QMetaType::Bool;
+    if (signature == "v")
+        return result.isValid();
     if (signature == "o")
         return result.canConvert<ObjectPath>();
-    if (signature == "s")
-        return result.typeId() == QMetaType::QString;
-    if (signature == "ay")
-        return result.typeId() == QMetaType::QByteArray;
-    if (signature == "i")
-        return result.typeId() == QMetaType::Int;
-    if (signature == "a{sv}")
-        return result.typeId() == QMetaType::QVariantMap;
-    return false;
+    return signature == RemoteCall::wireTypes(result.metaType());
+}
+
+// A block of bytes where another type is declared is the one-block form of that type.
+QVariant fromBlock(const QVariant &result, const QByteArray &signature)
+{
+    QVariant value;
+    if (result.typeId() == QMetaType::QByteArray && signature != "v" &&
+        WireBlobs::valueFrom(result.toByteArray(), &value) && matches(value, signature))
+        return value;
+    return result;
 }
 } // namespace
 
@@ -55,10 +58,15 @@ QVariant NSDistantObject::invoke(const QByteArray &selector, const QVariantList 
                               .arg(QString::fromUtf8(d->protocol->name), QString::fromUtf8(selector)));
     const auto connection = d->connection;
     QVariant result = connection->d->call(d->path, WireName::objectInterface, selector, arguments);
-    if (d->protocol && !matches(result, d->protocol->results.value(selector)))
-        throw NSException(
-            NSInvalidArgumentException,
-            QStringLiteral("%1 gave a result of another type").arg(QString::fromUtf8(selector)));
+    if (d->protocol) {
+        const QByteArray declared = d->protocol->results.value(selector);
+        if (!matches(result, declared))
+            result = fromBlock(result, declared);
+        if (!matches(result, declared))
+            throw NSException(
+                NSInvalidArgumentException,
+                QStringLiteral("%1 gave a result of another type").arg(QString::fromUtf8(selector)));
+    }
     if (!result.canConvert<ObjectPath>())
         return result;
     const QByteArray path = result.value<ObjectPath>().path;

@@ -11,7 +11,8 @@
 
 class NSConnection;
 
-/// The messages that a remote object answers: selector to the wire signature of its result ("b", "o", "").
+/// The messages that a remote object answers: selector to the wire signature of its result, one of those that
+/// docs/wire-protocol.md lists; "o" for an object, "v" for any value, "" for none.
 struct NSProtocol {
     QByteArray name;
     QHash<QByteArray, QByteArray> results;

@@ -143,46 +143,46 @@ Reply RemoteCall::invoke(QObject *object, const QByteArray &member, const QVaria
                         QStringLiteral("the object does not answer %1").arg(QString::fromUtf8(member)));
 }
 
-namespace
-{
-QString wireTypes(QMetaType type)
+QByteArray RemoteCall::wireTypes(QMetaType type)
 {
     if (isNotification(type))
-        return QStringLiteral("ssa{sv}");
+        return "ssa{sv}";
     if (isObject(type))
-        return QStringLiteral("o");
+        return "o";
     switch (type.id()) {
     case QMetaType::Bool:
-        return QStringLiteral("b");
+        return "b";
     case QMetaType::Int:
-        return QStringLiteral("i");
+        return "i";
     case QMetaType::UInt:
-        return QStringLiteral("u");
+        return "u";
     case QMetaType::LongLong:
-        return QStringLiteral("x");
+        return "x";
     case QMetaType::ULongLong:
-        return QStringLiteral("t");
+        return "t";
     case QMetaType::Double:
-        return QStringLiteral("d");
+        return "d";
     case QMetaType::QString:
-        return QStringLiteral("s");
+        return "s";
     case QMetaType::QByteArray:
-        return QStringLiteral("ay");
+        return "ay";
     case QMetaType::QDateTime:
-        return QStringLiteral("(xis)");
+        return "(xis)";
     case QMetaType::QVariantList:
-        return QStringLiteral("av");
+        return "av";
     case QMetaType::QVariantMap:
-        return QStringLiteral("a{sv}");
+        return "a{sv}";
     default:
-        return QStringLiteral("v");
+        return "v";
     }
 }
 
-QString argument(const QString &type, const QString &name, const char *direction)
+namespace
+{
+QString argument(const QByteArray &type, const QString &name, const char *direction)
 {
     return QStringLiteral("<arg type=\"%1\" name=\"%2\" direction=\"%3\"/>")
-        .arg(type, name.toHtmlEscaped(), QString::fromLatin1(direction));
+        .arg(QString::fromLatin1(type), name.toHtmlEscaped(), QString::fromLatin1(direction));
 }
 
 QString describe(const QMetaMethod &method)
@@ -195,10 +195,11 @@ QString describe(const QMetaMethod &method)
                     argument("a{sv}", "userInfo", "in");
             continue;
         }
-        text += argument(wireTypes(type), QString::fromUtf8(method.parameterNames().value(i)), "in");
+        text +=
+            argument(RemoteCall::wireTypes(type), QString::fromUtf8(method.parameterNames().value(i)), "in");
     }
     if (method.returnMetaType().id() != QMetaType::Void)
-        text += argument(wireTypes(method.returnMetaType()), "result", "out");
+        text += argument(RemoteCall::wireTypes(method.returnMetaType()), "result", "out");
     return text + "</method>";
 }
 } // namespace

@@ -16,6 +16,9 @@ QList<QMetaMethod> methodsOf(const QObject *object);
 MessageStream::Reply invoke(QObject *object, const QByteArray &member, const QVariantList &arguments,
                             const std::function<QByteArray(QObject *)> &exportObject);
 
+/// The signature in which values of that type travel; "v" for a type that holds any.
+QByteArray wireTypes(QMetaType type);
+
 /// The D-Bus introspection data of an object (null for none) with these child nodes.
 QString introspection(const QObject *object, const QByteArray &path, const QList<QByteArray> &knownPaths);
 } // namespace RemoteCall

@@ -23,6 +23,8 @@ void write(QCborStreamWriter &cbor, const QVariant &value, int depth)
     case QMetaType::UnknownType:
         cbor.append(nullptr);
         return;
+    case QMetaType::QVariant:
+        return write(cbor, value.value<QVariant>(), depth + 1);
     case QMetaType::Bool:
         cbor.append(value.toBool());
         return;

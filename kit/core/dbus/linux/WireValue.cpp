@@ -57,6 +57,8 @@ bool isPlain(const QVariant &value, int depth)
     switch (value.typeId()) {
     case QMetaType::UnknownType:
         return false;
+    case QMetaType::QVariant:
+        return isPlain(value.value<QVariant>(), depth + 1);
     case QMetaType::QString:
         return isPlainText(value.toString());
     case QMetaType::QVariantList: {
@@ -181,6 +183,8 @@ public:
             return list(value.toList());
         case QMetaType::QVariantMap:
             return dictionary(value.toMap());
+        case QMetaType::QVariant:
+            return variant(value.value<QVariant>());
         default:
             break;
         }
@@ -236,6 +240,8 @@ private:
             return "av";
         case QMetaType::QVariantMap:
             return "a{sv}";
+        case QMetaType::QVariant:
+            return "v";
         default:
             return "s"; // whatever else there is, bare() refuses
         }

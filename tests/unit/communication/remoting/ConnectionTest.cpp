@@ -90,6 +90,54 @@ TEST_F(ConnectionTest, AProtocolRefusesAResultOfAnotherType)
     EXPECT_THROW(proxy->invoke("pong"), NSException);
 }
 
+TEST_F(ConnectionTest, AProtocolTakesEachTypeOfTheWireAsItIsDeclared)
+{
+    const struct {
+        const char *selector;
+        const char *signature;
+        QVariant result;
+    } cases[] = {{"pong", "b", true},
+                 {"integer", "i", root->integer()},
+                 {"cardinal", "u", root->cardinal()},
+                 {"largeInteger", "x", root->largeInteger()},
+                 {"largeCardinal", "t", root->largeCardinal()},
+                 {"fraction", "d", root->fraction()},
+                 {"text", "s", root->text()},
+                 {"textWithNul", "s", root->textWithNul()},
+                 {"date", "(xis)", root->date()},
+                 {"list", "av", root->list()},
+                 {"dictionary", "a{sv}", root->dictionary()},
+                 {"anything", "v", root->anything()},
+                 {"text", "v", root->text()},
+                 {"nothing", "", QVariant()}};
+    const auto proxy = client()->rootProxy();
+    for (const auto &test : cases) {
+        SCOPED_TRACE(std::string(test.selector) + " as " + test.signature);
+        proxy->setProtocolForProxy({"Typed", {{test.selector, test.signature}}});
+        QVariant result;
+        EXPECT_NO_THROW(result = proxy->invoke(test.selector));
+        EXPECT_EQ(result, test.result);
+        EXPECT_EQ(result.metaType(), test.result.metaType());
+    }
+}
+
+TEST_F(ConnectionTest, AProtocolTakesNoTypeForAnother)
+{
+    const char *const selectors[] = {"integer",  "cardinal", "largeInteger", "largeCardinal",
+                                     "fraction", "text",     "textWithNul",  "date",
+                                     "list",     "pong",     "child",        "dictionary"};
+    const auto proxy = client()->rootProxy();
+    for (const char *const selector : selectors) {
+        int taken = 0;
+        for (const char *const signature :
+             {"", "b", "o", "s", "i", "u", "x", "t", "d", "(xis)", "av", "a{sv}", "aX"}) {
+            proxy->setProtocolForProxy({"Typed", {{selector, signature}}});
+            taken += nameRaisedBy([&] { proxy->invoke(selector); }) == "nothing" ? 1 : 0;
+        }
+        EXPECT_EQ(taken, 1) << selector;
+    }
+}
+
 TEST_F(ConnectionTest, ANotificationArrivesWithNameObjectAndEveryKindOfValue)
 {
     const QDateTime date({2026, 3, 14}, {6, 55}, QTimeZone("Europe/Paris"));
