@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/linux/WireValue_p.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 
 #include <cstdint>
 
@@ -7,13 +7,12 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray block(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QVariant value;
-    if (!WireValue::fromBlob(block, &value))
+    const auto value = CborBlock::decode(block);
+    if (!value)
         return 0;
-    QVariant again;
-    if (!WireValue::fromBlob(WireValue::toBlob(value), &again))
+    const auto again = CborBlock::encode(*value);
+    if (!again || !CborBlock::decode(*again))
         __builtin_trap();
-    NSNotification notification;
-    WireValue::notificationFromBlob(block, &notification);
+    (void)CborBlock::decodeNotification(block);
     return 0;
 }

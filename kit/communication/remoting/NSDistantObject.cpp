@@ -3,8 +3,8 @@
 
 #include "DozelyKit/communication/remoting/NSConnection_p.h"
 #include "DozelyKit/communication/remoting/RemoteCall_p.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "DozelyKit/core/dbus/ObjectPath_p.h"
-#include "DozelyKit/core/dbus/WireBlobs_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
 struct NSDistantObject::Private {
@@ -30,11 +30,10 @@ bool matches(const QVariant &result, const QByteArray &signature)
 // A block of bytes where another type is declared is the one-block form of that type.
 QVariant fromBlock(const QVariant &result, const QByteArray &signature)
 {
-    QVariant value;
-    if (result.typeId() == QMetaType::QByteArray && signature != "v" &&
-        WireBlobs::valueFrom(result.toByteArray(), &value) && matches(value, signature))
-        return value;
-    return result;
+    if (result.typeId() != QMetaType::QByteArray)
+        return result;
+    const auto value = CborBlock::decode(result.toByteArray());
+    return value && matches(*value, signature) ? *value : result;
 }
 } // namespace
 

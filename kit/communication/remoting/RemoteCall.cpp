@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/remoting/RemoteCall_p.h"
 
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "DozelyKit/core/dbus/ObjectPath_p.h"
-#include "DozelyKit/core/dbus/WireBlobs_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
 
@@ -36,8 +36,10 @@ bool takeParameter(QMetaType type, const QVariantList &arguments, qsizetype *nex
     if (isNotification(type)) {
         NSNotification notification;
         if (isBlock) {
-            if (!WireBlobs::notificationFrom(first.toByteArray(), &notification))
+            const auto decoded = CborBlock::decodeNotification(first.toByteArray());
+            if (!decoded)
                 return false;
+            notification = *decoded;
             *next += 1;
         } else {
             if (*next + 3 > arguments.size() || first.typeId() != QMetaType::QString ||
@@ -55,8 +57,14 @@ bool takeParameter(QMetaType type, const QVariantList &arguments, qsizetype *nex
     *parameter = first;
     if (type.id() == QMetaType::QVariant || parameter->metaType() == type)
         return true;
-    if (isBlock && (!WireBlobs::valueFrom(first.toByteArray(), parameter) || parameter->metaType() == type))
-        return parameter->metaType() == type;
+    if (isBlock) {
+        const auto decoded = CborBlock::decode(first.toByteArray());
+        if (!decoded)
+            return false;
+        *parameter = *decoded;
+        if (parameter->metaType() == type)
+            return true;
+    }
     // Numbers of other widths; never text into numbers or the like.
     const auto isNumber = [](int id) {
         return id == QMetaType::Int || id == QMetaType::UInt || id == QMetaType::LongLong ||

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "DozelyKit/communication/remoting/linux/HandshakeFilter_p.h"
-#include "DozelyKit/core/dbus/linux/WireValue_p.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 
 #include <QByteArray>
 
@@ -13,7 +13,7 @@ class DOZELYKIT_AUTOTEST_EXPORT FramePump
 {
 public:
     /// The largest message: its values, and room for its header.
-    static constexpr quint64 maximumMessage = static_cast<quint64>(WireValue::maximumSize) + (64 << 10);
+    static constexpr quint64 maximumMessage = static_cast<quint64>(CborBlock::maximumSize) + (64 << 10);
 
     /// Reads from `peer`, writes to `feed`; both stay the caller's. The handshake comes first.
     FramePump(int peer, int feed, HandshakeFilter handshake)

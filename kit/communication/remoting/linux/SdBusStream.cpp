@@ -3,7 +3,7 @@
 
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
 #include "DozelyKit/communication/remoting/linux/PeerCredentials_p.h"
-#include "DozelyKit/core/dbus/linux/WireValue_p.h"
+#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
 #include <QScopeGuard>
@@ -57,7 +57,9 @@ Message newCall(sd_bus *bus, const MessageStream::Request &request)
         error < 0)
         raise(NSInvalidArgumentException, errorText(error));
     Message message(raw);
-    WireValue::appendAll(message.get(), request.arguments);
+    if (const auto appended = BusCodec::append(message.get(), request.arguments, BusCodec::ownStream);
+        !appended)
+        raise(NSInvalidArgumentException, appended.error().text);
     return message;
 }
 
@@ -243,14 +245,15 @@ void SdBusStream::serve(sd_bus_message *message)
         reply(message, {{}, {}, {QString::fromLatin1(uniqueName)}});
         return;
     }
-    const auto read = WireValue::readAll(message, &request.arguments);
-    if (read == WireValue::Read::TooLarge)
+    auto arguments = BusCodec::read(message, BusCodec::ownStream);
+    if (!arguments && arguments.error().name == BusCodec::tooLarge)
         return drop();
-    if (read == WireValue::Read::NotOurs) {
+    if (!arguments) {
         reply(message, Reply::error(SD_BUS_ERROR_INVALID_ARGS,
                                     QStringLiteral("arguments of these types are not known")));
         return;
     }
+    request.arguments = *std::move(arguments);
     if (m_handler)
         reply(message, m_handler->serve(request));
 }
@@ -268,13 +271,11 @@ void SdBusStream::reply(sd_bus_message *message, const Reply &reply)
     if (sd_bus_message_new_method_return(message, &raw) < 0)
         return;
     const Message answer(raw);
-    try {
-        WireValue::appendAll(answer.get(), reply.results);
+    if (const auto appended = BusCodec::append(answer.get(), reply.results, BusCodec::ownStream); appended)
         sd_bus_send(m_bus, answer.get(), nullptr);
-    } catch (const NSException &exception) {
+    else
         sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",
-                                   exception.reason().toUtf8().constData());
-    }
+                                   appended.error().text.toUtf8().constData());
 }
 
 bool SdBusStream::hasHandedOver() const
@@ -353,11 +354,11 @@ MessageStream::Reply SdBusStream::exchange(const Request &request, StreamLoop::M
         raise(NSInvalidSendPortException, QStringLiteral("the connection died"));
     if (error)
         return Reply::error(error->name, QString::fromUtf8(error->message));
-    Reply result;
-    if (WireValue::readAll(answer.get(), &result.results) != WireValue::Read::Whole)
+    auto results = BusCodec::read(answer.get(), BusCodec::ownStream);
+    if (!results)
         raise(NSInvalidArgumentException,
               QStringLiteral("the reply is too large or holds types that are not known"));
-    return result;
+    return {{}, {}, *std::move(results)};
 }
 
 std::shared_ptr<MessageStream> MessageStream::open(const NSSocketPort &port, milliseconds limit)

@@ -2,8 +2,7 @@
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
 
 #include "DozelyKit/core/broadcast/NSDistributedNotificationCenter.h"
-#include "DozelyKit/core/dbus/linux/WireValue_p.h"
-#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 
 #include <QDateTime>
 
@@ -30,7 +29,7 @@ bool isPlain(const QVariant &value, int depth)
     case QMetaType::QByteArray:
         return true;
     case QMetaType::QString:
-        return WireValue::isPlainText(value.toString());
+        return CborBlock::isPlainText(value.toString());
     case QMetaType::QVariantList: {
         const QVariantList list = value.toList();
         return depth < plainDepth && std::all_of(list.begin(), list.end(), [depth](const QVariant &v) {
@@ -40,7 +39,7 @@ bool isPlain(const QVariant &value, int depth)
     case QMetaType::QVariantMap: {
         const QVariantMap map = value.toMap();
         for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
-            if (!WireValue::isPlainText(entry.key()) || !isPlain(entry.value(), depth + 1))
+            if (!CborBlock::isPlainText(entry.key()) || !isPlain(entry.value(), depth + 1))
                 return false;
         }
         return depth < plainDepth;
@@ -133,10 +132,12 @@ bool isDictionary(const QVariant &value)
 /// The notification whose object and user information are in the block.
 std::optional<NSNotification> readBlock(const QString &name, const QByteArray &block)
 {
-    QVariant parts;
-    if (block.size() > DistributedMessage::largest || !WireValue::fromBlob(block, &parts))
+    if (block.size() > DistributedMessage::largest)
         return std::nullopt;
-    const QVariantList list = parts.toList();
+    const auto parts = CborBlock::decode(block);
+    if (!parts)
+        return std::nullopt;
+    const QVariantList list = parts->toList();
     if (list.size() != 2 || (list.at(0).isValid() && !isText(list.at(0))) || !isDictionary(list.at(1)))
         return std::nullopt;
     return NSNotification(name, list.at(0), list.at(1).toMap());
@@ -163,7 +164,7 @@ std::optional<DistributedMessage> DistributedMessage::from(const NSNotification 
                                                            bool deliverImmediately, QString *reason)
 {
     const QString name = notification.name();
-    if (name.isEmpty() || !WireValue::isPlainText(name)) {
+    if (name.isEmpty() || !CborBlock::isPlainText(name)) {
         *reason = "a name must be a text without NUL and noncharacters";
         return std::nullopt;
     }
@@ -173,18 +174,12 @@ std::optional<DistributedMessage> DistributedMessage::from(const NSNotification 
         isPlain(notification.userInfo(), 0)) {
         message = {"ssa{sv}u", {name, notification.object(), notification.userInfo(), options}};
     } else {
-        try {
-            const QByteArray block =
-                WireValue::toBlob(QVariantList{notification.object(), notification.userInfo()});
-            if (block.size() > largest) {
-                *reason = QString("it is larger than %1 bytes").arg(largest);
-                return std::nullopt;
-            }
-            message = {"sayu", {name, block, options}};
-        } catch (const NSException &exception) {
-            *reason = exception.reason();
+        const auto block = CborBlock::encode(QVariantList{notification.object(), notification.userInfo()});
+        if (!block || block->size() > largest) {
+            *reason = block ? QString("it is larger than %1 bytes").arg(largest) : block.error().text;
             return std::nullopt;
         }
+        message = {"sayu", {name, *block, options}};
     }
     if (sizeOf(notification) > largest) {
         *reason = QString("it is larger than %1 bytes").arg(largest);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
 
+#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/linux/BusState_p.h"
-#include "DozelyKit/core/dbus/linux/BusValue_p.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -59,16 +59,19 @@ BusConnection::Private::Message BusConnection::Private::makeCall(const Member &m
                                                                  Failure *failure)
 {
     sd_bus_message *made = nullptr;
-    int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
-                                                method.path.constData(), method.interface.constData(),
-                                                method.name.constData());
+    const int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
+                                                      method.path.constData(), method.interface.constData(),
+                                                      method.name.constData());
     Message message(made);
-    if (result >= 0)
-        result = BusValue::append(made, signature, arguments);
-    if (result >= 0)
-        return message;
-    tellBusFailure(failure, result);
-    return nullptr;
+    if (result < 0) {
+        tellBusFailure(failure, result);
+        return nullptr;
+    }
+    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended) {
+        tellBusFailure(failure, failedName, appended.error().text);
+        return nullptr;
+    }
+    return message;
 }
 
 std::optional<QVariantList> BusConnection::Private::valuesOf(sd_bus_message *reply, Failure *failure)
@@ -77,12 +80,12 @@ std::optional<QVariantList> BusConnection::Private::valuesOf(sd_bus_message *rep
         tellBusFailure(failure, error->name, QString::fromUtf8(error->message));
         return std::nullopt;
     }
-    QVariantList values;
-    if (const int result = BusValue::readAll(reply, values); result < 0) {
-        tellBusFailure(failure, result);
+    auto values = BusCodec::read(reply, BusCodec::machineBus);
+    if (!values) {
+        tellBusFailure(failure, failedName, values.error().text);
         return std::nullopt;
     }
-    return values;
+    return *std::move(values);
 }
 
 std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call,
@@ -170,10 +173,14 @@ bool BusConnection::emitSignal(const QByteArray &path, const QByteArray &interfa
     int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
                                            name.constData());
     const Private::Message message(made);
-    if (result >= 0)
-        result = BusValue::append(made, signature, arguments);
-    if (result >= 0)
+    if (result >= 0) {
+        const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus);
+        if (!appended) {
+            tellBusFailure(failure, failedName, appended.error().text);
+            return false;
+        }
         result = sd_bus_send(d->bus.get(), made, nullptr);
+    }
     if (result >= 0)
         d->attachToEventLoop(); // what the socket did not take at once leaves from there
     else

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The part of BusConnection that hears: signals, the owners of names, and answers that nobody waits for.
+#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/linux/BusState_p.h"
-#include "DozelyKit/core/dbus/linux/BusValue_p.h"
 
 #include <QDebug>
 
@@ -137,8 +137,10 @@ void BusConnection::Private::queueSignal(sd_bus_message *message)
             hearers.push_back(id);
     if (hearers.empty() && !tellsOwner)
         return; // sent to us alone by a stranger: not even read
-    if (BusValue::readAll(message, signal.arguments) < 0)
+    auto arguments = BusCodec::read(message, BusCodec::machineBus);
+    if (!arguments)
         return; // damaged, or with a type that nobody here hears
+    signal.arguments = *std::move(arguments);
     if (tellsOwner && signal.arguments.size() == 3)
         setOwner(signal.arguments[0].toString().toLatin1(), signal.arguments[2].toString().toLatin1());
     std::erase_if(hearers, [&](quint64 id) {

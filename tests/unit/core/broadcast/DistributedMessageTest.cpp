@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
 
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
-#include "DozelyKit/core/dbus/linux/WireValue_p.h"
 #include "support/PrintTo.h"
 
 #include <QDateTime>
@@ -120,7 +120,7 @@ TEST(DistributedMessage, RefusesToWriteOrReadWhatIsTooLarge)
     EXPECT_FALSE(written(NSNotification("Name", {}, large)));
     EXPECT_TRUE(DistributedMessage::read({"Name", "s", fits, 1U}));
     EXPECT_FALSE(DistributedMessage::read({"Name", "s", large, 1U}));
-    EXPECT_FALSE(DistributedMessage::read({"Name", WireValue::toBlob(QVariantList{"s", large}), 1U}));
+    EXPECT_FALSE(DistributedMessage::read({"Name", CborBlock::encode(QVariantList{"s", large}).value(), 1U}));
     EXPECT_FALSE(DistributedMessage::read({"Name", QString(70'000, 'x'), QVariantMap(), 1U}));
     EXPECT_FALSE(DistributedMessage::read({QString(70'000, 'x'), "s", QVariantMap(), 1U}));
     QVariantList many;
@@ -144,7 +144,7 @@ TEST(DistributedMessage, ReadsWhatAPersonPostsByHand)
 TEST(DistributedMessage, ReadsNothingFromWhatIsNoNotification)
 {
     const QVariantMap empty;
-    const QByteArray block = WireValue::toBlob(QVariantList{"s", empty});
+    const QByteArray block = CborBlock::encode(QVariantList{"s", empty}).value();
     ASSERT_TRUE(DistributedMessage::read({"Name", block, 0U}));
     const QList<QVariantList> wrong{
         {},
@@ -161,10 +161,10 @@ TEST(DistributedMessage, ReadsNothingFromWhatIsNoNotification)
         {"Name", QByteArray("rubbish"), 0U},
         {"Name", block.left(block.size() - 1), 0U},
         {"Name", block + 'x', 0U},
-        {"Name", WireValue::toBlob(QVariantList{"s"}), 0U},
-        {"Name", WireValue::toBlob(QVariantList{1, empty}), 0U},
-        {"Name", WireValue::toBlob(QVariantList{"s", "text"}), 0U},
-        {"Name", WireValue::toBlob(empty), 0U},
+        {"Name", CborBlock::encode(QVariantList{"s"}).value(), 0U},
+        {"Name", CborBlock::encode(QVariantList{1, empty}).value(), 0U},
+        {"Name", CborBlock::encode(QVariantList{"s", "text"}).value(), 0U},
+        {"Name", CborBlock::encode(empty).value(), 0U},
         {"Name", "s", QVariantMap{{"h", QVariant::fromValue(BusDescriptor())}}, 0U},
         {"Name", "s", QVariantMap{{"k", QVariantList{QVariant::fromValue(BusDescriptor())}}}, 0U},
     };

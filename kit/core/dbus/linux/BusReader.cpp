@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/dbus/ObjectPath_p.h"
+#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+
+#include <QVariantMap>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <systemd/sd-bus.h>
+
+using dozely::Error;
+using dozely::Result;
+
+namespace
+{
+constexpr qsizetype leastSize = 4; // of a value, but for bytes in an array
+
+class Reader
+{
+public:
+    Reader(sd_bus_message *message, const BusCodec::Rules &rules) : m(message), m_rules(rules) {}
+
+    /// What is left in the open container, or in the message itself. `depth` counts the containers around it.
+    bool all(QVariantList *values, int depth)
+    {
+        int atEnd = 0;
+        while ((atEnd = sd_bus_message_at_end(m, false)) == 0) {
+            if (!value(&values->emplaceBack(), depth))
+                return false;
+        }
+        return atEnd > 0;
+    }
+
+    Error error() const
+    {
+        if (m_size > m_rules.budget)
+            return {QStringLiteral("a message of more than %1 bytes").arg(m_rules.budget),
+                    BusCodec::tooLarge};
+        return {QStringLiteral("a message that is damaged or holds types that are not known")};
+    }
+
+private:
+    bool isOurs() const { return m_rules.types == BusCodec::Types::Ours; }
+
+    bool spend(qsizetype bytes)
+    {
+        m_size += bytes;
+        return m_size <= m_rules.budget;
+    }
+
+    bool value(QVariant *result, int depth)
+    {
+        char type = 0;
+        const char *contents = nullptr;
+        if (!spend(leastSize) || sd_bus_message_peek_type(m, &type, &contents) <= 0)
+            return false;
+        switch (type) {
+        case SD_BUS_TYPE_ARRAY:
+        case SD_BUS_TYPE_STRUCT:
+        case SD_BUS_TYPE_DICT_ENTRY:
+        case SD_BUS_TYPE_VARIANT:
+            // A copy: it lies in the message, which is about to move on.
+            return depth < m_rules.depth && container(type, QByteArray(contents), result, depth + 1);
+        default:
+            return basic(type, result);
+        }
+    }
+
+    bool basic(char type, QVariant *result)
+    {
+        switch (type) {
+        case SD_BUS_TYPE_BOOLEAN:
+            return number<int>(type, [&](int v) { *result = v != 0; });
+        case SD_BUS_TYPE_BYTE:
+            return number<quint8>(type, [&](quint8 v) { *result = narrow<uint>(v); });
+        case SD_BUS_TYPE_INT16:
+            return number<qint16>(type, [&](qint16 v) { *result = narrow<int>(v); });
+        case SD_BUS_TYPE_UINT16:
+            return number<quint16>(type, [&](quint16 v) { *result = narrow<uint>(v); });
+        case SD_BUS_TYPE_INT32:
+            return number<qint32>(type, [&](qint32 v) { *result = v; });
+        case SD_BUS_TYPE_UINT32:
+            return number<quint32>(type, [&](quint32 v) { *result = v; });
+        case SD_BUS_TYPE_INT64:
+            return number<qint64>(type, [&](qint64 v) { *result = v; });
+        case SD_BUS_TYPE_UINT64:
+            return number<quint64>(type, [&](quint64 v) { *result = v; });
+        case SD_BUS_TYPE_DOUBLE:
+            return number<double>(type, [&](double v) { *result = v; });
+        case SD_BUS_TYPE_STRING:
+            return text(type, [&](const char *v) { *result = QString::fromUtf8(v); });
+        case SD_BUS_TYPE_OBJECT_PATH:
+            return text(type, [&](const char *v) {
+                *result = isOurs() ? QVariant::fromValue(ObjectPath{v}) : QVariant(QString::fromUtf8(v));
+            });
+        case SD_BUS_TYPE_SIGNATURE:
+            return !isOurs() && text(type, [&](const char *v) { *result = QString::fromUtf8(v); });
+        case SD_BUS_TYPE_UNIX_FD:
+            return !isOurs() && descriptor(result);
+        default:
+            return false;
+        }
+    }
+
+    template<class Number, class Store>
+    bool number(char type, Store store)
+    {
+        Number v{};
+        if (sd_bus_message_read_basic(m, type, &v) <= 0)
+            return false;
+        store(v);
+        return true;
+    }
+
+    template<class Wide, class Number>
+    QVariant narrow(Number v) const
+    {
+        return isOurs() ? QVariant::fromValue<Wide>(v) : QVariant::fromValue(v);
+    }
+
+    template<class Store>
+    bool text(char type, Store store)
+    {
+        const char *v = nullptr;
+        if (sd_bus_message_read_basic(m, type, static_cast<void *>(&v)) <= 0 ||
+            !spend(static_cast<qsizetype>(std::strlen(v))))
+            return false;
+        store(v);
+        return true;
+    }
+
+    bool descriptor(QVariant *result)
+    {
+        int messages = -1; // goes with the message
+        if (sd_bus_message_read_basic(m, SD_BUS_TYPE_UNIX_FD, &messages) <= 0)
+            return false;
+        const int copy = ::fcntl(messages, F_DUPFD_CLOEXEC, 3);
+        *result = QVariant::fromValue(BusDescriptor(copy));
+        return copy >= 0;
+    }
+
+    bool container(char type, const QByteArray &contents, QVariant *result, int depth)
+    {
+        const bool isArray = type == SD_BUS_TYPE_ARRAY;
+        if (isArray && contents == "y")
+            return bytes(result);
+        if (isOurs() && !isOurContainer(type, contents))
+            return false;
+        if (sd_bus_message_enter_container(m, type, contents.constData()) <= 0)
+            return false;
+        if (isArray && (contents.startsWith("{s") || contents.startsWith("{o")))
+            return entries(contents, result, depth) && sd_bus_message_exit_container(m) >= 0;
+        if (type == SD_BUS_TYPE_VARIANT)
+            return value(result, depth) && sd_bus_message_exit_container(m) >= 0;
+        QVariantList values;
+        if (!all(&values, depth) || sd_bus_message_exit_container(m) < 0)
+            return false;
+        if (isOurs() && type == SD_BUS_TYPE_STRUCT)
+            return date(values, result);
+        *result = values;
+        return true;
+    }
+
+    static bool isOurContainer(char type, const QByteArray &contents)
+    {
+        switch (type) {
+        case SD_BUS_TYPE_ARRAY:
+            return contents == "v" || contents == "s" || contents == "{sv}" || contents == "{ss}";
+        case SD_BUS_TYPE_STRUCT:
+            return contents == "xis";
+        default:
+            return type == SD_BUS_TYPE_VARIANT;
+        }
+    }
+
+    bool bytes(QVariant *result)
+    {
+        const void *data = nullptr;
+        size_t size = 0;
+        if (sd_bus_message_read_array(m, SD_BUS_TYPE_BYTE, &data, &size) < 0 ||
+            !spend(static_cast<qsizetype>(size)))
+            return false;
+        *result = QByteArray(static_cast<const char *>(data), static_cast<qsizetype>(size));
+        return true;
+    }
+
+    /// The entries of an open array of dictionary entries.
+    bool entries(const QByteArray &entry, QVariant *result, int depth)
+    {
+        const QByteArray contents = entry.mid(1, entry.size() - 2); // without the braces
+        QVariantMap map;
+        int more = 0;
+        while ((more = sd_bus_message_enter_container(m, SD_BUS_TYPE_DICT_ENTRY, contents.constData())) > 0) {
+            QString name;
+            if (!text(contents.at(0), [&](const char *v) { name = QString::fromUtf8(v); }) ||
+                !value(&map[name], depth) || sd_bus_message_exit_container(m) < 0)
+                return false;
+        }
+        *result = map;
+        return more == 0;
+    }
+
+    static bool date(const QVariantList &parts, QVariant *result)
+    {
+        *result = WireDate{parts[0].toLongLong(), parts[1].toLongLong(), parts[2].toString().toUtf8()}.date();
+        return result->toDateTime().isValid();
+    }
+
+    sd_bus_message *m;
+    const BusCodec::Rules &m_rules;
+    qsizetype m_size = 0;
+};
+} // namespace
+
+Result<QVariantList> BusCodec::read(sd_bus_message *message, const Rules &rules)
+{
+    Reader reader(message, rules);
+    QVariantList values;
+    if (!reader.all(&values, 0))
+        return reader.error();
+    return values;
+}
