@@ -10,8 +10,8 @@
 
 class NSSocketPort;
 
-/// Port: a stream of requests and replies between two processes. NSConnection knows which object answers
-/// what; the stream knows how that travels (docs/wire-protocol.md).
+/// A stream of requests and replies between two processes. NSConnection knows which object answers what; the
+/// stream knows how that travels (docs/wire-protocol.md).
 ///
 /// THREADING: one thread. A stream is alive while somebody holds it and it was not closed.
 class DOZELYKIT_AUTOTEST_EXPORT MessageStream
@@ -54,31 +54,42 @@ public:
         virtual void streamClosed() = 0;
     };
 
-    virtual ~MessageStream() = default;
+    /// Opens a stream to a client port, waiting at most `limit` while the other side's queue is full. Raises
+    /// NSException when nobody listens.
+    static std::shared_ptr<MessageStream> open(const NSSocketPort &port, std::chrono::milliseconds limit,
+                                               const StreamOptions &options = {});
+    ~MessageStream();
+    MessageStream(const MessageStream &) = delete;
+    MessageStream &operator=(const MessageStream &) = delete;
 
-    virtual void setHandler(Handler *handler) = 0;
+    /// Not owned; null takes it back.
+    void setHandler(Handler *handler);
 
     /// Sends the request and waits. While the main thread waits, requests that come in are served. Raises
     /// NSException when time runs out (NotHandedOver where the request did not even leave) or the stream
     /// closes; an error reply comes back as a reply.
-    virtual Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
-                       std::chrono::milliseconds replyTimeout) = 0;
+    Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
+               std::chrono::milliseconds replyTimeout);
 
     /// The same with one limit for all of it.
-    virtual Reply callWithin(const Request &request, std::chrono::milliseconds limit) = 0;
+    Reply callWithin(const Request &request, std::chrono::milliseconds limit);
 
     /// Sends a request to which there is no reply, and waits until it has left this process. Raises as call.
-    virtual void post(const Request &request, std::chrono::milliseconds limit) = 0;
+    void post(const Request &request, std::chrono::milliseconds limit);
 
-    virtual bool isOpen() const = 0;
-    virtual void close() = 0;
+    bool isOpen() const;
+    void close();
 
     /// Who is at the other end; absent when the kernel did not say.
-    virtual std::optional<NSConnection::Peer> peer() const = 0;
+    std::optional<NSConnection::Peer> peer() const;
 
-    /// Opens a stream to a client port, waiting at most `limit` while the other side's queue is full. Raises
-    /// NSException when nobody listens.
-    static std::shared_ptr<MessageStream> open(const NSSocketPort &port, std::chrono::milliseconds limit);
+    /// What a stream is made of; in linux/.
+    struct Private;
+
+private:
+    friend class StreamListener;
+    explicit MessageStream(std::shared_ptr<Private> state);
+    std::shared_ptr<Private> d;
 };
 
 /// Accepts streams on a server port for as long as it lives, within the limits of docs/wire-protocol.md.
@@ -86,13 +97,20 @@ class DOZELYKIT_AUTOTEST_EXPORT StreamListener
 {
 public:
     using Accept = std::function<void(std::shared_ptr<MessageStream>)>;
-    virtual ~StreamListener() = default;
+
+    /// The port has to outlive the listener; each stream gets `options`.
+    StreamListener(const NSSocketPort &port, Accept accept, const StreamOptions &options = {});
+    ~StreamListener();
+    StreamListener(const StreamListener &) = delete;
+    StreamListener &operator=(const StreamListener &) = delete;
 
     /// Accepts what already waits in the queue.
-    virtual void acceptPending() = 0;
+    void acceptPending();
 
     /// Streams of peers that `isWelcome` does not name are closed before anything is read of them.
-    virtual void setPeerCheck(NSConnection::PeerCheck isWelcome) = 0;
+    void setPeerCheck(NSConnection::PeerCheck isWelcome);
 
-    static std::unique_ptr<StreamListener> listen(const NSSocketPort &port, Accept accept);
+private:
+    struct Private; // in linux/
+    std::unique_ptr<Private> d;
 };

@@ -111,7 +111,8 @@ void NSConnection::Private::streamClosed()
 
 void NSConnection::Private::listen()
 {
-    listener = StreamListener::listen(*receivePort, [this](auto accepted) { adopt(std::move(accepted)); });
+    listener = std::make_unique<StreamListener>(
+        *receivePort, [this](auto accepted) { adopt(std::move(accepted)); }, options);
     // Only the death of the listening port is the death of a server connection.
     receivePort->setInvalidationHandler([this] { q->invalidate(); });
 }
@@ -141,7 +142,7 @@ MessageStream &NSConnection::Private::openStream()
     if (!valid || !sendPort)
         throw NSException(NSInvalidSendPortException, QStringLiteral("the connection is not valid"));
     if (!stream) {
-        stream = MessageStream::open(*sendPort, requestTimeout);
+        stream = MessageStream::open(*sendPort, requestTimeout, options);
         stream->setHandler(this);
     }
     return *stream;
@@ -183,12 +184,14 @@ NSConnection::~NSConnection()
 
 std::shared_ptr<NSConnection>
 NSConnection::initWithReceivePortSendPort(std::shared_ptr<NSSocketPort> receivePort,
-                                          std::shared_ptr<NSSocketPort> sendPort)
+                                          std::shared_ptr<NSSocketPort> sendPort,
+                                          const StreamOptions &options)
 {
     if ((!receivePort && !sendPort) || (receivePort && !receivePort->isValid()) ||
         (sendPort && !sendPort->isValid()))
         return nullptr;
     std::shared_ptr<NSConnection> connection(new NSConnection);
+    connection->d->options = options;
     connection->d->receivePort = std::move(receivePort);
     connection->d->sendPort = std::move(sendPort);
     if (connection->d->sendPort)

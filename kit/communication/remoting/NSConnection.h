@@ -25,6 +25,17 @@ class NSSocketPort;
 DOZELYKIT_EXPORT extern const QString NSConnectionDidInitializeNotification;
 DOZELYKIT_EXPORT extern const QString NSConnectionDidDieNotification;
 
+/// What the streams of a connection allow their peers; the defaults are what docs/wire-protocol.md promises.
+struct StreamOptions {
+    /// A peer that makes no request for so long is dropped; counted from its authentication or the end of its
+    /// last request, so that pieces of a message do not prolong it.
+    std::chrono::milliseconds idleLimit = std::chrono::minutes(5);
+
+    /// Whether root's processes and our own user's are spared the look at each message before it is whole:
+    /// they can harm this process without it, and it makes a short request dearer by half.
+    bool trustsOwnUser = true;
+};
+
 /// One end of the channel between two processes, over NSSocketPort streams.
 ///
 /// A server connection vends its root object to whoever connects to its receive port. A client connection
@@ -56,7 +67,7 @@ public:
     /// one it is a client connection, whose receive port may be null. Null when a given port is not valid.
     static std::shared_ptr<NSConnection>
     initWithReceivePortSendPort(std::shared_ptr<NSSocketPort> receivePort,
-                                std::shared_ptr<NSSocketPort> sendPort);
+                                std::shared_ptr<NSSocketPort> sendPort, const StreamOptions &options = {});
 
     /// The same for a client; raises NSException when a given port is not valid.
     static std::shared_ptr<NSConnection>

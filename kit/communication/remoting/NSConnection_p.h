@@ -41,6 +41,7 @@ struct NSConnection::Private : MessageStream::Handler {
 
     NSConnection *q;
     std::shared_ptr<Vended> vended = std::make_shared<Vended>();
+    StreamOptions options;
     std::shared_ptr<NSSocketPort> receivePort;
     std::shared_ptr<NSSocketPort> sendPort;
     std::unique_ptr<StreamListener> listener;

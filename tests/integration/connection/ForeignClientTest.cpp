@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
-// Clients that nobody here wrote: gdbus, busctl and dbus-send on the socket of a published process.
+// Clients that nobody here wrote: gdbus, busctl and dbus-send on the socket of a process that vends its root
+// object, which has a communication centre.
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
-#include "DozelyKit/communication/remoting/linux/SdBusStream_p.h"
-#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
+#include "support/TestPort.h"
 #include "support/WaitUntil.h"
 
 #include <QProcess>
@@ -44,13 +45,7 @@ class ForeignClient : public testing::Test
 protected:
     ForeignClient()
     {
-        SdBusStream::guardsAgainstEverybody =
-            true; // so that their handshakes are looked at as another user's
-        scratch.makeSocketFolder();
-        NSProcessInfo::setProcessName("dozelyd");
-        const auto center = WDCommunicationCenter::sharedInstance();
-        center->setObserver(&root);
-        center->createServerConnection();
+        server->setRootObject(&root);
         WDNotificationCenter::defaultCenter()->addObserver(hearer, "hear", "MyNotification",
                                                            "com.example.Sender");
     }
@@ -74,10 +69,14 @@ protected:
                                 arguments);
     }
 
-    QString address() const { return "unix:path=" + scratch.join("/private/var/tmp/com.dozely/dozelyd"); }
+    QString address() const { return "unix:path=" + path; }
 
     ScratchRoot scratch;
+    const QString path = scratch.join("/dozelyd");
     VendedRoot root;
+    /// Their handshakes are looked at as another user's.
+    const std::shared_ptr<NSConnection> server =
+        NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr, {.trustsOwnUser = false});
     std::shared_ptr<Hearer> hearer = std::make_shared<Hearer>();
 };
 

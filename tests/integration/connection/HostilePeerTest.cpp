@@ -6,7 +6,6 @@
 #include "DozelyKit/communication/remoting/NSConnection.h"
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
-#include "DozelyKit/communication/remoting/linux/SdBusStream_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
@@ -52,13 +51,13 @@ private:
 class HostilePeer : public testing::Test
 {
 protected:
-    HostilePeer() : server(NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr))
+    HostilePeer() { serve(guarded); }
+
+    void serve(const StreamOptions &options)
     {
-        SdBusStream::guardsAgainstEverybody =
-            true; // as against another user, of whom a test need not have one
+        server = NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr, options);
         server->setRootObject(&root);
     }
-    ~HostilePeer() override { SdBusStream::idleLimit = usualIdleLimit; }
 
     // The attack runs in a thread of its own while this thread serves.
     template<class Attack>
@@ -80,7 +79,7 @@ protected:
         std::thread client([&] {
             try {
                 const auto connection =
-                    NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(path));
+                    NSConnection::initWithReceivePortSendPort(nullptr, TestPort::client(path), guarded);
                 connection->setRequestTimeout(5s);
                 connection->setReplyTimeout(5s);
                 answer = connection->rootProxy()->invoke("pong").toBool();
@@ -95,7 +94,8 @@ protected:
 
     QTemporaryDir folder{"/tmp/dz-XXXXXX"};
     QString path = folder.filePath("server");
-    const std::chrono::milliseconds usualIdleLimit = SdBusStream::idleLimit;
+    /// As against another user, of whom a test need not have one.
+    const StreamOptions guarded{.trustsOwnUser = false};
     PongingObject root;
     std::shared_ptr<NSConnection> server;
 };
@@ -229,7 +229,7 @@ TEST_F(HostilePeer, AMessageThatNeverEndsHindersNobody)
 
 TEST_F(HostilePeer, PiecesOfAMessageDoNotProlongTheIdleLimitAndRequestsDo)
 {
-    SdBusStream::idleLimit = 1s;
+    serve({.idleLimit = 1s, .trustsOwnUser = false});
     attack([&] {
         RawPeer asking(path); // for longer than the other, which it outlives
         asking.authenticate();

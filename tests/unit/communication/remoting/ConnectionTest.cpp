@@ -237,7 +237,7 @@ TEST_F(ConnectionTest, TheLimitOfAReplyIsThatOfAllItsResults)
     } answering;
     const auto port = TestPort::server(folder.filePath("answering"));
     std::shared_ptr<MessageStream> accepted;
-    const auto listener = StreamListener::listen(*port, [&](const auto &stream) {
+    const StreamListener listener(*port, [&](const auto &stream) {
         accepted = stream;
         stream->setHandler(&answering);
     });

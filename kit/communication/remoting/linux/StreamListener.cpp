@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
 #include "DozelyKit/communication/remoting/linux/PeerCredentials_p.h"
-#include "DozelyKit/communication/remoting/linux/SdBusStream_p.h"
+#include "DozelyKit/communication/remoting/linux/StreamState_p.h"
 
 #include <cerrno>
 #include <list>
@@ -11,6 +11,7 @@
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
+using Stream = MessageStream::Private;
 
 namespace
 {
@@ -33,14 +34,14 @@ public:
     bool makeRoomFor(quint32 userId)
     {
         size_t count = 0;
-        std::shared_ptr<SdBusStream> unidentified;
+        std::shared_ptr<Stream> unidentified;
         m_streams.remove_if([](const auto &weak) { return weak.expired() || !weak.lock()->isOpen(); });
         for (const auto &weak : m_streams) {
             const auto stream = weak.lock();
-            if (!stream->peer() || stream->peer()->userId != userId)
+            if (!stream->peer || stream->peer->userId != userId)
                 continue;
             ++count;
-            if (!unidentified && !stream->isAuthenticated())
+            if (!unidentified && !stream->isAuthenticated)
                 unidentified = stream;
         }
         if (count < streamsPerUser)
@@ -51,33 +52,29 @@ public:
         return true;
     }
 
-    void add(const std::shared_ptr<SdBusStream> &stream) { m_streams.push_back(stream); }
+    void add(const std::shared_ptr<Stream> &stream) { m_streams.push_back(stream); }
 
 private:
-    std::list<std::weak_ptr<SdBusStream>> m_streams;
+    std::list<std::weak_ptr<Stream>> m_streams;
 };
 
-class SdBusListener : public StreamListener, public StreamLoop::Source
-{
-public:
-    SdBusListener(int descriptor, Accept accept)
+} // namespace
+
+struct StreamListener::Private final : StreamLoop::Source {
+    Private(int descriptor, Accept accept, const StreamOptions &options)
         : m_accept(std::move(accept)),
+          m_options(options),
           m_loop(StreamLoop::ofThisThread()),
           m_descriptor(descriptor),
           m_source(m_loop.add(descriptor, POLLIN, this))
     {
     }
-    ~SdBusListener() override { m_loop.remove(m_source); }
+    ~Private() override { m_loop.remove(m_source); }
 
     void ready() override { acceptUpTo(acceptsPerTurn); }
 
     void deadlinePassed() override { m_loop.setEvents(m_source, POLLIN); }
 
-    void acceptPending() override { acceptUpTo(static_cast<int>(streamsPerUser)); }
-
-    void setPeerCheck(NSConnection::PeerCheck isWelcome) override { m_isWelcome = std::move(isWelcome); }
-
-private:
     void acceptUpTo(int limit)
     {
         const std::weak_ptr<bool> alive = m_alive;
@@ -102,9 +99,9 @@ private:
             ::close(descriptor);
             return;
         }
-        if (auto stream = SdBusStream::make(descriptor, SdBusStream::Side::Server)) {
+        if (auto stream = Stream::make(descriptor, Stream::Side::Server, m_options)) {
             AcceptedStreams::ofThisThread().add(stream);
-            m_accept(stream);
+            m_accept(std::shared_ptr<MessageStream>(new MessageStream(stream)));
             stream->ready(); // starting it has read the handshake already: answer without another turn
         }
     }
@@ -117,15 +114,27 @@ private:
     }
 
     Accept m_accept;
+    const StreamOptions m_options;
     NSConnection::PeerCheck m_isWelcome;
     StreamLoop &m_loop;
     int m_descriptor;
     quint64 m_source;
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
-} // namespace
 
-std::unique_ptr<StreamListener> StreamListener::listen(const NSSocketPort &port, Accept accept)
+StreamListener::StreamListener(const NSSocketPort &port, Accept accept, const StreamOptions &options)
+    : d(std::make_unique<Private>(port.listeningDescriptor(), std::move(accept), options))
 {
-    return std::make_unique<SdBusListener>(port.listeningDescriptor(), std::move(accept));
+}
+
+StreamListener::~StreamListener() = default;
+
+void StreamListener::acceptPending()
+{
+    d->acceptUpTo(static_cast<int>(streamsPerUser));
+}
+
+void StreamListener::setPeerCheck(NSConnection::PeerCheck isWelcome)
+{
+    d->m_isWelcome = std::move(isWelcome);
 }
