@@ -20,11 +20,6 @@ namespace
 // Then those that wait are served before more are taken in: a sender must not fill our memory.
 constexpr size_t longestQueue = 256;
 
-bool isOwnUserOrSystem(quint32 userId)
-{
-    return userId == 0 || userId == NSProcessInfo::effectiveUserID() || RootFolder::owner() == userId;
-}
-
 /// What handleAppleEvent answers: the result code in four bytes, big-endian, and the flattened reply.
 QByteArray packed(OSStatus status, const AppleEvent &reply)
 {
@@ -48,8 +43,6 @@ std::optional<AppleEvent> received(const QByteArray &bytes)
 }
 } // namespace
 
-std::function<bool(quint32 userId)> AEReceiver::maySend = isOwnUserOrSystem;
-
 void signAppleEvent(AppleEvent &event, qint64 processId, qint64 userId)
 {
     event.setAttribute(keySenderPIDAttr, AEDesc::of(typeSInt64, processId));
@@ -68,13 +61,18 @@ AppleEvent replyTo(const AppleEvent &event)
     return reply;
 }
 
-AEReceiver::AEReceiver() = default;
+bool AEReceiver::isOwnUserOrSystem(quint32 userId)
+{
+    return userId == 0 || userId == NSProcessInfo::effectiveUserID() || RootFolder::owner() == userId;
+}
+
+AEReceiver::AEReceiver(SenderCheck maySend) : m_maySend(std::move(maySend)) {}
 AEReceiver::~AEReceiver() = default;
 
-AEReceiver &AEReceiver::shared()
+AEReceiver &AEReceiver::shared(SenderCheck maySend)
 {
     // Never destroyed: an event may still be sent while the process ends.
-    static auto *const receiver = new AEReceiver;
+    static auto *const receiver = new AEReceiver(std::move(maySend));
     return *receiver;
 }
 
@@ -91,7 +89,7 @@ bool AEReceiver::listen()
     if (!m_connection)
         return false;
     m_connection->setRootObject(this);
-    m_connection->setPeerCheck([](const NSConnection::Peer &peer) { return maySend(peer.userId); });
+    m_connection->setPeerCheck([this](const NSConnection::Peer &peer) { return m_maySend(peer.userId); });
     return true;
 }
 

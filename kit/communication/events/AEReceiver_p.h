@@ -18,7 +18,13 @@ class DOZELYKIT_AUTOTEST_EXPORT AEReceiver : public QObject
 {
     Q_OBJECT
 public:
-    AEReceiver();
+    /// Who may send, asked for every stream with the user at its other end.
+    using SenderCheck = std::function<bool(quint32 userId)>;
+
+    /// This process's user, root, and the owner of a relocated root folder.
+    static bool isOwnUserOrSystem(quint32 userId);
+
+    explicit AEReceiver(SenderCheck maySend = isOwnUserOrSystem);
     ~AEReceiver() override;
 
     /// Announces the process and listens; false when that cannot be had now.
@@ -32,12 +38,8 @@ public:
     /// Dispatches an event that wants a reply, after those that were queued before, unless it is urgent.
     OSStatus answer(const AppleEvent &event, qint16 priority, AppleEvent *reply);
 
-    /// The receiver of this process.
-    static AEReceiver &shared();
-
-    /// Who may send, asked for every stream with the user at its other end: by default this process's user,
-    /// root, and the owner of a relocated root folder. A test asks somebody else.
-    static std::function<bool(quint32 userId)> maySend;
+    /// The receiver of this process, made by the first call with the check given there.
+    static AEReceiver &shared(SenderCheck maySend = isOwnUserOrSystem);
 
     // ---- called through the connection layer
 
@@ -51,6 +53,7 @@ private:
     };
     void serveQueue();
 
+    const SenderCheck m_maySend;
     std::shared_ptr<NSConnection> m_connection;
     std::unique_ptr<AEWakeUp> m_wakeUp;
     std::deque<Waiting> m_queue;

@@ -2,12 +2,12 @@
 //
 // event_host ROOT SIGNATURE IDENTITY
 //
-// A process of the tests that uses Apple events under that signature. IDENTITY is "as-started" or a user id
-// to change to. Reads one command a line from standard input and answers with one line "= ..." on standard
-// output; its handlers (HostEvents.h) say "heard ..." besides. Ends with its standard input.
+// A process of the tests that uses Apple events under that signature. IDENTITY is "as-started", "shut-off"
+// for one that takes no connections, as if all were other users', or a user id to change to. Reads one
+// command a line from standard input and answers with one line "= ..." on standard output; its handlers
+// (HostEvents.h) say "heard ..." besides. Ends with its standard input.
 //
 //   listen              begins to listen
-//   shut-out            from now on takes no connections, as if all were other users'
 //   psn SIGNATURE       the number of the first process with the signature
 //   send PROCESS ID     sends an event, waits for the reply: the result code
 //   series PROCESS N    sends N echoes in a row, each with its own number: how many came back right
@@ -26,7 +26,6 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
-#include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -81,10 +80,6 @@ QString perform(const QStringList &words, HostEvents &events)
         events.listen();
         return NSAppleEventManager::sharedAppleEventManager().isListening() ? "yes" : "no";
     }
-    if (action == "shut-out") {
-        AEReceiver::maySend = [](quint32) { return false; };
-        return "yes";
-    }
     if (action == "psn")
         return QString::number(
             ZDRAppleEvent::psnOfProcessWithSignature(codeOfCharacters(words.value(1)).value_or(0))
@@ -106,13 +101,16 @@ QString perform(const QStringList &words, HostEvents &events)
 
 int main(int argc, char **argv)
 {
-    if (argc != 4 ||
-        (std::strcmp(argv[3], "as-started") != 0 && !Identity::becomeUser(QByteArray(argv[3]).toUInt())))
+    const QByteArray identity = argc == 4 ? argv[3] : "";
+    const bool isShutOff = identity == "shut-off";
+    if (argc != 4 || (!isShutOff && identity != "as-started" && !Identity::becomeUser(identity.toUInt())))
         return 2;
     RootFolder::set(QString::fromUtf8(argv[1]));
     NSProcessInfo::setProcessName("event_host");
     ProcessSignature::set(codeOfCharacters(QString::fromUtf8(argv[2])).value_or(0));
     QCoreApplication application(argc, argv);
+    if (isShutOff)
+        AEReceiver::shared([](quint32) { return false; });
     HostEvents events;
 
     QByteArray pending;
