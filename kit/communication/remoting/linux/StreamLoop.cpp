@@ -96,7 +96,8 @@ bool StreamLoop::waitUntil(const std::function<bool()> &done, const std::functio
 void StreamLoop::callFromLoop(std::function<void()> action)
 {
     if (m_timer) {
-        QMetaObject::invokeMethod(m_timer.get(), std::move(action), Qt::QueuedConnection);
+        if (QAbstractEventDispatcher *const dispatcher = QAbstractEventDispatcher::instance())
+            QMetaObject::invokeMethod(dispatcher, std::move(action), Qt::QueuedConnection);
         return;
     }
     m_calls.push_back(std::move(action));
@@ -197,10 +198,7 @@ void StreamLoop::attachToEventLoop()
 {
     if (m_timer || !QAbstractEventDispatcher::instance())
         return;
-    m_timer = std::make_unique<QTimer>();
-    m_timer->setSingleShot(true);
-    QObject::connect(m_timer.get(), &QTimer::timeout, m_timer.get(), [this] {
-        m_timerMoment.reset();
+    m_timer = std::make_unique<DescriptorWatch>([this] {
         serve({});
         rearm();
     });
@@ -213,35 +211,17 @@ void StreamLoop::notify(quint64 id, Entry &entry)
 {
     if (!m_timer)
         return;
-    const auto watch = [&](std::unique_ptr<QSocketNotifier> &notifier, QSocketNotifier::Type type,
-                           bool isWanted) {
-        if (notifier) {
-            notifier->setEnabled(isWanted);
-        } else if (isWanted) {
-            notifier = std::make_unique<QSocketNotifier>(entry.descriptor, type);
-            QObject::connect(notifier.get(), &QSocketNotifier::activated, m_timer.get(), [this, id] {
-                serve({id});
-                rearm();
-            });
-        }
-    };
-    watch(entry.readable, QSocketNotifier::Read, (entry.events & POLLIN) != 0);
-    watch(entry.writable, QSocketNotifier::Write, (entry.events & POLLOUT) != 0);
+    if (!entry.watch) {
+        entry.watch = std::make_unique<DescriptorWatch>([this, id] {
+            serve({id});
+            rearm();
+        });
+    }
+    entry.watch->watch(entry.descriptor, entry.events);
 }
 
-// The timer is left alone when it fires soon enough: most deadlines are met and never looked at again.
 void StreamLoop::rearm()
 {
-    if (!m_timer || m_depth > 0)
-        return;
-    const std::optional<Moment> next = nextMoment();
-    if (!next) {
-        if (std::exchange(m_timerMoment, std::nullopt))
-            m_timer->stop();
-        return;
-    }
-    if (m_timerMoment && *m_timerMoment <= *next)
-        return;
-    m_timerMoment = next;
-    m_timer->start(milliseconds(timeoutUntil(*next)));
+    if (m_timer && m_depth == 0)
+        m_timer->setDeadline(nextMoment());
 }

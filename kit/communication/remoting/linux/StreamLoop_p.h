@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
-#include <QSocketNotifier>
-#include <QTimer>
+#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
+
+#include <QtGlobal>
 
 #include <chrono>
 #include <functional>
@@ -58,8 +58,7 @@ private:
         short events;
         bool again = false;
         std::optional<Moment> deadline;
-        std::unique_ptr<QSocketNotifier> readable; ///< Null in a thread without an event loop,
-        std::unique_ptr<QSocketNotifier> writable; ///< and this one until it is needed.
+        std::unique_ptr<DescriptorWatch> watch = {}; ///< Null in a thread without an event loop.
     };
 
     StreamLoop() = default;
@@ -77,7 +76,6 @@ private:
     int m_depth = 0;
     quint64 m_lastId = 0;
     std::unordered_map<quint64, Entry> m_entries;
-    std::unique_ptr<QTimer> m_timer; ///< There is an event loop, and we are attached to it.
-    std::optional<Moment> m_timerMoment;
+    std::unique_ptr<DescriptorWatch> m_timer; ///< There is an event loop, and we are attached to it.
     std::vector<std::function<void()>> m_calls;
 };

@@ -2,13 +2,14 @@
 #include "LinuxClock_p.h"
 
 #include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
 
-#include <QSocketNotifier>
 #include <QTimer>
 
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <poll.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
 
@@ -42,13 +43,13 @@ LinuxAbsoluteTimer::LinuxAbsoluteTimer()
         NSLog("Could not create a calendar timer (errno: %d)", errno);
         return;
     }
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &LinuxAbsoluteTimer::readable);
+    m_watch = std::make_unique<DescriptorWatch>([this] { readable(); });
+    m_watch->watch(m_descriptor, POLLIN);
 }
 
 LinuxAbsoluteTimer::~LinuxAbsoluteTimer()
 {
-    m_notifier.reset(); // before its descriptor's number is free again
+    m_watch.reset(); // before its descriptor's number is free again
     if (m_descriptor >= 0)
         ::close(m_descriptor);
 }

@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 
-class QSocketNotifier;
+class DescriptorWatch;
 
 /// Waits on a timer descriptor of the calendar clock, which the kernel cancels whenever that clock is set.
 class DOZELYKIT_AUTOTEST_EXPORT LinuxAbsoluteTimer : public AbsoluteTimer
@@ -26,7 +26,7 @@ private:
     void readable();
 
     int m_descriptor;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::unique_ptr<DescriptorWatch> m_watch;
     QDateTime m_due; // null while stopped
 };
 
