@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/agent/AgentApplication.h"
@@ -9,9 +10,10 @@
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/HostRootObject.h"
 #include "hosts/common/RequiredEvents.h"
-#include "hosts/common/TerminationWatcher.h"
 
 #include <QGuiApplication>
+
+#include <csignal>
 
 int main(int argc, char **argv)
 {
@@ -23,9 +25,7 @@ int main(int argc, char **argv)
     // The library looks the alert's text up in the bundle of this name.
     if (const auto bundle = NSBundle::mainBundle())
         NSBundle::registerClass("WDUserAgentController", bundle);
-    TerminationWatcher termination;
-    QObject::connect(&termination, &TerminationWatcher::terminate, application.get(),
-                     &QCoreApplication::quit);
+    const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
 
     ZDRLog("Dozely Agent started");
     if (AgentApplication::hasDisplay())

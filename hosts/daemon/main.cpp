@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
@@ -9,10 +10,10 @@
 #include "hosts/common/HostApplication.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/HostRootObject.h"
-#include "hosts/common/TerminationWatcher.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
+#include <csignal>
 #include <sys/stat.h>
 
 int main(int argc, char **argv)
@@ -25,8 +26,7 @@ int main(int argc, char **argv)
 
     const auto console = std::make_shared<PinnedConsoleUser>(Platform::current().consoleUser);
     Platform::current().consoleUser = console;
-    TerminationWatcher termination({SIGINT});
-    QObject::connect(&termination, &TerminationWatcher::terminate, &application, &QCoreApplication::quit);
+    const LoopSignal interruption({SIGINT}, [] { QCoreApplication::quit(); });
     ZDRPowerManager::sharedInstance(); // from here on SIGTERM is what a power-off is
     application.quitAtPowerOff();
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 
-#include "DozelyKit/core/foundation/LoopSignal_p.h"
+#include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/Platform.h"
@@ -76,7 +76,9 @@ ZDRPowerManager::ZDRPowerManager() : d(std::make_unique<Private>())
         Platform::current().systemPower->registerForSystemPower(this, systemPowerHasChangedCallback);
     d->root_port = registration.rootPort;
     d->notifier = registration.notifier;
-    handleSignalInLoop(termination, quit_message);
+    // Never given back: the signal may come as long as the process lives.
+    [[maybe_unused]] static auto *const asked =
+        new LoopSignal({termination}, [] { quit_message(termination); });
 }
 
 ZDRPowerManager::~ZDRPowerManager()

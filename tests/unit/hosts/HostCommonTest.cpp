@@ -9,15 +9,12 @@
 #include "hosts/common/GuardedPosting.h"
 #include "hosts/common/HostOptions.h"
 #include "hosts/common/RunningActions.h"
-#include "hosts/common/TerminationWatcher.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"
 
 #include <QTimer>
-
-#include <csignal>
 
 using testing::HasSubstr;
 using testing::internal::CaptureStderr;
@@ -67,25 +64,6 @@ TEST_F(HostOptionsTest, RefuseARootFolderWithASentenceAnd2)
         EXPECT_FALSE(RootFolder::refusal(folder).isEmpty());
         EXPECT_EQ(RootFolder::path(), former);
     }
-}
-
-TEST(TerminationWatcher, TellsOfBothSignalsInTheEventLoop)
-{
-    TerminationWatcher watcher;
-    int told = 0;
-    QObject::connect(&watcher, &TerminationWatcher::terminate, &watcher, [&] { ++told; });
-    ASSERT_EQ(std::raise(SIGTERM), 0);
-    EXPECT_EQ(told, 0);
-    EXPECT_TRUE(waitUntil([&] { return told == 1; }));
-    ASSERT_EQ(std::raise(SIGINT), 0);
-    EXPECT_TRUE(waitUntil([&] { return told == 2; }));
-}
-
-TEST(TerminationWatcher, GivesTheFormerHandlersBack)
-{
-    const auto former = std::signal(SIGTERM, SIG_IGN);
-    delete new TerminationWatcher;
-    EXPECT_EQ(std::signal(SIGTERM, former), SIG_IGN);
 }
 
 /// A lock that stays taken makes the fake clock count a failed wait.
