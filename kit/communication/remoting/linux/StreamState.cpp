@@ -20,6 +20,20 @@ namespace
 // The hello of clients that believe to talk to a bus; the name means nothing here.
 constexpr const char *uniqueName = ":1.1";
 constexpr const char *busInterface = "org.freedesktop.DBus";
+
+/// The text of an error as D-Bus can carry it, within the limit of a message: a reply that cannot be sent
+/// would leave the caller waiting, and one that is too large would cost him the stream.
+QByteArray errorText(const QString &text)
+{
+    constexpr qsizetype longest = 64 << 10;
+    QList<uint> characters = text.left(longest).toUcs4(); // with U+FFFD for half a surrogate pair
+    for (uint &character : characters) {
+        if (character == 0 || QChar::isNonCharacter(character))
+            character = QChar::ReplacementCharacter;
+    }
+    return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()), characters.size())
+        .toUtf8();
+}
 } // namespace
 
 std::shared_ptr<State> State::make(int descriptor, Side side, const StreamOptions &options)
@@ -213,7 +227,7 @@ void State::reply(sd_bus_message *message, const Reply &reply)
         return;
     if (!reply.errorName.isEmpty()) {
         sd_bus_reply_method_errorf(message, reply.errorName.constData(), "%s",
-                                   reply.errorText.toUtf8().constData());
+                                   errorText(reply.errorText).constData());
         return;
     }
     sd_bus_message *raw = nullptr;
@@ -224,5 +238,5 @@ void State::reply(sd_bus_message *message, const Reply &reply)
         sd_bus_send(bus, answer.get(), nullptr);
     else
         sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",
-                                   appended.error().text.toUtf8().constData());
+                                   errorText(appended.error().text).constData());
 }

@@ -75,6 +75,28 @@ TEST_F(ConnectionTest, WhatTheTargetRaisesIsRaisedInTheCaller)
     EXPECT_EQ(proxy->invoke("pong"), QVariant(true)) << "the connection survives";
 }
 
+TEST_F(ConnectionTest, WhatTheTargetRaisesArrivesWhateverItsTextIs)
+{
+    const auto connection =
+        NSConnection::initWithReceivePortSendPort(nullptr, TestPort::client(path), {.trustsOwnUser = false});
+    connection->setReplyTimeout(2s);
+    const auto proxy = connection->rootProxy();
+    const QString odd = QString("a") + QChar(0xFFFE) + "b" + QChar(0) + "c" + QChar(0xD800) + "d";
+    for (const QString &text : {odd, QString(5 << 20, 'x')}) {
+        root->onPong = [&]() -> bool { throw NSException("TestException", text); };
+        try {
+            proxy->invoke("pong");
+            FAIL() << "nothing was raised";
+        } catch (const NSException &exception) {
+            EXPECT_EQ(exception.name(), "TestException");
+            EXPECT_TRUE(exception.reason().startsWith(text.left(1)));
+            EXPECT_TRUE(exception.reason().endsWith(text.right(1)) || text.size() > (1 << 20));
+        }
+    }
+    root->onPong = {};
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true)) << "the stream is still good";
+}
+
 TEST_F(ConnectionTest, AProtocolRefusesSelectorsThatItDoesNotName)
 {
     const auto proxy = client()->rootProxy();
