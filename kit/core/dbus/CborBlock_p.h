@@ -40,8 +40,7 @@ constexpr quint64 dateTag = 0x446F7A00;
 /// Whether D-Bus can carry the text as it is: it has no NUL, no noncharacter and no half of a surrogate pair.
 bool isPlainText(const QString &text);
 
-/// Whether the value has to travel as a block: it is nothing, nests too deep, or holds a text that is not
-/// plain.
+/// Whether the value has to travel as a block: it is nothing, nests too deep, or has a text not plain in it.
 bool isNeededFor(const QVariant &value);
 
 /// The block of a property-list value, of nothing or of an NSNotification. Fails for anything else, and for

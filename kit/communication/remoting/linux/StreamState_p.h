@@ -15,6 +15,8 @@
 ///
 /// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
 /// be entered again from within its own callbacks.
+///
+/// The stream is open for as long as somebody holds this: its MessageStream, who serves it, who waits on it.
 struct MessageStream::Private final : StreamLoop::Source,
                                       std::enable_shared_from_this<MessageStream::Private> {
     enum class Side { Server, Client };
@@ -39,8 +41,7 @@ struct MessageStream::Private final : StreamLoop::Source,
     };
     using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
 
-    /// A request that goes nowhere yet. Raises NSException when the stream is closed or the request too
-    /// large.
+    /// A request that goes nowhere yet. Raises NSException on a closed stream and for too large a request.
     Message newCall(const Request &request) const;
     /// Without a reply time-out of its own, the reply has to come before the first deadline.
     Reply exchange(const Request &request, StreamLoop::Moment deadline,
@@ -59,8 +60,6 @@ struct MessageStream::Private final : StreamLoop::Source,
     bool isAuthenticated = false;
 
 private:
-    // The stream is open for as long as somebody holds this: its MessageStream, and who is serving it or
-    // waits.
     Private(int descriptor, Side side, const StreamOptions &options);
     bool isTrusted() const;
     /// False when the peer has gone already or has sent garbage.

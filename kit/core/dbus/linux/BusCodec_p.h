@@ -21,13 +21,11 @@ namespace BusCodec
 /// Which types there are beside those.
 enum class Types {
     /// Whatever a service may send or want: integers of each width, `o` and `g` as text, `h` as
-    /// BusDescriptor,
-    /// arrays and structures of anything.
+    /// BusDescriptor, arrays and structures of anything.
     Any,
     /// Those that docs/wire-protocol.md lists alone: integers of 32 and 64 bits (narrower ones become int or
     /// uint), `o` as ObjectPath, `(xis)` as QDateTime, `av`, `a{sv}`, and those that are read, too. What
-    /// D-Bus
-    /// cannot carry is written as a block (CborBlock_p.h).
+    /// D-Bus cannot carry is written as a block (CborBlock_p.h).
     Ours,
 };
 
