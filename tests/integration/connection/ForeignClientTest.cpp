@@ -112,6 +112,37 @@ TEST_F(ForeignClient, GdbusPostsANotificationWithADictionary)
     EXPECT_EQ(hearer->caller->userId, ::geteuid());
 }
 
+TEST_F(ForeignClient, NumbersOfEveryWidthArriveAsTheNearestOfOurs)
+{
+    gdbus("/root", "com.dozely.Object.communicationCenter");
+    EXPECT_EQ(gdbus("/object/1", "com.dozely.Object.postNotification",
+                    {"MyNotification", "com.example.Sender",
+                     "{'y': <byte 0x07>, 'n': <int16 -3>, 'q': <uint16 65535>, 'x': <int64 -9>, "
+                     "'t': <uint64 9>, 'd': <0.25>, 'v': <<'within'>>, 'as': <['a', 'b']>}"}),
+              "(true,)");
+    ASSERT_EQ(hearer->heard.size(), 1);
+    const QVariantMap expected{{"y", 7U},   {"n", -3},   {"q", 65535U},   {"x", -9LL},
+                               {"t", 9ULL}, {"d", 0.25}, {"v", "within"}, {"as", QVariantList{"a", "b"}}};
+    EXPECT_EQ(hearer->heard[0].userInfo(), expected);
+    for (auto entry = expected.begin(); entry != expected.end(); ++entry)
+        EXPECT_EQ(hearer->heard[0].userInfo().value(entry.key()).metaType(), entry.value().metaType());
+}
+
+TEST_F(ForeignClient, TypesThatAreNotOursAreRefused)
+{
+    gdbus("/root", "com.dozely.Object.communicationCenter");
+    for (const char *value : {"[0.5]", "[1, 2]", "(1, 'a')", "{1: 2}", "signature 's'", "[objectpath '/a']",
+                              "(int64 0, 68400, 'No/Where')", "{objectpath '/a': <1>}"}) {
+        const QString info = QString("{'key': <%1>}").arg(value);
+        EXPECT_TRUE(gdbus("/object/1", "com.dozely.Object.postNotification",
+                          {"MyNotification", "com.example.Sender", info})
+                        .contains("arguments of these types are not known"))
+            << value;
+    }
+    EXPECT_TRUE(hearer->heard.isEmpty());
+    EXPECT_EQ(gdbus("/root", "com.dozely.Object.pong"), "(true,)");
+}
+
 TEST_F(ForeignClient, BusctlPostsANotification)
 {
     gdbus("/root", "com.dozely.Object.communicationCenter");
