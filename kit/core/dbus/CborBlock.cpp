@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/CborBlock_p.h"
 
+#include "DozelyKit/core/foundation/DateExtensions.h"
+
 #include <QCborStreamWriter>
 #include <QTimeZone>
 
@@ -182,10 +184,10 @@ QDateTime WireDate::date() const
 {
     if (zone == "UTC")
         return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
-    if (!zone.isEmpty() && zone.size() <= maximumZoneName) {
-        if (const QTimeZone known(zone); known.isValid())
-            return QDateTime::fromMSecsSinceEpoch(milliseconds, known);
-    }
+    // By name only: Qt opens the file of that name below the folder of zones, and by way of ".." a stranger
+    // would have it open a pipe of his own, and wait for whoever writes there.
+    if (zone.size() <= maximumZoneName && dozely::isTimeZoneName(QString::fromUtf8(zone)))
+        return QDateTime::fromMSecsSinceEpoch(milliseconds, QTimeZone(zone));
     constexpr int64_t largestOffset = 18 * 3600; // more is no place on earth
     if (offset < -largestOffset || offset > largestOffset)
         return {};

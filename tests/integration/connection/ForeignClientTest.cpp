@@ -132,7 +132,7 @@ TEST_F(ForeignClient, TypesThatAreNotOursAreRefused)
 {
     gdbus("/root", "com.dozely.Object.communicationCenter");
     for (const char *value : {"[0.5]", "[1, 2]", "(1, 'a')", "{1: 2}", "signature 's'", "[objectpath '/a']",
-                              "(int64 0, 68400, 'No/Where')", "{objectpath '/a': <1>}"}) {
+                              "(int64 0, 68400, 'Nowhere')", "{objectpath '/a': <1>}"}) {
         const QString info = QString("{'key': <%1>}").arg(value);
         EXPECT_TRUE(gdbus("/object/1", "com.dozely.Object.postNotification",
                           {"MyNotification", "com.example.Sender", info})

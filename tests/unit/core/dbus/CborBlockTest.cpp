@@ -3,6 +3,8 @@
 #include "support/PrintTo.h"
 
 #include <QDateTime>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTimeZone>
 #include <QtEndian>
 
@@ -133,4 +135,38 @@ TEST(CborBlock, RefusesAnOffsetThatIsNoneHoweverLarge)
     EXPECT_FALSE(CborBlock::decode(dated("\x1b", twoTo32 + 3600)));
     EXPECT_FALSE(CborBlock::decode(dated("\x3b", twoTo32 + 3600 - 1)));
     EXPECT_FALSE(CborBlock::decode(dated("\x1b", 18 * 3600 + 1)));
+}
+
+TEST(CborBlock, OpensNoFileOutsideTheFolderOfZones)
+{
+    // A copy of a zone where any user could put a pipe, for whose other end the receiver would wait.
+    const QTemporaryDir folder("/tmp/dz-XXXXXX");
+    ASSERT_TRUE(QFile::copy("/usr/share/zoneinfo/Europe/Paris", folder.filePath("Zone")));
+    const QByteArray name = "../../.." + folder.filePath("Zone").toUtf8();
+    ASSERT_TRUE(QTimeZone(name).isValid()) << "Qt itself would open it";
+    QByteArray dated = block(QDateTime({2026, 3, 14}, {6, 55}, Qt::OffsetFromUTC, 7200));
+    ASSERT_TRUE(dated.endsWith('\x60')); // an empty text
+    dated.chop(1);
+    dated += QByteArray("\x78") + static_cast<char>(name.size()) + name;
+    const auto value = CborBlock::decode(dated);
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->toDateTime().timeSpec(), Qt::OffsetFromUTC);
+    EXPECT_EQ(value->toDateTime().offsetFromUtc(), 7200);
+}
+
+TEST(CborBlock, TakesNoWordForAZone)
+{
+    // Qt makes a zone of any word, without an offset, where a POSIX rule could stand.
+    const QByteArray word("\x67Nowhere");
+    QByteArray dated = block(QDateTime({2026, 3, 14}, {6, 55}, Qt::OffsetFromUTC, 7200));
+    dated.chop(1);
+    const auto value = CborBlock::decode(dated + word);
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->toDateTime().offsetFromUtc(), 7200);
+}
+
+TEST(CborBlock, KeepsAZoneThatIsAnOffset)
+{
+    const QDateTime date({2026, 3, 14}, {6, 55}, QTimeZone("UTC+01:30"));
+    EXPECT_EQ(throughBlock(date).toDateTime().timeZone(), date.timeZone());
 }
