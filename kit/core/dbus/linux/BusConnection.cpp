@@ -145,7 +145,7 @@ std::optional<QVariantList> BusConnection::call(const Member &method, const QByt
     if (!message)
         return std::nullopt;
     auto reply = d->replyTo(message.get(), deadline, failure);
-    if (d->timer)
+    if (d->watch)
         d->rearm(); // what came meanwhile is delivered from the event loop
     return reply;
 }

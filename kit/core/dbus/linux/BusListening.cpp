@@ -7,7 +7,6 @@
 #include <QDebug>
 
 #include <algorithm>
-#include <poll.h>
 #include <utility>
 #include <vector>
 
@@ -307,63 +306,33 @@ void BusConnection::callLater(const Member &method, const QByteArray &signature,
     d->attachToEventLoop();
 }
 
-void BusConnection::Private::DropLater::operator()(QTimer *timer) const
-{
-    timer->stop();
-    timer->disconnect();
-    timer->deleteLater();
-}
-
-void BusConnection::Private::DropLater::operator()(QSocketNotifier *notifier) const
-{
-    notifier->setEnabled(false); // at once: the descriptor's number may soon be somebody else's
-    notifier->disconnect();
-    notifier->deleteLater();
-}
-
 void BusConnection::Private::attachToEventLoop()
 {
-    if (!timer) {
-        timer.reset(new QTimer);
-        timer->setSingleShot(true);
-        QObject::connect(timer.get(), &QTimer::timeout, timer.get(), [this] { turn(); });
-    }
+    if (!watch)
+        watch = std::make_unique<DescriptorWatch>([this] { turn(); });
     rearm();
 }
 
 void BusConnection::Private::rearm()
 {
+    using Moment = DescriptorWatch::Moment;
     const int descriptor = disconnected ? -1 : sd_bus_get_fd(bus.get());
     const int events = descriptor < 0 ? 0 : sd_bus_get_events(bus.get());
-    if (descriptor >= 0 && (!readable || readable->socket() != descriptor)) {
-        readable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Read));
-        writable.reset(new QSocketNotifier(descriptor, QSocketNotifier::Write));
-        for (QSocketNotifier *notifier : {readable.get(), writable.get()})
-            QObject::connect(notifier, &QSocketNotifier::activated, timer.get(), [this] { turn(); });
-    }
-    if (readable) {
-        readable->setEnabled(events > 0 && (events & POLLIN) != 0);
-        writable->setEnabled(events > 0 && (events & POLLOUT) != 0);
-    }
+    watch->watch(descriptor, static_cast<short>(std::max(events, 0)));
     uint64_t due = UINT64_MAX; // CLOCK_MONOTONIC, in microseconds
     const bool isLost = !disconnected && (descriptor < 0 || events < 0);
-    if (!queue.empty() || isLost) {
-        timer->start(0);
-    } else if (!disconnected && sd_bus_get_timeout(bus.get(), &due) >= 0 && due != UINT64_MAX) {
-        using std::chrono::milliseconds;
-        const auto now = std::chrono::steady_clock::now().time_since_epoch();
-        const auto left = std::chrono::ceil<milliseconds>(std::chrono::microseconds(due) - now);
-        timer->start(std::max(milliseconds(0), left));
-    } else {
-        timer->stop();
-    }
+    if (!queue.empty() || isLost)
+        watch->setDeadline(Moment::min());
+    else if (!disconnected && sd_bus_get_timeout(bus.get(), &due) >= 0 && due != UINT64_MAX)
+        watch->setDeadline(Moment(std::chrono::microseconds(due)));
+    else
+        watch->setDeadline(std::nullopt);
 }
 
 void BusConnection::Private::disconnect()
 {
     disconnected = true;
-    readable.reset();
-    writable.reset();
+    watch->watch(-1, 0);
     sd_bus_close(bus.get()); // calls from now on fail at once
     const Failure failure{"org.freedesktop.DBus.Error.NoReply", "The bus has gone away."};
     for (LaterCall *call : std::exchange(laterCalls, {}))
@@ -388,7 +357,7 @@ void BusConnection::Private::turn()
         queue.pop_front();
         handler();
     }
-    if (timer)
+    if (watch)
         rearm();
 }
 
@@ -396,7 +365,5 @@ void BusConnection::Private::abandon()
 {
     listeners.clear();
     queue.clear();
-    readable.reset();
-    writable.reset();
-    timer.reset();
+    watch.reset();
 }

@@ -2,9 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
-
-#include <QSocketNotifier>
-#include <QTimer>
+#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
 
 #include <deque>
 #include <map>
@@ -60,14 +58,7 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     std::set<LaterCall *> laterCalls; ///< Those not answered yet. Each belongs to the slot of its reply.
     bool disconnected = false;
     bool queueOverflowed = false;
-    // Dropped from within their own signals too, hence deleted later.
-    struct DropLater {
-        void operator()(QTimer *timer) const;
-        void operator()(QSocketNotifier *notifier) const;
-    };
-    std::unique_ptr<QSocketNotifier, DropLater> readable;
-    std::unique_ptr<QSocketNotifier, DropLater> writable;
-    std::unique_ptr<QTimer, DropLater> timer; ///< Null as long as nothing needs the event loop.
+    std::unique_ptr<DescriptorWatch> watch; ///< Null as long as nothing needs the event loop.
 
     /// A call that is ready to be sent. Null, and `failure` filled in, when an argument does not fit.
     Message makeCall(const Member &method, const QByteArray &signature, const QVariantList &arguments,
