@@ -6,7 +6,6 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
-#include "DozelyKit/system/power/ServiceRegistry.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
@@ -125,14 +124,11 @@ void PowerCommand::run(const AdminOptions &options)
 void PowerCommand::sleep(const AdminOptions &options)
 {
     SystemPower &power = *Platform::current().systemPower;
-    quint32 masterPort = 0;
-    Platform::current().serviceRegistry->masterPort(&masterPort);
-    const quint32 connection = power.findPowerManagement(masterPort);
-    if (connection == 0)
+    if (!power.canSleep())
         throw AdminError(ExitStatus::Failed,
                          "There is no login manager that could put this machine to sleep.");
     ZDRLog("The machine is put to sleep by user %d.", Identity::caller());
-    if (power.sleepSystem(connection) != 0) {
+    if (!power.sleep()) {
         if (isSystem())
             throw AdminError(ExitStatus::Failed, "The machine does not let itself be put to sleep.");
         throw AdminError(ExitStatus::NotPermitted,

@@ -8,6 +8,6 @@
 void PowerOffDaemonPlugIn::actInDaemon()
 {
     ZDRLog("PowerOff: the machine is asked to switch itself off.");
-    if (Platform::current().systemPower->powerOff() != 0)
+    if (!Platform::current().systemPower->powerOff())
         ZDRLog("PowerOff: the machine does not let itself be switched off.");
 }

@@ -11,7 +11,6 @@
 #include "DozelyKit/system/network/linux/AvahiNetServices_p.h"
 #include "DozelyKit/system/network/linux/LinuxPrimaryInterface_p.h"
 #include "DozelyKit/system/network/linux/RouteReachability_p.h"
-#include "DozelyKit/system/power/linux/LinuxServiceRegistry_p.h"
 #include "DozelyKit/system/power/linux/LogindPower_p.h"
 #include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 #include "DozelyKit/system/power/linux/UinputKeyDriver_p.h"
@@ -31,7 +30,6 @@ Platform::Platform()
       primaryInterface(std::make_shared<LinuxPrimaryInterface>()),
       processTable(std::make_shared<LinuxProcessTable>()),
       reachability(std::make_shared<RouteReachability>()),
-      serviceRegistry(std::make_shared<LinuxServiceRegistry>()),
       userNotificationPresenter(std::make_shared<BusUserNotificationPresenter>())
 {
     const auto scheduler = std::make_shared<RtcPowerEventScheduler>();

@@ -18,7 +18,6 @@ class PowerEventScheduler;
 class PrimaryInterface;
 class ProcessTable;
 class Reachability;
-class ServiceRegistry;
 class SystemPower;
 class UserNotificationPresenter;
 
@@ -47,7 +46,6 @@ public:
     std::shared_ptr<PrimaryInterface> primaryInterface;
     std::shared_ptr<ProcessTable> processTable;
     std::shared_ptr<Reachability> reachability;
-    std::shared_ptr<ServiceRegistry> serviceRegistry;
     std::shared_ptr<SystemPower> systemPower;
     std::shared_ptr<UserNotificationPresenter> userNotificationPresenter; ///< The desktop's notifications.
 

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QVariantMap>
 
 #include <optional>
 
@@ -49,6 +50,12 @@ public:
         bool isOurs = false; ///< Whether it was armed for an event of ours.
     };
 
+    /// Whether the machine has a power-management controller: what wakes it by a clock.
+    struct Controller {
+        bool isThere = false;
+        qint32 failure = 0; ///< Why the machine could not be asked; 0 when it could.
+    };
+
     virtual ~PowerEventScheduler() = default;
 
     /// Schedules an event. A fraction of a second is cut off. Fails for a date that has passed, an unknown
@@ -74,6 +81,14 @@ public:
     /// The clock and its alarm at the moment; absent when the machine has none that could wake it. Any user
     /// may ask.
     virtual std::optional<Alarm> alarm() = 0;
+
+    /// Looks for the controller. Any user may ask.
+    virtual Controller controller() = 0;
+
+    /// What the controller holds: under "AutoWake" the seconds until it wakes the machine, under "AutoPower"
+    /// when it switches it on, in seconds since 1904 in local time; absent when it is not there or does not
+    /// tell. Any user may ask.
+    virtual std::optional<QVariantMap> controllerProperties() = 0;
 
     /// Sets the alarm to a date, reads it back, and sets it as it was. Empty when it read back what was set,
     /// else a sentence that says what went wrong.

@@ -4,12 +4,12 @@
 #include "DozelyKit/core/foundation/NSAssertionHandler.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/KeyEventDriver.h"
-#include "DozelyKit/system/power/ServiceRegistry.h"
 
 namespace
 {
 constexpr char success[] = "KERN_SUCCESS"; // what was expected
 constexpr quint32 auxKeyDown = 0x0A00;
+constexpr quint32 openConnection = 1;
 
 quint32 connection = 0; // to the event driver; opened once
 
@@ -30,11 +30,10 @@ void fail(const char *method, Line line, const char *description)
                                                                description);
 }
 
-void post(const NXEventData &data, const char *method, Line line)
+void post(const NXEventData &event, const char *method, Line line)
 {
-    const quint32 driver = ZDRKeyManager::eventDriver();
-    if (Platform::current().keyEventDriver->post(driver, NX_SYSDEFINED, {}, data, kNXEventDataVersion, 0,
-                                                 0) != 0)
+    ZDRKeyManager::eventDriver();
+    if (!Platform::current().keyEventDriver->post(event))
         fail(method, line, success);
 }
 } // namespace
@@ -44,20 +43,23 @@ quint32 ZDRKeyManager::eventDriver()
     constexpr char method[] = "eventDriver";
     if (connection != 0)
         return connection;
-    ServiceRegistry &registry = *Platform::current().serviceRegistry;
-    quint32 masterPort = 0;
-    if (registry.masterPort(&masterPort) != 0)
+    switch (Platform::current().keyEventDriver->open()) {
+    case KeyEventDriver::Opening::Opened:
+        connection = openConnection;
+        break;
+    case KeyEventDriver::Opening::NoAnswer:
         fail(method, masterPortLine, success);
-    quint32 iterator = 0;
-    if (registry.matchingServices(masterPort, "IOHIDSystem", &iterator) != 0)
+        break;
+    case KeyEventDriver::Opening::NoList:
         fail(method, matchingLine, success);
-    const quint32 service = registry.next(iterator);
-    if (service == 0)
+        break;
+    case KeyEventDriver::Opening::NoInputSystem:
         fail(method, serviceLine, "service");
-    if (Platform::current().keyEventDriver->open(service, kIOHIDParamConnectType, &connection) != 0)
+        break;
+    case KeyEventDriver::Opening::Refused:
         fail(method, openLine, success);
-    registry.release(service);
-    registry.release(iterator);
+        break;
+    }
     return connection;
 }
 

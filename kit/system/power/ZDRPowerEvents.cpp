@@ -9,11 +9,12 @@
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram_p.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
-#include "DozelyKit/system/power/ServiceRegistry.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 
+#include <QSet>
 #include <QTimeZone>
 
+#include <cerrno>
 #include <chrono>
 
 namespace
@@ -21,10 +22,10 @@ namespace
 constexpr char autoPower[] = "AutoPower";
 constexpr char autoWake[] = "AutoWake";
 constexpr char owner[] = "com.dozely";
-constexpr char controllerClass[] = "ApplePMU";
 constexpr std::chrono::minutes longestPmset{1};
 
-quint32 masterPort = 0;
+QSet<quint32> openReferences; // to the controller
+quint32 lastReference = 0;
 
 /// The event type that a key stands for; null for none.
 QString eventType(const QString &key)
@@ -108,26 +109,29 @@ bool ZDRPowerManager::autoEventsSupported()
 quint32 ZDRPowerManager::_pmuReference()
 {
     initialize();
-    ServiceRegistry &registry = *Platform::current().serviceRegistry;
-    if (const qint32 result = registry.masterPort(&masterPort); result != 0)
-        ZDRLog("IOMasterPort() failed: %08lx\n", qint64(result));
-    return registry.matchingService(masterPort, controllerClass);
+    const auto controller = Platform::current().powerEventScheduler->controller();
+    if (controller.failure != 0)
+        ZDRLog("IOMasterPort() failed: %08lx\n", qint64(controller.failure));
+    if (!controller.isThere)
+        return 0;
+    openReferences += ++lastReference;
+    return lastReference;
 }
 
 void ZDRPowerManager::_closePMUReference(quint32 handle)
 {
     initialize();
-    if (const qint32 result = Platform::current().serviceRegistry->release(handle); result != 0)
-        ZDRLog("IOObjectRelease() failed: %08lx\n", qint64(result));
+    if (!openReferences.remove(handle))
+        ZDRLog("IOObjectRelease() failed: %08lx\n", qint64(EINVAL));
 }
 
 std::optional<QVariantMap> ZDRPowerManager::pmuProperties()
 {
     const quint32 handle = _pmuReference();
-    QVariantMap properties;
-    const qint32 result = Platform::current().serviceRegistry->properties(handle, &properties);
+    const auto properties =
+        handle == 0 ? std::nullopt : Platform::current().powerEventScheduler->controllerProperties();
     _closePMUReference(handle);
-    return result == 0 ? std::optional(properties) : std::nullopt;
+    return properties;
 }
 
 QDateTime ZDRPowerManager::wakeDate()

@@ -7,8 +7,7 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/system/power/ServiceRegistry.h"
-#include "DozelyKit/system/power/SystemPower.h"
+#include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/ZDRKeyManager.h"
 #include "DozelyKit/system/power/ZDRPowerManager_p.h"
 
@@ -67,24 +66,20 @@ std::shared_ptr<ZDRPowerManager> ZDRPowerManager::init()
     return instance;
 }
 
-ZDRPowerManager::ZDRPowerManager() : d(std::make_unique<Private>())
+ZDRPowerManager::ZDRPowerManager()
 {
     // What the ports have to tell belongs into the shared log.
     setProblemReport([](const QString &sentence) { ZDRLog("%@", sentence); });
-    d->_events = std::make_shared<QVariantList>();
-    const SystemPower::Registration registration =
-        Platform::current().systemPower->registerForSystemPower(this, systemPowerHasChangedCallback);
-    d->root_port = registration.rootPort;
-    d->notifier = registration.notifier;
+    d = std::make_unique<ZDRPowerManagerFields>(
+        Platform::current().systemPower, [this](quint32 messageType, void *change) {
+            systemPowerHasChangedCallback(this, 0, messageType, change);
+        });
     // Never given back: the signal may come as long as the process lives.
     [[maybe_unused]] static auto *const asked =
         new LoopSignal({termination}, [] { quit_message(termination); });
 }
 
-ZDRPowerManager::~ZDRPowerManager()
-{
-    Platform::current().systemPower->deregisterForSystemPower(&d->notifier);
-}
+ZDRPowerManager::~ZDRPowerManager() = default;
 
 void ZDRPowerManager::_systemPowerHasChangedWithArgument(quint32 messageType, void *argument)
 {
@@ -102,21 +97,15 @@ void ZDRPowerManager::_systemPowerHasChangedWithArgument(quint32 messageType, vo
     default:
         break;
     }
-    Platform::current().systemPower->allowPowerChange(d->root_port, argument);
+    d->root_port->allow(argument);
 }
 
 void ZDRPowerManager::forceSleep()
 {
     initialize();
     ZDRLog("Mise en veille forcee.");
-    quint32 masterPort = 0;
-    if (Platform::current().serviceRegistry->masterPort(&masterPort) != 0)
-        return;
     SystemPower &power = *Platform::current().systemPower;
-    const quint32 powerManagement = power.findPowerManagement(masterPort);
-    if (powerManagement == 0)
-        return;
-    if (power.sleepSystem(powerManagement) != 0)
+    if (power.canSleep() && !power.sleep())
         ZDRLog("Erreur lors de la mise en veille forcee");
 }
 
@@ -131,9 +120,4 @@ void quit_message(int signalNumber)
     if (signalNumber == termination)
         ZDRPowerManager::sharedInstance()->_systemPowerHasChangedWithArgument(kIOMessageSystemWillPowerOff,
                                                                               nullptr);
-}
-
-void ZDRPowerManagerAccess::releaseSharedInstance()
-{
-    shared().reset();
 }

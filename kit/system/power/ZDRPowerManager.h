@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+struct ZDRPowerManagerFields;
+
 /// Posted on NSNotificationCenter::defaultCenter(), without object and user info. The machine waits until the
 /// observers have run.
 /// @{
@@ -85,10 +87,8 @@ public:
     static void removeStartupDate();                   ///< Cancels "AutoPower".
 
 private:
-    friend class ZDRPowerManagerAccess;
-    struct Private;
     ZDRPowerManager();
-    std::unique_ptr<Private> d;
+    std::unique_ptr<ZDRPowerManagerFields> d;
 };
 
 /// The callback of the power messages: hands type and argument to the shared instance.

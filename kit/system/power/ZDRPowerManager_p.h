@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/system/power/ZDRPowerManager.h"
+#include "DozelyKit/system/power/SystemPower.h"
 
 #include <QVariantList>
 
-struct ZDRPowerManager::Private {
-    quint32 root_port = 0; // consent goes there
-    quint32 notifier = 0;  // the registration, given back at the end
-    std::shared_ptr<QVariantList> _events;
-};
+/// The fields of ZDRPowerManager. Made, they listen to the machine's power; destroyed, no longer.
+struct ZDRPowerManagerFields {
+    ZDRPowerManagerFields(std::shared_ptr<SystemPower> power, SystemPower::Listener listener)
+        : root_port(std::move(power)), notifier(root_port->listen(std::move(listener)))
+    {
+    }
 
-/// What tests need of the shared instance: its fields, and to see it go.
-class ZDRPowerManagerAccess
-{
-public:
-    static ZDRPowerManager::Private &fields(ZDRPowerManager &manager) { return *manager.d; }
-    /// Lets go of the shared instance; the next use makes another one.
-    DOZELYKIT_AUTOTEST_EXPORT static void releaseSharedInstance();
+    std::shared_ptr<SystemPower> root_port; // what allows changes
+    std::unique_ptr<SystemPower::Listening> notifier;
+    std::shared_ptr<QVariantList> _events = std::make_shared<QVariantList>();
 };

@@ -30,7 +30,7 @@ protected:
     ~LogindPowerTest() override { setProblemReport({}); }
     void SetUp() override { ASSERT_TRUE(bus.isRunning()); }
 
-    /// The usual start: the manager is there, and we are registered.
+    /// The usual start: the manager is there, and we listen.
     void start()
     {
         logind.appear();
@@ -54,7 +54,7 @@ protected:
     PowerRecorder recorder{power};
 };
 
-TEST_F(LogindPowerTest, HoldsOneDelayLockWhileItIsRegistered)
+TEST_F(LogindPowerTest, HoldsOneDelayLockWhileSomebodyListens)
 {
     start();
     ASSERT_THAT(logind.held("delay"), SizeIs(1));
@@ -62,19 +62,15 @@ TEST_F(LogindPowerTest, HoldsOneDelayLockWhileItIsRegistered)
     EXPECT_EQ(lock.what, "sleep:shutdown");
     EXPECT_EQ(lock.who, "com.dozely");
     EXPECT_FALSE(lock.why.isEmpty());
-    quint32 notifier = recorder.registration().notifier;
-    EXPECT_NE(notifier, 0U);
-    power.deregisterForSystemPower(&notifier);
-    EXPECT_EQ(notifier, 0U);
+    EXPECT_TRUE(recorder.isListening());
+    recorder.stopListening();
     EXPECT_TRUE(holdsNoDelayLock());
 }
 
-TEST_F(LogindPowerTest, RegistersOneAtATime)
+TEST_F(LogindPowerTest, OneListensAtATime)
 {
     start();
-    const auto second = power.registerForSystemPower(this, [](void *, quint32, quint32, void *) { FAIL(); });
-    EXPECT_EQ(second.rootPort, 0U);
-    EXPECT_EQ(second.notifier, 0U);
+    EXPECT_FALSE(power.listen([](quint32, void *) { FAIL(); }));
     logind.prepareForSleep(true);
     logind.settle();
     EXPECT_THAT(recorder.messages, ElementsAre("sleep"));
@@ -116,15 +112,13 @@ TEST_F(LogindPowerTest, HoldsTheLockUntilConsentIsGiven)
     logind.prepareForSleep(true);
     logind.settle();
     EXPECT_TRUE(holdsOneDelayLock());
-    void *const argument = recorder.lastArgument;
-    const quint32 rootPort = recorder.registration().rootPort;
-    power.allowPowerChange(rootPort, nullptr);
-    power.allowPowerChange(rootPort + 100, argument);
-    power.allowPowerChange(rootPort, static_cast<char *>(argument) + 1);
-    EXPECT_TRUE(holdsOneDelayLock()) << "none of these is consent to this change";
-    power.allowPowerChange(rootPort, argument);
+    void *const change = recorder.lastChange;
+    power.allow(nullptr);
+    power.allow(static_cast<char *>(change) + 1);
+    EXPECT_TRUE(holdsOneDelayLock()) << "neither is consent to this change";
+    power.allow(change);
     EXPECT_TRUE(holdsNoDelayLock());
-    power.allowPowerChange(rootPort, argument);
+    power.allow(change);
     EXPECT_THAT(prepared, ElementsAre("sleep")) << "once";
 }
 
@@ -134,10 +128,10 @@ TEST_F(LogindPowerTest, ConsentThatComesAfterTheWakeReleasesNothing)
     recorder.consents = false;
     logind.prepareForSleep(true);
     logind.settle();
-    void *const argument = recorder.lastArgument;
+    void *const change = recorder.lastChange;
     logind.prepareForSleep(false);
     logind.settle();
-    power.allowPowerChange(recorder.registration().rootPort, argument);
+    power.allow(change);
     EXPECT_TRUE(holdsOneDelayLock());
 }
 
@@ -469,7 +463,7 @@ TEST_F(LogindPowerTest, OrdersSleepAndPowerOffWithoutAskingAPerson)
     logind.appear();
     logind.settle();
     const auto whileServed = [this](auto order) {
-        qint32 result = -100;
+        bool result = false;
         std::atomic<bool> isDone = false;
         std::thread caller([&] {
             result = order();
@@ -479,21 +473,19 @@ TEST_F(LogindPowerTest, OrdersSleepAndPowerOffWithoutAskingAPerson)
         caller.join();
         return result;
     };
-    EXPECT_EQ(whileServed([this] { return qint32(power.findPowerManagement(1)); }), 1);
-    EXPECT_EQ(power.findPowerManagement(0), 0U);
-    EXPECT_EQ(whileServed([this] { return power.sleepSystem(1); }), 0);
-    EXPECT_EQ(whileServed([this] { return power.powerOff(); }), 0);
+    EXPECT_TRUE(whileServed([this] { return power.canSleep(); }));
+    EXPECT_TRUE(whileServed([this] { return power.sleep(); }));
+    EXPECT_TRUE(whileServed([this] { return power.powerOff(); }));
     EXPECT_THAT(logind.orders, ElementsAre("Suspend false", "PowerOff false"));
     logind.orderRefusal = "org.freedesktop.login1.SleepVerbNotSupported";
-    EXPECT_NE(whileServed([this] { return power.sleepSystem(1); }), 0);
-    EXPECT_NE(whileServed([this] { return power.powerOff(); }), 0);
-    EXPECT_NE(power.sleepSystem(0), 0);
+    EXPECT_FALSE(whileServed([this] { return power.sleep(); }));
+    EXPECT_FALSE(whileServed([this] { return power.powerOff(); }));
 }
 
 TEST_F(LogindPowerTest, FindsNothingToOrderWithoutAManagerOrABus)
 {
-    EXPECT_EQ(power.findPowerManagement(1), 0U);
+    EXPECT_FALSE(power.canSleep());
     bus.stop();
-    EXPECT_EQ(power.findPowerManagement(1), 0U);
-    EXPECT_NE(power.sleepSystem(1), 0);
+    EXPECT_FALSE(power.canSleep());
+    EXPECT_FALSE(power.sleep());
 }

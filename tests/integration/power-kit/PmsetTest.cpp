@@ -216,6 +216,8 @@ TEST_F(PmsetTest, ServesTheFallbackOfASystemThatItLiesIn)
         qint32 arm(Phase) override { return 1; }
         void keepArmed() override {}
         std::optional<Alarm> alarm() override { return {}; }
+        Controller controller() override { return {}; }
+        std::optional<QVariantMap> controllerProperties() override { return {}; }
         QString testAlarm(const QDateTime &) override { return {}; }
     };
     root.makeFolder("/usr/bin");

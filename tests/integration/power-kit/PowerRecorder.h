@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/linux/LogindPower_p.h"
 #include "integration/power-kit/FakeLogind.h"
 
@@ -8,20 +9,18 @@
 
 #include <functional>
 
-/// Registers for power messages, writes them down and consents.
+/// Listens to power messages, writes them down and allows the changes.
 class PowerRecorder
 {
 public:
     explicit PowerRecorder(LogindPower &power) : m_power(power) {}
-    ~PowerRecorder() { m_power.deregisterForSystemPower(&m_registration.notifier); }
 
     void listen()
     {
-        m_registration =
-            m_power.registerForSystemPower(this, [](void *self, quint32, quint32 type, void *argument) {
-                static_cast<PowerRecorder *>(self)->hear(type, argument);
-            });
+        m_listening = m_power.listen([this](quint32 type, void *change) { hear(type, change); });
     }
+    void stopListening() { m_listening.reset(); }
+    bool isListening() const { return m_listening != nullptr; }
 
     static QString nameOf(quint32 type)
     {
@@ -40,25 +39,24 @@ public:
     }
 
     QStringList messages;
-    void *lastArgument = nullptr;
+    void *lastChange = nullptr;
     bool consents = true;
     std::function<void()> before; ///< Runs before consent.
     std::function<void()> after;  ///< Runs after it.
-    SystemPower::Registration registration() const { return m_registration; }
 
 private:
-    void hear(quint32 type, void *argument)
+    void hear(quint32 type, void *change)
     {
         messages += nameOf(type);
-        lastArgument = argument;
+        lastChange = change;
         if (before)
             before();
         if (consents)
-            m_power.allowPowerChange(m_registration.rootPort, argument);
+            m_power.allow(change);
         if (consents && after)
             after();
     }
 
     LogindPower &m_power;
-    SystemPower::Registration m_registration;
+    std::unique_ptr<SystemPower::Listening> m_listening;
 };

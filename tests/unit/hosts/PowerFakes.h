@@ -3,6 +3,7 @@
 
 #include "DozelyKit/system/power/KeyEventDriver.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
 #include <QStringList>
@@ -32,6 +33,8 @@ public:
     }
     void keepArmed() override {}
     std::optional<Alarm> alarm() override { return {}; }
+    Controller controller() override { return {}; }
+    std::optional<QVariantMap> controllerProperties() override { return {}; }
     QString testAlarm(const QDateTime &) override { return {}; }
 
     QList<Event> events;
@@ -45,28 +48,22 @@ public:
 class PowerByHand : public SystemPower
 {
 public:
-    Registration registerForSystemPower(void *reference, IOServiceInterestCallback callback) override
+    std::unique_ptr<Listening> listen(Listener listener) override
     {
-        m_reference = reference;
-        m_callback = callback;
-        return {1, 2};
+        m_listener = std::move(listener);
+        return std::make_unique<Listening>();
     }
-    void deregisterForSystemPower(quint32 *notifier) override
-    {
-        *notifier = 0;
-        m_callback = nullptr;
-    }
-    void allowPowerChange(quint32, void *) override { ++consents; }
-    quint32 findPowerManagement(quint32) override { return 3; }
-    qint32 sleepSystem(quint32) override
+    void allow(void *) override { ++consents; }
+    bool canSleep() override { return true; }
+    bool sleep() override
     {
         ++sleeps;
-        return 0;
+        return true;
     }
-    qint32 powerOff() override
+    bool powerOff() override
     {
         ++powerOffs;
-        return powerOffResult;
+        return !refusesPowerOff;
     }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override
     {
@@ -74,14 +71,14 @@ public:
         return std::make_unique<Counted>(inhibitions);
     }
 
-    void send(quint32 messageType) { m_callback(m_reference, 1, messageType, nullptr); }
+    void send(quint32 messageType) { m_listener(messageType, nullptr); }
 
     QStringList reasons; // of all inhibitions ever taken
     int inhibitions = 0; // that are held now
     int consents = 0;
     int sleeps = 0;
     int powerOffs = 0;
-    qint32 powerOffResult = 0;
+    bool refusesPowerOff = false;
 
 private:
     class Counted : public Inhibition
@@ -95,21 +92,13 @@ private:
     private:
         int &m_count;
     };
-    void *m_reference = nullptr;
-    IOServiceInterestCallback m_callback = nullptr;
+    Listener m_listener;
 };
 
 /// Keys that nobody sees.
 class NoKeys : public KeyEventDriver
 {
 public:
-    qint32 open(quint32, quint32, quint32 *connection) override
-    {
-        *connection = 1;
-        return 0;
-    }
-    qint32 post(quint32, quint32, IOGPoint, const NXEventData &, quint32, quint32, quint32) override
-    {
-        return 0;
-    }
+    Opening open() override { return Opening::Opened; }
+    bool post(const NXEventData &) override { return true; }
 };

@@ -60,7 +60,7 @@ TEST_F(PowerPlugInsTest, PowerOffSwitchesTheMachineOffInTheDaemon)
 
 TEST_F(PowerPlugInsTest, PowerOffSaysThatTheMachineRefused)
 {
-    power->powerOffResult = 1;
+    power->refusesPowerOff = true;
     make<WDDaemonPlugIn>(daemonLoader, "PowerOff")->actInDaemon();
     EXPECT_EQ(messages().last(), "PowerOff: the machine does not let itself be switched off.");
 }

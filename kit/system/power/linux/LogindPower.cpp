@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/system/power/PowerMessages.h"
 
 #include <QPointer>
 
@@ -28,18 +29,13 @@ constexpr seconds absenceTime{10}; // a restart takes less, and is nobody's busi
 constexpr seconds repetitionTime{30};
 constexpr seconds overTime{30};
 
-constexpr quint32 powerService = 1;
-constexpr qint32 refused = -1;
-
 /// Has the manager do something to the machine, over a connection of its own.
-qint32 order(const char *operation)
+bool order(const char *operation)
 {
     constexpr bool mayAskThePerson = false;
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     return bus && bus->call({service, managerPath, managerInterface, operation}, "b", {mayAskThePerson},
-                            QDeadlineTimer(orderTime))
-               ? 0
-               : refused;
+                            QDeadlineTimer(orderTime));
 }
 
 bool isRepetition(const QDateTime &told)
@@ -77,6 +73,22 @@ private:
     LogindLock m_lock;
 };
 
+class LogindPower::OnlyListening : public Listening
+{
+public:
+    explicit OnlyListening(LogindPower &power) : m_power(&power), m_alive(&power.m_context) {}
+
+    ~OnlyListening() override
+    {
+        if (m_alive)
+            m_power->stopListening();
+    }
+
+private:
+    LogindPower *m_power;
+    QPointer<QObject> m_alive; // gone with the port
+};
+
 LogindPower::LogindPower(Preparation preparation)
     : m_preparation(std::move(preparation)),
       m_reconnectDelay(firstReconnect),
@@ -96,28 +108,19 @@ void LogindPower::forEachLock(const std::function<void(LogindLock &)> &action)
         action(*lock);
 }
 
-SystemPower::Registration LogindPower::registerForSystemPower(void *reference,
-                                                              IOServiceInterestCallback callback)
+std::unique_ptr<SystemPower::Listening> LogindPower::listen(Listener listener)
 {
-    if (m_callback || !callback)
-        return {};
-    m_reference = reference;
-    m_callback = callback;
-    m_registration.rootPort = ++m_lastHandle;
-    m_registration.notifier = ++m_lastHandle;
+    if (m_listener || !listener)
+        return nullptr;
+    m_listener = std::move(listener);
     m_delayLock.take();
     connectToBus();
-    return m_registration;
+    return std::make_unique<OnlyListening>(*this);
 }
 
-void LogindPower::deregisterForSystemPower(quint32 *notifier)
+void LogindPower::stopListening()
 {
-    if (*notifier == 0 || *notifier != m_registration.notifier)
-        return;
-    *notifier = 0;
-    m_registration = {};
-    m_callback = nullptr;
-    m_reference = nullptr;
+    m_listener = nullptr;
     m_pendingArgument = 0;
     m_delayLock.release();
 }
@@ -232,7 +235,7 @@ void LogindPower::begin(quint32 messageType)
 void LogindPower::woke()
 {
     m_pendingArgument = 0;
-    if (m_callback)
+    if (m_listener)
         m_delayLock.take();
     forEachLock([](LogindLock &lock) { lock.retry(); });
     prepare(kIOMessageSystemHasPoweredOn);
@@ -242,7 +245,7 @@ void LogindPower::woke()
 void LogindPower::shutdownCancelled()
 {
     m_pendingArgument = 0;
-    if (m_callback)
+    if (m_listener)
         m_delayLock.take();
     forEachLock([](LogindLock &lock) { lock.retry(); });
     prepare(kIOMessageSystemWillNotPowerOff);
@@ -287,12 +290,12 @@ void LogindPower::ask(const QByteArray &property, const std::function<void()> &o
 
 void LogindPower::deliver(quint32 messageType)
 {
-    if (!m_callback)
+    if (!m_listener)
         return;
     auto *const argument = reinterpret_cast<void *>(++m_lastArgument);
-    const quint32 rootPort = m_registration.rootPort;
+    const Listener listener = m_listener; // it may stop listening meanwhile
     try {
-        m_callback(m_reference, powerService, messageType, argument);
+        listener(messageType, argument);
         return;
     } catch (const std::exception &exception) {
         reportProblem(
@@ -300,7 +303,7 @@ void LogindPower::deliver(quint32 messageType)
     } catch (...) {
         reportProblem("Handling a power message failed.");
     }
-    allowPowerChange(rootPort, argument);
+    allow(argument);
 }
 
 void LogindPower::prepare(quint32 messageType) const
@@ -309,35 +312,34 @@ void LogindPower::prepare(quint32 messageType) const
         m_preparation(messageType);
 }
 
-void LogindPower::allowPowerChange(quint32 rootPort, void *messageArgument)
+void LogindPower::allow(void *change)
 {
-    const auto argument = reinterpret_cast<quintptr>(messageArgument);
-    if (rootPort == 0 || rootPort != m_registration.rootPort || argument == 0 ||
-        argument != m_pendingArgument)
+    const auto argument = reinterpret_cast<quintptr>(change);
+    if (argument == 0 || argument != m_pendingArgument)
         return;
     m_pendingArgument = 0;
     prepare(m_pendingMessage);
     m_delayLock.release();
 }
 
-quint32 LogindPower::findPowerManagement(quint32 masterPort)
+bool LogindPower::canSleep()
 {
     // Over a connection of its own: this may be a program whose event loop does not run.
-    const auto bus = masterPort == 0 ? nullptr : BusConnection::open(BusConnection::Bus::System);
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
-        return 0;
+        return false;
     const auto values =
         bus->call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner"},
                   "s", {QString(service)}, QDeadlineTimer(findingTime));
-    return values.value_or(QVariantList()).value(0).toBool() ? powerService : 0;
+    return values.value_or(QVariantList()).value(0).toBool();
 }
 
-qint32 LogindPower::sleepSystem(quint32 powerManagement)
+bool LogindPower::sleep()
 {
-    return powerManagement == powerService ? order("Suspend") : refused;
+    return order("Suspend");
 }
 
-qint32 LogindPower::powerOff()
+bool LogindPower::powerOff()
 {
     return order("PowerOff");
 }

@@ -11,7 +11,7 @@
 
 /// The machine's power as the login manager tells it over the system bus.
 ///
-/// While it is registered, it holds one delay lock ("sleep:shutdown"). What the manager announces becomes a
+/// While somebody listens, it holds one delay lock ("sleep:shutdown"). What the manager announces becomes a
 /// message; consent gives the lock back, and the manager goes on; when the machine has woken, the lock is
 /// taken again. The manager and the bus may come late, go and come again: what they announced last is then
 /// asked for. A signal that comes twice within half a minute is one; when the end of a sleep has not been
@@ -26,12 +26,11 @@ public:
     explicit LogindPower(Preparation preparation = {});
     ~LogindPower() override;
 
-    Registration registerForSystemPower(void *reference, IOServiceInterestCallback callback) override;
-    void deregisterForSystemPower(quint32 *notifier) override;
-    void allowPowerChange(quint32 rootPort, void *messageArgument) override;
-    quint32 findPowerManagement(quint32 masterPort) override;
-    qint32 sleepSystem(quint32 powerManagement) override;
-    qint32 powerOff() override;
+    std::unique_ptr<Listening> listen(Listener listener) override;
+    void allow(void *change) override;
+    bool canSleep() override;
+    bool sleep() override;
+    bool powerOff() override;
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override;
 
     /// Whether the machine waits for us, should it be put to sleep now.
@@ -39,12 +38,14 @@ public:
 
 private:
     class ActionInhibition;
+    class OnlyListening;
     /// One of the two kinds of announcements: that something begins, and that it is over.
     struct Announcement {
         bool hasBegun = false;
         QDateTime told; // when the last signal came; null before the first one
     };
 
+    void stopListening();
     void connectToBus();
     void connectLater();
     void busLost();
@@ -69,10 +70,7 @@ private:
     bool m_isAbsenceReported = false;
     std::chrono::milliseconds m_reconnectDelay;
 
-    Registration m_registration;
-    quint32 m_lastHandle = 0;
-    void *m_reference = nullptr;
-    IOServiceInterestCallback m_callback = nullptr;
+    Listener m_listener;
 
     LogindLock m_delayLock;
     std::list<LogindLock *> m_actionLocks;

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
-#include "DozelyKit/system/power/SystemPower.h"
+#include "DozelyKit/system/power/PowerMessages.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -220,6 +220,22 @@ std::optional<PowerEventScheduler::Alarm> RtcPowerEventScheduler::alarm()
         alarm.isOurs = isOurs(armed, PowerEventStore::peek());
     }
     return alarm;
+}
+
+PowerEventScheduler::Controller RtcPowerEventScheduler::controller()
+{
+    return {RtcAlarm::find(m_writer).has_value()};
+}
+
+std::optional<QVariantMap> RtcPowerEventScheduler::controllerProperties()
+{
+    const auto clock = RtcAlarm::find(m_writer);
+    if (!clock)
+        return {};
+    QVariantMap properties;
+    if (const auto armed = clock->armedFor())
+        properties.insert("AutoWake", quint64(*armed - clock->clockTime()));
+    return properties;
 }
 
 QString RtcPowerEventScheduler::testAlarm(const QDateTime &time)

@@ -25,6 +25,8 @@ public:
     qint32 arm(Phase phase) override;
     void keepArmed() override;
     std::optional<Alarm> alarm() override;
+    Controller controller() override;
+    std::optional<QVariantMap> controllerProperties() override;
     QString testAlarm(const QDateTime &time) override;
 
     /// The machine goes to sleep or off, or has woken: a power message's type, after the observers of one

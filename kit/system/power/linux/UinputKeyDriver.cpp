@@ -15,7 +15,6 @@
 
 namespace
 {
-constexpr quint32 onlyConnection = 1;
 constexpr int keyDown = 0x0A;
 constexpr int press = 1;
 constexpr int release = 0;
@@ -74,11 +73,11 @@ UinputKeyDriver::UinputKeyDriver() = default;
 
 UinputKeyDriver::~UinputKeyDriver() = default;
 
-int UinputKeyDriver::keyFor(const NXEventData &data)
+int UinputKeyDriver::keyFor(const NXEventData &event)
 {
-    switch (data.compound.subType) {
+    switch (event.compound.subType) {
     case NX_SUBTYPE_AUX_CONTROL_BUTTONS: {
-        const size_t code = data.compound.words[0] >> 16 & 0xFF;
+        const size_t code = event.compound.words[0] >> 16 & 0xFF;
         return code < auxKeys.size() ? auxKeys[code] : boundToNothing;
     }
     case powerSubtype:
@@ -112,37 +111,29 @@ int UinputKeyDriver::makeDevice(int file)
     return -result;
 }
 
-qint32 UinputKeyDriver::open(quint32 service, quint32 connectType, quint32 *connection)
+KeyEventDriver::Opening UinputKeyDriver::open()
 {
-    if (service == 0 || connectType != kIOHIDParamConnectType)
-        return EINVAL;
-    if (!m_isOpen) {
-        const int file = ::open(QFile::encodeName(RootFolder::join("/dev/uinput")).constData(),
-                                O_RDWR | O_NONBLOCK | O_CLOEXEC);
-        const int failure = file < 0 ? errno : makeDevice(file);
-        if (failure != 0 && !isNotThere(failure))
-            return failure;
-        if (failure != 0)
-            reportProblem(QString("Key events cannot be posted here: %1.").arg(qt_error_string(failure)));
-        m_isOpen = true;
-    }
-    *connection = onlyConnection;
-    return 0;
+    if (m_isOpen)
+        return Opening::Opened;
+    const int file = ::open(QFile::encodeName(RootFolder::join("/dev/uinput")).constData(),
+                            O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    const int failure = file < 0 ? errno : makeDevice(file);
+    if (failure != 0 && !isNotThere(failure))
+        return Opening::Refused;
+    if (failure != 0)
+        reportProblem(QString("Key events cannot be posted here: %1.").arg(qt_error_string(failure)));
+    m_isOpen = true;
+    return Opening::Opened;
 }
 
-qint32 UinputKeyDriver::post(quint32 connection, quint32 eventType, IOGPoint, const NXEventData &data,
-                             quint32 version, quint32, quint32)
+bool UinputKeyDriver::post(const NXEventData &event)
 {
-    if (connection != onlyConnection || !m_isOpen || eventType != NX_SYSDEFINED ||
-        version != kNXEventDataVersion)
-        return EINVAL;
     if (!m_device)
-        return 0;
-    const bool isAux = data.compound.subType == NX_SUBTYPE_AUX_CONTROL_BUTTONS;
-    if (isAux && (data.compound.words[0] >> 8 & 0xFF) != keyDown)
-        return 0; // the release, which has happened
-    const int key = keyFor(data);
-    const int failure = m_device->send(key, press);
+        return m_isOpen;
+    const bool isAux = event.compound.subType == NX_SUBTYPE_AUX_CONTROL_BUTTONS;
+    if (isAux && (event.compound.words[0] >> 8 & 0xFF) != keyDown)
+        return true; // the release, which has happened
+    const int key = keyFor(event);
     // A key that stays down repeats, and cannot be pressed again.
-    return failure != 0 ? failure : m_device->send(key, release);
+    return m_device->send(key, press) == 0 && m_device->send(key, release) == 0;
 }

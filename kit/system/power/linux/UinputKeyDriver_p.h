@@ -7,7 +7,7 @@
 
 /// A keyboard of our own in the kernel, made when it is first opened and kept.
 ///
-/// Codes are errno values. Without /dev/uinput, or the right to use it, events are dropped; the log says so
+/// Without /dev/uinput, or the right to use it, events are dropped; the log says so
 /// once.
 class DOZELYKIT_AUTOTEST_EXPORT UinputKeyDriver : public KeyEventDriver
 {
@@ -15,12 +15,11 @@ public:
     UinputKeyDriver();
     ~UinputKeyDriver() override;
 
-    qint32 open(quint32 service, quint32 connectType, quint32 *connection) override;
-    qint32 post(quint32 connection, quint32 eventType, IOGPoint location, const NXEventData &data,
-                quint32 version, quint32 flags, quint32 options) override;
+    Opening open() override;
+    bool post(const NXEventData &event) override;
 
-    /// The kernel's key for the event in `data`; a key that is bound to nothing when there is none.
-    static int keyFor(const NXEventData &data);
+    /// The kernel's key for the event; a key that is bound to nothing when there is none.
+    static int keyFor(const NXEventData &event);
 
 private:
     struct Device;

@@ -7,7 +7,6 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/KeyEventDriver.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
-#include "DozelyKit/system/power/ServiceRegistry.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "support/FakeClock.h"
@@ -24,88 +23,25 @@
 /// What the ports were asked for, and in which order: one line each, with what the observers saw in between.
 using Story = QStringList;
 
-class FakeRegistry : public ServiceRegistry
-{
-public:
-    explicit FakeRegistry(Story &story) : m_story(story) {}
-
-    qint32 masterPort(quint32 *port) override
-    {
-        m_story += "masterPort";
-        *port = 3;
-        return masterPortResult;
-    }
-    quint32 matchingService(quint32 masterPort, const QByteArray &className) override
-    {
-        m_story += QString("matchingService %1 %2").arg(masterPort).arg(QString(className));
-        return controller;
-    }
-    qint32 matchingServices(quint32 masterPort, const QByteArray &className, quint32 *iterator) override
-    {
-        m_story += QString("matchingServices %1 %2").arg(masterPort).arg(QString(className));
-        *iterator = 40;
-        return matchingResult;
-    }
-    quint32 next(quint32 iterator) override
-    {
-        m_story += QString("next %1").arg(iterator);
-        return inputService;
-    }
-    qint32 release(quint32 handle) override
-    {
-        m_story += QString("release %1").arg(handle);
-        return handle == 0 ? 0x10000003 : releaseResult;
-    }
-    qint32 properties(quint32 service, QVariantMap *properties) override
-    {
-        m_story += QString("properties %1").arg(service);
-        if (service == 0 || propertiesResult != 0)
-            return propertiesResult != 0 ? propertiesResult : 1;
-        *properties = values;
-        return 0;
-    }
-
-    qint32 masterPortResult = 0;
-    qint32 matchingResult = 0;
-    qint32 releaseResult = 0;
-    qint32 propertiesResult = 0;
-    quint32 inputService = 41;
-    quint32 controller = 50;
-    QVariantMap values;
-
-private:
-    Story &m_story;
-};
-
 class FakeKeyDriver : public KeyEventDriver
 {
 public:
     explicit FakeKeyDriver(Story &story) : m_story(story) {}
 
-    qint32 open(quint32 service, quint32 connectType, quint32 *connection) override
+    Opening open() override
     {
-        m_story += QString("open %1 %2").arg(service).arg(connectType);
-        if (openResult == 0)
-            *connection = 77;
-        return openResult;
+        m_story += "open";
+        return opening;
     }
-    qint32 post(quint32 connection, quint32 eventType, IOGPoint location, const NXEventData &data,
-                quint32 version, quint32 flags, quint32 options) override
+    bool post(const NXEventData &event) override
     {
-        m_story += QString("post %1 type %2 at %3,%4 version %5 flags %6 options %7")
-                       .arg(connection)
-                       .arg(eventType)
-                       .arg(location.x)
-                       .arg(location.y)
-                       .arg(version)
-                       .arg(flags)
-                       .arg(options);
-        records += QByteArray(reinterpret_cast<const char *>(&data), sizeof data);
-        return postResult;
+        m_story += "post";
+        records += QByteArray(reinterpret_cast<const char *>(&event), sizeof event);
+        return !refuses;
     }
 
-    qint32 openResult = 0;
-    qint32 postResult = 0;
+    Opening opening = Opening::Opened;
+    bool refuses = false;
     QList<QByteArray> records;
 
 private:
@@ -117,50 +53,51 @@ class FakePower : public SystemPower
 public:
     explicit FakePower(Story &story) : m_story(story) {}
 
-    Registration registerForSystemPower(void *newReference, IOServiceInterestCallback newCallback) override
+    std::unique_ptr<Listening> listen(Listener newListener) override
     {
-        m_story += "register";
-        reference = newReference;
-        callback = newCallback;
-        return {21, 22};
+        m_story += "listen";
+        listener = std::move(newListener);
+        return std::make_unique<Told>(m_story);
     }
-    void deregisterForSystemPower(quint32 *notifier) override
+    void allow(void *change) override
     {
-        m_story += QString("deregister %1").arg(*notifier);
-        *notifier = 0;
+        m_story += QString("allow %1").arg(reinterpret_cast<quintptr>(change));
     }
-    void allowPowerChange(quint32 rootPort, void *messageArgument) override
+    bool canSleep() override
     {
-        m_story += QString("allow %1 %2").arg(rootPort).arg(reinterpret_cast<quintptr>(messageArgument));
+        m_story += "canSleep";
+        return isManaged;
     }
-    quint32 findPowerManagement(quint32 masterPort) override
+    bool sleep() override
     {
-        m_story += QString("find %1").arg(masterPort);
-        return management;
+        m_story += "sleep";
+        return !refusesSleep;
     }
-    qint32 sleepSystem(quint32 powerManagement) override
-    {
-        m_story += QString("sleep %1").arg(powerManagement);
-        return sleepResult;
-    }
-    qint32 powerOff() override { return 0; }
+    bool powerOff() override { return true; }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &) override
     {
         return std::make_unique<Inhibition>();
     }
 
     /// The machine sends a message.
-    void send(quint32 type, quintptr argument)
-    {
-        callback(reference, 9, type, reinterpret_cast<void *>(argument));
-    }
+    void send(quint32 type, quintptr change) { listener(type, reinterpret_cast<void *>(change)); }
 
-    void *reference = nullptr;
-    IOServiceInterestCallback callback = nullptr;
-    quint32 management = 60;
-    qint32 sleepResult = 0;
+    Listener listener;
+    bool isManaged = true;
+    bool refusesSleep = false;
 
 private:
+    class Told : public Listening
+    {
+    public:
+        explicit Told(Story &story) : m_story(story) {}
+        ~Told() override { m_story += "listen no longer"; }
+        Told(const Told &) = delete;
+        Told &operator=(const Told &) = delete;
+
+    private:
+        Story &m_story;
+    };
     Story &m_story;
 };
 
@@ -181,10 +118,14 @@ public:
     qint32 arm(Phase) override { return 0; }
     void keepArmed() override {}
     std::optional<Alarm> alarm() override { return {}; }
+    Controller controller() override { return found; }
+    std::optional<QVariantMap> controllerProperties() override { return properties; }
     QString testAlarm(const QDateTime &) override { return {}; }
 
     qint32 scheduleResult = 0;
     qint32 cancelResult = 0;
+    Controller found{true};
+    std::optional<QVariantMap> properties = QVariantMap();
     QList<Event> events;
     QList<Event> asked;
     QList<Event> cancelled;
@@ -223,7 +164,6 @@ protected:
         NSProcessInfo::setProcessName("dozelyd");
         Platform &platform = Platform::current();
         platform.clock = clock;
-        platform.serviceRegistry = registry;
         platform.keyEventDriver = keys;
         platform.systemPower = power;
         platform.powerEventScheduler = scheduler;
@@ -242,7 +182,6 @@ protected:
     ScratchRoot root;
     Story story;
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
-    std::shared_ptr<FakeRegistry> registry = std::make_shared<FakeRegistry>(story);
     std::shared_ptr<FakeKeyDriver> keys = std::make_shared<FakeKeyDriver>(story);
     std::shared_ptr<FakePower> power = std::make_shared<FakePower>(story);
     std::shared_ptr<FakeScheduler> scheduler = std::make_shared<FakeScheduler>();

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/system/power/SystemPower.h"
-#include "DozelyKit/system/power/linux/LinuxServiceRegistry_p.h"
+#include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
@@ -431,48 +430,18 @@ TEST_F(RtcPowerEventSchedulerTest, ADamagedStoreIsSetAsideAndTheNextEventsAreKep
     EXPECT_EQ(alarm(), 100) << "an earlier alarm whose event nobody knows any more";
 }
 
-TEST_F(RtcPowerEventSchedulerTest, TheRegistryShowsTheAlarmAsTheControllersProperty)
+TEST_F(RtcPowerEventSchedulerTest, ShowsTheAlarmAsTheControllersProperty)
 {
-    LinuxServiceRegistry registry;
-    quint32 port = 0;
-    ASSERT_EQ(registry.masterPort(&port), 0);
-    const quint32 controller = registry.matchingService(port, "ApplePMU");
-    ASSERT_NE(controller, 0U);
-    QVariantMap properties{{"old", 1}};
-    EXPECT_EQ(registry.properties(controller, &properties), 0);
-    EXPECT_EQ(properties, QVariantMap());
+    EXPECT_TRUE(scheduler.controller().isThere);
+    EXPECT_EQ(scheduler.controller().failure, 0);
+    EXPECT_EQ(scheduler.controllerProperties(), QVariantMap());
     schedule(600, wake);
-    EXPECT_EQ(registry.properties(controller, &properties), 0);
-    EXPECT_EQ(properties, (QVariantMap{{"AutoWake", 600ULL}}));
-    EXPECT_EQ(registry.release(controller), 0);
-    EXPECT_NE(registry.release(controller), 0) << "only once";
-    EXPECT_NE(registry.properties(controller, &properties), 0);
+    EXPECT_EQ(scheduler.controllerProperties(), (QVariantMap{{"AutoWake", 600ULL}}));
 }
 
-TEST_F(RtcPowerEventSchedulerTest, TheRegistryHasNoControllerWithoutAClock)
+TEST_F(RtcPowerEventSchedulerTest, HasNoControllerWithoutAClock)
 {
-    LinuxServiceRegistry registry;
-    quint32 port = 0;
-    ASSERT_EQ(registry.masterPort(&port), 0);
-    EXPECT_EQ(registry.matchingService(port + 1, "ApplePMU"), 0U);
     ASSERT_TRUE(QDir(root.join("/sys/class/rtc")).removeRecursively());
-    EXPECT_EQ(registry.matchingService(port, "ApplePMU"), 0U);
-    EXPECT_NE(registry.release(0), 0);
-}
-
-TEST_F(RtcPowerEventSchedulerTest, TheRegistryHasOneInputSystem)
-{
-    LinuxServiceRegistry registry;
-    quint32 port = 0;
-    quint32 iterator = 0;
-    ASSERT_EQ(registry.masterPort(&port), 0);
-    ASSERT_EQ(registry.matchingServices(port, "IOHIDSystem", &iterator), 0);
-    const quint32 service = registry.next(iterator);
-    EXPECT_NE(service, 0U);
-    EXPECT_EQ(registry.next(iterator), 0U);
-    EXPECT_EQ(registry.release(service), 0);
-    EXPECT_EQ(registry.release(iterator), 0);
-    ASSERT_EQ(registry.matchingServices(port, "Nothing", &iterator), 0);
-    EXPECT_EQ(registry.next(iterator), 0U);
-    EXPECT_NE(registry.matchingServices(port + 1, "IOHIDSystem", &iterator), 0);
+    EXPECT_FALSE(scheduler.controller().isThere);
+    EXPECT_FALSE(scheduler.controllerProperties());
 }

@@ -42,7 +42,6 @@ protected:
     ScratchRoot root;
     QStringList problems;
     UinputKeyDriver driver;
-    quint32 connection = 0;
 };
 
 TEST_F(UinputKeyDriverTest, MapsAuxCodesToTheKeysThatTheyMean)
@@ -88,10 +87,9 @@ TEST_F(UinputKeyDriverTest, MapsSystemDefinedSubtypesThatAreKeys)
 
 TEST_F(UinputKeyDriverTest, DropsEventsWhereThereIsNoDeviceAndSaysSoOnce)
 {
-    EXPECT_EQ(driver.open(5, kIOHIDParamConnectType, &connection), 0);
-    EXPECT_NE(connection, 0U);
-    EXPECT_EQ(driver.open(5, kIOHIDParamConnectType, &connection), 0);
-    EXPECT_EQ(driver.post(connection, NX_SYSDEFINED, {}, auxEvent(255), kNXEventDataVersion, 0, 0), 0);
+    EXPECT_EQ(driver.open(), KeyEventDriver::Opening::Opened);
+    EXPECT_EQ(driver.open(), KeyEventDriver::Opening::Opened);
+    EXPECT_TRUE(driver.post(auxEvent(255)));
     EXPECT_THAT(problems, SizeIs(1));
 }
 
@@ -100,17 +98,13 @@ TEST_F(UinputKeyDriverTest, ADeviceThatIsNoneIsAFailure)
     root.makeFolder("/dev");
     QFile file(root.join("/dev/uinput"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_NE(driver.open(5, kIOHIDParamConnectType, &connection), 0);
-    EXPECT_EQ(connection, 0U);
-    EXPECT_NE(driver.post(1, NX_SYSDEFINED, {}, auxEvent(255), kNXEventDataVersion, 0, 0), 0);
+    EXPECT_EQ(driver.open(), KeyEventDriver::Opening::Refused);
+    EXPECT_FALSE(driver.post(auxEvent(255)));
 }
 
-TEST_F(UinputKeyDriverTest, RefusesWhatIsNotItsOwn)
+TEST_F(UinputKeyDriverTest, TakesNothingBeforeItIsOpened)
 {
-    EXPECT_NE(driver.open(0, kIOHIDParamConnectType, &connection), 0);
-    EXPECT_NE(driver.open(5, 0, &connection), 0);
-    ASSERT_EQ(driver.open(5, kIOHIDParamConnectType, &connection), 0);
-    EXPECT_NE(driver.post(connection + 1, NX_SYSDEFINED, {}, auxEvent(1), kNXEventDataVersion, 0, 0), 0);
-    EXPECT_NE(driver.post(connection, 10, {}, auxEvent(1), kNXEventDataVersion, 0, 0), 0);
-    EXPECT_NE(driver.post(connection, NX_SYSDEFINED, {}, auxEvent(1), 1, 0, 0), 0);
+    EXPECT_FALSE(driver.post(auxEvent(1)));
+    ASSERT_EQ(driver.open(), KeyEventDriver::Opening::Opened);
+    EXPECT_TRUE(driver.post(auxEvent(1)));
 }

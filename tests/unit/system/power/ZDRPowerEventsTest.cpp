@@ -52,7 +52,7 @@ protected:
         return file.open(QIODevice::ReadOnly) ? QString(file.readAll()).split('\n', Qt::SkipEmptyParts)
                                               : QStringList();
     }
-    void controllerHolds(const QVariantMap &values) { registry->values = values; }
+    void controllerHolds(const QVariantMap &values) { scheduler->properties = values; }
 
     std::shared_ptr<ZDRPowerManager> manager;
 };
@@ -181,62 +181,66 @@ TEST_F(ZDRPowerEventsTest, SettersAndRemoversUseTheirOwnKey)
 TEST_F(ZDRPowerEventsTest, FindsAControllerAndGivesItBack)
 {
     EXPECT_TRUE(ZDRPowerManager::autoEventsSupported());
-    EXPECT_THAT(story, ElementsAre("masterPort", "matchingService 3 ApplePMU", "release 50"));
+    const quint32 handle = ZDRPowerManager::_pmuReference();
+    EXPECT_NE(handle, 0U);
+    ZDRPowerManager::_closePMUReference(handle);
     EXPECT_THAT(log(), IsEmpty());
 }
 
 TEST_F(ZDRPowerEventsTest, WithoutAControllerNothingIsSupportedAndNothingReleased)
 {
-    registry->controller = 0;
+    scheduler->found = {false};
     EXPECT_FALSE(ZDRPowerManager::autoEventsSupported());
-    EXPECT_THAT(story, ElementsAre("masterPort", "matchingService 3 ApplePMU"));
+    EXPECT_EQ(ZDRPowerManager::_pmuReference(), 0U);
     EXPECT_THAT(log(), IsEmpty());
 }
 
-TEST_F(ZDRPowerEventsTest, LogsAMasterPortThatFailsAndGoesOn)
+TEST_F(ZDRPowerEventsTest, LogsAMachineThatDoesNotAnswerAndGoesOn)
 {
-    registry->masterPortResult = 0x10000003;
-    EXPECT_EQ(ZDRPowerManager::_pmuReference(), 50U);
+    scheduler->found.failure = 0x10000003;
+    EXPECT_NE(ZDRPowerManager::_pmuReference(), 0U);
     EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOMasterPort() failed: 10000003\n\n"));
 }
 
 TEST_F(ZDRPowerEventsTest, PrintsANegativeCodeAsWideAsALong)
 {
-    registry->masterPortResult = -536870206;
+    scheduler->found.failure = -536870206;
     ZDRPowerManager::_pmuReference();
     EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOMasterPort() failed: ffffffffe00002c2\n\n"));
 }
 
 TEST_F(ZDRPowerEventsTest, LogsAReleaseThatFails)
 {
-    registry->releaseResult = 5;
-    ZDRPowerManager::_closePMUReference(50);
-    EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOObjectRelease() failed: 00000005\n\n"));
+    const quint32 first = ZDRPowerManager::_pmuReference();
+    const quint32 second = ZDRPowerManager::_pmuReference();
+    ZDRPowerManager::_closePMUReference(first);
+    EXPECT_THAT(log(), IsEmpty());
+    ZDRPowerManager::_closePMUReference(first);
+    EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOObjectRelease() failed: 00000016\n\n"));
+    const qsizetype lines = log().size();
+    ZDRPowerManager::_closePMUReference(second);
+    EXPECT_EQ(log().size(), lines) << "each is a reference of its own";
 }
 
 TEST_F(ZDRPowerEventsTest, ReadsThePropertiesAndGivesTheControllerBack)
 {
     controllerHolds({{"AutoWake", 600ULL}});
-    const auto properties = ZDRPowerManager::pmuProperties();
-    ASSERT_TRUE(properties);
-    EXPECT_EQ(*properties, registry->values);
-    EXPECT_THAT(story,
-                ElementsAre("masterPort", "matchingService 3 ApplePMU", "properties 50", "release 50"));
+    EXPECT_EQ(ZDRPowerManager::pmuProperties(), (QVariantMap{{"AutoWake", 600ULL}}));
+    EXPECT_THAT(log(), IsEmpty());
 }
 
 TEST_F(ZDRPowerEventsTest, GivesTheControllerBackWhenItsPropertiesCannotBeRead)
 {
-    registry->propertiesResult = 1;
+    scheduler->properties = std::nullopt;
     EXPECT_FALSE(ZDRPowerManager::pmuProperties());
-    EXPECT_EQ(story.last(), "release 50");
     EXPECT_THAT(log(), IsEmpty());
 }
 
 TEST_F(ZDRPowerEventsTest, AMissingControllerHasNoPropertiesAndItsReleaseIsLogged)
 {
-    registry->controller = 0;
+    scheduler->found = {false};
     EXPECT_FALSE(ZDRPowerManager::pmuProperties());
-    EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOObjectRelease() failed: 10000003\n\n"));
+    EXPECT_THAT(root.logContent().toStdString(), HasSubstr(": IOObjectRelease() failed: 00000016\n\n"));
     EXPECT_FALSE(ZDRPowerManager::wakeDate().isValid());
     EXPECT_FALSE(ZDRPowerManager::startupDate().isValid());
 }
