@@ -35,14 +35,14 @@ QString argumentsFault(const QVariant &arguments)
 }
 } // namespace
 
-std::optional<CommandLine> CommandLine::fromParameters(const QVariantMap &parameters, QString *fault)
+dozely::Result<CommandLine> CommandLine::fromParameters(const QVariantMap &parameters)
 {
     const QVariant program = parameters.value("Program");
     const QVariant arguments = parameters.value("Arguments");
-    *fault = programFault(program);
-    if (fault->isEmpty())
-        *fault = argumentsFault(arguments);
-    if (!fault->isEmpty())
-        return {};
+    QString fault = programFault(program);
+    if (fault.isEmpty())
+        fault = argumentsFault(arguments);
+    if (!fault.isEmpty())
+        return dozely::Error{fault};
     return CommandLine{program.toString(), arguments.toStringList()};
 }

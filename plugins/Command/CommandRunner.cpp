@@ -9,11 +9,8 @@
 
 #include <csignal>
 #include <cstring>
-#include <fcntl.h>
-#include <linux/close_range.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+using dozely::Result;
 using std::chrono::milliseconds;
 
 namespace
@@ -28,116 +25,63 @@ QString inSeconds(milliseconds duration)
 {
     return QString::number(static_cast<double>(duration.count()) / 1000, 'f', 3);
 }
-
-/// Marks every descriptor beyond the standard streams to be closed when the program starts. Closing them at
-/// once would take away the one through which QProcess tells that the start failed.
-void closeDescriptorsAtStart()
-{
-    constexpr unsigned firstExtra = STDERR_FILENO + 1;
-    if (::close_range(firstExtra, ~0U, CLOSE_RANGE_CLOEXEC) == 0)
-        return;
-    const long limit = ::sysconf(_SC_OPEN_MAX);
-    for (int descriptor = firstExtra; descriptor < limit; ++descriptor)
-        ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
-}
-
-/// Runs in the child between fork and exec: nothing here may allocate or lock.
-void prepareChild()
-{
-    ::setsid();
-    ::umask(022);
-    for (int number = 1; number < NSIG; ++number)
-        ::signal(number, SIG_DFL);
-    sigset_t none;
-    ::sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
-    closeDescriptorsAtStart();
-}
 } // namespace
 
-CommandRunner::CommandRunner(QObject *parent) : QObject(parent)
-{
-    m_process.setStandardInputFile(QProcess::nullDevice());
-    m_process.setStandardOutputFile(QProcess::nullDevice());
-    m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.setChildProcessModifier(prepareChild);
-    connect(&m_process, &QProcess::finished, this, &CommandRunner::reportEnd);
-    connect(&m_process, &QProcess::errorOccurred, this, &CommandRunner::reportError);
-}
+CommandRunner::CommandRunner(QObject *parent) : QObject(parent) {}
 
-CommandRunner::~CommandRunner()
-{
-    m_process.disconnect(this);
-    if (!isRunning())
-        return;
-    signalGroup(SIGKILL);
-    m_process.waitForFinished();
-}
+CommandRunner::~CommandRunner() = default;
 
 void CommandRunner::run(const QVariantMap &parameters, const CommandEnvironment &environment)
 {
-    QString fault;
-    const auto commandLine = CommandLine::fromParameters(parameters, &fault);
+    const auto commandLine = CommandLine::fromParameters(parameters);
     if (!commandLine) {
-        ZDRLog("Command: nothing was run, %@.", fault);
+        ZDRLog("Command: nothing was run, %@.", commandLine.error().text);
         return;
     }
     if (isRunning()) {
         ZDRLog("Command: %@ was not started, since %@ still runs.", onOneLine(commandLine->program),
-               onOneLine(m_process.program()));
+               onOneLine(m_path));
         return;
     }
     ++m_runs;
     m_startTime = Platform::current().clock->steadyTime();
-    m_process.setProcessEnvironment(environment.variables);
-    m_process.setWorkingDirectory(environment.workingDirectory);
-    m_process.start(commandLine->program, commandLine->arguments, QIODevice::NotOpen);
+    m_path = commandLine->program;
+    ChildProgram program{
+        commandLine->program, commandLine->arguments, {}, environment.workingDirectory, true};
+    for (const QString &variable : environment.variables.toStringList())
+        program.environment += variable.toLocal8Bit();
+    m_program = program.start([this](const Result<ChildProgram::Ending> &ending) { reportEnd(ending); });
 }
 
 bool CommandRunner::isRunning() const
 {
-    return m_process.state() != QProcess::NotRunning;
+    return m_program != nullptr;
 }
 
 void CommandRunner::stop()
 {
     if (!isRunning())
         return;
-    signalGroup(SIGTERM);
+    m_program->sendSignal(SIGTERM);
     Platform::current().clock->callAfter(patience, this, [this, run = m_runs] {
         if (run == m_runs && isRunning())
-            signalGroup(SIGKILL);
+            m_program->sendSignal(SIGKILL);
     });
 }
 
-void CommandRunner::signalGroup(int signal) const
-{
-    const auto process = static_cast<pid_t>(m_process.processId());
-    if (process <= 0)
-        return;
-    // A child that has not come as far as its own group yet is reached by its own id.
-    if (::kill(-process, signal) != 0)
-        ::kill(process, signal);
-}
-
-void CommandRunner::reportEnd(int code, QProcess::ExitStatus status)
+void CommandRunner::reportEnd(const Result<ChildProgram::Ending> &ending)
 {
     const QString duration = inSeconds(Platform::current().clock->steadyTime() - m_startTime);
-    const QString program = onOneLine(m_process.program());
-    if (status == QProcess::NormalExit) {
-        ZDRLog("Command: %@ ended with status %d after %@ s.", program, code, duration);
+    const QString path = onOneLine(m_path);
+    if (!ending) {
+        const QString reason = QString("%1: %2").arg(QString(ending.error().name), ending.error().text);
+        ZDRLog("Command: %@ could not be started (%@).", path, onOneLine(reason));
+    } else if (ending->signal != 0) {
+        ZDRLog("Command: %@ was ended by signal %d (%@) after %@ s.", path, ending->signal,
+               QString::fromLocal8Bit(::strsignal(ending->signal)), duration);
     } else {
-        ZDRLog("Command: %@ was ended by signal %d (%@) after %@ s.", program, code,
-               QString::fromLocal8Bit(::strsignal(code)), duration);
+        ZDRLog("Command: %@ ended with status %d after %@ s.", path, ending->status, duration);
     }
-    Q_EMIT finished();
-}
-
-void CommandRunner::reportError(QProcess::ProcessError error)
-{
-    if (error != QProcess::FailedToStart)
-        return; // a crash is reported as an end
-    ZDRLog("Command: %@ could not be started (%@).", onOneLine(m_process.program()),
-           onOneLine(m_process.errorString()));
+    m_program.reset();
     Q_EMIT finished();
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/machine/RunningProgram.h"
 #include "plugins/Command/CommandEnvironment.h"
 
 #include <QObject>
-#include <QProcess>
 #include <QVariantMap>
 
 #include <chrono>
@@ -12,10 +12,8 @@
 /// Runs one program at a time and writes one line about it to the log: how it ended and after how long, or
 /// why it could not be started.
 ///
-/// The program leads a session and process group of its own; its standard streams are /dev/null; no other
-/// descriptor, no blocked or ignored signal and no environment variable but the given ones reaches it.
-/// THREADING: the main thread, whose event loop notices the end. Destroying the object kills the program's
-/// group.
+/// The program is a ChildProgram, and gets what one gets. THREADING: the main thread, whose event loop
+/// notices the end. Destroying the object kills the program's group.
 class CommandRunner : public QObject
 {
     Q_OBJECT
@@ -30,7 +28,7 @@ public:
     /// line in the log.
     void run(const QVariantMap &parameters, const CommandEnvironment &environment);
 
-    /// True from a successful start until the program's end is in the log.
+    /// True from the start until the program's end, or that it could not be started, is in the log.
     bool isRunning() const;
 
     /// Asks the program's group to end (SIGTERM), and kills it (SIGKILL) when the program still runs after
@@ -42,11 +40,10 @@ Q_SIGNALS:
     void finished();
 
 private:
-    void signalGroup(int signal) const;
-    void reportEnd(int code, QProcess::ExitStatus status);
-    void reportError(QProcess::ProcessError error);
+    void reportEnd(const dozely::Result<ChildProgram::Ending> &ending);
 
-    QProcess m_process;
+    std::unique_ptr<RunningProgram> m_program; // null while none runs
+    QString m_path;                            // of the last one
     std::chrono::milliseconds m_startTime{0};
     quint64 m_runs = 0; // tells a late kill that its program is gone
 };

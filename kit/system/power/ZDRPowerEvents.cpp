@@ -7,7 +7,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/system/machine/ChildProgram_p.h"
+#include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 
@@ -48,7 +48,7 @@ bool scheduleWithPmset(const QDateTime &date, const QString &type)
     // The date is told in our zone, which has to be the tool's.
     if (qEnvironmentVariableIsSet("TZ"))
         tool.environment += "TZ=" + qgetenv("TZ");
-    const auto ending = tool.run(longestPmset, 0, nullptr);
+    const auto ending = tool.run(longestPmset, 0);
     return ending && ending->signal == 0 && ending->status == 0;
 }
 

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/system/machine/ChildProgram_p.h"
+#include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/SessionEnvironment_p.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 

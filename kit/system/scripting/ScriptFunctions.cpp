@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/system/machine/ChildProgram_p.h"
+#include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/SessionEnvironment_p.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
@@ -70,10 +70,9 @@ QVariant runProgram(const QVariantList &arguments)
         program.arguments += textArgument(texts, i, QString("the program's argument %1").arg(i + 1));
     program.environment = SessionEnvironment::variables();
     program.workingFolder = SessionEnvironment::workingFolder();
-    QString error;
-    const auto ending = program.run(longestRun, longestOutput, &error);
+    const auto ending = program.run(longestRun, longestOutput);
     if (!ending)
-        refuse(error);
+        refuse(ending.error().text + '.');
     QVariantMap result{{"output", ending->output}};
     if (ending->signal != 0)
         result.insert("signal", ending->signal);

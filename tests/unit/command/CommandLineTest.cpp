@@ -9,16 +9,14 @@ namespace
 {
 QString faultOf(const QVariantMap &parameters)
 {
-    QString fault;
-    EXPECT_FALSE(CommandLine::fromParameters(parameters, &fault));
-    return fault;
+    const auto line = CommandLine::fromParameters(parameters);
+    return line ? QString("none") : line.error().text;
 }
 } // namespace
 
 TEST(CommandLine, TakesAProgramWithoutArguments)
 {
-    QString fault;
-    const auto line = CommandLine::fromParameters({{"Program", "/usr/bin/true"}}, &fault);
+    const auto line = CommandLine::fromParameters({{"Program", "/usr/bin/true"}});
     ASSERT_TRUE(line);
     EXPECT_EQ(line->program, "/usr/bin/true");
     EXPECT_TRUE(line->arguments.isEmpty());
@@ -26,9 +24,8 @@ TEST(CommandLine, TakesAProgramWithoutArguments)
 
 TEST(CommandLine, KeepsArgumentsInTheirOrderEmptyOnesIncluded)
 {
-    QString fault;
     const auto line = CommandLine::fromParameters(
-        {{"Program", "/usr/bin/true"}, {"Arguments", QVariantList{"b", "", "a"}}}, &fault);
+        {{"Program", "/usr/bin/true"}, {"Arguments", QVariantList{"b", "", "a"}}});
     ASSERT_TRUE(line);
     EXPECT_EQ(line->arguments, QStringList({"b", "", "a"}));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/system/machine/ChildProgram_p.h"
+#include "DozelyKit/system/machine/RunningProgram.h"
 
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
@@ -29,16 +29,44 @@ ChildProgram shell(const QString &script, const QStringList &arguments = {})
 
 QByteArray outputOf(const ChildProgram &program)
 {
-    QString error;
-    const auto ending = program.run(20s, enough, &error);
-    EXPECT_TRUE(ending) << qPrintable(error);
-    return ending.value_or(ChildProgram::Ending{}).output;
+    const auto ending = program.run(20s, enough);
+    EXPECT_TRUE(ending) << qPrintable(ending.error().text);
+    return ending ? ending->output : QByteArray();
+}
+
+QString failureOf(const ChildProgram &program, std::chrono::milliseconds limit = 20s)
+{
+    const auto ending = program.run(limit, enough);
+    return ending ? QString("none") : ending.error().text;
+}
+
+/// Starts a program and keeps what is told about it.
+struct Started {
+    explicit Started(const ChildProgram &program)
+        : running(program.start([this](const dozely::Result<ChildProgram::Ending> &told) {
+              EXPECT_FALSE(ending) << "once";
+              ending = told;
+          }))
+    {
+    }
+    bool waitForEnd()
+    {
+        return waitUntil([this] { return ending.has_value(); });
+    }
+
+    std::optional<dozely::Result<ChildProgram::Ending>> ending;
+    std::unique_ptr<RunningProgram> running;
+};
+
+void countSignal(int)
+{
+    [[maybe_unused]] const ssize_t written = ::write(99, "!", 1);
 }
 } // namespace
 
 TEST(ChildProgram, TellsStatusAndOutput)
 {
-    const auto ending = shell("printf 'a\\nb'; exit 3").run(20s, enough, nullptr);
+    const auto ending = shell("printf 'a\\nb'; exit 3").run(20s, enough);
     ASSERT_TRUE(ending);
     EXPECT_EQ(ending->status, 3);
     EXPECT_EQ(ending->signal, 0);
@@ -47,7 +75,7 @@ TEST(ChildProgram, TellsStatusAndOutput)
 
 TEST(ChildProgram, TellsTheSignalThatEndedIt)
 {
-    const auto ending = shell("kill -SEGV $$").run(20s, enough, nullptr);
+    const auto ending = shell("kill -SEGV $$").run(20s, enough);
     ASSERT_TRUE(ending);
     EXPECT_EQ(ending->signal, SIGSEGV);
 }
@@ -106,12 +134,11 @@ TEST(ChildProgram, RunsInTheGivenFolderOrElseInTheRoot)
 
 TEST(ChildProgram, SaysWhyItCouldNotBeStarted)
 {
-    QString error;
-    EXPECT_FALSE((ChildProgram{"/nonexistent/tool", {}, {}, "/"}).run(20s, enough, &error));
-    EXPECT_EQ(error, "\"/nonexistent/tool\" could not be started: No such file or directory.");
-    EXPECT_FALSE((ChildProgram{"/etc/passwd", {}, {}, "/"}).run(20s, enough, &error));
-    EXPECT_EQ(error, "\"/etc/passwd\" could not be started: Permission denied.");
-    EXPECT_FALSE((ChildProgram{"true", {}, {}, "/"}).run(20s, enough, &error)); // nothing is looked for
+    EXPECT_EQ(failureOf({"/nonexistent/tool", {}, {}, "/"}),
+              "\"/nonexistent/tool\" could not be started: No such file or directory");
+    EXPECT_EQ(failureOf({"/etc/passwd", {}, {}, "/"}),
+              "\"/etc/passwd\" could not be started: Permission denied");
+    EXPECT_FALSE((ChildProgram{"true", {}, {}, "/"}).run(20s, enough)); // nothing is looked for
 }
 
 TEST(ChildProgram, IsKilledWithItsChildrenWhenItTakesTooLong)
@@ -122,10 +149,8 @@ TEST(ChildProgram, IsKilledWithItsChildrenWhenItTakesTooLong)
     // The child of the child holds the pipe open, as long as it lives.
     const int reader = ::open(qPrintable(pipe), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    QString error;
-    EXPECT_FALSE(
-        shell("sh -c 'while :; do sleep 1; done' > \"$1\" & wait", {pipe}).run(200ms, enough, &error));
-    EXPECT_EQ(error, "\"/bin/sh\" did not end in time.");
+    EXPECT_EQ(failureOf(shell("sh -c 'while :; do sleep 1; done' > \"$1\" & wait", {pipe}), 200ms),
+              "\"/bin/sh\" did not end in time");
     char byte = 0;
     EXPECT_TRUE(waitUntil([&] { return ::read(reader, &byte, 1) == 0; })); // nobody is left to write
     ::close(reader);
@@ -142,7 +167,7 @@ TEST(ChildProgram, IsNotWaitedForBeyondItsOwnEnd)
 
 TEST(ChildProgram, KeepsTheHeadOfALongOutput)
 {
-    const auto ending = shell("head -c 5000000 /dev/zero | tr '\\0' x; exit 7").run(20s, 1000, nullptr);
+    const auto ending = shell("head -c 5000000 /dev/zero | tr '\\0' x; exit 7").run(20s, 1000);
     ASSERT_TRUE(ending);
     EXPECT_EQ(ending->output, QByteArray(1000, 'x'));
     EXPECT_EQ(ending->status, 7); // it could write all of it
@@ -161,4 +186,83 @@ TEST(ChildProgram, IsForgottenOnceLaunched)
 TEST(ChildProgram, IsNotLaunchedWhenItCannotBeStarted)
 {
     EXPECT_FALSE((ChildProgram{"/nonexistent/tool", {}, {}, "/"}).launch());
+}
+
+TEST(RunningProgram, TellsItsEndFromTheEventLoop)
+{
+    Started program(shell("exit 3"));
+    EXPECT_FALSE(program.ending);
+    ASSERT_TRUE(program.waitForEnd());
+    ASSERT_TRUE(program.ending->ok());
+    EXPECT_EQ((*program.ending)->status, 3);
+    EXPECT_EQ((*program.ending)->signal, 0);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "nobody is left to be waited for";
+}
+
+TEST(RunningProgram, TellsFromTheEventLoopThatItCouldNotBeStarted)
+{
+    Started gone({"/nonexistent/tool", {}, {}, "/"});
+    EXPECT_FALSE(gone.ending);
+    ASSERT_TRUE(gone.waitForEnd());
+    ASSERT_FALSE(gone.ending->ok());
+    EXPECT_EQ(gone.ending->error().text, "No such file or directory");
+    EXPECT_EQ(gone.ending->error().name, "execve");
+    Started homeless({"/bin/true", {}, {}, "/nonexistent", true});
+    ASSERT_TRUE(homeless.waitForEnd());
+    ASSERT_FALSE(homeless.ending->ok());
+    EXPECT_EQ(homeless.ending->error().name, "chdir");
+}
+
+TEST(RunningProgram, MayBeDestroyedByWhoIsToldItsEnd)
+{
+    std::unique_ptr<RunningProgram> program;
+    for (const char *path : {"/bin/true", "/nonexistent/tool"}) {
+        program = ChildProgram{path, {}, {}, "/"}.start([&](const auto &) { program.reset(); });
+        ASSERT_TRUE(waitUntil([&] { return !program; }));
+    }
+}
+
+TEST(RunningProgram, ASignalReachesItsGroup)
+{
+    Started program(shell("sleep 3600 & wait"));
+    program.running->sendSignal(SIGTERM);
+    ASSERT_TRUE(program.waitForEnd());
+    ASSERT_TRUE(program.ending->ok());
+    EXPECT_EQ((*program.ending)->signal, SIGTERM);
+    program.running->sendSignal(SIGTERM); // to nobody
+}
+
+TEST(RunningProgram, ASignalThatComesEarlyDoesNotReachTheHandlersOfThisProcess)
+{
+    // A handler writes to a descriptor that a child has as well.
+    int pipe[2];
+    ASSERT_EQ(::pipe2(pipe, O_NONBLOCK), 0);
+    ASSERT_EQ(::dup2(pipe[1], 99), 99);
+    ::signal(SIGUSR1, countSignal);
+    for (int i = 0; i < 100; ++i) {
+        Started program(shell("exit 0"));
+        program.running->sendSignal(SIGUSR1);
+        ASSERT_TRUE(program.waitForEnd());
+    }
+    char byte = 0;
+    EXPECT_EQ(::read(pipe[0], &byte, 1), -1);
+    EXPECT_EQ(errno, EAGAIN);
+    ::close(99);
+}
+
+TEST(RunningProgram, TakesItsGroupWithItWhenDestroyed)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath("pipe");
+    ASSERT_EQ(::mkfifo(qPrintable(pipe), 0600), 0);
+    const int reader = ::open(qPrintable(pipe), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    auto program =
+        std::make_unique<Started>(shell("sh -c 'echo; while :; do sleep 1; done' > \"$1\" & wait", {pipe}));
+    char byte = 0;
+    ASSERT_TRUE(waitUntil([&] { return ::read(reader, &byte, 1) == 1; }));
+    program->running.reset();
+    EXPECT_FALSE(program->ending);
+    EXPECT_TRUE(waitUntil([&] { return ::read(reader, &byte, 1) == 0; })); // nobody is left to write
+    ::close(reader);
 }

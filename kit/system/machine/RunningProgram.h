@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/system/machine/ChildProgram.h"
+
+/// A program that ChildProgram::start has started. Destroyed, the object kills the program and its group, and
+/// waits until the program is gone.
+///
+/// THREADING: the thread that started it.
+class DOZELYKIT_EXPORT RunningProgram
+{
+public:
+    ~RunningProgram();
+    RunningProgram(const RunningProgram &) = delete;
+    RunningProgram &operator=(const RunningProgram &) = delete;
+
+    /// Sends a signal to the program and its group; nothing once the program has ended.
+    void sendSignal(int number) const;
+
+private:
+    friend struct ChildProgram;
+    struct Private;
+    RunningProgram(const ChildProgram &program, ChildProgram::Ended ended);
+    std::unique_ptr<Private> d;
+};

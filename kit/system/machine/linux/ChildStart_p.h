@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/system/machine/ChildProgram.h"
+
+#include <sys/types.h>
+#include <vector>
+
+/// The start of one child process. All that the child needs is made ready before the fork: between fork and
+/// exec nothing may allocate or lock.
+class ChildStart
+{
+public:
+    /// A pipe whose ends no other program gets.
+    struct Pipe {
+        Descriptor readEnd;
+        Descriptor writeEnd;
+        bool open();
+    };
+
+    enum class Kinship {
+        Child,
+        Orphan, ///< A child of a child that ends at once: it leaves nothing to be waited for.
+    };
+
+    explicit ChildStart(const ChildProgram &program);
+
+    /// Forks; the child becomes the program, with `output` as its standard output (-1 for /dev/null). The id
+    /// of the child, which has to be waited for. Once.
+    dozely::Result<pid_t> fork(int output, Kinship kinship = Kinship::Child);
+
+    /// Why the program did not start. Waits until it runs, or the child has ended.
+    dozely::Result<void> outcome() const;
+
+    /// The last error of the C library, in `step`.
+    static dozely::Error failure(const char *step);
+
+    /// Waits until a child has ended: how it did.
+    static ChildProgram::Ending waitFor(pid_t child);
+
+private:
+    struct Failure {
+        char step[16];
+        int code;
+    };
+    Failure become(int output) const;
+
+    Pipe m_report; // a Failure; nothing when the program runs
+    QByteArray m_path;
+    QByteArray m_folder;
+    bool m_needsFolder;
+    QByteArrayList m_arguments;
+    QByteArrayList m_environment;
+    std::vector<char *> m_argumentVector;
+    std::vector<char *> m_environmentVector;
+};
