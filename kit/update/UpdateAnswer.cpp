@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using dozely::Error;
+
 namespace
 {
 /// How many brackets are open at once in what may be JSON; those in texts do not count. The parser calls
@@ -30,27 +32,20 @@ int depthOf(const QByteArray &data)
     }
     return deepest;
 }
-
-std::nullopt_t refuse(QString *error, const QString &why)
-{
-    if (error)
-        *error = why;
-    return std::nullopt;
-}
 } // namespace
 
-std::optional<QVariantMap> UpdateAnswer::parse(const QByteArray &data, QString *error)
+dozely::Result<QVariantMap> UpdateAnswer::parse(const QByteArray &data)
 {
     if (data.size() > largest)
-        return refuse(error, QString("is larger than %1 bytes").arg(largest));
+        return Error{QString("is larger than %1 bytes").arg(largest)};
     if (depthOf(data) > deepest)
-        return refuse(error, QString("is nested deeper than %1 levels").arg(deepest));
+        return Error{QString("is nested deeper than %1 levels").arg(deepest)};
     QJsonParseError problem{};
     const QJsonDocument document = QJsonDocument::fromJson(data, &problem);
     if (problem.error != QJsonParseError::NoError)
-        return refuse(error, QString("is not JSON: %1 at %2").arg(problem.errorString()).arg(problem.offset));
+        return Error{QString("is not JSON: %1 at %2").arg(problem.errorString()).arg(problem.offset)};
     if (!document.isObject())
-        return refuse(error, "is not a JSON object");
+        return Error{"is not a JSON object"};
     return document.object().toVariantMap();
 }
 

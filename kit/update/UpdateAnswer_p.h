@@ -2,13 +2,12 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
 #include <QVariantMap>
-
-#include <optional>
 
 /// What the update server answers, a stranger's text: a JSON object in UTF-8.
 namespace UpdateAnswer
@@ -16,8 +15,8 @@ namespace UpdateAnswer
 constexpr qint64 largest = 1 << 20; // bytes
 constexpr int deepest = 64;         // objects and lists within one another, the outermost counted
 
-/// The object in `data`; absent when it is none or breaks a limit, `error` is then the end of a sentence.
-DOZELYKIT_AUTOTEST_EXPORT std::optional<QVariantMap> parse(const QByteArray &data, QString *error = nullptr);
+/// The object in `data`; an error, the end of a sentence, when it is none or breaks a limit.
+DOZELYKIT_AUTOTEST_EXPORT dozely::Result<QVariantMap> parse(const QByteArray &data);
 
 /// Whether the answer's version is newer than the installed one. Its number is taken at 32 bits and then
 /// without its sign, so -1 is newer than most; a number that is missing is 0.

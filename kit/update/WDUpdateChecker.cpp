@@ -95,18 +95,17 @@ bool WDUpdateChecker::updateLatestVersionDictionary()
     if (!facts.missing().isEmpty())
         ZDRLog("The update check leaves out what is not known: %@.", facts.missing().join(", "));
 
-    QString error;
-    const auto bytes = Platform::current().httpClient->send(UpdateRequest::make(facts), &error);
+    const auto bytes = Platform::current().httpClient->send(UpdateRequest::make(facts));
     if (!bytes) {
-        ZDRLog("The update server gave no answer: %@.", error);
+        ZDRLog("The update server gave no answer: %@.", bytes.error().text);
         return false;
     }
-    auto answer = UpdateAnswer::parse(*bytes, &error);
+    const auto answer = UpdateAnswer::parse(*bytes);
     if (!answer) {
-        ZDRLog("The update server's answer %@.", error);
+        ZDRLog("The update server's answer %@.", answer.error().text);
         return false;
     }
-    d->_latestVersionDictionary = std::move(answer);
+    d->_latestVersionDictionary = *answer;
     return true;
 }
 

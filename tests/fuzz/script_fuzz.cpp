@@ -9,21 +9,23 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QString error;
-    const QByteArray source = ScriptEngine::sourceInFile(bytes, &error);
-    if (source.isNull() == error.isEmpty())
-        std::abort();
-    if (source.isNull())
+    const auto source = ScriptEngine::sourceInFile(bytes);
+    if (!source) {
+        if (source.error().text.isEmpty())
+            std::abort();
         return 0;
+    }
     NSAppleScript::Limits limits;
     limits.instructions = 20'000;
     limits.memory = 1 << 20;
     ScriptEngine engine(limits,
                         {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
-    const bool isCompiled = engine.compile(source, "fuzz", &error);
-    if (isCompiled != error.isEmpty())
-        std::abort();
-    if (isCompiled && engine.execute(&error).has_value() != error.isEmpty())
+    if (const auto compiled = engine.compile(*source, "fuzz"); !compiled) {
+        if (compiled.error().text.isEmpty())
+            std::abort();
+        return 0;
+    }
+    if (const auto result = engine.execute(); !result && result.error().text.isEmpty())
         std::abort();
     return 0;
 }

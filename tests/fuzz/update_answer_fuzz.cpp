@@ -38,10 +38,9 @@ void require(bool condition)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QString error;
-    const auto answer = UpdateAnswer::parse(bytes, &error);
+    const auto answer = UpdateAnswer::parse(bytes);
     if (!answer) {
-        require(!error.isEmpty());
+        require(!answer.error().text.isEmpty());
         return 0;
     }
     require(size <= UpdateAnswer::largest && depthOf(*answer) <= UpdateAnswer::deepest);

@@ -2,13 +2,12 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
 #include <QList>
-#include <QString>
 #include <QUrl>
 
-#include <optional>
 #include <utility>
 
 /// A request over HTTPS.
@@ -31,7 +30,6 @@ public:
     /// Sends the request and returns the body of the answer, whatever the HTTP status. The server must prove
     /// that it is who the address names; redirections are followed to "https" alone. Besides the headers of
     /// the request, only "Host", "Accept", "User-Agent" and what HTTP itself needs are sent; no cookies are
-    /// kept and nothing is remembered. Absent when there was no whole answer, with `error` a sentence of
-    /// printable characters.
-    virtual std::optional<QByteArray> send(const HttpRequest &request, QString *error = nullptr) = 0;
+    /// kept and nothing is remembered. An error, of printable characters, when there was no whole answer.
+    virtual dozely::Result<QByteArray> send(const HttpRequest &request) = 0;
 };

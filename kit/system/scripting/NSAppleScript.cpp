@@ -60,12 +60,13 @@ std::unique_ptr<NSAppleScript> NSAppleScript::initWithContentsOfURL(const QUrl &
     }
     QString error;
     auto state = std::make_unique<Private>();
-    state->source = ScriptEngine::sourceInFile(*content, &error);
-    state->name = QFileInfo(path).fileName();
-    if (state->source.isNull()) {
-        tell(errorInfo, QString("\"%1\": %2").arg(path, error));
+    const auto source = ScriptEngine::sourceInFile(*content);
+    if (!source) {
+        tell(errorInfo, QString("\"%1\": %2").arg(path, source.error().text));
         return nullptr;
     }
+    state->source = *source;
+    state->name = QFileInfo(path).fileName();
     return std::unique_ptr<NSAppleScript>(new NSAppleScript(std::move(state)));
 }
 
@@ -84,9 +85,8 @@ bool NSAppleScript::compileAndReturnError(QVariantMap *errorInfo)
         functions = registry().functions;
     }
     auto engine = std::make_unique<ScriptEngine>(d->limits, functions);
-    QString error;
-    if (!engine->compile(d->source, d->name, &error)) {
-        tell(errorInfo, error);
+    if (const auto compiled = engine->compile(d->source, d->name); !compiled) {
+        tell(errorInfo, compiled.error().text);
         return false;
     }
     d->engine = std::move(engine);
@@ -102,10 +102,9 @@ std::optional<NSAppleScript::Result> NSAppleScript::executeAndReturnError(QVaria
 {
     if (!isCompiled() && !compileAndReturnError(errorInfo))
         return {};
-    QString error;
-    const auto text = d->engine->execute(&error);
+    const auto text = d->engine->execute();
     if (!text) {
-        tell(errorInfo, error);
+        tell(errorInfo, text.error().text);
         return {};
     }
     return Result(*text);

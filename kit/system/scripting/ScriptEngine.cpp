@@ -12,6 +12,9 @@
 #include <cstdlib>
 #include <lua.hpp>
 
+using dozely::Error;
+using dozely::Result;
+
 namespace
 {
 constexpr int stepsBetweenChecks = 100;
@@ -88,39 +91,31 @@ ScriptEngine::ScriptEngine(const NSAppleScript::Limits &limits, ScriptFunctions 
 
 ScriptEngine::~ScriptEngine() = default;
 
-QByteArray ScriptEngine::sourceInFile(const QByteArray &content, QString *error)
+Result<QByteArray> ScriptEngine::sourceInFile(const QByteArray &content)
 {
     constexpr char byteOrderMark[] = "\xef\xbb\xbf";
     QByteArray source = content.startsWith(byteOrderMark) ? content.mid(3) : content;
     // Compiled code is not checked by the interpreter, and can make it do anything.
-    if (source.startsWith(LUA_SIGNATURE[0])) {
-        *error = "Compiled code is not accepted.";
-        return {};
-    }
+    if (source.startsWith(LUA_SIGNATURE[0]))
+        return Error{"Compiled code is not accepted."};
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     [[maybe_unused]] const QString text = decoder.decode(source);
-    if (decoder.hasError()) {
-        *error = "It is not a text in UTF-8.";
-        return {};
-    }
+    if (decoder.hasError())
+        return Error{"It is not a text in UTF-8."};
     // The line end stays, so that messages count lines as the file does.
     if (source.startsWith('#'))
         source.remove(0, source.contains('\n') ? source.indexOf('\n') : source.size());
-    return source.isNull() ? QByteArray("") : source;
+    return source;
 }
 
-bool ScriptEngine::compile(const QByteArray &source, const QString &name, QString *error)
+Result<void> ScriptEngine::compile(const QByteArray &source, const QString &name)
 {
-    if (source.size() > NSAppleScript::maximumSourceSize) {
-        *error = QString("The script is larger than %1 bytes.").arg(NSAppleScript::maximumSourceSize);
-        return false;
-    }
+    if (source.size() > NSAppleScript::maximumSourceSize)
+        return Error{QString("The script is larger than %1 bytes.").arg(NSAppleScript::maximumSourceSize)};
     const ScriptLocale locale;
     m_lua.reset(lua_newstate(reallocate, &m_budget));
-    if (!m_lua) {
-        *error = "not enough memory";
-        return false;
-    }
+    if (!m_lua)
+        return Error{"not enough memory"};
     lua_State *lua = m_lua.get();
     *static_cast<ScriptBudget **>(lua_getextraspace(lua)) = &m_budget;
     lua_pushcfunction(lua, openLibraries);
@@ -129,14 +124,14 @@ bool ScriptEngine::compile(const QByteArray &source, const QString &name, QStrin
     if (lua_pcall(lua, 1, 0, 0) != LUA_OK ||
         luaL_loadbufferx(lua, source.constData(), static_cast<std::size_t>(source.size()),
                          chunkName.constData(), "t") != LUA_OK) {
-        *error = message();
+        const Error error{message()};
         m_lua.reset();
-        return false;
+        return error;
     }
-    return true;
+    return {};
 }
 
-std::optional<QString> ScriptEngine::execute(QString *error)
+Result<QString> ScriptEngine::execute()
 {
     const ScriptLocale locale;
     lua_State *lua = m_lua.get();
@@ -144,15 +139,15 @@ std::optional<QString> ScriptEngine::execute(QString *error)
     lua_sethook(lua, countSteps, LUA_MASKCOUNT, stepsBetweenChecks);
     lua_pushvalue(lua, chunkIndex);
     const int status = lua_pcall(lua, 0, 1, 0);
-    std::optional<QString> text;
-    if (m_budget.exhaustion()) // even where the script caught the error as its last act
-        *error = QString::fromLatin1(m_budget.exhaustion()) + '.';
-    else if (status != LUA_OK)
-        *error = message();
-    else
-        text = ScriptValue::text(lua, -1);
+    auto outcome = [&]() -> Result<QString> {
+        if (m_budget.exhaustion()) // even where the script caught the error as its last act
+            return Error{QString::fromLatin1(m_budget.exhaustion()) + '.'};
+        if (status != LUA_OK)
+            return Error{message()};
+        return ScriptValue::text(lua, -1);
+    }();
     lua_settop(lua, chunkIndex);
-    return text;
+    return outcome;
 }
 
 QString ScriptEngine::message() const

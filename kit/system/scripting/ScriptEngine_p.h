@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 
 #include <QByteArray>
 #include <QMap>
 
 #include <memory>
-#include <optional>
 
 struct lua_State;
 
@@ -43,6 +43,8 @@ private:
 
 /// One interpreter with one script. The interpreter is built to raise its errors as C++ exceptions:
 /// destructors run on the way, and nothing else may catch everything.
+///
+/// The texts of failures are what people are shown: sentences of ours, and the interpreter's as they stand.
 class DOZELYKIT_AUTOTEST_EXPORT ScriptEngine
 {
 public:
@@ -52,18 +54,16 @@ public:
     ScriptEngine &operator=(const ScriptEngine &) = delete;
 
     /// The source in the bytes of a file: without byte order mark, and with a first line "#..." made empty.
-    /// Null, with `error` a sentence, for compiled code and for what is no UTF-8.
-    static QByteArray sourceInFile(const QByteArray &content, QString *error);
+    /// An error for compiled code and for what is no UTF-8.
+    static dozely::Result<QByteArray> sourceInFile(const QByteArray &content);
 
     void setLimits(const NSAppleScript::Limits &limits) { m_budget.limits = limits; }
 
-    /// Compiles UTF-8 text; `name` stands for it in messages. Once for each object. False, with `error`, on
-    /// failure.
-    bool compile(const QByteArray &source, const QString &name, QString *error);
+    /// Compiles UTF-8 text; `name` stands for it in messages. Once for each object.
+    dozely::Result<void> compile(const QByteArray &source, const QString &name);
 
-    /// Runs what was compiled. The text of its result, null when it has none; absent, with `error`, on
-    /// failure.
-    std::optional<QString> execute(QString *error);
+    /// Runs what was compiled. The text of its result, null when it has none.
+    dozely::Result<QString> execute();
 
 private:
     struct Close {

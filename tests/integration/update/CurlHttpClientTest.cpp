@@ -28,8 +28,9 @@ protected:
 
     std::optional<QByteArray> send(const HttpRequest &request)
     {
-        error.clear();
-        return CurlHttpClient(options).send(request, &error);
+        const auto answer = CurlHttpClient(options).send(request);
+        error = answer ? QString() : answer.error().text;
+        return answer ? std::optional(*answer) : std::nullopt;
     }
 
     static QByteArray otherAddress() { return "https://" + UpdateServer::host().toLatin1() + "/other?x=1"; }

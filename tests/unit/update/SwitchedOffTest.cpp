@@ -16,7 +16,7 @@ class SwitchedOff : public UpdateFixture
 
 TEST_F(SwitchedOff, LooksNothingUpAndSendsNothing)
 {
-    http->answer = R"({"Latest Version Number": 42, "Latest Version String": "3.3"})";
+    http->answer = QByteArray(R"({"Latest Version Number": 42, "Latest Version String": "3.3"})");
     EXPECT_FALSE(UpdateServer::isAsked());
     EXPECT_FALSE(checker->updateLatestVersionDictionary());
     EXPECT_THAT(network->hosts, IsEmpty());

@@ -9,8 +9,8 @@ namespace
 {
 QString refusalOf(const QByteArray &data)
 {
-    QString error;
-    return UpdateAnswer::parse(data, &error) ? QString("accepted") : error;
+    const auto answer = UpdateAnswer::parse(data);
+    return answer ? QString("accepted") : answer.error().text;
 }
 
 /// An object with lists in it, so many levels in all.

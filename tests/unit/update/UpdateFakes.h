@@ -10,15 +10,12 @@
 class FakeHttpClient : public HttpClient
 {
 public:
-    std::optional<QByteArray> answer;
-    QString reason = "nobody is there"; ///< When there is no answer.
+    dozely::Result<QByteArray> answer = dozely::Error{"nobody is there"};
     QList<HttpRequest> requests;
 
-    std::optional<QByteArray> send(const HttpRequest &request, QString *error) override
+    dozely::Result<QByteArray> send(const HttpRequest &request) override
     {
         requests += request;
-        if (!answer && error)
-            *error = reason;
         return answer;
     }
 };

@@ -208,7 +208,7 @@ TEST_F(WDUpdateCheckerTest, ComparesWithAllOfTheInstalledNumber)
 
 TEST_F(WDUpdateCheckerTest, TakesAMissingNumberForZero)
 {
-    http->answer = R"({"Latest Version String": "3.3"})";
+    http->answer = QByteArray(R"({"Latest Version String": "3.3"})");
     EXPECT_TRUE(checker->updateLatestVersionDictionary());
     EXPECT_TRUE(checker->latestVersion().isNull());
 }
@@ -217,7 +217,7 @@ TEST_F(WDUpdateCheckerTest, HasNoNewerVersionWithoutItsName)
 {
     for (const char *text : {R"({"Latest Version Number": 42})",
                              R"({"Latest Version Number": 42, "Latest Version String": 3.3})"}) {
-        http->answer = text;
+        http->answer = QByteArray(text);
         EXPECT_TRUE(checker->updateLatestVersionDictionary());
         EXPECT_TRUE(checker->latestVersion().isNull()) << text;
     }
@@ -239,7 +239,7 @@ TEST_F(WDUpdateCheckerTest, GivesNoAddressWhereTheServerGivesNoValidOne)
         EXPECT_TRUE(checker->updateLatestVersionDictionary());
         EXPECT_FALSE(checker->latestVersionURL().isValid()) << value.constData();
     }
-    http->answer = R"({"Latest Version Download URL": "ftp://a.example/"})";
+    http->answer = QByteArray(R"({"Latest Version Download URL": "ftp://a.example/"})");
     EXPECT_TRUE(checker->updateLatestVersionDictionary());
     EXPECT_EQ(checker->latestVersionURL(), QUrl("ftp://a.example/")); // of any scheme
 }
@@ -251,10 +251,10 @@ TEST_F(WDUpdateCheckerTest, KeepsTheFirstAnswerWhenALaterCheckFails)
         EXPECT_EQ(checker->latestVersion(), "3.3");
         EXPECT_EQ(checker->latestVersionURL(), QUrl("https://a.example/3.3"));
     };
-    http->answer.reset();
+    http->answer = dozely::Error{"nobody is there"};
     EXPECT_FALSE(checker->updateLatestVersionDictionary());
     expectFirst();
-    http->answer = "<html>500</html>";
+    http->answer = QByteArray("<html>500</html>");
     EXPECT_FALSE(checker->updateLatestVersionDictionary());
     expectFirst();
     network->flags = 0;
@@ -269,7 +269,7 @@ TEST_F(WDUpdateCheckerTest, KeepsTheFirstAnswerWhenALaterCheckFails)
 TEST_F(WDUpdateCheckerTest, ReplacesTheWholeAnswerByTheNextOne)
 {
     ASSERT_EQ(latestAfter("42"), "3.3");
-    http->answer = "{}";
+    http->answer = QByteArray("{}");
     EXPECT_TRUE(checker->updateLatestVersionDictionary());
     EXPECT_TRUE(checker->latestVersion().isNull());
     EXPECT_FALSE(checker->latestVersionURL().isValid());

@@ -158,14 +158,12 @@ QString CurlExchange::reason(CURLcode code) const
     return logLabel(text, longestReason, LineBreaks::QuestionMarks);
 }
 
-std::optional<QByteArray> CurlExchange::perform(QString *error)
+dozely::Result<QByteArray> CurlExchange::perform()
 {
     std::optional<CURLcode> code = CURLE_FAILED_INIT;
     if (m_easy && m_multi && m_isSet && curl_multi_add_handle(m_multi.get(), m_easy.get()) == CURLM_OK)
         code = run();
     if (code == CURLE_OK)
-        return m_answer.isNull() ? QByteArray("") : m_answer;
-    if (error)
-        *error = reason(code.value_or(CURLE_ABORTED_BY_CALLBACK));
-    return std::nullopt;
+        return m_answer;
+    return dozely::Error{reason(code.value_or(CURLE_ABORTED_BY_CALLBACK))};
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <curl/curl.h>
 #include <memory>
+#include <optional>
 
 struct CurlEndEasy {
     void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
@@ -28,7 +29,7 @@ public:
     CurlExchange &operator=(const CurlExchange &) = delete;
 
     /// As HttpClient::send, for the one request. Once.
-    std::optional<QByteArray> perform(QString *error);
+    dozely::Result<QByteArray> perform();
 
 private:
     template<class Value>

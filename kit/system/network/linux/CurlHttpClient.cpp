@@ -3,13 +3,10 @@
 
 #include "DozelyKit/system/network/linux/CurlExchange_p.h"
 
-std::optional<QByteArray> CurlHttpClient::send(const HttpRequest &request, QString *error)
+dozely::Result<QByteArray> CurlHttpClient::send(const HttpRequest &request)
 {
     static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-    if (ready != CURLE_OK) {
-        if (error)
-            *error = "the transport cannot be used";
-        return std::nullopt;
-    }
-    return CurlExchange(request, m_options).perform(error);
+    if (ready != CURLE_OK)
+        return dozely::Error{"the transport cannot be used"};
+    return CurlExchange(request, m_options).perform();
 }

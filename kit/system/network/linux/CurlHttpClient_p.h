@@ -29,7 +29,7 @@ public:
 
     const Options &options() const { return m_options; }
 
-    std::optional<QByteArray> send(const HttpRequest &request, QString *error = nullptr) override;
+    dozely::Result<QByteArray> send(const HttpRequest &request) override;
 
 private:
     Options m_options;
