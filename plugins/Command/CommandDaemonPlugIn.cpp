@@ -8,7 +8,7 @@ CommandDaemonPlugIn::CommandDaemonPlugIn()
 
 void CommandDaemonPlugIn::actInDaemon()
 {
-    m_runner.run(parameters() ? *parameters() : QVariantMap(), CommandEnvironment::ofDaemon());
+    m_runner.run(parameters() ? *parameters() : QVariantMap(), ProgramEnvironment::ofDaemon());
 }
 
 bool CommandDaemonPlugIn::isActing() const

@@ -31,7 +31,7 @@ CommandRunner::CommandRunner(QObject *parent) : QObject(parent) {}
 
 CommandRunner::~CommandRunner() = default;
 
-void CommandRunner::run(const QVariantMap &parameters, const CommandEnvironment &environment)
+void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment &environment)
 {
     const auto commandLine = CommandLine::fromParameters(parameters);
     if (!commandLine) {
@@ -46,10 +46,8 @@ void CommandRunner::run(const QVariantMap &parameters, const CommandEnvironment 
     ++m_runs;
     m_startTime = Platform::current().clock->steadyTime();
     m_path = commandLine->program;
-    ChildProgram program{
-        commandLine->program, commandLine->arguments, {}, environment.workingDirectory, true};
-    for (const QString &variable : environment.variables.toStringList())
-        program.environment += variable.toLocal8Bit();
+    const ChildProgram program{commandLine->program, commandLine->arguments, environment.variables,
+                               environment.workingFolder, true};
     m_program = program.start([this](const Result<ChildProgram::Ending> &ending) { reportEnd(ending); });
 }
 

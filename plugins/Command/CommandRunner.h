@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
-#include "plugins/Command/CommandEnvironment.h"
 
 #include <QObject>
 #include <QVariantMap>
@@ -26,7 +26,7 @@ public:
 
     /// Starts the program that `parameters` name. One that is wrong, and a program that still runs, leave a
     /// line in the log.
-    void run(const QVariantMap &parameters, const CommandEnvironment &environment);
+    void run(const QVariantMap &parameters, const ProgramEnvironment &environment);
 
     /// True from the start until the program's end, or that it could not be started, is in the log.
     bool isRunning() const;

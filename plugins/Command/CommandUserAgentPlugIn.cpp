@@ -8,7 +8,7 @@ CommandUserAgentPlugIn::CommandUserAgentPlugIn()
 
 void CommandUserAgentPlugIn::actInUserAgent()
 {
-    m_runner.run(parameters() ? *parameters() : QVariantMap(), CommandEnvironment::ofSession());
+    m_runner.run(parameters() ? *parameters() : QVariantMap(), ProgramEnvironment::ofSession());
 }
 
 void CommandUserAgentPlugIn::stopAction()

@@ -20,7 +20,7 @@ void ScriptUserAgentPlugIn::actInUserAgent()
     }
     m_runner.run({{"Program", RootFolder::join("/usr/bin/osascript")},
                   {"Arguments", QVariant(QStringList("--log") + order->arguments).toList()}},
-                 CommandEnvironment::ofSession());
+                 ProgramEnvironment::ofSession());
 }
 
 void ScriptUserAgentPlugIn::stopAction()

@@ -5,7 +5,7 @@
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
-#include "DozelyKit/system/machine/SessionEnvironment_p.h"
+#include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 
 #include <optional>
@@ -24,10 +24,11 @@ void logOutcome(const std::optional<NSAppleScript::Result> &result, const QVaria
 
 void zandorSoftwaresExtensions::executeScriptInNSTask(const QVariant &source)
 {
+    const auto environment = ProgramEnvironment::ofSession();
     const ChildProgram tool{RootFolder::join("/usr/bin/osascript"),
                             {"-e", stringWithFormat("%@", {source})},
-                            SessionEnvironment::variables(),
-                            SessionEnvironment::workingFolder()};
+                            environment.variables,
+                            environment.workingFolder};
     tool.launch();
 }
 

@@ -5,7 +5,7 @@
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
-#include "DozelyKit/system/machine/SessionEnvironment_p.h"
+#include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 
@@ -68,8 +68,9 @@ QVariant runProgram(const QVariantList &arguments)
     const QVariantList texts = list.toList();
     for (int i = 0; i < texts.size(); ++i)
         program.arguments += textArgument(texts, i, QString("the program's argument %1").arg(i + 1));
-    program.environment = SessionEnvironment::variables();
-    program.workingFolder = SessionEnvironment::workingFolder();
+    const auto environment = ProgramEnvironment::ofSession();
+    program.environment = environment.variables;
+    program.workingFolder = environment.workingFolder;
     const auto ending = program.run(longestRun, longestOutput);
     if (!ending)
         refuse(ending.error().text + '.');

@@ -33,7 +33,7 @@ protected:
     void run(const QString &program, const QStringList &arguments = {})
     {
         runner.run({{"Program", program}, {"Arguments", QVariant(arguments).toList()}},
-                   CommandEnvironment::ofSession());
+                   ProgramEnvironment::ofSession());
     }
     void runToItsEnd(const QString &program, const QStringList &arguments = {})
     {
@@ -128,8 +128,8 @@ TEST_F(CommandRunnerTest, SaysThatAFileMayNotBeExecuted)
 
 TEST_F(CommandRunnerTest, SaysThatTheWorkingDirectoryIsGone)
 {
-    auto environment = CommandEnvironment::ofSession();
-    environment.workingDirectory = root.join("/gone");
+    auto environment = ProgramEnvironment::ofSession();
+    environment.workingFolder = root.join("/gone");
     runner.run({{"Program", "/bin/true"}}, environment);
     ASSERT_TRUE(waitUntil([&] { return ends == 1; }));
     EXPECT_THAT(onlyLine(), MatchesRegex(".*/bin/true could not be started \\(.*No such file.*\\)\\."));
@@ -138,7 +138,7 @@ TEST_F(CommandRunnerTest, SaysThatTheWorkingDirectoryIsGone)
 TEST_F(CommandRunnerTest, RunsNothingWhenAParameterIsWrong)
 {
     runner.run({{"Program", "touch"}, {"Arguments", QVariantList{root.join("/mark")}}},
-               CommandEnvironment::ofSession());
+               ProgramEnvironment::ofSession());
     EXPECT_FALSE(runner.isRunning());
     EXPECT_THAT(
         onlyLine(),
@@ -186,12 +186,12 @@ TEST_F(CommandRunnerTest, GivesTheDaemonsProgramsNothingOfASession)
     ::setenv("DISPLAY", ":7", 1);
     ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/run/user/7/bus", 1);
     ::setenv("LANG", "C", 1);
-    const auto environment = CommandEnvironment::ofDaemon();
+    const auto environment = ProgramEnvironment::ofDaemon();
     EXPECT_THAT(
-        environment.variables.toStringList(),
-        testing::UnorderedElementsAre("HOME=" + RealHomeDirectory(), "LANG=C",
+        environment.variables,
+        testing::UnorderedElementsAre("HOME=" + RealHomeDirectory().toUtf8(), "LANG=C",
                                       "PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"));
-    EXPECT_EQ(environment.workingDirectory, "/");
+    EXPECT_EQ(environment.workingFolder, "/");
 }
 
 TEST_F(CommandRunnerTest, StartsInTheHomeDirectoryOfTheSessionsUser)
@@ -310,7 +310,7 @@ TEST_F(CommandRunnerTest, TakesTheProgramWithItWhenDestroyed)
         {{"Program", "/bin/sh"},
          {"Arguments", QVariantList{"-c", "echo $$ > \"$1.new\"; mv \"$1.new\" \"$1\"; read x < \"$2\"", "sh",
                                     ready, fifo()}}},
-        CommandEnvironment::ofSession());
+        ProgramEnvironment::ofSession());
     ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(ready); }));
     const pid_t process = endlessProcess();
     ASSERT_EQ(::kill(process, 0), 0);
