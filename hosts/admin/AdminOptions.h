@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/HostOptions.h"
+#include "hosts/common/program/HostOptions.h"
 
 /// The tool's command line: which commands there are, which options and arguments each takes.
 class AdminOptions

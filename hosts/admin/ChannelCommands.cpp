@@ -9,9 +9,9 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/EventPermissions.h"
-#include "hosts/common/GuardedPosting.h"
-#include "hosts/common/HostRootObject.h"
+#include "hosts/common/orders/EventPermissions.h"
+#include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/program/HostRootObject.h"
 
 #include <QFile>
 

@@ -8,8 +8,8 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ParameterOptions.h"
-#include "hosts/common/EventRequest.h"
-#include "hosts/common/EventValue.h"
+#include "hosts/common/events/EventRequest.h"
+#include "hosts/common/events/EventValue.h"
 
 namespace
 {

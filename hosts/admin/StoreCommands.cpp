@@ -8,8 +8,8 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
-#include "hosts/common/ActionPlace.h"
-#include "hosts/common/ScheduleStore.h"
+#include "hosts/common/plugins/ActionPlace.h"
+#include "hosts/common/schedules/ScheduleStore.h"
 
 #include <QFileInfo>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AgentApplication.h"
 
-#include "hosts/common/HostApplication.h"
+#include "hosts/common/program/HostApplication.h"
 
 #include <QApplication>
 

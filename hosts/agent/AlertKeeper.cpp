@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/orders/GuardedPosting.h"
 
 namespace
 {

@@ -9,8 +9,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/EventReceiver.h"
-#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/orders/EventReceiver.h"
+#include "hosts/common/orders/GuardedPosting.h"
 
 namespace
 {

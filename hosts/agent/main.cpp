@@ -6,10 +6,10 @@
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/UserAgentController.h"
-#include "hosts/common/EventScriptFunction.h"
-#include "hosts/common/HostOptions.h"
-#include "hosts/common/HostRootObject.h"
-#include "hosts/common/RequiredEvents.h"
+#include "hosts/common/events/EventScriptFunction.h"
+#include "hosts/common/events/RequiredEvents.h"
+#include "hosts/common/program/HostOptions.h"
+#include "hosts/common/program/HostRootObject.h"
 
 #include <QGuiApplication>
 

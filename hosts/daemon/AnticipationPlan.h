@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/EventPermissions.h"
+#include "hosts/common/orders/EventPermissions.h"
 #include "hosts/daemon/Scheduler.h"
 
 #include <QMap>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/Schedule.h"
+#include "hosts/common/schedules/Schedule.h"
 
 #include <QByteArray>
 #include <QList>

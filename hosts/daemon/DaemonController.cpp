@@ -5,8 +5,8 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/EventReceiver.h"
-#include "hosts/common/ScheduleStore.h"
+#include "hosts/common/orders/EventReceiver.h"
+#include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
 namespace

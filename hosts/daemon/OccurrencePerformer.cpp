@@ -4,8 +4,8 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/ActionPlace.h"
-#include "hosts/common/GuardedPosting.h"
+#include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 

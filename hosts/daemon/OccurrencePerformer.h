@@ -2,8 +2,8 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Result.h"
-#include "hosts/common/PlugInLoader.h"
-#include "hosts/common/RunningActions.h"
+#include "hosts/common/plugins/PlugInLoader.h"
+#include "hosts/common/plugins/RunningActions.h"
 #include "hosts/daemon/Scheduler.h"
 
 class PinnedConsoleUser;

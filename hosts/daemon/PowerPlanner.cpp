@@ -7,8 +7,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
-#include "hosts/common/GuardedPosting.h"
-#include "hosts/common/PlugInLoader.h"
+#include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/plugins/PlugInLoader.h"
 
 #include <QFile>
 

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/ScheduleStore.h"
+#include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/OccurrenceFile.h"
 

@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
-#include "hosts/common/EventPermissions.h"
+#include "hosts/common/orders/EventPermissions.h"
 
 #include <algorithm>
 

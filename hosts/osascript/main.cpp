@@ -2,9 +2,9 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
-#include "hosts/common/EventScriptFunction.h"
-#include "hosts/common/HostOptions.h"
-#include "hosts/common/RelocatedTool.h"
+#include "hosts/common/events/EventScriptFunction.h"
+#include "hosts/common/program/HostOptions.h"
+#include "hosts/common/program/RelocatedTool.h"
 
 #include <QCoreApplication>
 

@@ -5,8 +5,8 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
-#include "hosts/common/HostOptions.h"
-#include "hosts/common/RelocatedTool.h"
+#include "hosts/common/program/HostOptions.h"
+#include "hosts/common/program/RelocatedTool.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>

@@ -3,7 +3,7 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
-#include "hosts/common/HostRootObject.h"
+#include "hosts/common/program/HostRootObject.h"
 
 #include <QCoreApplication>
 

@@ -3,7 +3,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "hosts/common/HostRootObject.h"
+#include "hosts/common/program/HostRootObject.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -2,7 +2,7 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "support/PrivateBus.h"
-#include "unit/hosts_admin/AdminTool.h"
+#include "unit/hosts/admin/AdminTool.h"
 
 #include <QFile>
 #include <QJsonArray>

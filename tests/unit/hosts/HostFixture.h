@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/files/TrustedPath.h"
-#include "hosts/common/Schedule.h"
+#include "hosts/common/schedules/Schedule.h"
 #include "support/ScratchRoot.h"
 
 #include <QFile>

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/plugins/ActionInhibitor.h"
+
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/core/foundation/Platform.h"
+
+namespace
+{
+bool inhibitsSleep(const QVariantMap &bundleInfo)
+{
+    const QVariant value = bundleInfo.value("WDInhibitsSleep");
+    if (!value.isValid())
+        return true;
+    return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) != 0;
+}
+} // namespace
+
+std::shared_ptr<const void> ActionInhibitor::hold(const QVariantMap &bundleInfo)
+{
+    if (!inhibitsSleep(bundleInfo))
+        return nullptr;
+    std::shared_ptr<SystemPower::Inhibition> inhibition = m_inhibition.lock();
+    if (!inhibition) {
+        inhibition = Platform::current().systemPower->inhibitSleep("A scheduled action is running");
+        m_inhibition = inhibition;
+    }
+    return inhibition;
+}

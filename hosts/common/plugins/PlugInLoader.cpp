@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/plugins/PlugInLoader.h"
+
+#include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
+#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "hosts/common/orders/GuardedPosting.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace
+{
+void set(QString *error, const QString &sentence)
+{
+    if (error)
+        *error = sentence;
+}
+} // namespace
+
+PlugInLoader::PlugInLoader(QString roleKey, QList<Source> sources, Maker withoutModule)
+    : m_roleKey(std::move(roleKey)), m_sources(std::move(sources)), m_withoutModule(std::move(withoutModule))
+{
+}
+
+PlugInLoader::~PlugInLoader()
+{
+    terminateClasses();
+}
+
+std::shared_ptr<NSBundle> PlugInLoader::bundle(const QString &path, QString *error) const
+{
+    const QString label = logLabel(path);
+    if (!path.startsWith('/') || path.contains(QChar(0)) || QDir::cleanPath(path) != path) {
+        set(error, QString("%1 is not a bundle's path").arg(label));
+        return nullptr;
+    }
+    if (!QFileInfo(path).isDir()) {
+        set(error, QString("There is no bundle %1").arg(label));
+        return nullptr;
+    }
+    QString why = "it lies in no folder of plug-ins";
+    for (const Source &source : m_sources) {
+        if (!source.folder.isEmpty() && !path.startsWith(source.folder + '/'))
+            continue;
+        if (const auto trusted = isTrustedPath(path, source.owners); !trusted) {
+            why = trusted.error().text + '.';
+            continue;
+        }
+        auto bundle = NSBundle::bundleWithPath(path);
+        if (!bundle)
+            set(error, QString("%1 is not a bundle").arg(label));
+        return bundle;
+    }
+    set(error, QString("The bundle %1 is not trusted: %2").arg(label, logLabel(why)));
+    return nullptr;
+}
+
+std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bundle, QString *error)
+{
+    const QString path = bundle->bundlePath();
+    const QString moduleName = bundle->objectForInfoDictionaryKey(m_roleKey).toString();
+    WDPlugInFactory *factory = nullptr;
+    if (!moduleName.isEmpty()) {
+        const auto known = m_classes.constFind(path);
+        const LoadedClass loaded = known != m_classes.cend() ? *known : load(bundle, moduleName);
+        if (loaded.factory) // what cannot be loaded may be mended meanwhile: look again at the next use
+            m_classes.insert(path, loaded);
+        if (!loaded.refusal.isEmpty()) {
+            set(error, loaded.refusal);
+            return nullptr;
+        }
+        factory = loaded.factory;
+    } else if (!m_withoutModule) {
+        set(error, QString("The bundle %1 names no \"%2\"").arg(logLabel(path), m_roleKey));
+        return nullptr;
+    }
+    std::shared_ptr<WDPlugIn> plugIn;
+    const auto thrown = GuardedPosting::thrownBy([&] {
+        plugIn = factory ? factory->makeForRole(m_roleKey) : m_withoutModule();
+        if (plugIn)
+            plugIn->setBundle(bundle);
+    });
+    if (plugIn && !thrown)
+        return plugIn;
+    set(error, QString("The plug-in of %1 cannot be made: %2")
+                   .arg(logLabel(path), thrown.value_or("its factory made nothing")));
+    return nullptr;
+}
+
+PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bundle,
+                                             const QString &moduleName) const
+{
+    LoadedClass loaded;
+    loaded.bundle = bundle;
+    QObject *root = nullptr;
+    QString why = "its name is not a file name";
+    bool accepts = false;
+    const auto thrown = GuardedPosting::thrownBy([&] {
+        if (!moduleName.contains('/'))
+            root = bundle->loadModule(moduleName, WDPlugInFactory_iid, &why);
+        loaded.factory = qobject_cast<WDPlugInFactory *>(root);
+        if (loaded.factory)
+            accepts = loaded.factory->initializeClass(bundle);
+    });
+    if (accepts && !thrown)
+        return loaded;
+    if (thrown)
+        why = *thrown;
+    else if (loaded.factory)
+        why = "its class does not want to be initialised";
+    else if (root)
+        why = "it exports no factory";
+    loaded.refusal = QString("The module %1 of %2 cannot be used: %3")
+                         .arg(logLabel(moduleName), logLabel(bundle->bundlePath()), logLabel(why));
+    return loaded;
+}
+
+void PlugInLoader::terminateClasses()
+{
+    for (const LoadedClass &loaded : std::as_const(m_classes)) {
+        if (!loaded.refusal.isEmpty())
+            continue;
+        if (const auto thrown = GuardedPosting::thrownBy([&] { loaded.factory->terminateClass(); }))
+            ZDRLog("The plug-in class of %@ raised at its end: %@", loaded.bundle->bundlePath(), *thrown);
+    }
+    m_classes.clear();
+}

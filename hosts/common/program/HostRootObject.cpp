@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/program/HostRootObject.h"
+
+QObject *HostRootObject::communicationCenter()
+{
+    return WDCommunicationCenter::sharedInstance().get();
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/program/RelocatedTool.h"
+
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <QCoreApplication>
+
+void takeRootFromOwnPlace(const QString &fixedPath)
+{
+    const QString place = QCoreApplication::applicationFilePath();
+    if (!place.endsWith(fixedPath))
+        return;
+    const QString folder = place.chopped(fixedPath.size());
+    if (!folder.isEmpty() && RootFolder::refusal(folder).isEmpty())
+        RootFolder::set(folder);
+}

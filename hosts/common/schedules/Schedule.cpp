@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/schedules/Schedule.h"
+
+#include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <QDir>
+#include <QStringList>
+
+namespace
+{
+const QStringList knownKeys{"Identifier", "Name", "Is Enabled", "Bundle Path",
+                            "Parameters", "Date", "Time Zone",  "Owner"};
+
+/// Collects the first fault of an entry.
+class EntryReader
+{
+public:
+    explicit EntryReader(const QVariantMap &entry) : m_entry(entry) {}
+
+    template<class Value>
+    Value required(const QString &key, const char *typeName)
+    {
+        if (!m_entry.contains(key)) {
+            complain(QString("\"%1\" is missing").arg(key));
+            return {};
+        }
+        return optional<Value>(key, typeName);
+    }
+
+    template<class Value>
+    Value optional(const QString &key, const char *typeName)
+    {
+        const QVariant value = m_entry.value(key);
+        if (value.isValid() && value.metaType() != QMetaType::fromType<Value>())
+            complain(QString("\"%1\" is not %2").arg(key, typeName));
+        return value.value<Value>();
+    }
+
+    void complain(const QString &fault)
+    {
+        if (m_fault.isEmpty())
+            m_fault = fault;
+    }
+    QString fault() const { return m_fault; }
+
+private:
+    const QVariantMap &m_entry;
+    QString m_fault;
+};
+
+std::optional<quint32> readOwner(const QVariantMap &entry, EntryReader &reader)
+{
+    constexpr qint64 nobodyAtAll = 0xffffffff; // the id that the system calls take for "no change"
+    const QVariant value = entry.value("Owner");
+    if (!value.isValid())
+        return {};
+    const int type = value.typeId();
+    const bool isInteger = type == QMetaType::LongLong || type == QMetaType::ULongLong ||
+                           type == QMetaType::Int || type == QMetaType::UInt;
+    const qint64 owner = isInteger ? value.toLongLong() : -1;
+    if (owner >= 0 && owner < nobodyAtAll)
+        return static_cast<quint32>(owner);
+    reader.complain("\"Owner\" is not a user id");
+    return {};
+}
+
+/// Occurrences are told apart by whole seconds, which every format of property list keeps. Never early.
+QDateTime roundedUp(const QDateTime &date)
+{
+    const qint64 milliseconds = date.toMSecsSinceEpoch();
+    const qint64 over = ((milliseconds % 1000) + 1000) % 1000;
+    return QDateTime::fromMSecsSinceEpoch(over ? milliseconds + 1000 - over : milliseconds, Qt::UTC);
+}
+
+bool isCleanFixedPath(const QString &path)
+{
+    return path.startsWith('/') && path.size() > 1 && !path.contains(QChar(0)) &&
+           QDir::cleanPath(path) == path;
+}
+} // namespace
+
+std::optional<Schedule> Schedule::fromEntry(const QVariant &entry, QString *fault)
+{
+    if (entry.typeId() != QMetaType::QVariantMap) {
+        if (fault)
+            *fault = "it is not a dictionary";
+        return {};
+    }
+    const QVariantMap map = entry.toMap();
+    EntryReader reader(map);
+    Schedule schedule;
+    schedule.identifier = reader.required<QString>("Identifier", "a string");
+    schedule.name = reader.required<QString>("Name", "a string");
+    schedule.isEnabled = reader.required<bool>("Is Enabled", "a boolean");
+    schedule.bundlePath = reader.required<QString>("Bundle Path", "a string");
+    schedule.parameters = reader.optional<QVariantMap>("Parameters", "a dictionary");
+    schedule.date = reader.required<QDateTime>("Date", "a date");
+    schedule.timeZone = reader.optional<QString>("Time Zone", "a string");
+    schedule.owner = readOwner(map, reader);
+    if (schedule.identifier.isEmpty())
+        reader.complain("\"Identifier\" is empty");
+    if (!isCleanFixedPath(schedule.bundlePath))
+        reader.complain("\"Bundle Path\" is not an absolute path");
+    if (!schedule.date.isValid())
+        reader.complain("\"Date\" is not a date");
+    if (!schedule.timeZone.isEmpty() && !dozely::isTimeZoneName(schedule.timeZone))
+        reader.complain("\"Time Zone\" is not known");
+    if (!reader.fault().isEmpty()) {
+        if (fault)
+            *fault = reader.fault();
+        return {};
+    }
+    schedule.date = roundedUp(schedule.date);
+    for (auto key = map.cbegin(); key != map.cend(); ++key) {
+        if (!knownKeys.contains(key.key()))
+            schedule.otherKeys.insert(key.key(), key.value());
+    }
+    return schedule;
+}
+
+QVariantMap Schedule::toEntry() const
+{
+    QVariantMap entry = otherKeys;
+    entry.insert("Identifier", identifier);
+    entry.insert("Name", name);
+    entry.insert("Is Enabled", isEnabled);
+    entry.insert("Bundle Path", bundlePath);
+    entry.insert("Parameters", parameters);
+    entry.insert("Date", roundedUp(date));
+    if (!timeZone.isEmpty())
+        entry.insert("Time Zone", timeZone);
+    if (owner)
+        entry.insert("Owner", static_cast<qint64>(*owner));
+    return entry;
+}
+
+QDateTime Schedule::calendarDate() const
+{
+    return dozely::calendarDate(date, timeZone);
+}
+
+QString Schedule::fullBundlePath() const
+{
+    return RootFolder::join(bundlePath);
+}

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/schedules/ScheduleStore.h"
+
+#include "DozelyKit/core/files/GuardedFile.h"
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/LogLabel.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <QHash>
+
+using dozely::Error;
+using dozely::GuardedFile;
+using dozely::Result;
+
+namespace
+{
+const QString arrayKey = "Schedule Array";
+constexpr int storeMode = 0644;
+
+struct Root {
+    QVariantMap dictionary;
+    PropertyList::Format format = PropertyList::Format::Xml;
+};
+
+/// The root dictionary of a store.
+Result<Root> rootOf(const QByteArray &data)
+{
+    Root root;
+    const auto list = PropertyList::fromData(data, &root.format);
+    if (!list)
+        return list.error();
+    if (list->typeId() != QMetaType::QVariantMap)
+        return Error{"its root is not a dictionary"};
+    root.dictionary = list->toMap();
+    const QVariant entries = root.dictionary.value(arrayKey, QVariantList());
+    if (entries.typeId() != QMetaType::QVariantList)
+        return Error{QString("\"%1\" is not an array").arg(arrayKey)};
+    return root;
+}
+
+QString entryLabel(qsizetype index, const QVariant &entry)
+{
+    const QVariantMap map = entry.typeId() == QMetaType::QVariantMap ? entry.toMap() : QVariantMap();
+    QStringList names;
+    for (const QString key : {"Name", "Identifier"}) {
+        if (map.value(key).typeId() == QMetaType::QString)
+            names += QString("\"%1\"").arg(logLabel(map.value(key).toString()));
+    }
+    const QString number = QString("Schedule entry %1").arg(index + 1);
+    return names.isEmpty() ? number : number + " (" + names.join(", ") + ")";
+}
+
+/// The good schedules of a root dictionary by their place in the array; the others are told to `fault`.
+QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
+                                       const std::function<void(qsizetype, const QString &)> &fault)
+{
+    QHash<qsizetype, Schedule> good;
+    QSet<QString> identifiers;
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        QString why;
+        auto schedule = Schedule::fromEntry(entries.at(i), &why);
+        if (schedule && identifiers.contains(schedule->identifier)) {
+            schedule.reset();
+            why = "its identifier is taken by an earlier entry";
+        }
+        if (!schedule) {
+            fault(i, why);
+            continue;
+        }
+        identifiers.insert(schedule->identifier);
+        good.insert(i, *std::move(schedule));
+    }
+    return good;
+}
+
+GuardedFile storeFile()
+{
+    return GuardedFile({ScheduleStore::path(), PropertyList::maximumSize, storeMode});
+}
+} // namespace
+
+QString ScheduleStore::path()
+{
+    return RootFolder::join("/Library/Preferences/com.dozely.plist");
+}
+
+Result<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data)
+{
+    const auto root = rootOf(data);
+    if (!root)
+        return root.error();
+    const QVariantList entries = root->dictionary.value(arrayKey).toList();
+    Content content;
+    content.exists = true;
+    const auto good = goodEntries(entries, [&](qsizetype index, const QString &why) {
+        const QVariant &entry = entries.at(index);
+        content.faults += QString("%1 is bad: %2").arg(entryLabel(index, entry), why);
+        if (entry.typeId() == QMetaType::QVariantMap) {
+            const QVariant identifier = entry.toMap().value("Identifier");
+            if (identifier.typeId() == QMetaType::QString)
+                content.faultyIdentifiers.insert(identifier.toString());
+        }
+    });
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        if (good.contains(i))
+            content.schedules += good.value(i);
+    }
+    return content;
+}
+
+Result<ScheduleStore::Content> ScheduleStore::read()
+{
+    const auto data = storeFile().read();
+    if (!data)
+        return data.error();
+    return *data ? parse(**data) : Content();
+}
+
+Result<QByteArray> ScheduleStore::rewritten(const std::optional<QByteArray> &data,
+                                            const QList<Schedule> &schedules)
+{
+    Root root;
+    if (data) {
+        auto read = rootOf(*data);
+        if (!read)
+            return read.error();
+        root = *std::move(read);
+    }
+    QHash<QString, Schedule> wanted;
+    for (const Schedule &schedule : schedules)
+        wanted.insert(schedule.identifier, schedule);
+    const QVariantList before = root.dictionary.value(arrayKey).toList();
+    const auto good = goodEntries(before, [](qsizetype, const QString &) {});
+    QVariantList after;
+    QSet<QString> placed;
+    for (qsizetype i = 0; i < before.size(); ++i) {
+        if (!good.contains(i)) {
+            after += before.at(i);
+            continue;
+        }
+        const QString identifier = good.value(i).identifier;
+        if (!wanted.contains(identifier))
+            continue;
+        placed.insert(identifier);
+        const Schedule &schedule = wanted[identifier];
+        after += schedule == good.value(i) ? before.at(i) : QVariant(schedule.toEntry());
+    }
+    for (const Schedule &schedule : schedules) {
+        if (placed.contains(schedule.identifier))
+            continue;
+        placed.insert(schedule.identifier);
+        after += schedule.toEntry();
+    }
+    root.dictionary.insert(arrayKey, after);
+    QByteArray result = PropertyList::toData(root.dictionary, root.format);
+    if (result.isNull())
+        return Error{"the schedules are too many or hold a value that a property list cannot carry"};
+    return result;
+}
+
+Result<bool> ScheduleStore::edit(const std::function<bool(QList<Schedule> &)> &change,
+                                 std::chrono::milliseconds lockLimit)
+{
+    const GuardedFile file = storeFile();
+    const auto lock = file.lock(lockLimit);
+    if (!lock)
+        return lock.error();
+    const auto notChanged = [&](const Error &why) {
+        return Error{QString("%1 was not changed: %2").arg(path(), why.text), why.name};
+    };
+    const auto data = file.read();
+    if (!data)
+        return notChanged(data.error());
+    const Result<Content> content = *data ? parse(**data) : Content();
+    if (!content)
+        return notChanged(content.error());
+    QList<Schedule> schedules = content->schedules;
+    if (!change(schedules))
+        return false;
+    if (schedules == content->schedules)
+        return true;
+    const auto replacement = rewritten(*data, schedules);
+    if (!replacement)
+        return notChanged(replacement.error());
+    if (const auto replaced = file.replace(*replacement); !replaced)
+        return notChanged(replaced.error());
+    return true;
+}

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
+#include "hosts/common/program/HostRootObject.h"
+#include "unit/hosts/admin/AdminTool.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <gmock/gmock.h>
+
+#include <unistd.h>
+
+using testing::HasSubstr;
+
+/// Keeps what the daemon is asked, and by whom.
+class RunNowReceiver : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void daemonMustRunNow(const NSNotification &notification)
+    {
+        identifiers += notification.userInfo().value("Schedule Identifier").toString();
+        const auto peer = NSConnection::currentPeer();
+        users += peer ? static_cast<qint64>(peer->userId) : -1;
+    }
+    QStringList identifiers;
+    QList<qint64> users;
+};
+
+namespace
+{
+/// This process plays the part that the tool talks to.
+class AdminChannelTest : public testing::Test
+{
+protected:
+    AdminChannelTest()
+    {
+        ::unsetenv("SUDO_UID");
+        if (::geteuid() != 0)
+            tool.root.makeSocketFolder();
+    }
+    ~AdminChannelTest() override { center().setObserver(nullptr); }
+
+    static WDCommunicationCenter &center() { return *WDCommunicationCenter::sharedInstance(); }
+    void publishAs(const QString &processName)
+    {
+        NSProcessInfo::setProcessName(processName);
+        center().setObserver(&rootObject);
+        center().createServerConnection();
+        ASSERT_TRUE(center().connection());
+    }
+    QStringList socketFiles() const
+    {
+        return QDir(tool.root.join("/private/var/tmp/com.dozely")).entryList(QDir::System | QDir::Files);
+    }
+    static QString me() { return QString::number(::geteuid()); }
+
+    AdminTool tool;
+    HostRootObject rootObject;
+};
+} // namespace
+
+TEST_F(AdminChannelTest, ADaemonThatIsAliveAnswersAPing)
+{
+    publishAs("dozelyd");
+    const auto forPeople = tool.run({"ping", "daemon"});
+    EXPECT_EQ(forPeople.status, 0) << forPeople.errors.constData();
+    EXPECT_EQ(forPeople.output, "The daemon is alive.\n");
+    EXPECT_EQ(tool.run({"ping", "daemon", "--json"}).json(),
+              QJsonObject({{"target", "daemon"}, {"answered", true}}));
+}
+
+TEST_F(AdminChannelTest, APingByRootLeavesTheSocketsOfOthersAlone)
+{
+    publishAs("dozelyd");
+    ASSERT_EQ(tool.run({"ping", "daemon"}).status, 0);
+    ASSERT_EQ(tool.run({"ping", "agent"}).status, 1);
+    EXPECT_TRUE(socketFiles().contains("dozelyd"));
+    EXPECT_EQ(tool.run({"ping", "daemon"}).status, 0);
+}
+
+TEST_F(AdminChannelTest, AMissingDaemonFailsAPing)
+{
+    const auto forPeople = tool.run({"ping", "daemon"});
+    EXPECT_EQ(forPeople.status, 1);
+    EXPECT_THAT(forPeople.errors.toStdString(), HasSubstr("The daemon does not answer."));
+    const auto forPrograms = tool.run({"ping", "daemon", "--json"});
+    EXPECT_EQ(forPrograms.status, 1);
+    EXPECT_EQ(forPrograms.json(), QJsonObject({{"target", "daemon"}, {"answered", false}}));
+}
+
+TEST_F(AdminChannelTest, AnAgentIsReachedByItsUser)
+{
+    publishAs("Dozely Agent");
+    EXPECT_EQ(tool.run({"ping", "agent"}).status, 0);
+    EXPECT_EQ(tool.run({"ping", "agent", me()}).status, 0);
+    EXPECT_EQ(tool.run({"ping", "agent", me(), "--json"}).json()["user"].toInteger(), me().toLongLong());
+    EXPECT_EQ(tool.run({"ping", "agent", "4711"}).status, 1);
+    EXPECT_EQ(tool.run({"ping", "application", me()}).status, 1);
+}
+
+TEST_F(AdminChannelTest, APingLeavesNoSocketFileOfItsOwn)
+{
+    publishAs("Dozely Agent");
+    const QStringList before = socketFiles();
+    EXPECT_EQ(before, QStringList("Dozely Agent." + me()));
+    ASSERT_EQ(tool.run({"ping", "agent"}).status, 0);
+    EXPECT_EQ(socketFiles(), before);
+}
+
+TEST_F(AdminChannelTest, AnApplicationIsReachedByItsUser)
+{
+    publishAs("Dozely");
+    EXPECT_EQ(tool.run({"ping", "application"}).status, 0);
+    EXPECT_EQ(tool.run({"ping", "application", me()}).status, 0);
+    EXPECT_EQ(tool.run({"ping", "agent", me()}).status, 1);
+}
+
+TEST_F(AdminChannelTest, AUserWhoDoesNotExistIsTold)
+{
+    const auto result = tool.run({"ping", "agent", "no such user"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("There is no user \"no such user\"."));
+}
+
+TEST_F(AdminChannelTest, RunAsksTheDaemonInTheOwnersName)
+{
+    publishAs("dozelyd");
+    const auto receiver = std::make_shared<RunNowReceiver>();
+    WDNotificationCenter::defaultCenter()->addObserver(receiver, "daemonMustRunNow", "DaemonMustRunNowEvent",
+                                                       "com.dozely.Admin");
+    const QString ours = tool.add("Ours", {"--owner", me()});
+    EXPECT_EQ(tool.run({"run", "Ours"}).status, 0);
+    const auto result = tool.run({"run", ours, "--json"});
+    EXPECT_EQ(result.json(), QJsonObject({{"identifier", ours}, {"received", true}}));
+    EXPECT_EQ(receiver->identifiers, QStringList({ours, ours}));
+    const qint64 self = ::geteuid();
+    EXPECT_EQ(receiver->users, QList<qint64>({self, self}));
+    EXPECT_TRUE(socketFiles().contains("dozelyd"));
+    if (self == 0) { // root asks in the name of whose schedule it is
+        tool.add("Theirs", {"--owner", "4711"});
+        EXPECT_EQ(tool.run({"run", "Theirs"}).status, 0);
+        EXPECT_EQ(receiver->users, QList<qint64>({0, 0, 4711}));
+    }
+}
+
+TEST_F(AdminChannelTest, RunFailsWithoutADaemon)
+{
+    tool.add("Ours");
+    const auto result = tool.run({"run", "Ours"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("The daemon does not answer."));
+}
+
+TEST_F(AdminChannelTest, RunOfSomebodyElsesScheduleIsNotPermitted)
+{
+    publishAs("dozelyd");
+    const auto receiver = std::make_shared<RunNowReceiver>();
+    WDNotificationCenter::defaultCenter()->addObserver(receiver, "daemonMustRunNow", "DaemonMustRunNowEvent",
+                                                       "com.dozely.Admin");
+    tool.add("Theirs", {"--owner", "4711"});
+    const bool isRoot = ::geteuid() == 0;
+    const auto result = tool.run({"run", "Theirs"}, true);
+    // Without root there is one user here: the owner of the root folder, who may run everything.
+    EXPECT_EQ(result.status, isRoot ? 3 : 0);
+    EXPECT_EQ(receiver->identifiers.size(), isRoot ? 0 : 1);
+}
+
+#include "AdminChannelTest.moc"

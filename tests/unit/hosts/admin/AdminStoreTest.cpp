@@ -1,0 +1,329 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/files/PropertyList.h"
+#include "hosts/common/schedules/ScheduleStore.h"
+#include "unit/hosts/admin/AdminTool.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QUuid>
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using testing::HasSubstr;
+
+namespace
+{
+class AdminStoreTest : public testing::Test
+{
+protected:
+    QVariantList entries() const
+    {
+        const auto list = PropertyList::fromData(tool.store());
+        return list ? list->toMap().value("Schedule Array").toList() : QVariantList();
+    }
+    QVariantMap onlyEntry() const
+    {
+        EXPECT_EQ(entries().size(), 1);
+        return entries().value(0).toMap();
+    }
+
+    AdminTool tool;
+};
+} // namespace
+
+TEST_F(AdminStoreTest, AnEmptySystemHasNoSchedules)
+{
+    const auto forPeople = tool.run({"list"});
+    EXPECT_EQ(forPeople.status, 0);
+    EXPECT_EQ(forPeople.output, "There are no schedules.\n");
+    const auto forPrograms = tool.run({"list", "--json"});
+    EXPECT_EQ(forPrograms.json()["schedules"], QJsonArray());
+    EXPECT_EQ(forPrograms.json()["faults"], QJsonArray());
+    EXPECT_FALSE(QFile::exists(tool.storePath()));
+}
+
+TEST_F(AdminStoreTest, AddWritesEveryKeyOfAnEntry)
+{
+    const auto result =
+        tool.run({"add", "Water the plants", "--program", "/usr/bin/touch", "--argument", "a b", "--argument",
+                  "-l", "--date", "2060-03-14 06:55", "--time-zone", "Europe/Paris", "--parameter", "Alert=1",
+                  "--in-session", "--owner", "4711"});
+    ASSERT_EQ(result.status, 0) << result.errors.constData();
+    QVariantMap entry = onlyEntry();
+    const QString identifier = entry.take("Identifier").toString();
+    EXPECT_FALSE(QUuid::fromString(identifier).isNull());
+    EXPECT_FALSE(identifier.contains('{'));
+    EXPECT_THAT(result.output.toStdString(), HasSubstr(identifier.toStdString()));
+    const QVariantMap parameters{{"Program", "/usr/bin/touch"},
+                                 {"Arguments", QVariantList{"a b", "-l"}},
+                                 {"Acts In User Agent", 1LL},
+                                 {"Alert", 1LL}};
+    const QVariantMap expected{{"Name", "Water the plants"},
+                               {"Is Enabled", true},
+                               {"Bundle Path", "/Library/Application Support/Dozely/PlugIns/Command.plugin"},
+                               {"Parameters", parameters},
+                               {"Date", QDateTime({2060, 3, 14}, {5, 55}, Qt::UTC)},
+                               {"Time Zone", "Europe/Paris"},
+                               {"Owner", 4711LL}};
+    EXPECT_EQ(entry, expected);
+}
+
+TEST_F(AdminStoreTest, AddTellsProgramsWhatItAdded)
+{
+    const auto result =
+        tool.run({"add", "A", "--bundle", "Command", "--in", "60", "--disabled", "--in-daemon", "--json"});
+    const QJsonObject schedule = result.json()["schedule"].toObject();
+    EXPECT_EQ(schedule["identifier"].toString(), onlyEntry()["Identifier"].toString());
+    EXPECT_EQ(schedule["name"], "A");
+    EXPECT_EQ(schedule["isEnabled"], false);
+    EXPECT_EQ(schedule["actsIn"], "daemon");
+    EXPECT_EQ(schedule["owner"].toInteger(), static_cast<qint64>(::getuid()));
+    EXPECT_EQ(onlyEntry()["Is Enabled"], false);
+}
+
+TEST_F(AdminStoreTest, TellsWhereAnActionRunsByTheRuleOfTheDaemon)
+{
+    // Adds a schedule for a bundle with this key beside "WDDaemonModule" and tells where its action runs.
+    int bundles = 0;
+    const auto actsIn = [&](const QString &key, const QVariant &value) {
+        const QString name = QString("Bundle%1").arg(++bundles);
+        QVariantMap info{{"CFBundleIdentifier", name}, {"WDDaemonModule", "x.so"}};
+        info.insert(key, value);
+        QFile file(
+            tool.root.makeFolder("/Library/Application Support/Dozely/PlugIns/" + name + ".plugin/Contents") +
+            "/Info.plist");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(PropertyList::toData(info, PropertyList::Format::Xml));
+        file.close();
+        const auto result = tool.run({"add", name, "--bundle", name, "--in", "60", "--json"});
+        EXPECT_EQ(result.status, 0) << result.errors.constData();
+        return result.json()["schedule"].toObject()["actsIn"].toString();
+    };
+    EXPECT_EQ(actsIn("WDActsInUserAgent", true), "session");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", 1LL), "session");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", 2LL), "daemon");
+    EXPECT_EQ(actsIn("WDActsInUserAgent", "true"), "daemon");
+    EXPECT_EQ(actsIn("WDDaemonModule", "x.so"), "daemon");
+    EXPECT_EQ(actsIn("WDDaemonModule", ""), "session");
+}
+
+TEST_F(AdminStoreTest, TheOwnerIsThePersonBehindSudo)
+{
+    if (::geteuid() == 0) {
+        ::setenv("SUDO_UID", "4711", 1);
+        tool.add("A");
+        EXPECT_EQ(onlyEntry()["Owner"].toLongLong(), 4711);
+    } else {
+        ::setenv("SUDO_UID", "4711", 1); // means nothing to a process that is not root
+        tool.add("A");
+        EXPECT_EQ(onlyEntry()["Owner"].toLongLong(), static_cast<qint64>(::getuid()));
+    }
+}
+
+TEST_F(AdminStoreTest, AddTakesParametersFromAPropertyList)
+{
+    QFile file(tool.root.join("/parameters.plist"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QVariantMap parameters{{"Deep", QVariantMap{{"List", QVariantList{1LL, "x"}}}}, {"Alert", 1LL}};
+    file.write(PropertyList::toData(parameters, PropertyList::Format::Binary));
+    file.close();
+    tool.add("A", {"--parameters", file.fileName(), "--parameter", "Alert=0"});
+    const QVariantMap stored = onlyEntry()["Parameters"].toMap();
+    EXPECT_EQ(stored["Deep"], parameters["Deep"]);
+    EXPECT_EQ(stored["Alert"], 0LL);
+    EXPECT_EQ(stored["Program"], "/bin/true");
+}
+
+TEST_F(AdminStoreTest, AddRefusesABundleThatIsNotThere)
+{
+    const auto result = tool.run({"add", "A", "--bundle", "Comand", "--in", "60"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("There is no bundle at"));
+    EXPECT_TRUE(tool.store().isEmpty());
+}
+
+TEST_F(AdminStoreTest, AddRefusesAnUnknownOwnerAndABadParameterFile)
+{
+    EXPECT_EQ(tool.run({"add", "A", "--bundle", "Command", "--in", "9", "--owner", "no such user"}).status,
+              1);
+    EXPECT_EQ(
+        tool.run({"add", "A", "--bundle", "Command", "--in", "9", "--parameters", "/gone.plist"}).status, 1);
+    EXPECT_TRUE(tool.store().isEmpty());
+}
+
+TEST_F(AdminStoreTest, AddRefusesWhatWouldMakeTheStoreTooLongToRead)
+{
+    tool.add("A");
+    const QByteArray before = tool.store();
+    QStringList arguments{"add", "B", "--bundle", "Command", "--in", "60"};
+    for (int i = 0; i < 10; ++i)
+        arguments += {"--parameter", QString("Key%1=%2").arg(i).arg(QString(120'000, 'x'))};
+    const auto result = tool.run(arguments);
+    EXPECT_NE(result.status, 0);
+    EXPECT_THAT(result.errors.toStdString(), testing::Not(testing::IsEmpty()));
+    EXPECT_EQ(tool.store(), before);
+}
+
+TEST_F(AdminStoreTest, ListShowsATableToPeople)
+{
+    const QString identifier = tool.add("Water", {"--in-daemon"});
+    const auto result = tool.run({"list"});
+    EXPECT_EQ(result.status, 0);
+    const QList<QByteArray> lines = result.output.split('\n');
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_THAT(lines[0].toStdString(),
+                testing::MatchesRegex("NAME +ENABLED +DATE +TIME ZONE +ACTION.*IDENTIFIER"));
+    EXPECT_THAT(lines[1].toStdString(),
+                testing::MatchesRegex("Water +yes +.* Command +daemon +.*" + identifier.toStdString()));
+}
+
+TEST_F(AdminStoreTest, ListShowsControlCharactersEscaped)
+{
+    tool.add("Harmless");
+    QByteArray content = tool.store();
+    content.replace("Harmless", QString::fromUtf8("\u009b2J\u202egnp\u2028").toUtf8());
+    tool.writeStore(content);
+    for (const QStringList &arguments : {QStringList{"list"}, QStringList{"list", "--json"}}) {
+        const auto result = tool.run(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.output.toStdString(), HasSubstr("\\u009b2J\\u202egnp\\u2028"));
+    }
+}
+
+TEST_F(AdminStoreTest, EnableAndDisableChangeOneScheduleByNameOrIdentifier)
+{
+    const QString identifier = tool.add("A");
+    tool.add("B");
+    EXPECT_EQ(tool.run({"disable", "A"}).output, "\"A\" is disabled.\n");
+    EXPECT_EQ(entries().value(0).toMap()["Is Enabled"], false);
+    EXPECT_EQ(entries().value(1).toMap()["Is Enabled"], true);
+    const auto result = tool.run({"enable", identifier, "--json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.json()["schedule"].toObject()["isEnabled"], true);
+    EXPECT_EQ(entries().value(0).toMap()["Is Enabled"], true);
+}
+
+TEST_F(AdminStoreTest, RemoveTakesOneScheduleAway)
+{
+    tool.add("A");
+    tool.add("B");
+    const auto result = tool.run({"remove", "A", "--json"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.json()["schedule"].toObject()["name"], "A");
+    EXPECT_EQ(onlyEntry()["Name"], "B");
+}
+
+TEST_F(AdminStoreTest, ANameThatTwoSchedulesHaveSelectsNone)
+{
+    const QString identifier = tool.add("A");
+    tool.add("A");
+    const QByteArray before = tool.store();
+    for (const char *command : {"remove", "disable", "enable", "run"}) {
+        const auto result = tool.run({command, "A"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr("2 schedules are named \"A\""));
+    }
+    EXPECT_EQ(tool.store(), before);
+    EXPECT_EQ(tool.run({"remove", identifier}).status, 0);
+    EXPECT_EQ(entries().size(), 1);
+}
+
+TEST_F(AdminStoreTest, AScheduleThatIsNotThereIsToldAndNothingChanges)
+{
+    tool.add("A");
+    const QByteArray before = tool.store();
+    for (const char *command : {"remove", "disable", "enable", "run"}) {
+        const auto result = tool.run({command, "Z"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr("There is no schedule \"Z\""));
+        EXPECT_TRUE(result.output.isEmpty());
+    }
+    EXPECT_EQ(tool.store(), before);
+}
+
+TEST_F(AdminStoreTest, ADamagedStoreIsToldAndStaysAsItIsToTheByte)
+{
+    tool.add("A");
+    const QByteArray whole = tool.store();
+    const QVariantMap noArray{{"Schedule Array", "text"}};
+    for (const QByteArray &damaged : {whole.left(whole.size() / 2), QByteArray("not a list"), QByteArray(),
+                                      PropertyList::toData(noArray, PropertyList::Format::Binary),
+                                      PropertyList::toData(QVariantList{1LL}, PropertyList::Format::Xml)}) {
+        tool.writeStore(damaged);
+        for (const QStringList &arguments :
+             {QStringList{"list"}, QStringList{"add", "B", "--program", "/bin/true", "--in", "60"},
+              QStringList{"remove", "A"}, QStringList{"enable", "A"}, QStringList{"disable", "A"},
+              QStringList{"run", "A"}}) {
+            const auto result = tool.run(arguments);
+            EXPECT_EQ(result.status, 1) << qPrintable(arguments.join(' ')) << damaged.left(60).constData();
+            EXPECT_THAT(result.errors.toStdString(), HasSubstr("com.dozely.plist"));
+            EXPECT_EQ(tool.store(), damaged);
+        }
+    }
+}
+
+TEST_F(AdminStoreTest, BadEntriesAreToldAndUnknownKeysSurviveAChange)
+{
+    tool.add("Good");
+    QVariantMap store = PropertyList::fromData(tool.store())->toMap();
+    QVariantMap good = store["Schedule Array"].toList().value(0).toMap();
+    good.insert("Missed Policy", "later");
+    const QVariantMap bad{{"Name", "Broken"}, {"Date", "tomorrow"}};
+    store["Schedule Array"] = QVariantList{bad, good, "no entry at all"};
+    store["Version"] = 7LL;
+    tool.writeStore(PropertyList::toData(store, PropertyList::Format::Xml));
+
+    const auto list = tool.run({"list"});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_THAT(list.output.toStdString(), HasSubstr("Good"));
+    EXPECT_THAT(list.errors.toStdString(), HasSubstr("Broken"));
+    EXPECT_EQ(tool.run({"list", "--json"}).json()["faults"].toArray().size(), 2);
+
+    EXPECT_EQ(tool.run({"disable", "Good"}).status, 0);
+    good["Is Enabled"] = false;
+    store["Schedule Array"] = QVariantList{bad, good, "no entry at all"};
+    EXPECT_EQ(*PropertyList::fromData(tool.store()), QVariant(store));
+}
+
+TEST_F(AdminStoreTest, WhoMayNotChangeTheStoreIsToldSo)
+{
+    tool.add("A");
+    const QByteArray before = tool.store();
+    ::chmod(qPrintable(tool.root.makeFolder("/Library/Preferences")), 0555);
+    for (const QStringList &arguments :
+         {QStringList{"add", "B", "--program", "/bin/true", "--in", "60"}, QStringList{"remove", "A"},
+          QStringList{"enable", "A"}, QStringList{"disable", "A"}}) {
+        const auto result = tool.run(arguments, true);
+        EXPECT_EQ(result.status, 3) << qPrintable(arguments.join(' '));
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr("You may not change"));
+        EXPECT_EQ(tool.store(), before);
+    }
+    EXPECT_EQ(tool.run({"list"}, true).status, 0);
+    ::chmod(qPrintable(tool.root.makeFolder("/Library/Preferences")), 0755);
+}
+
+TEST_F(AdminStoreTest, WhoMayNotReadTheStoreIsToldSo)
+{
+    tool.add("A");
+    ::chmod(qPrintable(tool.storePath()), 0);
+    const auto result = tool.run({"list"}, true);
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("You may not read"));
+}
+
+TEST_F(AdminStoreTest, ChangesLeaveALineInTheSharedLog)
+{
+    tool.add("Water");
+    tool.run({"disable", "Water"});
+    tool.run({"remove", "Water"});
+    const QStringList lines = tool.root.logLines();
+    ASSERT_EQ(lines.size(), 3);
+    const char *const words[] = {"added", "disabled", "removed"};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_THAT(lines[i].toStdString(),
+                    testing::MatchesRegex(std::string("\\(.* - Admin\\): Schedule \"Water\" .* was ") +
+                                          words[i] + ".*"));
+}

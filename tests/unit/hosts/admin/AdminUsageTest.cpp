@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "unit/hosts/admin/AdminTool.h"
+
+#include <gmock/gmock.h>
+
+using testing::HasSubstr;
+
+TEST(AdminUsage, HelpNamesEveryCommandAndExitStatus)
+{
+    AdminTool tool;
+    const auto help = tool.run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const char *word :
+         {"list", "add NAME", "remove SCHEDULE", "enable SCHEDULE", "disable SCHEDULE", "run SCHEDULE",
+          "ping agent [USER]", "log", "--follow", "--json", "3 not permitted"})
+        EXPECT_THAT(help.output.toStdString(), HasSubstr(word));
+}
+
+TEST(AdminUsage, VersionNamesTheTool)
+{
+    AdminTool tool;
+    const auto version = tool.run({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_THAT(version.output.toStdString(), testing::StartsWith("Dozely Admin "));
+}
+
+TEST(AdminUsage, AWrongCommandLineEndsWithTwoAndSaysWhy)
+{
+    AdminTool tool;
+    const QList<std::pair<QStringList, const char *>> cases{
+        {{}, "A command is missing"},
+        {{"dance"}, "There is no command \"dance\""},
+        {{"remove"}, "\"remove\" needs an argument"},
+        {{"list", "x"}, "\"list\" takes no argument \"x\""},
+        {{"list", "--follow"}, "\"list\" takes no option --follow"},
+        {{"list", "--nonsense"}, "nonsense"},
+        {{"ping", "moon"}, "\"moon\" is not daemon, agent or application"},
+        {{"ping", "daemon", "root"}, "one daemon for all users"},
+        {{"log", "--lines", "many"}, "\"many\" is not a number of lines"},
+        {{"add", "A", "--in", "5"}, "Say what is to be done"},
+        {{"add", "A", "--program", "/bin/true"}, "Say when"},
+        {{"add", "A", "--program", "true", "--in", "5"}, "\"true\" is not an absolute path"},
+        {{"add", " ", "--program", "/bin/true", "--in", "5"}, "needs a name"},
+        {{"add", "a\nb", "--program", "/bin/true", "--in", "5"}, "control characters"},
+        {{"add", "A", "--bundle", "a/b.plugin", "--in", "5"},
+         "neither the name of a bundle nor an absolute path"},
+        {{"add", "A", "--bundle", "Command", "--argument", "x", "--in", "5"}, "--argument needs --program"},
+    };
+    for (const auto &[arguments, complaint] : cases) {
+        const auto result = tool.run(arguments);
+        EXPECT_EQ(result.status, 2) << qPrintable(arguments.join(' '));
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr(complaint));
+        EXPECT_EQ(result.output, QByteArray());
+    }
+    EXPECT_TRUE(tool.store().isEmpty());
+}
+
+TEST(AdminUsage, ARootFolderThatDoesNotExistIsBadUsage)
+{
+    AdminTool tool;
+    QProcess process;
+    tool.prepare(process, {"list"});
+    process.setArguments({"--root", tool.root.join("/gone"), "list"});
+    process.start();
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 2);
+    EXPECT_THAT(process.readAllStandardError().toStdString(), HasSubstr("does not exist"));
+}

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/plugin/WDPlugIn.h"
+#include "hosts/common/plugins/PlugInLoader.h"
+#include "support/PrintTo.h"
+#include "unit/hosts/BundleFixture.h"
+
+#include <QDirIterator>
+
+/// The bundles that put the machine to sleep and switch it off, as they are built.
+class PowerPlugInsTest : public BundleFixture
+{
+protected:
+    /// A copy below the scratch root, where nobody else can write.
+    QString install(const QString &name) const
+    {
+        const QString from = QString(PLUG_INS "/%1.plugin").arg(name);
+        const QString to = QString("%1/%2.plugin").arg(plugIns, name);
+        for (QDirIterator files(from, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+            const QString file = files.next();
+            const QString copy = to + file.mid(from.size());
+            root.makeFolder(QFileInfo(copy).path());
+            EXPECT_TRUE(QFile::copy(file, root.join(copy))) << copy.toStdString();
+        }
+        return root.join(to);
+    }
+    /// A plug-in object for a role.
+    template<class PlugIn>
+    std::shared_ptr<PlugIn> make(PlugInLoader &loader, const QString &name) const
+    {
+        QString error;
+        const auto bundle = loader.bundle(install(name), &error);
+        const auto plugIn = bundle ? loader.make(bundle, &error) : nullptr;
+        EXPECT_EQ(error, QString());
+        return std::dynamic_pointer_cast<PlugIn>(plugIn);
+    }
+    static QList<PlugInLoader::Source> anywhere() { return {{QString(), {*RootFolder::owner()}}}; }
+
+    PlugInLoader daemonLoader{"WDDaemonModule", anywhere()};
+    PlugInLoader agentLoader{"WDUserAgentModule", anywhere()};
+};
+
+TEST_F(PowerPlugInsTest, SleepForcesSleepInTheDaemon)
+{
+    const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, "Sleep");
+    ASSERT_NE(plugIn, nullptr);
+    plugIn->actInDaemon();
+    EXPECT_EQ(power->sleeps, 1);
+    EXPECT_EQ(messages(), QStringList{"Mise en veille forcee."});
+}
+
+TEST_F(PowerPlugInsTest, PowerOffSwitchesTheMachineOffInTheDaemon)
+{
+    const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, "PowerOff");
+    ASSERT_NE(plugIn, nullptr);
+    plugIn->actInDaemon();
+    EXPECT_EQ(power->powerOffs, 1);
+    EXPECT_EQ(messages(), QStringList{"PowerOff: the machine is asked to switch itself off."});
+}
+
+TEST_F(PowerPlugInsTest, PowerOffSaysThatTheMachineRefused)
+{
+    power->refusesPowerOff = true;
+    make<WDDaemonPlugIn>(daemonLoader, "PowerOff")->actInDaemon();
+    EXPECT_EQ(messages().last(), "PowerOff: the machine does not let itself be switched off.");
+}
+
+TEST_F(PowerPlugInsTest, BothActInTheDaemonAndDoNotKeepTheMachineAwake)
+{
+    for (const QString name : {"Sleep", "PowerOff"}) {
+        const QVariantMap info = make<WDDaemonPlugIn>(daemonLoader, name)->bundle()->infoDictionary();
+        EXPECT_EQ(info.value("WDActsInUserAgent"), QVariant(false));
+        EXPECT_EQ(info.value("WDInhibitsSleep"), QVariant(false));
+        EXPECT_EQ(info.value("CFBundleIdentifier"), "com.dozely.plugin." + name);
+    }
+}
+
+TEST_F(PowerPlugInsTest, BothAlertWithALeadTimeAndCancelWhenTheButtonIsPressed)
+{
+    for (const QString name : {"Sleep", "PowerOff"}) {
+        const auto plugIn = make<WDUserAgentPlugIn>(agentLoader, name);
+        ASSERT_NE(plugIn, nullptr) << name.toStdString();
+        plugIn->setParameters(QVariantMap{{"Alert", 1LL}, {"Delay before alert", 60LL}});
+        EXPECT_EQ(plugIn->timeBeforeSelfAnticipation(), 60);
+        EXPECT_TRUE(QMetaObject::invokeMethod(
+            plugIn.get(), "userNotificationCenterDidActivateNotification",
+            Q_ARG(NSUserNotificationCenter *, nullptr),
+            Q_ARG(std::shared_ptr<NSUserNotification>, std::shared_ptr<NSUserNotification>())));
+        EXPECT_EQ(messages().last(), "cancelEvent impossible") << "there is no date here, but the wish came";
+        // Nothing acts in the session.
+        plugIn->actInUserAgent();
+    }
+    EXPECT_EQ(power->sleeps + power->powerOffs, 0);
+}
+
+TEST_F(PowerPlugInsTest, AreNamedInTheLanguagesOfTheSystem)
+{
+    const QMap<QString, QStringList> names{
+        {"Sleep", {"Sleep", "Mise en veille", "Ruhezustand", "Reposo"}},
+        {"PowerOff", {"Power Off", "Extinction", "Ausschalten", "Apagado"}},
+    };
+    const QStringList languages{"en_US.UTF-8", "fr_FR.UTF-8", "de_DE.UTF-8", "es_ES.UTF-8"};
+    for (const QString &bundle : names.keys()) {
+        const auto plugIn = make<WDUserAgentPlugIn>(agentLoader, bundle);
+        for (qsizetype i = 0; i < languages.size(); ++i) {
+            qputenv("LC_ALL", languages.at(i).toUtf8());
+            EXPECT_EQ(plugIn->bundle()->localizedStringForKey("Plugin Name"), names.value(bundle).at(i));
+        }
+    }
+}
