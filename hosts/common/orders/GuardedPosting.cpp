@@ -3,9 +3,9 @@
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "hosts/common/faults/ThrownBy.h"
 
 namespace
 {
@@ -17,7 +17,7 @@ WDCommunicationCenter &center()
 bool guarded(const QString &target, const std::function<bool()> &post, const std::function<void()> &unlock)
 {
     bool received = false;
-    const auto thrown = GuardedPosting::thrownBy([&] { received = post(); });
+    const auto thrown = thrownBy([&] { received = post(); });
     if (!thrown)
         return received;
     unlock();
@@ -25,20 +25,6 @@ bool guarded(const QString &target, const std::function<bool()> &post, const std
     return false;
 }
 } // namespace
-
-std::optional<QString> GuardedPosting::thrownBy(const std::function<void()> &action)
-{
-    try {
-        action();
-        return {};
-    } catch (const NSException &exception) {
-        return logLabel(exception.name() + ": " + exception.reason());
-    } catch (const std::exception &exception) {
-        return logLabel(QString::fromUtf8(exception.what()));
-    } catch (...) {
-        return QString("an exception of an unknown type");
-    }
-}
 
 void GuardedPosting::giveBackAllLocks()
 {

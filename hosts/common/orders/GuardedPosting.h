@@ -30,8 +30,4 @@ std::optional<QString> guardPlugIn(const std::function<void()> &operation);
 
 /// Gives the locks of all targets back. For the main thread while it makes no request.
 void giveBackAllLocks();
-
-/// Runs `action` and stops every exception: a sentence saying what was thrown, absent when nothing was. Gives
-/// no lock back.
-std::optional<QString> thrownBy(const std::function<void()> &action);
 } // namespace GuardedPosting

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/faults/ThrownBy.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -76,7 +76,7 @@ std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bu
         return nullptr;
     }
     std::shared_ptr<WDPlugIn> plugIn;
-    const auto thrown = GuardedPosting::thrownBy([&] {
+    const auto thrown = thrownBy([&] {
         plugIn = factory ? factory->makeForRole(m_roleKey) : m_withoutModule();
         if (plugIn)
             plugIn->setBundle(bundle);
@@ -96,7 +96,7 @@ PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bu
     QObject *root = nullptr;
     QString why = "its name is not a file name";
     bool accepts = false;
-    const auto thrown = GuardedPosting::thrownBy([&] {
+    const auto thrown = thrownBy([&] {
         if (!moduleName.contains('/'))
             root = bundle->loadModule(moduleName, WDPlugInFactory_iid, &why);
         loaded.factory = qobject_cast<WDPlugInFactory *>(root);
@@ -121,7 +121,7 @@ void PlugInLoader::terminateClasses()
     for (const LoadedClass &loaded : std::as_const(m_classes)) {
         if (!loaded.refusal.isEmpty())
             continue;
-        if (const auto thrown = GuardedPosting::thrownBy([&] { loaded.factory->terminateClass(); }))
+        if (const auto thrown = thrownBy([&] { loaded.factory->terminateClass(); }))
             ZDRLog("The plug-in class of %@ raised at its end: %@", loaded.bundle->bundlePath(), *thrown);
     }
     m_classes.clear();

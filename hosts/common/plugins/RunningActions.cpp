@@ -2,7 +2,7 @@
 #include "hosts/common/plugins/RunningActions.h"
 
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/faults/ThrownBy.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ bool isActing(WDPlugIn &plugIn)
     if (plugIn.metaObject()->indexOfMethod("isActing()") < 0)
         return false;
     bool acting = false;
-    const auto thrown = GuardedPosting::thrownBy([&] {
+    const auto thrown = thrownBy([&] {
         QMetaObject::invokeMethod(&plugIn, "isActing", Qt::DirectConnection, Q_RETURN_ARG(bool, acting));
     });
     if (thrown)
