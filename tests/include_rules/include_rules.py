@@ -43,6 +43,23 @@ ARROWS = {
 FLOOR_HEADERS = {"interface": ("interface/Export.h",)}
 # Programs and bundles without widgets: a root process loads no widget library.
 WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin", "hosts/osascript", "hosts/pmset")
+# The same for what includes headers of hosts/: a program may include itself and all that the programs share, no other program.
+# A new program or room gets a row.
+COMMON = "hosts/common/*"
+HOST_ARROWS = {
+    "hosts/common/events": (),
+    "hosts/common/faults": (),
+    "hosts/common/orders": ("hosts/common/faults",),
+    "hosts/common/plugins": ("hosts/common/faults",),
+    "hosts/common/program": ("hosts/common/orders",),
+    "hosts/common/schedules": (),
+    "hosts/admin": (COMMON,),
+    "hosts/agent": (COMMON,),
+    "hosts/daemon": (COMMON,),
+    "hosts/osascript": (COMMON,),
+    "hosts/pmset": (COMMON,),
+    "examples/gallery": ("hosts/agent",),  # shows the alert's window
+}
 # Folders outside kit/ that see no more of it than a stranger who installed it.
 CONSUMERS = ("hosts", "plugins", "examples")
 # The doors to the machine: behind them, only the linux/ folder of a room.
@@ -81,7 +98,7 @@ class Rules:
         if "QString" not in self.qt_core:
             raise ValueError(f"{qt_core} does not hold QtCore's headers")
         self.broken = []
-        self.arrows = set()  # (room, room) of every include in kit/
+        self.arrows = set()  # (room, room) of every include in kit/, and of every one in hosts/ of hosts/
 
     def check(self):
         files = 0
@@ -96,7 +113,8 @@ class Rules:
 
     def unused_arrows(self):
         """What the table allows and nothing in the tree makes use of: a rule that has outlived its reason."""
-        allowed = {(room, other) for room, others in ARROWS.items() for other in others if other != EVERYTHING}
+        allowed = {(room, other) for table in (ARROWS, HOST_ARROWS) for room, others in table.items()
+                   for other in others if other not in (EVERYTHING, COMMON)}
         return sorted(allowed - self.arrows)
 
     def check_file(self, file):
@@ -106,6 +124,9 @@ class Rules:
             if room_of(below) not in ARROWS and str(below) not in FLOOR_HEADERS.get(below.parts[0], ()):
                 self.broken.append(f"{relative}: kit/{room_of(below)} is no room that the rules know")
                 return
+        if relative.parts[0] == "hosts" and str(relative.parent) not in HOST_ARROWS:
+            self.broken.append(f"{relative}: {relative.parent} is no room that the rules know")
+            return
         for line, name, angled in includes(file):
             if name is None:
                 problem = "an include by macro hides what it includes"
@@ -118,13 +139,15 @@ class Rules:
 
     def own_header(self, including, name):
         """The included file as a path below kit/, None when it is none of the kit's."""
-        candidates = [(self.root / including).parent / name]
-        if name.startswith("DozelyKit/"):
-            candidates.append(self.root / "kit" / name.removeprefix("DozelyKit/"))
-        for candidate in candidates:
+        elsewhere = self.root / "kit" / name.removeprefix("DozelyKit/") if name.startswith("DozelyKit/") else None
+        return self.included_below("kit", including, name, elsewhere)
+
+    def included_below(self, top, including, name, elsewhere):
+        """The included file as a path below the folder `top`: looked for beside the including file, then at `elsewhere`."""
+        for candidate in filter(None, ((self.root / including).parent / name, elsewhere)):
             resolved = candidate.resolve()
-            if resolved.is_file() and resolved.is_relative_to(self.root / "kit"):
-                return resolved.relative_to(self.root / "kit")
+            if resolved.is_file() and resolved.is_relative_to(self.root / top):
+                return resolved.relative_to(self.root / top)
         return None
 
     def problem_in_kit(self, file, name, angled):
@@ -163,7 +186,15 @@ class Rules:
             return "not a public header of the kit"
         if angled and is_qt(name) and str(file).startswith(WITHOUT_WIDGETS) and not self.is_qt_core(name):
             return "a host without windows may include only QtCore"
-        return None
+        host = self.included_below("hosts", file, name, self.root / name)
+        return None if host is None else self.problem_with_host(str(file.parent), f"hosts/{host.parent}")
+
+    def problem_with_host(self, room, other):
+        self.arrows.add((room, other))
+        allowed = HOST_ARROWS.get(room, ())
+        if other in (room, *allowed) or (COMMON in allowed and other.startswith(COMMON.removesuffix("*"))):
+            return None
+        return f"{room} may not include {other}"
 
     def is_qt_core(self, name):
         folder, _, header = name.rpartition("/")
@@ -179,7 +210,7 @@ def main(arguments):
         print(__doc__, file=sys.stderr)
         return 2
     rules = Rules(*arguments)
-    broken = rules.check() + [f"kit/{room} no longer includes kit/{other}: take the arrow out of the table"
+    broken = rules.check() + [f"{room} no longer includes {other}: take the arrow out of the table"
                               for room, other in rules.unused_arrows()]
     for line in broken:
         print(line)

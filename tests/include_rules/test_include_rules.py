@@ -4,7 +4,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from include_rules import ARROWS, EVERYTHING, Rules
+from include_rules import ARROWS, COMMON, EVERYTHING, HOST_ARROWS, Rules
 
 GOOD = {
     "kit/core/foundation/NSLock.h": "#include \"DozelyKit/core/foundation/Export.h\"\n#include <QSemaphore>\n#include <chrono>\n",
@@ -27,7 +27,8 @@ GOOD = {
     "kit/interface/Export.h": "#include \"DozelyInterfaceExport.h\"\n",
     "kit/interface/cells/Cell.h": "#include \"DozelyKit/interface/Export.h\"\n#include <QWidget>\n#include <QtGui/QColor>\n",
     "hosts/daemon/main.cpp": "#include \"DozelyKit/plugin/WDPlugIn.h\"\n#include <QString>\n#include <sys/stat.h>\n",
-    "hosts/app/main.cpp": "#include <QWidget>\n",
+    "hosts/agent/main.cpp": "#include \"hosts/common/orders/Order.h\"\n#include <QWidget>\n",
+    "hosts/common/orders/Order.h": "#include <QString>\n",
 }
 # One public header of each room.
 HEADERS = {room: f"{room}/Sample.h" for room in ARROWS}
@@ -80,6 +81,48 @@ class CheckerTest(unittest.TestCase):
             file.write_text('#include "DozelyKit/core/files/List.h"\n', encoding="utf-8")
             rules.check()
             self.assertNotIn(("core/bundles", "core/files"), rules.unused_arrows())
+
+    def test_each_arrow_between_hosts_holds_and_every_other_is_found(self):
+        hosts = {room for room in HOST_ARROWS if room.startswith("hosts/")}
+        common = {room for room in hosts if room.startswith("hosts/common/")}
+        tree = {f"{room}/Sample.h": "" for room in hosts}
+        everything = "".join(f'#include "{room}/Sample.h"\n' for room in hosts)
+        for room, others in HOST_ARROWS.items():
+            broken = self.broken({**tree, f"{room}/All.cpp": everything})
+            found = {line.split(": ")[1].removesuffix("/Sample.h") for line in broken}
+            self.assertEqual(found, hosts - {room, *others} - (common if COMMON in others else set()), room)
+
+    def test_a_program_that_includes_another_is_found_by_any_path(self):
+        tree = {"hosts/daemon/Scheduler.h": ""}
+        for room in ("hosts/agent", "hosts/admin", "hosts/pmset", "hosts/common/orders"):
+            up = "../" * room.count("/")
+            for include in ('"hosts/daemon/Scheduler.h"', f'"{up}daemon/Scheduler.h"', "<hosts/daemon/Scheduler.h>"):
+                broken = self.broken({**tree, f"{room}/Bad.cpp": f"#include {include}\n"})
+                self.assertEqual(len(broken), 1, (room, include))
+                self.assertIn(f"{room} may not include hosts/daemon", broken[0])
+
+    def test_a_bundle_or_an_example_that_includes_a_host_is_found(self):
+        for place in ("plugins/Command", "examples/gallery", "examples/template-plugin"):
+            self.assert_one(f"{place}/Bad.cpp", '#include "hosts/common/orders/Order.h"\n', "may not include hosts/common/orders")
+
+    def test_a_host_outside_the_known_rooms_is_found(self):
+        for place in ("hosts/common/New.h", "hosts/common/new/New.h", "hosts/new/main.cpp"):
+            broken = self.broken({place: ""})
+            self.assertEqual(len(broken), 1, place)
+            self.assertIn("no room that the rules know", broken[0])
+
+    def test_an_arrow_between_hosts_that_nothing_uses_is_found(self):
+        with tempfile.TemporaryDirectory() as folder:
+            Path(folder, "QString").touch()
+            for place in ("hosts/common/orders", "hosts/common/faults"):
+                Path(folder, place).mkdir(parents=True)
+            Path(folder, "hosts/common/faults/Label.h").touch()
+            arrow = ("hosts/common/orders", "hosts/common/faults")
+            for include, used in (("", False), ('#include "hosts/common/faults/Label.h"\n', True)):
+                Path(folder, "hosts/common/orders/Post.cpp").write_text(include, encoding="utf-8")
+                rules = Rules(folder, folder)
+                self.assertEqual(rules.check(), [])
+                self.assertEqual(arrow not in rules.unused_arrows(), used)
 
     def test_an_arrow_hidden_by_a_relative_path_or_angle_brackets_is_found(self):
         for include in ('"../../plugin/WDPlugIn.h"', "<DozelyKit/plugin/WDPlugIn.h>"):
