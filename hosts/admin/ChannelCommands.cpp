@@ -9,8 +9,8 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/orders/EventPermissions.h"
 #include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/program/HostRootObject.h"
 
 #include <QFile>
@@ -38,7 +38,7 @@ void becomeOneWhoMayRun(const Schedule &schedule)
 {
     const auto rootOwner = RootFolder::owner();
     const quint32 user = NSProcessInfo::effectiveUserID();
-    if (!EventPermissions::mayRunNow(user, rootOwner, schedule.owner)) {
+    if (!OrderPermissions::mayRunNow(user, rootOwner, schedule.owner)) {
         throw AdminError(ExitStatus::NotPermitted,
                          QString("\"%1\" is not your schedule; try it as root.").arg(schedule.name));
     }

@@ -57,7 +57,7 @@ UserAgentController::~UserAgentController()
 
 std::optional<UserAgentController::Order> UserAgentController::orderIn(const ReceivedEvent &event)
 {
-    if (!EventPermissions::isSystem(event.peer, RootFolder::owner())) {
+    if (!OrderPermissions::isSystem(event.peer, RootFolder::owner())) {
         ZDRLog("%@ refused: it comes from %@, not from the daemon", event.name,
                event.peer ? QString("user %1").arg(*event.peer) : QString("an unknown user"));
         return {};

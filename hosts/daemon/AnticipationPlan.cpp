@@ -106,9 +106,9 @@ bool AnticipationPlan::isBeingAnnounced(const Schedule &schedule) const
 }
 
 QList<Occurrence>
-AnticipationPlan::removable(EventPermissions::UserId peer, EventPermissions::UserId rootOwner,
+AnticipationPlan::removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,
                             const QString &bundlePath, const QDateTime &date,
-                            const std::function<EventPermissions::UserId()> &consoleUser) const
+                            const std::function<OrderPermissions::UserId()> &consoleUser) const
 {
     QList<Occurrence> announced;
     QList<Occurrence> others;
@@ -117,7 +117,7 @@ AnticipationPlan::removable(EventPermissions::UserId peer, EventPermissions::Use
             continue;
         const bool isAnnounced = isBeingAnnounced(schedule);
         const auto told = m_attempts.value(keyOf(schedule)).told;
-        if (EventPermissions::mayRemove(peer, rootOwner, schedule.owner, told) ||
+        if (OrderPermissions::mayRemove(peer, rootOwner, schedule.owner, told) ||
             (isAnnounced && !told && peer && peer == consoleUser()))
             (isAnnounced ? announced : others) += Occurrence{schedule, schedule.date};
     }

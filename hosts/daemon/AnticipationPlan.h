@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/orders/EventPermissions.h"
+#include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/daemon/Scheduler.h"
 
 #include <QMap>
@@ -48,9 +48,9 @@ public:
     /// time on: the user who was told, or, while nobody was, the one whom `consoleUser` names. Such an event
     /// does not tell several schedules of one bundle and date apart, and neither does the alert, which is one
     /// for all: it means all that are being announced, or, when none is, all.
-    QList<Occurrence> removable(EventPermissions::UserId peer, EventPermissions::UserId rootOwner,
+    QList<Occurrence> removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,
                                 const QString &bundlePath, const QDateTime &date,
-                                const std::function<EventPermissions::UserId()> &consoleUser) const;
+                                const std::function<OrderPermissions::UserId()> &consoleUser) const;
 
     /// Forgets who was told of occurrences that the schedules do not have any more.
     void forgetGone();

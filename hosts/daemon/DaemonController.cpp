@@ -123,7 +123,7 @@ QList<Occurrence> DaemonController::removableOccurrences(const ReceivedEvent &ev
         return {};
     const auto consoleUser = [this] {
         const auto user = m_console->current();
-        return user ? EventPermissions::UserId(user->userId) : std::nullopt;
+        return user ? OrderPermissions::UserId(user->userId) : std::nullopt;
     };
     QList<Occurrence> occurrences = m_anticipation.removable(
         event.peer, RootFolder::owner(), event.userInfo.value("Schedule Bundle Path").toString(),
@@ -172,7 +172,7 @@ void DaemonController::daemonMustRunNow(const ReceivedEvent &event)
                logLabel(identifier));
         return;
     }
-    if (!EventPermissions::mayRunNow(event.peer, RootFolder::owner(), schedule->owner)) {
+    if (!OrderPermissions::mayRunNow(event.peer, RootFolder::owner(), schedule->owner)) {
         ZDRLog("DaemonMustRunNowEvent from %@ refused: schedule %@ belongs to another user",
                senderLabel(event), logLabel(identifier));
         return;

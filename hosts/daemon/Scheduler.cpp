@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
-#include "hosts/common/orders/EventPermissions.h"
+#include "hosts/common/orders/OrderPermissions.h"
 
 #include <algorithm>
 
@@ -131,7 +131,7 @@ std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &
             continue;
         const auto entry = m_record.find(schedule.identifier, utc);
         if (!entry || entry->state != OccurrenceState::Done ||
-            !EventPermissions::mayHandBack(userId, entry->handedTo) ||
+            !OrderPermissions::mayHandBack(userId, entry->handedTo) ||
             entry->handedOver.addDuration(longestHandOver) < now)
             continue;
         if (schedule.parameters == parameters)

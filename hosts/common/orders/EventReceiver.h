@@ -2,7 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/NSNotification.h"
-#include "hosts/common/orders/EventPermissions.h"
+#include "hosts/common/orders/OrderPermissions.h"
 
 #include <QObject>
 #include <QPointer>
@@ -13,7 +13,7 @@
 struct ReceivedEvent {
     QString name;
     QVariantMap userInfo;
-    EventPermissions::UserId peer; ///< Who sent it, as the kernel told; absent when that is not known.
+    OrderPermissions::UserId peer; ///< Who sent it, as the kernel told; absent when that is not known.
 };
 
 /// Takes events out of the process's WDNotificationCenter and hands them on from the event loop, so that

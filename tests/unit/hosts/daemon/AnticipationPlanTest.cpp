@@ -5,7 +5,7 @@
 #include "unit/hosts/HostFixture.h"
 
 using namespace std::chrono_literals;
-using EventPermissions::UserId;
+using OrderPermissions::UserId;
 
 /// The clock starts at noon; the schedules are alice's, bob sits at the console.
 class AnticipationPlanTest : public HostFixture

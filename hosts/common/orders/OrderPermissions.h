@@ -5,9 +5,9 @@
 
 #include <optional>
 
-/// Who may have which event obeyed. All questions are about user ids as the kernel told them; a peer or an
+/// Who may have which order obeyed. All questions are about user ids as the kernel told them; a peer or an
 /// owner that could not be found out is absent, and an absent one may nothing.
-namespace EventPermissions
+namespace OrderPermissions
 {
 using UserId = std::optional<quint32>;
 
@@ -23,4 +23,4 @@ bool mayHandBack(UserId peer, UserId handedTo);
 
 /// "DaemonMustRemoveEvent" before the action: the system, the schedule's owner, or the user who was alerted.
 bool mayRemove(UserId peer, UserId rootOwner, UserId scheduleOwner, UserId alerted);
-} // namespace EventPermissions
+} // namespace OrderPermissions

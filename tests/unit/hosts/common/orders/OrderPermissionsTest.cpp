@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/common/orders/EventPermissions.h"
+#include "hosts/common/orders/OrderPermissions.h"
 
 #include <gtest/gtest.h>
 
-using EventPermissions::UserId;
+using OrderPermissions::UserId;
 
 namespace
 {
@@ -13,7 +13,7 @@ constexpr quint32 alice = 1000;
 constexpr quint32 bob = 1001;
 } // namespace
 
-TEST(EventPermissions, AnAgentObeysRootAndTheOwnerOfTheRelocatedRootAlone)
+TEST(OrderPermissions, AnAgentObeysRootAndTheOwnerOfTheRelocatedRootAlone)
 {
     struct Case {
         UserId peer, rootOwner;
@@ -23,11 +23,11 @@ TEST(EventPermissions, AnAgentObeysRootAndTheOwnerOfTheRelocatedRootAlone)
          {Case{root, root, true}, Case{alice, root, false}, Case{unknown, root, false},
           Case{root, alice, true}, Case{alice, alice, true}, Case{bob, alice, false},
           Case{root, unknown, true}, Case{alice, unknown, false}, Case{unknown, unknown, false}})
-        EXPECT_EQ(EventPermissions::isSystem(c.peer, c.rootOwner), c.mayOrder)
+        EXPECT_EQ(OrderPermissions::isSystem(c.peer, c.rootOwner), c.mayOrder)
             << c.peer.value_or(-1) << " below a root of " << c.rootOwner.value_or(-1);
 }
 
-TEST(EventPermissions, RunNowIsForTheSystemAndTheSchedulesOwner)
+TEST(OrderPermissions, RunNowIsForTheSystemAndTheSchedulesOwner)
 {
     struct Case {
         UserId peer, rootOwner, scheduleOwner;
@@ -38,21 +38,21 @@ TEST(EventPermissions, RunNowIsForTheSystemAndTheSchedulesOwner)
           Case{bob, bob, alice, true}, Case{alice, root, unknown, false}, Case{root, root, unknown, true},
           Case{alice, root, root, false}, Case{unknown, root, alice, false},
           Case{unknown, root, unknown, false}, Case{unknown, unknown, unknown, false}})
-        EXPECT_EQ(EventPermissions::mayRunNow(c.peer, c.rootOwner, c.scheduleOwner), c.mayRun)
+        EXPECT_EQ(OrderPermissions::mayRunNow(c.peer, c.rootOwner, c.scheduleOwner), c.mayRun)
             << c.peer.value_or(-1) << " for a schedule of " << c.scheduleOwner.value_or(-1);
 }
 
-TEST(EventPermissions, AnOccurrenceIsHandedBackOnlyByTheUserWhoHasIt)
+TEST(OrderPermissions, AnOccurrenceIsHandedBackOnlyByTheUserWhoHasIt)
 {
-    EXPECT_TRUE(EventPermissions::mayHandBack(alice, alice));
-    EXPECT_FALSE(EventPermissions::mayHandBack(bob, alice));
-    EXPECT_FALSE(EventPermissions::mayHandBack(root, alice));
-    EXPECT_FALSE(EventPermissions::mayHandBack(alice, unknown));
-    EXPECT_FALSE(EventPermissions::mayHandBack(unknown, alice));
-    EXPECT_FALSE(EventPermissions::mayHandBack(unknown, unknown));
+    EXPECT_TRUE(OrderPermissions::mayHandBack(alice, alice));
+    EXPECT_FALSE(OrderPermissions::mayHandBack(bob, alice));
+    EXPECT_FALSE(OrderPermissions::mayHandBack(root, alice));
+    EXPECT_FALSE(OrderPermissions::mayHandBack(alice, unknown));
+    EXPECT_FALSE(OrderPermissions::mayHandBack(unknown, alice));
+    EXPECT_FALSE(OrderPermissions::mayHandBack(unknown, unknown));
 }
 
-TEST(EventPermissions, AnOccurrenceIsDroppedForTheSystemTheOwnerAndWhoWasAlerted)
+TEST(OrderPermissions, AnOccurrenceIsDroppedForTheSystemTheOwnerAndWhoWasAlerted)
 {
     struct Case {
         UserId peer, rootOwner, scheduleOwner, alerted;
@@ -63,7 +63,7 @@ TEST(EventPermissions, AnOccurrenceIsDroppedForTheSystemTheOwnerAndWhoWasAlerted
                           Case{bob, root, alice, alice, false}, Case{bob, bob, alice, alice, true},
                           Case{bob, root, unknown, unknown, false}, Case{unknown, root, alice, alice, false},
                           Case{unknown, unknown, unknown, unknown, false}})
-        EXPECT_EQ(EventPermissions::mayRemove(c.peer, c.rootOwner, c.scheduleOwner, c.alerted), c.mayRemove)
+        EXPECT_EQ(OrderPermissions::mayRemove(c.peer, c.rootOwner, c.scheduleOwner, c.alerted), c.mayRemove)
             << c.peer.value_or(-1) << " for a schedule of " << c.scheduleOwner.value_or(-1) << ", alerted is "
             << c.alerted.value_or(-1);
 }
