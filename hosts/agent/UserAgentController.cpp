@@ -9,8 +9,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/orders/EventReceiver.h"
 #include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/orders/OrderReceiver.h"
 
 namespace
 {
@@ -34,10 +34,10 @@ QList<PlugInLoader::Source> trustedSources()
 UserAgentController::UserAgentController()
     : m_loader("WDUserAgentModule", trustedSources()), m_alerts(*Platform::current().clock)
 {
-    EventReceiver::receive("UserAgentMustActEvent", sentToAgent, this,
-                           [this](const ReceivedEvent &event) { userAgentMustAct(event); });
-    EventReceiver::receive("UserAgentMustAnticipateEvent", sentToAgent, this,
-                           [this](const ReceivedEvent &event) { userAgentMustAnticipate(event); });
+    OrderReceiver::receive("UserAgentMustActEvent", sentToAgent, this,
+                           [this](const ReceivedOrder &received) { userAgentMustAct(received); });
+    OrderReceiver::receive("UserAgentMustAnticipateEvent", sentToAgent, this,
+                           [this](const ReceivedOrder &received) { userAgentMustAnticipate(received); });
 }
 
 void UserAgentController::askForAnnouncements()
@@ -55,25 +55,25 @@ UserAgentController::~UserAgentController()
     }
 }
 
-std::optional<UserAgentController::Order> UserAgentController::orderIn(const ReceivedEvent &event)
+std::optional<UserAgentController::Order> UserAgentController::orderIn(const ReceivedOrder &received)
 {
-    if (!OrderPermissions::isSystem(event.peer, RootFolder::owner())) {
-        ZDRLog("%@ refused: it comes from %@, not from the daemon", event.name,
-               event.peer ? QString("user %1").arg(*event.peer) : QString("an unknown user"));
+    if (!OrderPermissions::isSystem(received.peer, RootFolder::owner())) {
+        ZDRLog("%@ refused: it comes from %@, not from the daemon", received.name,
+               received.peer ? QString("user %1").arg(*received.peer) : QString("an unknown user"));
         return {};
     }
-    const QVariant date = event.userInfo.value("Schedule Date");
+    const QVariant date = received.userInfo.value("Schedule Date");
     if (date.typeId() != QMetaType::QDateTime) {
-        ZDRLog("%@ refused: it names no date", event.name);
+        ZDRLog("%@ refused: it names no date", received.name);
         return {};
     }
-    return Order{event.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
-                 event.userInfo.value("Schedule Parameters").toMap()};
+    return Order{received.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
+                 received.userInfo.value("Schedule Parameters").toMap()};
 }
 
-void UserAgentController::userAgentMustAct(const ReceivedEvent &event)
+void UserAgentController::userAgentMustAct(const ReceivedOrder &received)
 {
-    const auto order = orderIn(event);
+    const auto order = orderIn(received);
     if (!order)
         return;
     m_alerts.withdraw(order->bundlePath, order->date);
@@ -97,9 +97,9 @@ void UserAgentController::userAgentMustAct(const ReceivedEvent &event)
         m_running.keep(plugIn);
 }
 
-void UserAgentController::userAgentMustAnticipate(const ReceivedEvent &event)
+void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
 {
-    const auto order = orderIn(event);
+    const auto order = orderIn(received);
     if (!order)
         return;
     if (!m_alerts.isAhead(order->date)) {

@@ -7,7 +7,7 @@
 
 #include <QObject>
 
-struct ReceivedEvent;
+struct ReceivedOrder;
 class WDUserAgentPlugIn;
 
 /// The agent's work: announces, in the session of its user, what the daemon is about to perform, and performs
@@ -17,7 +17,7 @@ class UserAgentController : public QObject
 {
     Q_OBJECT
 public:
-    /// Listens for events from now on.
+    /// Listens for orders from now on.
     UserAgentController();
 
     /// Asks the daemon for what it had announced to an agent before this one. BLOCKING: as a request of
@@ -28,17 +28,17 @@ public:
     ~UserAgentController() override;
 
 private:
-    /// What an event that is to be obeyed says.
+    /// What an order that is to be obeyed says.
     struct Order {
         QString bundlePath;
         QDateTime date;
         QVariantMap parameters;
     };
-    /// Absent, with a line in the log, when the event is not from the system or names no date.
-    static std::optional<Order> orderIn(const ReceivedEvent &event);
+    /// Absent, with a line in the log, when the order is not from the system or names no date.
+    static std::optional<Order> orderIn(const ReceivedOrder &received);
 
-    void userAgentMustAct(const ReceivedEvent &event);
-    void userAgentMustAnticipate(const ReceivedEvent &event);
+    void userAgentMustAct(const ReceivedOrder &received);
+    void userAgentMustAnticipate(const ReceivedOrder &received);
     std::shared_ptr<WDUserAgentPlugIn> makePlugIn(const QString &bundlePath, QString *error);
 
     PlugInLoader m_loader; // outlives the plug-in objects

@@ -45,7 +45,7 @@ public:
     /// The open occurrences of this bundle (full path) and date that are to be dropped when `peer` wishes so.
     ///
     /// The system and a schedule's owner are obeyed at any time, others only from the beginning of the lead
-    /// time on: the user who was told, or, while nobody was, the one whom `consoleUser` names. Such an event
+    /// time on: the user who was told, or, while nobody was, the one whom `consoleUser` names. Such an order
     /// does not tell several schedules of one bundle and date apart, and neither does the alert, which is one
     /// for all: it means all that are being announced, or, when none is, all.
     QList<Occurrence> removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,

@@ -5,7 +5,7 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "hosts/common/orders/EventReceiver.h"
+#include "hosts/common/orders/OrderReceiver.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
@@ -15,9 +15,9 @@ const QString sentToDaemon = "com.dozely.Daemon";
 const QString sentByAdmin = "com.dozely.Admin";
 const QString sentByUserAgent = "com.dozely.UserAgent";
 
-QString senderLabel(const ReceivedEvent &event)
+QString senderLabel(const ReceivedOrder &order)
 {
-    return event.peer ? QString("user %1").arg(*event.peer) : QString("an unknown user");
+    return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
 }
 } // namespace
 
@@ -31,9 +31,9 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
       m_timer(clock.makeAbsoluteTimer())
 {
     const auto receive = [this](const char *name, const QString &sender,
-                                void (DaemonController::*handler)(const ReceivedEvent &)) {
-        EventReceiver::receive(name, sender, this,
-                               [this, handler](const ReceivedEvent &event) { (this->*handler)(event); });
+                                void (DaemonController::*handler)(const ReceivedOrder &)) {
+        OrderReceiver::receive(name, sender, this,
+                               [this, handler](const ReceivedOrder &order) { (this->*handler)(order); });
     };
     receive("DaemonMustActEvent", sentToDaemon, &DaemonController::daemonMustAct);
     receive("DaemonMustRemoveEvent", sentToDaemon, &DaemonController::daemonMustRemove);
@@ -97,28 +97,28 @@ void DaemonController::announceNext()
         m_anticipation.noteFailed(*occurrence);
 }
 
-std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedEvent &event) const
+std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedOrder &order) const
 {
-    const QVariant date = event.userInfo.value("Schedule Date");
-    if (!event.peer || date.typeId() != QMetaType::QDateTime)
+    const QVariant date = order.userInfo.value("Schedule Date");
+    if (!order.peer || date.typeId() != QMetaType::QDateTime)
         return {};
     return m_keeper.scheduler().heldByAgent(
-        *event.peer, event.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
-        event.userInfo.value("Schedule Parameters").toMap());
+        *order.peer, order.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
+        order.userInfo.value("Schedule Parameters").toMap());
 }
 
-void DaemonController::daemonMustAct(const ReceivedEvent &event)
+void DaemonController::daemonMustAct(const ReceivedOrder &order)
 {
-    if (const auto occurrence = heldOccurrence(event))
+    if (const auto occurrence = heldOccurrence(order))
         m_performer.performHandedBack(*occurrence);
     else
         ZDRLog("DaemonMustActEvent from %@ refused: that user's agent has no such occurrence",
-               senderLabel(event));
+               senderLabel(order));
 }
 
-QList<Occurrence> DaemonController::removableOccurrences(const ReceivedEvent &event) const
+QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &order) const
 {
-    const QVariant date = event.userInfo.value("Schedule Date");
+    const QVariant date = order.userInfo.value("Schedule Date");
     if (date.typeId() != QMetaType::QDateTime)
         return {};
     const auto consoleUser = [this] {
@@ -126,21 +126,21 @@ QList<Occurrence> DaemonController::removableOccurrences(const ReceivedEvent &ev
         return user ? OrderPermissions::UserId(user->userId) : std::nullopt;
     };
     QList<Occurrence> occurrences = m_anticipation.removable(
-        event.peer, RootFolder::owner(), event.userInfo.value("Schedule Bundle Path").toString(),
+        order.peer, RootFolder::owner(), order.userInfo.value("Schedule Bundle Path").toString(),
         date.toDateTime().toUTC(), consoleUser);
     if (occurrences.isEmpty()) {
-        if (const auto held = heldOccurrence(event))
+        if (const auto held = heldOccurrence(order))
             occurrences += *held;
     }
     return occurrences;
 }
 
-void DaemonController::daemonMustRemove(const ReceivedEvent &event)
+void DaemonController::daemonMustRemove(const ReceivedOrder &order)
 {
-    const QList<Occurrence> occurrences = removableOccurrences(event);
+    const QList<Occurrence> occurrences = removableOccurrences(order);
     if (occurrences.isEmpty()) {
         ZDRLog("DaemonMustRemoveEvent from %@ refused: there is no such occurrence for that user to remove",
-               senderLabel(event));
+               senderLabel(order));
         return;
     }
     for (const Occurrence &occurrence : occurrences)
@@ -148,33 +148,33 @@ void DaemonController::daemonMustRemove(const ReceivedEvent &event)
     m_keeper.flush(); // what the log calls removed does not happen after a crash either
     for (const Occurrence &occurrence : occurrences) {
         ZDRLog("Schedule \"%@\": the occurrence was removed by %@", logLabel(occurrence.schedule.name),
-               senderLabel(event));
+               senderLabel(order));
     }
     waitForNext();
 }
 
-void DaemonController::daemonMustAnticipateAgain(const ReceivedEvent &event)
+void DaemonController::daemonMustAnticipateAgain(const ReceivedOrder &order)
 {
     // Every agent asks when it starts; there is something to announce at the console alone.
     const auto user = m_console->current();
-    if (!event.peer || !user || *event.peer != user->userId)
+    if (!order.peer || !user || *order.peer != user->userId)
         return;
     m_anticipation.announceAgain();
     waitForNext();
 }
 
-void DaemonController::daemonMustRunNow(const ReceivedEvent &event)
+void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
 {
-    const QString identifier = event.userInfo.value("Schedule Identifier").toString();
+    const QString identifier = order.userInfo.value("Schedule Identifier").toString();
     const auto schedule = m_keeper.scheduler().schedule(identifier);
     if (!schedule) {
-        ZDRLog("DaemonMustRunNowEvent from %@ refused: there is no schedule %@", senderLabel(event),
+        ZDRLog("DaemonMustRunNowEvent from %@ refused: there is no schedule %@", senderLabel(order),
                logLabel(identifier));
         return;
     }
-    if (!OrderPermissions::mayRunNow(event.peer, RootFolder::owner(), schedule->owner)) {
+    if (!OrderPermissions::mayRunNow(order.peer, RootFolder::owner(), schedule->owner)) {
         ZDRLog("DaemonMustRunNowEvent from %@ refused: schedule %@ belongs to another user",
-               senderLabel(event), logLabel(identifier));
+               senderLabel(order), logLabel(identifier));
         return;
     }
     m_performer.performNow(m_keeper.scheduler().makeOccurrenceNow(*schedule));

@@ -13,11 +13,11 @@
 
 class AbsoluteTimer;
 class PinnedConsoleUser;
-struct ReceivedEvent;
+struct ReceivedOrder;
 
 /// The daemon's work: waits for the next occurrence, has it announced, performs what is due, reads the
-/// schedules again when they change, and answers schedule events. Acts from the event loop, one occurrence a
-/// turn.
+/// schedules again when they change, and obeys orders about schedules. Acts from the event loop, one
+/// occurrence a turn.
 class DaemonController : public QObject
 {
     Q_OBJECT
@@ -32,12 +32,12 @@ private:
     void performDue();
     void announceNext();
 
-    void daemonMustAct(const ReceivedEvent &event);
-    void daemonMustRemove(const ReceivedEvent &event);
-    void daemonMustRunNow(const ReceivedEvent &event);
-    void daemonMustAnticipateAgain(const ReceivedEvent &event);
-    QList<Occurrence> removableOccurrences(const ReceivedEvent &event) const;
-    std::optional<Occurrence> heldOccurrence(const ReceivedEvent &event) const;
+    void daemonMustAct(const ReceivedOrder &order);
+    void daemonMustRemove(const ReceivedOrder &order);
+    void daemonMustRunNow(const ReceivedOrder &order);
+    void daemonMustAnticipateAgain(const ReceivedOrder &order);
+    QList<Occurrence> removableOccurrences(const ReceivedOrder &order) const;
+    std::optional<Occurrence> heldOccurrence(const ReceivedOrder &order) const;
 
     ScheduleKeeper m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;

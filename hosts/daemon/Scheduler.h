@@ -66,7 +66,7 @@ public:
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 
-    /// An occurrence that the agent of `userId` has, told by what a schedule event carries: the bundle's full
+    /// An occurrence that the agent of `userId` has, told by what an order carries: the bundle's full
     /// path and the date. Of several the one with equal `parameters`, else the first. Absent when that agent
     /// has none such, has had it for longer than an hour, or its schedule was disabled, removed or given
     /// another bundle.

@@ -9,23 +9,23 @@
 
 #include <functional>
 
-/// An event that arrived from another process.
-struct ReceivedEvent {
+/// An order that arrived from another process.
+struct ReceivedOrder {
     QString name;
     QVariantMap userInfo;
     OrderPermissions::UserId peer; ///< Who sent it, as the kernel told; absent when that is not known.
 };
 
-/// Takes events out of the process's WDNotificationCenter and hands them on from the event loop, so that
+/// Takes orders out of the process's WDNotificationCenter and hands them on from the event loop, so that
 /// whoever posted one has the answer at once and does not wait for what it sets off.
 ///
 /// OWNERSHIP: the notification centre keeps receivers for good; they outlive the objects that they serve.
 /// THREADING: the main thread.
-class EventReceiver : public QObject
+class OrderReceiver : public QObject
 {
     Q_OBJECT
 public:
-    using Handler = std::function<void(const ReceivedEvent &)>;
+    using Handler = std::function<void(const ReceivedOrder &)>;
 
     /// From now on calls `handler` for each notification `name` from `sender`, until `context` is destroyed.
     static void receive(const QString &name, const QString &sender, QObject *context, Handler handler);
@@ -34,7 +34,7 @@ public:
     Q_INVOKABLE void receiveNotification(const NSNotification &notification);
 
 private:
-    EventReceiver(QObject *context, Handler handler);
+    OrderReceiver(QObject *context, Handler handler);
 
     QPointer<QObject> m_context;
     Handler m_handler;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/common/orders/EventReceiver.h"
+#include "hosts/common/orders/OrderReceiver.h"
 
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/PrintTo.h"
@@ -9,20 +9,20 @@
 
 #include <gtest/gtest.h>
 
-TEST(EventReceiver, HandsEventsOnFromTheEventLoopUntilItsContextIsGone)
+TEST(OrderReceiver, HandsOrdersOnFromTheEventLoopUntilItsContextIsGone)
 {
     auto context = std::make_unique<QObject>();
-    QList<ReceivedEvent> received;
-    EventReceiver::receive("Event", "sender", context.get(),
-                           [&](const ReceivedEvent &event) { received += event; });
+    QList<ReceivedOrder> received;
+    OrderReceiver::receive("Order", "sender", context.get(),
+                           [&](const ReceivedOrder &order) { received += order; });
     const auto post = [] {
         WDNotificationCenter::defaultCenter()->postNotification(
-            NSNotification("Event", "sender", {{"Key", "value"}}));
+            NSNotification("Order", "sender", {{"Key", "value"}}));
     };
     post();
     EXPECT_TRUE(received.isEmpty()) << "whoever posts is answered first";
     EXPECT_TRUE(waitUntil([&] { return received.size() == 1; }));
-    EXPECT_EQ(received[0].name, "Event");
+    EXPECT_EQ(received[0].name, "Order");
     EXPECT_EQ(received[0].userInfo.value("Key"), "value");
     EXPECT_FALSE(received[0].peer) << "posted here, by nobody elsewhere";
     post();

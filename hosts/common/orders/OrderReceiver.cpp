@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/orders/OrderReceiver.h"
+
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
+
+OrderReceiver::OrderReceiver(QObject *context, Handler handler)
+    : m_context(context), m_handler(std::move(handler))
+{
+}
+
+void OrderReceiver::receive(const QString &name, const QString &sender, QObject *context, Handler handler)
+{
+    const std::shared_ptr<OrderReceiver> receiver(new OrderReceiver(context, std::move(handler)));
+    WDNotificationCenter::defaultCenter()->addObserver(receiver, "receiveNotification", name, sender);
+}
+
+void OrderReceiver::receiveNotification(const NSNotification &notification)
+{
+    if (!m_context)
+        return;
+    ReceivedOrder order{notification.name(), notification.userInfo(), {}};
+    if (const auto peer = NSConnection::currentPeer())
+        order.peer = peer->userId;
+    QMetaObject::invokeMethod(
+        m_context, [this, order] { m_handler(order); }, Qt::QueuedConnection);
+}
