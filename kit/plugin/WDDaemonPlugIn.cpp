@@ -3,15 +3,15 @@
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/plugin/ScheduleEvent_p.h"
+#include "DozelyKit/plugin/OccurrenceOrder_p.h"
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"
 
 namespace
 {
-bool postToLoggedInUser(const NSNotification &event)
+bool postToLoggedInUser(const NSNotification &order)
 {
     const quint32 userId = zandorSoftwaresExtensions::loggedInUserID();
-    return WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(event, userId);
+    return WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(order, userId);
 }
 } // namespace
 
@@ -35,8 +35,8 @@ bool WDDaemonPlugIn::needsStartup() const
 bool WDDaemonPlugIn::anticipateInUserAgentNow()
 {
     if (calendarDate().isValid() &&
-        postToLoggedInUser(ScheduleEvent::make("UserAgentMustAnticipateEvent", ScheduleEvent::toUserAgent,
-                                               *this, ScheduleEvent::Parameters::Required)))
+        postToLoggedInUser(OccurrenceOrder::make("UserAgentMustAnticipateEvent", OccurrenceOrder::toUserAgent,
+                                                 *this, OccurrenceOrder::Parameters::Required)))
         return true;
     ZDRLog("anticipateInUserAgentNow impossible");
     return false;
@@ -45,8 +45,8 @@ bool WDDaemonPlugIn::anticipateInUserAgentNow()
 bool WDDaemonPlugIn::actInUserAgentNow()
 {
     return calendarDate().isValid() &&
-           postToLoggedInUser(ScheduleEvent::make("UserAgentMustActEvent", ScheduleEvent::toUserAgent, *this,
-                                                  ScheduleEvent::Parameters::EmptyWhenMissing));
+           postToLoggedInUser(OccurrenceOrder::make("UserAgentMustActEvent", OccurrenceOrder::toUserAgent,
+                                                    *this, OccurrenceOrder::Parameters::EmptyWhenMissing));
 }
 
 void WDDaemonPlugIn::actInDaemon() {}

@@ -8,7 +8,7 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
-#include "DozelyKit/plugin/ScheduleEvent_p.h"
+#include "DozelyKit/plugin/OccurrenceOrder_p.h"
 
 namespace
 {
@@ -39,8 +39,9 @@ void WDUserAgentPlugIn::actInDaemonNow()
         ZDRLog("actInDaemonNow impossible");
         return;
     }
-    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(ScheduleEvent::make(
-        "DaemonMustActEvent", ScheduleEvent::toDaemon, *this, ScheduleEvent::Parameters::EmptyWhenMissing));
+    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(
+        OccurrenceOrder::make("DaemonMustActEvent", OccurrenceOrder::toDaemon, *this,
+                              OccurrenceOrder::Parameters::EmptyWhenMissing));
 }
 
 void WDUserAgentPlugIn::cancelEvent()
@@ -49,8 +50,8 @@ void WDUserAgentPlugIn::cancelEvent()
         ZDRLog("cancelEvent impossible");
         return;
     }
-    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(ScheduleEvent::make(
-        "DaemonMustRemoveEvent", ScheduleEvent::toDaemon, *this, ScheduleEvent::Parameters::LeftOut));
+    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(OccurrenceOrder::make(
+        "DaemonMustRemoveEvent", OccurrenceOrder::toDaemon, *this, OccurrenceOrder::Parameters::LeftOut));
 }
 
 void WDUserAgentPlugIn::actInUserAgent() {}

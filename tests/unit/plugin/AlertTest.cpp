@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "EventFixture.h"
+#include "OrderFixture.h"
 
 #include "DozelyKit/core/foundation/NSException.h"
 #include "support/FakeUserNotificationPresenter.h"
@@ -30,7 +30,7 @@ public:
     }
 };
 
-class AlertTest : public EventFixture
+class AlertTest : public OrderFixture
 {
 protected:
     AlertTest()
@@ -244,7 +244,7 @@ TEST_F(AlertTest, CancelsNothingForAPlugInThatDoesNotListen)
     ASSERT_THAT(desktop->shown, SizeIs(1));
     desktop->events.activated(deaf->userNotification());
     QCoreApplication::processEvents();
-    EXPECT_THAT(observer->events, IsEmpty());
+    EXPECT_THAT(observer->orders, IsEmpty());
 }
 
 TEST_F(AlertTest, KeepsItsPlugInAlive)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "EventFixture.h"
+#include "OrderFixture.h"
 
 #include "DozelyKit/core/foundation/NSException.h"
 
@@ -10,7 +10,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class WDDaemonPlugInTest : public EventFixture
+class WDDaemonPlugInTest : public OrderFixture
 {
 protected:
     WDDaemonPlugInTest() { plugIn.setBundle(bundle); }
@@ -153,7 +153,7 @@ TEST_F(WDDaemonPlugInTest, FailsSilentlyToActWhenTheLoggedInUserHasNoAgent)
     plugIn.setCalendarDate(date);
     console->user = ConsoleUser::User{"bob", stranger};
     EXPECT_FALSE(plugIn.actInUserAgentNow());
-    EXPECT_TRUE(observer->events.isEmpty());
+    EXPECT_TRUE(observer->orders.isEmpty());
     EXPECT_THAT(loggedTexts(), IsEmpty());
     console->user->userId = NSProcessInfo::effectiveUserID();
     EXPECT_TRUE(plugIn.actInUserAgentNow());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/plugin/WDPlugIn.h"
 
-#include "EventFixture.h"
+#include "OrderFixture.h"
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/foundation/NSException.h"
@@ -27,7 +27,7 @@ public:
     QObject *lastOwner = nullptr;
 };
 
-class WDUserAgentPlugInTest : public EventFixture
+class WDUserAgentPlugInTest : public OrderFixture
 {
 protected:
     WDUserAgentPlugInTest() { plugIn.setBundle(bundle); }
@@ -80,7 +80,7 @@ TEST_F(WDUserAgentPlugInTest, LogsThatItCannotSendAnOccurrenceWithoutADate)
     publishAs("dozelyd");
     observe("DaemonMustActEvent", "com.dozely.Daemon");
     plugIn.actInDaemonNow();
-    EXPECT_TRUE(observer->events.isEmpty());
+    EXPECT_TRUE(observer->orders.isEmpty());
     EXPECT_THAT(loggedTexts(), ElementsAre("actInDaemonNow impossible"));
 }
 
@@ -89,7 +89,7 @@ TEST_F(WDUserAgentPlugInTest, LogsThatItCannotCancelAnEventWithoutADate)
     publishAs("dozelyd");
     observe("DaemonMustRemoveEvent", "com.dozely.Daemon");
     plugIn.cancelEvent();
-    EXPECT_TRUE(observer->events.isEmpty());
+    EXPECT_TRUE(observer->orders.isEmpty());
     EXPECT_THAT(loggedTexts(), ElementsAre("cancelEvent impossible"));
 }
 

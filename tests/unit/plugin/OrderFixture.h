@@ -13,12 +13,12 @@
 #include <QTimeZone>
 
 /// Collects what arrives.
-class EventObserver : public QObject
+class OrderObserver : public QObject
 {
     Q_OBJECT
 public:
-    Q_INVOKABLE void eventHasArrived(const NSNotification &event) { events += event; }
-    QList<NSNotification> events;
+    Q_INVOKABLE void orderHasArrived(const NSNotification &order) { orders += order; }
+    QList<NSNotification> orders;
 };
 
 /// The object that the process vends.
@@ -33,14 +33,14 @@ public:
     }
 };
 
-/// A process that sends events to itself over the channel: it plays the role that receives, at a console at
+/// A process that sends orders to itself over the channel: it plays the role that receives, at a console at
 /// which this very user sits.
-class EventFixture : public PlugInFixture
+class OrderFixture : public PlugInFixture
 {
 protected:
     static constexpr quint32 stranger = 60'001;
 
-    EventFixture()
+    OrderFixture()
     {
         if (NSProcessInfo::effectiveUserID() != 0)
             root.makeSocketFolder();
@@ -78,19 +78,19 @@ protected:
 
     void observe(const QString &name, const QString &sender) const
     {
-        WDNotificationCenter::defaultCenter()->addObserver(observer, "eventHasArrived", name, sender);
+        WDNotificationCenter::defaultCenter()->addObserver(observer, "orderHasArrived", name, sender);
     }
 
-    /// What has arrived, when that is one event; else an empty one.
+    /// What has arrived, when that is one order; else an empty one.
     NSNotification arrived() const
     {
-        EXPECT_EQ(observer->events.size(), 1);
-        return observer->events.value(0);
+        EXPECT_EQ(observer->orders.size(), 1);
+        return observer->orders.value(0);
     }
 
     RootObject rootObject;
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    std::shared_ptr<EventObserver> observer = std::make_shared<EventObserver>();
+    std::shared_ptr<OrderObserver> observer = std::make_shared<OrderObserver>();
     std::shared_ptr<NSBundle> bundle;
     qsizetype linesBefore = 0;
     const QDateTime date{{2026, 3, 14}, {6, 55}, QTimeZone("Europe/Paris")};

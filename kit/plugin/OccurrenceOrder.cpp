@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/plugin/ScheduleEvent_p.h"
+#include "DozelyKit/plugin/OccurrenceOrder_p.h"
 
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
-NSNotification ScheduleEvent::make(const QString &name, const char16_t *sender, const WDPlugIn &plugIn,
-                                   Parameters parameters)
+NSNotification OccurrenceOrder::make(const QString &name, const char16_t *sender, const WDPlugIn &plugIn,
+                                     Parameters parameters)
 {
     QVariantMap userInfo;
     if (parameters != Parameters::LeftOut) {
