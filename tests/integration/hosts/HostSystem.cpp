@@ -14,7 +14,7 @@ const QString daemonProgram = "/usr/sbin/dozelyd";
 const QString agentProgram =
     "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent";
 const QString dyingAgentProgram = "/usr/lib/dying_agent";
-const QString posterProgram = "/usr/lib/event_poster";
+const QString posterProgram = "/usr/lib/order_poster";
 const QString library = "/usr/lib/libDozelyKit.so.0";
 const QString interfaceLibrary = "/usr/lib/libDozelyInterface.so.0";
 const QString logind = "org.freedesktop.login1";
@@ -129,16 +129,16 @@ HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arg
             process->readAllStandardError()};
 }
 
-bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &event)
+bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &order)
 {
-    return postAs(agentUser(), target, event);
+    return postAs(agentUser(), target, order);
 }
 
-bool HostSystem::postAs(quint32 user, const QString &target, const NSNotification &event)
+bool HostSystem::postAs(quint32 user, const QString &target, const NSNotification &order)
 {
     const auto process =
-        start(posterProgram, {root.path(), target, event.name(), event.object().toString()}, user);
-    process->write(PropertyList::toData(event.userInfo(), PropertyList::Format::Xml));
+        start(posterProgram, {root.path(), target, order.name(), order.object().toString()}, user);
+    process->write(PropertyList::toData(order.userInfo(), PropertyList::Format::Xml));
     process->closeWriteChannel();
     return waitUntil([&] { return process->state() == QProcess::NotRunning; }) &&
            process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;

@@ -40,11 +40,11 @@ protected:
     };
     Ended run(const QString &program, const QStringList &arguments);
 
-    /// Posts an event as the console user; true when the target took it.
-    bool postAsAgentUser(const QString &target, const NSNotification &event);
+    /// Posts an order as the console user; true when the target took it.
+    bool postAsAgentUser(const QString &target, const NSNotification &order);
 
     /// The same as any other user; only root can be anybody else.
-    bool postAs(quint32 user, const QString &target, const NSNotification &event);
+    bool postAs(quint32 user, const QString &target, const NSNotification &order);
 
     /// The next whole second but one: time enough to write a schedule before it is due.
     static QDateTime soon();

@@ -8,7 +8,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
-/// Posts one event as any process may: ROOT daemon|USER-ID NAME SENDER, the user info as a property list on
+/// Posts one order as any process may: ROOT daemon|USER-ID NAME SENDER, the user info as a property list on
 /// the standard input. Ends with 0 when the target answered YES.
 int main(int argc, char **argv)
 {
@@ -23,15 +23,15 @@ int main(int argc, char **argv)
     const auto userInfo = PropertyList::fromData(input.readAll());
     if (!userInfo)
         return 2;
-    const NSNotification event(arguments[3], arguments[4], userInfo->toMap());
+    const NSNotification order(arguments[3], arguments[4], userInfo->toMap());
 
     HostRootObject root;
     const auto center = WDCommunicationCenter::sharedInstance();
     center->setObserver(&root);
     try {
         const bool isReceived = arguments[2] == "daemon"
-                                    ? center->postNotificationToDaemon(event)
-                                    : center->postNotificationToAgentOfUser(event, arguments[2].toUInt());
+                                    ? center->postNotificationToDaemon(order)
+                                    : center->postNotificationToAgentOfUser(order, arguments[2].toUInt());
         return isReceived ? 0 : 1;
     } catch (const NSException &exception) {
         qWarning("%s", exception.what());
