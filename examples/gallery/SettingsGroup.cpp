@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SettingsGroup.h"
 
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QBoxLayout>
@@ -13,7 +14,7 @@ namespace
 {
 std::shared_ptr<WDPrefPanePlugIn> load(const QString &bundlePath)
 {
-    const QString roleKey = "WDPrefPaneModule";
+    const QString roleKey = dozely::InfoKey::prefPaneModule;
     const auto bundle = NSBundle::bundleWithPath(bundlePath);
     QObject *const module =
         bundle

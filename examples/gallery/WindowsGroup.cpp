@@ -4,6 +4,7 @@
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/interface/views/ViewExtensions.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 
 #include <QBoxLayout>
@@ -35,7 +36,7 @@ std::shared_ptr<NSUserNotification> alertInSeconds(int seconds)
     alert->setInformativeText("Will run on " +
                               QLocale(QLocale::English).toString(date, "MMM d, yyyy, hh:mm") + ".");
     alert->setActionButtonTitle("Cancel");
-    alert->setUserInfo({{"Schedule Date", date}});
+    alert->setUserInfo({{dozely::AlertKey::date, date}});
     return alert;
 }
 } // namespace

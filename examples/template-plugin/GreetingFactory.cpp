@@ -3,6 +3,8 @@
 
 #include "GreetingPlugIns.h"
 
+#include <DozelyKit/plugin/Names.h>
+
 std::unique_ptr<WDPlugIn> GreetingFactory::make()
 {
     return std::make_unique<GreetingDaemonPlugIn>();
@@ -10,7 +12,7 @@ std::unique_ptr<WDPlugIn> GreetingFactory::make()
 
 std::unique_ptr<WDPlugIn> GreetingFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == "WDUserAgentModule")
+    if (roleKey == dozely::InfoKey::userAgentModule)
         return std::make_unique<GreetingUserAgentPlugIn>();
     return make();
 }

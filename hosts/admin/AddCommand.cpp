@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
@@ -18,8 +19,6 @@
 
 namespace
 {
-const QString plugInFolder = "/Library/Application Support/Dozely/PlugIns";
-
 [[noreturn]] void refuse(const QString &sentence)
 {
     throw AdminError(ExitStatus::BadUsage, sentence);
@@ -42,7 +41,8 @@ QString bundlePath(const AdminOptions &options)
         refuse("Say what is to be done, by --bundle or by --program.");
     const QString bundle = options.isSet("bundle") ? options.value("bundle") : QString("Command");
     const bool isName = !bundle.contains('/');
-    QString path = isName ? QString("%1/%2").arg(plugInFolder, bundle) : QDir::cleanPath(bundle);
+    QString path =
+        isName ? QString("%1/%2").arg(dozely::FixedPath::plugIns, bundle) : QDir::cleanPath(bundle);
     if (isName && !path.endsWith(".plugin"))
         path += ".plugin";
     if (bundle.isEmpty() || !path.startsWith('/'))

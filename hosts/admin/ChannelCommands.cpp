@@ -4,6 +4,7 @@
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
@@ -106,8 +107,8 @@ void ChannelCommands::run(const AdminOptions &options)
     const Schedule schedule = StoreCommands::find(options.argument(0));
     becomeOneWhoMayRun(schedule);
     Channel channel;
-    const NSNotification request("DaemonMustRunNowEvent", "com.dozely.Admin",
-                                 {{"Schedule Identifier", schedule.identifier}});
+    const NSNotification request(dozely::OrderName::daemonMustRunNow, dozely::OrderSender::admin,
+                                 {{dozely::OrderKey::scheduleIdentifier, schedule.identifier}});
     if (!GuardedPosting::postToDaemon(request))
         throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
     if (options.isSet("json"))

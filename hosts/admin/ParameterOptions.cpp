@@ -2,12 +2,15 @@
 #include "hosts/admin/ParameterOptions.h"
 
 #include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 
 #include <QRegularExpression>
 
 #include <cmath>
+
+using namespace dozely;
 
 namespace
 {
@@ -97,23 +100,23 @@ QVariantMap ParameterOptions::read(const AdminOptions &options)
     if (options.isSet("program")) {
         if (!options.value("program").startsWith('/'))
             refuse(QString("The program \"%1\" is not an absolute path.").arg(options.value("program")));
-        parameters.insert("Program", options.value("program"));
-        parameters.insert("Arguments", QVariant(options.values("argument")).toList());
+        parameters.insert(CommandKey::program, options.value("program"));
+        parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     } else if (options.isSet("argument")) {
         refuse("--argument needs --program.");
     }
     if (options.isSet("alert")) {
-        parameters.insert("Alert", 1);
-        parameters.insert("Delay before alert", leadTime(options.value("alert")));
+        parameters.insert(ParameterKey::alert, 1);
+        parameters.insert(ParameterKey::delayBeforeAlert, leadTime(options.value("alert")));
     }
     if (options.isSet("in-daemon") && options.isSet("in-session"))
         refuse("An action runs in the daemon or in the session, not in both.");
     if (options.isSet("in-daemon") || options.isSet("in-session"))
-        parameters.insert("Acts In User Agent", options.isSet("in-session") ? 1 : 0);
+        parameters.insert(ParameterKey::actsInUserAgent, options.isSet("in-session") ? 1 : 0);
     if (options.isSet("wake"))
-        parameters.insert("Needs Wake Up", 1);
+        parameters.insert(ParameterKey::needsWakeUp, 1);
     if (options.isSet("power-on"))
-        parameters.insert("Needs Startup", 1);
+        parameters.insert(ParameterKey::needsStartup, 1);
     // A text that a property list cannot carry would come back as another one, or make the store unreadable.
     const auto readBack = PropertyList::fromData(PropertyList::toData(parameters, PropertyList::Format::Xml));
     if (!readBack || readBack->toMap() != parameters)

@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/plugin/Names.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -92,7 +93,7 @@ void AlertWindow::fill(const NSUserNotification &notification)
     m_button->setHidden(notification.actionButtonTitle().isEmpty());
     m_button->setFixedSize(m_button->sizeHint());
     m_button->awakeFromNib(); // it has its size now
-    countDownTo(notification.userInfo().value("Schedule Date").toDateTime());
+    countDownTo(notification.userInfo().value(dozely::AlertKey::date).toDateTime());
     resize(wantedSize());
 }
 

@@ -9,13 +9,14 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderReceiver.h"
 
+using namespace dozely;
+
 namespace
 {
-const QString sentToAgent = "com.dozely.UserAgent";
-
 QList<PlugInLoader::Source> trustedSources()
 {
     QList<PlugInLoader::Source> sources;
@@ -25,25 +26,24 @@ QList<PlugInLoader::Source> trustedSources()
     sources += {QString(), {*owner}};
     const QString home = RealHomeDirectory();
     if (!home.isEmpty())
-        sources += {RootFolder::join(home + "/Library/Application Support/Dozely/PlugIns"),
-                    {*owner, NSProcessInfo::effectiveUserID()}};
+        sources += {RootFolder::join(home + FixedPath::plugIns), {*owner, NSProcessInfo::effectiveUserID()}};
     return sources;
 }
 } // namespace
 
 UserAgentController::UserAgentController()
-    : m_loader("WDUserAgentModule", trustedSources()), m_alerts(*Platform::current().clock)
+    : m_loader(InfoKey::userAgentModule, trustedSources()), m_alerts(*Platform::current().clock)
 {
-    OrderReceiver::receive("UserAgentMustActEvent", sentToAgent, this,
+    OrderReceiver::receive(OrderName::userAgentMustAct, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAct(received); });
-    OrderReceiver::receive("UserAgentMustAnticipateEvent", sentToAgent, this,
+    OrderReceiver::receive(OrderName::userAgentMustAnticipate, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAnticipate(received); });
 }
 
 void UserAgentController::askForAnnouncements()
 {
     GuardedPosting::postToDaemon(
-        NSNotification("DaemonMustAnticipateAgainEvent", "com.dozely.UserAgent", {}));
+        NSNotification(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent, {}));
 }
 
 UserAgentController::~UserAgentController()
@@ -62,13 +62,13 @@ std::optional<UserAgentController::Order> UserAgentController::orderIn(const Rec
                received.peer ? QString("user %1").arg(*received.peer) : QString("an unknown user"));
         return {};
     }
-    const QVariant date = received.userInfo.value("Schedule Date");
+    const QVariant date = received.userInfo.value(OrderKey::date);
     if (date.typeId() != QMetaType::QDateTime) {
         ZDRLog("%@ refused: it names no date", received.name);
         return {};
     }
-    return Order{received.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
-                 received.userInfo.value("Schedule Parameters").toMap()};
+    return Order{received.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
+                 received.userInfo.value(OrderKey::parameters).toMap()};
 }
 
 void UserAgentController::userAgentMustAct(const ReceivedOrder &received)

@@ -3,6 +3,7 @@
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/UserAgentController.h"
@@ -24,7 +25,7 @@ int main(int argc, char **argv)
 
     // The library looks the alert's text up in the bundle of this name.
     if (const auto bundle = NSBundle::mainBundle())
-        NSBundle::registerClass("WDUserAgentController", bundle);
+        NSBundle::registerClass(dozely::userAgentControllerClass, bundle);
     const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
 
     ZDRLog("Dozely Agent started");

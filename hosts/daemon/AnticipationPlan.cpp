@@ -2,6 +2,7 @@
 #include "hosts/daemon/AnticipationPlan.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 namespace
@@ -27,7 +28,7 @@ AnticipationPlan::Key AnticipationPlan::keyOf(const Schedule &schedule)
 /// In seconds; absent when there is nothing to announce.
 std::optional<qint64> AnticipationPlan::leadTime(const Schedule &schedule)
 {
-    if (!schedule.parameters.contains("Alert"))
+    if (!schedule.parameters.contains(dozely::ParameterKey::alert))
         return {};
     WDDaemonPlugIn rule;
     rule.setParameters(schedule.parameters);

@@ -5,16 +5,15 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/OrderReceiver.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
+using namespace dozely;
+
 namespace
 {
-const QString sentToDaemon = "com.dozely.Daemon";
-const QString sentByAdmin = "com.dozely.Admin";
-const QString sentByUserAgent = "com.dozely.UserAgent";
-
 QString senderLabel(const ReceivedOrder &order)
 {
     return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
@@ -30,15 +29,16 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_timer(clock.makeAbsoluteTimer())
 {
-    const auto receive = [this](const char *name, const QString &sender,
+    const auto receive = [this](const QString &name, const QString &sender,
                                 void (DaemonController::*handler)(const ReceivedOrder &)) {
         OrderReceiver::receive(name, sender, this,
                                [this, handler](const ReceivedOrder &order) { (this->*handler)(order); });
     };
-    receive("DaemonMustActEvent", sentToDaemon, &DaemonController::daemonMustAct);
-    receive("DaemonMustRemoveEvent", sentToDaemon, &DaemonController::daemonMustRemove);
-    receive("DaemonMustRunNowEvent", sentByAdmin, &DaemonController::daemonMustRunNow);
-    receive("DaemonMustAnticipateAgainEvent", sentByUserAgent, &DaemonController::daemonMustAnticipateAgain);
+    receive(OrderName::daemonMustAct, OrderSender::daemon, &DaemonController::daemonMustAct);
+    receive(OrderName::daemonMustRemove, OrderSender::daemon, &DaemonController::daemonMustRemove);
+    receive(OrderName::daemonMustRunNow, OrderSender::admin, &DaemonController::daemonMustRunNow);
+    receive(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent,
+            &DaemonController::daemonMustAnticipateAgain);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &DaemonController::performDue);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &DaemonController::waitForNext);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, &m_power, &PowerPlanner::renew);
@@ -99,12 +99,12 @@ void DaemonController::announceNext()
 
 std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedOrder &order) const
 {
-    const QVariant date = order.userInfo.value("Schedule Date");
+    const QVariant date = order.userInfo.value(OrderKey::date);
     if (!order.peer || date.typeId() != QMetaType::QDateTime)
         return {};
     return m_keeper.scheduler().heldByAgent(
-        *order.peer, order.userInfo.value("Schedule Bundle Path").toString(), date.toDateTime(),
-        order.userInfo.value("Schedule Parameters").toMap());
+        *order.peer, order.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
+        order.userInfo.value(OrderKey::parameters).toMap());
 }
 
 void DaemonController::daemonMustAct(const ReceivedOrder &order)
@@ -112,13 +112,13 @@ void DaemonController::daemonMustAct(const ReceivedOrder &order)
     if (const auto occurrence = heldOccurrence(order))
         m_performer.performHandedBack(*occurrence);
     else
-        ZDRLog("DaemonMustActEvent from %@ refused: that user's agent has no such occurrence",
+        ZDRLog("%@ from %@ refused: that user's agent has no such occurrence", order.name,
                senderLabel(order));
 }
 
 QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &order) const
 {
-    const QVariant date = order.userInfo.value("Schedule Date");
+    const QVariant date = order.userInfo.value(OrderKey::date);
     if (date.typeId() != QMetaType::QDateTime)
         return {};
     const auto consoleUser = [this] {
@@ -126,7 +126,7 @@ QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &or
         return user ? OrderPermissions::UserId(user->userId) : std::nullopt;
     };
     QList<Occurrence> occurrences = m_anticipation.removable(
-        order.peer, RootFolder::owner(), order.userInfo.value("Schedule Bundle Path").toString(),
+        order.peer, RootFolder::owner(), order.userInfo.value(OrderKey::bundlePath).toString(),
         date.toDateTime().toUTC(), consoleUser);
     if (occurrences.isEmpty()) {
         if (const auto held = heldOccurrence(order))
@@ -139,7 +139,7 @@ void DaemonController::daemonMustRemove(const ReceivedOrder &order)
 {
     const QList<Occurrence> occurrences = removableOccurrences(order);
     if (occurrences.isEmpty()) {
-        ZDRLog("DaemonMustRemoveEvent from %@ refused: there is no such occurrence for that user to remove",
+        ZDRLog("%@ from %@ refused: there is no such occurrence for that user to remove", order.name,
                senderLabel(order));
         return;
     }
@@ -165,16 +165,16 @@ void DaemonController::daemonMustAnticipateAgain(const ReceivedOrder &order)
 
 void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
 {
-    const QString identifier = order.userInfo.value("Schedule Identifier").toString();
+    const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
     const auto schedule = m_keeper.scheduler().schedule(identifier);
     if (!schedule) {
-        ZDRLog("DaemonMustRunNowEvent from %@ refused: there is no schedule %@", senderLabel(order),
+        ZDRLog("%@ from %@ refused: there is no schedule %@", order.name, senderLabel(order),
                logLabel(identifier));
         return;
     }
     if (!OrderPermissions::mayRunNow(order.peer, RootFolder::owner(), schedule->owner)) {
-        ZDRLog("DaemonMustRunNowEvent from %@ refused: schedule %@ belongs to another user",
-               senderLabel(order), logLabel(identifier));
+        ZDRLog("%@ from %@ refused: schedule %@ belongs to another user", order.name, senderLabel(order),
+               logLabel(identifier));
         return;
     }
     m_performer.performNow(m_keeper.scheduler().makeOccurrenceNow(*schedule));

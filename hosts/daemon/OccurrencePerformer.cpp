@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
@@ -13,8 +14,6 @@
 
 namespace
 {
-const QString daemonModuleKey = "WDDaemonModule";
-
 /// Code that runs here comes from folders that nobody but the system's owner can write.
 QList<PlugInLoader::Source> trustedSources()
 {
@@ -31,7 +30,8 @@ QString labelOf(const Occurrence &occurrence)
 OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console)
     : m_keeper(keeper),
       m_console(std::move(console)),
-      m_loader(daemonModuleKey, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); })
+      m_loader(dozely::InfoKey::daemonModule, trustedSources(),
+               [] { return std::make_unique<WDDaemonPlugIn>(); })
 {
 }
 

@@ -2,9 +2,10 @@
 #include "DozelyKit/plugin/OccurrenceOrder_p.h"
 
 #include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
-NSNotification OccurrenceOrder::make(const QString &name, const char16_t *sender, const WDPlugIn &plugIn,
+NSNotification OccurrenceOrder::make(QLatin1StringView name, QLatin1StringView sender, const WDPlugIn &plugIn,
                                      Parameters parameters)
 {
     QVariantMap userInfo;
@@ -12,12 +13,12 @@ NSNotification OccurrenceOrder::make(const QString &name, const char16_t *sender
         const auto stored = plugIn.parameters();
         if (!stored && parameters == Parameters::Required)
             throw NSException(NSInvalidArgumentException, name + " needs the parameters of its plug-in.");
-        userInfo["Schedule Parameters"] = stored ? *stored : QVariantMap();
+        userInfo[dozely::OrderKey::parameters] = stored ? *stored : QVariantMap();
     }
-    userInfo["Schedule Date"] = plugIn.calendarDate();
+    userInfo[dozely::OrderKey::date] = plugIn.calendarDate();
     const auto bundle = plugIn.bundle();
     if (!bundle)
         throw NSException(NSInvalidArgumentException, name + " needs the bundle of its plug-in.");
-    userInfo["Schedule Bundle Path"] = bundle->bundlePath();
-    return NSNotification(name, QString::fromUtf16(sender), userInfo);
+    userInfo[dozely::OrderKey::bundlePath] = bundle->bundlePath();
+    return NSNotification(name, QString(sender), userInfo);
 }

@@ -3,8 +3,11 @@
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/OccurrenceOrder_p.h"
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"
+
+using namespace dozely;
 
 namespace
 {
@@ -24,18 +27,18 @@ WDDaemonPlugIn::~WDDaemonPlugIn() = default;
 // Exactly 1, while the configuration side takes any number but 0 for yes.
 bool WDDaemonPlugIn::needsWakeUp() const
 {
-    return integerParameter("Needs Wake Up") == 1;
+    return integerParameter(ParameterKey::needsWakeUp) == 1;
 }
 
 bool WDDaemonPlugIn::needsStartup() const
 {
-    return integerParameter("Needs Startup") == 1;
+    return integerParameter(ParameterKey::needsStartup) == 1;
 }
 
 bool WDDaemonPlugIn::anticipateInUserAgentNow()
 {
     if (calendarDate().isValid() &&
-        postToLoggedInUser(OccurrenceOrder::make("UserAgentMustAnticipateEvent", OccurrenceOrder::toUserAgent,
+        postToLoggedInUser(OccurrenceOrder::make(OrderName::userAgentMustAnticipate, OrderSender::userAgent,
                                                  *this, OccurrenceOrder::Parameters::Required)))
         return true;
     ZDRLog("anticipateInUserAgentNow impossible");
@@ -45,7 +48,7 @@ bool WDDaemonPlugIn::anticipateInUserAgentNow()
 bool WDDaemonPlugIn::actInUserAgentNow()
 {
     return calendarDate().isValid() &&
-           postToLoggedInUser(OccurrenceOrder::make("UserAgentMustActEvent", OccurrenceOrder::toUserAgent,
+           postToLoggedInUser(OccurrenceOrder::make(OrderName::userAgentMustAct, OrderSender::userAgent,
                                                     *this, OccurrenceOrder::Parameters::EmptyWhenMissing));
 }
 

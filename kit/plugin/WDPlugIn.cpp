@@ -2,6 +2,9 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/plugin/Names.h"
+
+using namespace dozely;
 
 WDPlugInProtocol::~WDPlugInProtocol() = default;
 
@@ -41,7 +44,7 @@ QString WDPlugIn::pluginIdentifier() const
 
 QString WDPlugIn::pluginName() const
 {
-    const QString key = "Plugin Name";
+    const QString key = TextKey::pluginName;
     const auto classBundle = NSBundle::bundleForClass(metaObject());
     return classBundle ? classBundle->localizedStringForKey(key) : key;
 }
@@ -73,7 +76,7 @@ QDateTime WDPlugIn::calendarDate() const
 
 qint64 WDPlugIn::timeBeforeSelfAnticipation() const
 {
-    return integerParameter("Alert") == 0 ? -1 : integerParameter("Delay before alert");
+    return integerParameter(ParameterKey::alert) == 0 ? -1 : integerParameter(ParameterKey::delayBeforeAlert);
 }
 
 qint32 WDPlugIn::timeOut() const

@@ -10,7 +10,8 @@
 
 class QWidget;
 
-/// What every plug-in answers to every host. THREADING: the main thread.
+/// What every plug-in answers to every host. The keys of parameters and Info dictionaries are constants in
+/// DozelyKit/plugin/Names.h. THREADING: the main thread.
 class DOZELYKIT_EXPORT WDPlugInProtocol
 {
 public:

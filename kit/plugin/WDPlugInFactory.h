@@ -16,8 +16,8 @@
 ///     };
 ///
 /// The bundle's Info dictionary names the module of each role: "WDDaemonModule", "WDUserAgentModule",
-/// "WDPrefPaneModule" (file names below Contents/Linux). A module that serves several roles overrides
-/// makeForRole.
+/// "WDPrefPaneModule" (file names below Contents/Linux; dozely::InfoKey). A module that serves several roles
+/// overrides makeForRole.
 ///
 /// An action that goes on after actInDaemon or actInUserAgent returned: the plug-in class declares the
 /// invokable `bool isActing()` and the signal `actionDidFinish()`. The host keeps the object until isActing

@@ -3,6 +3,9 @@
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/plugin/Names.h"
+
+using namespace dozely;
 
 WDPrefPanePlugInProtocol::~WDPrefPanePlugInProtocol() = default;
 
@@ -21,7 +24,7 @@ bool WDPrefPanePlugIn::isBaseModule() const
 void WDPrefPanePlugIn::loadNib()
 {
     const auto own = bundle();
-    const QString name = own ? own->objectForInfoDictionaryKey("WDEditNibFile").toString() : QString();
+    const QString name = own ? own->objectForInfoDictionaryKey(InfoKey::editNibFile).toString() : QString();
     const auto loader = Platform::current().interfaceFileLoader;
     if (!name.isEmpty() && loader)
         loader->loadNibNamed(name, *own, this);
@@ -48,22 +51,22 @@ void WDPrefPanePlugIn::setSetupView(QObject *view)
 
 bool WDPrefPanePlugIn::needsWakeUp() const
 {
-    return integerParameter("Needs Wake Up") != 0;
+    return integerParameter(ParameterKey::needsWakeUp) != 0;
 }
 
 bool WDPrefPanePlugIn::needsStartup() const
 {
-    return integerParameter("Needs Startup") != 0;
+    return integerParameter(ParameterKey::needsStartup) != 0;
 }
 
 void WDPrefPanePlugIn::setNeedsWakeUp(bool needsWakeUp)
 {
-    setBooleanParameter("Needs Wake Up", needsWakeUp);
+    setBooleanParameter(ParameterKey::needsWakeUp, needsWakeUp);
 }
 
 void WDPrefPanePlugIn::setNeedsStartup(bool needsStartup)
 {
-    setBooleanParameter("Needs Startup", needsStartup);
+    setBooleanParameter(ParameterKey::needsStartup, needsStartup);
 }
 
 void WDPrefPanePlugIn::setBooleanParameter(const QString &key, bool value)

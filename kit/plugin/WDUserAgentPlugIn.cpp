@@ -8,7 +8,10 @@
 #include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/OccurrenceOrder_p.h"
+
+using namespace dozely;
 
 namespace
 {
@@ -27,7 +30,7 @@ WDUserAgentPlugIn::~WDUserAgentPlugIn() = default;
 void WDUserAgentPlugIn::loadNib()
 {
     const auto own = bundle();
-    const QString name = own ? own->objectForInfoDictionaryKey("WDUserAgentNib").toString() : QString();
+    const QString name = own ? own->objectForInfoDictionaryKey(InfoKey::userAgentNib).toString() : QString();
     const auto loader = Platform::current().interfaceFileLoader;
     if (!name.isEmpty() && loader)
         loader->loadNibNamed(name, *own, this);
@@ -39,9 +42,8 @@ void WDUserAgentPlugIn::actInDaemonNow()
         ZDRLog("actInDaemonNow impossible");
         return;
     }
-    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(
-        OccurrenceOrder::make("DaemonMustActEvent", OccurrenceOrder::toDaemon, *this,
-                              OccurrenceOrder::Parameters::EmptyWhenMissing));
+    WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(OccurrenceOrder::make(
+        OrderName::daemonMustAct, OrderSender::daemon, *this, OccurrenceOrder::Parameters::EmptyWhenMissing));
 }
 
 void WDUserAgentPlugIn::cancelEvent()
@@ -51,7 +53,7 @@ void WDUserAgentPlugIn::cancelEvent()
         return;
     }
     WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(OccurrenceOrder::make(
-        "DaemonMustRemoveEvent", OccurrenceOrder::toDaemon, *this, OccurrenceOrder::Parameters::LeftOut));
+        OrderName::daemonMustRemove, OrderSender::daemon, *this, OccurrenceOrder::Parameters::LeftOut));
 }
 
 void WDUserAgentPlugIn::actInUserAgent() {}
@@ -60,7 +62,7 @@ void WDUserAgentPlugIn::stopAction() {}
 
 void WDUserAgentPlugIn::anticipateBeforeSelfAction()
 {
-    if (integerParameter("Alert") != 0)
+    if (integerParameter(ParameterKey::alert) != 0)
         showUserNotification();
 }
 
@@ -99,11 +101,11 @@ void WDUserAgentPlugIn::showUserNotification()
     const QString when = stringWithFormat(
         "%@, %@", {DateStyles::mediumDate(calendarDate()), DateStyles::shortTime(calendarDate())});
     const QString format =
-        localized(NSBundle::bundleForClassNamed("WDUserAgentController"), "Alert message %@");
+        localized(NSBundle::bundleForClassNamed(userAgentControllerClass), TextKey::alertMessage);
     const auto alert = userNotification();
     alert->setInformativeText(stringWithFormat(format, {when}));
-    alert->setActionButtonTitle(localized(NSBundle::bundleForClass(&staticMetaObject), "Cancel"));
-    alert->setUserInfo({{"Schedule Date", calendarDate()}});
+    alert->setActionButtonTitle(localized(NSBundle::bundleForClass(&staticMetaObject), TextKey::cancel));
+    alert->setUserInfo({{AlertKey::date, calendarDate()}});
     WDUserNotificationCenterDelegate::sharedInstance()->setDelegateForUserNotification(self, alert);
     NSUserNotificationCenter::defaultUserNotificationCenter().deliverNotification(alert);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandFactory.h"
 
+#include "DozelyKit/plugin/Names.h"
 #include "plugins/Command/CommandDaemonPlugIn.h"
 #include "plugins/Command/CommandUserAgentPlugIn.h"
 
@@ -11,7 +12,7 @@ std::unique_ptr<WDPlugIn> CommandFactory::make()
 
 std::unique_ptr<WDPlugIn> CommandFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == "WDUserAgentModule")
+    if (roleKey == dozely::InfoKey::userAgentModule)
         return std::make_unique<CommandUserAgentPlugIn>();
     return make();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandLine.h"
 
+#include "DozelyKit/plugin/Names.h"
+
 #include <QVariantList>
 
 namespace
@@ -37,8 +39,8 @@ QString argumentsFault(const QVariant &arguments)
 
 dozely::Result<CommandLine> CommandLine::fromParameters(const QVariantMap &parameters)
 {
-    const QVariant program = parameters.value("Program");
-    const QVariant arguments = parameters.value("Arguments");
+    const QVariant program = parameters.value(dozely::CommandKey::program);
+    const QVariant arguments = parameters.value(dozely::CommandKey::arguments);
     QString fault = programFault(program);
     if (fault.isEmpty())
         fault = argumentsFault(arguments);

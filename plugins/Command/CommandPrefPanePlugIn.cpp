@@ -2,10 +2,13 @@
 #include "plugins/Command/CommandPrefPanePlugIn.h"
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/plugin/Names.h"
 
 #include <QFileDialog>
 
 #include <algorithm>
+
+using namespace dozely;
 
 namespace
 {
@@ -38,7 +41,7 @@ bool canBeShown(const QVariant &arguments)
 
 int CommandPrefPanePlugIn::leadTimeToShow(const QVariantMap &parameters) const
 {
-    const QVariant lead = parameters.value("Delay before alert");
+    const QVariant lead = parameters.value(ParameterKey::delayBeforeAlert);
     // -1 is no time but says that there is no alert.
     const int seconds = lead.isValid() && integerValue(lead) != -1 ? integerValue(lead) : usualLeadTime;
     return std::max(seconds, m_leadTime->minimum());
@@ -49,8 +52,8 @@ void CommandPrefPanePlugIn::fillSetupInterfaceFromParameters()
     if (!setupView())
         return;
     const QVariantMap shown = parameters() ? *parameters() : QVariantMap();
-    const QVariant arguments = shown.value("Arguments");
-    m_program->setText(shown.value("Program").toString());
+    const QVariant arguments = shown.value(CommandKey::arguments);
+    m_program->setText(shown.value(CommandKey::program).toString());
     m_arguments->setPlainText(arguments.toStringList().join('\n'));
     m_arguments->setReadOnly(!canBeShown(arguments));
     m_alert->setChecked(timeBeforeSelfAnticipation() != -1);
@@ -67,28 +70,29 @@ void CommandPrefPanePlugIn::fillParametersFromSetupInterface()
         return;
     const bool wasToAlert = timeBeforeSelfAnticipation() != -1;
     const bool isToAlert = m_alert->isChecked();
-    if (!own->contains("Program") || m_program->text() != own->value("Program").toString())
-        own->insert("Program", m_program->text());
+    if (!own->contains(CommandKey::program) ||
+        m_program->text() != own->value(CommandKey::program).toString())
+        own->insert(CommandKey::program, m_program->text());
     if (!m_arguments->isReadOnly())
-        own->insert("Arguments", argumentsIn(m_arguments->toPlainText()));
+        own->insert(CommandKey::arguments, argumentsIn(m_arguments->toPlainText()));
     // Somebody who asks for an alert gets the lead time that stands beside it.
-    if (!own->contains("Delay before alert") || m_leadTime->value() != leadTimeToShow(*own) ||
+    if (!own->contains(ParameterKey::delayBeforeAlert) || m_leadTime->value() != leadTimeToShow(*own) ||
         (isToAlert && !wasToAlert))
-        own->insert("Delay before alert", m_leadTime->value());
-    if (!own->contains("Alert") || isToAlert != wasToAlert)
-        own->insert("Alert", isToAlert ? 1 : 0);
+        own->insert(ParameterKey::delayBeforeAlert, m_leadTime->value());
+    if (!own->contains(ParameterKey::alert) || isToAlert != wasToAlert)
+        own->insert(ParameterKey::alert, isToAlert ? 1 : 0);
     setNeedsWakeUp(m_wakeUp->isChecked());
     setNeedsStartup(m_startup->isChecked());
 }
 
 QVariantMap CommandPrefPanePlugIn::defaultParameters() const
 {
-    return {{"Alert", 0}, {"Delay before alert", usualLeadTime}};
+    return {{ParameterKey::alert, 0}, {ParameterKey::delayBeforeAlert, usualLeadTime}};
 }
 
 QString CommandPrefPanePlugIn::actionString() const
 {
-    const QString program = parameters() ? parameters()->value("Program").toString() : QString();
+    const QString program = parameters() ? parameters()->value(CommandKey::program).toString() : QString();
     const QString name = program.section('/', -1, -1, QString::SectionSkipEmpty);
     if (name.isEmpty())
         return WDPrefPanePlugIn::actionString();

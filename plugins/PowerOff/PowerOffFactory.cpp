@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/PowerOff/PowerOffFactory.h"
 
+#include "DozelyKit/plugin/Names.h"
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 #include "plugins/PowerOff/PowerOffUserAgentPlugIn.h"
 
@@ -11,7 +12,7 @@ std::unique_ptr<WDPlugIn> PowerOffFactory::make()
 
 std::unique_ptr<WDPlugIn> PowerOffFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == "WDUserAgentModule")
+    if (roleKey == dozely::InfoKey::userAgentModule)
         return std::make_unique<PowerOffUserAgentPlugIn>();
     return make();
 }

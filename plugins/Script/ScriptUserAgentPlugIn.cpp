@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "plugins/Script/ScriptOrder.h"
 
 ScriptUserAgentPlugIn::ScriptUserAgentPlugIn()
@@ -18,9 +19,10 @@ void ScriptUserAgentPlugIn::actInUserAgent()
         ZDRLog("Script: nothing was run, %@.", fault);
         return;
     }
-    m_runner.run({{"Program", RootFolder::join("/usr/bin/osascript")},
-                  {"Arguments", QVariant(QStringList("--log") + order->arguments).toList()}},
-                 ProgramEnvironment::ofSession());
+    m_runner.run(
+        {{dozely::CommandKey::program, RootFolder::join("/usr/bin/osascript")},
+         {dozely::CommandKey::arguments, QVariant(QStringList("--log") + order->arguments).toList()}},
+        ProgramEnvironment::ofSession());
 }
 
 void ScriptUserAgentPlugIn::stopAction()

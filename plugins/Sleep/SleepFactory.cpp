@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Sleep/SleepFactory.h"
 
+#include "DozelyKit/plugin/Names.h"
 #include "plugins/Sleep/SleepDaemonPlugIn.h"
 #include "plugins/Sleep/SleepUserAgentPlugIn.h"
 
@@ -11,7 +12,7 @@ std::unique_ptr<WDPlugIn> SleepFactory::make()
 
 std::unique_ptr<WDPlugIn> SleepFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == "WDUserAgentModule")
+    if (roleKey == dozely::InfoKey::userAgentModule)
         return std::make_unique<SleepUserAgentPlugIn>();
     return make();
 }

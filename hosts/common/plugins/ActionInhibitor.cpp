@@ -3,12 +3,13 @@
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/plugin/Names.h"
 
 namespace
 {
 bool inhibitsSleep(const QVariantMap &bundleInfo)
 {
-    const QVariant value = bundleInfo.value("WDInhibitsSleep");
+    const QVariant value = bundleInfo.value(dozely::InfoKey::inhibitsSleep);
     if (!value.isValid())
         return true;
     return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) != 0;

@@ -2,12 +2,12 @@
 #include "hosts/common/plugins/ActionPlace.h"
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/plugin/Names.h"
+
+using namespace dozely;
 
 namespace
 {
-const QString parameterKey = "Acts In User Agent";
-const QString bundleKey = "WDActsInUserAgent";
-
 bool isTrue(const QVariant &value)
 {
     return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) == 1;
@@ -16,14 +16,14 @@ bool isTrue(const QVariant &value)
 
 bool ActionPlace::isSaidBy(const QVariantMap &parameters)
 {
-    return parameters.contains(parameterKey);
+    return parameters.contains(ParameterKey::actsInUserAgent);
 }
 
 bool ActionPlace::actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInfo)
 {
     if (isSaidBy(parameters))
-        return isTrue(parameters.value(parameterKey));
-    if (bundleInfo.contains(bundleKey))
-        return isTrue(bundleInfo.value(bundleKey));
-    return bundleInfo.value("WDDaemonModule").toString().isEmpty();
+        return isTrue(parameters.value(ParameterKey::actsInUserAgent));
+    if (bundleInfo.contains(InfoKey::actsInUserAgent))
+        return isTrue(bundleInfo.value(InfoKey::actsInUserAgent));
+    return bundleInfo.value(InfoKey::daemonModule).toString().isEmpty();
 }

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// The names that stand at both ends of something: in a plug-in and in the program that loads it, in a
+/// program that posts and in the one that hears it, in whatever writes a schedule and what performs it. They
+/// are a contract: none ever changes.
+///
+/// EXAMPLE
+///     std::unique_ptr<WDPlugIn> MyFactory::makeForRole(const QString &roleKey)
+///     {
+///         if (roleKey == dozely::InfoKey::userAgentModule)
+///             return std::make_unique<MyUserAgentPlugIn>();
+///         return make();
+///     }
+namespace dozely
+{
+
+/// Keys of a plug-in bundle's Info dictionary ("Contents/Info.plist"), which hosts read. All may be missing.
+namespace InfoKey
+{
+/// The module of each role, and the name of the role in WDPlugInFactory::makeForRole: a string, a file name
+/// below "Contents/Linux". A bundle without daemonModule is performed in the session unless it says
+/// otherwise.
+/// @{
+inline constexpr QLatin1StringView daemonModule("WDDaemonModule");
+inline constexpr QLatin1StringView userAgentModule("WDUserAgentModule");
+inline constexpr QLatin1StringView prefPaneModule("WDPrefPaneModule");
+/// @}
+
+/// Where an occurrence is performed: true (or 1) in the session, else in the daemon.
+/// ParameterKey::actsInUserAgent goes first.
+inline constexpr QLatin1StringView actsInUserAgent("WDActsInUserAgent");
+
+/// False (or 0): the machine may fall asleep while the action goes on, as one that puts it to sleep needs.
+inline constexpr QLatin1StringView inhibitsSleep("WDInhibitsSleep");
+
+/// The interface file that WDUserAgentPlugIn::loadNib, or WDPrefPanePlugIn::loadNib, loads: a string, its
+/// name without ".ui".
+/// @{
+inline constexpr QLatin1StringView userAgentNib("WDUserAgentNib");
+inline constexpr QLatin1StringView editNibFile("WDEditNibFile");
+/// @}
+} // namespace InfoKey
+
+/// Keys of the localised texts ("Localizable.strings").
+namespace TextKey
+{
+/// In a plug-in bundle: the name that a user sees, and the title of the alert.
+inline constexpr QLatin1StringView pluginName("Plugin Name");
+
+/// In the agent's bundle: the text of the alert; "%@" stands for date and time.
+inline constexpr QLatin1StringView alertMessage("Alert message %@");
+
+/// In the library's bundle: the label of the alert's button.
+inline constexpr QLatin1StringView cancel("Cancel");
+} // namespace TextKey
+
+/// The class under whose name the agent registers its bundle (NSBundle::registerClass), for
+/// TextKey::alertMessage.
+inline constexpr QLatin1StringView userAgentControllerClass("WDUserAgentController");
+
+/// Keys of an action's parameters that mean the same for every plug-in. Whoever makes a schedule writes them,
+/// integers all of them; a text is taken for the integer at its beginning. All may be missing.
+namespace ParameterKey
+{
+/// Not 0: the user is alerted before the action. 0 and a missing key: no alert.
+inline constexpr QLatin1StringView alert("Alert");
+
+/// How many seconds before the action the user is alerted. Less than 1 leaves no time for an alert; -1 says
+/// that none is wanted. A missing key is 0.
+inline constexpr QLatin1StringView delayBeforeAlert("Delay before alert");
+
+/// 1: the machine is woken, or switched on, for the action. A missing key is 0.
+/// @{
+inline constexpr QLatin1StringView needsWakeUp("Needs Wake Up");
+inline constexpr QLatin1StringView needsStartup("Needs Startup");
+/// @}
+
+/// 1: the action is performed in the session; any other value: in the daemon. A missing key leaves it to the
+/// bundle.
+inline constexpr QLatin1StringView actsInUserAgent("Acts In User Agent");
+} // namespace ParameterKey
+
+/// Parameters of Command.plugin.
+namespace CommandKey
+{
+inline constexpr QLatin1StringView program("Program"); ///< A string, the program's absolute path. Required.
+inline constexpr QLatin1StringView arguments("Arguments"); ///< A list of strings; missing: none.
+} // namespace CommandKey
+
+/// The orders: notifications by which daemon, agent and admin tool tell each other what to do, posted by
+/// WDCommunicationCenter and heard on WDNotificationCenter. The object of each is an OrderSender, the user
+/// info has OrderKeys. Who receives one asks the kernel who posted it, and believes nothing that the order
+/// says about that.
+namespace OrderName
+{
+/// From the daemon (WDDaemonPlugIn::actInUserAgentNow) to the agent at the console: perform the occurrence
+/// now. Sender: userAgent. Keys: bundlePath, date, parameters (empty when there are none). Obeyed from root
+/// and the root folder's owner.
+inline constexpr QLatin1StringView userAgentMustAct("UserAgentMustActEvent");
+
+/// From the daemon (WDDaemonPlugIn::anticipateInUserAgentNow) to the agent at the console: announce the
+/// occurrence to the user. Sender, keys and who is obeyed as for userAgentMustAct.
+inline constexpr QLatin1StringView userAgentMustAnticipate("UserAgentMustAnticipateEvent");
+
+/// From an agent (WDUserAgentPlugIn::actInDaemonNow) to the daemon: perform the occurrence there. Sender:
+/// daemon. Keys: bundlePath, date, parameters. Obeyed from the user whose agent has the occurrence; the
+/// daemon acts with its own parameters.
+inline constexpr QLatin1StringView daemonMustAct("DaemonMustActEvent");
+
+/// From an agent (WDUserAgentPlugIn::cancelEvent) to the daemon: drop the occurrence. Sender: daemon. Keys:
+/// bundlePath, date. Obeyed from root, the schedule's owner, and the user who was alerted or whose agent has
+/// the occurrence.
+inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
+
+/// From the admin tool to the daemon: perform a schedule now, whatever its date. Sender: admin. Key:
+/// scheduleIdentifier. Obeyed from root and the schedule's owner.
+inline constexpr QLatin1StringView daemonMustRunNow("DaemonMustRunNowEvent");
+
+/// From an agent that has just started to the daemon: announce again what its user was alerted of before.
+/// Sender: userAgent. No keys. Obeyed from the user at the console.
+inline constexpr QLatin1StringView daemonMustAnticipateAgain("DaemonMustAnticipateAgainEvent");
+} // namespace OrderName
+
+/// The objects of orders. What hands an occurrence over names the role that is to have it, the others name
+/// who asks.
+namespace OrderSender
+{
+inline constexpr QLatin1StringView userAgent("com.dozely.UserAgent");
+inline constexpr QLatin1StringView daemon("com.dozely.Daemon");
+inline constexpr QLatin1StringView admin("com.dozely.Admin");
+} // namespace OrderSender
+
+/// The keys of an order's user info.
+namespace OrderKey
+{
+inline constexpr QLatin1StringView bundlePath("Schedule Bundle Path");        ///< QString, the full path.
+inline constexpr QLatin1StringView date("Schedule Date");                     ///< QDateTime, with its zone.
+inline constexpr QLatin1StringView parameters("Schedule Parameters");         ///< QVariantMap.
+inline constexpr QLatin1StringView scheduleIdentifier("Schedule Identifier"); ///< QString, as in the store.
+} // namespace OrderKey
+
+/// The keys of the user info of the alert that WDUserAgentPlugIn shows, for those who show or answer it.
+namespace AlertKey
+{
+inline constexpr QLatin1StringView
+    date("Schedule Date"); ///< QDateTime: when the action runs unless it is cancelled.
+} // namespace AlertKey
+
+/// Fixed paths, to be joined to the root folder (RootFolder::join).
+namespace FixedPath
+{
+/// Where the plug-in bundles of all users lie, and, below a home folder, those for the agent of that user
+/// alone.
+inline constexpr QLatin1StringView plugIns("/Library/Application Support/Dozely/PlugIns");
+} // namespace FixedPath
+
+} // namespace dozely
