@@ -16,11 +16,11 @@ std::shared_ptr<WDPrefPanePlugIn> load(const QString &bundlePath)
 {
     const QString roleKey = dozely::InfoKey::prefPaneModule;
     const auto bundle = NSBundle::bundleWithPath(bundlePath);
-    QObject *const module =
-        bundle
-            ? bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(), WDPlugInFactory_iid)
-            : nullptr;
-    auto *const factory = qobject_cast<WDPlugInFactory *>(module);
+    if (!bundle)
+        return nullptr;
+    const auto module =
+        bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(), WDPlugInFactory_iid);
+    auto *const factory = module ? qobject_cast<WDPlugInFactory *>(*module) : nullptr;
     if (!factory || !factory->initializeClass(bundle))
         return nullptr;
     const std::shared_ptr<WDPlugIn> made = factory->makeForRole(roleKey);

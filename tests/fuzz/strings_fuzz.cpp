@@ -8,9 +8,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
-    QString error;
-    const auto table = StringsFile::parse(bytes, &error);
-    if (table.has_value() == !error.isEmpty())
+    const auto table = StringsFile::parse(bytes);
+    if (!table && table.error().text.isEmpty())
         std::abort();
     return 0;
 }

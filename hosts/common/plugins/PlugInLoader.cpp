@@ -97,8 +97,12 @@ PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bu
     QString why = "its name is not a file name";
     bool accepts = false;
     const auto thrown = thrownBy([&] {
-        if (!moduleName.contains('/'))
-            root = bundle->loadModule(moduleName, WDPlugInFactory_iid, &why);
+        if (!moduleName.contains('/')) {
+            if (const auto module = bundle->loadModule(moduleName, WDPlugInFactory_iid))
+                root = *module;
+            else
+                why = module.error().text + '.';
+        }
         loaded.factory = qobject_cast<WDPlugInFactory *>(root);
         if (loaded.factory)
             accepts = loaded.factory->initializeClass(bundle);

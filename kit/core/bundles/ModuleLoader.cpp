@@ -9,11 +9,9 @@
 
 namespace
 {
-QObject *fail(QString *error, const QString &file, const QString &reason)
+dozely::Error failure(const QString &file, const QString &reason)
 {
-    if (error)
-        *error = QString("Cannot load \"%1\": %2.").arg(file, reason);
-    return nullptr;
+    return {QString("Cannot load \"%1\": %2").arg(file, reason)};
 }
 
 /// The modules that raised while they were loaded. The dynamic linker takes them for loaded, though a part of
@@ -29,38 +27,38 @@ QStringList &brokenModules()
 ///
 /// An initialiser that throws leaves the lock of the dynamic linker with this thread for good: this one may
 /// go on, but another thread that loads a library waits for ever.
-QObject *rootObjectOf(QPluginLoader &loader, QString *error)
+dozely::Result<QObject *> rootObjectOf(QPluginLoader &loader)
 {
     QString raised;
     try {
-        QObject *root = loader.instance();
-        return root ? root : fail(error, loader.fileName(), loader.errorString());
+        if (QObject *root = loader.instance())
+            return root;
+        return failure(loader.fileName(), loader.errorString());
     } catch (const std::exception &exception) {
         raised = QString("it raised \"%1\"").arg(exception.what());
     } catch (...) {
         raised = "it raised something that is no exception object";
     }
     brokenModules() += QFileInfo(loader.fileName()).canonicalFilePath();
-    return fail(error, loader.fileName(), raised);
+    return failure(loader.fileName(), raised);
 }
 } // namespace
 
-QObject *loadRootObject(const QString &file, const QByteArray &interfaceId, QString *error)
+dozely::Result<QObject *> loadRootObject(const QString &file, const QByteArray &interfaceId)
 {
     if (!QFileInfo(file).isFile())
-        return fail(error, file, "there is no such module");
+        return failure(file, "there is no such module");
     if (brokenModules().contains(QFileInfo(file).canonicalFilePath()))
-        return fail(error, file, "it raised an exception when it was loaded before");
+        return failure(file, "it raised an exception when it was loaded before");
 
     QPluginLoader loader(file);
     // Symbols that nobody has are an error now, not a crash at the first call of one.
     loader.setLoadHints(QLibrary::PreventUnloadHint | QLibrary::ResolveAllSymbolsHint);
     const QJsonObject metaData = loader.metaData(); // read from the file; nothing of it runs
     if (metaData.isEmpty())
-        return fail(error, file, "this is not a module");
+        return failure(file, "this is not a module");
     if (metaData["IID"].toString().toUtf8() != interfaceId)
-        return fail(error, file,
-                    QString("it has the interface \"%1\" instead of \"%2\"")
-                        .arg(metaData["IID"].toString(), QString::fromUtf8(interfaceId)));
-    return rootObjectOf(loader, error);
+        return failure(file, QString("it has the interface \"%1\" instead of \"%2\"")
+                                 .arg(metaData["IID"].toString(), QString::fromUtf8(interfaceId)));
+    return rootObjectOf(loader);
 }

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Export.h"
-
-#include <QByteArray>
-#include <QString>
+#include "DozelyKit/core/foundation/Result.h"
 
 class QObject;
 
 /// Loads the module `file`, for the life of the process, and returns its root object, which the module owns.
-/// The module must carry `interfaceId`; that is read from the file before any of its code runs. Null on
-/// failure, what the module's own code raises included, with `error` a sentence. Main thread.
-QObject *loadRootObject(const QString &file, const QByteArray &interfaceId, QString *error);
+/// The module must carry `interfaceId`; that is read from the file before any of its code runs. What the
+/// module's own code raises is an error as well. The value is never null. Main thread.
+dozely::Result<QObject *> loadRootObject(const QString &file, const QByteArray &interfaceId);

@@ -67,13 +67,6 @@ QString bundlePathAround(const QString &file)
     }
     return {};
 }
-
-QObject *refuse(QString *error, const QString &fileName)
-{
-    if (error)
-        *error = QString("Cannot load \"%1\": this is not the name of a module.").arg(fileName);
-    return nullptr;
-}
 } // namespace
 
 struct NSBundle::Private {
@@ -92,16 +85,19 @@ const QHash<QString, QString> &NSBundle::Private::table(const QString &file)
     const auto known = tables.constFind(file);
     if (known != tables.constEnd())
         return *known;
-    std::optional<QHash<QString, QString>> read;
+    QHash<QString, QString> texts;
     if (QFileInfo(file).isFile()) {
         QString error;
-        const auto content = contentOf(file, &error);
-        if (content)
-            read = StringsFile::parse(*content, &error);
-        if (!read)
+        if (const auto content = contentOf(file, &error)) {
+            if (auto read = StringsFile::parse(*content))
+                texts = *std::move(read);
+            else
+                error = read.error().text + '.';
+        }
+        if (!error.isEmpty())
             NSLog("Texts in \"%@\" cannot be used. %@", file, error);
     }
-    return *tables.insert(file, read.value_or(QHash<QString, QString>()));
+    return *tables.insert(file, texts);
 }
 
 NSBundle::NSBundle(const QString &path) : d(std::make_unique<Private>())
@@ -235,14 +231,14 @@ QString NSBundle::localizedStringForKey(const QString &key, const QString &value
     return value.isEmpty() ? key : value;
 }
 
-QObject *NSBundle::loadModule(const QString &fileName, const QByteArray &interfaceId, QString *error)
+dozely::Result<QObject *> NSBundle::loadModule(const QString &fileName, const QByteArray &interfaceId)
 {
     if (QObject *loaded = d->modules.value({fileName, interfaceId}))
         return loaded;
     if (isCompiledIn(d->path) || fileName.isEmpty() || fileName.contains('/') || fileName == "..")
-        return refuse(error, fileName);
-    QObject *root = loadRootObject(d->path + "/Contents/Linux/" + fileName, interfaceId, error);
+        return dozely::Error{QString("Cannot load \"%1\": this is not the name of a module").arg(fileName)};
+    const auto root = loadRootObject(d->path + "/Contents/Linux/" + fileName, interfaceId);
     if (root)
-        d->modules.insert({fileName, interfaceId}, root);
+        d->modules.insert({fileName, interfaceId}, *root);
     return root;
 }

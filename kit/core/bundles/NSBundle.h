@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QString>
 #include <QStringList>
@@ -62,9 +63,9 @@ public:
     QString localizedStringForKey(const QString &key, const QString &value = {},
                                   const QString &table = {}) const;
 
-    /// The root object of a module below Contents/Linux, loaded once. The module must carry `interfaceId`,
-    /// which is read from the file before any of its code runs. Null on failure, with `error` a sentence.
-    QObject *loadModule(const QString &fileName, const QByteArray &interfaceId, QString *error = nullptr);
+    /// The root object of a module below Contents/Linux, loaded once, owned by the module and never null. The
+    /// module must carry `interfaceId`, which is read from the file before any of its code runs.
+    dozely::Result<QObject *> loadModule(const QString &fileName, const QByteArray &interfaceId);
 
 private:
     explicit NSBundle(const QString &path);

@@ -5,6 +5,10 @@
 
 #include <QStringDecoder>
 
+#include <optional>
+
+using namespace dozely;
+
 namespace
 {
 using Table = QHash<QString, QString>;
@@ -125,44 +129,40 @@ private:
     qsizetype m_at = 0;
 };
 
-std::nullopt_t refuse(QString *error, const QString &sentence)
-{
-    if (error)
-        *error = sentence;
-    return std::nullopt;
-}
-
-std::optional<Table> tableOf(const QVariant &list, QString *error)
+Result<Table> tableOf(const QVariant &list)
 {
     if (list.typeId() != QMetaType::QVariantMap)
-        return refuse(error, "Its root is not a dictionary.");
+        return Error{"Its root is not a dictionary"};
     Table table;
     const QVariantMap map = list.toMap();
     for (auto entry = map.begin(); entry != map.end(); ++entry) {
         if (entry.value().typeId() != QMetaType::QString)
-            return refuse(error, QString("\"%1\" is not a text.").arg(entry.key()));
+            return Error{QString("\"%1\" is not a text").arg(entry.key())};
         table.insert(entry.key(), entry.value().toString());
     }
     return table;
 }
 } // namespace
 
-std::optional<QHash<QString, QString>> StringsFile::parse(const QByteArray &data, QString *error)
+Result<QHash<QString, QString>> StringsFile::parse(const QByteArray &data)
 {
     // A table is read into memory whole: without a limit a huge file would fill it.
     if (data.size() > PropertyList::maximumSize)
-        return refuse(error, QString("It is larger than %1 bytes.").arg(PropertyList::maximumSize));
+        return Error{QString("It is larger than %1 bytes").arg(PropertyList::maximumSize)};
     if (data.startsWith("bplist") || data.startsWith("<?xml") || data.startsWith("<!DOCTYPE") ||
         data.startsWith("<plist")) {
         const auto list = PropertyList::fromData(data);
-        return list ? tableOf(*list, error) : refuse(error, list.error().text);
+        if (list)
+            return tableOf(*list);
+        return Error{list.error().text.chopped(1)}; // without its full stop
     }
     const auto encoding = QStringConverter::encodingForData(data).value_or(QStringConverter::Utf8);
     QStringDecoder decode(encoding);
     const QString text = decode(data);
     if (decode.hasError())
-        return refuse(error, "Its text is not encoded as it should be.");
+        return Error{"Its text is not encoded as it should be"};
     StringsParser parser(text);
-    const auto table = parser.parse();
-    return table ? table : refuse(error, QString("It is damaged in line %1.").arg(parser.line()));
+    if (auto table = parser.parse())
+        return *std::move(table);
+    return Error{QString("It is damaged in line %1").arg(parser.line())};
 }

@@ -2,12 +2,9 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
-#include <QByteArray>
 #include <QHash>
-#include <QString>
-
-#include <optional>
 
 /// Tables of localised texts, the content of a file "Localizable.strings".
 namespace StringsFile
@@ -17,7 +14,6 @@ namespace StringsFile
 /// of texts. A key or value of letters, digits and _ . - / $ needs no quotes. A later entry replaces an
 /// earlier one of its key.
 ///
-/// Absent when `data` is anything else, or larger than PropertyList::maximumSize; `error` is then a sentence.
-DOZELYKIT_AUTOTEST_EXPORT std::optional<QHash<QString, QString>> parse(const QByteArray &data,
-                                                                       QString *error = nullptr);
+/// An error when `data` is anything else, or larger than PropertyList::maximumSize.
+DOZELYKIT_AUTOTEST_EXPORT dozely::Result<QHash<QString, QString>> parse(const QByteArray &data);
 } // namespace StringsFile

@@ -29,10 +29,9 @@ protected:
                                const QString &role = "WDDaemonModule")
     {
         const QString module = bundle->objectForInfoDictionaryKey(role).toString();
-        QString sentence;
-        QObject *object = bundle->loadModule(module, WDPlugInFactory_iid, &sentence);
-        error = sentence.toStdString();
-        return qobject_cast<WDPlugInFactory *>(object);
+        const auto object = bundle->loadModule(module, WDPlugInFactory_iid);
+        error = object ? std::string() : object.error().text.toStdString();
+        return object ? qobject_cast<WDPlugInFactory *>(*object) : nullptr;
     }
 
     std::string error;

@@ -82,8 +82,8 @@ protected:
 /// The sentence of a module that cannot be loaded; a note when it was.
 std::string refusal(const std::shared_ptr<NSBundle> &bundle, const QString &module)
 {
-    QString error;
-    return bundle->loadModule(module, interfaceId, &error) ? "loaded" : error.toStdString();
+    const auto root = bundle->loadModule(module, interfaceId);
+    return root ? "loaded" : root.error().text.toStdString();
 }
 } // namespace
 
@@ -188,12 +188,11 @@ TEST_F(NSBundleTest, GoesOnToTheNextLanguageWhenATableIsDamaged)
 TEST_F(NSBundleTest, LoadsTheRootObjectOfAModuleOnce)
 {
     addModule("GoodModule.so");
-    QString error;
     const auto loading = bundle();
-    QObject *root = loading->loadModule("GoodModule.so", interfaceId, &error);
-    ASSERT_TRUE(root) << qPrintable(error);
-    EXPECT_EQ(root->objectName(), "good");
-    EXPECT_EQ(loading->loadModule("GoodModule.so", interfaceId), root);
+    const auto root = loading->loadModule("GoodModule.so", interfaceId);
+    ASSERT_TRUE(root) << qPrintable(root.error().text);
+    EXPECT_EQ((*root)->objectName(), "good");
+    EXPECT_EQ(*loading->loadModule("GoodModule.so", interfaceId), *root);
 }
 
 TEST_F(NSBundleTest, RefusesAModuleOfAnotherInterfaceBeforeAnyOfItsCodeRuns)
@@ -267,9 +266,9 @@ TEST_F(NSBundleTest, ContainsTheClassesOfItsModules)
 {
     addModule("GoodModule.so");
     const auto loading = bundle();
-    const QObject *root = loading->loadModule("GoodModule.so", interfaceId);
+    const auto root = loading->loadModule("GoodModule.so", interfaceId);
     ASSERT_TRUE(root);
-    EXPECT_EQ(NSBundle::bundleForClass(root->metaObject()), loading);
+    EXPECT_EQ(NSBundle::bundleForClass((*root)->metaObject()), loading);
 }
 
 TEST_F(NSBundleTest, ContainsAClassThatIsRegisteredWithIt)

@@ -15,8 +15,8 @@ using Table = QHash<QString, QString>;
 /// The table in `data`; without one the refusal, under the key "refused".
 Table parsed(const QByteArray &data)
 {
-    QString error;
-    return StringsFile::parse(data, &error).value_or(Table{{"refused", error}});
+    const auto table = StringsFile::parse(data);
+    return table ? *table : Table{{"refused", table.error().text}};
 }
 } // namespace
 
@@ -81,16 +81,13 @@ TEST(StringsFile, IsRefusedWholeWithTheLineThatIsDamaged)
                                "\"k\" = ;",    "k = \"v\"; }"};
     for (const char *data : bad)
         EXPECT_FALSE(StringsFile::parse(data)) << data;
-    QString error;
-    EXPECT_FALSE(StringsFile::parse("a = b;\n\nc d;\n", &error));
-    EXPECT_TRUE(error.contains("line 3")) << qPrintable(error);
+    EXPECT_EQ(parsed("a = b;\n\nc d;\n"), (Table{{"refused", "It is damaged in line 3"}}));
 }
 
 TEST(StringsFile, IsRefusedInABrokenEncoding)
 {
-    QString error;
-    EXPECT_FALSE(StringsFile::parse("\"k\" = \"\xff\xfe\";", &error));
-    EXPECT_TRUE(error.contains("encoded")) << qPrintable(error);
+    const Table refused = parsed("\"k\" = \"\xff\xfe\";");
+    EXPECT_TRUE(refused.value("refused").contains("encoded"));
 }
 
 TEST(StringsFile, IsRefusedBeyondTheSizeLimit)

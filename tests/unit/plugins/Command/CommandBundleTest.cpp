@@ -15,11 +15,11 @@ class CommandBundleTest : public testing::Test
 protected:
     std::unique_ptr<WDPlugIn> make(const QString &roleKey)
     {
-        QString error;
-        QObject *module = bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(),
-                                             WDPlugInFactory_iid, &error);
-        auto *factory = qobject_cast<WDPlugInFactory *>(module);
-        EXPECT_TRUE(factory) << qPrintable(error);
+        const auto module =
+            bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(), WDPlugInFactory_iid);
+        EXPECT_TRUE(module) << qPrintable(module.error().text);
+        auto *factory = module ? qobject_cast<WDPlugInFactory *>(*module) : nullptr;
+        EXPECT_TRUE(factory);
         if (!factory || !factory->initializeClass(bundle))
             return {};
         auto plugIn = factory->makeForRole(roleKey);

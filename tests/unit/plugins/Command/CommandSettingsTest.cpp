@@ -36,8 +36,9 @@ protected:
         plugIn.reset();
         bundle = NSBundle::bundleWithPath(COMMAND_BUNDLE);
         const QString module = bundle->objectForInfoDictionaryKey("WDPrefPaneModule").toString();
-        auto *const factory =
-            qobject_cast<WDPlugInFactory *>(bundle->loadModule(module, WDPlugInFactory_iid));
+        const auto root = bundle->loadModule(module, WDPlugInFactory_iid);
+        ASSERT_TRUE(root) << qPrintable(root.error().text);
+        auto *const factory = qobject_cast<WDPlugInFactory *>(*root);
         ASSERT_TRUE(factory);
         const std::shared_ptr<WDPlugIn> made = factory->makeForRole("WDPrefPaneModule");
         plugIn = std::dynamic_pointer_cast<WDPrefPanePlugIn>(made);

@@ -23,11 +23,11 @@ protected:
     {
         root.makeFolder("/usr/bin");
         ASSERT_TRUE(QFile::copy(OSASCRIPT, root.join("/usr/bin/osascript")));
-        QString error;
-        QObject *module = bundle->loadModule(
-            bundle->objectForInfoDictionaryKey("WDUserAgentModule").toString(), WDPlugInFactory_iid, &error);
-        auto *factory = qobject_cast<WDPlugInFactory *>(module);
-        ASSERT_TRUE(factory) << qPrintable(error);
+        const auto module = bundle->loadModule(
+            bundle->objectForInfoDictionaryKey("WDUserAgentModule").toString(), WDPlugInFactory_iid);
+        ASSERT_TRUE(module) << qPrintable(module.error().text);
+        auto *factory = qobject_cast<WDPlugInFactory *>(*module);
+        ASSERT_TRUE(factory);
         ASSERT_TRUE(factory->initializeClass(bundle));
         plugIn = factory->makeForRole("WDUserAgentModule");
         plugIn->setBundle(bundle);

@@ -11,11 +11,11 @@ std::unique_ptr<WDPlugIn> makeGreeting(const QString &roleKey)
     const auto bundle = NSBundle::bundleWithPath(TEMPLATE_BUNDLE);
     if (!bundle)
         return {};
-    QString error;
-    QObject *module = bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(),
-                                         WDPlugInFactory_iid, &error);
-    auto *factory = qobject_cast<WDPlugInFactory *>(module);
-    EXPECT_TRUE(factory) << qPrintable(error);
+    const auto module =
+        bundle->loadModule(bundle->objectForInfoDictionaryKey(roleKey).toString(), WDPlugInFactory_iid);
+    EXPECT_TRUE(module) << qPrintable(module.error().text);
+    auto *factory = module ? qobject_cast<WDPlugInFactory *>(*module) : nullptr;
+    EXPECT_TRUE(factory);
     return factory && factory->initializeClass(bundle) ? factory->makeForRole(roleKey) : nullptr;
 }
 } // namespace
