@@ -17,10 +17,9 @@ constexpr qint64 ticksPerSecond = 60;
 
 OSType codeArgument(const AdminOptions &options, int index, const QString &what)
 {
-    QString error;
-    const auto code = EventValue::codeOf(options.argument(index), what, &error);
+    const auto code = EventValue::codeOf(options.argument(index), what);
     if (!code)
-        throw AdminError(ExitStatus::BadUsage, error);
+        throw AdminError(ExitStatus::BadUsage, code.error().text + '.');
     return *code;
 }
 
@@ -53,10 +52,9 @@ EventRequest requestOf(const AdminOptions &options)
     request.signature = codeArgument(options, 0, "signature");
     request.eventClass = codeArgument(options, 1, "event class");
     request.eventID = codeArgument(options, 2, "event ID");
-    QString error;
-    const auto parameters = EventValue::toDescriptor(ParameterOptions::read(options), &error);
+    const auto parameters = EventValue::toDescriptor(ParameterOptions::read(options));
     if (!parameters)
-        throw AdminError(ExitStatus::BadUsage, error);
+        throw AdminError(ExitStatus::BadUsage, parameters.error().text + '.');
     request.parameters = *parameters;
     request.wantsReply = !options.isSet("no-reply");
     request.timeOutInTicks = ticksOption(options);

@@ -24,8 +24,7 @@ constexpr int ticksPerSecond = 60;
 
 OSType codeArgument(const QVariantList &arguments, int index, const QString &what)
 {
-    QString error;
-    const auto code = EventValue::codeOf(arguments.value(index).toString(), what, &error);
+    const auto code = EventValue::codeOf(arguments.value(index).toString(), what);
     if (arguments.value(index).typeId() != QMetaType::QString || !code)
         refuse(QString("the %1 has to be a text of four characters").arg(what));
     return *code;
@@ -38,10 +37,9 @@ AEDesc parametersArgument(const QVariant &value)
         return AEDesc(typeAERecord);
     if (value.typeId() != QMetaType::QVariantMap)
         refuse("the parameters have to be a table with keywords of four characters");
-    QString error;
-    const auto parameters = EventValue::toDescriptor(value, &error);
+    const auto parameters = EventValue::toDescriptor(value);
     if (!parameters)
-        refuse(error);
+        refuse(parameters.error().text + '.');
     return *parameters;
 }
 

@@ -6,6 +6,9 @@
 #include <QDateTime>
 
 #include <limits>
+#include <optional>
+
+using namespace dozely;
 
 namespace
 {
@@ -21,35 +24,36 @@ AEDesc integerDescriptor(qint64 value)
     return isShort ? AEDesc::of(typeSInt32, static_cast<qint32>(value)) : AEDesc::of(typeSInt64, value);
 }
 
-std::optional<AEDesc> refused(OSErr status, QString *error)
+Error refusal(OSErr status)
 {
-    *error = QString("The value is nested too deep (%1).").arg(status);
-    return {};
+    return {QString("The value is nested too deep (%1)").arg(status)};
 }
 
-std::optional<AEDesc> listDescriptor(const QVariantList &values, QString *error)
+Result<AEDesc> listDescriptor(const QVariantList &values)
 {
     AEDesc list(typeAEList);
     for (const QVariant &value : values) {
-        const auto element = EventValue::toDescriptor(value, error);
+        const auto element = EventValue::toDescriptor(value);
         if (!element)
-            return {};
+            return element;
         if (const OSErr status = list.append(*element); status != noErr)
-            return refused(status, error);
+            return refusal(status);
     }
     return list;
 }
 
-std::optional<AEDesc> recordDescriptor(const QVariantMap &values, QString *error)
+Result<AEDesc> recordDescriptor(const QVariantMap &values)
 {
     AEDesc record(typeAERecord);
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
-        const auto keyword = EventValue::codeOf(value.key(), "keyword", error);
-        const auto parameter = keyword ? EventValue::toDescriptor(value.value(), error) : std::nullopt;
+        const auto keyword = EventValue::codeOf(value.key(), "keyword");
+        if (!keyword)
+            return keyword.error();
+        const auto parameter = EventValue::toDescriptor(value.value());
         if (!parameter)
-            return {};
+            return parameter;
         if (const OSErr status = record.setParameter(*keyword, *parameter); status != noErr)
-            return refused(status, error);
+            return refusal(status);
     }
     return record;
 }
@@ -69,7 +73,7 @@ QVariant numberOrBytes(const AEDesc &descriptor, DescType type)
 }
 } // namespace
 
-std::optional<AEDesc> EventValue::toDescriptor(const QVariant &value, QString *error)
+Result<AEDesc> EventValue::toDescriptor(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::UnknownType:
@@ -90,12 +94,11 @@ std::optional<AEDesc> EventValue::toDescriptor(const QVariant &value, QString *e
         return AEDesc(typeData, value.toByteArray());
     case QMetaType::QStringList:
     case QMetaType::QVariantList:
-        return listDescriptor(value.toList(), error);
+        return listDescriptor(value.toList());
     case QMetaType::QVariantMap:
-        return recordDescriptor(value.toMap(), error);
+        return recordDescriptor(value.toMap());
     default:
-        *error = QString("A value of the type %1 cannot be sent.").arg(value.typeName());
-        return {};
+        return Error{QString("A value of the type %1 cannot be sent").arg(value.typeName())};
     }
 }
 
@@ -153,11 +156,10 @@ QString EventValue::textOfCode(OSType code)
     return text;
 }
 
-std::optional<OSType> EventValue::codeOf(const QString &characters, const QString &what, QString *error)
+Result<OSType> EventValue::codeOf(const QString &characters, const QString &what)
 {
     const auto code = codeOfCharacters(characters);
     if (code && textOfCode(*code) == characters.normalized(QString::NormalizationForm_C))
-        return code;
-    *error = QString("\"%1\" is no %2: that has four characters.").arg(characters, what);
-    return {};
+        return *code;
+    return Error{QString("\"%1\" is no %2: that has four characters").arg(characters, what)};
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/communication/events/AEDesc.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QVariant>
 
@@ -11,8 +12,8 @@
 /// and dictionaries whose keys have four characters, as records. A date becomes ISO 8601 text.
 namespace EventValue
 {
-/// Absent, with `error` a sentence, for a value that has no such form.
-std::optional<AEDesc> toDescriptor(const QVariant &value, QString *error);
+/// An error for a value that has no such form.
+dozely::Result<AEDesc> toDescriptor(const QVariant &value);
 
 /// Texts of all kinds and codes become texts; what has no plain form becomes its bytes, nothing an invalid
 /// value.
@@ -21,7 +22,6 @@ QVariant fromDescriptor(const AEDesc &descriptor);
 /// The four characters of a code without quotes; those that do not print become "?".
 QString textOfCode(OSType code);
 
-/// The code that four printing characters stand for; absent, with `error` a sentence, for anything else.
-/// `what` names it there.
-std::optional<OSType> codeOf(const QString &characters, const QString &what, QString *error);
+/// The code that four printing characters stand for; an error, in which `what` names it, for anything else.
+dozely::Result<OSType> codeOf(const QString &characters, const QString &what);
 } // namespace EventValue

@@ -11,10 +11,9 @@ namespace
 {
 AEDesc descriptorOf(const QVariant &value)
 {
-    QString error;
-    const auto descriptor = EventValue::toDescriptor(value, &error);
-    EXPECT_TRUE(descriptor) << error.toStdString();
-    return descriptor.value_or(AEDesc());
+    const auto descriptor = EventValue::toDescriptor(value);
+    EXPECT_TRUE(descriptor) << descriptor.error().text.toStdString();
+    return descriptor ? *descriptor : AEDesc();
 }
 } // namespace
 
@@ -66,24 +65,21 @@ TEST(EventValue, ReadsTheBytesOfWhatIsDamaged)
 
 TEST(EventValue, RefusesWhatHasNoFormInASentence)
 {
-    QString error;
-    EXPECT_FALSE(EventValue::toDescriptor(QVariantMap{{"long key", 1}}, &error));
-    EXPECT_EQ(error, "\"long key\" is no keyword: that has four characters.");
-    EXPECT_FALSE(EventValue::toDescriptor(QVariant::fromValue(QChar('c')), &error));
-    EXPECT_EQ(error, "A value of the type QChar cannot be sent.");
+    EXPECT_EQ(EventValue::toDescriptor(QVariantMap{{"long key", 1}}).error().text,
+              "\"long key\" is no keyword: that has four characters");
+    EXPECT_EQ(EventValue::toDescriptor(QVariant::fromValue(QChar('c'))).error().text,
+              "A value of the type QChar cannot be sent");
     QVariant nested = qint64{1};
     for (int depth = 0; depth <= AEDesc::maximumDepth; ++depth)
         nested = QVariantList{nested};
-    EXPECT_FALSE(EventValue::toDescriptor(nested, &error));
-    EXPECT_EQ(error, "The value is nested too deep (-1719).");
+    EXPECT_EQ(EventValue::toDescriptor(nested).error().text, "The value is nested too deep (-1719)");
 }
 
 TEST(EventValue, TakesCodesThatPrint)
 {
-    QString error;
-    EXPECT_EQ(EventValue::codeOf("psn ", "code", &error), fourCharCode("psn "));
-    EXPECT_FALSE(EventValue::codeOf("ps\n ", "code", &error))
+    EXPECT_EQ(*EventValue::codeOf("psn ", "code"), fourCharCode("psn "));
+    EXPECT_FALSE(EventValue::codeOf("ps\n ", "code"))
         << "it could steer a terminal or start a line of the log";
-    EXPECT_FALSE(EventValue::codeOf("abcde", "code", &error));
+    EXPECT_FALSE(EventValue::codeOf("abcde", "code"));
     EXPECT_EQ(EventValue::textOfCode(0x0a0d4142), "??AB");
 }
