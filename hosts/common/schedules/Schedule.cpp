@@ -80,13 +80,10 @@ bool isCleanFixedPath(const QString &path)
 }
 } // namespace
 
-std::optional<Schedule> Schedule::fromEntry(const QVariant &entry, QString *fault)
+dozely::Result<Schedule> Schedule::fromEntry(const QVariant &entry)
 {
-    if (entry.typeId() != QMetaType::QVariantMap) {
-        if (fault)
-            *fault = "it is not a dictionary";
-        return {};
-    }
+    if (entry.typeId() != QMetaType::QVariantMap)
+        return dozely::Error{"it is not a dictionary"};
     const QVariantMap map = entry.toMap();
     EntryReader reader(map);
     Schedule schedule;
@@ -106,11 +103,8 @@ std::optional<Schedule> Schedule::fromEntry(const QVariant &entry, QString *faul
         reader.complain("\"Date\" is not a date");
     if (!schedule.timeZone.isEmpty() && !dozely::isTimeZoneName(schedule.timeZone))
         reader.complain("\"Time Zone\" is not known");
-    if (!reader.fault().isEmpty()) {
-        if (fault)
-            *fault = reader.fault();
-        return {};
-    }
+    if (!reader.fault().isEmpty())
+        return dozely::Error{reader.fault()};
     schedule.date = roundedUp(schedule.date);
     for (auto key = map.cbegin(); key != map.cend(); ++key) {
         if (!knownKeys.contains(key.key()))

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QVariantMap>
@@ -19,8 +21,8 @@ struct Schedule {
     std::optional<quint32> owner; ///< The user whose schedule it is; absent: nobody's but root's.
     QVariantMap otherKeys;        ///< Keys that this version does not know, kept as they were read.
 
-    /// The entry as a schedule; absent when it is none, `fault` then says why ("\"Date\" is not a date").
-    static std::optional<Schedule> fromEntry(const QVariant &entry, QString *fault = nullptr);
+    /// The entry as a schedule; an error says why it is none ("\"Date\" is not a date").
+    static dozely::Result<Schedule> fromEntry(const QVariant &entry);
 
     /// The entry for the store: every known key and otherKeys.
     QVariantMap toEntry() const;

@@ -57,14 +57,11 @@ QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
     QHash<qsizetype, Schedule> good;
     QSet<QString> identifiers;
     for (qsizetype i = 0; i < entries.size(); ++i) {
-        QString why;
-        auto schedule = Schedule::fromEntry(entries.at(i), &why);
-        if (schedule && identifiers.contains(schedule->identifier)) {
-            schedule.reset();
-            why = "its identifier is taken by an earlier entry";
-        }
+        auto schedule = Schedule::fromEntry(entries.at(i));
+        if (schedule && identifiers.contains(schedule->identifier))
+            schedule = dozely::Error{"its identifier is taken by an earlier entry"};
         if (!schedule) {
-            fault(i, why);
+            fault(i, schedule.error().text);
             continue;
         }
         identifiers.insert(schedule->identifier);

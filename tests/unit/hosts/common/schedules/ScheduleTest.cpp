@@ -11,10 +11,9 @@ protected:
     /// Why the entry is refused; empty when it is accepted.
     static std::string faultOf(const QVariant &entry)
     {
-        QString fault;
-        const auto schedule = Schedule::fromEntry(entry, &fault);
-        EXPECT_EQ(schedule.has_value(), fault.isEmpty());
-        return fault.toStdString();
+        const auto schedule = Schedule::fromEntry(entry);
+        EXPECT_TRUE(schedule || !schedule.error().text.isEmpty());
+        return schedule ? std::string() : schedule.error().text.toStdString();
     }
     static QVariantMap without(const QString &key)
     {
