@@ -77,12 +77,12 @@ void UserAgentController::userAgentMustAct(const ReceivedOrder &received)
     if (!order)
         return;
     m_alerts.withdraw(order->bundlePath, order->date);
-    QString error;
-    const auto plugIn = makePlugIn(order->bundlePath, &error);
-    if (!plugIn) {
-        ZDRLog("The action was not performed: %@", error);
+    const auto made = makePlugIn(order->bundlePath);
+    if (!made) {
+        ZDRLog("The action was not performed: %@", made.error().text);
         return;
     }
+    const auto &plugIn = *made;
     const QString label = logLabel(order->bundlePath.section('/', -1));
     ZDRLog("%@ acts in the session", label);
     const auto thrown = GuardedPosting::guardPlugIn([&] {
@@ -109,12 +109,13 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
     // The alert does not tell occurrences of one bundle and date apart: the same one is shown anew for them.
     auto plugIn = m_alerts.plugIn(order->bundlePath, order->date);
     const bool isNew = !plugIn;
-    QString error;
-    if (isNew)
-        plugIn = makePlugIn(order->bundlePath, &error);
-    if (!plugIn) {
-        ZDRLog("The action was not announced: %@", error);
-        return;
+    if (isNew) {
+        const auto made = makePlugIn(order->bundlePath);
+        if (!made) {
+            ZDRLog("The action was not announced: %@", made.error().text);
+            return;
+        }
+        plugIn = *made;
     }
     const QString label = logLabel(order->bundlePath.section('/', -1));
     ZDRLog("%@ announces an action of %@", label, order->date);
@@ -131,13 +132,16 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
         m_alerts.keep(order->bundlePath, plugIn);
 }
 
-std::shared_ptr<WDUserAgentPlugIn> UserAgentController::makePlugIn(const QString &bundlePath, QString *error)
+Result<std::shared_ptr<WDUserAgentPlugIn>> UserAgentController::makePlugIn(const QString &bundlePath)
 {
-    const auto bundle = m_loader.bundle(bundlePath, error);
-    const auto plugIn = bundle ? m_loader.make(bundle, error) : nullptr;
-    auto agentPlugIn = std::dynamic_pointer_cast<WDUserAgentPlugIn>(plugIn);
-    if (plugIn && !agentPlugIn)
-        *error =
-            QString("The module of %1 makes no plug-in for the agent").arg(logLabel(bundle->bundlePath()));
-    return agentPlugIn;
+    const auto bundle = m_loader.bundle(bundlePath);
+    if (!bundle)
+        return bundle.error();
+    const auto plugIn = m_loader.make(*bundle);
+    if (!plugIn)
+        return plugIn.error();
+    if (auto agentPlugIn = std::dynamic_pointer_cast<WDUserAgentPlugIn>(*plugIn))
+        return agentPlugIn;
+    return Error{
+        QString("The module of %1 makes no plug-in for the agent").arg(logLabel((*bundle)->bundlePath()))};
 }

@@ -39,7 +39,7 @@ private:
 
     void userAgentMustAct(const ReceivedOrder &received);
     void userAgentMustAnticipate(const ReceivedOrder &received);
-    std::shared_ptr<WDUserAgentPlugIn> makePlugIn(const QString &bundlePath, QString *error);
+    dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 
     PlugInLoader m_loader; // outlives the plug-in objects
     AlertKeeper m_alerts;

@@ -117,15 +117,16 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
 
 dozely::Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
 {
-    QString error;
-    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath(), &error);
-    const auto plugIn = bundle ? m_loader.make(bundle, &error) : nullptr;
+    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath());
+    if (!bundle)
+        return bundle.error();
+    const auto plugIn = m_loader.make(*bundle);
     if (!plugIn)
-        return dozely::Error{error};
-    if (auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(plugIn))
+        return plugIn.error();
+    if (auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(*plugIn))
         return daemonPlugIn;
     return dozely::Error{
-        QString("The module of %1 makes no plug-in for the daemon").arg(logLabel(bundle->bundlePath()))};
+        QString("The module of %1 makes no plug-in for the daemon").arg(logLabel((*bundle)->bundlePath()))};
 }
 
 void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn)

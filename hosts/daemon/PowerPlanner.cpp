@@ -191,10 +191,15 @@ std::optional<PowerPlanner::Needs> PowerPlanner::askPlugIn(const Schedule &sched
                                                            QHash<QString, std::shared_ptr<NSBundle>> &bundles)
 {
     const QString path = schedule.fullBundlePath();
-    if (!bundles.contains(path))
-        bundles.insert(path, m_loader.bundle(path));
+    if (!bundles.contains(path)) {
+        const auto found = m_loader.bundle(path);
+        bundles.insert(path, found ? *found : nullptr);
+    }
     const auto bundle = bundles.value(path);
-    const auto plugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(bundle ? m_loader.make(bundle) : nullptr);
+    if (!bundle)
+        return {};
+    const auto made = m_loader.make(bundle);
+    const auto plugIn = made ? std::dynamic_pointer_cast<WDDaemonPlugIn>(*made) : nullptr;
     if (!plugIn)
         return {};
     Needs needs;

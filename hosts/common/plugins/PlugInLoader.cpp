@@ -9,14 +9,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace
-{
-void set(QString *error, const QString &sentence)
-{
-    if (error)
-        *error = sentence;
-}
-} // namespace
+using namespace dozely;
 
 PlugInLoader::PlugInLoader(QString roleKey, QList<Source> sources, Maker withoutModule)
     : m_roleKey(std::move(roleKey)), m_sources(std::move(sources)), m_withoutModule(std::move(withoutModule))
@@ -28,17 +21,13 @@ PlugInLoader::~PlugInLoader()
     terminateClasses();
 }
 
-std::shared_ptr<NSBundle> PlugInLoader::bundle(const QString &path, QString *error) const
+Result<std::shared_ptr<NSBundle>> PlugInLoader::bundle(const QString &path) const
 {
     const QString label = logLabel(path);
-    if (!path.startsWith('/') || path.contains(QChar(0)) || QDir::cleanPath(path) != path) {
-        set(error, QString("%1 is not a bundle's path").arg(label));
-        return nullptr;
-    }
-    if (!QFileInfo(path).isDir()) {
-        set(error, QString("There is no bundle %1").arg(label));
-        return nullptr;
-    }
+    if (!path.startsWith('/') || path.contains(QChar(0)) || QDir::cleanPath(path) != path)
+        return Error{QString("%1 is not a bundle's path").arg(label)};
+    if (!QFileInfo(path).isDir())
+        return Error{QString("There is no bundle %1").arg(label)};
     QString why = "it lies in no folder of plug-ins";
     for (const Source &source : m_sources) {
         if (!source.folder.isEmpty() && !path.startsWith(source.folder + '/'))
@@ -47,16 +36,14 @@ std::shared_ptr<NSBundle> PlugInLoader::bundle(const QString &path, QString *err
             why = trusted.error().text + '.';
             continue;
         }
-        auto bundle = NSBundle::bundleWithPath(path);
-        if (!bundle)
-            set(error, QString("%1 is not a bundle").arg(label));
-        return bundle;
+        if (auto bundle = NSBundle::bundleWithPath(path))
+            return bundle;
+        return Error{QString("%1 is not a bundle").arg(label)};
     }
-    set(error, QString("The bundle %1 is not trusted: %2").arg(label, logLabel(why)));
-    return nullptr;
+    return Error{QString("The bundle %1 is not trusted: %2").arg(label, logLabel(why))};
 }
 
-std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bundle, QString *error)
+Result<std::shared_ptr<WDPlugIn>> PlugInLoader::make(const std::shared_ptr<NSBundle> &bundle)
 {
     const QString path = bundle->bundlePath();
     const QString moduleName = bundle->objectForInfoDictionaryKey(m_roleKey).toString();
@@ -66,14 +53,11 @@ std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bu
         const LoadedClass loaded = known != m_classes.cend() ? *known : load(bundle, moduleName);
         if (loaded.factory) // what cannot be loaded may be mended meanwhile: look again at the next use
             m_classes.insert(path, loaded);
-        if (!loaded.refusal.isEmpty()) {
-            set(error, loaded.refusal);
-            return nullptr;
-        }
+        if (!loaded.refusal.isEmpty())
+            return Error{loaded.refusal};
         factory = loaded.factory;
     } else if (!m_withoutModule) {
-        set(error, QString("The bundle %1 names no \"%2\"").arg(logLabel(path), m_roleKey));
-        return nullptr;
+        return Error{QString("The bundle %1 names no \"%2\"").arg(logLabel(path), m_roleKey)};
     }
     std::shared_ptr<WDPlugIn> plugIn;
     const auto thrown = thrownBy([&] {
@@ -83,9 +67,8 @@ std::shared_ptr<WDPlugIn> PlugInLoader::make(const std::shared_ptr<NSBundle> &bu
     });
     if (plugIn && !thrown)
         return plugIn;
-    set(error, QString("The plug-in of %1 cannot be made: %2")
-                   .arg(logLabel(path), thrown.value_or("its factory made nothing")));
-    return nullptr;
+    return Error{QString("The plug-in of %1 cannot be made: %2")
+                     .arg(logLabel(path), thrown.value_or("its factory made nothing"))};
 }
 
 PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bundle,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QHash>
@@ -12,7 +13,7 @@
 
 /// Makes plug-in objects of one role from bundles that nobody but trusted users can have put there.
 ///
-/// Every failure is an empty result and one sentence; nothing that a bundle throws gets out.
+/// Nothing that a bundle throws gets out: it is an error like any other.
 /// THREADING: the main thread. OWNERSHIP: modules stay loaded for the life of the process.
 class PlugInLoader
 {
@@ -34,13 +35,13 @@ public:
     PlugInLoader(const PlugInLoader &) = delete;
     PlugInLoader &operator=(const PlugInLoader &) = delete;
 
-    /// The bundle at the full path `path`, its trust checked; null with `error` a sentence.
-    std::shared_ptr<NSBundle> bundle(const QString &path, QString *error = nullptr) const;
+    /// The bundle at the full path `path`, its trust checked; never null.
+    dozely::Result<std::shared_ptr<NSBundle>> bundle(const QString &path) const;
 
     /// A new plug-in object of the bundle, its bundle set. The module's factory is initialised once, at its
     /// first use; one that refuses is not asked again, while a module that cannot be loaded is looked for at
-    /// each use. Null with `error` a sentence.
-    std::shared_ptr<WDPlugIn> make(const std::shared_ptr<NSBundle> &bundle, QString *error = nullptr);
+    /// each use. Never null.
+    dozely::Result<std::shared_ptr<WDPlugIn>> make(const std::shared_ptr<NSBundle> &bundle);
 
     /// Tells every initialised factory that the host is done with it.
     void terminateClasses();

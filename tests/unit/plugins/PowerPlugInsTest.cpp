@@ -28,11 +28,10 @@ protected:
     template<class PlugIn>
     std::shared_ptr<PlugIn> make(PlugInLoader &loader, const QString &name) const
     {
-        QString error;
-        const auto bundle = loader.bundle(install(name), &error);
-        const auto plugIn = bundle ? loader.make(bundle, &error) : nullptr;
-        EXPECT_EQ(error, QString());
-        return std::dynamic_pointer_cast<PlugIn>(plugIn);
+        const auto bundle = loader.bundle(install(name));
+        const auto plugIn = bundle ? loader.make(*bundle) : bundle.error();
+        EXPECT_TRUE(plugIn) << plugIn.error().text.toStdString();
+        return plugIn ? std::dynamic_pointer_cast<PlugIn>(*plugIn) : nullptr;
     }
     static QList<PlugInLoader::Source> anywhere() { return {{QString(), {*RootFolder::owner()}}}; }
 

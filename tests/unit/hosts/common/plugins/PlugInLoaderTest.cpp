@@ -17,9 +17,10 @@ protected:
     /// Makes a plug-in; the sentence of its failure is kept.
     std::shared_ptr<WDPlugIn> make(const QString &fixedPath)
     {
-        error.clear();
-        const auto bundle = loader.bundle(root.join(fixedPath), &error);
-        return bundle ? loader.make(bundle, &error) : nullptr;
+        const auto bundle = loader.bundle(root.join(fixedPath));
+        const auto plugIn = bundle ? loader.make(*bundle) : bundle.error();
+        error = plugIn ? QString() : plugIn.error().text;
+        return plugIn ? *plugIn : nullptr;
     }
     /// The sentence with which making a plug-in of a bundle with this module fails.
     std::string failureOf(const QString &module)
@@ -46,7 +47,9 @@ TEST_F(PlugInLoaderTest, MakesThePlugInOfItsRole)
     PlugInLoader forAgents("WDUserAgentModule", trusted());
     const auto bundle = forAgents.bundle(root.join(makeProbe()));
     ASSERT_TRUE(bundle);
-    EXPECT_TRUE(dynamic_cast<WDUserAgentPlugIn *>(forAgents.make(bundle).get()));
+    const auto plugIn = forAgents.make(*bundle);
+    ASSERT_TRUE(plugIn);
+    EXPECT_TRUE(dynamic_cast<WDUserAgentPlugIn *>(plugIn->get()));
 }
 
 TEST_F(PlugInLoaderTest, InitialisesAClassOnceAndTerminatesItAtTheEnd)
@@ -55,7 +58,7 @@ TEST_F(PlugInLoaderTest, InitialisesAClassOnceAndTerminatesItAtTheEnd)
     {
         PlugInLoader shortLived("WDDaemonModule", trusted());
         for (int i = 0; i < 2; ++i)
-            EXPECT_TRUE(shortLived.make(shortLived.bundle(root.join(path))));
+            EXPECT_TRUE(shortLived.make(*shortLived.bundle(root.join(path))));
         EXPECT_EQ(messages(), QStringList{"Probe initialised"});
     }
     EXPECT_EQ(messages(), QStringList({"Probe initialised", "Probe terminated"}));
@@ -78,8 +81,9 @@ TEST_F(PlugInLoaderTest, RefusesPathsThatAreNotPlainAndAbsolute)
 {
     makeProbe();
     for (const QString path : {"", "relative.plugin", "/a/../b.plugin"}) {
-        EXPECT_FALSE(loader.bundle(path, &error));
-        EXPECT_THAT(error.toStdString(), HasSubstr("is not a bundle's path"));
+        const auto bundle = loader.bundle(path);
+        ASSERT_FALSE(bundle);
+        EXPECT_THAT(bundle.error().text.toStdString(), HasSubstr("is not a bundle's path"));
     }
 }
 
@@ -94,9 +98,9 @@ TEST_F(PlugInLoaderTest, ServesABundleWithoutModuleByTheBaseClassWhereThereIsOne
     PlugInLoader withBase("WDDaemonModule", trusted(), [] { return std::make_unique<WDDaemonPlugIn>(); });
     const auto bundle = withBase.bundle(root.join(makeBundle("Bare", {{"CFBundleIdentifier", "bare"}}, {})));
     ASSERT_TRUE(bundle);
-    const auto plugIn = withBase.make(bundle);
+    const auto plugIn = withBase.make(*bundle);
     ASSERT_TRUE(plugIn);
-    EXPECT_EQ(plugIn->pluginIdentifier(), "bare");
+    EXPECT_EQ((*plugIn)->pluginIdentifier(), "bare");
 }
 
 TEST_F(PlugInLoaderTest, SaysThatAModuleIsMissing)
@@ -161,8 +165,9 @@ TEST_F(PlugInLoaderTest, SaysThatAFactoryMadeNothing)
     const auto bundle =
         forPanes.bundle(root.join(makeBundle("Odd", {{"WDPrefPaneModule", "ProbePlugIn.so"}})));
     ASSERT_TRUE(bundle);
-    EXPECT_FALSE(forPanes.make(bundle, &error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("its factory made nothing"));
+    const auto plugIn = forPanes.make(*bundle);
+    ASSERT_FALSE(plugIn);
+    EXPECT_THAT(plugIn.error().text.toStdString(), HasSubstr("its factory made nothing"));
 }
 
 TEST_F(PlugInLoaderTest, RefusesABundleThatOthersMayWrite)
@@ -177,15 +182,17 @@ TEST_F(PlugInLoaderTest, RefusesABundleThatOthersMayWrite)
 TEST_F(PlugInLoaderTest, RefusesABundleOfAUserWhoIsNotTrusted)
 {
     PlugInLoader ofAnother("WDDaemonModule", {{QString(), {::geteuid() + 1}}});
-    EXPECT_FALSE(ofAnother.bundle(root.join(makeProbe()), &error));
-    EXPECT_THAT(error.toStdString(), HasSubstr("belongs to user"));
+    const auto bundle = ofAnother.bundle(root.join(makeProbe()));
+    ASSERT_FALSE(bundle);
+    EXPECT_THAT(bundle.error().text.toStdString(), HasSubstr("belongs to user"));
 }
 
 TEST_F(PlugInLoaderTest, TrustsFurtherOwnersOnlyBelowTheirFolder)
 {
     PlugInLoader loaderOfTwo("WDDaemonModule",
                              {{QString(), {::geteuid() + 1}}, {root.join(plugIns), {::geteuid()}}});
-    EXPECT_TRUE(loaderOfTwo.bundle(root.join(makeProbe()), &error)) << error.toStdString();
+    const auto bundle = loaderOfTwo.bundle(root.join(makeProbe()));
+    EXPECT_TRUE(bundle) << bundle.error().text.toStdString();
     ASSERT_TRUE(QDir().rename(root.join(QString(plugIns) + "/Probe.plugin"), root.join("/Probe.plugin")));
     EXPECT_FALSE(loaderOfTwo.bundle(root.join("/Probe.plugin")));
 }
