@@ -63,9 +63,14 @@ std::optional<Question> questionFor(const sockaddr &address)
 const nlmsghdr *receive(int socket, uint32_t sequence, Answer &buffer)
 {
     for (;;) {
-        const ssize_t size = ::recv(socket, buffer.data(), buffer.size(), 0);
+        sockaddr_nl sender{};
+        socklen_t senderSize = sizeof sender;
+        const ssize_t size = ::recvfrom(socket, buffer.data(), buffer.size(), 0,
+                                        reinterpret_cast<sockaddr *>(&sender), &senderSize);
         if (size <= 0)
             return nullptr;
+        if (sender.nl_pid != 0)
+            continue; // another process may write to this socket; only the kernel is believed
         const auto *header = reinterpret_cast<const nlmsghdr *>(buffer.data());
         if (!NLMSG_OK(header, static_cast<size_t>(size)))
             return nullptr;

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Export.h"
+
 #include <cstdint>
 
 struct sockaddr;
 
 /// Asks the kernel's routing table which way a packet would take. No packet is made.
-class RouteQuery
+class DOZELYKIT_AUTOTEST_EXPORT RouteQuery
 {
 public:
     enum class Way {
