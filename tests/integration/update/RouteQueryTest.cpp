@@ -57,8 +57,8 @@ public:
         sockaddr_nl receiver{};
         receiver.nl_family = AF_NETLINK;
         receiver.nl_pid = socket;
-        EXPECT_EQ(::sendto(m_socket, &answer, sizeof answer, 0,
-                           reinterpret_cast<const sockaddr *>(&receiver), sizeof receiver),
+        EXPECT_EQ(::sendto(m_socket, &answer, sizeof answer, 0, reinterpret_cast<const sockaddr *>(&receiver),
+                           sizeof receiver),
                   static_cast<ssize_t>(sizeof answer));
     }
 

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Export.h"
-
-#include <cstdint>
+#include "DozelyKit/system/network/linux/RouteSocket_p.h"
 
 struct sockaddr;
 
@@ -17,17 +15,11 @@ public:
         Open,
     };
 
-    RouteQuery();
-    ~RouteQuery();
-    RouteQuery(const RouteQuery &) = delete;
-    RouteQuery &operator=(const RouteQuery &) = delete;
-
-    bool isOpen() const { return m_socket >= 0; }
+    bool isOpen() const { return m_kernel.isOpen(); }
 
     /// The way to an IPv4 or IPv6 address; to any other, and when the kernel does not answer, none.
     Way wayTo(const sockaddr &address);
 
 private:
-    int m_socket;
-    uint32_t m_sequence = 0;
+    RouteSocket m_kernel;
 };
