@@ -12,7 +12,6 @@ constexpr char busName[] = "org.freedesktop.DBus";
 constexpr char busPath[] = "/org/freedesktop/DBus";
 constexpr std::chrono::seconds handOverLimit{2};
 constexpr std::chrono::seconds answerLimit{5};
-constexpr std::chrono::seconds betweenAttempts{30};
 
 // A process that connects to the bus again and again has a new name each time.
 constexpr size_t mostUsers = 256;
@@ -24,28 +23,14 @@ constexpr int mostWaitingOfOne = 64; // and no single connection takes it all
 } // namespace
 
 DistributedBus::DistributedBus(BusConnection::Bus bus, Handler handler)
-    : m_kind(bus), m_handler(std::move(handler))
+    : m_handler(std::move(handler)),
+      m_bus(bus, busName,
+            {.opened = [this] { subscribe(); },
+             .isAway = [this](auto, const QString &) { busIsLost(); }}) // without a line: see setNames
 {
 }
 
-bool DistributedBus::open(QString *reason)
-{
-    BusConnection::Failure failure;
-    m_bus = BusConnection::open(m_kind, &failure);
-    if (!m_bus) {
-        *reason = QString("there is no message bus (%1)").arg(failure.text);
-        return false;
-    }
-    m_bus->onDisconnected([this] {
-        close();
-        retryLater();
-    });
-    if (isWanted())
-        subscribe();
-    return true;
-}
-
-void DistributedBus::close()
+void DistributedBus::busIsLost()
 {
     m_subscriptions.clear();
     m_asked.clear();
@@ -53,22 +38,8 @@ void DistributedBus::close()
     m_usersInOrder.clear();
     for (Waiting &waiting : m_waiting)
         waiting.isKnown = true; // as far as it ever will be
-    m_bus.reset();
     QMetaObject::invokeMethod(
         &m_context, [this] { deliver(); }, Qt::QueuedConnection);
-}
-
-void DistributedBus::retryLater()
-{
-    if (!isWanted() || m_isRetrying)
-        return;
-    m_isRetrying = true;
-    Platform::current().clock->callAfter(betweenAttempts, &m_context, [this] {
-        m_isRetrying = false;
-        QString reason;
-        if (!m_bus && isWanted() && !open(&reason))
-            retryLater(); // without a line: nothing was lost that anybody sent from here
-    });
 }
 
 bool DistributedBus::post(const DistributedMessage &message, QString *reason)
@@ -77,20 +48,21 @@ bool DistributedBus::post(const DistributedMessage &message, QString *reason)
     // A bus that was restarted is noticed only now, when nothing was heard from it before.
     constexpr int attempts = 2;
     for (int i = 0; i < attempts && !deadline.hasExpired(); ++i) {
-        if (!m_bus && !open(reason))
+        if (const auto opened = m_bus.open(); !opened) {
+            *reason = QString("there is no message bus (%1)").arg(opened.error().text);
             return false;
+        }
         BusConnection::Failure failure;
         // The answer to a question that comes after the signal shows that the bus has both: a program may
         // post and end.
-        if (m_bus->emitSignal(DistributedMessage::path, DistributedMessage::interface,
-                              DistributedMessage::signalName, message.signature, message.arguments,
-                              &failure) &&
-            m_bus->call({busName, busPath, busName, "GetId"}, {}, {}, deadline, &failure))
+        if (m_bus.bus()->emitSignal(DistributedMessage::path, DistributedMessage::interface,
+                                    DistributedMessage::signalName, message.signature, message.arguments,
+                                    &failure) &&
+            m_bus.bus()->call({busName, busPath, busName, "GetId"}, {}, {}, deadline, &failure))
             return true;
         *reason = failure.text;
-        close();
+        m_bus.close();
     }
-    retryLater();
     return false;
 }
 
@@ -100,13 +72,12 @@ void DistributedBus::setNames(const QSet<QString> &names, bool everyName)
         return;
     m_names = names;
     m_everyName = everyName;
-    if (m_bus) {
+    if (m_bus.bus())
         subscribe();
-        return;
-    }
-    QString reason;
-    if (isWanted() && !open(&reason))
-        retryLater(); // without a line: many processes have no session
+    if (isWanted())
+        m_bus.keepOpen(Platform::current().clock); // no line when it is not there: many have no session
+    else
+        m_bus.stopKeeping();
 }
 
 void DistributedBus::subscribe()
@@ -119,11 +90,11 @@ void DistributedBus::subscribe()
     Source source{
         {}, DistributedMessage::path, DistributedMessage::interface, DistributedMessage::signalName};
     if (m_everyName) {
-        subscriptions.push_back(m_bus->subscribe(source, heardThis));
+        subscriptions.push_back(m_bus.bus()->subscribe(source, heardThis));
     } else {
         for (const QString &name : m_names) {
             source.firstText = name;
-            subscriptions.push_back(m_bus->subscribe(source, heardThis));
+            subscriptions.push_back(m_bus.bus()->subscribe(source, heardThis));
         }
     }
     m_subscriptions = std::move(subscriptions);
@@ -154,13 +125,13 @@ void DistributedBus::heard(const BusConnection::Signal &signal)
 void DistributedBus::ask(const QByteArray &sender)
 {
     m_asked += sender;
-    m_bus->callLater({busName, busPath, busName, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)},
-                     answerLimit, [this, sender](const std::optional<QVariantList> &values, const auto &) {
-                         const QVariant answer = values ? values->value(0) : QVariant();
-                         // A poster that has gone is unknown, never user 0.
-                         learn(sender, answer.typeId() == QMetaType::UInt ? std::optional(answer.toUInt())
-                                                                          : std::nullopt);
-                     });
+    m_bus.bus()->callLater(
+        {busName, busPath, busName, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)}, answerLimit,
+        [this, sender](const std::optional<QVariantList> &values, const auto &) {
+            const QVariant answer = values ? values->value(0) : QVariant();
+            // A poster that has gone is unknown, never user 0.
+            learn(sender, answer.typeId() == QMetaType::UInt ? std::optional(answer.toUInt()) : std::nullopt);
+        });
 }
 
 void DistributedBus::learn(const QByteArray &sender, const std::optional<quint32> &user)

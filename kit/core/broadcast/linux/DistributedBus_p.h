@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
 
 #include <QHash>
 #include <QObject>
@@ -41,22 +41,18 @@ private:
     };
 
     bool isWanted() const { return m_everyName || !m_names.isEmpty(); }
-    bool open(QString *reason);
-    void close();
-    void retryLater();
+    void busIsLost();
     void subscribe();
     void heard(const BusConnection::Signal &signal);
     void ask(const QByteArray &sender);
     void learn(const QByteArray &sender, const std::optional<quint32> &user);
     void deliver();
 
-    BusConnection::Bus m_kind;
     Handler m_handler;
-    std::unique_ptr<BusConnection> m_bus;
+    BusService m_bus; ///< The bus itself is the service.
     std::vector<std::unique_ptr<BusConnection::Subscription>> m_subscriptions;
     QSet<QString> m_names;
     bool m_everyName = false;
-    bool m_isRetrying = false;
 
     std::deque<Waiting> m_waiting;
     qsizetype m_waitingSize = 0;

@@ -20,9 +20,14 @@ constexpr char cancelKey[] = "cancel";
 constexpr char noReply[] = "org.freedesktop.DBus.Error.NoReply";
 
 /// A server's words for the log: on one line, and not many of them.
+QString quotable(const QString &text)
+{
+    return logLabel(text).simplified();
+}
+
 QString quotable(const BusConnection::Failure &failure)
 {
-    return logLabel(failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text).simplified();
+    return quotable(failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text);
 }
 
 QVariantMap hints()
@@ -36,74 +41,86 @@ QVariantMap hints()
 }
 } // namespace
 
-UserNotificationServer::UserNotificationServer(Handlers handlers) : m_handlers(std::move(handlers)) {}
+UserNotificationServer::UserNotificationServer(Handlers handlers)
+    : m_handlers(std::move(handlers)),
+      m_service(BusConnection::Bus::Session, service,
+                {.isThere = [this](const QByteArray &) { isThere(); },
+                 .isAway = [this](BusService::Absence why, const QString &text) { isAway(why, text); }})
+{
+}
 
 UserNotificationServer::~UserNotificationServer() = default;
 
 void UserNotificationServer::need()
 {
     m_isNeeded = true;
-    if (!m_bus) {
-        BusConnection::Failure failure;
-        m_bus = BusConnection::open(BusConnection::Bus::Session, &failure);
-        if (!m_bus) {
-            fail("no session bus: " + quotable(failure));
-            return;
-        }
-        m_bus->onDisconnected([this] { busHasGone(); });
-        m_ownership = m_bus->watchOwner(service, [this](const QByteArray &owner) { ownerHasChanged(owner); });
-    } else if (!m_ownerIsKnown) {
+    if (!m_service.bus())
+        static_cast<void>(m_service.open()); // isAway says why not
+    else if (!m_service.owner())
         return; // the bus has been asked
-    } else if (m_owner.isEmpty()) {
-        start();
-    } else {
+    else if (m_service.isThere())
         readCapabilities();
+    else
+        start();
+}
+
+void UserNotificationServer::isThere()
+{
+    forgetServer();
+    if (std::exchange(m_hasServer, true))
+        serverIsLost();
+    else if (m_isNeeded)
+        readCapabilities();
+}
+
+void UserNotificationServer::isAway(BusService::Absence why, const QString &text)
+{
+    forgetServer();
+    m_hasServer = false;
+    switch (why) {
+    case BusService::Absence::NoBus:
+        fail("no session bus: " + quotable(text));
+        break;
+    case BusService::Absence::BusLost:
+        m_isStarting = false;
+        if (m_isNeeded)
+            fail("the session bus has gone away");
+        break;
+    case BusService::Absence::NotRunning:
+        if (m_isNeeded)
+            start();
+        break;
+    case BusService::Absence::Ended:
+        serverIsLost();
+        break;
     }
 }
 
-void UserNotificationServer::ownerHasChanged(const QByteArray &owner)
+void UserNotificationServer::forgetServer()
 {
-    const bool hadServer = !std::exchange(m_owner, owner).isEmpty();
     ++m_epoch;
-    m_ownerIsKnown = true;
-    m_isReady = false;
-    m_isAsked = false;
-    m_hasToldMissingActions = false;
+    m_isReady = m_isAsked = m_hasToldMissingActions = false;
     m_signals.reset();
-    if (hadServer) {
-        // Not asked again by itself: a server that dies of each attempt would be started for ever.
-        m_isNeeded = false;
-        m_handlers.lost();
-    } else if (m_isNeeded && owner.isEmpty()) {
-        start();
-    } else if (m_isNeeded) {
-        readCapabilities();
-    }
 }
 
-void UserNotificationServer::busHasGone()
+void UserNotificationServer::serverIsLost()
 {
-    m_signals.reset();
-    m_ownership.reset();
-    m_bus.reset();
-    m_owner.clear();
-    ++m_epoch;
-    m_ownerIsKnown = m_isStarting = m_isAsked = m_isReady = false;
-    if (m_isNeeded)
-        fail("the session bus has gone away");
+    // Not asked again by itself: a server that dies of each attempt would be started for ever.
+    m_isNeeded = false;
+    m_handlers.lost();
 }
 
 void UserNotificationServer::start()
 {
     if (std::exchange(m_isStarting, true))
         return;
-    m_bus->callLater(
+    m_service.bus()->callLater(
         {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName"}, "su",
         {QString(service), 0U}, startLimit,
         [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
             m_isStarting = false;
             // A server that has come was told of before this answer.
-            if (m_isNeeded && m_owner.isEmpty())
+            if (m_isNeeded && !m_service.isThere())
                 fail("no notification server: " +
                      (values ? QString("it was started and is not there") : quotable(failure)));
         });
@@ -113,8 +130,8 @@ void UserNotificationServer::readCapabilities()
 {
     if (std::exchange(m_isAsked, true))
         return;
-    m_signals = m_bus->subscribe({m_owner, path, service, {}},
-                                 [this](const BusConnection::Signal &signal) { signalHasCome(signal); });
+    m_signals = m_service.subscribe(path, service, {},
+                                    [this](const BusConnection::Signal &signal) { signalHasCome(signal); });
     call("GetCapabilities", {}, {},
          [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
              capabilitiesHaveCome(values, failure);
@@ -146,12 +163,13 @@ void UserNotificationServer::fail(const QString &why)
 void UserNotificationServer::call(const QByteArray &method, const QByteArray &signature,
                                   const QVariantList &arguments, BusConnection::ReplyHandler handler)
 {
-    m_bus->callLater({m_owner, path, service, method}, signature, arguments, answerLimit,
-                     [this, epoch = m_epoch, handler = std::move(handler)](
-                         const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
-                         if (epoch == m_epoch)
-                             handler(values, failure);
-                     });
+    m_service.bus()->callLater(
+        {*m_service.owner(), path, service, method}, signature, arguments, answerLimit,
+        [this, epoch = m_epoch, handler = std::move(handler)](const std::optional<QVariantList> &values,
+                                                              const BusConnection::Failure &failure) {
+            if (epoch == m_epoch)
+                handler(values, failure);
+        });
 }
 
 void UserNotificationServer::notify(const Content &content, quint32 replaced, NotifyHandler handler)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
 
 #include <QStringList>
 
@@ -53,8 +53,10 @@ public:
     void close(quint32 id, Failures failures);
 
 private:
-    void ownerHasChanged(const QByteArray &owner);
-    void busHasGone();
+    void isThere();
+    void isAway(BusService::Absence why, const QString &text);
+    void forgetServer();
+    void serverIsLost();
     void start();
     void readCapabilities();
     void capabilitiesHaveCome(const std::optional<QVariantList> &values,
@@ -65,13 +67,11 @@ private:
               BusConnection::ReplyHandler handler);
 
     Handlers m_handlers;
-    std::unique_ptr<BusConnection> m_bus;
-    std::unique_ptr<BusConnection::Subscription> m_ownership;
+    BusService m_service;
     std::unique_ptr<BusConnection::Subscription> m_signals; // of the present owner
-    QByteArray m_owner;                                     // unique name; empty for none
     quint64 m_epoch = 0;                                    // counts owners
     QStringList m_capabilities;
-    bool m_ownerIsKnown = false;
+    bool m_hasServer = false;
     bool m_isNeeded = false;
     bool m_isStarting = false;
     bool m_isAsked = false; // for its capabilities

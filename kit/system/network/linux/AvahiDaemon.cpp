@@ -14,12 +14,19 @@ namespace
 constexpr char service[] = "org.freedesktop.Avahi";
 constexpr char serverInterface[] = "org.freedesktop.Avahi.Server";
 constexpr std::chrono::seconds answerLimit{30}; // the bus may have to start the daemon first
-constexpr std::chrono::seconds betweenAttempts{10};
 
 // What the daemon says of itself (avahi-common/defs.h).
 constexpr int isRunning = 2;
 constexpr int hasFailed = 4;
 } // namespace
+
+AvahiDaemon::AvahiDaemon()
+    : m_service(BusConnection::Bus::System, service,
+                {.opened = [this] { busIsOpen(); },
+                 .isThere = [this](const QByteArray &) { isThere(); },
+                 .isAway = [this](BusService::Absence why, const QString &text) { isAway(why, text); }})
+{
+}
 
 AvahiDaemon::~AvahiDaemon() = default;
 
@@ -32,7 +39,7 @@ void AvahiDaemon::add(User &user)
         &m_context,
         [this, isFirst] {
             if (isFirst)
-                open();
+                m_service.keepOpen(Platform::current().clock);
             else if (m_state != State::Unknown)
                 tellNewUsers();
         },
@@ -58,64 +65,53 @@ void AvahiDaemon::call(const QByteArray &path, const QByteArray &interface, cons
                        const QByteArray &signature, const QVariantList &arguments,
                        BusConnection::ReplyHandler handler)
 {
-    if (m_bus)
-        m_bus->callLater({service, path, interface, name}, signature, arguments, answerLimit,
-                         std::move(handler));
+    if (BusConnection *const bus = m_service.bus())
+        bus->callLater({service, path, interface, name}, signature, arguments, answerLimit,
+                       std::move(handler));
 }
 
 void AvahiDaemon::free(const QByteArray &path, const QByteArray &interface)
 {
     // Not while the daemon is away: the bus would start it only to be told to forget what it does not know.
-    if (!path.isEmpty() && !m_ownerName.isEmpty())
+    if (!path.isEmpty() && m_service.isThere())
         call(path, interface, "Free", {}, {}, [](const auto &, const auto &) {});
 }
 
 std::unique_ptr<BusConnection::Subscription> AvahiDaemon::subscribe(const QByteArray &interface,
                                                                     BusConnection::SignalHandler handler)
 {
-    return m_bus ? m_bus->subscribe({service, {}, interface, {}}, std::move(handler)) : nullptr;
+    return m_service.subscribe({}, interface, {}, std::move(handler));
 }
 
-void AvahiDaemon::open()
+void AvahiDaemon::busIsOpen()
 {
-    BusConnection::Failure failure;
-    m_bus = BusConnection::open(BusConnection::Bus::System, &failure);
-    if (!m_bus) {
-        become(State::Away, failure.text);
-        retryLater();
-        return;
-    }
-    m_bus->onDisconnected([this] {
-        m_owner.reset();
-        m_states.reset();
-        m_ownerName.clear();
-        become(State::Away, "the bus has gone away");
-        m_bus.reset();
-        retryLater();
-    });
-    m_states = m_bus->subscribe(
-        {service, "/", serverInterface, "StateChanged"},
+    m_states = m_service.subscribe(
+        "/", serverInterface, "StateChanged",
         [this](const BusConnection::Signal &signal) { stateChanged(signal.arguments.value(0).toInt()); });
-    m_owner = m_bus->watchOwner(service, [this](const QByteArray &owner) { ownerChanged(owner); });
     askForState(); // which lets the bus start a daemon that is not running
 }
 
-void AvahiDaemon::retryLater()
+void AvahiDaemon::isThere()
 {
-    Platform::current().clock->callAfter(betweenAttempts, &m_context, [this] { open(); });
+    if (m_state == State::Ready)
+        become(State::Starting); // another process: what the former one made is gone
+    askForState();
 }
 
-void AvahiDaemon::ownerChanged(const QByteArray &owner)
+void AvahiDaemon::isAway(BusService::Absence why, const QString &text)
 {
-    if (owner == m_ownerName)
-        return;
-    m_ownerName = owner;
-    if (owner.isEmpty())
+    switch (why) {
+    case BusService::Absence::NoBus:
+        become(State::Away, text);
+        break;
+    case BusService::Absence::BusLost:
+        become(State::Away, "the bus has gone away");
+        break;
+    case BusService::Absence::NotRunning:
+        break; // it has been asked for its state, and the bus tells whether it could be started
+    case BusService::Absence::Ended:
         become(State::Away, "the daemon has ended");
-    else {
-        if (m_state == State::Ready)
-            become(State::Starting); // another process: what the former one made is gone
-        askForState();
+        break;
     }
 }
 
@@ -125,7 +121,7 @@ void AvahiDaemon::askForState()
          [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
              if (values)
                  stateChanged(values->value(0).toInt());
-             else if (m_ownerName.isEmpty())
+             else if (!m_service.isThere())
                  become(State::Away, failure.text);
          });
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
 
 #include <QObject>
 
@@ -27,7 +27,7 @@ public:
         virtual void daemonIsNotReady(bool isAway, const QString &text) = 0;
     };
 
-    AvahiDaemon() = default;
+    AvahiDaemon();
     ~AvahiDaemon();
     AvahiDaemon(const AvahiDaemon &) = delete;
     AvahiDaemon &operator=(const AvahiDaemon &) = delete;
@@ -53,21 +53,19 @@ public:
 private:
     enum class State { Unknown, Away, Starting, Ready };
 
-    void open();
-    void ownerChanged(const QByteArray &owner);
+    void busIsOpen();
+    void isThere();
+    void isAway(BusService::Absence why, const QString &text);
     void askForState();
     void stateChanged(int state);
     void become(State state, const QString &text = {});
     void tell(User &user);
     void tellNewUsers();
-    void retryLater();
 
     std::vector<User *> m_users;
     std::vector<User *> m_newUsers; ///< Those of them that have not been told anything yet.
-    std::unique_ptr<BusConnection> m_bus;
-    std::unique_ptr<BusConnection::Subscription> m_owner;
+    BusService m_service;
     std::unique_ptr<BusConnection::Subscription> m_states;
-    QByteArray m_ownerName;
     QObject m_context; ///< Of what is to happen later.
     bool m_isUsed = false;
     State m_state = State::Unknown;

@@ -8,7 +8,6 @@
 
 #include <QPointer>
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -23,8 +22,6 @@ constexpr char managerInterface[] = "org.freedesktop.login1.Manager";
 constexpr seconds findingTime{2};
 constexpr seconds orderTime{10};
 constexpr seconds answerTime{10};
-constexpr std::chrono::milliseconds firstReconnect{1000};
-constexpr std::chrono::milliseconds longestReconnect{60'000};
 constexpr seconds absenceTime{10}; // a restart takes less, and is nobody's business
 constexpr seconds repetitionTime{30};
 constexpr seconds overTime{30};
@@ -57,7 +54,7 @@ public:
         m_power->m_actionLocks.push_back(&m_lock);
         m_power->connectToBus();
         if (m_power->m_isReachable)
-            m_lock.setManager(m_power->m_bus.get());
+            m_lock.setManager(m_power->m_manager.bus());
         m_lock.take();
     }
 
@@ -91,7 +88,10 @@ private:
 
 LogindPower::LogindPower(Preparation preparation)
     : m_preparation(std::move(preparation)),
-      m_reconnectDelay(firstReconnect),
+      m_manager(BusConnection::Bus::System, service,
+                {.opened = [this] { hearAnnouncements(); },
+                 .isThere = [this](const QByteArray &) { managerIs(m_manager.bus()); },
+                 .isAway = [this](auto, const QString &) { managerIs(nullptr); }}),
       m_delayLock({"sleep:shutdown", "Schedules are made ready before the machine stops", "delay"})
 {
 }
@@ -127,54 +127,35 @@ void LogindPower::stopListening()
 
 void LogindPower::connectToBus()
 {
-    if (m_bus)
+    if (m_manager.bus())
         return;
     if (!m_isReachable)
         setReachable(false);
-    m_bus = BusConnection::open(BusConnection::Bus::System);
-    if (!m_bus) {
-        connectLater();
-        return;
-    }
-    m_bus->onDisconnected([this] { busLost(); });
+    m_manager.keepOpen(Platform::current().clock);
+}
+
+void LogindPower::hearAnnouncements()
+{
     const auto hear = [this](const char *name, void (LogindPower::*handler)(bool)) {
-        m_subscriptions.push_back(m_bus->subscribe({service, managerPath, managerInterface, name},
-                                                   [this, handler](const BusConnection::Signal &signal) {
-                                                       const QVariant begins = signal.arguments.value(0);
-                                                       if (begins.typeId() == QMetaType::Bool)
-                                                           (this->*handler)(begins.toBool());
-                                                   }));
+        return m_manager.subscribe(managerPath, managerInterface, name,
+                                   [this, handler](const BusConnection::Signal &signal) {
+                                       const QVariant begins = signal.arguments.value(0);
+                                       if (begins.typeId() == QMetaType::Bool)
+                                           (this->*handler)(begins.toBool());
+                                   });
     };
-    hear("PrepareForSleep", &LogindPower::prepareForSleep);
-    hear("PrepareForShutdown", &LogindPower::prepareForShutdown);
-    m_subscriptions.push_back(
-        m_bus->watchOwner(service, [this](const QByteArray &owner) { ownerChanged(owner); }));
-}
-
-void LogindPower::connectLater()
-{
-    Platform::current().clock->callAfter(m_reconnectDelay, &m_context, [this] { connectToBus(); });
-    m_reconnectDelay = std::min(m_reconnectDelay * 2, longestReconnect);
-}
-
-void LogindPower::busLost()
-{
-    ownerChanged({});
     m_subscriptions.clear();
-    m_bus.reset();
-    connectLater();
+    m_subscriptions.push_back(hear("PrepareForSleep", &LogindPower::prepareForSleep));
+    m_subscriptions.push_back(hear("PrepareForShutdown", &LogindPower::prepareForShutdown));
 }
 
-void LogindPower::ownerChanged(const QByteArray &owner)
+void LogindPower::managerIs(BusConnection *manager)
 {
-    BusConnection *const bus = owner.isEmpty() ? nullptr : m_bus.get();
-    forEachLock([bus](LogindLock &lock) { lock.setManager(bus); });
-    setReachable(bus != nullptr);
-    if (!bus)
-        return;
-    m_reconnectDelay = firstReconnect;
+    forEachLock([manager](LogindLock &lock) { lock.setManager(manager); });
+    setReachable(manager != nullptr);
     // What the manager that was there before has begun may be over without having been told to us.
-    askWhetherOver();
+    if (manager)
+        askWhetherOver();
 }
 
 void LogindPower::setReachable(bool reachable)
@@ -279,13 +260,14 @@ void LogindPower::ask(const QByteArray &property, const std::function<void()> &o
 {
     if (!m_isReachable)
         return;
-    m_bus->callLater({service, managerPath, "org.freedesktop.DBus.Properties", "Get"}, "ss",
-                     {QString(managerInterface), QString::fromLatin1(property)}, answerTime,
-                     [over](const std::optional<QVariantList> &values, const BusConnection::Failure &) {
-                         const QVariant value = values.value_or(QVariantList()).value(0);
-                         if (value.typeId() == QMetaType::Bool && !value.toBool())
-                             over();
-                     });
+    m_manager.bus()->callLater(
+        {service, managerPath, "org.freedesktop.DBus.Properties", "Get"}, "ss",
+        {QString(managerInterface), QString::fromLatin1(property)}, answerTime,
+        [over](const std::optional<QVariantList> &values, const BusConnection::Failure &) {
+            const QVariant value = values.value_or(QVariantList()).value(0);
+            if (value.typeId() == QMetaType::Bool && !value.toBool())
+                over();
+        });
 }
 
 void LogindPower::deliver(quint32 messageType)

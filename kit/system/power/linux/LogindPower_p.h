@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/linux/LogindLock_p.h"
 
@@ -47,9 +48,8 @@ private:
 
     void stopListening();
     void connectToBus();
-    void connectLater();
-    void busLost();
-    void ownerChanged(const QByteArray &owner);
+    void hearAnnouncements();
+    void managerIs(BusConnection *manager);
     void setReachable(bool reachable);
     void prepareForSleep(bool begins);
     void prepareForShutdown(bool begins);
@@ -64,11 +64,10 @@ private:
     void forEachLock(const std::function<void(LogindLock &)> &action);
 
     Preparation m_preparation;
-    std::unique_ptr<BusConnection> m_bus;
+    BusService m_manager;
     std::list<std::unique_ptr<BusConnection::Subscription>> m_subscriptions;
     bool m_isReachable = false;
     bool m_isAbsenceReported = false;
-    std::chrono::milliseconds m_reconnectDelay;
 
     Listener m_listener;
 

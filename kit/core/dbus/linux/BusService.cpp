@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+constexpr std::chrono::seconds firstPause{1};
+constexpr std::chrono::milliseconds longestPause{60'000};
+} // namespace
+
+BusService::BusService(BusConnection::Bus bus, const QByteArray &name, Handlers handlers)
+    : m_kind(bus), m_name(name), m_handlers(std::move(handlers)), m_pause(firstPause)
+{
+}
+
+BusService::~BusService() = default;
+
+dozely::Result<void> BusService::open()
+{
+    if (m_bus)
+        return {};
+    BusConnection::Failure failure;
+    m_bus = BusConnection::open(m_kind, &failure);
+    if (!m_bus) {
+        retryLater();
+        tellAbsence(Absence::NoBus, failure.text);
+        return dozely::Error{failure.text, failure.name};
+    }
+    m_bus->onDisconnected([this] { close(); });
+    m_ownership = m_bus->watchOwner(m_name, [this](const QByteArray &owner) { ownerIs(owner); });
+    if (m_handlers.opened)
+        m_handlers.opened();
+    return {};
+}
+
+void BusService::keepOpen(const std::shared_ptr<Clock> &clock)
+{
+    m_clock = clock;
+    static_cast<void>(open()); // a failure has been told
+}
+
+void BusService::stopKeeping()
+{
+    m_clock.reset();
+}
+
+void BusService::close()
+{
+    if (!m_bus)
+        return;
+    m_ownership.reset();
+    m_bus.reset();
+    m_owner.reset();
+    retryLater();
+    tellAbsence(Absence::BusLost);
+}
+
+std::unique_ptr<BusConnection::Subscription> BusService::subscribe(const QByteArray &path,
+                                                                   const QByteArray &interface,
+                                                                   const QByteArray &signalName,
+                                                                   BusConnection::SignalHandler handler)
+{
+    return m_bus ? m_bus->subscribe({m_name, path, interface, signalName}, std::move(handler)) : nullptr;
+}
+
+void BusService::ownerIs(const QByteArray &owner)
+{
+    if (m_owner == owner)
+        return;
+    const bool wasThere = isThere();
+    m_owner = owner;
+    if (owner.isEmpty()) {
+        tellAbsence(wasThere ? Absence::Ended : Absence::NotRunning);
+        return;
+    }
+    m_pause = firstPause;
+    if (m_handlers.isThere)
+        m_handlers.isThere(owner);
+}
+
+void BusService::tellAbsence(Absence why, const QString &text)
+{
+    if (m_handlers.isAway)
+        m_handlers.isAway(why, text);
+}
+
+void BusService::retryLater()
+{
+    if (!m_clock || std::exchange(m_isRetrying, true))
+        return;
+    m_clock->callAfter(m_pause, &m_context, [this] {
+        m_isRetrying = false;
+        if (m_clock)
+            keepOpen(m_clock);
+    });
+    m_pause = std::min(m_pause * 2, longestPause);
+}

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/core/dbus/linux/BusService_p.h"
+
+#include "support/FakeClock.h"
+#include "support/PrintTo.h"
+#include "support/PrivateBus.h"
+#include "support/WaitUntil.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+constexpr char addressVariable[] = "DBUS_SYSTEM_BUS_ADDRESS";
+constexpr char nowhere[] = "unix:path=/nonexistent/bus";
+constexpr char busService[] = "org.freedesktop.DBus";
+constexpr char busPath[] = "/org/freedesktop/DBus";
+constexpr char path[] = "/com/dozely/Test";
+constexpr char interface[] = "com.dozely.Test";
+constexpr char name[] = "com.dozely.Test.Service";
+
+/// Does something with the name on the bus: RequestName, ReleaseName.
+bool ask(BusConnection &connection, const QByteArray &operation, const QByteArray &signature,
+         const QVariantList &arguments)
+{
+    return connection
+        .call({busService, busPath, busService, operation}, signature, arguments, QDeadlineTimer(10s))
+        .has_value();
+}
+
+bool own(BusConnection &connection)
+{
+    constexpr quint32 takesAndGivesWithoutQueue = 7;
+    return ask(connection, "RequestName", "su", {QString(name), takesAndGivesWithoutQueue});
+}
+
+class BusServiceTest : public testing::Test
+{
+protected:
+    ~BusServiceTest() override { qunsetenv(addressVariable); }
+
+    void startBus()
+    {
+        bus = std::make_unique<PrivateBus>();
+        ASSERT_TRUE(bus->isRunning());
+        address = bus->address().toUtf8();
+    }
+
+    /// Waits for so many words of the service, and takes them.
+    QStringList told(qsizetype count)
+    {
+        EXPECT_TRUE(waitUntil([&] { return words.size() >= count; }));
+        return std::exchange(words, {});
+    }
+
+    void isAway(BusService::Absence why, const QString &text)
+    {
+        switch (why) {
+        case BusService::Absence::NoBus:
+            words += text.isEmpty() ? "no bus, and no reason" : "no bus";
+            break;
+        case BusService::Absence::BusLost:
+            words += "bus lost";
+            break;
+        case BusService::Absence::NotRunning:
+            words += "not running";
+            break;
+        case BusService::Absence::Ended:
+            words += "ended";
+            break;
+        }
+    }
+
+    std::unique_ptr<PrivateBus> bus;
+    QByteArray address;
+    QStringList words;
+    std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
+    BusService service{BusConnection::Bus::System,
+                       name,
+                       {.opened = [this] { words += "opened"; },
+                        .isThere = [this](const QByteArray &owner) { words += "there " + owner; },
+                        .isAway = [this](auto why, const QString &text) { isAway(why, text); }}};
+};
+} // namespace
+
+TEST_F(BusServiceTest, TellsWhoseTheNameIs)
+{
+    startBus();
+    ASSERT_TRUE(service.open().ok());
+    EXPECT_FALSE(service.owner()) << "the bus has not told it yet";
+    EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+    EXPECT_EQ(service.owner(), QByteArray(""));
+
+    auto first = BusConnection::open(BusConnection::Bus::System);
+    ASSERT_TRUE(own(*first));
+    EXPECT_EQ(told(1), QStringList("there " + first->uniqueName()));
+    EXPECT_TRUE(service.isThere());
+    const auto second = BusConnection::open(BusConnection::Bus::System);
+    ASSERT_TRUE(own(*second));
+    EXPECT_EQ(told(1), QStringList("there " + second->uniqueName())); // and not that the first has gone
+    first.reset();
+    ASSERT_TRUE(ask(*second, "ReleaseName", "s", {QString(name)}));
+    EXPECT_EQ(told(1), QStringList("ended"));
+    EXPECT_FALSE(service.isThere());
+}
+
+TEST_F(BusServiceTest, HearsItsOwnerAlone)
+{
+    startBus();
+    EXPECT_FALSE(service.subscribe(path, interface, "Number", [](const auto &) {})) << "there is no bus";
+    const auto owner = BusConnection::open(BusConnection::Bus::System);
+    const auto stranger = BusConnection::open(BusConnection::Bus::System);
+    ASSERT_TRUE(own(*owner));
+    ASSERT_TRUE(service.open().ok());
+    std::vector<int> numbers;
+    const auto subscription =
+        service.subscribe(path, interface, "Number", [&](const BusConnection::Signal &signal) {
+            numbers.push_back(signal.arguments.value(0).toInt());
+        });
+    told(2);
+    ASSERT_TRUE(ask(*service.bus(), "GetId", "", {})); // the bus has heard of the subscription
+    ASSERT_TRUE(stranger->emitSignal(path, interface, "Number", "i", {1}));
+    ASSERT_TRUE(ask(*stranger, "GetId", "", {}));
+    ASSERT_TRUE(owner->emitSignal(path, interface, "Number", "i", {2}));
+    ASSERT_TRUE(waitUntil([&] { return !numbers.empty(); }));
+    EXPECT_EQ(numbers, std::vector{2});
+}
+
+TEST_F(BusServiceTest, TriesAgainAfterLongerAndLongerPausesWhenItIsKept)
+{
+    qputenv(addressVariable, nowhere);
+    service.keepOpen(clock);
+    QList<std::chrono::milliseconds> pauses;
+    for (int i = 0; i < 8; ++i) {
+        ASSERT_EQ(told(1), QStringList("no bus"));
+        ASSERT_EQ(clock->pendingDelays().size(), 1);
+        pauses += clock->pendingDelays().constFirst();
+        clock->advance(pauses.constLast() - 1ms);
+        ASSERT_TRUE(words.isEmpty());
+        clock->advance(1ms);
+    }
+    EXPECT_EQ(pauses, (QList<std::chrono::milliseconds>{1s, 2s, 4s, 8s, 16s, 32s, 60s, 60s}));
+}
+
+TEST_F(BusServiceTest, BeginsWithTheShortestPauseOnceTheServiceHasBeenThere)
+{
+    qputenv(addressVariable, nowhere);
+    service.keepOpen(clock);
+    clock->advance(1h);
+    words.clear();
+    startBus();
+    auto owner = BusConnection::open(BusConnection::Bus::System);
+    ASSERT_TRUE(own(*owner));
+    clock->advance(60s);
+    EXPECT_EQ(told(2), QStringList({"opened", "there " + owner->uniqueName()}));
+    bus->stop();
+    EXPECT_EQ(told(2), QStringList({"ended", "bus lost"}));
+    EXPECT_FALSE(service.bus());
+    EXPECT_FALSE(service.owner());
+    EXPECT_EQ(clock->pendingDelays(), QList<std::chrono::milliseconds>{1s});
+}
+
+TEST_F(BusServiceTest, StaysAwayWhenNobodyKeepsItOpen)
+{
+    qputenv(addressVariable, nowhere);
+    EXPECT_FALSE(service.open().ok());
+    EXPECT_TRUE(clock->pendingDelays().isEmpty());
+    service.keepOpen(clock);
+    service.stopKeeping();
+    EXPECT_EQ(told(2), QStringList({"no bus", "no bus"}));
+    clock->advance(1h);
+    EXPECT_TRUE(words.isEmpty());
+    EXPECT_TRUE(clock->pendingDelays().isEmpty());
+}
+
+TEST_F(BusServiceTest, OpensAnotherConnectionAfterOneThatWasGivenUp)
+{
+    startBus();
+    service.keepOpen(clock);
+    EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+    service.close();
+    EXPECT_EQ(told(1), QStringList("bus lost"));
+    EXPECT_FALSE(service.bus());
+    ASSERT_TRUE(service.open().ok());
+    clock->advance(1h); // the attempt that was put off finds it open
+    EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+}
