@@ -355,6 +355,44 @@ TEST_F(WidePosting, DropsWhatAKnownPosterPostsBeyondItsMeasure)
                   QString("User %1 posts too many notifications: some are not delivered.").arg(someUser(0))));
 }
 
+TEST_F(WidePosting, MissesNothingWhileOthersBeginAndEndToObserve)
+{
+    observe("Name");
+    constexpr int posts = 20;
+    // What is posted meanwhile has come, and nobody has looked at it yet.
+    const auto postMeanwhile = [] {
+        OtherProcess poster(someUser(0), [](const auto &tell) {
+            for (int i = 0; i < posts; ++i)
+                postWide("Name");
+            tell("posted");
+        });
+        EXPECT_EQ(poster.line(), "posted");
+    };
+    Hearer other;
+    qsizetype expected = 0;
+    const auto hearsAll = [&] {
+        expected += posts;
+        Hearer end;
+        center().addObserver(&end, "heard", "End");
+        postWide("End");
+        EXPECT_TRUE(waitUntil([&] { return !end.calls.isEmpty(); }));
+        center().removeObserver(&end);
+        return hearer.calls.size() == expected;
+    };
+    postMeanwhile();
+    center().addObserver(&other, "heard", "Other");
+    EXPECT_TRUE(hearsAll()) << hearer.calls.size();
+    postMeanwhile();
+    center().removeObserver(&other);
+    EXPECT_TRUE(hearsAll()) << hearer.calls.size();
+    postMeanwhile();
+    center().addObserver(&other, "heard", {}); // everything
+    EXPECT_TRUE(hearsAll()) << hearer.calls.size();
+    postMeanwhile();
+    center().removeObserver(&other);
+    EXPECT_TRUE(hearsAll()) << hearer.calls.size();
+}
+
 TEST_F(WidePosting, GoesOnWhenTheBusWasStartedAgain)
 {
     const auto clock = std::make_shared<FakeClock>();

@@ -32,7 +32,9 @@ DistributedBus::DistributedBus(BusConnection::Bus bus, Handler handler)
 
 void DistributedBus::busIsLost()
 {
-    m_subscriptions.clear();
+    m_ofNames.clear();
+    m_ofEverything.reset();
+    m_hearsEverything = false;
     m_asked.clear();
     m_users.clear();
     m_usersInOrder.clear();
@@ -82,22 +84,33 @@ void DistributedBus::setNames(const QSet<QString> &names, bool everyName)
 
 void DistributedBus::subscribe()
 {
-    using Source = BusConnection::SignalSource;
-    const auto heardThis = [this](const BusConnection::Signal &signal) { heard(signal); };
-    // The new ones first, so that nothing is missed between. Only the new ones are there when a signal is
-    // delivered.
-    std::vector<std::unique_ptr<BusConnection::Subscription>> subscriptions;
-    Source source{
-        {}, DistributedMessage::path, DistributedMessage::interface, DistributedMessage::signalName};
-    if (m_everyName) {
-        subscriptions.push_back(m_bus.bus()->subscribe(source, heardThis));
-    } else {
-        for (const QString &name : m_names) {
-            source.firstText = name;
-            subscriptions.push_back(m_bus.bus()->subscribe(source, heardThis));
-        }
+    std::erase_if(m_ofNames, [this](const auto &entry) { return !m_names.contains(entry.first); });
+    for (const QString &name : m_names) {
+        if (!name.isEmpty() && !m_ofNames.contains(name))
+            m_ofNames.emplace(name, hear(name, false));
     }
-    m_subscriptions = std::move(subscriptions);
+    if (m_everyName == (m_ofEverything != nullptr))
+        return;
+    if (m_everyName)
+        m_ofEverything = hear({}, true);
+    // The bus answers when it has taken note of the above: until then those hear who heard before. Nothing is
+    // missed between, and nothing heard twice.
+    m_bus.bus()->callLater({busName, busPath, busName, "GetId"}, {}, {}, answerLimit,
+                           [this](const auto &, const auto &) {
+                               m_hearsEverything = m_everyName;
+                               if (!m_everyName)
+                                   m_ofEverything.reset();
+                           });
+}
+
+std::unique_ptr<BusConnection::Subscription> DistributedBus::hear(const QString &name, bool everything)
+{
+    return m_bus.bus()->subscribe(
+        {{}, DistributedMessage::path, DistributedMessage::interface, DistributedMessage::signalName, name},
+        [this, everything](const BusConnection::Signal &signal) {
+            if (everything == m_hearsEverything)
+                heard(signal);
+        });
 }
 
 void DistributedBus::heard(const BusConnection::Signal &signal)

@@ -10,7 +10,7 @@
 #include <QSet>
 
 #include <deque>
-#include <vector>
+#include <map>
 
 /// Distributed notifications on one message bus: posts them, hears those of the wanted names, and asks the
 /// bus who posted each. A bus that goes away is opened again.
@@ -43,6 +43,7 @@ private:
     bool isWanted() const { return m_everyName || !m_names.isEmpty(); }
     void busIsLost();
     void subscribe();
+    std::unique_ptr<BusConnection::Subscription> hear(const QString &name, bool everything);
     void heard(const BusConnection::Signal &signal);
     void ask(const QByteArray &sender);
     void learn(const QByteArray &sender, const std::optional<quint32> &user);
@@ -50,7 +51,9 @@ private:
 
     Handler m_handler;
     BusService m_bus; ///< The bus itself is the service.
-    std::vector<std::unique_ptr<BusConnection::Subscription>> m_subscriptions;
+    std::map<QString, std::unique_ptr<BusConnection::Subscription>> m_ofNames;
+    std::unique_ptr<BusConnection::Subscription> m_ofEverything;
+    bool m_hearsEverything = false; ///< Through that one; else through those of the names.
     QSet<QString> m_names;
     bool m_everyName = false;
 

@@ -101,7 +101,9 @@ public:
     std::optional<QVariant> property(const Member &property, const QDeadlineTimer &deadline,
                                      Failure *failure = nullptr);
 
-    /// Hears the signals of `source` from now on.
+    /// Hears the signals of `source` that the bus passes on from when it knows of this; whatever is sent
+    /// through this connection afterwards, the bus sees later. One signal goes to those who hear it in the
+    /// order in which they subscribed.
     std::unique_ptr<Subscription> subscribe(const SignalSource &source, SignalHandler handler);
 
     /// Tells the unique name of the owner of `name`, empty when it has none: once soon, then at each change.

@@ -1,77 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// The part of BusConnection that hears: signals, the owners of names, and answers that nobody waits for.
-#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
+// The part of BusConnection that works in the event loop: it pulls messages, runs what they have put into the
+// queue, and knows the answers that nobody waits for.
 #include "DozelyKit/core/dbus/linux/BusState_p.h"
-
-#include <QDebug>
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace
 {
-constexpr char busName[] = "org.freedesktop.DBus";
-constexpr char busPath[] = "/org/freedesktop/DBus";
-constexpr char ownerSignal[] = "NameOwnerChanged";
 constexpr int messagesInATurn = 64; // then others of this thread have theirs
-
-/// A name that has an owner: neither a unique name nor the bus itself.
-bool isWellKnown(const QByteArray &name)
-{
-    return !name.isEmpty() && !name.startsWith(':') && name != busName;
-}
-
-void appendToRule(QByteArray &rule, const char *key, const QByteArray &value)
-{
-    if (value.isEmpty())
-        return;
-    QByteArray quoted = value;
-    quoted.replace('\'', "'\\''"); // a quote within quotes, as the D-Bus specification writes it
-    rule += QByteArray(",") + key + "='" + quoted + "'";
-}
-
-QByteArray ruleFor(const BusConnection::SignalSource &source)
-{
-    QByteArray rule = "type='signal'";
-    appendToRule(rule, "sender", source.sender);
-    appendToRule(rule, "path", source.path);
-    appendToRule(rule, "interface", source.interface);
-    appendToRule(rule, "member", source.name);
-    if (!source.firstText.isNull()) {
-        QByteArray text = source.firstText.toUtf8();
-        rule += ",arg0='" + text.replace('\'', "'\\''") + "'";
-    }
-    return rule;
-}
-
-QByteArray ownerRule(const QByteArray &name)
-{
-    return ruleFor({busName, busPath, busName, ownerSignal, QString::fromLatin1(name)});
-}
-
-bool fits(const QByteArray &wanted, const QByteArray &found)
-{
-    return wanted.isEmpty() || wanted == found;
-}
 } // namespace
-
-/// Takes its listener away when it goes.
-class BusConnection::Private::Hearing : public Subscription
-{
-public:
-    Hearing(std::weak_ptr<Private> connection, quint64 id) : m_connection(std::move(connection)), m_id(id) {}
-    ~Hearing() override
-    {
-        if (const auto connection = m_connection.lock())
-            connection->stopListening(m_id);
-    }
-
-private:
-    std::weak_ptr<Private> m_connection;
-    quint64 m_id;
-};
 
 /// An asynchronous call on its way. It belongs to the slot of its reply.
 struct BusConnection::Private::LaterCall {
@@ -104,180 +43,10 @@ int BusConnection::Private::pull()
     sd_bus_message *pulled = nullptr;
     const int result = sd_bus_process(bus.get(), &pulled);
     const Message message(pulled);
-    if (message && sd_bus_message_is_signal(pulled, nullptr, nullptr) > 0)
-        queueSignal(pulled);
+    const std::set<quint64> hearers = std::exchange(matched, {});
+    if (message && !hearers.empty()) // anything else, a stranger's call too, is passed over
+        queueSignal(pulled, hearers);
     return result;
-}
-
-bool BusConnection::Private::isHeardBy(const Listener &listener, const Signal &signal) const
-{
-    const SignalSource &source = listener.source;
-    QByteArray sender = source.sender;
-    if (isWellKnown(sender)) {
-        sender = names.at(sender).owner;
-        if (sender.isEmpty())
-            return false; // the name has no owner: whoever sent this, it was somebody else
-    }
-    return listener.onSignal && fits(sender, signal.sender) && fits(source.path, signal.path) &&
-           fits(source.interface, signal.interface) && fits(source.name, signal.name);
-}
-
-void BusConnection::Private::queueSignal(sd_bus_message *message)
-{
-    Signal signal{sd_bus_message_get_sender(message),
-                  sd_bus_message_get_path(message),
-                  sd_bus_message_get_interface(message),
-                  sd_bus_message_get_member(message),
-                  {}};
-    const bool tellsOwner = signal.sender == busName && signal.name == ownerSignal;
-    std::vector<quint64> hearers;
-    for (const auto &[id, listener] : listeners)
-        if (isHeardBy(listener, signal))
-            hearers.push_back(id);
-    if (hearers.empty() && !tellsOwner)
-        return; // sent to us alone by a stranger: not even read
-    auto arguments = BusCodec::read(message, BusCodec::machineBus);
-    if (!arguments)
-        return; // damaged, or with a type that nobody here hears
-    signal.arguments = *std::move(arguments);
-    if (tellsOwner && signal.arguments.size() == 3)
-        setOwner(signal.arguments[0].toString().toLatin1(), signal.arguments[2].toString().toLatin1());
-    std::erase_if(hearers, [&](quint64 id) {
-        const QString &text = listeners.at(id).source.firstText;
-        return !text.isNull() && signal.arguments.value(0) != QVariant(text);
-    });
-    if (hearers.empty())
-        return;
-    if (queue.size() >= maximumQueue) {
-        if (!std::exchange(queueOverflowed, true))
-            qWarning("Too many signals from the bus: some are not delivered.");
-        return;
-    }
-    queue.emplace_back([this, signal = std::move(signal), hearers = std::move(hearers)] {
-        for (const quint64 id : hearers) {
-            const auto listener = listeners.find(id);
-            if (listener == listeners.end())
-                continue; // gone while it waited
-            const SignalHandler handler = listener->second.onSignal;
-            handler(signal);
-        }
-    });
-}
-
-void BusConnection::Private::tellOwnerHandlers(const QByteArray &name)
-{
-    const QByteArray owner = names[name].owner;
-    for (const auto &[id, listener] : listeners) {
-        if (!listener.onOwner || listener.name != name)
-            continue;
-        queue.emplace_back([this, id = id, owner] {
-            const auto found = listeners.find(id);
-            if (found == listeners.end())
-                return;
-            const OwnerHandler handler = found->second.onOwner;
-            handler(owner);
-        });
-    }
-}
-
-void BusConnection::Private::setOwner(const QByteArray &name, const QByteArray &owner)
-{
-    const auto found = names.find(name);
-    if (found == names.end() || (found->second.isKnown && found->second.owner == owner))
-        return;
-    found->second.isKnown = true;
-    found->second.owner = owner;
-    tellOwnerHandlers(name);
-}
-
-void BusConnection::Private::tellBus(const char *operation, const QByteArray &rule)
-{
-    const Message message =
-        makeCall({busName, busPath, busName, operation}, "s", {QString::fromUtf8(rule)}, nullptr);
-    if (message) {
-        sd_bus_message_set_expect_reply(message.get(), 0);
-        sd_bus_send(bus.get(), message.get(), nullptr);
-    }
-}
-
-void BusConnection::Private::follow(const QByteArray &name)
-{
-    if (name.isEmpty() || names[name].users++ > 0)
-        return;
-    tellBus("AddMatch", ownerRule(name));
-    // The bus answers in order: the owner is known before the first signal that is asked for after this.
-    const Message question =
-        makeCall({busName, busPath, busName, "GetNameOwner"}, "s", {QString::fromLatin1(name)}, nullptr);
-    struct Question {
-        std::weak_ptr<Private> connection;
-        QByteArray name;
-    };
-    auto *const asked = new Question{weak_from_this(), name};
-    const auto answered = [](sd_bus_message *reply, void *data, sd_bus_error *) {
-        const auto *const question = static_cast<Question *>(data);
-        const auto values = valuesOf(reply, nullptr); // an error: the name has no owner
-        if (const auto connection = question->connection.lock())
-            connection->setOwner(question->name,
-                                 values.value_or(QVariantList()).value(0).toString().toLatin1());
-        return 1;
-    };
-    sd_bus_slot *slot = nullptr;
-    if (!question || sd_bus_call_async(bus.get(), &slot, question.get(), answered, asked, UINT64_MAX) < 0) {
-        delete asked;
-        return;
-    }
-    sd_bus_slot_set_destroy_callback(slot, [](void *data) { delete static_cast<Question *>(data); });
-    sd_bus_slot_set_floating(slot, 1);
-    sd_bus_slot_unref(slot);
-}
-
-void BusConnection::Private::unfollow(const QByteArray &name)
-{
-    const auto found = names.find(name);
-    if (found == names.end() || --found->second.users > 0)
-        return;
-    names.erase(found);
-    tellBus("RemoveMatch", ownerRule(name));
-}
-
-quint64 BusConnection::Private::listen(Listener listener)
-{
-    const quint64 id = ++lastListener;
-    follow(listener.name);
-    if (!listener.rule.isEmpty())
-        tellBus("AddMatch", listener.rule);
-    listeners.emplace(id, std::move(listener));
-    attachToEventLoop();
-    return id;
-}
-
-void BusConnection::Private::stopListening(quint64 id)
-{
-    const auto node = listeners.extract(id);
-    if (node.empty())
-        return;
-    if (!node.mapped().rule.isEmpty())
-        tellBus("RemoveMatch", node.mapped().rule);
-    unfollow(node.mapped().name);
-}
-
-std::unique_ptr<BusConnection::Subscription> BusConnection::subscribe(const SignalSource &source,
-                                                                      SignalHandler handler)
-{
-    const QByteArray name = isWellKnown(source.sender) ? source.sender : QByteArray();
-    const quint64 id = d->listen({source, ruleFor(source), name, std::move(handler), {}});
-    return std::make_unique<Private::Hearing>(d, id);
-}
-
-std::unique_ptr<BusConnection::Subscription> BusConnection::watchOwner(const QByteArray &name,
-                                                                       OwnerHandler handler)
-{
-    const quint64 id = d->listen({{}, {}, name, {}, std::move(handler)});
-    if (const auto known = d->names.find(name); known != d->names.end() && known->second.isKnown) {
-        d->tellOwnerHandlers(name); // nobody will ask the bus again
-        d->rearm();
-    }
-    return std::make_unique<Private::Hearing>(d, id);
 }
 
 void BusConnection::callLater(const Member &method, const QByteArray &signature,
@@ -338,7 +107,7 @@ void BusConnection::Private::disconnect()
     for (LaterCall *call : std::exchange(laterCalls, {}))
         queue.emplace_back([handler = std::move(call->handler), failure] { handler(std::nullopt, failure); });
     for (auto &[name, state] : names)
-        setOwner(name, {});
+        setOwner(state, "");
     if (onDisconnected)
         queue.emplace_back(std::exchange(onDisconnected, nullptr));
 }
@@ -363,7 +132,9 @@ void BusConnection::Private::turn()
 
 void BusConnection::Private::abandon()
 {
-    listeners.clear();
-    queue.clear();
     watch.reset();
+    sd_bus_close(bus.get()); // else each match would be taken back by a message of its own
+    listeners.clear();
+    names.clear();
+    queue.clear();
 }

@@ -11,8 +11,8 @@
 
 /// What a BusConnection is made of: the connection itself, and what the event loop does with it.
 ///
-/// Messages are pulled from sd-bus and put into a queue; handlers run from the queue, after sd-bus has
-/// returned, so that they may do anything.
+/// What comes of the messages that are pulled from sd-bus fills a queue; handlers run from the queue, after
+/// sd-bus has returned, so that they may do anything.
 struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Private> {
     struct ReleaseBus {
         // Not the variant that flushes: that one waits for a peer which may be mute.
@@ -30,17 +30,27 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
 
     /// One who hears signals, or the changes of a name's owner.
     struct Listener {
+        Private *connection;
+        quint64 id;
         SignalSource source;
-        QByteArray rule;
         QByteArray name; ///< Whose owner is followed for this listener; empty for none.
         SignalHandler onSignal;
         OwnerHandler onOwner;
+        Slot match = {}; ///< Null for one who hears of an owner.
+
+        static int matched(sd_bus_message *message, void *listener, sd_bus_error *);
     };
     /// A name whose owner somebody wants to know.
     struct Name {
+        Private *connection = nullptr;
+        QByteArray name = {};
         int users = 0;
-        bool isKnown = false; ///< Whether the bus has told the owner.
-        QByteArray owner;     ///< Empty when it has none.
+        std::optional<QByteArray> owner = {}; ///< Empty when it has none; absent until the bus has told it.
+        Slot changes = {};
+        Slot question = {};
+
+        static int changed(sd_bus_message *message, void *name, sd_bus_error *);
+        static int answered(sd_bus_message *reply, void *name, sd_bus_error *);
     };
     class Hearing; // a Subscription
     struct LaterCall;
@@ -53,6 +63,7 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     std::map<quint64, Listener> listeners;
     std::map<QByteArray, Name> names;
     quint64 lastListener = 0;
+    std::set<quint64> matched; ///< The listeners of the message that is being pulled.
     std::deque<std::function<void()>> queue;
     std::function<void()> onDisconnected;
     std::set<LaterCall *> laterCalls; ///< Those not answered yet. Each belongs to the slot of its reply.
@@ -71,16 +82,18 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
 
     /// One step of the connection: 0 when there is nothing to do, a negative errno value when it is lost.
     int pull();
-    void queueSignal(sd_bus_message *message);
-    bool isHeardBy(const Listener &listener, const Signal &signal) const;
-    void tellOwnerHandlers(const QByteArray &name);
+    /// Has sd-bus call `heard` with `data` for each signal of the source, until the slot goes.
+    Slot match(const SignalSource &source, sd_bus_message_handler_t heard, void *data);
+    void queueSignal(sd_bus_message *message, std::set<quint64> hearers);
+    void queueOwner(quint64 id, const QByteArray &owner);
+    bool isFrom(const Listener &listener, const QByteArray &sender) const;
 
-    quint64 listen(Listener listener);
+    quint64 listen(const SignalSource &source, const QByteArray &name, SignalHandler onSignal,
+                   OwnerHandler onOwner);
     void stopListening(quint64 id);
     void follow(const QByteArray &name);
     void unfollow(const QByteArray &name);
-    void setOwner(const QByteArray &name, const QByteArray &owner);
-    void tellBus(const char *operation, const QByteArray &rule);
+    void setOwner(Name &name, const QByteArray &owner);
 
     void attachToEventLoop();
     void rearm();

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <systemd/sd-bus.h>
 #include <unistd.h>
 #include <vector>
 
@@ -71,6 +72,25 @@ protected:
         return subscription;
     }
 
+    /// A stranger sends a signal to `hearer` alone, which needs nobody's leave.
+    void sendToHearer(const char *from, const char *signalInterface, const char *signalName,
+                      const QByteArrayList &texts)
+    {
+        sd_bus *stranger = nullptr;
+        ASSERT_GE(sd_bus_open_system(&stranger), 0);
+        sd_bus_message *message = nullptr;
+        ASSERT_GE(sd_bus_message_new_signal(stranger, &message, from, signalInterface, signalName), 0);
+        ASSERT_GE(sd_bus_message_set_destination(message, hearer->uniqueName().constData()), 0);
+        for (const QByteArray &text : texts)
+            ASSERT_GE(sd_bus_message_append(message, "s", text.constData()), 0);
+        ASSERT_GE(sd_bus_send(stranger, message, nullptr), 0);
+        // The bus has it before it answers this.
+        ASSERT_GE(
+            sd_bus_call_method(stranger, busService, busPath, busService, "GetId", nullptr, nullptr, ""), 0);
+        sd_bus_message_unref(message);
+        sd_bus_flush_close_unref(stranger);
+    }
+
     PrivateBus bus;
     std::unique_ptr<BusConnection> hearer;
     std::unique_ptr<BusConnection> sender;
@@ -116,6 +136,51 @@ TEST_F(BusListeningTest, HearsOnlyTheFirstTextItAskedFor)
     ASSERT_TRUE(sender->emitSignal(path, interface, "Text", "ss", {"it's", "c"}));
     ASSERT_TRUE(waitUntil([&] { return !texts.empty(); }));
     EXPECT_EQ(texts, std::vector<QString>{"c"});
+}
+
+TEST_F(BusListeningTest, HearsAFirstTextWhateverItIs)
+{
+    for (const char *text :
+         {"", "a,b", "it's, well", "C:\\folder\\", "\\'", "'", "zu spät", "a='b',path='/'"}) {
+        std::vector<QString> heard;
+        const auto subscription =
+            hearer->subscribe({"", path, interface, "Text", QString(text)}, [&](const auto &signal) {
+                heard.push_back(signal.arguments.value(0).toString());
+            });
+        ASSERT_TRUE(roundTrip(*hearer));
+        ASSERT_TRUE(sender->emitSignal(path, interface, "Text", "s", {"other"}));
+        ASSERT_TRUE(sender->emitSignal(path, interface, "Text", "s", {QString(text)}));
+        EXPECT_TRUE(waitUntil([&] { return !heard.empty(); })) << text;
+        EXPECT_EQ(heard, std::vector{QString(text)});
+    }
+}
+
+TEST_F(BusListeningTest, BelievesNobodyElseWhoSendsToItAlone)
+{
+    ASSERT_TRUE(own(*sender, name));
+    std::vector<QString> texts;
+    const auto keep = [&](const auto &signal) { texts.push_back(signal.arguments.value(0).toString()); };
+    const auto ofService = hearer->subscribe({name, path, interface, "Text"}, keep);
+    const auto ofConnection = hearer->subscribe({sender->uniqueName(), path, interface, "Other"}, keep);
+    const auto ofBus = hearer->subscribe({busService, busPath, busService, "Text"}, keep);
+    ASSERT_TRUE(roundTrip(*hearer));
+    sendToHearer(path, interface, "Text", {"as the service"});
+    sendToHearer(path, interface, "Other", {"as the connection"});
+    sendToHearer(busPath, busService, "Text", {"as the bus"});
+    ASSERT_TRUE(sender->emitSignal(path, interface, "Text", "s", {"true"}));
+    ASSERT_TRUE(waitUntil([&] { return !texts.empty(); }));
+    EXPECT_EQ(texts, std::vector<QString>{"true"});
+}
+
+TEST_F(BusListeningTest, BelievesTheBusAloneAboutAnOwner)
+{
+    std::vector<QByteArray> owners;
+    const auto watch = hearer->watchOwner(name, [&](const QByteArray &owner) { owners.push_back(owner); });
+    ASSERT_TRUE(waitUntil([&] { return owners.size() == 1; }));
+    sendToHearer(busPath, busService, "NameOwnerChanged", {name, "", ":1.4711"});
+    ASSERT_TRUE(own(*sender, name));
+    ASSERT_TRUE(waitUntil([&] { return owners.size() == 2; }));
+    EXPECT_EQ(owners[1], sender->uniqueName());
 }
 
 TEST_F(BusListeningTest, HearsNothingAnyMoreOnceTheSubscriptionHasGone)
