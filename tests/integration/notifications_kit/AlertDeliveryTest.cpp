@@ -263,7 +263,7 @@ TEST_F(AlertDelivery, LetsTheBusStartTheServer)
     daemon.start("dbus-daemon", {"--config-file=" + folder.filePath("bus.conf"), "--nofork", "--nopidfile"});
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(folder.filePath("bus")); }));
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + folder.filePath("bus").toUtf8());
-    ASSERT_TRUE(waitUntil([&] { return bool(control = BusConnection::open(BusConnection::Bus::Session)); }));
+    ASSERT_TRUE(waitUntil([&] { return connect(); }));
     shown("Lights");
     EXPECT_THAT(calls("Notify"), SizeIs(1));
     EXPECT_THAT(logged(), ElementsAre("The notification server offers no buttons: alerts cannot be cancelled "

@@ -42,7 +42,14 @@ NotificationFixture::NotificationFixture()
 {
     NSProcessInfo::setProcessName("Dozely Agent");
     qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
-    control = BusConnection::open(BusConnection::Bus::Session);
+    EXPECT_TRUE(connect());
+}
+
+bool NotificationFixture::connect()
+{
+    auto opened = BusConnection::open(BusConnection::Bus::Session);
+    control = opened ? *std::move(opened) : nullptr;
+    return control != nullptr;
 }
 
 NotificationFixture::~NotificationFixture()
@@ -92,11 +99,12 @@ QVariantList NotificationFixture::call(const QByteArray &destination, const QByt
                                        const QByteArray &method, const QByteArray &signature,
                                        const QVariantList &arguments)
 {
-    BusConnection::Failure failure;
-    const auto values = control->call({destination, path, interface, method}, signature, arguments,
-                                      QDeadlineTimer(patience), &failure);
-    EXPECT_TRUE(values) << method.constData() << ": " << qPrintable(failure.text);
-    return values.value_or(QVariantList());
+    const auto reply =
+        control->call({destination, path, interface, method}, signature, arguments, QDeadlineTimer(patience));
+    if (reply)
+        return *reply;
+    ADD_FAILURE() << method.constData() << ": " << qPrintable(reply.error().text);
+    return {};
 }
 
 QList<QVariantList> NotificationFixture::calls(const QString &method)
@@ -121,20 +129,19 @@ void NotificationFixture::emitFrom(const QByteArray &process, const QString &sig
 
 QByteArray NotificationFixture::owner(const QByteArray &name) const
 {
-    const auto values = control->call(
+    const auto reply = control->call(
         {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner"}, "s",
         {QString::fromLatin1(name)}, QDeadlineTimer(patience));
-    return values ? values->value(0).toString().toLatin1() : QByteArray();
+    return BusConnection::firstOf(reply).toString().toLatin1();
 }
 
 QByteArray NotificationFixture::ownName()
 {
     const auto ask = [&](const QByteArray &method, const QByteArray &signature,
                          const QVariantList &arguments) {
-        const auto values =
+        return BusConnection::firstOf(
             control->call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method},
-                          signature, arguments, QDeadlineTimer(patience));
-        return values.value_or(QVariantList()).value(0);
+                          signature, arguments, QDeadlineTimer(patience)));
     };
     for (const QString &name : ask("ListNames", "", {}).toStringList()) {
         if (name.startsWith(':') && name.toLatin1() != control->uniqueName() &&

@@ -65,6 +65,8 @@ protected:
     /// Waits until everything that the server sent so far has been heard.
     void settle() { shown("Sentinel"); }
 
+    /// Opens `control` anew; false when there is no bus.
+    bool connect();
     /// Calls an operation of a process on the bus, by name; fails the test when it is refused.
     QVariantList call(const QByteArray &destination, const QByteArray &interface, const QByteArray &method,
                       const QByteArray &signature, const QVariantList &arguments);

@@ -35,7 +35,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(bus.isRunning());
-        connection = BusConnection::open(BusConnection::Bus::System);
+        connection = BusConnection::open(BusConnection::Bus::System).value();
         ASSERT_TRUE(connection);
     }
 

@@ -44,28 +44,38 @@ void DistributedBus::busIsLost()
         &m_context, [this] { deliver(); }, Qt::QueuedConnection);
 }
 
-bool DistributedBus::post(const DistributedMessage &message, QString *reason)
+dozely::Result<void> DistributedBus::post(const DistributedMessage &message)
 {
     const QDeadlineTimer deadline(handOverLimit);
     // A bus that was restarted is noticed only now, when nothing was heard from it before.
     constexpr int attempts = 2;
+    dozely::Error error;
     for (int i = 0; i < attempts && !deadline.hasExpired(); ++i) {
-        if (const auto opened = m_bus.open(); !opened) {
-            *reason = QString("there is no message bus (%1)").arg(opened.error().text);
-            return false;
-        }
-        BusConnection::Failure failure;
-        // The answer to a question that comes after the signal shows that the bus has both: a program may
-        // post and end.
-        if (m_bus.bus()->emitSignal(DistributedMessage::path, DistributedMessage::interface,
-                                    DistributedMessage::signalName, message.signature, message.arguments,
-                                    &failure) &&
-            m_bus.bus()->call({busName, busPath, busName, "GetId"}, {}, {}, deadline, &failure))
-            return true;
-        *reason = failure.text;
+        if (const auto opened = m_bus.open(); !opened)
+            return dozely::Error{QString("there is no message bus (%1)").arg(opened.error().text)};
+        const auto handedOver = handOver(message, deadline);
+        if (handedOver)
+            return {};
+        error = handedOver.error();
         m_bus.close();
     }
-    return false;
+    return error;
+}
+
+dozely::Result<void> DistributedBus::handOver(const DistributedMessage &message,
+                                              const QDeadlineTimer &deadline)
+{
+    const auto sent =
+        m_bus.bus()->emitSignal(DistributedMessage::path, DistributedMessage::interface,
+                                DistributedMessage::signalName, message.signature, message.arguments);
+    if (!sent)
+        return sent.error();
+    // The answer to a question that comes after the signal shows that the bus has both: a program may post
+    // and end.
+    const auto answered = m_bus.bus()->call({busName, busPath, busName, "GetId"}, {}, {}, deadline);
+    if (!answered)
+        return answered.error();
+    return {};
 }
 
 void DistributedBus::setNames(const QSet<QString> &names, bool everyName)
@@ -95,12 +105,11 @@ void DistributedBus::subscribe()
         m_ofEverything = hear({}, true);
     // The bus answers when it has taken note of the above: until then those hear who heard before. Nothing is
     // missed between, and nothing heard twice.
-    m_bus.bus()->callLater({busName, busPath, busName, "GetId"}, {}, {}, answerLimit,
-                           [this](const auto &, const auto &) {
-                               m_hearsEverything = m_everyName;
-                               if (!m_everyName)
-                                   m_ofEverything.reset();
-                           });
+    m_bus.bus()->callLater({busName, busPath, busName, "GetId"}, {}, {}, answerLimit, [this](const auto &) {
+        m_hearsEverything = m_everyName;
+        if (!m_everyName)
+            m_ofEverything.reset();
+    });
 }
 
 std::unique_ptr<BusConnection::Subscription> DistributedBus::hear(const QString &name, bool everything)
@@ -140,8 +149,8 @@ void DistributedBus::ask(const QByteArray &sender)
     m_asked += sender;
     m_bus.bus()->callLater(
         {busName, busPath, busName, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)}, answerLimit,
-        [this, sender](const std::optional<QVariantList> &values, const auto &) {
-            const QVariant answer = values ? values->value(0) : QVariant();
+        [this, sender](const BusConnection::Reply &reply) {
+            const QVariant answer = BusConnection::firstOf(reply);
             // A poster that has gone is unknown, never user 0.
             learn(sender, answer.typeId() == QMetaType::UInt ? std::optional(answer.toUInt()) : std::nullopt);
         });

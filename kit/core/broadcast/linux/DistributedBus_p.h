@@ -24,9 +24,8 @@ public:
     DistributedBus(const DistributedBus &) = delete;
     DistributedBus &operator=(const DistributedBus &) = delete;
 
-    /// Hands the message to the bus and waits until the bus has it. False, with `reason` filled in, on
-    /// failure.
-    bool post(const DistributedMessage &message, QString *reason);
+    /// Hands the message to the bus and waits until the bus has it.
+    dozely::Result<void> post(const DistributedMessage &message);
 
     /// Hears notifications of these names from now on, or of every name.
     void setNames(const QSet<QString> &names, bool everyName);
@@ -41,6 +40,7 @@ private:
     };
 
     bool isWanted() const { return m_everyName || !m_names.isEmpty(); }
+    dozely::Result<void> handOver(const DistributedMessage &message, const QDeadlineTimer &deadline);
     void busIsLost();
     void subscribe();
     std::unique_ptr<BusConnection::Subscription> hear(const QString &name, bool everything);

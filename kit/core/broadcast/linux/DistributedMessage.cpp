@@ -149,6 +149,11 @@ std::optional<NSNotification> readPlain(const QString &name, const QVariant &obj
         return std::nullopt;
     return NSNotification(name, object, userInfo.toMap());
 }
+
+dozely::Error tooLarge()
+{
+    return {QString("it is larger than %1 bytes").arg(DistributedMessage::largest)};
+}
 } // namespace
 
 qsizetype DistributedMessage::sizeOf(const NSNotification &notification)
@@ -160,14 +165,12 @@ qsizetype DistributedMessage::sizeOf(const NSNotification &notification)
     return size;
 }
 
-std::optional<DistributedMessage> DistributedMessage::from(const NSNotification &notification,
-                                                           bool deliverImmediately, QString *reason)
+dozely::Result<DistributedMessage> DistributedMessage::from(const NSNotification &notification,
+                                                            bool deliverImmediately)
 {
     const QString name = notification.name();
-    if (name.isEmpty() || !CborBlock::isPlainText(name)) {
-        *reason = "a name must be a text without NUL and noncharacters";
-        return std::nullopt;
-    }
+    if (name.isEmpty() || !CborBlock::isPlainText(name))
+        return dozely::Error{"a name must be a text without NUL and noncharacters"};
     const quint32 options = deliverImmediately ? NSDistributedNotificationDeliverImmediately : 0U;
     DistributedMessage message;
     if (isText(notification.object()) && isPlain(notification.object(), 0) &&
@@ -175,16 +178,14 @@ std::optional<DistributedMessage> DistributedMessage::from(const NSNotification 
         message = {"ssa{sv}u", {name, notification.object(), notification.userInfo(), options}};
     } else {
         const auto block = CborBlock::encode(QVariantList{notification.object(), notification.userInfo()});
-        if (!block || block->size() > largest) {
-            *reason = block ? QString("it is larger than %1 bytes").arg(largest) : block.error().text;
-            return std::nullopt;
-        }
+        if (!block)
+            return block.error();
+        if (block->size() > largest)
+            return tooLarge();
         message = {"sayu", {name, *block, options}};
     }
-    if (sizeOf(notification) > largest) {
-        *reason = QString("it is larger than %1 bytes").arg(largest);
-        return std::nullopt;
-    }
+    if (sizeOf(notification) > largest)
+        return tooLarge();
     return message;
 }
 

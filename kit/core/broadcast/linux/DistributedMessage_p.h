@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
 
@@ -18,9 +19,9 @@ struct DOZELYKIT_AUTOTEST_EXPORT DistributedMessage {
     QByteArray signature;
     QVariantList arguments;
 
-    /// The message for a notification; absent, with `reason` filled in, for one that cannot travel.
-    static std::optional<DistributedMessage> from(const NSNotification &notification, bool deliverImmediately,
-                                                  QString *reason);
+    /// The message for a notification; fails for one that cannot travel.
+    static dozely::Result<DistributedMessage> from(const NSNotification &notification,
+                                                   bool deliverImmediately);
 
     /// The notification in the arguments of a signal, its sender's id apart; absent for what is none, or is
     /// too large.

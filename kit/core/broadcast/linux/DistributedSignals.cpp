@@ -95,13 +95,13 @@ std::shared_ptr<DistributedSignals::Private> DistributedSignals::state()
 
 bool DistributedSignals::post(const NSNotification &notification, Reach reach, bool deliverImmediately)
 {
-    QString reason;
-    const auto message = DistributedMessage::from(notification, deliverImmediately, &reason);
     DistributedBus &bus = reach == Reach::AllSessions ? state()->systemBus : state()->sessionBus;
-    if (message && bus.post(*message, &reason))
-        return true;
-    reportProblem(QString("The notification \"%1\" is not posted: %2.").arg(notification.name(), reason));
-    return false;
+    const auto message = DistributedMessage::from(notification, deliverImmediately);
+    const auto posted = message ? bus.post(*message) : message.error();
+    if (!posted)
+        reportProblem(QString("The notification \"%1\" is not posted: %2.")
+                          .arg(notification.name(), posted.error().text));
+    return posted.ok();
 }
 
 std::unique_ptr<DistributedNotifications::Listening>

@@ -42,54 +42,38 @@ int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
 }
 } // namespace
 
-void tellBusFailure(BusConnection::Failure *failure, const QByteArray &name, const QString &text)
+dozely::Error busError(int result)
 {
-    if (failure)
-        *failure = {name, text};
+    return {qt_error_string(-result), failedName};
 }
 
-void tellBusFailure(BusConnection::Failure *failure, int result)
-{
-    tellBusFailure(failure, failedName, qt_error_string(-result));
-}
-
-BusConnection::Private::Message BusConnection::Private::makeCall(const Member &method,
-                                                                 const QByteArray &signature,
-                                                                 const QVariantList &arguments,
-                                                                 Failure *failure)
+dozely::Result<BusConnection::Private::Message>
+BusConnection::Private::makeCall(const Member &method, const QByteArray &signature,
+                                 const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
     const int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
                                                       method.path.constData(), method.interface.constData(),
                                                       method.name.constData());
     Message message(made);
-    if (result < 0) {
-        tellBusFailure(failure, result);
-        return nullptr;
-    }
-    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended) {
-        tellBusFailure(failure, failedName, appended.error().text);
-        return nullptr;
-    }
+    if (result < 0)
+        return busError(result);
+    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
+        return dozely::Error{appended.error().text, failedName};
     return message;
 }
 
-std::optional<QVariantList> BusConnection::Private::valuesOf(sd_bus_message *reply, Failure *failure)
+BusConnection::Reply BusConnection::Private::valuesOf(sd_bus_message *reply)
 {
-    if (const sd_bus_error *error = sd_bus_message_get_error(reply)) {
-        tellBusFailure(failure, error->name, QString::fromUtf8(error->message));
-        return std::nullopt;
-    }
+    if (const sd_bus_error *error = sd_bus_message_get_error(reply))
+        return dozely::Error{QString::fromUtf8(error->message), error->name};
     auto values = BusCodec::read(reply, BusCodec::machineBus);
-    if (!values) {
-        tellBusFailure(failure, failedName, values.error().text);
-        return std::nullopt;
-    }
-    return *std::move(values);
+    if (!values)
+        return dozely::Error{values.error().text, failedName};
+    return values;
 }
 
-std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call,
-                                                            const QDeadlineTimer &deadline, Failure *failure)
+BusConnection::Reply BusConnection::Private::replyTo(sd_bus_message *call, const QDeadlineTimer &deadline)
 {
     Message reply;
     const auto keepReply = [](sd_bus_message *message, void *destination, sd_bus_error *) {
@@ -102,19 +86,15 @@ std::optional<QVariantList> BusConnection::Private::replyTo(sd_bus_message *call
     const Slot slot(pending); // taken back when this returns early, so that no late reply finds `reply` gone
     while (result >= 0 && !reply) {
         // The bus may be busy with other messages all the time: the deadline is looked at in any case.
-        if (deadline.hasExpired()) {
-            tellBusFailure(failure, timeoutName, "The bus did not answer in time.");
-            return std::nullopt;
-        }
+        if (deadline.hasExpired())
+            return dozely::Error{"The bus did not answer in time.", timeoutName};
         result = pull();
         if (result == 0 && !reply)
             result = waitForBus(bus.get(), deadline);
     }
-    if (result < 0) {
-        tellBusFailure(failure, result);
-        return std::nullopt;
-    }
-    return valuesOf(reply.get(), failure);
+    if (result < 0)
+        return busError(result);
+    return valuesOf(reply.get());
 }
 
 BusConnection::BusConnection(std::shared_ptr<Private> state) : d(std::move(state)) {}
@@ -124,68 +104,63 @@ BusConnection::~BusConnection()
     d->abandon();
 }
 
-std::unique_ptr<BusConnection> BusConnection::open(Bus bus, Failure *failure)
+dozely::Result<std::unique_ptr<BusConnection>> BusConnection::open(Bus bus)
 {
     sd_bus *opened = nullptr;
     const int result = bus == Bus::System ? sd_bus_open_system(&opened) : sd_bus_open_user(&opened);
-    if (result < 0) {
-        tellBusFailure(failure, result);
-        return nullptr;
-    }
+    if (result < 0)
+        return busError(result);
     auto state = std::make_shared<Private>();
     state->bus.reset(opened);
     return std::unique_ptr<BusConnection>(new BusConnection(std::move(state)));
 }
 
-std::optional<QVariantList> BusConnection::call(const Member &method, const QByteArray &signature,
-                                                const QVariantList &arguments, const QDeadlineTimer &deadline,
-                                                Failure *failure)
+BusConnection::Reply BusConnection::call(const Member &method, const QByteArray &signature,
+                                         const QVariantList &arguments, const QDeadlineTimer &deadline)
 {
-    const Private::Message message = d->makeCall(method, signature, arguments, failure);
+    const auto message = d->makeCall(method, signature, arguments);
     if (!message)
-        return std::nullopt;
-    auto reply = d->replyTo(message.get(), deadline, failure);
+        return message.error();
+    auto reply = d->replyTo(message->get(), deadline);
     if (d->watch)
         d->rearm(); // what came meanwhile is delivered from the event loop
     return reply;
 }
 
-std::optional<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline,
-                                                Failure *failure)
+dozely::Result<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline)
 {
     const Member get{property.destination, property.path, "org.freedesktop.DBus.Properties", "Get"};
-    const auto values =
-        call(get, "ss", {QString::fromLatin1(property.interface), QString::fromLatin1(property.name)},
-             deadline, failure);
-    if (!values)
-        return std::nullopt;
-    if (values->size() != 1) {
-        tellBusFailure(failure, failedName, "The answer holds no value.");
-        return std::nullopt;
-    }
-    return values->constFirst();
+    const Reply reply = call(
+        get, "ss", {QString::fromLatin1(property.interface), QString::fromLatin1(property.name)}, deadline);
+    if (!reply)
+        return reply.error();
+    if (reply->size() != 1)
+        return dozely::Error{"The answer holds no value.", failedName};
+    return reply->constFirst();
 }
 
-bool BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
-                               const QByteArray &signature, const QVariantList &arguments, Failure *failure)
+dozely::Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface,
+                                               const QByteArray &name, const QByteArray &signature,
+                                               const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
     int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
                                            name.constData());
     const Private::Message message(made);
-    if (result >= 0) {
-        const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus);
-        if (!appended) {
-            tellBusFailure(failure, failedName, appended.error().text);
-            return false;
-        }
-        result = sd_bus_send(d->bus.get(), made, nullptr);
-    }
-    if (result >= 0)
-        d->attachToEventLoop(); // what the socket did not take at once leaves from there
-    else
-        tellBusFailure(failure, result);
-    return result >= 0;
+    if (result < 0)
+        return busError(result);
+    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
+        return dozely::Error{appended.error().text, failedName};
+    result = sd_bus_send(d->bus.get(), made, nullptr);
+    if (result < 0)
+        return busError(result);
+    d->attachToEventLoop(); // what the socket did not take at once leaves from there
+    return {};
+}
+
+QVariant BusConnection::firstOf(const Reply &reply)
+{
+    return reply ? reply->value(0) : QVariant();
 }
 
 QByteArray BusConnection::uniqueName() const

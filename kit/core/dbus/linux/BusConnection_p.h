@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
 #include <QDeadlineTimer>
@@ -11,7 +12,6 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <optional>
 
 /// A connection of our own to one of the machine's message buses: the only place that speaks to services
 /// there.
@@ -23,6 +23,8 @@
 /// Signals and the answers to asynchronous calls are delivered from the thread's Qt event loop, one after the
 /// other in the order in which they came, never from within a function of this class; a handler may do
 /// anything, destroy the connection included.
+///
+/// What fails tells a text for a person and, as its name, that of the error on the bus.
 ///
 /// THREADING: one thread; it needs an event loop for signals and asynchronous calls only. BLOCKING: open does
 /// not wait; `call` waits until its deadline, which covers connecting and authentication too: a bus that
@@ -39,12 +41,6 @@ public:
         QByteArray path;
         QByteArray interface;
         QByteArray name;
-    };
-
-    /// Why a call gave nothing: the error's name on the bus and a text for a person.
-    struct Failure {
-        QByteArray name;
-        QString text;
     };
 
     /// Which signals to hear. An empty field stands for any. A `sender` with a well-known name is held to the
@@ -68,8 +64,8 @@ public:
 
     using SignalHandler = std::function<void(const Signal &)>;
     using OwnerHandler = std::function<void(const QByteArray &owner)>;
-    using ReplyHandler =
-        std::function<void(const std::optional<QVariantList> &values, const Failure &failure)>;
+    using Reply = dozely::Result<QVariantList>; ///< The values of a reply.
+    using ReplyHandler = std::function<void(const Reply &reply)>;
 
     /// Hearing ends when this is destroyed, at once. May outlive its connection.
     class Subscription
@@ -78,28 +74,26 @@ public:
         virtual ~Subscription() = default;
     };
 
-    /// Begins to connect; null when nobody listens there.
-    static std::unique_ptr<BusConnection> open(Bus bus, Failure *failure = nullptr);
+    /// Begins to connect; fails when nobody listens there.
+    static dozely::Result<std::unique_ptr<BusConnection>> open(Bus bus);
 
     ~BusConnection();
     BusConnection(const BusConnection &) = delete;
     BusConnection &operator=(const BusConnection &) = delete;
 
     /// Calls the operation and returns the values of its reply. `signature` gives the types of `arguments` on
-    /// the wire, one complete type each. Absent on failure: an error reply, a bus that went away, the
+    /// the wire, one complete type each. What may fail: an error reply, a bus that went away, the
     /// deadline. Signals that arrive meanwhile are delivered later, from the event loop.
-    std::optional<QVariantList> call(const Member &method, const QByteArray &signature,
-                                     const QVariantList &arguments, const QDeadlineTimer &deadline,
-                                     Failure *failure = nullptr);
+    Reply call(const Member &method, const QByteArray &signature, const QVariantList &arguments,
+               const QDeadlineTimer &deadline);
 
     /// Calls the operation without waiting; `handler` gets what `call` would have returned, exactly once,
     /// unless the connection is destroyed before. The time-out begins when the bus has accepted us.
     void callLater(const Member &method, const QByteArray &signature, const QVariantList &arguments,
                    std::chrono::milliseconds timeout, ReplyHandler handler);
 
-    /// Reads one property; absent on failure.
-    std::optional<QVariant> property(const Member &property, const QDeadlineTimer &deadline,
-                                     Failure *failure = nullptr);
+    /// Reads one property.
+    dozely::Result<QVariant> property(const Member &property, const QDeadlineTimer &deadline);
 
     /// Hears the signals of `source` that the bus passes on from when it knows of this; whatever is sent
     /// through this connection afterwards, the bus sees later. One signal goes to those who hear it in the
@@ -109,9 +103,13 @@ public:
     /// Tells the unique name of the owner of `name`, empty when it has none: once soon, then at each change.
     std::unique_ptr<Subscription> watchOwner(const QByteArray &name, OwnerHandler handler);
 
-    /// Sends a signal to whoever listens; false (and `failure`) when it could not be queued.
-    bool emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
-                    const QByteArray &signature, const QVariantList &arguments, Failure *failure = nullptr);
+    /// Sends a signal to whoever listens; fails when it could not be queued.
+    dozely::Result<void> emitSignal(const QByteArray &path, const QByteArray &interface,
+                                    const QByteArray &name, const QByteArray &signature,
+                                    const QVariantList &arguments);
+
+    /// The first value of a reply; invalid for one that failed or is empty.
+    static QVariant firstOf(const Reply &reply);
 
     /// Our unique name on the bus; empty until the bus has accepted us.
     QByteArray uniqueName() const;

@@ -27,12 +27,10 @@ struct BusConnection::Private::LaterCall {
     static int answered(sd_bus_message *reply, void *data, sd_bus_error *)
     {
         auto *const call = static_cast<LaterCall *>(data);
-        Failure failure;
-        auto values = valuesOf(reply, &failure);
         if (const auto connection = call->connection.lock()) {
             connection->laterCalls.erase(call);
-            connection->queue.emplace_back([handler = std::move(call->handler), values = std::move(values),
-                                            failure] { handler(values, failure); });
+            connection->queue.emplace_back(
+                [handler = std::move(call->handler), values = valuesOf(reply)] { handler(values); });
         }
         return 1;
     }
@@ -53,25 +51,24 @@ void BusConnection::callLater(const Member &method, const QByteArray &signature,
                               const QVariantList &arguments, std::chrono::milliseconds timeout,
                               ReplyHandler handler)
 {
-    Failure failure;
-    const Private::Message message = d->makeCall(method, signature, arguments, &failure);
+    const auto message = d->makeCall(method, signature, arguments);
     sd_bus_slot *slot = nullptr;
+    int result = 0;
     if (message) {
         auto call = std::make_unique<Private::LaterCall>(Private::LaterCall{d, handler});
         const auto limit = std::chrono::duration_cast<std::chrono::microseconds>(timeout).count();
-        const int result = sd_bus_call_async(d->bus.get(), &slot, message.get(), Private::LaterCall::answered,
-                                             call.get(), static_cast<uint64_t>(limit));
+        result = sd_bus_call_async(d->bus.get(), &slot, message->get(), Private::LaterCall::answered,
+                                   call.get(), static_cast<uint64_t>(limit));
         if (result >= 0) {
             sd_bus_slot_set_destroy_callback(slot, Private::LaterCall::destroy);
             sd_bus_slot_set_floating(slot, 1);
             sd_bus_slot_unref(slot);
             d->laterCalls.insert(call.release());
-        } else {
-            tellBusFailure(&failure, result);
         }
     }
     if (!slot)
-        d->queue.emplace_back([handler = std::move(handler), failure] { handler(std::nullopt, failure); });
+        d->queue.emplace_back([handler = std::move(handler),
+                               error = message ? busError(result) : message.error()] { handler(error); });
     d->attachToEventLoop();
 }
 
@@ -103,9 +100,9 @@ void BusConnection::Private::disconnect()
     disconnected = true;
     watch->watch(-1, 0);
     sd_bus_close(bus.get()); // calls from now on fail at once
-    const Failure failure{"org.freedesktop.DBus.Error.NoReply", "The bus has gone away."};
+    const Reply failure = dozely::Error{"The bus has gone away.", "org.freedesktop.DBus.Error.NoReply"};
     for (LaterCall *call : std::exchange(laterCalls, {}))
-        queue.emplace_back([handler = std::move(call->handler), failure] { handler(std::nullopt, failure); });
+        queue.emplace_back([handler = std::move(call->handler), failure] { handler(failure); });
     for (auto &[name, state] : names)
         setOwner(state, "");
     if (onDisconnected)

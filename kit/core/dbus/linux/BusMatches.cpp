@@ -184,11 +184,11 @@ void BusConnection::Private::follow(const QByteArray &name)
     followed.changes =
         match({busName, busPath, busName, ownerSignal, QString::fromLatin1(name)}, Name::changed, &followed);
     // The bus answers in order: the owner is known before the first signal that is asked for after this.
-    const Message question =
-        makeCall({busName, busPath, busName, "GetNameOwner"}, "s", {QString::fromLatin1(name)}, nullptr);
+    const auto question =
+        makeCall({busName, busPath, busName, "GetNameOwner"}, "s", {QString::fromLatin1(name)});
     sd_bus_slot *slot = nullptr;
     if (question)
-        sd_bus_call_async(bus.get(), &slot, question.get(), Name::answered, &followed, UINT64_MAX);
+        sd_bus_call_async(bus.get(), &slot, question->get(), Name::answered, &followed, UINT64_MAX);
     followed.question.reset(slot);
 }
 

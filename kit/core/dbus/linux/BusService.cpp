@@ -23,13 +23,13 @@ dozely::Result<void> BusService::open()
 {
     if (m_bus)
         return {};
-    BusConnection::Failure failure;
-    m_bus = BusConnection::open(m_kind, &failure);
-    if (!m_bus) {
+    auto opened = BusConnection::open(m_kind);
+    if (!opened) {
         retryLater();
-        tellAbsence(Absence::NoBus, failure.text);
-        return dozely::Error{failure.text, failure.name};
+        tellAbsence(Absence::NoBus, opened.error().text);
+        return opened.error();
     }
+    m_bus = *std::move(opened);
     m_bus->onDisconnected([this] { close(); });
     m_ownership = m_bus->watchOwner(m_name, [this](const QByteArray &owner) { ownerIs(owner); });
     if (m_handlers.opened)

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
-#include "DozelyKit/core/foundation/Result.h"
 
 #include <QObject>
+
+#include <optional>
 
 class Clock;
 

@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <systemd/sd-bus.h>
 
@@ -71,14 +72,12 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     bool queueOverflowed = false;
     std::unique_ptr<DescriptorWatch> watch; ///< Null as long as nothing needs the event loop.
 
-    /// A call that is ready to be sent. Null, and `failure` filled in, when an argument does not fit.
-    Message makeCall(const Member &method, const QByteArray &signature, const QVariantList &arguments,
-                     Failure *failure);
-    /// Sends `call` and serves the bus until its reply is there. Absent, and `failure` filled in, on failure.
-    std::optional<QVariantList> replyTo(sd_bus_message *call, const QDeadlineTimer &deadline,
-                                        Failure *failure);
-    /// The values of a reply; absent, and `failure` filled in, for an error.
-    static std::optional<QVariantList> valuesOf(sd_bus_message *reply, Failure *failure);
+    /// A call that is ready to be sent; fails when an argument does not fit.
+    dozely::Result<Message> makeCall(const Member &method, const QByteArray &signature,
+                                     const QVariantList &arguments);
+    /// Sends `call` and serves the bus until its reply is there.
+    Reply replyTo(sd_bus_message *call, const QDeadlineTimer &deadline);
+    static Reply valuesOf(sd_bus_message *reply);
 
     /// One step of the connection: 0 when there is nothing to do, a negative errno value when it is lost.
     int pull();
@@ -103,7 +102,5 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     void abandon();
 };
 
-/// Fills in why something failed; `failure` may be null.
-void tellBusFailure(BusConnection::Failure *failure, const QByteArray &name, const QString &text);
-/// The same for a negative errno value.
-void tellBusFailure(BusConnection::Failure *failure, int result);
+/// Why something failed with a negative errno value.
+dozely::Error busError(int result);

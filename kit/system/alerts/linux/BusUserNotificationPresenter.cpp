@@ -83,13 +83,12 @@ void BusUserNotificationPresenter::send(const AlertPointer &alert)
         return;
     alert->isWaiting = false;
     alert->isSent = true;
-    m_server.notify(alert->content, alert->id, [this, alert](std::optional<quint32> id, const QString &why) {
-        serverHasAnswered(alert, id, why);
-    });
+    m_server.notify(alert->content, alert->id,
+                    [this, alert](const dozely::Result<quint32> &id) { serverHasAnswered(alert, id); });
 }
 
-void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert, std::optional<quint32> id,
-                                                     const QString &why)
+void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert,
+                                                     const dozely::Result<quint32> &id)
 {
     alert->isSent = false;
     const quint32 replaced = alert->id;
@@ -109,7 +108,7 @@ void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert, 
     if (id) {
         m_events.shown(notification);
     } else {
-        reportProblem("An alert was not shown: " + why);
+        reportProblem("An alert was not shown: " + id.error().text);
         if (alert->id == 0 && !alert->isWaiting) {
             std::erase(m_alerts, alert);
             m_events.closed(notification);

@@ -35,7 +35,7 @@ private:
     AlertPointer find(quint32 id) const;
     void send(const AlertPointer &alert);
     void sendWaiting();
-    void serverHasAnswered(const AlertPointer &alert, std::optional<quint32> id, const QString &why);
+    void serverHasAnswered(const AlertPointer &alert, const dozely::Result<quint32> &id);
     void serverHasClosed(quint32 id);
     void serverHasCancelled(quint32 id);
     void dropAll(const QString &why);

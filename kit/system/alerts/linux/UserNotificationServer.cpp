@@ -25,9 +25,9 @@ QString quotable(const QString &text)
     return logLabel(text).simplified();
 }
 
-QString quotable(const BusConnection::Failure &failure)
+QString quotable(const dozely::Error &error)
 {
-    return quotable(failure.text.isEmpty() ? QString::fromUtf8(failure.name) : failure.text);
+    return quotable(error.text.isEmpty() ? QString::fromUtf8(error.name) : error.text);
 }
 
 QVariantMap hints()
@@ -116,13 +116,12 @@ void UserNotificationServer::start()
         return;
     m_service.bus()->callLater(
         {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName"}, "su",
-        {QString(service), 0U}, startLimit,
-        [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
+        {QString(service), 0U}, startLimit, [this](const BusConnection::Reply &reply) {
             m_isStarting = false;
             // A server that has come was told of before this answer.
             if (m_isNeeded && !m_service.isThere())
                 fail("no notification server: " +
-                     (values ? QString("it was started and is not there") : quotable(failure)));
+                     (reply ? QString("it was started and is not there") : quotable(reply.error())));
         });
 }
 
@@ -133,23 +132,20 @@ void UserNotificationServer::readCapabilities()
     m_signals = m_service.subscribe(path, service, {},
                                     [this](const BusConnection::Signal &signal) { signalHasCome(signal); });
     call("GetCapabilities", {}, {},
-         [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
-             capabilitiesHaveCome(values, failure);
-         });
+         [this](const BusConnection::Reply &reply) { capabilitiesHaveCome(reply); });
 }
 
-void UserNotificationServer::capabilitiesHaveCome(const std::optional<QVariantList> &values,
-                                                  const BusConnection::Failure &failure)
+void UserNotificationServer::capabilitiesHaveCome(const BusConnection::Reply &reply)
 {
-    if (!values && failure.name == noReply) {
+    if (!reply && reply.error().name == noReply) {
         m_isAsked = false;
-        fail(quotable(failure));
+        fail(quotable(reply.error()));
         return;
     }
     // One that refuses to say may show an alert all the same. An action that it does not know harms nothing.
-    if (!values)
-        reportProblem("The notification server does not say what it can do: " + quotable(failure));
-    m_capabilities = values ? values->value(0).toStringList() : QStringList("actions");
+    if (!reply)
+        reportProblem("The notification server does not say what it can do: " + quotable(reply.error()));
+    m_capabilities = reply ? reply->value(0).toStringList() : QStringList("actions");
     m_isReady = true;
     m_handlers.ready();
 }
@@ -165,10 +161,9 @@ void UserNotificationServer::call(const QByteArray &method, const QByteArray &si
 {
     m_service.bus()->callLater(
         {*m_service.owner(), path, service, method}, signature, arguments, answerLimit,
-        [this, epoch = m_epoch, handler = std::move(handler)](const std::optional<QVariantList> &values,
-                                                              const BusConnection::Failure &failure) {
+        [this, epoch = m_epoch, handler = std::move(handler)](const BusConnection::Reply &reply) {
             if (epoch == m_epoch)
-                handler(values, failure);
+                handler(reply);
         });
 }
 
@@ -183,25 +178,23 @@ void UserNotificationServer::notify(const Content &content, quint32 replaced, No
     constexpr qint32 untilWithdrawn = 0;
     call("Notify", "susssasa{sv}i",
          {"Dozely", replaced, "appointment-soon", content.title, text, actions, hints(), untilWithdrawn},
-         [handler = std::move(handler)](const std::optional<QVariantList> &values,
-                                        const BusConnection::Failure &failure) {
-             const QVariant id = values.value_or(QVariantList()).value(0);
-             if (!values)
-                 handler(std::nullopt, quotable(failure));
+         [handler = std::move(handler)](const BusConnection::Reply &reply) {
+             const QVariant id = BusConnection::firstOf(reply);
+             if (!reply)
+                 handler(dozely::Error{quotable(reply.error()), reply.error().name});
              else if (id.typeId() != QMetaType::UInt || id.toUInt() == 0)
-                 handler(std::nullopt, "the notification server gave it no id");
+                 handler(dozely::Error{"the notification server gave it no id"});
              else
-                 handler(id.toUInt(), {});
+                 handler(id.toUInt());
          });
 }
 
 void UserNotificationServer::close(quint32 id, Failures failures)
 {
-    call("CloseNotification", "u", {id},
-         [failures](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
-             if (!values && failures == Failures::Told)
-                 reportProblem("An alert was not withdrawn: " + quotable(failure));
-         });
+    call("CloseNotification", "u", {id}, [failures](const BusConnection::Reply &reply) {
+        if (!reply && failures == Failures::Told)
+            reportProblem("An alert was not withdrawn: " + quotable(reply.error()));
+    });
 }
 
 void UserNotificationServer::signalHasCome(const BusConnection::Signal &signal)

@@ -30,8 +30,8 @@ public:
         std::function<void(quint32 id)> closed;
         std::function<void(quint32 id)> cancelled; ///< The action was invoked.
     };
-    /// The id that the server gave; absent on failure.
-    using NotifyHandler = std::function<void(std::optional<quint32> id, const QString &why)>;
+    /// The id that the server gave.
+    using NotifyHandler = std::function<void(const dozely::Result<quint32> &id)>;
 
     explicit UserNotificationServer(Handlers handlers);
     ~UserNotificationServer();
@@ -59,8 +59,7 @@ private:
     void serverIsLost();
     void start();
     void readCapabilities();
-    void capabilitiesHaveCome(const std::optional<QVariantList> &values,
-                              const BusConnection::Failure &failure);
+    void capabilitiesHaveCome(const BusConnection::Reply &reply);
     void fail(const QString &why);
     void signalHasCome(const BusConnection::Signal &signal);
     void call(const QByteArray &method, const QByteArray &signature, const QVariantList &arguments,

@@ -61,9 +61,9 @@ QString LinuxMachineIdentity::computerName()
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
         return hostName;
-    const auto pretty = bus->property({"org.freedesktop.hostname1", "/org/freedesktop/hostname1",
-                                       "org.freedesktop.hostname1", "PrettyHostname"},
-                                      QDeadlineTimer(limit));
-    const QString name = pretty.value_or(QVariant()).toString();
+    const auto pretty = (*bus)->property({"org.freedesktop.hostname1", "/org/freedesktop/hostname1",
+                                          "org.freedesktop.hostname1", "PrettyHostname"},
+                                         QDeadlineTimer(limit));
+    const QString name = pretty ? pretty->toString() : QString();
     return name.isEmpty() ? hostName : name;
 }

@@ -17,7 +17,7 @@ QByteArray activeSession(BusConnection &bus, const QDeadlineTimer &deadline)
 {
     const auto active =
         bus.property({service, seatPath, "org.freedesktop.login1.Seat", "ActiveSession"}, deadline);
-    const QVariantList session = active.value_or(QVariant()).toList(); // name, object path
+    const QVariantList session = active ? active->toList() : QVariantList(); // name, object path
     return session.value(0).toString().isEmpty() ? QByteArray() : session.value(1).toString().toUtf8();
 }
 } // namespace
@@ -28,12 +28,13 @@ std::optional<ConsoleUser::User> LogindConsoleUser::current()
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
         return std::nullopt;
-    const QByteArray session = activeSession(*bus, deadline);
+    const QByteArray session = activeSession(**bus, deadline);
     if (session.isEmpty())
         return std::nullopt;
     const auto ask = [&](const QByteArray &name) {
-        return bus->property({service, session, "org.freedesktop.login1.Session", name}, deadline)
-            .value_or(QVariant());
+        const auto answer =
+            (*bus)->property({service, session, "org.freedesktop.login1.Session", name}, deadline);
+        return answer ? *answer : QVariant();
     };
     // A session that ends while it is asked gives no answer, and is nobody as well.
     const QString sessionClass = ask("Class").toString();

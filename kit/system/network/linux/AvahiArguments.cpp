@@ -27,16 +27,21 @@ QByteArray AvahiArguments::recordFrom(const QVariantList &strings)
     return TxtRecord::fromStrings(list);
 }
 
-QByteArray AvahiArguments::pathIn(const std::optional<QVariantList> &values)
+dozely::Result<QString> AvahiArguments::textIn(const BusConnection::Reply &reply)
 {
-    return values ? values->value(0).toString().toLatin1() : QByteArray();
+    if (!reply)
+        return reply.error();
+    const QString text = reply->value(0).toString();
+    if (text.isEmpty())
+        return dozely::Error{"the daemon's answer is empty"};
+    return text;
 }
 
-NetServices::Problem AvahiArguments::problemOf(const BusConnection::Failure &failure)
+NetServices::Problem AvahiArguments::problemOf(const dozely::Error &error)
 {
-    if (failure.name == "org.freedesktop.Avahi.CollisionError")
+    if (error.name == "org.freedesktop.Avahi.CollisionError")
         return NetServices::Problem::Collision;
     // Whatever else the daemon itself says is about what it was told; other errors come from the bus.
-    return failure.name.startsWith("org.freedesktop.Avahi.") ? NetServices::Problem::BadArgument
-                                                             : NetServices::Problem::Unavailable;
+    return error.name.startsWith("org.freedesktop.Avahi.") ? NetServices::Problem::BadArgument
+                                                           : NetServices::Problem::Unavailable;
 }

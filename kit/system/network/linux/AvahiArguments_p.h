@@ -18,8 +18,8 @@ QVariantList txtStrings(const QByteArray &record);
 /// The record whose strings the daemon told (`aay`).
 QByteArray recordFrom(const QVariantList &strings);
 
-/// The object path that an operation gave; empty when it failed.
-QByteArray pathIn(const std::optional<QVariantList> &values);
+/// The text, such as the path of an object, that an operation gave; one that gave none has failed.
+dozely::Result<QString> textIn(const BusConnection::Reply &reply);
 
-NetServices::Problem problemOf(const BusConnection::Failure &failure);
+NetServices::Problem problemOf(const dozely::Error &error);
 } // namespace AvahiArguments

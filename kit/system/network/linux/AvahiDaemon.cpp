@@ -74,7 +74,7 @@ void AvahiDaemon::free(const QByteArray &path, const QByteArray &interface)
 {
     // Not while the daemon is away: the bus would start it only to be told to forget what it does not know.
     if (!path.isEmpty() && m_service.isThere())
-        call(path, interface, "Free", {}, {}, [](const auto &, const auto &) {});
+        call(path, interface, "Free", {}, {}, [](const auto &) {});
 }
 
 std::unique_ptr<BusConnection::Subscription> AvahiDaemon::subscribe(const QByteArray &interface,
@@ -117,13 +117,12 @@ void AvahiDaemon::isAway(BusService::Absence why, const QString &text)
 
 void AvahiDaemon::askForState()
 {
-    call("/", serverInterface, "GetState", {}, {},
-         [this](const std::optional<QVariantList> &values, const BusConnection::Failure &failure) {
-             if (values)
-                 stateChanged(values->value(0).toInt());
-             else if (!m_service.isThere())
-                 become(State::Away, failure.text);
-         });
+    call("/", serverInterface, "GetState", {}, {}, [this](const BusConnection::Reply &reply) {
+        if (reply)
+            stateChanged(reply->value(0).toInt());
+        else if (!m_service.isThere())
+            become(State::Away, reply.error().text);
+    });
 }
 
 void AvahiDaemon::stateChanged(int state)

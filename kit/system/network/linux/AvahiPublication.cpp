@@ -61,14 +61,13 @@ void AvahiPublication::daemonIsNotReady(bool isAway, const QString &text)
         m_handler.notPublished({NetServices::Problem::Unavailable, text});
 }
 
-void AvahiPublication::call(
-    const QByteArray &name, const QByteArray &signature, const QVariantList &arguments,
-    const std::function<void(const std::optional<QVariantList> &, const BusConnection::Failure &)> &handler)
+void AvahiPublication::call(const QByteArray &name, const QByteArray &signature,
+                            const QVariantList &arguments, const BusConnection::ReplyHandler &handler)
 {
     m_daemon->call(m_group, groupInterface, name, signature, arguments,
-                   [attempt = std::weak_ptr(m_attempt), handler](const auto &values, const auto &failure) {
+                   [attempt = std::weak_ptr(m_attempt), handler](const auto &reply) {
                        if (!attempt.expired())
-                           handler(values, failure);
+                           handler(reply);
                    });
 }
 
@@ -79,19 +78,18 @@ void AvahiPublication::makeGroup()
     m_changes = m_daemon->subscribe(groupInterface, [this](const auto &signal) { groupChanged(signal); });
     m_daemon->call("/", AvahiArguments::serverInterface, "EntryGroupNew", {}, {},
                    [this, attempt = std::weak_ptr(m_attempt),
-                    daemon = std::weak_ptr(m_daemon)](const auto &values, const auto &failure) {
-                       const QByteArray path = AvahiArguments::pathIn(values);
+                    daemon = std::weak_ptr(m_daemon)](const BusConnection::Reply &reply) {
+                       const auto path = AvahiArguments::textIn(reply);
+                       const auto alive = daemon.lock();
                        if (attempt.expired()) {
-                           // Nobody wants it any more.
-                           if (const auto alive = daemon.lock())
-                               alive->free(path, groupInterface);
-                           return;
-                       }
-                       m_group = path;
-                       if (m_group.isEmpty())
-                           fail(AvahiArguments::problemOf(failure), failure.text);
-                       else
+                           if (path && alive)
+                               alive->free(path->toLatin1(), groupInterface); // nobody wants it any more
+                       } else if (path) {
+                           m_group = path->toLatin1();
                            addService();
+                       } else {
+                           fail(path.error());
+                       }
                    });
 }
 
@@ -106,22 +104,22 @@ void AvahiPublication::addService()
                                  QString(""),
                                  m_port,
                                  AvahiArguments::txtStrings(m_record)};
-    call("AddService", "iiussssqaay", arguments, [this](const auto &values, const auto &failure) {
-        if (values)
+    call("AddService", "iiussssqaay", arguments, [this](const BusConnection::Reply &reply) {
+        if (reply)
             commit();
-        else if (failure.name == collisionName)
+        else if (reply.error().name == collisionName)
             rename(); // with another service of this machine
         else
-            fail(AvahiArguments::problemOf(failure), failure.text);
+            fail(reply.error());
     });
 }
 
 void AvahiPublication::commit()
 {
     m_isAdded = true;
-    call("Commit", {}, {}, [this](const auto &values, const auto &failure) {
-        if (!values)
-            fail(AvahiArguments::problemOf(failure), failure.text);
+    call("Commit", {}, {}, [this](const BusConnection::Reply &reply) {
+        if (!reply)
+            fail(reply.error());
     });
 }
 
@@ -144,17 +142,22 @@ void AvahiPublication::rename()
     if (!m_mayRename || ++m_renames > mostRenames)
         return fail(NetServices::Problem::Collision,
                     QString("The name \"%1\" is taken.").arg(m_service.name));
-    call("Reset", {}, {}, [](const auto &, const auto &) {});
+    call("Reset", {}, {}, [](const auto &) {});
     m_daemon->call("/", AvahiArguments::serverInterface, "GetAlternativeServiceName", "s", {m_service.name},
-                   [this, attempt = std::weak_ptr(m_attempt)](const auto &values, const auto &failure) {
+                   [this, attempt = std::weak_ptr(m_attempt)](const BusConnection::Reply &reply) {
                        if (attempt.expired())
                            return;
-                       const QString name = values ? values->value(0).toString() : QString();
-                       if (name.isEmpty())
-                           return fail(AvahiArguments::problemOf(failure), failure.text);
-                       m_service.name = name;
+                       const auto name = AvahiArguments::textIn(reply);
+                       if (!name)
+                           return fail(name.error());
+                       m_service.name = *name;
                        addService();
                    });
+}
+
+void AvahiPublication::fail(const dozely::Error &error)
+{
+    fail(AvahiArguments::problemOf(error), error.text);
 }
 
 void AvahiPublication::fail(NetServices::Problem problem, const QString &text)
@@ -175,8 +178,8 @@ void AvahiPublication::setTxtRecord(const QByteArray &record)
                                  m_service.type,
                                  m_service.domain,
                                  AvahiArguments::txtStrings(m_record)};
-    call("UpdateServiceTxt", "iiusssaay", arguments, [this](const auto &values, const auto &failure) {
-        if (!values)
-            fail(AvahiArguments::problemOf(failure), failure.text);
+    call("UpdateServiceTxt", "iiusssaay", arguments, [this](const BusConnection::Reply &reply) {
+        if (!reply)
+            fail(reply.error());
     });
 }

@@ -26,10 +26,10 @@ private:
     void groupChanged(const BusConnection::Signal &signal);
     void rename();
     void fail(NetServices::Problem problem, const QString &text);
+    void fail(const dozely::Error &error);
     void forgetGroup();
     void call(const QByteArray &name, const QByteArray &signature, const QVariantList &arguments,
-              const std::function<void(const std::optional<QVariantList> &, const BusConnection::Failure &)>
-                  &handler);
+              const BusConnection::ReplyHandler &handler);
 
     std::shared_ptr<AvahiDaemon> m_daemon;
     NetServices::Service m_service; ///< Its name is the one being tried.

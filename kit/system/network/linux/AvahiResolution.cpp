@@ -84,17 +84,16 @@ void AvahiResolution::make(const QByteArray &operation, const QByteArray &signat
                            const std::function<void(const QByteArray &path)> &made)
 {
     m_daemon->call("/", AvahiArguments::serverInterface, operation, signature, arguments,
-                   [this, interface, token, made, daemon = std::weak_ptr(m_daemon)](const auto &values,
-                                                                                    const auto &failure) {
-                       const QByteArray path = AvahiArguments::pathIn(values);
+                   [this, interface, token, made, daemon = std::weak_ptr(m_daemon)](const auto &reply) {
+                       const auto path = AvahiArguments::textIn(reply);
+                       const auto alive = daemon.lock();
                        if (token.expired()) {
-                           // Nobody wants it any more.
-                           if (const auto alive = daemon.lock())
-                               alive->free(path, interface);
-                       } else if (path.isEmpty()) {
-                           fail(AvahiArguments::problemOf(failure), failure.text);
+                           if (path && alive)
+                               alive->free(path->toLatin1(), interface); // nobody wants it any more
+                       } else if (path) {
+                           made(path->toLatin1());
                        } else {
-                           made(path);
+                           fail(AvahiArguments::problemOf(path.error()), path.error().text);
                        }
                    });
 }

@@ -62,33 +62,31 @@ void LogindLock::ask()
     m_bus->callLater(
         {"org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Inhibit"},
         "ssss", {m_terms.what, QString(who), m_terms.why, m_terms.mode}, answerTime,
-        [this, alive, request = ++m_request](const std::optional<QVariantList> &values,
-                                             const BusConnection::Failure &failure) {
+        [this, alive, request = ++m_request](const BusConnection::Reply &reply) {
             if (alive)
-                answered(request, values, failure);
+                answered(request, reply);
         });
 }
 
-void LogindLock::answered(quint64 request, const std::optional<QVariantList> &values,
-                          const BusConnection::Failure &failure)
+void LogindLock::answered(quint64 request, const BusConnection::Reply &reply)
 {
     if (request != m_request)
         return; // with the answer goes the lock that it may hold
     m_isAsked = false;
-    if (!values) {
-        refused(failure);
+    if (!reply) {
+        refused(reply.error());
         return;
     }
     m_isReported = false;
     if (m_isWanted)
-        m_descriptor = values->value(0).value<BusDescriptor>();
+        m_descriptor = reply->value(0).value<BusDescriptor>();
 }
 
-void LogindLock::refused(const BusConnection::Failure &failure)
+void LogindLock::refused(const dozely::Error &error)
 {
-    if (!isPassing(failure.name) && !std::exchange(m_isReported, true)) {
+    if (!isPassing(error.name) && !std::exchange(m_isReported, true)) {
         reportProblem(QString("The login manager refuses a lock (%1, \"%2\"): %3")
-                          .arg(m_terms.what, m_terms.mode, failure.text));
+                          .arg(m_terms.what, m_terms.mode, error.text));
     }
     Platform::current().clock->callAfter(retryTime, &m_context, [this] { ask(); });
 }

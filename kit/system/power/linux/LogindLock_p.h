@@ -43,9 +43,8 @@ public:
 
 private:
     void ask();
-    void answered(quint64 request, const std::optional<QVariantList> &values,
-                  const BusConnection::Failure &failure);
-    void refused(const BusConnection::Failure &failure);
+    void answered(quint64 request, const BusConnection::Reply &reply);
+    void refused(const dozely::Error &error);
 
     Terms m_terms;
     BusConnection *m_bus = nullptr;

@@ -31,8 +31,8 @@ bool order(const char *operation)
 {
     constexpr bool mayAskThePerson = false;
     const auto bus = BusConnection::open(BusConnection::Bus::System);
-    return bus && bus->call({service, managerPath, managerInterface, operation}, "b", {mayAskThePerson},
-                            QDeadlineTimer(orderTime));
+    return bus && (*bus)->call({service, managerPath, managerInterface, operation}, "b", {mayAskThePerson},
+                               QDeadlineTimer(orderTime));
 }
 
 bool isRepetition(const QDateTime &told)
@@ -260,14 +260,13 @@ void LogindPower::ask(const QByteArray &property, const std::function<void()> &o
 {
     if (!m_isReachable)
         return;
-    m_manager.bus()->callLater(
-        {service, managerPath, "org.freedesktop.DBus.Properties", "Get"}, "ss",
-        {QString(managerInterface), QString::fromLatin1(property)}, answerTime,
-        [over](const std::optional<QVariantList> &values, const BusConnection::Failure &) {
-            const QVariant value = values.value_or(QVariantList()).value(0);
-            if (value.typeId() == QMetaType::Bool && !value.toBool())
-                over();
-        });
+    m_manager.bus()->callLater({service, managerPath, "org.freedesktop.DBus.Properties", "Get"}, "ss",
+                               {QString(managerInterface), QString::fromLatin1(property)}, answerTime,
+                               [over](const BusConnection::Reply &reply) {
+                                   const QVariant value = BusConnection::firstOf(reply);
+                                   if (value.typeId() == QMetaType::Bool && !value.toBool())
+                                       over();
+                               });
 }
 
 void LogindPower::deliver(quint32 messageType)
@@ -310,10 +309,10 @@ bool LogindPower::canSleep()
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
         return false;
-    const auto values =
-        bus->call({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner"},
-                  "s", {QString(service)}, QDeadlineTimer(findingTime));
-    return values.value_or(QVariantList()).value(0).toBool();
+    const auto reply = (*bus)->call(
+        {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner"}, "s",
+        {QString(service)}, QDeadlineTimer(findingTime));
+    return BusConnection::firstOf(reply).toBool();
 }
 
 bool LogindPower::sleep()

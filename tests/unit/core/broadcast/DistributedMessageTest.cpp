@@ -15,10 +15,11 @@ namespace
 {
 std::optional<DistributedMessage> written(const NSNotification &notification, bool deliverImmediately = true)
 {
-    QString reason;
-    auto message = DistributedMessage::from(notification, deliverImmediately, &reason);
-    EXPECT_EQ(message.has_value(), reason.isEmpty());
-    return message;
+    auto message = DistributedMessage::from(notification, deliverImmediately);
+    if (message)
+        return *message;
+    EXPECT_FALSE(message.error().text.isEmpty());
+    return std::nullopt;
 }
 
 /// The notification as it arrives, and the signature with which it travelled.

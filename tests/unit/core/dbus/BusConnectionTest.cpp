@@ -25,7 +25,7 @@ protected:
     {
         ASSERT_TRUE(bus.isRunning());
         ASSERT_TRUE(bus.startMock("logind", logind));
-        connection = BusConnection::open(BusConnection::Bus::System);
+        connection = BusConnection::open(BusConnection::Bus::System).value();
         ASSERT_TRUE(connection);
     }
 
@@ -40,7 +40,7 @@ protected:
     {
         const auto reply =
             connection->call({logind, manager, "com.dozely.Test", name}, signature, {value}, soon());
-        return reply.value_or(QVariantList()).value(0);
+        return BusConnection::firstOf(reply);
     }
 
     PrivateBus bus;
@@ -96,10 +96,10 @@ TEST_F(BusConnectionTest, TellsTheNameAndTextOfAnErrorReply)
     ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
                          {"com.dozely.Test", "Refuse", "", "",
                           "raise dbus.exceptions.DBusException('not now', name='com.dozely.Refused')"}));
-    BusConnection::Failure failure;
-    EXPECT_FALSE(connection->call({logind, manager, "com.dozely.Test", "Refuse"}, "", {}, soon(), &failure));
-    EXPECT_EQ(failure.name, "com.dozely.Refused");
-    EXPECT_EQ(failure.text, "not now");
+    const auto reply = connection->call({logind, manager, "com.dozely.Test", "Refuse"}, "", {}, soon());
+    ASSERT_FALSE(reply);
+    EXPECT_EQ(reply.error().name, "com.dozely.Refused");
+    EXPECT_EQ(reply.error().text, "not now");
 }
 
 TEST_F(BusConnectionTest, RefusesArgumentsThatDoNotFitTheirTypes)
@@ -117,10 +117,10 @@ TEST_F(BusConnectionTest, ReadsAProperty)
     ASSERT_TRUE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon()));
     const BusConnection::Member id{logind, "/org/freedesktop/login1/seat/seat0",
                                    "org.freedesktop.login1.Seat", "Id"};
-    EXPECT_EQ(connection->property(id, soon()).value_or(QVariant()), QVariant("seat0"));
-    BusConnection::Failure failure;
-    EXPECT_FALSE(connection->property({id.destination, id.path, id.interface, "Nothing"}, soon(), &failure));
-    EXPECT_FALSE(failure.name.isEmpty());
+    EXPECT_EQ(connection->property(id, soon()).value(), QVariant("seat0"));
+    const auto nothing = connection->property({id.destination, id.path, id.interface, "Nothing"}, soon());
+    ASSERT_FALSE(nothing);
+    EXPECT_FALSE(nothing.error().name.isEmpty());
 }
 
 TEST_F(BusConnectionTest, GivesUpAtTheDeadlineAndGoesOnAfterwards)
@@ -128,20 +128,19 @@ TEST_F(BusConnectionTest, GivesUpAtTheDeadlineAndGoesOnAfterwards)
     ASSERT_TRUE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon()));
     const BusConnection::Member id{logind, "/org/freedesktop/login1/seat/seat0",
                                    "org.freedesktop.login1.Seat", "Id"};
-    BusConnection::Failure failure;
-    EXPECT_FALSE(connection->property(id, QDeadlineTimer(0), &failure));
-    EXPECT_EQ(failure.name, "org.freedesktop.DBus.Error.Timeout");
-    EXPECT_EQ(connection->property(id, soon()).value_or(QVariant()),
-              QVariant("seat0")); // the late reply is dropped
+    const auto late = connection->property(id, QDeadlineTimer(0));
+    ASSERT_FALSE(late);
+    EXPECT_EQ(late.error().name, "org.freedesktop.DBus.Error.Timeout");
+    EXPECT_EQ(connection->property(id, soon()).value(), QVariant("seat0")); // the late reply is dropped
 }
 
 TEST_F(BusConnectionTest, FailsWhenTheBusGoesAway)
 {
     bus.stop();
-    BusConnection::Failure failure;
-    EXPECT_FALSE(connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon(), &failure));
-    EXPECT_NE(failure.name, "org.freedesktop.DBus.Error.Timeout");
-    EXPECT_FALSE(failure.text.isEmpty());
+    const auto reply = connection->call({logind, manager, mock, "AddSeat"}, "s", {"seat0"}, soon());
+    ASSERT_FALSE(reply);
+    EXPECT_NE(reply.error().name, "org.freedesktop.DBus.Error.Timeout");
+    EXPECT_FALSE(reply.error().text.isEmpty());
 }
 
 TEST_F(BusConnectionTest, ReceivesADescriptor)
