@@ -15,7 +15,6 @@
 #include "DozelyKit/communication/remoting/NSConnection.h"
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QCoreApplication>
@@ -114,7 +113,7 @@ int main(int argc, char **argv)
     const auto freshRequest = [&] {
         AEProcesses::Process process;
         const auto port =
-            Platform::current().aeProcesses->portOf(static_cast<qint32>(receiver.lowLongOfPSN), &process);
+            Port<AEProcesses>::current()->portOf(static_cast<qint32>(receiver.lowLongOfPSN), &process);
         if (!NSConnection::connectionWithReceivePortSendPort(nullptr, port)->rootProxy())
             fail("the request was not answered");
     };

@@ -9,8 +9,9 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/network/HttpClient.h"
+#include "DozelyKit/system/network/Reachability.h"
 #include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
 #include "DozelyKit/system/network/linux/RouteReachability_p.h"
 #include "DozelyKit/update/UpdateServer.h"
@@ -83,8 +84,8 @@ std::shared_ptr<WDUpdateChecker> checkerFor(const QString &root, const QString &
     CurlHttpClient::Options options;
     options.certificateAuthorities = authority;
     options.connectTo = server;
-    Platform::current().httpClient = std::make_shared<CurlHttpClient>(options);
-    Platform::current().reachability = std::make_shared<LookupOfThisMachine>();
+    Port<HttpClient>::current() = std::make_shared<CurlHttpClient>(options);
+    Port<Reachability>::current() = std::make_shared<LookupOfThisMachine>();
     return WDUpdateChecker::sharedInstance();
 }
 } // namespace

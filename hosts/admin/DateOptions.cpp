@@ -4,7 +4,6 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 
@@ -38,7 +37,7 @@ QDateTime afterDelay(const QString &text)
     if (!isNumber || !(seconds >= 0 && seconds <= longestDelay))
         refuse(QString("\"%1\" is not a number of seconds from now.").arg(text));
     const auto milliseconds = static_cast<qint64>(std::ceil(seconds * 1000));
-    const qint64 due = Platform::current().clock->currentDate().toMSecsSinceEpoch() + milliseconds;
+    const qint64 due = Port<Clock>::current()->currentDate().toMSecsSinceEpoch() + milliseconds;
     // The store keeps whole seconds; never early.
     return QDateTime::fromSecsSinceEpoch((due + 999) / 1000, Qt::UTC);
 }
@@ -72,7 +71,7 @@ DateOptions::Moment DateOptions::read(const AdminOptions &options)
     else
         moment = atWallTime(options.value("date"), zone);
     moment.timeZone = QString::fromUtf8(zone.id());
-    if (moment.date < Platform::current().clock->currentDate())
+    if (moment.date < Port<Clock>::current()->currentDate())
         refuse(QString("%1 in %2 is past.").arg(options.value("date"), moment.timeZone));
     if (PropertyList::toData(QVariantMap{{"Date", moment.date}}, PropertyList::Format::Xml).isNull())
         refuse("The date is further ahead than the store can hold.");

@@ -2,7 +2,6 @@
 #include "hosts/admin/PowerCommand.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
@@ -30,7 +29,7 @@ QString localText(const QDateTime &date)
 /// The events still to come, earliest first.
 QList<PowerEventScheduler::Event> events()
 {
-    auto events = Platform::current().powerEventScheduler->scheduledEvents();
+    auto events = Port<PowerEventScheduler>::current()->scheduledEvents();
     std::stable_sort(events.begin(), events.end(),
                      [](const auto &a, const auto &b) { return a.time < b.time; });
     return events;
@@ -68,7 +67,7 @@ void showInJson(const std::optional<PowerEventScheduler::Alarm> &alarm)
 
 void show(const AdminOptions &options)
 {
-    const auto alarm = Platform::current().powerEventScheduler->alarm();
+    const auto alarm = Port<PowerEventScheduler>::current()->alarm();
     if (options.isSet("json")) {
         showInJson(alarm);
         return;
@@ -93,13 +92,13 @@ bool isSystem()
 
 void test(const AdminOptions &options)
 {
-    const auto alarm = Platform::current().powerEventScheduler->alarm();
+    const auto alarm = Port<PowerEventScheduler>::current()->alarm();
     if (!alarm)
         throw AdminError(ExitStatus::Failed, noClock);
     if (!isSystem())
         throw AdminError(ExitStatus::NotPermitted, "You may not set the machine's clock; try it as root.");
-    const QDateTime date = Platform::current().clock->currentDate().addDuration(testDistance);
-    const QString fault = Platform::current().powerEventScheduler->testAlarm(date);
+    const QDateTime date = Port<Clock>::current()->currentDate().addDuration(testDistance);
+    const QString fault = Port<PowerEventScheduler>::current()->testAlarm(date);
     if (!fault.isEmpty())
         throw AdminError(ExitStatus::Failed, fault);
     if (options.isSet("json"))
@@ -123,7 +122,7 @@ void PowerCommand::run(const AdminOptions &options)
 
 void PowerCommand::sleep(const AdminOptions &options)
 {
-    SystemPower &power = *Platform::current().systemPower;
+    SystemPower &power = *Port<SystemPower>::current();
     if (!power.canSleep())
         throw AdminError(ExitStatus::Failed,
                          "There is no login manager that could put this machine to sleep.");

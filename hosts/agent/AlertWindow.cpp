@@ -2,7 +2,6 @@
 #include "hosts/agent/AlertWindow.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/plugin/Names.h"
@@ -51,7 +50,7 @@ AlertWindow::AlertWindow()
       m_message(makeLabel(m_content)),
       m_button(new ZDRButton(m_content)),
       m_pie(new ZDRProgressIndicator(m_content)),
-      m_timer(Platform::current().clock->makeAbsoluteTimer())
+      m_timer(Port<Clock>::current()->makeAbsoluteTimer())
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     QFont bold = m_title->font();
@@ -117,7 +116,7 @@ void AlertWindow::countDownTo(const QDateTime &date)
         return; // shown anew, it goes on
     m_date = date;
     m_timer->start(date);
-    const double seconds = static_cast<double>(Platform::current().clock->currentDate().msecsTo(date)) / 1000;
+    const double seconds = static_cast<double>(Port<Clock>::current()->currentDate().msecsTo(date)) / 1000;
     const auto step = stepFor(seconds);
     m_pie->setMaxValue(static_cast<float>(std::max(seconds, 1.0)));
     m_pie->setIntervalValue(static_cast<float>(step.count()));
@@ -128,7 +127,7 @@ void AlertWindow::countDownTo(const QDateTime &date)
 void AlertWindow::showRemainingTime()
 {
     // The machine may have slept, or its clock been set: the pie itself counts evenly.
-    const qint64 left = Platform::current().clock->currentDate().msecsTo(m_date);
+    const qint64 left = Port<Clock>::current()->currentDate().msecsTo(m_date);
     m_pie->setFloatValue(static_cast<float>(std::max<qint64>(left, 0)) / 1000);
     if (left > 0)
         m_pie->startAnimation();

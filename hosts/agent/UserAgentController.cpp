@@ -5,7 +5,6 @@
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
@@ -32,7 +31,7 @@ QList<PlugInLoader::Source> trustedSources()
 } // namespace
 
 UserAgentController::UserAgentController()
-    : m_loader(InfoKey::userAgentModule, trustedSources()), m_alerts(*Platform::current().clock)
+    : m_loader(InfoKey::userAgentModule, trustedSources()), m_alerts(*Port<Clock>::current())
 {
     OrderReceiver::receive(OrderName::userAgentMustAct, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAct(received); });

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/UserAgentController.h"
@@ -30,7 +30,7 @@ int main(int argc, char **argv)
 
     ZDRLog("Dozely Agent started");
     if (AgentApplication::hasDisplay())
-        Platform::current().alertWindow = std::make_shared<AlertWindowPresenter>();
+        alertWindow() = std::make_shared<AlertWindowPresenter>();
     else if (qobject_cast<QGuiApplication *>(application.get()))
         ZDRLog("The display cannot be opened: alerts are shown by the notification server alone");
     HostRootObject rootObject;
@@ -49,7 +49,7 @@ int main(int argc, char **argv)
         UserAgentController::askForAnnouncements();
         status = QCoreApplication::exec();
     }
-    Platform::current().alertWindow.reset(); // no window outlives the application object
+    alertWindow().reset(); // no window outlives the application object
     // Closed while there is still an event loop to take leave of.
     center->setObserver(nullptr);
     center->setConnection(nullptr);

@@ -3,9 +3,9 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/PlugInLoader.h"
@@ -24,7 +24,7 @@ constexpr std::chrono::milliseconds updateDelay(100);
 
 QList<PowerEventScheduler::Event> ourEvents()
 {
-    QList<PowerEventScheduler::Event> events = Platform::current().powerEventScheduler->scheduledEvents();
+    QList<PowerEventScheduler::Event> events = Port<PowerEventScheduler>::current()->scheduledEvents();
     events.removeIf([](const PowerEventScheduler::Event &event) { return event.owner != ourselves; });
     return events;
 }
@@ -107,7 +107,7 @@ void PowerPlanner::renew()
     update();
     m_asksRefusedAgain = false;
     if (!m_isSystemChanging)
-        Platform::current().powerEventScheduler->arm(PowerEventScheduler::Phase::Running);
+        Port<PowerEventScheduler>::current()->arm(PowerEventScheduler::Phase::Running);
 }
 
 void PowerPlanner::update()
@@ -117,7 +117,7 @@ void PowerPlanner::update()
     for (const Event &event : former) {
         // One whose time has passed leaves by itself.
         if (!wanted.contains(event) && event.time > m_clock.currentDate())
-            Platform::current().powerEventScheduler->cancel(event.time, event.owner, event.type);
+            Port<PowerEventScheduler>::current()->cancel(event.time, event.owner, event.type);
     }
     QList<Event> missing;
     std::copy_if(wanted.cbegin(), wanted.cend(), std::back_inserter(missing), [&](const Event &event) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/events/EventScriptFunction.h"
@@ -24,15 +25,15 @@ int main(int argc, char **argv)
     if (const auto status = options.parse(QCoreApplication::arguments()))
         return *status;
 
-    const auto console = std::make_shared<PinnedConsoleUser>(Platform::current().consoleUser);
-    Platform::current().consoleUser = console;
+    const auto console = std::make_shared<PinnedConsoleUser>(Port<ConsoleUser>::current());
+    Port<ConsoleUser>::current() = console;
     const LoopSignal interruption({SIGINT}, [] { QCoreApplication::quit(); });
     ZDRPowerManager::sharedInstance(); // from here on SIGTERM is what a power-off is
     application.quitAtPowerOff();
 
     ZDRLog("dozelyd started");
     EventScriptFunction::registerFunction();
-    Platform::current().aeProcesses->prepare(); // the users' agents may not
+    Port<AEProcesses>::current()->prepare(); // the users' agents may not
     HostRootObject rootObject;
     const auto center = WDCommunicationCenter::sharedInstance();
     center->setObserver(&rootObject);
@@ -40,8 +41,8 @@ int main(int argc, char **argv)
 
     int status = 0;
     {
-        Platform::current().powerEventScheduler->keepArmed();
-        DaemonController controller(*Platform::current().clock, console);
+        Port<PowerEventScheduler>::current()->keepArmed();
+        DaemonController controller(*Port<Clock>::current(), console);
         status = QCoreApplication::exec();
     }
     // Closed while there is still an event loop to take leave of.

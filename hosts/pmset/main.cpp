@@ -2,7 +2,6 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/program/HostOptions.h"
@@ -27,7 +26,7 @@ using Event = PowerEventScheduler::Event;
 
 PowerEventScheduler &scheduler()
 {
-    return *Platform::current().powerEventScheduler;
+    return *Port<PowerEventScheduler>::current();
 }
 
 void print(std::FILE *stream, const QString &text)

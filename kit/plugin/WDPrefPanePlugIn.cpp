@@ -2,7 +2,6 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/plugin/Names.h"
 
 using namespace dozely;
@@ -25,7 +24,7 @@ void WDPrefPanePlugIn::loadNib()
 {
     const auto own = bundle();
     const QString name = own ? own->objectForInfoDictionaryKey(InfoKey::editNibFile).toString() : QString();
-    const auto loader = Platform::current().interfaceFileLoader;
+    const auto loader = Port<InterfaceFileLoader>::current();
     if (!name.isEmpty() && loader)
         loader->loadNibNamed(name, *own, this);
 }

@@ -5,7 +5,6 @@
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/foundation/DateStyles_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -31,7 +30,7 @@ void WDUserAgentPlugIn::loadNib()
 {
     const auto own = bundle();
     const QString name = own ? own->objectForInfoDictionaryKey(InfoKey::userAgentNib).toString() : QString();
-    const auto loader = Platform::current().interfaceFileLoader;
+    const auto loader = Port<InterfaceFileLoader>::current();
     if (!name.isEmpty() && loader)
         loader->loadNibNamed(name, *own, this);
 }

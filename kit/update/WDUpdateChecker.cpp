@@ -3,7 +3,6 @@
 
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"
@@ -31,7 +30,7 @@ bool isServerReachable()
 {
     constexpr quint32 mask =
         Reachability::Reachable | Reachability::ConnectionRequired | Reachability::InterventionRequired;
-    const auto flags = Platform::current().reachability->flagsOfHost(UpdateServer::host());
+    const auto flags = Port<Reachability>::current()->flagsOfHost(UpdateServer::host());
     return flags && (*flags & mask) == Reachability::Reachable;
 }
 } // namespace
@@ -95,7 +94,7 @@ bool WDUpdateChecker::updateLatestVersionDictionary()
     if (!facts.missing().isEmpty())
         ZDRLog("The update check leaves out what is not known: %@.", facts.missing().join(", "));
 
-    const auto bytes = Platform::current().httpClient->send(UpdateRequest::make(facts));
+    const auto bytes = Port<HttpClient>::current()->send(UpdateRequest::make(facts));
     if (!bytes) {
         ZDRLog("The update server gave no answer: %@.", bytes.error().text);
         return false;

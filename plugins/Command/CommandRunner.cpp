@@ -3,7 +3,6 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "plugins/Command/CommandLine.h"
 
@@ -44,7 +43,7 @@ void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment 
         return;
     }
     ++m_runs;
-    m_startTime = Platform::current().clock->steadyTime();
+    m_startTime = Port<Clock>::current()->steadyTime();
     m_path = commandLine->program;
     const ChildProgram program{commandLine->program, commandLine->arguments, environment.variables,
                                environment.workingFolder, true};
@@ -61,7 +60,7 @@ void CommandRunner::stop()
     if (!isRunning())
         return;
     m_program->sendSignal(SIGTERM);
-    Platform::current().clock->callAfter(patience, this, [this, run = m_runs] {
+    Port<Clock>::current()->callAfter(patience, this, [this, run = m_runs] {
         if (run == m_runs && isRunning())
             m_program->sendSignal(SIGKILL);
     });
@@ -69,7 +68,7 @@ void CommandRunner::stop()
 
 void CommandRunner::reportEnd(const Result<ChildProgram::Ending> &ending)
 {
-    const QString duration = inSeconds(Platform::current().clock->steadyTime() - m_startTime);
+    const QString duration = inSeconds(Port<Clock>::current()->steadyTime() - m_startTime);
     const QString path = onOneLine(m_path);
     if (!ending) {
         const QString reason = QString("%1: %2").arg(QString(ending.error().name), ending.error().text);

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
 void PowerOffDaemonPlugIn::actInDaemon()
 {
     ZDRLog("PowerOff: the machine is asked to switch itself off.");
-    if (!Platform::current().systemPower->powerOff())
+    if (!Port<SystemPower>::current()->powerOff())
         ZDRLog("PowerOff: the machine does not let itself be switched off.");
 }

@@ -2,7 +2,6 @@
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/interface/controls/ZDRButton.h"
 
@@ -32,7 +31,7 @@ public:
     {
         write("Resources/Panel.ui", content);
         QObject owner;
-        Platform::current().interfaceFileLoader->loadNibNamed("Panel", *m_bundle, &owner);
+        Port<InterfaceFileLoader>::current()->loadNibNamed("Panel", *m_bundle, &owner);
     }
 
 private:

@@ -12,7 +12,6 @@ import re
 import sys
 from pathlib import Path
 
-EVERYTHING = "*"
 # A room of kit/ may include itself, core/foundation, the Export.h of its floor, and these: exactly the arrows that there are.
 ARROWS = {
     "core/foundation": (),
@@ -37,7 +36,6 @@ ARROWS = {
     "interface/controls": ("interface/drawing",),
     "interface/lists": (),
     "interface/loading": ("core/bundles", "interface/controls", "interface/lists", "interface/windows"),
-    "composition": (EVERYTHING,),
 }
 # Headers of a floor rather than of a room: what exports its classes.
 FLOOR_HEADERS = {"interface": ("interface/Export.h",)}
@@ -114,7 +112,7 @@ class Rules:
     def unused_arrows(self):
         """What the table allows and nothing in the tree makes use of: a rule that has outlived its reason."""
         allowed = {(room, other) for table in (ARROWS, HOST_ARROWS) for room, others in table.items()
-                   for other in others if other not in (EVERYTHING, COMMON)}
+                   for other in others if other != COMMON}
         return sorted(allowed - self.arrows)
 
     def check_file(self, file):
@@ -175,7 +173,7 @@ class Rules:
 
     @staticmethod
     def may_include(room, own):
-        if room_of(own) in (room, "core/foundation", *ARROWS.get(room, ())) or EVERYTHING in ARROWS.get(room, ()):
+        if room_of(own) in (room, "core/foundation", *ARROWS.get(room, ())):
             return True
         floor = own.parts[0]
         return str(own) in FLOOR_HEADERS.get(floor, ()) and room.startswith(f"{floor}/")

@@ -2,8 +2,8 @@
 #include "hosts/common/plugins/ActionInhibitor.h"
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/plugin/Names.h"
+#include "DozelyKit/system/power/SystemPower.h"
 
 namespace
 {
@@ -22,7 +22,7 @@ std::shared_ptr<const void> ActionInhibitor::hold(const QVariantMap &bundleInfo)
         return nullptr;
     std::shared_ptr<SystemPower::Inhibition> inhibition = m_inhibition.lock();
     if (!inhibition) {
-        inhibition = Platform::current().systemPower->inhibitSleep("A scheduled action is running");
+        inhibition = Port<SystemPower>::current()->inhibitSleep("A scheduled action is running");
         m_inhibition = inhibition;
     }
     return inhibition;

@@ -7,7 +7,6 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 
@@ -171,7 +170,7 @@ void WDCommunicationCenter::createServerConnection()
 {
     if (!d->observer)
         return;
-    Clock &clock = *Platform::current().clock;
+    Clock &clock = *Port<Clock>::current();
     d->socketPort = serverUnixSocketPortWithName(portName());
     auto connection = serverConnection(d->socketPort);
     if (!connection) {
@@ -206,7 +205,7 @@ void WDCommunicationCenter::checkServerConnection()
     else
         reachable = pingDaemon();
 
-    Clock &clock = *Platform::current().clock;
+    Clock &clock = *Port<Clock>::current();
     if (reachable)
         clock.callAfter(selfCheckInterval, this, [this] { checkServerConnection(); });
     else

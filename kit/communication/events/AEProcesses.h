@@ -2,6 +2,8 @@
 #pragma once
 
 #include "DozelyKit/communication/events/AECodes.h"
+#include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QList>
 
@@ -39,3 +41,6 @@ public:
     /// Whoever connects looks who answers: another process may have taken the place in this very moment.
     virtual std::shared_ptr<NSSocketPort> portOf(qint32 identifier, Process *found) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<AEProcesses> &Port<AEProcesses>::current();

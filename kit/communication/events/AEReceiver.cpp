@@ -8,7 +8,6 @@
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QtEndian>
@@ -78,7 +77,7 @@ AEReceiver &AEReceiver::shared(SenderCheck maySend)
 
 bool AEReceiver::listen()
 {
-    const auto port = Platform::current().aeProcesses->announce(ProcessSignature::current());
+    const auto port = Port<AEProcesses>::current()->announce(ProcessSignature::current());
     if (!port)
         return false;
     try {

@@ -10,7 +10,6 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QCoreApplication>
@@ -52,7 +51,7 @@ public:
             return nullptr;
         // While this thread was busy no timer ran, and the receiver closes what stays silent for long: on an
         // old stream an event could be lost that a fresh one carries.
-        const auto now = Platform::current().clock->steadyTime();
+        const auto now = Port<Clock>::current()->steadyTime();
         if (found->second.isDone(now)) {
             m_streams.erase(found);
             return nullptr;
@@ -68,7 +67,7 @@ public:
                 std::min_element(m_streams.begin(), m_streams.end(), [](const auto &a, const auto &b) {
                     return a.second.lastUse < b.second.lastUse;
                 }));
-        m_streams[process.identifier] = {stream, Platform::current().clock->steadyTime()};
+        m_streams[process.identifier] = {stream, Port<Clock>::current()->steadyTime()};
         lookLater();
     }
 
@@ -99,9 +98,9 @@ private:
     {
         if (std::exchange(m_isLooking, true))
             return;
-        Platform::current().clock->callAfter(keptFor, m_looks.get(), [this] {
+        Port<Clock>::current()->callAfter(keptFor, m_looks.get(), [this] {
             m_isLooking = false;
-            const auto now = Platform::current().clock->steadyTime();
+            const auto now = Port<Clock>::current()->steadyTime();
             std::erase_if(m_streams, [now](const auto &kept) { return kept.second.isDone(now); });
             if (!m_streams.empty())
                 lookLater();
@@ -134,7 +133,7 @@ bool maySendTo(const Process &process)
 
 bool isRunning(const Process &process)
 {
-    const auto running = Platform::current().aeProcesses->processes();
+    const auto running = Port<AEProcesses>::current()->processes();
     return std::any_of(running.begin(), running.end(),
                        [&](const Process &other) { return other.identifier == process.identifier; });
 }
@@ -269,7 +268,7 @@ OSStatus AESender::send(const AppleEvent &event, AppleEvent *reply, qint16 prior
     if (const OSErr error = event.flatten(&bytes); error != noErr)
         return error;
     Process process;
-    const auto port = Platform::current().aeProcesses->portOf(target, &process);
+    const auto port = Port<AEProcesses>::current()->portOf(target, &process);
     if (!port)
         return procNotFound;
     if (!maySendTo(process))

@@ -5,7 +5,6 @@
 #include "DozelyKit/communication/events/AESender_p.h"
 #include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 
 #include <QCoreApplication>
@@ -77,7 +76,7 @@ struct NSAppleEventManager::Private {
             return;
         isTrying = true;
         const auto delay = std::exchange(retryDelay, std::min(retryDelay * 2, longestRetryDelay));
-        Platform::current().clock->callAfter(delay, &AEReceiver::shared(), [this] {
+        Port<Clock>::current()->callAfter(delay, &AEReceiver::shared(), [this] {
             isTrying = false;
             listen();
         });

@@ -3,7 +3,6 @@
 
 #include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <algorithm>
 
@@ -40,7 +39,7 @@ OSErr GetNextProcess(ProcessSerialNumber *number)
 {
     const quint64 last = quint64{number->highLongOfPSN} << 32 | number->lowLongOfPSN;
     *number = {};
-    for (const auto &process : Platform::current().aeProcesses->processes()) {
+    for (const auto &process : Port<AEProcesses>::current()->processes()) {
         if (static_cast<quint64>(process.identifier) <= last)
             continue;
         number->lowLongOfPSN = static_cast<quint32>(process.identifier);
@@ -56,7 +55,7 @@ OSErr GetProcessInformation(const ProcessSerialNumber &number, ProcessInfoRec *i
     if (number.highLongOfPSN != 0)
         return procNotFound;
     const qint64 wanted = number.lowLongOfPSN;
-    const auto running = Platform::current().aeProcesses->processes();
+    const auto running = Port<AEProcesses>::current()->processes();
     const auto found = std::find_if(running.begin(), running.end(),
                                     [wanted](const auto &process) { return process.identifier == wanted; });
     if (found == running.end())

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Export.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QStringList>
 
@@ -50,3 +52,6 @@ public:
     /// Hears what is posted; `handler` is called from the event loop and may do anything.
     virtual std::unique_ptr<Listening> listen(std::function<void(const Posted &)> handler) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<DistributedNotifications> &Port<DistributedNotifications>::current();

@@ -3,7 +3,6 @@
 
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <QMetaMethod>
 #include <QPointer>
@@ -48,7 +47,7 @@ struct NSDistributedNotificationCenter::Private {
             return;
         }
         if (!listening)
-            listening = Platform::current().distributedNotifications->listen(
+            listening = Port<DistributedNotifications>::current()->listen(
                 [this](const Posted &posted) { receive(posted); });
         QStringList names;
         bool everyName = false;
@@ -125,9 +124,9 @@ void NSDistributedNotificationCenter::postNotificationName(const QString &name, 
     const auto reach = (options & NSDistributedNotificationPostToAllSessions) != 0
                            ? DistributedNotifications::Reach::AllSessions
                            : DistributedNotifications::Reach::Session;
-    Platform::current().distributedNotifications->post(
-        NSNotification(name, objectFor(object), userInfo), reach,
-        (options & NSDistributedNotificationDeliverImmediately) != 0);
+    Port<DistributedNotifications>::current()->post(NSNotification(name, objectFor(object), userInfo), reach,
+                                                    (options & NSDistributedNotificationDeliverImmediately) !=
+                                                        0);
 }
 
 void NSDistributedNotificationCenter::postNotificationNameDeliverImmediately(const QString &name,
@@ -135,9 +134,9 @@ void NSDistributedNotificationCenter::postNotificationNameDeliverImmediately(con
                                                                              const QVariantMap &userInfo,
                                                                              bool deliverImmediately)
 {
-    Platform::current().distributedNotifications->post(NSNotification(name, objectFor(object), userInfo),
-                                                       DistributedNotifications::Reach::Session,
-                                                       deliverImmediately);
+    Port<DistributedNotifications>::current()->post(NSNotification(name, objectFor(object), userInfo),
+                                                    DistributedNotifications::Reach::Session,
+                                                    deliverImmediately);
 }
 
 bool NSDistributedNotificationCenter::respondsToSelector(const QByteArray &selector) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <memory>
 
@@ -20,3 +21,7 @@ public:
     /// bad.
     virtual bool loadNibNamed(const QString &name, const NSBundle &bundle, QObject *owner) = 0;
 };
+
+/// Null until the interface library is loaded, which puts its own there.
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<InterfaceFileLoader> &Port<InterfaceFileLoader>::current();

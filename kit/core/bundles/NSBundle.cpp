@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/bundles/NSBundle.h"
 
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/ModuleFile_p.h"
 #include "DozelyKit/core/bundles/ModuleLoader_p.h"
 #include "DozelyKit/core/bundles/StringsFile_p.h"
@@ -241,4 +242,11 @@ dozely::Result<QObject *> NSBundle::loadModule(const QString &fileName, const QB
     if (root)
         d->modules.insert({fileName, interfaceId}, *root);
     return root;
+}
+
+template<>
+std::shared_ptr<InterfaceFileLoader> &Port<InterfaceFileLoader>::current()
+{
+    static auto *const port = new std::shared_ptr<InterfaceFileLoader>();
+    return *port;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -54,3 +55,6 @@ public:
 
     virtual std::unique_ptr<AbsoluteTimer> makeAbsoluteTimer() = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<Clock> &Port<Clock>::current();

@@ -2,13 +2,12 @@
 #include "DozelyKit/core/foundation/NSLock.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <mutex>
 
 bool NSLock::lockBeforeDate(std::chrono::milliseconds limit)
 {
-    return Platform::current().clock->acquire(m_free, limit);
+    return Port<Clock>::current()->acquire(m_free, limit);
 }
 
 void NSLock::unlock()

@@ -4,7 +4,6 @@
 #include "DozelyKit/core/foundation/AppendLine_p.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QStringEncoder>
@@ -68,7 +67,7 @@ void writeStamp(char *stamp)
 {
     static constexpr std::array<const char *, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const auto now = static_cast<std::time_t>(Platform::current().clock->currentDate().toSecsSinceEpoch());
+    const auto now = static_cast<std::time_t>(Port<Clock>::current()->currentDate().toSecsSinceEpoch());
     refreshTimeZone(now);
     std::tm local{};
     ::localtime_r(&now, &local);

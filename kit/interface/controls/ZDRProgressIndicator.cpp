@@ -2,7 +2,6 @@
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/interface/drawing/NSBezierPath.h"
 #include "DozelyKit/interface/drawing/NSGraphicsContext.h"
 #include "DozelyKit/interface/drawing/RectangleExtensions.h"
@@ -97,8 +96,8 @@ void ZDRProgressIndicator::startAnimation()
 void ZDRProgressIndicator::waitForStep()
 {
     m_timerToRefresh = std::make_unique<QObject>();
-    Platform::current().clock->callAfter(std::chrono::round<milliseconds>(m_animationDelay),
-                                         m_timerToRefresh.get(), [this] { animate(); });
+    Port<Clock>::current()->callAfter(std::chrono::round<milliseconds>(m_animationDelay),
+                                      m_timerToRefresh.get(), [this] { animate(); });
 }
 
 void ZDRProgressIndicator::animate()

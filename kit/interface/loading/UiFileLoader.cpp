@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/loading/UiFileLoader_p.h"
 
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/interface/loading/UiOwner_p.h"
 #include "DozelyKit/interface/loading/UiWidgets_p.h"
@@ -123,7 +123,7 @@ namespace
 {
 void fillPort()
 {
-    auto &loader = Platform::current().interfaceFileLoader;
+    auto &loader = Port<InterfaceFileLoader>::current();
     if (!loader)
         loader = std::make_shared<UiFileLoader>();
 }

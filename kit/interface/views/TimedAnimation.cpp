@@ -2,7 +2,6 @@
 #include "DozelyKit/interface/views/TimedAnimation_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +12,7 @@ void TimedAnimation::start(milliseconds duration, Step step, Completion completi
 {
     stop();
     m_run = std::make_unique<QObject>();
-    m_begin = Platform::current().clock->steadyTime();
+    m_begin = Port<Clock>::current()->steadyTime();
     m_duration = duration;
     m_step = std::move(step);
     m_completion = std::move(completion);
@@ -30,7 +29,7 @@ void TimedAnimation::stop()
 
 void TimedAnimation::advance()
 {
-    const auto clock = Platform::current().clock;
+    const auto clock = Port<Clock>::current();
     const milliseconds passed = clock->steadyTime() - m_begin;
     if (passed >= m_duration) {
         const Completion completion = std::exchange(m_completion, nullptr);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/alerts/NSUserNotificationCenter.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/alerts/UserNotificationCallbacks_p.h"
 #include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 
@@ -37,9 +36,8 @@ struct NSUserNotificationCenter::Private {
 
     static std::vector<std::shared_ptr<UserNotificationPresenter>> presenters()
     {
-        const Platform &platform = Platform::current();
         std::vector<std::shared_ptr<UserNotificationPresenter>> present;
-        for (const auto &presenter : {platform.userNotificationPresenter, platform.alertWindow}) {
+        for (const auto &presenter : {Port<UserNotificationPresenter>::current(), alertWindow()}) {
             if (presenter)
                 present.push_back(presenter);
         }

@@ -30,7 +30,7 @@ public:
 };
 
 /// Shows alerts to the user of this session: through the desktop's notifications and, in a process that has
-/// it, through a window of the system's own (Platform::alertWindow). The button counts wherever it is
+/// it, through a window of the system's own (alertWindow). The button counts wherever it is
 /// pressed, and takes the alert away everywhere.
 ///
 /// Nothing here waits: what is delivered is shown by and by, from the event loop. What cannot be shown costs

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 #include "DozelyKit/system/alerts/NSUserNotification.h"
 
 #include <functional>
 #include <memory>
 
 /// Port: something that shows alerts. Two of them may serve a process: the desktop's notifications
-/// (Platform::userNotificationPresenter), and a window of the system's own (Platform::alertWindow), for
+/// (Port<UserNotificationPresenter>), and a window of the system's own (alertWindow), for
 /// desktops that keep notifications back while a program fills the screen or the user does not want to be
 /// disturbed. A host that has windows fills in the latter; it finds the date of the action, for a countdown,
 /// in the alert's user info as "Schedule Date". NSUserNotificationCenter hands every alert to both.
@@ -41,3 +43,10 @@ public:
     /// Takes the alert away, at once or as soon as that is possible. Harmless when it does not show.
     virtual void close(const Notification &notification) = 0;
 };
+
+/// The notifications of the desktop.
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<UserNotificationPresenter> &Port<UserNotificationPresenter>::current();
+
+/// The port of a window of our own beside those notifications; null in a process that shows none.
+DOZELYKIT_EXPORT std::shared_ptr<UserNotificationPresenter> &alertWindow();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QString>
 
@@ -22,3 +23,6 @@ public:
     /// when it cannot be found out. Blocks for at most two seconds.
     virtual std::optional<User> current() = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<ConsoleUser> &Port<ConsoleUser>::current();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QString>
 
@@ -17,3 +18,6 @@ public:
     /// The name that a person gave the machine, else its host name. Blocks for at most two seconds.
     virtual QString computerName() = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<MachineIdentity> &Port<MachineIdentity>::current();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/ProcessInfoExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/machine/ProcessTable.h"
 
 namespace
@@ -11,7 +10,7 @@ QList<Number> ofProcessesWithName(const QString &name, Number ProcessTable::Proc
 {
     const QByteArray wanted = name.toUtf8();
     QList<Number> numbers;
-    for (const ProcessTable::Process &process : Platform::current().processTable->processes()) {
+    for (const ProcessTable::Process &process : Port<ProcessTable>::current()->processes()) {
         if (process.name == wanted)
             numbers += process.*field;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QByteArray>
 #include <QList>
@@ -22,3 +23,6 @@ public:
     /// while the table is read, and one whose user cannot be found out, may be missing.
     virtual QList<Process> processes() = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<ProcessTable> &Port<ProcessTable>::current();

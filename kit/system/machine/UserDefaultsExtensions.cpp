@@ -4,7 +4,6 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/system/machine/ConsoleUser.h"
 #include "DozelyKit/system/machine/HomeFolder_p.h"
@@ -16,13 +15,13 @@ namespace zandorSoftwaresExtensions
 {
 QString loggedInUser()
 {
-    const auto user = Platform::current().consoleUser->current();
+    const auto user = Port<ConsoleUser>::current()->current();
     return user ? user->name : QString();
 }
 
 quint32 loggedInUserID()
 {
-    const auto user = Platform::current().consoleUser->current();
+    const auto user = Port<ConsoleUser>::current()->current();
     return user ? user->userId : 0;
 }
 
@@ -30,7 +29,7 @@ QString systemVersion()
 {
     const QString path = RootFolder::join("/System/Library/CoreServices/SystemVersion.plist");
     if (!QFileInfo::exists(path))
-        return Platform::current().machineIdentity->systemVersion();
+        return Port<MachineIdentity>::current()->systemVersion();
     const auto list = PropertyList::fromFile(path);
     const QVariant version = list ? list->toMap().value("ProductVersion") : QVariant();
     return version.typeId() == QMetaType::QString ? version.toString() : QString();
@@ -50,7 +49,7 @@ qint64 systemSubtype()
 
 QString rendezvousName()
 {
-    return Platform::current().machineIdentity->computerName();
+    return Port<MachineIdentity>::current()->computerName();
 }
 
 QStringList userPreferedLanguages()

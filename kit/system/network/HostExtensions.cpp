@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/HostExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/network/PrimaryInterface.h"
 
 QString zandorSoftwaresExtensions::primaryMACAddress()
 {
     constexpr qsizetype size = 6;
     QString text;
-    for (const QByteArray &address : Platform::current().primaryInterface->hardwareAddresses()) {
+    for (const QByteArray &address : Port<PrimaryInterface>::current()->hardwareAddresses()) {
         if (address.size() >= size)
             text = QString::fromLatin1(address.first(size).toHex(':'));
     }

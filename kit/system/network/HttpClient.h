@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 #include "DozelyKit/core/foundation/Result.h"
 
 #include <QByteArray>
@@ -33,3 +34,7 @@ public:
     /// kept and nothing is remembered. An error, of printable characters, when there was no whole answer.
     virtual dozely::Result<QByteArray> send(const HttpRequest &request) = 0;
 };
+
+/// Null in a build without the update check.
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<HttpClient> &Port<HttpClient>::current();

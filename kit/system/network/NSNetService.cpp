@@ -2,8 +2,8 @@
 #include "DozelyKit/system/network/NSNetService.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/machine/MachineIdentity.h"
+#include "DozelyKit/system/network/NetServices.h"
 #include "DozelyKit/system/network/TxtRecord_p.h"
 
 #include <QObject>
@@ -22,7 +22,7 @@ QString withoutFinalPoint(QString name)
 /// The computer's name, as much of it as a label holds.
 QString nameOfComputer()
 {
-    QString name = Platform::current().machineIdentity->computerName();
+    QString name = Port<MachineIdentity>::current()->computerName();
     while (name.toUtf8().size() > longestName)
         name.chop(name.back().isLowSurrogate() ? 2 : 1);
     return name;
@@ -38,7 +38,7 @@ void NSNetServiceDelegate::netServiceDidStop(NSNetService &) {}
 
 // A delegate may destroy the service: nothing is touched after it was called.
 struct NSNetService::Private : NetServices::PublicationHandler, NetServices::ResolutionHandler {
-    explicit Private(NSNetService &service) : q(service), services(Platform::current().netServices) {}
+    explicit Private(NSNetService &service) : q(service), services(Port<NetServices>::current()) {}
 
     void published(const QString &actualName) override
     {
@@ -158,7 +158,7 @@ void NSNetService::resolveWithTimeout(std::chrono::milliseconds timeout)
     if (timeout <= std::chrono::milliseconds::zero())
         return;
     d->patience = std::make_unique<QObject>();
-    Platform::current().clock->callAfter(timeout, d->patience.get(), [state = d.get()] {
+    Port<Clock>::current()->callAfter(timeout, d->patience.get(), [state = d.get()] {
         // The context is in the middle of its own event: it goes later.
         state->patience.release()->deleteLater();
         state->notFound({NetServices::Problem::TimedOut, "Nobody told in time where the service is."});

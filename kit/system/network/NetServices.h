@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QByteArray>
 #include <QList>
@@ -107,3 +108,6 @@ public:
     /// Finds out where the service is and follows its changes. `handler` must outlive the returned object.
     virtual std::unique_ptr<Activity> resolve(const Service &service, ResolutionHandler &handler) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<NetServices> &Port<NetServices>::current();

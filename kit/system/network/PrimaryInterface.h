@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QByteArray>
 #include <QList>
@@ -16,3 +17,6 @@ public:
     /// where the route has several; empty when there is none.
     virtual QList<QByteArray> hardwareAddresses() = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<PrimaryInterface> &Port<PrimaryInterface>::current();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QString>
 
@@ -25,3 +26,6 @@ public:
     /// name takes.
     virtual std::optional<quint32> flagsOfHost(const QString &host) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<Reachability> &Port<Reachability>::current();

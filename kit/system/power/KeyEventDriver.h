@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 #include "DozelyKit/system/power/KeyEvents.h"
 
 /// Port: puts key events into the machine's input, as if its keyboard had sent them.
@@ -30,3 +31,6 @@ public:
     /// when the machine does not take it, and before the input is open.
     virtual bool post(const NXEventData &event) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<KeyEventDriver> &Port<KeyEventDriver>::current();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QDateTime>
 #include <QList>
@@ -94,3 +95,6 @@ public:
     /// else a sentence that says what went wrong.
     virtual QString testAlarm(const QDateTime &time) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<PowerEventScheduler> &Port<PowerEventScheduler>::current();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Export.h"
+#include "DozelyKit/core/foundation/Port.h"
 
 #include <QString>
 
@@ -59,3 +60,6 @@ public:
     /// was restarted. A refusal is logged.
     virtual std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) = 0;
 };
+
+template<>
+DOZELYKIT_EXPORT std::shared_ptr<SystemPower> &Port<SystemPower>::current();

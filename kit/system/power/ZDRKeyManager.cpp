@@ -2,7 +2,6 @@
 #include "DozelyKit/system/power/ZDRKeyManager.h"
 
 #include "DozelyKit/core/foundation/NSAssertionHandler.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/KeyEventDriver.h"
 
 namespace
@@ -33,7 +32,7 @@ void fail(const char *method, Line line, const char *description)
 void post(const NXEventData &event, const char *method, Line line)
 {
     ZDRKeyManager::eventDriver();
-    if (!Platform::current().keyEventDriver->post(event))
+    if (!Port<KeyEventDriver>::current()->post(event))
         fail(method, line, success);
 }
 } // namespace
@@ -43,7 +42,7 @@ quint32 ZDRKeyManager::eventDriver()
     constexpr char method[] = "eventDriver";
     if (connection != 0)
         return connection;
-    switch (Platform::current().keyEventDriver->open()) {
+    switch (Port<KeyEventDriver>::current()->open()) {
     case KeyEventDriver::Opening::Opened:
         connection = openConnection;
         break;

@@ -3,7 +3,6 @@
 // The half of ZDRPowerManager that schedules when the machine wakes or switches itself on.
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
@@ -76,7 +75,7 @@ qint32 ZDRPowerManager::setAutoEventAtDate(const QString &key, const QDateTime &
         return result;
     ZDRLog("Trying Panther method...");
     const QString type = eventType(key);
-    if (Platform::current().powerEventScheduler->schedule(date, owner, type) == 0) {
+    if (Port<PowerEventScheduler>::current()->schedule(date, owner, type) == 0) {
         ZDRLog("...OK: %@", date);
         return result;
     }
@@ -90,7 +89,7 @@ void ZDRPowerManager::removeAutoEvents(const QString &key)
 {
     initialize();
     const QString type = eventType(key);
-    PowerEventScheduler &scheduler = *Platform::current().powerEventScheduler;
+    PowerEventScheduler &scheduler = *Port<PowerEventScheduler>::current();
     for (const auto &event : scheduler.scheduledEvents()) {
         if (event.owner == owner && !type.isNull() && event.type == type)
             scheduler.cancel(event.time, event.owner, event.type);
@@ -109,7 +108,7 @@ bool ZDRPowerManager::autoEventsSupported()
 quint32 ZDRPowerManager::_pmuReference()
 {
     initialize();
-    const auto controller = Platform::current().powerEventScheduler->controller();
+    const auto controller = Port<PowerEventScheduler>::current()->controller();
     if (controller.failure != 0)
         ZDRLog("IOMasterPort() failed: %08lx\n", qint64(controller.failure));
     if (!controller.isThere)
@@ -129,7 +128,7 @@ std::optional<QVariantMap> ZDRPowerManager::pmuProperties()
 {
     const quint32 handle = _pmuReference();
     const auto properties =
-        handle == 0 ? std::nullopt : Platform::current().powerEventScheduler->controllerProperties();
+        handle == 0 ? std::nullopt : Port<PowerEventScheduler>::current()->controllerProperties();
     _closePMUReference(handle);
     return properties;
 }
@@ -137,7 +136,7 @@ std::optional<QVariantMap> ZDRPowerManager::pmuProperties()
 QDateTime ZDRPowerManager::wakeDate()
 {
     const quint64 seconds = unsignedValue(pmuProperties().value_or(QVariantMap()).value(autoWake));
-    return seconds == 0 ? QDateTime() : dateAfter(Platform::current().clock->currentDate(), seconds);
+    return seconds == 0 ? QDateTime() : dateAfter(Port<Clock>::current()->currentDate(), seconds);
 }
 
 void ZDRPowerManager::setWakeDate(const QDateTime &date)
@@ -155,7 +154,7 @@ QDateTime ZDRPowerManager::startupDate()
     const quint64 value = unsignedValue(pmuProperties().value_or(QVariantMap()).value(autoPower));
     if (value == 0)
         return {};
-    const QDateTime now = Platform::current().clock->currentDate();
+    const QDateTime now = Port<Clock>::current()->currentDate();
     const qint64 offset = QTimeZone::systemTimeZone().offsetFromUtc(now);
     // 2^32 less the seconds from 1904 to 2001: the sum is meant not to be reduced to 32 bits, so that the
     // date lies 2^32 seconds late. Programs that read it count on that.

@@ -4,10 +4,10 @@
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/PowerMessages.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRKeyManager.h"
 #include "DozelyKit/system/power/ZDRPowerManager_p.h"
 
@@ -71,7 +71,7 @@ ZDRPowerManager::ZDRPowerManager()
     // What the ports have to tell belongs into the shared log.
     setProblemReport([](const QString &sentence) { ZDRLog("%@", sentence); });
     d = std::make_unique<ZDRPowerManagerFields>(
-        Platform::current().systemPower, [this](quint32 messageType, void *change) {
+        Port<SystemPower>::current(), [this](quint32 messageType, void *change) {
             systemPowerHasChangedCallback(this, 0, messageType, change);
         });
     // Never given back: the signal may come as long as the process lives.
@@ -104,7 +104,7 @@ void ZDRPowerManager::forceSleep()
 {
     initialize();
     ZDRLog("Mise en veille forcee.");
-    SystemPower &power = *Platform::current().systemPower;
+    SystemPower &power = *Port<SystemPower>::current();
     if (power.canSleep() && !power.sleep())
         ZDRLog("Erreur lors de la mise en veille forcee");
 }

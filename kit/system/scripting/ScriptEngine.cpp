@@ -2,7 +2,6 @@
 #include "DozelyKit/system/scripting/ScriptEngine_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/scripting/ScriptLibrary_p.h"
 #include "DozelyKit/system/scripting/ScriptLocale_p.h"
 #include "DozelyKit/system/scripting/ScriptValue_p.h"
@@ -62,7 +61,7 @@ ScriptBudget &ScriptBudget::of(lua_State *lua)
 void ScriptBudget::renew()
 {
     m_steps = 0;
-    m_deadline = Platform::current().clock->steadyTime() + limits.time;
+    m_deadline = Port<Clock>::current()->steadyTime() + limits.time;
     m_exhaustion = nullptr;
 }
 
@@ -71,7 +70,7 @@ void ScriptBudget::spend(lua_State *lua, quint64 steps)
     m_steps += steps;
     if (!m_exhaustion && m_steps > limits.instructions)
         m_exhaustion = "the script takes too many steps";
-    if (!m_exhaustion && Platform::current().clock->steadyTime() >= m_deadline)
+    if (!m_exhaustion && Port<Clock>::current()->steadyTime() >= m_deadline)
         m_exhaustion = "the script takes too long";
     if (!m_exhaustion)
         return;

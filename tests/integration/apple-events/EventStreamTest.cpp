@@ -4,7 +4,7 @@
 #include "EventFixture.h"
 
 #include "DozelyKit/communication/events/AESender_p.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "support/FakeClock.h"
 
 #include <QSemaphore>
@@ -22,12 +22,12 @@ protected:
     EventStream()
     {
         AESender::forgetStreams(); // an earlier test's, by another clock
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
     }
     ~EventStream() override
     {
         AESender::forgetStreams();
-        Platform::current().clock = usualClock;
+        Port<Clock>::current() = usualClock;
     }
 
     /// Time passes while this thread is busy with something else: no timer runs.
@@ -64,7 +64,7 @@ protected:
         return opened.isEmpty() ? QString() : *opened.begin();
     }
 
-    const std::shared_ptr<Clock> usualClock = Platform::current().clock;
+    const std::shared_ptr<Clock> usualClock = Port<Clock>::current();
     const std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
     const QSet<QString> before = sockets();
 };

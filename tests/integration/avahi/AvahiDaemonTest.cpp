@@ -2,7 +2,6 @@
 #include "DozelyKit/system/network/NetServiceExtensions.h"
 
 #include "AvahiStandIn.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "NetServiceRecorder.h"
 #include "support/FakeClock.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/NetServiceExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "LocalNetwork.h"
 #include "NetServiceRecorder.h"
@@ -338,7 +338,7 @@ TEST(NetService, IsPublishedAgainOnABusThatWasStartedAgain)
     EXPECT_TRUE(LocalNetwork::holds([](LocalNetwork &network) {
         noteProblems();
         const auto clock = std::make_shared<FakeClock>();
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         network.startAvahi();
         NetServiceRecorder recorder;
         NSNetService service("", type, "Kitchen", 5111);
@@ -366,7 +366,7 @@ TEST(NetService, ThatNobodyHasIsGivenUpAfterItsTimeout)
 {
     EXPECT_TRUE(LocalNetwork::holds([](LocalNetwork &network) {
         const auto clock = std::make_shared<FakeClock>();
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         network.startAvahi();
         NetServiceRecorder recorder;
         NSNetService service("", type, "Nobody's");

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "support/PrivateBus.h"
 #include "unit/hosts/admin/AdminTool.h"
@@ -43,7 +42,7 @@ protected:
     }
     void schedule(const QDateTime &date, const char *type, const QString &owner = "com.dozely") const
     {
-        ASSERT_EQ(Platform::current().powerEventScheduler->schedule(date, owner, type), 0);
+        ASSERT_EQ(Port<PowerEventScheduler>::current()->schedule(date, owner, type), 0);
     }
     static QDateTime inSeconds(qint64 seconds)
     {

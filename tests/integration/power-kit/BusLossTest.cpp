@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "integration/power-kit/PowerRecorder.h"
 #include "support/FakeClock.h"
@@ -27,7 +27,7 @@ class BusLossTest : public testing::Test
 protected:
     BusLossTest()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         setProblemReport([this](const QString &sentence) { problems += sentence; });
         qputenv(addressVariable, "unix:path=/nonexistent/bus");
     }

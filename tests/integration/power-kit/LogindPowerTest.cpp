@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "integration/power-kit/PowerRecorder.h"
 #include "support/FakeClock.h"
@@ -24,7 +24,7 @@ class LogindPowerTest : public testing::Test
 protected:
     LogindPowerTest()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         setProblemReport([this](const QString &sentence) { problems += sentence; });
     }
     ~LogindPowerTest() override { setProblemReport({}); }

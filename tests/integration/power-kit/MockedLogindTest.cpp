@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "DozelyKit/system/power/linux/LogindPower_p.h"
 #include "support/FakeClock.h"
@@ -29,8 +30,8 @@ protected:
     MockedLogindTest()
     {
         NSProcessInfo::setProcessName("dozelyd");
-        Platform::current().clock = clock;
-        Platform::current().systemPower = power;
+        Port<Clock>::current() = clock;
+        Port<SystemPower>::current() = power;
     }
     void SetUp() override
     {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "support/Identity.h"
@@ -69,7 +68,7 @@ protected:
         process.start(program, QStringList{"--root", root.path()} + arguments);
         return outcomeOf(process);
     }
-    static PowerEventScheduler &scheduler() { return *Platform::current().powerEventScheduler; }
+    static PowerEventScheduler &scheduler() { return *Port<PowerEventScheduler>::current(); }
 
     ScratchRoot root;
 };
@@ -222,8 +221,8 @@ TEST_F(PmsetTest, ServesTheFallbackOfASystemThatItLiesIn)
     };
     root.makeFolder("/usr/bin");
     ASSERT_TRUE(QFile::copy(PMSET, root.join("/usr/bin/pmset")));
-    const auto real = Platform::current().powerEventScheduler;
-    Platform::current().powerEventScheduler = std::make_shared<Failing>();
+    const auto real = Port<PowerEventScheduler>::current();
+    Port<PowerEventScheduler>::current() = std::make_shared<Failing>();
     const QDateTime date({2030, 3, 14}, {5, 55}, Qt::UTC);
     EXPECT_EQ(ZDRPowerManager::sharedInstance()->setAutoEventAtDate("AutoWake", date), -1);
     EXPECT_TRUE(root.logContent().contains("...OK !"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "integration/power-kit/PowerRecorder.h"
 #include "support/FakeClock.h"
@@ -45,7 +45,7 @@ class RandomPowerTest : public testing::TestWithParam<unsigned>
 protected:
     RandomPowerTest()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         setProblemReport([](const QString &) {});
         recorder.after = [this] { noteConsent(); };
     }

@@ -2,7 +2,6 @@
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "integration/power-kit/PrivateLogind.h"
@@ -82,7 +81,7 @@ TEST_F(RealLogindTest, TheMachineGoesOffWhenTheObserversHaveRun)
         PowerListener listener;
         ASSERT_TRUE(subscribe(logind));
         listener.action = [&](const QString &) { EXPECT_THAT(logind.started(), IsEmpty()); };
-        EXPECT_TRUE(Platform::current().systemPower->powerOff());
+        EXPECT_TRUE(Port<SystemPower>::current()->powerOff());
         ASSERT_TRUE(waitUntil([&] { return !logind.started().isEmpty(); }));
         EXPECT_THAT(logind.started(), ElementsAre("poweroff.target"));
         EXPECT_THAT(listener.names, ElementsAre(ZDRPowerManagerSystemWillPowerOff));
@@ -94,7 +93,7 @@ TEST_F(RealLogindTest, ALockOfALogindThatCrashedIsReplacedByOneOfTheNext)
     EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
         PowerListener listener;
         ASSERT_TRUE(subscribe(logind));
-        const auto inhibition = Platform::current().systemPower->inhibitSleep("A backup runs");
+        const auto inhibition = Port<SystemPower>::current()->inhibitSleep("A backup runs");
         const QStringList both{delayLock, blockLock};
         ASSERT_TRUE(waitUntil([&] { return logind.locks() == both; }));
         logind.kill();
@@ -110,7 +109,7 @@ TEST_F(RealLogindTest, AnActionsLockDoesNotKeepRootFromForcingSleep)
     EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
         PowerListener listener;
         ASSERT_TRUE(subscribe(logind));
-        auto inhibition = Platform::current().systemPower->inhibitSleep("A backup runs");
+        auto inhibition = Port<SystemPower>::current()->inhibitSleep("A backup runs");
         ASSERT_TRUE(waitUntil([&] { return logind.locks().contains(blockLock); }));
         ZDRPowerManager::forceSleep();
         ASSERT_TRUE(waitUntil([&] { return listener.names.size() == 2; }));
@@ -123,7 +122,7 @@ TEST_F(RealLogindTest, AnActionsLockDoesNotKeepRootFromForcingSleep)
 TEST_F(RealLogindTest, WhoNoLongerListensHoldsNoLock)
 {
     EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
-        auto listening = Platform::current().systemPower->listen([](quint32, void *) {});
+        auto listening = Port<SystemPower>::current()->listen([](quint32, void *) {});
         ASSERT_TRUE(waitUntil([&] { return logind.locks() == QStringList{delayLock}; }));
         listening.reset();
         ASSERT_TRUE(waitUntil([&] { return logind.locks().isEmpty(); }));

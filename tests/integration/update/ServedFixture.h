@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/system/network/HttpClient.h"
 #include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
 #include "integration/update/TlsServer.h"
 #include "unit/update/UpdateFixture.h"
@@ -27,7 +28,7 @@ protected:
 
     static void connectWith(const CurlHttpClient::Options &options)
     {
-        Platform::current().httpClient = std::make_shared<CurlHttpClient>(options);
+        Port<HttpClient>::current() = std::make_shared<CurlHttpClient>(options);
     }
 
     /// What the server saw; ends it.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "DozelyKit/core/broadcast/NSDistributedNotificationCenter.h"
 #include "DozelyKit/core/broadcast/linux/DistributedSignals_p.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "support/BecomeUser.h"
 #include "support/WaitUntil.h"
 
@@ -74,8 +74,8 @@ public:
             ::close(lines[0]);
             ::close(life[1]);
             // The parent's connections stay what they are; this process has its own.
-            static const auto ofParent = Platform::current().distributedNotifications;
-            Platform::current().distributedNotifications = std::make_shared<DistributedSignals>();
+            static const auto ofParent = Port<DistributedNotifications>::current();
+            Port<DistributedNotifications>::current() = std::make_shared<DistributedSignals>();
             center(true);
             const auto tell = [&lines](const QString &line) {
                 const QByteArray bytes = line.toUtf8() + '\n';

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/DistributedNotificationExtensions.h"
+#include "DozelyKit/core/foundation/Clock.h"
 
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "OtherProcesses.h"
@@ -293,7 +294,7 @@ TEST_F(WidePosting, SaysInOneLineWhatCannotBePosted)
 TEST_F(WidePosting, DropsAFloodAndHearsTheOthers)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     observe("Flood");
     clock->advance(1h); // what that cost is forgotten
     constexpr int posts = 1000;
@@ -321,7 +322,7 @@ TEST_F(WidePosting, DropsAFloodAndHearsTheOthers)
 TEST_F(WidePosting, DropsWhatAKnownPosterPostsBeyondItsMeasure)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     observe("Flood");
     clock->advance(1h);
     OtherProcess flooder(someUser(0), [](const auto &tell) {
@@ -396,7 +397,7 @@ TEST_F(WidePosting, MissesNothingWhileOthersBeginAndEndToObserve)
 TEST_F(WidePosting, GoesOnWhenTheBusWasStartedAgain)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     observe("Name");
     systemBus.stop();
     ASSERT_TRUE(waitUntil([&] { return !clock->pendingDelays().isEmpty(); }));

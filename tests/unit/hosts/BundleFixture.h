@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "unit/hosts/HostFixture.h"
 #include "unit/hosts/PowerFakes.h"
 
@@ -10,7 +10,7 @@
 class BundleFixture : public HostFixture
 {
 protected:
-    BundleFixture() { Platform::current().systemPower = power; }
+    BundleFixture() { Port<SystemPower>::current() = power; }
 
     static constexpr char plugIns[] = "/Library/Application Support/Dozely/PlugIns";
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/plugin/WDPlugIn.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 
 #include "OrderFixture.h"
 
@@ -41,7 +42,7 @@ protected:
         qputenv("TZ", "Europe/Paris");
         ::tzset();
         UserLanguages::set({"en"});
-        Platform::current().userNotificationPresenter = desktop;
+        Port<UserNotificationPresenter>::current() = desktop;
         plugIn->setBundle(bundle);
         plugIn->setCalendarDate(date);
         plugIn->setParameters(QVariantMap{{"Alert", 1}, {"Delay before alert", 60}});

@@ -6,8 +6,8 @@
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
 #include "support/FakeConsoleUser.h"
 
 #include <QTimeZone>
@@ -45,7 +45,7 @@ protected:
         if (NSProcessInfo::effectiveUserID() != 0)
             root.makeSocketFolder();
         console->user = ConsoleUser::User{"alice", NSProcessInfo::effectiveUserID()};
-        Platform::current().consoleUser = console;
+        Port<ConsoleUser>::current() = console;
         bundle = makeBundle("Test", {{"CFBundleIdentifier", "com.dozely.Test"}});
         // A root process writes a line when it first uses the port class; the tests look at what follows.
         ZDRUnixSocketPort::initAsClientWithName("nobody");

@@ -4,7 +4,6 @@
 #include "PlugInFixture.h"
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 namespace
 {
@@ -97,7 +96,7 @@ TEST_F(WDPrefPanePlugInTest, LosesRequirementsWithoutADictionary)
 TEST_F(WDPrefPanePlugInTest, LoadsTheInterfaceFileThatItsBundleNames)
 {
     const auto loader = std::make_shared<FakeLoader>();
-    Platform::current().interfaceFileLoader = loader;
+    Port<InterfaceFileLoader>::current() = loader;
     plugIn.setBundle(makeBundle("Panel", {{"WDEditNibFile", "Settings"}, {"WDUserAgentNib", "Other"}}));
     plugIn.loadNib();
     EXPECT_EQ(loader->names, QStringList("Settings"));
@@ -108,7 +107,7 @@ TEST_F(WDPrefPanePlugInTest, LoadsTheInterfaceFileThatItsBundleNames)
 TEST_F(WDPrefPanePlugInTest, LoadsNothingWhenItsBundleNamesNoInterfaceFile)
 {
     const auto loader = std::make_shared<FakeLoader>();
-    Platform::current().interfaceFileLoader = loader;
+    Port<InterfaceFileLoader>::current() = loader;
     plugIn.loadNib();
     plugIn.setBundle(makeBundle("Panel", {{"WDUserAgentNib", "Other"}}));
     plugIn.loadNib();
@@ -118,7 +117,7 @@ TEST_F(WDPrefPanePlugInTest, LoadsNothingWhenItsBundleNamesNoInterfaceFile)
 
 TEST_F(WDPrefPanePlugInTest, LoadsNothingInAProcessWithoutInterfaceLibrary)
 {
-    ASSERT_FALSE(Platform::current().interfaceFileLoader);
+    ASSERT_FALSE(Port<InterfaceFileLoader>::current());
     plugIn.setBundle(makeBundle("Panel", {{"WDEditNibFile", "Settings"}}));
     plugIn.loadNib();
     EXPECT_EQ(plugIn.setupView(), nullptr);

@@ -105,7 +105,7 @@ TEST_F(WDUserAgentPlugInTest, LogsNothingWhenTheDaemonIsNotThere)
 TEST_F(WDUserAgentPlugInTest, LoadsTheInterfaceFileThatItsBundleNames)
 {
     const auto loader = std::make_shared<FakeLoader>();
-    Platform::current().interfaceFileLoader = loader;
+    Port<InterfaceFileLoader>::current() = loader;
     plugIn.setBundle(makeBundle("Panel", {{"WDUserAgentNib", "AgentPanel"}}));
     plugIn.loadNib();
     EXPECT_EQ(loader->names, QStringList("AgentPanel"));
@@ -116,7 +116,7 @@ TEST_F(WDUserAgentPlugInTest, LoadsTheInterfaceFileThatItsBundleNames)
 TEST_F(WDUserAgentPlugInTest, LoadsNothingAndRaisesNothingWithoutANameInItsBundle)
 {
     const auto loader = std::make_shared<FakeLoader>();
-    Platform::current().interfaceFileLoader = loader;
+    Port<InterfaceFileLoader>::current() = loader;
     EXPECT_NO_THROW(plugIn.loadNib());
     plugIn.setBundle(nullptr);
     EXPECT_NO_THROW(plugIn.loadNib());
@@ -125,7 +125,7 @@ TEST_F(WDUserAgentPlugInTest, LoadsNothingAndRaisesNothingWithoutANameInItsBundl
 
 TEST_F(WDUserAgentPlugInTest, LoadsNothingInAProcessWithoutInterface)
 {
-    ASSERT_FALSE(Platform::current().interfaceFileLoader);
+    ASSERT_FALSE(Port<InterfaceFileLoader>::current());
     plugIn.setBundle(makeBundle("Panel", {{"WDUserAgentNib", "AgentPanel"}}));
     EXPECT_NO_THROW(plugIn.loadNib());
 }

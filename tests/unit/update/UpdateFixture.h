@@ -3,7 +3,8 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/network/HttpClient.h"
+#include "DozelyKit/system/network/Reachability.h"
 #include "DozelyKit/update/WDUpdateChecker.h"
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
@@ -25,8 +26,8 @@ protected:
     UpdateFixture()
     {
         NSProcessInfo::setProcessName("Dozely Admin");
-        Platform::current().httpClient = http;
-        Platform::current().reachability = network;
+        Port<HttpClient>::current() = http;
+        Port<Reachability>::current() = network;
         writeApplication({{"CFBundleShortVersionString", "3.2"}, {"CFBundleVersion", "41"}});
         writeList("/System/Library/CoreServices/SystemVersion.plist",
                   QVariantMap{{"ProductVersion", "12.5"}});

@@ -189,3 +189,10 @@ std::shared_ptr<NSSocketPort> EventProcesses::portOf(qint32 identifier, Process 
     *found = known->process;
     return ReachingPort::make(known->record);
 }
+
+template<>
+std::shared_ptr<AEProcesses> &Port<AEProcesses>::current()
+{
+    static auto *const port = new std::shared_ptr<AEProcesses>(std::make_shared<EventProcesses>());
+    return *port;
+}

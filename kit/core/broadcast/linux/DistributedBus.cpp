@@ -2,7 +2,6 @@
 #include "DozelyKit/core/broadcast/linux/DistributedBus_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <algorithm>
 
@@ -87,7 +86,7 @@ void DistributedBus::setNames(const QSet<QString> &names, bool everyName)
     if (m_bus.bus())
         subscribe();
     if (isWanted())
-        m_bus.keepOpen(Platform::current().clock); // no line when it is not there: many have no session
+        m_bus.keepOpen(Port<Clock>::current()); // no line when it is not there: many have no session
     else
         m_bus.stopKeeping();
 }

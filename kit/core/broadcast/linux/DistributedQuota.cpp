@@ -2,7 +2,6 @@
 #include "DozelyKit/core/broadcast/linux/DistributedQuota_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 
 #include <QString>
@@ -22,7 +21,7 @@ double secondsFrom(std::chrono::milliseconds duration)
 
 bool DistributedQuota::take(const std::optional<quint32> &user)
 {
-    const std::chrono::milliseconds now = Platform::current().clock->steadyTime();
+    const std::chrono::milliseconds now = Port<Clock>::current()->steadyTime();
     const qint64 key = user ? qint64(*user) : -1;
     if (!m_measures.contains(key) && m_measures.size() >= mostUsers)
         m_measures.removeIf([now](const auto &measure) {

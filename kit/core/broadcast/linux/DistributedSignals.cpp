@@ -109,3 +109,11 @@ DistributedSignals::listen(std::function<void(const Posted &)> handler)
 {
     return std::make_unique<Listener>(state(), std::move(handler));
 }
+
+template<>
+std::shared_ptr<DistributedNotifications> &Port<DistributedNotifications>::current()
+{
+    static auto *const port =
+        new std::shared_ptr<DistributedNotifications>(std::make_shared<DistributedSignals>());
+    return *port;
+}

@@ -130,3 +130,10 @@ std::unique_ptr<AbsoluteTimer> LinuxClock::makeAbsoluteTimer()
 {
     return std::make_unique<LinuxAbsoluteTimer>();
 }
+
+template<>
+std::shared_ptr<Clock> &Port<Clock>::current()
+{
+    static auto *const port = new std::shared_ptr<Clock>(std::make_shared<LinuxClock>());
+    return *port;
+}

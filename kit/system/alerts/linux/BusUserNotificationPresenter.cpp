@@ -155,3 +155,11 @@ void BusUserNotificationPresenter::dropAll(const QString &why)
             m_events.closed(alert->notification);
     }
 }
+
+template<>
+std::shared_ptr<UserNotificationPresenter> &Port<UserNotificationPresenter>::current()
+{
+    static auto *const port =
+        new std::shared_ptr<UserNotificationPresenter>(std::make_shared<BusUserNotificationPresenter>());
+    return *port;
+}

@@ -67,3 +67,10 @@ QString LinuxMachineIdentity::computerName()
     const QString name = pretty ? pretty->toString() : QString();
     return name.isEmpty() ? hostName : name;
 }
+
+template<>
+std::shared_ptr<MachineIdentity> &Port<MachineIdentity>::current()
+{
+    static auto *const port = new std::shared_ptr<MachineIdentity>(std::make_shared<LinuxMachineIdentity>());
+    return *port;
+}

@@ -78,3 +78,10 @@ QList<ProcessTable::Process> LinuxProcessTable::processes()
               [](const Process &a, const Process &b) { return a.identifier < b.identifier; });
     return found;
 }
+
+template<>
+std::shared_ptr<ProcessTable> &Port<ProcessTable>::current()
+{
+    static auto *const port = new std::shared_ptr<ProcessTable>(std::make_shared<LinuxProcessTable>());
+    return *port;
+}

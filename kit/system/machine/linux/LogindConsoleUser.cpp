@@ -46,3 +46,10 @@ std::optional<ConsoleUser::User> LogindConsoleUser::current()
         return std::nullopt;
     return User{name, userId.toUInt()};
 }
+
+template<>
+std::shared_ptr<ConsoleUser> &Port<ConsoleUser>::current()
+{
+    static auto *const port = new std::shared_ptr<ConsoleUser>(std::make_shared<LogindConsoleUser>());
+    return *port;
+}

@@ -2,7 +2,6 @@
 #include "DozelyKit/system/network/linux/AvahiDaemon_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 
 #include <algorithm>
@@ -39,7 +38,7 @@ void AvahiDaemon::add(User &user)
         &m_context,
         [this, isFirst] {
             if (isFirst)
-                m_service.keepOpen(Platform::current().clock);
+                m_service.keepOpen(Port<Clock>::current());
             else if (m_state != State::Unknown)
                 tellNewUsers();
         },

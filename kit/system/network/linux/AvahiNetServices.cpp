@@ -29,3 +29,10 @@ std::unique_ptr<NetServices::Activity> AvahiNetServices::resolve(const Service &
 {
     return std::make_unique<AvahiResolution>(daemon(), service, handler);
 }
+
+template<>
+std::shared_ptr<NetServices> &Port<NetServices>::current()
+{
+    static auto *const port = new std::shared_ptr<NetServices>(std::make_shared<AvahiNetServices>());
+    return *port;
+}

@@ -128,3 +128,11 @@ QList<QByteArray> LinuxPrimaryInterface::hardwareAddresses()
     }
     return {};
 }
+
+template<>
+std::shared_ptr<PrimaryInterface> &Port<PrimaryInterface>::current()
+{
+    static auto *const port =
+        new std::shared_ptr<PrimaryInterface>(std::make_shared<LinuxPrimaryInterface>());
+    return *port;
+}

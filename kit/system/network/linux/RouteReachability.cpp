@@ -45,3 +45,10 @@ std::optional<quint32> RouteReachability::flagsOfHost(const QString &host)
     }
     return best;
 }
+
+template<>
+std::shared_ptr<Reachability> &Port<Reachability>::current()
+{
+    static auto *const port = new std::shared_ptr<Reachability>(std::make_shared<RouteReachability>());
+    return *port;
+}

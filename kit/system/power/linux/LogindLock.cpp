@@ -2,7 +2,6 @@
 #include "DozelyKit/system/power/linux/LogindLock_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 
 #include <QPointer>
@@ -88,5 +87,5 @@ void LogindLock::refused(const dozely::Error &error)
         reportProblem(QString("The login manager refuses a lock (%1, \"%2\"): %3")
                           .arg(m_terms.what, m_terms.mode, error.text));
     }
-    Platform::current().clock->callAfter(retryTime, &m_context, [this] { ask(); });
+    Port<Clock>::current()->callAfter(retryTime, &m_context, [this] { ask(); });
 }

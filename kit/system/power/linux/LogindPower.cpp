@@ -2,9 +2,9 @@
 #include "DozelyKit/system/power/linux/LogindPower_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/system/power/PowerMessages.h"
+#include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 
 #include <QPointer>
 
@@ -39,7 +39,7 @@ bool isRepetition(const QDateTime &told)
 {
     if (told.isNull())
         return false;
-    const qint64 passed = told.msecsTo(Platform::current().clock->currentDate());
+    const qint64 passed = told.msecsTo(Port<Clock>::current()->currentDate());
     return passed >= 0 && std::chrono::milliseconds(passed) <= repetitionTime;
 }
 } // namespace
@@ -131,7 +131,7 @@ void LogindPower::connectToBus()
         return;
     if (!m_isReachable)
         setReachable(false);
-    m_manager.keepOpen(Platform::current().clock);
+    m_manager.keepOpen(Port<Clock>::current());
 }
 
 void LogindPower::hearAnnouncements()
@@ -168,7 +168,7 @@ void LogindPower::setReachable(bool reachable)
         m_isAbsenceReported = false;
     } else if (wasReachable || !m_absence) {
         m_absence = std::make_unique<QObject>();
-        Platform::current().clock->callAfter(absenceTime, m_absence.get(), [this] {
+        Port<Clock>::current()->callAfter(absenceTime, m_absence.get(), [this] {
             if (!m_isReachable && !std::exchange(m_isAbsenceReported, true)) {
                 reportProblem("The login manager cannot be reached: sleep and power-off of the machine are "
                               "not noticed until it is there.");
@@ -183,7 +183,7 @@ void LogindPower::prepareForSleep(bool begins)
         m_delayLock.retry();
         return;
     }
-    m_sleep.told = Platform::current().clock->currentDate();
+    m_sleep.told = Port<Clock>::current()->currentDate();
     m_sleep.hasBegun = begins;
     if (begins)
         begin(kIOMessageSystemWillSleep);
@@ -197,7 +197,7 @@ void LogindPower::prepareForShutdown(bool begins)
         m_delayLock.retry();
         return;
     }
-    m_shutdown.told = Platform::current().clock->currentDate();
+    m_shutdown.told = Port<Clock>::current()->currentDate();
     m_shutdown.hasBegun = begins;
     if (begins)
         begin(kIOMessageSystemWillPowerOff);
@@ -236,7 +236,7 @@ void LogindPower::shutdownCancelled()
 void LogindPower::watchForEnd()
 {
     m_watch = std::make_unique<QObject>();
-    Platform::current().clock->callAfter(overTime, m_watch.get(), [this] { askWhetherOver(); });
+    Port<Clock>::current()->callAfter(overTime, m_watch.get(), [this] { askWhetherOver(); });
 }
 
 void LogindPower::askWhetherOver()
@@ -328,4 +328,12 @@ bool LogindPower::powerOff()
 std::unique_ptr<SystemPower::Inhibition> LogindPower::inhibitSleep(const QString &reason)
 {
     return std::make_unique<ActionInhibition>(*this, reason);
+}
+
+template<>
+std::shared_ptr<SystemPower> &Port<SystemPower>::current()
+{
+    static auto *const port = new std::shared_ptr<SystemPower>(std::make_shared<LogindPower>(
+        [](quint32 messageType) { RtcPowerEventScheduler::ofThisProcess()->powerChanges(messageType); }));
+    return *port;
 }

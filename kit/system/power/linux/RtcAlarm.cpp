@@ -3,7 +3,6 @@
 
 #include "DozelyKit/core/files/RegularFile_p.h"
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
 #include <QDir>
@@ -52,7 +51,7 @@ bool isClockLocal()
 
 QDateTime now()
 {
-    return Platform::current().clock->currentDate();
+    return Port<Clock>::current()->currentDate();
 }
 } // namespace
 

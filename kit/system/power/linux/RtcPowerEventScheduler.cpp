@@ -2,7 +2,6 @@
 #include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/system/power/PowerMessages.h"
 
@@ -22,7 +21,7 @@ using Content = PowerEventStore::Content;
 
 QDateTime now()
 {
-    return Platform::current().clock->currentDate();
+    return Port<Clock>::current()->currentDate();
 }
 
 QDateTime wholeSeconds(const QDateTime &time)
@@ -70,6 +69,13 @@ bool isOurs(const std::optional<qint64> &alarm, const Content &content)
 RtcPowerEventScheduler::RtcPowerEventScheduler(RtcAlarm::Writer writer) : m_writer(std::move(writer)) {}
 
 RtcPowerEventScheduler::~RtcPowerEventScheduler() = default;
+
+const std::shared_ptr<RtcPowerEventScheduler> &RtcPowerEventScheduler::ofThisProcess()
+{
+    static auto *const scheduler =
+        new std::shared_ptr<RtcPowerEventScheduler>(std::make_shared<RtcPowerEventScheduler>());
+    return *scheduler;
+}
 
 /// Sets the alarm for what `content` holds, and notes there what it was set to.
 int RtcPowerEventScheduler::setAlarm(Content &content) const
@@ -170,7 +176,7 @@ void RtcPowerEventScheduler::keepArmed()
 {
     if (m_timer)
         return;
-    m_timer = Platform::current().clock->makeAbsoluteTimer();
+    m_timer = Port<Clock>::current()->makeAbsoluteTimer();
     const auto again = [this] { rearm(m_phase); };
     QObject::connect(m_timer.get(), &AbsoluteTimer::due, m_timer.get(), again);
     QObject::connect(m_timer.get(), &AbsoluteTimer::clockChanged, m_timer.get(), again);
@@ -257,4 +263,12 @@ QString RtcPowerEventScheduler::testAlarm(const QDateTime &time)
     else if (outcome != EACCES && outcome != EPERM)
         failure = clock->clear();
     return outcome != 0 ? sentence(outcome) : failure != 0 ? sentence(failure) : QString();
+}
+
+template<>
+std::shared_ptr<PowerEventScheduler> &Port<PowerEventScheduler>::current()
+{
+    static auto *const port =
+        new std::shared_ptr<PowerEventScheduler>(RtcPowerEventScheduler::ofThisProcess());
+    return *port;
 }

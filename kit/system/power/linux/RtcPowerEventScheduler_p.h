@@ -19,6 +19,9 @@ public:
     explicit RtcPowerEventScheduler(RtcAlarm::Writer writer = RtcAlarm::writeKernelFile);
     ~RtcPowerEventScheduler() override;
 
+    /// The one that the ports of this process use, whatever a test puts in their place.
+    static const std::shared_ptr<RtcPowerEventScheduler> &ofThisProcess();
+
     qint32 schedule(const QDateTime &time, const QString &owner, const QString &type) override;
     qint32 cancel(const QDateTime &time, const QString &owner, const QString &type) override;
     QList<Event> scheduledEvents() override;

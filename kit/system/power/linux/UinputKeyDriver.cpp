@@ -137,3 +137,10 @@ bool UinputKeyDriver::post(const NXEventData &event)
     // A key that stays down repeats, and cannot be pressed again.
     return m_device->send(key, press) == 0 && m_device->send(key, release) == 0;
 }
+
+template<>
+std::shared_ptr<KeyEventDriver> &Port<KeyEventDriver>::current()
+{
+    static auto *const port = new std::shared_ptr<KeyEventDriver>(std::make_shared<UinputKeyDriver>());
+    return *port;
+}

@@ -3,10 +3,10 @@
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "support/FakeClock.h"
 #include "support/WaitUntil.h"
@@ -143,7 +143,7 @@ class CenterFixture : public PortFixture
 protected:
     CenterFixture()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         NSProcessInfo::setProcessName("dozelyd");
         center = WDCommunicationCenter::sharedInstance();
         root = std::make_unique<CountingRoot>(center.get());

@@ -2,6 +2,7 @@
 #include "unit/communication/channel/CenterFixture.h"
 
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/core/foundation/Clock.h"
 
 #include <QSemaphore>
 
@@ -45,8 +46,8 @@ class TwoThreads : public PortFixture
 protected:
     TwoThreads()
     {
-        clock = std::make_shared<ObservedClock>(Platform::current().clock);
-        Platform::current().clock = clock;
+        clock = std::make_shared<ObservedClock>(Port<Clock>::current());
+        Port<Clock>::current() = clock;
         NSProcessInfo::setProcessName("dozelyd");
         center = WDCommunicationCenter::sharedInstance();
         center->setObserver(&observer);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/communication/events/ProcessSerialNumber.h"
 #include "DozelyKit/communication/events/linux/EventProcesses_p.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "support/Identity.h"
 #include "support/ScratchRoot.h"
 
@@ -266,7 +266,7 @@ TEST_F(EventProcessesTest, OfOtherUsersAreMetToo)
 
 TEST_F(EventProcessesTest, AreWalkedFromNoneToNone)
 {
-    Platform::current().aeProcesses = std::make_shared<EventProcesses>();
+    Port<AEProcesses>::current() = std::make_shared<EventProcesses>();
     ProcessSerialNumber number;
     EXPECT_EQ(GetNextProcess(&number), procNotFound);
     const Announcer one;

@@ -7,9 +7,9 @@
 #include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 #include "DozelyKit/communication/events/ProcessSerialNumber.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "support/FakeClock.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
@@ -253,18 +253,18 @@ TEST_F(AppleEventManager, IsReachedByOtherThreadsOfItsProcess)
 TEST_F(AppleEventManager, ListensFromTheFirstHandlerOn)
 {
     EXPECT_FALSE(manager().isListening());
-    EXPECT_TRUE(Platform::current().aeProcesses->processes().isEmpty());
+    EXPECT_TRUE(Port<AEProcesses>::current()->processes().isEmpty());
     ProcessSignature::set(fourCharCode("Test"));
     manager().setEventHandlerForEventClass(&handler, "note", testClass, testID);
     EXPECT_TRUE(manager().isListening());
-    ASSERT_EQ(Platform::current().aeProcesses->processes().size(), 1);
-    EXPECT_EQ(Platform::current().aeProcesses->processes().constFirst().signature, fourCharCode("Test"));
+    ASSERT_EQ(Port<AEProcesses>::current()->processes().size(), 1);
+    EXPECT_EQ(Port<AEProcesses>::current()->processes().constFirst().signature, fourCharCode("Test"));
 }
 
 TEST_F(AppleEventManager, TriesAgainEverMoreSeldomWhereItCannotListen)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     const QString obstacle = root.join("/private");
     QFile file(obstacle);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -3,7 +3,6 @@
 #include "DozelyKit/communication/events/AEManager.h"
 #include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
-#include "DozelyKit/core/foundation/Platform.h"
 
 #include <gtest/gtest.h>
 
@@ -329,7 +328,7 @@ TEST_F(ZDRAppleEventTest, FindsTheFirstProcessWithTheSignature)
     const auto processes = std::make_shared<FakeProcesses>();
     processes->running = {
         {100, 0, fourCharCode("one ")}, {200, 501, fourCharCode("two ")}, {300, 502, fourCharCode("two ")}};
-    Platform::current().aeProcesses = processes;
+    Port<AEProcesses>::current() = processes;
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("two ")), (ProcessSerialNumber{0, 200}));
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), (ProcessSerialNumber{0, 100}));
 }
@@ -338,7 +337,7 @@ TEST_F(ZDRAppleEventTest, FindsANumberWithBothWordsZeroWhereNoProcessHasTheSigna
 {
     const auto processes = std::make_shared<FakeProcesses>();
     processes->running = {{100, 0, fourCharCode("one ")}};
-    Platform::current().aeProcesses = processes;
+    Port<AEProcesses>::current() = processes;
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("none")), (ProcessSerialNumber{0, 0}));
     processes->running.clear();
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), (ProcessSerialNumber{0, 0}));
@@ -348,7 +347,7 @@ TEST_F(ZDRAppleEventTest, IsMadeForTheProcessWithTheSignature)
 {
     const auto processes = std::make_shared<FakeProcesses>();
     processes->running = {{100, 0, fourCharCode("one ")}};
-    Platform::current().aeProcesses = processes;
+    Port<AEProcesses>::current() = processes;
     const auto event = ZDRAppleEvent::appleEventWithEventClassForProcessWithSignature(testClass, testID,
                                                                                       fourCharCode("one "));
     EXPECT_EQ(event->eventClass(), testClass);

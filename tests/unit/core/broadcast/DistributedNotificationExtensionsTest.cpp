@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/DistributedNotificationExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "support/FakeDistributedNotifications.h"
 #include "support/PrintTo.h"
 
@@ -85,7 +85,7 @@ TEST(DistributedNotificationExtensions, PostNoObjectWhereANotificationHasNone)
 TEST(DistributedNotificationExtensions, ReachAllSessionsAtOnceThroughTheDefaultCentre)
 {
     const auto bus = std::make_shared<FakeDistributedNotifications>();
-    Platform::current().distributedNotifications = bus;
+    Port<DistributedNotifications>::current() = bus;
     widePostNotificationName(NSDistributedNotificationCenter::defaultCenter(), "Name", "com.example", {});
     ASSERT_EQ(bus->posts.size(), 1);
     EXPECT_EQ(bus->posts[0].reach, DistributedNotifications::Reach::AllSessions);

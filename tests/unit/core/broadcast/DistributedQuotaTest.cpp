@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/linux/DistributedQuota_p.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
@@ -19,7 +19,7 @@ class DistributedQuotaTest : public testing::Test
 protected:
     DistributedQuotaTest()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         setProblemReport([this](const QString &line) { lines += line; });
     }
     ~DistributedQuotaTest() override { setProblemReport({}); }

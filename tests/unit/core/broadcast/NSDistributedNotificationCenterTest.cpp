@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/NSDistributedNotificationCenter.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "support/FakeDistributedNotifications.h"
 #include "support/PrintTo.h"
 
@@ -33,7 +33,7 @@ public:
 class NSDistributedNotificationCenterTest : public testing::Test
 {
 protected:
-    NSDistributedNotificationCenterTest() { Platform::current().distributedNotifications = bus; }
+    NSDistributedNotificationCenterTest() { Port<DistributedNotifications>::current() = bus; }
 
     void hear(const QString &name, const QVariant &object = "sender", bool immediately = true,
               std::optional<quint32> user = 1000)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
 #include "support/FakeClock.h"
 
 #include <gtest/gtest.h>
@@ -29,18 +31,25 @@ TEST(NSProcessInfo, KnowsItsIds)
     EXPECT_EQ(NSProcessInfo::effectiveUserID(), ::geteuid());
 }
 
-TEST(Platform, IsMadeOnceWithAClockAndAConsoleUserAndNoInterfaceFileLoader)
+TEST(Port, IsMadeOnceAndStaysWhatWasPutInItsPlace)
 {
-    EXPECT_EQ(&Platform::current(), &Platform::current());
-    EXPECT_TRUE(Platform::current().clock);
-    EXPECT_TRUE(Platform::current().consoleUser);
-    EXPECT_FALSE(Platform::current().interfaceFileLoader);
+    const std::shared_ptr<Clock> made = Port<Clock>::current();
+    ASSERT_TRUE(made);
+    EXPECT_EQ(Port<Clock>::current(), made);
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    EXPECT_EQ(Port<Clock>::current(), clock);
+}
+
+TEST(Port, IsEmptyWhereNothingOfTheMachineServesIt)
+{
+    EXPECT_FALSE(Port<InterfaceFileLoader>::current());
 }
 
 TEST(NSLock, IsTakenAtOnceWhenItIsFree)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     NSLock lock;
     EXPECT_TRUE(lock.lockBeforeDate(5s));
     EXPECT_TRUE(clock->failedWaits.isEmpty());
@@ -49,7 +58,7 @@ TEST(NSLock, IsTakenAtOnceWhenItIsFree)
 TEST(NSLock, GivesUpAfterTheLimitWhenItStaysTaken)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     NSLock lock;
     ASSERT_TRUE(lock.lockBeforeDate(5s));
     EXPECT_FALSE(lock.lockBeforeDate(5s));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/ZDRLog.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "OtherProcess.h"
 #include "support/FakeClock.h"
 #include "support/Identity.h"
@@ -30,10 +30,7 @@ protected:
         ::tzset();
         setDate(QDateTime({2026, 3, 4}, QTime(8, 15, 2), Qt::UTC));
     }
-    static void setDate(const QDateTime &date)
-    {
-        Platform::current().clock = std::make_shared<FakeClock>(date);
-    }
+    static void setDate(const QDateTime &date) { Port<Clock>::current() = std::make_shared<FakeClock>(date); }
 
     // The body of a role's line as this process writes it.
     static QString body(const QString &role, const QString &message)

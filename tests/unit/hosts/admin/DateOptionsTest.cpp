@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/DateOptions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "support/FakeClock.h"
@@ -14,7 +14,7 @@ namespace
 class DateOptionsTest : public testing::Test
 {
 protected:
-    DateOptionsTest() { Platform::current().clock = std::make_shared<FakeClock>(); }
+    DateOptionsTest() { Port<Clock>::current() = std::make_shared<FakeClock>(); }
 
     static DateOptions::Moment read(const QStringList &arguments)
     {

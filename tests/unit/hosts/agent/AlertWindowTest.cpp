@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertWindowPresenter.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/system/alerts/NSUserNotificationCenter.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "support/AlertDelegates.h"
 #include "support/BaselinePicture.h"
 #include "support/FakeClock.h"
@@ -31,7 +32,7 @@ class AlertWindowTest : public testing::Test
 protected:
     AlertWindowTest()
     {
-        Platform::current().clock = clock;
+        Port<Clock>::current() = clock;
         presenter->setEvents({
             .shown = [this](const auto &notification) { told += "shown " + notification->title(); },
             .activated = [this](const auto &notification) { told += "activated " + notification->title(); },
@@ -261,8 +262,8 @@ TEST_F(AlertWindowTest, LeavesNothingBehindWhenThePresenterGoesWhileWindowsFade)
 TEST_F(AlertWindowTest, IsClosedWithTheDesktopsNotificationByEitherOnesButton)
 {
     const auto desktop = std::make_shared<FakeUserNotificationPresenter>();
-    Platform::current().userNotificationPresenter = desktop;
-    Platform::current().alertWindow = presenter;
+    Port<UserNotificationPresenter>::current() = desktop;
+    alertWindow() = presenter;
     auto &center = NSUserNotificationCenter::defaultUserNotificationCenter();
     FullDelegate delegate;
     center.setDelegate(&delegate);
@@ -289,7 +290,7 @@ TEST_F(AlertWindowTest, IsClosedWithTheDesktopsNotificationByEitherOnesButton)
     center.deliverNotification(third);
     center.removeDeliveredNotification(third);
     EXPECT_EQ(presenter->window(third), nullptr) << "withdrawn";
-    Platform::current().alertWindow.reset();
+    alertWindow().reset();
 }
 
 class AlertPictures : public AlertWindowTest, public testing::WithParamInterface<Look>

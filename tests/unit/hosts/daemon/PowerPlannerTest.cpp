@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/PowerPlanner.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/power/KeyEventDriver.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "support/FakeClock.h"
@@ -18,9 +20,9 @@ class PowerPlannerTest : public BundleFixture
 protected:
     PowerPlannerTest()
     {
-        Platform::current().clock = clock;
-        Platform::current().powerEventScheduler = machine;
-        Platform::current().keyEventDriver = std::make_shared<NoKeys>();
+        Port<Clock>::current() = clock;
+        Port<PowerEventScheduler>::current() = machine;
+        Port<KeyEventDriver>::current() = std::make_shared<NoKeys>();
         makeProbe();
     }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/system/power/KeyEventDriver.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
@@ -17,8 +19,8 @@ class SleptOverTest : public BundleFixture
 protected:
     SleptOverTest()
     {
-        Platform::current().powerEventScheduler = machine;
-        Platform::current().keyEventDriver = std::make_shared<NoKeys>();
+        Port<PowerEventScheduler>::current() = machine;
+        Port<KeyEventDriver>::current() = std::make_shared<NoKeys>();
         makeProbe();
         writeStore({changed(entry("a", noon().addSecs(60)), "Parameters",
                             QVariantMap{{"Acts In User Agent", 0LL},

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/interface/drawing/NSBezierPath.h"
 #include "support/Canvas.h"
 #include "support/FakeClock.h"
@@ -19,7 +19,7 @@ namespace
 class ZDRProgressIndicatorTest : public testing::Test
 {
 protected:
-    ZDRProgressIndicatorTest() { Platform::current().clock = clock; }
+    ZDRProgressIndicatorTest() { Port<Clock>::current() = clock; }
 
     /// The pie of a value of 1 at most, 200 x 200 points on black.
     QImage pie(float value)

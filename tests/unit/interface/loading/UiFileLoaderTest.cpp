@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/loading/UiFileLoader_p.h"
 
+#include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/interface/lists/ZDRTableView.h"
@@ -108,7 +108,7 @@ protected:
     }
     bool load(const QString &name = "Panel")
     {
-        return Platform::current().interfaceFileLoader->loadNibNamed(name, *bundle(), owner.get());
+        return Port<InterfaceFileLoader>::current()->loadNibNamed(name, *bundle(), owner.get());
     }
     testing::AssertionResult refusesWith(const QString &why)
     {
@@ -128,8 +128,8 @@ protected:
 
 TEST_F(UiFileLoaderTest, IsThePortOfAProcessThatLoadedTheLibrary)
 {
-    ASSERT_TRUE(Platform::current().interfaceFileLoader);
-    EXPECT_TRUE(dynamic_cast<UiFileLoader *>(Platform::current().interfaceFileLoader.get()));
+    ASSERT_TRUE(Port<InterfaceFileLoader>::current());
+    EXPECT_TRUE(dynamic_cast<UiFileLoader *>(Port<InterfaceFileLoader>::current().get()));
 }
 
 TEST_F(UiFileLoaderTest, FillsTheOutletsOfTheOwner)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/windows/ZDRWindow.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/interface/views/TimedAnimation_p.h"
 #include "DozelyKit/interface/windows/ScreenCoordinates_p.h"
 #include "support/FakeClock.h"
@@ -24,7 +24,7 @@ namespace
 class ZDRWindowTest : public testing::Test
 {
 protected:
-    ZDRWindowTest() { Platform::current().clock = clock; }
+    ZDRWindowTest() { Port<Clock>::current() = clock; }
 
     /// Lets the time pass in steps of a millisecond; the values that `value` had on the way.
     template<class Value>
@@ -440,7 +440,7 @@ TEST(ScreenCoordinates, RoundEdgesSoThatWindowsThatTouchGoOnTouching)
 TEST(TimedAnimation, StepsFromZeroAndCompletesOnce)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     TimedAnimation animation;
     QList<double> steps;
     int completions = 0;
@@ -466,7 +466,7 @@ TEST(TimedAnimation, IsCompleteAtOnceWithoutDuration)
 TEST(TimedAnimation, MayBeStartedAnewFromItsOwnStepAndCompletion)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     TimedAnimation animation;
     QStringList told;
     animation.start(

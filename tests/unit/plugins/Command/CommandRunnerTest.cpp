@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandRunner.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "support/FakeClock.h"
 #include "support/ScratchRoot.h"
@@ -94,7 +94,7 @@ TEST_F(CommandRunnerTest, LogsStatusAndDurationInOneLine)
 TEST_F(CommandRunnerTest, MeasuresTheDurationOnTheSteadyClock)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     runEndless();
     clock->advance(1234ms);
     ASSERT_EQ(::kill(endlessProcess(), SIGKILL), 0);
@@ -263,7 +263,7 @@ TEST_F(CommandRunnerTest, StopsWhatTheProgramStartedToo)
 TEST_F(CommandRunnerTest, KillsAfterFiveSecondsAProgramThatWillNotEnd)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     runEndless("trap 'echo asked > \"$1.asked\"' TERM;");
     runner.stop();
     ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(root.join("/ready.asked")); }));
@@ -278,7 +278,7 @@ TEST_F(CommandRunnerTest, KillsAfterFiveSecondsAProgramThatWillNotEnd)
 TEST_F(CommandRunnerTest, DoesNotKillALaterProgramForAnEarlierOne)
 {
     const auto clock = std::make_shared<FakeClock>();
-    Platform::current().clock = clock;
+    Port<Clock>::current() = clock;
     runEndless();
     runner.stop();
     ASSERT_TRUE(waitUntil([&] { return ends == 1; }));

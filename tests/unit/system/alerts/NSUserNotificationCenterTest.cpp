@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/alerts/NSUserNotificationCenter.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "support/AlertDelegates.h"
 #include "support/FakeUserNotificationPresenter.h"
 
@@ -21,7 +21,7 @@ class NSUserNotificationCenterTest : public testing::Test
 protected:
     NSUserNotificationCenterTest()
     {
-        Platform::current().userNotificationPresenter = desktop;
+        Port<UserNotificationPresenter>::current() = desktop;
         center.setDelegate(&delegate);
     }
 
@@ -147,7 +147,7 @@ TEST_F(NSUserNotificationCenterTest, TellsOfADeliveryOnceItIsAccepted)
 
 TEST_F(NSUserNotificationCenterTest, TellsOfEachDeliveryOnceHoweverManyShowIt)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     window->events.shown(alert);
     desktop->events.shown(alert);
@@ -189,7 +189,7 @@ TEST_F(NSUserNotificationCenterTest, DoesNotTakeADismissalForThePressingOfTheBut
 
 TEST_F(NSUserNotificationCenterTest, ShowsTheAlertInTheWindowOfItsOwnAsWell)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     EXPECT_THAT(desktop->shown, ElementsAre(alert));
     EXPECT_THAT(window->shown, ElementsAre(alert));
@@ -197,7 +197,7 @@ TEST_F(NSUserNotificationCenterTest, ShowsTheAlertInTheWindowOfItsOwnAsWell)
 
 TEST_F(NSUserNotificationCenterTest, ClosesTheWindowWhenTheNotificationsButtonIsPressed)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     desktop->events.activated(alert);
     runEvents();
@@ -207,7 +207,7 @@ TEST_F(NSUserNotificationCenterTest, ClosesTheWindowWhenTheNotificationsButtonIs
 
 TEST_F(NSUserNotificationCenterTest, ClosesTheNotificationWhenTheWindowsButtonIsPressed)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     window->events.activated(alert);
     runEvents();
@@ -217,7 +217,7 @@ TEST_F(NSUserNotificationCenterTest, ClosesTheNotificationWhenTheWindowsButtonIs
 
 TEST_F(NSUserNotificationCenterTest, CountsThePressingOfBothButtonsAsOne)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     window->events.activated(alert);
     desktop->events.activated(alert);
@@ -227,7 +227,7 @@ TEST_F(NSUserNotificationCenterTest, CountsThePressingOfBothButtonsAsOne)
 
 TEST_F(NSUserNotificationCenterTest, KeepsTheWindowWhenTheNotificationIsDismissed)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     desktop->events.shown(alert);
     window->events.shown(alert);
@@ -241,7 +241,7 @@ TEST_F(NSUserNotificationCenterTest, KeepsTheWindowWhenTheNotificationIsDismisse
 
 TEST_F(NSUserNotificationCenterTest, RemovesAnAlertEverywhereAndTellsNobody)
 {
-    Platform::current().alertWindow = window;
+    alertWindow() = window;
     center.deliverNotification(alert);
     desktop->events.shown(alert);
     runEvents();

@@ -2,8 +2,8 @@
 #include "DozelyKit/system/alerts/WDUserNotificationCenterDelegate.h"
 
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "support/AlertDelegates.h"
 #include "support/FakeUserNotificationPresenter.h"
 #include "support/ScratchRoot.h"
@@ -45,7 +45,7 @@ public:
 class WDUserNotificationCenterDelegateTest : public testing::Test
 {
 protected:
-    WDUserNotificationCenterDelegateTest() { Platform::current().userNotificationPresenter = desktop; }
+    WDUserNotificationCenterDelegateTest() { Port<UserNotificationPresenter>::current() = desktop; }
 
     bool isPresented(const Alert &alert) const
     {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/ProcessInfoExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/machine/ProcessTable.h"
 
 #include <gmock/gmock.h>
@@ -161,7 +160,7 @@ TEST(ProcessInfoExtensions, GiveBothFieldsOfTheSameProcesses)
 {
     const auto fake = std::make_shared<FakeProcessTable>();
     fake->table = {{30, 1000, "tool"}, {7, 4'000'000'000U, "tool"}, {8, 0, "tool2"}, {9, 0, "tool"}};
-    Platform::current().processTable = fake;
+    Port<ProcessTable>::current() = fake;
     EXPECT_THAT(pidsOfProcessesWithName("tool"), ElementsAre(30, 7, 9));
     EXPECT_THAT(uidsOfProcessesWithName("tool"), ElementsAre(1000U, 4'000'000'000U, 0U));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
 #include "support/FakeConsoleUser.h"
 #include "support/PrivateBus.h"
 
@@ -13,7 +13,7 @@ using zandorSoftwaresExtensions::loggedInUserID;
 TEST(UserDefaultsExtensions, TellNameAndIdOfTheUserAtTheConsole)
 {
     const auto console = std::make_shared<FakeConsoleUser>();
-    Platform::current().consoleUser = console;
+    Port<ConsoleUser>::current() = console;
     console->user = ConsoleUser::User{"alice", 4'000'000'000U};
     EXPECT_EQ(loggedInUser(), "alice");
     EXPECT_EQ(loggedInUserID(), 4'000'000'000U);
@@ -25,7 +25,7 @@ TEST(UserDefaultsExtensions, TellNameAndIdOfTheUserAtTheConsole)
 
 TEST(UserDefaultsExtensions, TellNoNameAndTheIdZeroWhenNobodyIsThere)
 {
-    Platform::current().consoleUser = std::make_shared<FakeConsoleUser>();
+    Port<ConsoleUser>::current() = std::make_shared<FakeConsoleUser>();
     EXPECT_TRUE(loggedInUser().isNull());
     EXPECT_EQ(loggedInUserID(), 0U);
 }

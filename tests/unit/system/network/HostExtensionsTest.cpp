@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/HostExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/network/PrimaryInterface.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
@@ -28,9 +27,9 @@ QString addressOf(const QList<QByteArray> &addresses)
 {
     const auto fake = std::make_shared<FakePrimaryInterface>();
     fake->addresses = addresses;
-    const auto real = std::exchange(Platform::current().primaryInterface, fake);
+    const auto real = std::exchange(Port<PrimaryInterface>::current(), fake);
     QString address = primaryMACAddress();
-    Platform::current().primaryInterface = real;
+    Port<PrimaryInterface>::current() = real;
     return address;
 }
 
@@ -153,7 +152,7 @@ TEST(HostExtensions, KnowEveryPathOfARouteWithSeveral)
         addInterface("v0", "0a:00:27:00:00:05");
         addInterface("v1", "0a:00:27:00:00:06");
         ASSERT_TRUE(ip("route add default nexthop dev v0 nexthop dev v1"));
-        EXPECT_EQ(Platform::current().primaryInterface->hardwareAddresses().size(), 2);
+        EXPECT_EQ(Port<PrimaryInterface>::current()->hardwareAddresses().size(), 2);
         EXPECT_EQ(primaryMACAddress(), "0a:00:27:00:00:06");
     }));
 }

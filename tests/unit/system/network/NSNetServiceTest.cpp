@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/NSNetService.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/system/machine/MachineIdentity.h"
+#include "DozelyKit/system/network/NetServices.h"
 #include "support/FakeClock.h"
 #include "support/FakeNetServices.h"
 #include "support/PrintTo.h"
@@ -67,8 +68,8 @@ class NSNetServiceTest : public testing::Test
 protected:
     NSNetServiceTest()
     {
-        Platform::current().netServices = network;
-        Platform::current().clock = clock;
+        Port<NetServices>::current() = network;
+        Port<Clock>::current() = clock;
     }
 
     static NetServices::Findings findings(const QByteArray &record = "\x03"
@@ -120,7 +121,7 @@ TEST_F(NSNetServiceTest, WithoutANameIsNamedAfterTheComputer)
 {
     const auto machine = std::make_shared<NamedMachine>();
     machine->name = "Zo\u00eb's desk";
-    Platform::current().machineIdentity = machine;
+    Port<MachineIdentity>::current() = machine;
     NSNetService service("", "_dozely._tcp", "", 5111);
     service.publish();
     EXPECT_EQ(network->asked.name, "Zo\u00eb's desk");
@@ -130,7 +131,7 @@ TEST_F(NSNetServiceTest, TakesOfALongComputerNameWhatFits)
 {
     const auto machine = std::make_shared<NamedMachine>();
     machine->name = QString("a") + QString("\u00e9").repeated(40); // 81 bytes
-    Platform::current().machineIdentity = machine;
+    Port<MachineIdentity>::current() = machine;
     NSNetService service("", "_dozely._tcp", "", 5111);
     service.publish();
     EXPECT_EQ(network->asked.name.toUtf8().size(), 63);

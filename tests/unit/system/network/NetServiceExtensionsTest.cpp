@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/NetServiceExtensions.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/network/NetServices.h"
 #include "support/FakeNetServices.h"
 #include "support/PrintTo.h"
 
@@ -14,7 +14,7 @@ namespace
 class NetServiceExtensions : public testing::Test
 {
 protected:
-    NetServiceExtensions() { Platform::current().netServices = network; }
+    NetServiceExtensions() { Port<NetServices>::current() = network; }
 
     /// Makes the service known at these addresses.
     void find(const QList<NetServices::Address> &addresses, const QByteArray &record = {})

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/system/power/linux/RtcAlarm_p.h"
 #include "support/FakeClock.h"
 #include "support/ScratchRoot.h"
@@ -24,7 +24,7 @@ public:
     {
         root.makeFolder(m_folder);
         put("name", "rtc_fake " + device.toUtf8() + "\n");
-        m_start = Platform::current().clock->currentDate().toSecsSinceEpoch();
+        m_start = Port<Clock>::current()->currentDate().toSecsSinceEpoch();
         tick();
         if (hasAlarm)
             put("wakealarm", "");
@@ -51,7 +51,7 @@ public:
     /// Goes on by itself: setting the system's clock does not move this one.
     qint64 time() const
     {
-        return m_start + Platform::current().clock->steadyTime() / std::chrono::seconds(1) + m_offset;
+        return m_start + Port<Clock>::current()->steadyTime() / std::chrono::seconds(1) + m_offset;
     }
     /// The alarm that is set; 0 for none.
     qint64 alarm() const { return content("wakealarm").trimmed().toLongLong(); }
@@ -145,7 +145,7 @@ private:
     static std::shared_ptr<MachineClock> makeClock()
     {
         auto made = std::make_shared<MachineClock>();
-        Platform::current().clock = made;
+        Port<Clock>::current() = made;
         return made;
     }
 

@@ -4,7 +4,6 @@
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "DozelyKit/core/foundation/Platform.h"
 #include "DozelyKit/system/power/KeyEventDriver.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/SystemPower.h"
@@ -162,11 +161,10 @@ protected:
     PowerFixture()
     {
         NSProcessInfo::setProcessName("dozelyd");
-        Platform &platform = Platform::current();
-        platform.clock = clock;
-        platform.keyEventDriver = keys;
-        platform.systemPower = power;
-        platform.powerEventScheduler = scheduler;
+        Port<Clock>::current() = clock;
+        Port<KeyEventDriver>::current() = keys;
+        Port<SystemPower>::current() = power;
+        Port<PowerEventScheduler>::current() = scheduler;
     }
 
     /// The lines of the log without who wrote them.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 
@@ -19,7 +19,7 @@ constexpr char tooLong[] = "the script takes too long.";
 class RunawayScriptTest : public testing::Test
 {
 protected:
-    RunawayScriptTest() { Platform::current().clock = clock; }
+    RunawayScriptTest() { Port<Clock>::current() = clock; }
 
     std::string errorOf(const QString &source, NSAppleScript::Limits limits = {})
     {
@@ -177,7 +177,7 @@ TEST_F(RunawayScriptTest, IsEndedWhenItTakesTooLong)
 
 TEST_F(RunawayScriptTest, IsEndedByTheClockOfTheMachine)
 {
-    Platform::current().clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = std::make_shared<FakeClock>();
     NSAppleScript::Limits limits;
     limits.instructions = std::numeric_limits<quint64>::max();
     limits.time = 0ms;

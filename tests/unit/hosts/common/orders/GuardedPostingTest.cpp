@@ -2,6 +2,7 @@
 #include "hosts/common/orders/GuardedPosting.h"
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
@@ -11,7 +12,7 @@
 class GuardedPostingTest : public BundleFixture
 {
 protected:
-    GuardedPostingTest() { Platform::current().clock = clock; }
+    GuardedPostingTest() { Port<Clock>::current() = clock; }
     ~GuardedPostingTest() override { GuardedPosting::giveBackAllLocks(); }
 
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();

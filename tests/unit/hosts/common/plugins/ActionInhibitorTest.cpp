@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/ActionInhibitor.h"
-#include "DozelyKit/core/foundation/Platform.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "hosts/common/plugins/RunningActions.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/PowerFakes.h"
@@ -25,7 +25,7 @@ Q_SIGNALS:
 class ActionInhibitorTest : public testing::Test
 {
 protected:
-    ActionInhibitorTest() { Platform::current().systemPower = power; }
+    ActionInhibitorTest() { Port<SystemPower>::current() = power; }
 
     std::shared_ptr<PowerByHand> power = std::make_shared<PowerByHand>();
     ActionInhibitor inhibitor;

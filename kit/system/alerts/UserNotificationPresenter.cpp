@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/alerts/UserNotificationPresenter.h"
+
+std::shared_ptr<UserNotificationPresenter> &alertWindow()
+{
+    static auto *const window = new std::shared_ptr<UserNotificationPresenter>();
+    return *window;
+}
