@@ -26,6 +26,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr AEEventClass benchClass = fourCharCode("Bnch");

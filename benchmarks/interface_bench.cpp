@@ -18,6 +18,8 @@
 
 #include <ctime>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int manyRows = 100000;

@@ -13,6 +13,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 int main()
 {
     QTemporaryDir folder("/tmp/dz-XXXXXX");

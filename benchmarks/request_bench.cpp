@@ -29,6 +29,8 @@
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr const char *interface = "com.dozely.Bench";

@@ -27,6 +27,8 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+using namespace dozely;
+
 namespace
 {
 void require(bool condition, const char *what)

@@ -10,9 +10,9 @@ class Greeter : public QObject
 {
     Q_OBJECT
 public:
-    static constexpr OSType signature = fourCharCode("Exmp");
-    static constexpr AEEventClass eventClass = fourCharCode("Exmp");
-    static constexpr AEEventID eventID = fourCharCode("helo");
+    static constexpr OSType signature = dozely::fourCharCode("Exmp");
+    static constexpr AEEventClass eventClass = dozely::fourCharCode("Exmp");
+    static constexpr AEEventID eventID = dozely::fourCharCode("helo");
 
     /// Called by NSAppleEventManager. The kit's record makes parameters plain values.
     Q_INVOKABLE void greet(const std::shared_ptr<NSAppleEventDescriptor> &event,
@@ -22,7 +22,7 @@ public:
         const auto answer = ZDRAppleEvent::appleEventWithAppleEventDescriptor(reply);
         answer->setStringForKeyword("Hello, " + asked->stringValueForKeyword(keyDirectObject) + '!',
                                     keyDirectObject);
-        answer->setLongValueForKeyword(++m_greeted, fourCharCode("cnt "));
+        answer->setLongValueForKeyword(++m_greeted, dozely::fourCharCode("cnt "));
     }
 
 private:

@@ -25,7 +25,7 @@ int serve()
 {
     Greeter greeter;
     // From here on the process listens and can be found under its signature.
-    ProcessSignature::set(Greeter::signature);
+    dozely::ProcessSignature::set(Greeter::signature);
     NSAppleEventManager::sharedAppleEventManager().setEventHandlerForEventClass(
         &greeter, "greet", Greeter::eventClass, Greeter::eventID);
     return QCoreApplication::exec();
@@ -45,7 +45,7 @@ int greet(const QString &name)
     const auto answer = ZDRAppleEvent::appleEventWithAppleEventDescriptor(
         NSAppleEventDescriptor::descriptorWithAEDesc(*reply->carbonEvent()));
     std::printf("%s (greeting %lld)\n", qPrintable(answer->stringValueForKeyword(keyDirectObject)),
-                static_cast<long long>(answer->longValueForKeyword(fourCharCode("cnt "))));
+                static_cast<long long>(answer->longValueForKeyword(dozely::fourCharCode("cnt "))));
     return 0;
 }
 } // namespace
@@ -61,12 +61,12 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.process(application);
     if (parser.isSet(root)) {
-        const QString refusal = RootFolder::refusal(parser.value(root));
+        const QString refusal = dozely::RootFolder::refusal(parser.value(root));
         if (!refusal.isEmpty()) {
             std::fprintf(stderr, "%s\n", qPrintable(refusal));
             return 2;
         }
-        RootFolder::set(parser.value(root));
+        dozely::RootFolder::set(parser.value(root));
     }
     const QStringList words = parser.positionalArguments();
     if (words == QStringList{"serve"})

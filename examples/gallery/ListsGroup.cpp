@@ -56,7 +56,7 @@ QWidget *ListsGroup::makeSchedules()
     list->setModel(model);
     list->setAlternatingRowColors(true);
     list->setCurrentIndex(model->index(1, 0));
-    auto *const delegate = new CellDelegate(std::make_shared<WDConfiguratorCell>(), list);
+    auto *const delegate = new dozely::CellDelegate(std::make_shared<WDConfiguratorCell>(), list);
     delegate->setValueRole(Qt::UserRole);
     delegate->setRowHeight(32);
     list->setItemDelegate(delegate);
@@ -81,7 +81,7 @@ QWidget *ListsGroup::makeOutline()
     const auto cell = std::make_shared<ZDRImageTextCell>();
     cell->setImage(zandorSoftwaresExtensions::imageNamedInBundle("WakeUpDot.png", NSBundle::kitBundle().get(),
                                                                  devicePixelRatioF()));
-    tree->setItemDelegate(new CellDelegate(cell, tree));
+    tree->setItemDelegate(new dozely::CellDelegate(cell, tree));
     tree->expandAll();
 
     auto *const told = new QLabel;
@@ -117,7 +117,7 @@ QWidget *ListsGroup::makeTable()
     for (const QString name : {"Evening backup", "Morning music"})
         model->appendRow({new QStandardItem(name), new QStandardItem("Schedule")});
     table->setModel(model);
-    table->setItemDelegateForColumn(1, new CellDelegate(std::make_shared<NSTextFieldCell>(), table));
+    table->setItemDelegateForColumn(1, new dozely::CellDelegate(std::make_shared<NSTextFieldCell>(), table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->verticalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);

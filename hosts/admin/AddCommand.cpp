@@ -17,6 +17,8 @@
 #include <QDir>
 #include <QUuid>
 
+using namespace dozely;
+
 namespace
 {
 [[noreturn]] void refuse(const QString &sentence)
@@ -41,8 +43,7 @@ QString bundlePath(const AdminOptions &options)
         refuse("Say what is to be done, by --bundle or by --program.");
     const QString bundle = options.isSet("bundle") ? options.value("bundle") : QString("Command");
     const bool isName = !bundle.contains('/');
-    QString path =
-        isName ? QString("%1/%2").arg(dozely::FixedPath::plugIns, bundle) : QDir::cleanPath(bundle);
+    QString path = isName ? QString("%1/%2").arg(FixedPath::plugIns, bundle) : QDir::cleanPath(bundle);
     if (isName && !path.endsWith(".plugin"))
         path += ".plugin";
     if (bundle.isEmpty() || !path.startsWith('/'))

@@ -16,6 +16,8 @@
 
 #include <QFile>
 
+using namespace dozely;
+
 namespace
 {
 /// The communication centre for one request. Made when the process is no longer root.
@@ -107,8 +109,8 @@ void ChannelCommands::run(const AdminOptions &options)
     const Schedule schedule = StoreCommands::find(options.argument(0));
     becomeOneWhoMayRun(schedule);
     Channel channel;
-    const NSNotification request(dozely::OrderName::daemonMustRunNow, dozely::OrderSender::admin,
-                                 {{dozely::OrderKey::scheduleIdentifier, schedule.identifier}});
+    const NSNotification request(OrderName::daemonMustRunNow, OrderSender::admin,
+                                 {{OrderKey::scheduleIdentifier, schedule.identifier}});
     if (!GuardedPosting::postToDaemon(request))
         throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
     if (options.isSet("json"))

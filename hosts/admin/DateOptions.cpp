@@ -12,6 +12,8 @@
 
 #include <cmath>
 
+using namespace dozely;
+
 namespace
 {
 constexpr double longestDelay = 100.0 * 366 * 24 * 3600; // a hundred years, in seconds
@@ -25,7 +27,7 @@ QTimeZone timeZone(const AdminOptions &options)
 {
     const QString name = options.isSet("time-zone") ? options.value("time-zone")
                                                     : QString::fromUtf8(QTimeZone::systemTimeZoneId());
-    if (!dozely::isTimeZoneName(name))
+    if (!isTimeZoneName(name))
         refuse(QString("There is no time zone \"%1\".").arg(name));
     return QTimeZone(name.toUtf8());
 }
@@ -50,7 +52,7 @@ DateOptions::Moment atWallTime(const QString &text, const QTimeZone &zone)
     const QTime time(match.captured(2).toInt(), match.captured(3).toInt(), match.captured(4).toInt());
     if (!match.hasMatch() || !day.isValid() || !time.isValid())
         refuse(QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
-    const QDateTime local = dozely::dateAtWallTime(day, time, zone);
+    const QDateTime local = dateAtWallTime(day, time, zone);
     DateOptions::Moment moment{local.toUTC(), {}, {}};
     if (local.time() != time || local.date() != day) {
         moment.remark = QString("%1 does not exist in %2; it becomes %3.")

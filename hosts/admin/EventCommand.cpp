@@ -11,6 +11,8 @@
 #include "hosts/common/events/EventRequest.h"
 #include "hosts/common/events/EventValue.h"
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint64 ticksPerSecond = 60;

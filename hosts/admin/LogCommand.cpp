@@ -14,6 +14,8 @@
 
 #include <optional>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int usualLines = 20;

@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint64 blockSize = 64 * 1024;          // bytes
@@ -17,7 +19,7 @@ constexpr qsizetype longestLine = 64 * 1024;     // bytes; a longer one is shown
 
 LogReader::LogReader(QString path) : m_path(std::move(path)) {}
 
-dozely::Result<void> LogReader::open()
+Result<void> LogReader::open()
 {
     // Anybody may have put something else there; opening a pipe would wait for a writer.
     const int descriptor = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -25,14 +27,14 @@ dozely::Result<void> LogReader::open()
     };
     if (descriptor < 0 || ::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         if (descriptor < 0)
-            return dozely::Error{QString::fromLocal8Bit(std::strerror(errno))};
+            return Error{QString::fromLocal8Bit(std::strerror(errno))};
         ::close(descriptor);
-        return dozely::Error{"it is not a file"};
+        return Error{"it is not a file"};
     }
     m_file = std::make_unique<QFile>();
     m_begun.clear();
     if (!m_file->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle)) {
-        const dozely::Error error{m_file->errorString()};
+        const Error error{m_file->errorString()};
         m_file.reset();
         return error;
     }

@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 /// Far enough not to come while the test runs, near enough for every clock.

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 ScheduleStore::Content readStore()

@@ -8,6 +8,8 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 
+using namespace dozely;
+
 namespace
 {
 /// What the server said and what it means here. Its texts are a stranger's.

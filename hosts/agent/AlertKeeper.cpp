@@ -6,6 +6,8 @@
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "hosts/common/orders/GuardedPosting.h"
 
+using namespace dozely;
+
 namespace
 {
 void stop(WDUserAgentPlugIn &plugIn)

@@ -8,8 +8,11 @@
 #include <memory>
 #include <utility>
 
+namespace dozely
+{
 class AbsoluteTimer;
 class Clock;
+} // namespace dozely
 
 /// The plug-ins whose alerts precede an action, each told by the full path of its bundle and the date of the
 /// occurrence. Withdraws an alert when that date has come, or earlier when it is told to. One timer serves
@@ -21,7 +24,7 @@ class AlertKeeper : public QObject
     Q_OBJECT
 public:
     /// `clock` must outlive the object.
-    explicit AlertKeeper(Clock &clock);
+    explicit AlertKeeper(dozely::Clock &clock);
 
     /// Withdraws all alerts.
     ~AlertKeeper() override;
@@ -45,7 +48,7 @@ private:
     void withdrawDue();
     void waitForNext();
 
-    Clock &m_clock;
-    std::unique_ptr<AbsoluteTimer> m_timer;
+    dozely::Clock &m_clock;
+    std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     QMap<Key, std::shared_ptr<WDUserAgentPlugIn>> m_plugIns;
 };

@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 using std::chrono::duration;
 
 namespace
@@ -92,7 +94,7 @@ void AlertWindow::fill(const NSUserNotification &notification)
     m_button->setHidden(notification.actionButtonTitle().isEmpty());
     m_button->setFixedSize(m_button->sizeHint());
     m_button->awakeFromNib(); // it has its size now
-    countDownTo(notification.userInfo().value(dozely::AlertKey::date).toDateTime());
+    countDownTo(notification.userInfo().value(AlertKey::date).toDateTime());
     resize(wantedSize());
 }
 

@@ -6,7 +6,11 @@
 
 #include <QDateTime>
 
+namespace dozely
+{
 class AbsoluteTimer;
+} // namespace dozely
+
 class QLabel;
 class ZDRButton;
 class ZDRProgressIndicator;
@@ -53,7 +57,7 @@ private:
     QLabel *m_message = nullptr;
     ZDRButton *m_button = nullptr;
     ZDRProgressIndicator *m_pie = nullptr;
-    std::unique_ptr<AbsoluteTimer> m_timer;
+    std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     QDateTime m_date; // of the action; invalid for none
     bool m_isWithdrawn = false;
 };

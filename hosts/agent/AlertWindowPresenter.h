@@ -13,7 +13,7 @@ class QScreen;
 /// to the main one.
 ///
 /// THREADING: the main thread, with a QApplication.
-class AlertWindowPresenter : public UserNotificationPresenter
+class AlertWindowPresenter : public dozely::UserNotificationPresenter
 {
 public:
     AlertWindowPresenter();

@@ -16,6 +16,8 @@
 
 #include <csignal>
 
+using namespace dozely;
+
 int main(int argc, char **argv)
 {
     const auto application = AgentApplication::make(argc, argv);
@@ -25,7 +27,7 @@ int main(int argc, char **argv)
 
     // The library looks the alert's text up in the bundle of this name.
     if (const auto bundle = NSBundle::mainBundle())
-        NSBundle::registerClass(dozely::userAgentControllerClass, bundle);
+        NSBundle::registerClass(userAgentControllerClass, bundle);
     const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
 
     ZDRLog("Dozely Agent started");

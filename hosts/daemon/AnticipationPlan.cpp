@@ -5,6 +5,8 @@
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
+using namespace dozely;
+
 namespace
 {
 /// An agent whose socket is gone notices within 10 s and is back 0.1 s later.
@@ -28,7 +30,7 @@ AnticipationPlan::Key AnticipationPlan::keyOf(const Schedule &schedule)
 /// In seconds; absent when there is nothing to announce.
 std::optional<qint64> AnticipationPlan::leadTime(const Schedule &schedule)
 {
-    if (!schedule.parameters.contains(dozely::ParameterKey::alert))
+    if (!schedule.parameters.contains(ParameterKey::alert))
         return {};
     WDDaemonPlugIn rule;
     rule.setParameters(schedule.parameters);

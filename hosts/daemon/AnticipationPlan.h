@@ -20,7 +20,7 @@ class AnticipationPlan
 {
 public:
     /// Both must outlive the object.
-    AnticipationPlan(const Clock &clock, const Scheduler &scheduler);
+    AnticipationPlan(const dozely::Clock &clock, const Scheduler &scheduler);
 
     /// When the next announcement is to be made, which may be past; absent when none is to come.
     std::optional<QDateTime> nextDate() const;
@@ -67,7 +67,7 @@ private:
     std::optional<QDateTime> momentOf(const Schedule &schedule) const;
     bool isBeingAnnounced(const Schedule &schedule) const;
 
-    const Clock &m_clock;
+    const dozely::Clock &m_clock;
     const Scheduler &m_scheduler;
     QMap<Key, Attempts> m_attempts;
 };

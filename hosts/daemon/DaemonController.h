@@ -11,7 +11,11 @@
 
 #include <memory>
 
+namespace dozely
+{
 class AbsoluteTimer;
+} // namespace dozely
+
 class PinnedConsoleUser;
 struct ReceivedOrder;
 
@@ -23,7 +27,7 @@ class DaemonController : public QObject
     Q_OBJECT
 public:
     /// Loads schedules and record, and begins. `clock` must outlive the object.
-    DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console);
+    DaemonController(dozely::Clock &clock, std::shared_ptr<PinnedConsoleUser> console);
     ~DaemonController() override;
 
 private:
@@ -45,5 +49,5 @@ private:
     AnticipationPlan m_anticipation;
     PowerPlanner m_power;
     StoreWatcher m_watcher;
-    std::unique_ptr<AbsoluteTimer> m_timer;
+    std::unique_ptr<dozely::AbsoluteTimer> m_timer;
 };

@@ -5,7 +5,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
-using dozely::GuardedFile;
+using namespace dozely;
 
 namespace
 {
@@ -37,7 +37,7 @@ OccurrenceFile::Loaded OccurrenceFile::load()
     return {{}, record.error().text};
 }
 
-dozely::Result<void> OccurrenceFile::save(const OccurrenceRecord &record)
+Result<void> OccurrenceFile::save(const OccurrenceRecord &record)
 {
     return recordFile().replace(record.toData());
 }

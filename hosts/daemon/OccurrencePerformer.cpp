@@ -12,6 +12,8 @@
 
 #include <QScopeGuard>
 
+using namespace dozely;
+
 namespace
 {
 /// Code that runs here comes from folders that nobody but the system's owner can write.
@@ -30,8 +32,7 @@ QString labelOf(const Occurrence &occurrence)
 OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console)
     : m_keeper(keeper),
       m_console(std::move(console)),
-      m_loader(dozely::InfoKey::daemonModule, trustedSources(),
-               [] { return std::make_unique<WDDaemonPlugIn>(); })
+      m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); })
 {
 }
 
@@ -115,7 +116,7 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
     }
 }
 
-dozely::Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
+Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
 {
     const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath());
     if (!bundle)
@@ -125,7 +126,7 @@ dozely::Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(
         return plugIn.error();
     if (auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(*plugIn))
         return daemonPlugIn;
-    return dozely::Error{
+    return Error{
         QString("The module of %1 makes no plug-in for the daemon").arg(logLabel((*bundle)->bundlePath()))};
 }
 

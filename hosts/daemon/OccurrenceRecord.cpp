@@ -3,6 +3,8 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint64 formatVersion = 1;
@@ -137,22 +139,22 @@ QByteArray OccurrenceRecord::toData() const
                                 PropertyList::Format::Binary);
 }
 
-dozely::Result<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data)
+Result<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data)
 {
     const auto list = PropertyList::fromData(data);
     if (!list)
         return list.error();
     const QVariantMap root = list->toMap();
     if (root.value("Format").toLongLong() != formatVersion)
-        return dozely::Error{"its format is not known"};
+        return Error{"its format is not known"};
     if (root.value("Occurrences").typeId() != QMetaType::QVariantList)
-        return dozely::Error{"it holds no list of occurrences"};
+        return Error{"it holds no list of occurrences"};
     OccurrenceRecord record;
     for (const QVariant &occurrence : root.value("Occurrences").toList()) {
         const QVariantMap map = occurrence.toMap();
         const auto entry = entryIn(map);
         if (!entry)
-            return dozely::Error{"it holds an occurrence that cannot be read"};
+            return Error{"it holds an occurrence that cannot be read"};
         record.set(map.value("Identifier").toString(), map.value("Date").toDateTime().toUTC(), *entry);
     }
     return record;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/PinnedConsoleUser.h"
 
+using namespace dozely;
+
 PinnedConsoleUser::PinnedConsoleUser(std::shared_ptr<ConsoleUser> real) : m_real(std::move(real)) {}
 
 std::optional<ConsoleUser::User> PinnedConsoleUser::current()

@@ -7,10 +7,10 @@
 
 /// The console user, held still while an occurrence is handed over: the user who is told about it is then
 /// surely the one who is remembered as having it, even when the console changes hands in between.
-class PinnedConsoleUser : public ConsoleUser
+class PinnedConsoleUser : public dozely::ConsoleUser
 {
 public:
-    explicit PinnedConsoleUser(std::shared_ptr<ConsoleUser> real);
+    explicit PinnedConsoleUser(std::shared_ptr<dozely::ConsoleUser> real);
 
     std::optional<User> current() override;
 
@@ -19,6 +19,6 @@ public:
     void release();
 
 private:
-    std::shared_ptr<ConsoleUser> m_real;
+    std::shared_ptr<dozely::ConsoleUser> m_real;
     std::optional<User> m_pinned;
 };

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 const QString ourselves = "com.dozely";

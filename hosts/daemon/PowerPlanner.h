@@ -10,7 +10,11 @@
 
 #include <memory>
 
+namespace dozely
+{
 class Clock;
+} // namespace dozely
+
 class NSBundle;
 class NSNotification;
 class PlugInLoader;
@@ -40,7 +44,7 @@ public:
     static constexpr qsizetype mostEvents = 64;
 
     /// All must outlive the object.
-    PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoader &loader);
+    PowerPlanner(const Scheduler &scheduler, dozely::Clock &clock, PlugInLoader &loader);
 
     /// Brings the events in line with the schedules, now.
     void update();
@@ -57,7 +61,7 @@ Q_SIGNALS:
     void systemWoke();
 
 private:
-    using Event = PowerEventScheduler::Event;
+    using Event = dozely::PowerEventScheduler::Event;
     struct Needs {
         bool wakeUp = false;
         bool startup = false;
@@ -76,7 +80,7 @@ private:
     void take(const QList<Event> &wanted);
 
     const Scheduler &m_scheduler;
-    Clock &m_clock;
+    dozely::Clock &m_clock;
     PlugInLoader &m_loader;
     StoreWatcher m_zoneWatcher;
     QByteArray m_zone;

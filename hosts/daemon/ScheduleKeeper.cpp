@@ -8,6 +8,8 @@
 #include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/OccurrenceFile.h"
 
+using namespace dozely;
+
 namespace
 {
 /// Gathers the ends of several occurrences in one write; their beginnings are on disk by then.

@@ -6,7 +6,10 @@
 #include <QObject>
 #include <QSet>
 
+namespace dozely
+{
 class Clock;
+} // namespace dozely
 
 /// The daemon's memory on disk: reads the schedules and the record of occurrences into a Scheduler, and saves
 /// the record. A store that is bad leaves the schedules as they were.
@@ -15,7 +18,7 @@ class ScheduleKeeper : public QObject
     Q_OBJECT
 public:
     /// Loads the record. `clock` and `parent` must outlive the object.
-    explicit ScheduleKeeper(Clock &clock, QObject *parent = nullptr);
+    explicit ScheduleKeeper(dozely::Clock &clock, QObject *parent = nullptr);
 
     Scheduler &scheduler() { return m_scheduler; }
     const Scheduler &scheduler() const { return m_scheduler; }
@@ -38,7 +41,7 @@ private:
     void saveSoon();
     void save();
 
-    Clock &m_clock;
+    dozely::Clock &m_clock;
     Scheduler m_scheduler;
     QStringList m_complaints; // about the store, as last logged
     QString m_saveError;      // as last logged

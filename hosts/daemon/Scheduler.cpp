@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 /// An agent that comes back later speaks of something that nobody expects any more.

@@ -8,7 +8,10 @@
 
 #include <chrono>
 
+namespace dozely
+{
 class Clock;
+} // namespace dozely
 
 /// One date at which a schedule's action is to run.
 struct Occurrence {
@@ -29,7 +32,7 @@ class Scheduler
 {
 public:
     /// `clock` must outlive the object.
-    explicit Scheduler(const Clock &clock, OccurrenceRecord record = {});
+    explicit Scheduler(const dozely::Clock &clock, OccurrenceRecord record = {});
 
     /// After the record was lost: what fell due before `date` may have run.
     void setNothingKnownBefore(const QDateTime &date) { m_nothingKnownBefore = date; }
@@ -80,7 +83,7 @@ public:
     bool isOpen(const Schedule &schedule) const;
 
 private:
-    const Clock &m_clock;
+    const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
     QDateTime m_nothingKnownBefore;

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+using namespace dozely;
+
 namespace
 {
 /// Long enough for the several steps of one replacement, short enough for a person not to notice.

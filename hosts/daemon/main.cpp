@@ -17,6 +17,8 @@
 #include <csignal>
 #include <sys/stat.h>
 
+using namespace dozely;
+
 int main(int argc, char **argv)
 {
     ::umask(022);

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int success = 0;

@@ -5,6 +5,9 @@
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
+namespace dozely
+{
+
 NSNotification OccurrenceOrder::make(QLatin1StringView name, QLatin1StringView sender, const WDPlugIn &plugIn,
                                      Parameters parameters)
 {
@@ -13,12 +16,14 @@ NSNotification OccurrenceOrder::make(QLatin1StringView name, QLatin1StringView s
         const auto stored = plugIn.parameters();
         if (!stored && parameters == Parameters::Required)
             throw NSException(NSInvalidArgumentException, name + " needs the parameters of its plug-in.");
-        userInfo[dozely::OrderKey::parameters] = stored ? *stored : QVariantMap();
+        userInfo[OrderKey::parameters] = stored ? *stored : QVariantMap();
     }
-    userInfo[dozely::OrderKey::date] = plugIn.calendarDate();
+    userInfo[OrderKey::date] = plugIn.calendarDate();
     const auto bundle = plugIn.bundle();
     if (!bundle)
         throw NSException(NSInvalidArgumentException, name + " needs the bundle of its plug-in.");
-    userInfo[dozely::OrderKey::bundlePath] = bundle->bundlePath();
+    userInfo[OrderKey::bundlePath] = bundle->bundlePath();
     return NSNotification(name, QString(sender), userInfo);
 }
+
+} // namespace dozely

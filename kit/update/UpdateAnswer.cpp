@@ -8,7 +8,8 @@
 
 #include <algorithm>
 
-using dozely::Error;
+namespace dozely
+{
 
 namespace
 {
@@ -34,7 +35,7 @@ int depthOf(const QByteArray &data)
 }
 } // namespace
 
-dozely::Result<QVariantMap> UpdateAnswer::parse(const QByteArray &data)
+Result<QVariantMap> UpdateAnswer::parse(const QByteArray &data)
 {
     if (data.size() > largest)
         return Error{QString("is larger than %1 bytes").arg(largest)};
@@ -65,3 +66,5 @@ QUrl UpdateAnswer::downloadAddress(const QVariantMap &answer)
     const QVariant text = answer.value("Latest Version Download URL");
     return text.typeId() == QMetaType::QString ? QUrl(text.toString(), QUrl::StrictMode) : QUrl();
 }
+
+} // namespace dozely

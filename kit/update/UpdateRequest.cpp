@@ -12,7 +12,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-using dozely::GuardedFile;
+namespace dozely
+{
 
 namespace
 {
@@ -47,11 +48,10 @@ qint32 UpdateRequest::countOfEnabledSchedules()
     const auto data = file.read();
     if (data && !*data)
         return 0;
-    const auto store = data ? PropertyList::fromData(**data) : dozely::Result<QVariant>(data.error());
+    const auto store = data ? PropertyList::fromData(**data) : Result<QVariant>(data.error());
     if (!store) {
         ZDRLog("The schedules are not counted. %@",
-               data ? QString("\"%1\": %2").arg(file.path(), store.error().text)
-                    : store.error().text + '.');
+               data ? QString("\"%1\": %2").arg(file.path(), store.error().text) : store.error().text + '.');
         return 0;
     }
     const QVariant entries = store->toMap().value("Schedule Array");
@@ -78,3 +78,5 @@ HttpRequest UpdateRequest::make(const Facts &facts)
     request.largestAnswer = UpdateAnswer::largest;
     return request;
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+namespace dozely
+{
+
 /// What the update server is told.
 namespace UpdateRequest
 {
@@ -26,3 +29,5 @@ DOZELYKIT_AUTOTEST_EXPORT qint32 countOfEnabledSchedules();
 /// The request to the update server. What is not known is left out of its body.
 DOZELYKIT_AUTOTEST_EXPORT HttpRequest make(const Facts &facts);
 } // namespace UpdateRequest
+
+} // namespace dozely

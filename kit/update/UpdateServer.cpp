@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/update/UpdateServer.h"
 
+namespace dozely
+{
+
 bool UpdateServer::isAsked()
 {
     return DOZELY_UPDATE_CHECK != 0;
@@ -15,3 +18,5 @@ QUrl UpdateServer::address()
 {
     return QUrl("https://" + host() + "/latest.php");
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QUrl>
 
+namespace dozely
+{
+
 /// The server that knows the latest version, as whoever built the library chose it.
 namespace UpdateServer
 {
@@ -18,3 +21,5 @@ DOZELYKIT_EXPORT QString host();
 /// The address that answers.
 DOZELYKIT_EXPORT QUrl address();
 } // namespace UpdateServer
+
+} // namespace dozely

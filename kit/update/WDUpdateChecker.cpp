@@ -12,6 +12,8 @@
 #include "DozelyKit/update/UpdateRequest_p.h"
 #include "DozelyKit/update/UpdateServer.h"
 
+using namespace dozely;
+
 namespace
 {
 std::shared_ptr<WDUpdateChecker> &shared()

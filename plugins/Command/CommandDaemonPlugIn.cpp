@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandDaemonPlugIn.h"
 
+using namespace dozely;
+
 CommandDaemonPlugIn::CommandDaemonPlugIn()
 {
     connect(&m_runner, &CommandRunner::finished, this, &CommandDaemonPlugIn::actionDidFinish);

@@ -5,6 +5,8 @@
 #include "plugins/Command/CommandDaemonPlugIn.h"
 #include "plugins/Command/CommandUserAgentPlugIn.h"
 
+using namespace dozely;
+
 std::unique_ptr<WDPlugIn> CommandFactory::make()
 {
     return std::make_unique<CommandDaemonPlugIn>();
@@ -12,7 +14,7 @@ std::unique_ptr<WDPlugIn> CommandFactory::make()
 
 std::unique_ptr<WDPlugIn> CommandFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == dozely::InfoKey::userAgentModule)
+    if (roleKey == InfoKey::userAgentModule)
         return std::make_unique<CommandUserAgentPlugIn>();
     return make();
 }

@@ -5,6 +5,8 @@
 
 #include <QVariantList>
 
+using namespace dozely;
+
 namespace
 {
 QString programFault(const QVariant &program)
@@ -37,14 +39,14 @@ QString argumentsFault(const QVariant &arguments)
 }
 } // namespace
 
-dozely::Result<CommandLine> CommandLine::fromParameters(const QVariantMap &parameters)
+Result<CommandLine> CommandLine::fromParameters(const QVariantMap &parameters)
 {
-    const QVariant program = parameters.value(dozely::CommandKey::program);
-    const QVariant arguments = parameters.value(dozely::CommandKey::arguments);
+    const QVariant program = parameters.value(CommandKey::program);
+    const QVariant arguments = parameters.value(CommandKey::arguments);
     QString fault = programFault(program);
     if (fault.isEmpty())
         fault = argumentsFault(arguments);
     if (!fault.isEmpty())
-        return dozely::Error{fault};
+        return Error{fault};
     return CommandLine{program.toString(), arguments.toStringList()};
 }

@@ -9,7 +9,8 @@
 #include <csignal>
 #include <cstring>
 
-using dozely::Result;
+using namespace dozely;
+
 using std::chrono::milliseconds;
 
 namespace

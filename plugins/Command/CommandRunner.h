@@ -26,7 +26,7 @@ public:
 
     /// Starts the program that `parameters` name. One that is wrong, and a program that still runs, leave a
     /// line in the log.
-    void run(const QVariantMap &parameters, const ProgramEnvironment &environment);
+    void run(const QVariantMap &parameters, const dozely::ProgramEnvironment &environment);
 
     /// True from the start until the program's end, or that it could not be started, is in the log.
     bool isRunning() const;
@@ -40,10 +40,10 @@ Q_SIGNALS:
     void finished();
 
 private:
-    void reportEnd(const dozely::Result<ChildProgram::Ending> &ending);
+    void reportEnd(const dozely::Result<dozely::ChildProgram::Ending> &ending);
 
-    std::unique_ptr<RunningProgram> m_program; // null while none runs
-    QString m_path;                            // of the last one
+    std::unique_ptr<dozely::RunningProgram> m_program; // null while none runs
+    QString m_path;                                    // of the last one
     std::chrono::milliseconds m_startTime{0};
     quint64 m_runs = 0; // tells a late kill that its program is gone
 };

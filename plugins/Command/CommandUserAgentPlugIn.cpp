@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandUserAgentPlugIn.h"
 
+using namespace dozely;
+
 CommandUserAgentPlugIn::CommandUserAgentPlugIn()
 {
     connect(&m_runner, &CommandRunner::finished, this, &CommandUserAgentPlugIn::actionDidFinish);

@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/ZDRLog.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
+using namespace dozely;
+
 void PowerOffDaemonPlugIn::actInDaemon()
 {
     ZDRLog("PowerOff: the machine is asked to switch itself off.");

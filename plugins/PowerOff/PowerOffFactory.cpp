@@ -5,6 +5,8 @@
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 #include "plugins/PowerOff/PowerOffUserAgentPlugIn.h"
 
+using namespace dozely;
+
 std::unique_ptr<WDPlugIn> PowerOffFactory::make()
 {
     return std::make_unique<PowerOffDaemonPlugIn>();
@@ -12,7 +14,7 @@ std::unique_ptr<WDPlugIn> PowerOffFactory::make()
 
 std::unique_ptr<WDPlugIn> PowerOffFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == dozely::InfoKey::userAgentModule)
+    if (roleKey == InfoKey::userAgentModule)
         return std::make_unique<PowerOffUserAgentPlugIn>();
     return make();
 }

@@ -6,6 +6,8 @@
 #include "DozelyKit/plugin/Names.h"
 #include "plugins/Script/ScriptOrder.h"
 
+using namespace dozely;
+
 ScriptUserAgentPlugIn::ScriptUserAgentPlugIn()
 {
     connect(&m_runner, &CommandRunner::finished, this, &ScriptUserAgentPlugIn::actionDidFinish);
@@ -19,10 +21,9 @@ void ScriptUserAgentPlugIn::actInUserAgent()
         ZDRLog("Script: nothing was run, %@.", fault);
         return;
     }
-    m_runner.run(
-        {{dozely::CommandKey::program, RootFolder::join("/usr/bin/osascript")},
-         {dozely::CommandKey::arguments, QVariant(QStringList("--log") + order->arguments).toList()}},
-        ProgramEnvironment::ofSession());
+    m_runner.run({{CommandKey::program, RootFolder::join("/usr/bin/osascript")},
+                  {CommandKey::arguments, QVariant(QStringList("--log") + order->arguments).toList()}},
+                 ProgramEnvironment::ofSession());
 }
 
 void ScriptUserAgentPlugIn::stopAction()

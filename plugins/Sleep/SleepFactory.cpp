@@ -5,6 +5,8 @@
 #include "plugins/Sleep/SleepDaemonPlugIn.h"
 #include "plugins/Sleep/SleepUserAgentPlugIn.h"
 
+using namespace dozely;
+
 std::unique_ptr<WDPlugIn> SleepFactory::make()
 {
     return std::make_unique<SleepDaemonPlugIn>();
@@ -12,7 +14,7 @@ std::unique_ptr<WDPlugIn> SleepFactory::make()
 
 std::unique_ptr<WDPlugIn> SleepFactory::makeForRole(const QString &roleKey)
 {
-    if (roleKey == dozely::InfoKey::userAgentModule)
+    if (roleKey == InfoKey::userAgentModule)
         return std::make_unique<SleepUserAgentPlugIn>();
     return make();
 }

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+using namespace dozely;
+
 // The one-block form of a value: whatever decodes must encode again, and decode to the same.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

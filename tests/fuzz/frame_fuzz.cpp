@@ -9,6 +9,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 /// The two ends of a stream.

@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace dozely;
+
 namespace
 {
 /// A bundle whose one resource is the interface file.

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace dozely;
+
 using PropertyList::Format;
 
 /// Whatever bytes are read as a property list: reading ends, and what was read and can be written is read

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace dozely;
+
 /// Whatever bytes lie in a script's file: loading ends, and so does running what was loaded, within the
 /// limits, with a result or a sentence.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace dozely;
+
 /// Whatever bytes are read as a table of texts: reading ends, with a table or with a sentence.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+using namespace dozely;
+
 namespace
 {
 void require(bool condition)

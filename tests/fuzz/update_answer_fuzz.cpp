@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+using namespace dozely;
+
 namespace
 {
 int depthOf(const QVariant &value)

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 
 class FakeClock::Timer : public AbsoluteTimer

@@ -8,7 +8,7 @@
 
 /// A clock that stands still until the test moves it; advancing runs what falls due, in order. A bounded wait
 /// that would block lets its whole limit pass and fails.
-class FakeClock : public Clock
+class FakeClock : public dozely::Clock
 {
 public:
     explicit FakeClock(QDateTime now = QDateTime({2026, 3, 14}, {6, 0}, Qt::UTC));
@@ -18,7 +18,7 @@ public:
     std::chrono::milliseconds steadyTime() const override { return m_steady; }
     void callAfter(std::chrono::milliseconds delay, QObject *context, std::function<void()> action) override;
     bool acquire(QSemaphore &semaphore, std::chrono::milliseconds limit) override;
-    std::unique_ptr<AbsoluteTimer> makeAbsoluteTimer() override;
+    std::unique_ptr<dozely::AbsoluteTimer> makeAbsoluteTimer() override;
 
     /// Lets time pass: one-shot timers and absolute timers that fall due run, each at its own time.
     void advance(std::chrono::milliseconds duration);

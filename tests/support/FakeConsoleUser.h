@@ -4,7 +4,7 @@
 #include "DozelyKit/system/machine/ConsoleUser.h"
 
 /// A console at which whoever the test says sits.
-class FakeConsoleUser : public ConsoleUser
+class FakeConsoleUser : public dozely::ConsoleUser
 {
 public:
     std::optional<User> user;

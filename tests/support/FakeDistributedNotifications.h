@@ -4,7 +4,7 @@
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
 
 /// Notes what is posted; the test says what is heard. For one listener.
-class FakeDistributedNotifications : public DistributedNotifications
+class FakeDistributedNotifications : public dozely::DistributedNotifications
 {
 public:
     struct Post {

@@ -5,7 +5,7 @@
 
 /// A network whose news the test tells: it calls the handlers, and sees what was asked for. One service at a
 /// time.
-class FakeNetServices : public NetServices
+class FakeNetServices : public dozely::NetServices
 {
 public:
     bool supportsTxtRecords() const override { return supports; }

@@ -6,7 +6,7 @@
 #include <QList>
 
 /// Writes down what it is to show; what becomes of it is the test's to say, through `events`.
-class FakeUserNotificationPresenter : public UserNotificationPresenter
+class FakeUserNotificationPresenter : public dozely::UserNotificationPresenter
 {
 public:
     void setEvents(Events newEvents) override { events = std::move(newEvents); }

@@ -8,6 +8,8 @@
 
 #include <sys/stat.h>
 
+using namespace dozely;
+
 ScratchRoot::ScratchRoot() : m_folder("/tmp/dz-XXXXXX")
 {
     ::chmod(qPrintable(path()), 0755);

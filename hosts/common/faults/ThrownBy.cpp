@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/faults/ThrownBy.h"
 
-#include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/LogLabel.h"
+#include "DozelyKit/core/foundation/NSException.h"
+
+using namespace dozely;
 
 std::optional<QString> thrownBy(const std::function<void()> &action)
 {

@@ -5,11 +5,13 @@
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
+using namespace dozely;
+
 namespace
 {
 bool inhibitsSleep(const QVariantMap &bundleInfo)
 {
-    const QVariant value = bundleInfo.value(dozely::InfoKey::inhibitsSleep);
+    const QVariant value = bundleInfo.value(InfoKey::inhibitsSleep);
     if (!value.isValid())
         return true;
     return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) != 0;

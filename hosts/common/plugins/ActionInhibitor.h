@@ -18,5 +18,5 @@ public:
     std::shared_ptr<const void> hold(const QVariantMap &bundleInfo);
 
 private:
-    std::weak_ptr<SystemPower::Inhibition> m_inhibition;
+    std::weak_ptr<dozely::SystemPower::Inhibition> m_inhibition;
 };

@@ -8,6 +8,8 @@
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/orders/GuardedPosting.h"
 
+using namespace dozely;
+
 void HostApplication::begin(const char *processName)
 {
     // The plain poll loop needs no GLib thread context: less memory, fewer wake-ups. It must be chosen before

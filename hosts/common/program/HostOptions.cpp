@@ -6,6 +6,8 @@
 
 #include <cstdio>
 
+using namespace dozely;
+
 namespace
 {
 void print(std::FILE *stream, const QString &text)

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+using namespace dozely;
+
 void takeRootFromOwnPlace(const QString &fixedPath)
 {
     const QString place = QCoreApplication::applicationFilePath();

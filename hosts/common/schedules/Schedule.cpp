@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QStringList>
 
+using namespace dozely;
+
 namespace
 {
 const QStringList knownKeys{"Identifier", "Name", "Is Enabled", "Bundle Path",
@@ -80,10 +82,10 @@ bool isCleanFixedPath(const QString &path)
 }
 } // namespace
 
-dozely::Result<Schedule> Schedule::fromEntry(const QVariant &entry)
+Result<Schedule> Schedule::fromEntry(const QVariant &entry)
 {
     if (entry.typeId() != QMetaType::QVariantMap)
-        return dozely::Error{"it is not a dictionary"};
+        return Error{"it is not a dictionary"};
     const QVariantMap map = entry.toMap();
     EntryReader reader(map);
     Schedule schedule;
@@ -101,10 +103,10 @@ dozely::Result<Schedule> Schedule::fromEntry(const QVariant &entry)
         reader.complain("\"Bundle Path\" is not an absolute path");
     if (!schedule.date.isValid())
         reader.complain("\"Date\" is not a date");
-    if (!schedule.timeZone.isEmpty() && !dozely::isTimeZoneName(schedule.timeZone))
+    if (!schedule.timeZone.isEmpty() && !isTimeZoneName(schedule.timeZone))
         reader.complain("\"Time Zone\" is not known");
     if (!reader.fault().isEmpty())
-        return dozely::Error{reader.fault()};
+        return Error{reader.fault()};
     schedule.date = roundedUp(schedule.date);
     for (auto key = map.cbegin(); key != map.cend(); ++key) {
         if (!knownKeys.contains(key.key()))

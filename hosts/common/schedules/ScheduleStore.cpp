@@ -8,9 +8,7 @@
 
 #include <QHash>
 
-using dozely::Error;
-using dozely::GuardedFile;
-using dozely::Result;
+using namespace dozely;
 
 namespace
 {
@@ -59,7 +57,7 @@ QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
     for (qsizetype i = 0; i < entries.size(); ++i) {
         auto schedule = Schedule::fromEntry(entries.at(i));
         if (schedule && identifiers.contains(schedule->identifier))
-            schedule = dozely::Error{"its identifier is taken by an earlier entry"};
+            schedule = Error{"its identifier is taken by an earlier entry"};
         if (!schedule) {
             fault(i, schedule.error().text);
             continue;

@@ -5,6 +5,9 @@
 
 #include <QString>
 
+namespace dozely
+{
+
 /// What is done to the socket folder and to the files in it.
 ///
 /// Everybody may write the folder, so nothing here trusts a name in it: entries are reached through
@@ -32,3 +35,5 @@ DOZELYKIT_AUTOTEST_EXPORT bool removeEntry(const QString &path);
 /// process's user made and that has no second name elsewhere.
 DOZELYKIT_AUTOTEST_EXPORT bool openSocketToEverybody(const QString &path);
 } // namespace SocketFolder
+
+} // namespace dozely

@@ -12,6 +12,8 @@
 
 #include <QCoreApplication>
 
+using namespace dozely;
+
 namespace
 {
 constexpr std::chrono::milliseconds portRetryDelay = std::chrono::seconds(1);

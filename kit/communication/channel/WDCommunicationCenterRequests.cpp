@@ -14,6 +14,8 @@
 
 #include <exception>
 
+using namespace dozely;
+
 // What the centre asks of other processes, and what it does for them.
 
 namespace

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <mutex>
 
+using namespace dozely;
+
 namespace
 {
 

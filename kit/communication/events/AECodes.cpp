@@ -5,6 +5,8 @@
 
 #include <QtEndian>
 
+using namespace dozely;
+
 QString NSFileTypeForHFSTypeCode(OSType code)
 {
     QByteArray bytes(sizeof code, Qt::Uninitialized);
@@ -12,7 +14,7 @@ QString NSFileTypeForHFSTypeCode(OSType code)
     return '\'' + AEMacRoman::decoded(bytes) + '\'';
 }
 
-std::optional<OSType> codeOfCharacters(const QString &characters)
+std::optional<OSType> dozely::codeOfCharacters(const QString &characters)
 {
     const QByteArray bytes = AEMacRoman::encoded(characters);
     if (bytes.size() != sizeof(OSType) ||

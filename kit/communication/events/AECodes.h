@@ -18,6 +18,9 @@ using AEEventID = OSType;
 using OSErr = qint16;
 using OSStatus = qint32;
 
+namespace dozely
+{
+
 /// The code of four ASCII characters: `fourCharCode("psn ")`.
 constexpr OSType fourCharCode(const char (&text)[5])
 {
@@ -27,44 +30,46 @@ constexpr OSType fourCharCode(const char (&text)[5])
     return code;
 }
 
-constexpr DescType typeNull = fourCharCode("null");
-constexpr DescType typeWildCard = fourCharCode("****"); ///< Asked for: as it is, whatever it is.
-constexpr DescType typeBoolean = fourCharCode("bool");  ///< One byte.
-constexpr DescType typeTrue = fourCharCode("true");     ///< No data; so typeFalse.
-constexpr DescType typeFalse = fourCharCode("fals");
-constexpr DescType typeSInt16 = fourCharCode("shor");
-constexpr DescType typeSInt32 = fourCharCode("long");
-constexpr DescType typeUInt32 = fourCharCode("magn");
-constexpr DescType typeSInt64 = fourCharCode("comp");
-constexpr DescType typeIEEE64BitFloatingPoint = fourCharCode("doub");
-constexpr DescType typeType = fourCharCode("type"); ///< A code of four characters.
-constexpr DescType typeEnumerated = fourCharCode("enum");
-constexpr DescType typeText = fourCharCode("TEXT");        ///< Mac OS Roman.
-constexpr DescType typeUnicodeText = fourCharCode("utxt"); ///< UTF-16 in the machine's byte order.
-constexpr DescType typeUTF8Text = fourCharCode("utf8");
-constexpr DescType typeData = fourCharCode("data");
-constexpr DescType typeProcessSerialNumber = fourCharCode("psn ");
-constexpr DescType typeAEList = fourCharCode("list");
-constexpr DescType typeAERecord = fourCharCode("reco");
-constexpr DescType typeAppleEvent = fourCharCode("aevt");
+} // namespace dozely
 
-constexpr AEKeyword keyEventClassAttr = fourCharCode("evcl");
-constexpr AEKeyword keyEventIDAttr = fourCharCode("evid");
-constexpr AEKeyword keyAddressAttr = fourCharCode("addr");
-constexpr AEKeyword keyReturnIDAttr = fourCharCode("rtid");
-constexpr AEKeyword keyTransactionIDAttr = fourCharCode("tran");
+constexpr DescType typeNull = dozely::fourCharCode("null");
+constexpr DescType typeWildCard = dozely::fourCharCode("****"); ///< Asked for: as it is, whatever it is.
+constexpr DescType typeBoolean = dozely::fourCharCode("bool");  ///< One byte.
+constexpr DescType typeTrue = dozely::fourCharCode("true");     ///< No data; so typeFalse.
+constexpr DescType typeFalse = dozely::fourCharCode("fals");
+constexpr DescType typeSInt16 = dozely::fourCharCode("shor");
+constexpr DescType typeSInt32 = dozely::fourCharCode("long");
+constexpr DescType typeUInt32 = dozely::fourCharCode("magn");
+constexpr DescType typeSInt64 = dozely::fourCharCode("comp");
+constexpr DescType typeIEEE64BitFloatingPoint = dozely::fourCharCode("doub");
+constexpr DescType typeType = dozely::fourCharCode("type"); ///< A code of four characters.
+constexpr DescType typeEnumerated = dozely::fourCharCode("enum");
+constexpr DescType typeText = dozely::fourCharCode("TEXT");        ///< Mac OS Roman.
+constexpr DescType typeUnicodeText = dozely::fourCharCode("utxt"); ///< UTF-16 in the machine's byte order.
+constexpr DescType typeUTF8Text = dozely::fourCharCode("utf8");
+constexpr DescType typeData = dozely::fourCharCode("data");
+constexpr DescType typeProcessSerialNumber = dozely::fourCharCode("psn ");
+constexpr DescType typeAEList = dozely::fourCharCode("list");
+constexpr DescType typeAERecord = dozely::fourCharCode("reco");
+constexpr DescType typeAppleEvent = dozely::fourCharCode("aevt");
+
+constexpr AEKeyword keyEventClassAttr = dozely::fourCharCode("evcl");
+constexpr AEKeyword keyEventIDAttr = dozely::fourCharCode("evid");
+constexpr AEKeyword keyAddressAttr = dozely::fourCharCode("addr");
+constexpr AEKeyword keyReturnIDAttr = dozely::fourCharCode("rtid");
+constexpr AEKeyword keyTransactionIDAttr = dozely::fourCharCode("tran");
 /// Written by the receiving side, by the kernel's word: who has sent an event (process id and user id, both
 /// typeSInt64).
-constexpr AEKeyword keySenderPIDAttr = fourCharCode("spid");
-constexpr AEKeyword keySenderEUIDAttr = fourCharCode("seid");
-constexpr AEKeyword keyDirectObject = fourCharCode("----");
-constexpr AEKeyword keyErrorNumber = fourCharCode("errn");
-constexpr AEKeyword keyErrorString = fourCharCode("errs");
+constexpr AEKeyword keySenderPIDAttr = dozely::fourCharCode("spid");
+constexpr AEKeyword keySenderEUIDAttr = dozely::fourCharCode("seid");
+constexpr AEKeyword keyDirectObject = dozely::fourCharCode("----");
+constexpr AEKeyword keyErrorNumber = dozely::fourCharCode("errn");
+constexpr AEKeyword keyErrorString = dozely::fourCharCode("errs");
 
-constexpr AEEventClass kCoreEventClass = fourCharCode("aevt");
-constexpr AEEventID kAEOpenApplication = fourCharCode("oapp");
-constexpr AEEventID kAEQuitApplication = fourCharCode("quit");
-constexpr AEEventID kAEAnswer = fourCharCode("ansr"); ///< Of every reply.
+constexpr AEEventClass kCoreEventClass = dozely::fourCharCode("aevt");
+constexpr AEEventID kAEOpenApplication = dozely::fourCharCode("oapp");
+constexpr AEEventID kAEQuitApplication = dozely::fourCharCode("quit");
+constexpr AEEventID kAEAnswer = dozely::fourCharCode("ansr"); ///< Of every reply.
 
 constexpr OSErr noErr = 0;
 constexpr OSErr paramErr = -50;    ///< An argument that makes no sense.
@@ -88,5 +93,10 @@ constexpr OSErr errAEPrivilegeError = -10004; ///< This user may not send to tha
 /// The code as text: its four characters between single quotes, "'psn '".
 DOZELYKIT_EXPORT QString NSFileTypeForHFSTypeCode(OSType code);
 
+namespace dozely
+{
+
 /// The code of four characters without quotes; absent for a text that is not four characters of Mac OS Roman.
 DOZELYKIT_EXPORT std::optional<OSType> codeOfCharacters(const QString &characters);
+
+} // namespace dozely

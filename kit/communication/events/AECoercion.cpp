@@ -10,6 +10,8 @@
 #include <limits>
 #include <variant>
 
+using namespace dozely;
+
 namespace
 {
 using Number = std::variant<qint64, double>;

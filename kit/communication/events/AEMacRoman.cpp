@@ -6,6 +6,9 @@
 #include <memory>
 #include <unicode/ucnv.h>
 
+namespace dozely
+{
+
 namespace
 {
 using Table = std::array<char16_t, 256>;
@@ -77,3 +80,5 @@ QByteArray AEMacRoman::encoded(const QString &text)
     }
     return bytes;
 }
+
+} // namespace dozely

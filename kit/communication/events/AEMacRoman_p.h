@@ -6,6 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
+namespace dozely
+{
+
 /// Text in Mac OS Roman, one byte a character.
 namespace AEMacRoman
 {
@@ -16,3 +19,5 @@ DOZELYKIT_AUTOTEST_EXPORT QString decoded(const QByteArray &bytes);
 /// several are put together first.
 DOZELYKIT_AUTOTEST_EXPORT QByteArray encoded(const QString &text);
 } // namespace AEMacRoman
+
+} // namespace dozely

@@ -11,6 +11,9 @@
 
 class NSSocketPort;
 
+namespace dozely
+{
+
 /// Port: the processes of this machine that use Apple events, each with its signature and a socket of its
 /// own.
 ///
@@ -44,3 +47,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<AEProcesses> &Port<AEProcesses>::current();
+
+} // namespace dozely

@@ -14,6 +14,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 // Then those that wait are served before more are taken in: a sender must not fill our memory.
@@ -154,3 +157,5 @@ void AEReceiver::postAppleEvent(const QByteArray &event, int priority)
     if (const auto taken = received(event))
         queue(*taken, static_cast<qint16>(priority));
 }
+
+} // namespace dozely

@@ -10,6 +10,9 @@
 #include <deque>
 #include <functional>
 
+namespace dozely
+{
+
 /// The receiving end of Apple events: what a process that listens vends, and its queue of events that want no
 /// reply. docs/apple-events.md names the two messages.
 ///
@@ -64,3 +67,5 @@ void signAppleEvent(AppleEvent &event, qint64 processId, qint64 userId);
 
 /// The reply that a handler finds: it answers `event`.
 AppleEvent replyTo(const AppleEvent &event);
+
+} // namespace dozely

@@ -19,6 +19,9 @@
 #include <algorithm>
 #include <map>
 
+namespace dozely
+{
+
 using std::chrono::milliseconds;
 using Process = AEProcesses::Process;
 using Stream = std::shared_ptr<MessageStream>;
@@ -281,6 +284,8 @@ void AESender::forgetStreams()
     KeptStreams::ofMainThread().clear();
 }
 
+} // namespace dozely
+
 OSStatus AESend(const AppleEvent *event, AppleEvent *reply, qint32 mode, qint16 priority,
                 qint64 timeOutInTicks)
 {
@@ -298,5 +303,5 @@ OSStatus AESend(const AppleEvent *event, AppleEvent *reply, qint32 mode, qint16 
     if ((isWaiting && !reply) || (priority != kAENormalPriority && priority != kAEHighPriority) ||
         timeOutInTicks < kNoTimeOut)
         return paramErr;
-    return AESender::send(*event, isWaiting ? reply : nullptr, priority, timeOutInTicks);
+    return dozely::AESender::send(*event, isWaiting ? reply : nullptr, priority, timeOutInTicks);
 }

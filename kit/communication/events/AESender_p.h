@@ -5,6 +5,9 @@
 
 #include <chrono>
 
+namespace dozely
+{
+
 /// The sending end of Apple events. The main thread keeps its streams to other processes for half a minute
 /// after each use, at most 16; other threads open one for each event.
 namespace AESender
@@ -18,3 +21,5 @@ DOZELYKIT_AUTOTEST_EXPORT std::chrono::milliseconds limitOf(qint64 ticks);
 /// Closes the streams that are kept.
 DOZELYKIT_AUTOTEST_EXPORT void forgetStreams();
 } // namespace AESender
+
+} // namespace dozely

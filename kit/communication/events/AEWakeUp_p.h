@@ -4,6 +4,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Runs an action on the thread that made it, from its event loop or while the thread waits for a reply,
 /// behind what other processes have sent so far.
 class AEWakeUp
@@ -17,3 +20,5 @@ public:
     /// Null when the process has no descriptor left.
     static std::unique_ptr<AEWakeUp> make(std::function<void()> action);
 };
+
+} // namespace dozely

@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+using namespace dozely;
+
 using Descriptor = std::shared_ptr<NSAppleEventDescriptor>;
 
 namespace

@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace dozely;
+
 using Descriptor = std::shared_ptr<NSAppleEventDescriptor>;
 
 namespace

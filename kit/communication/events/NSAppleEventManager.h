@@ -5,6 +5,11 @@
 
 #include <memory>
 
+namespace dozely
+{
+class AEReceiver;
+} // namespace dozely
+
 class QObject;
 
 /// Receives Apple events and calls the one handler that is registered for each pair of event class and event
@@ -43,7 +48,7 @@ public:
     OSErr dispatchRawAppleEventWithRawReply(const AppleEvent &event, AppleEvent *reply);
 
 private:
-    friend class AEReceiver;
+    friend class dozely::AEReceiver;
     NSAppleEventManager();
     ~NSAppleEventManager();
     struct Private;

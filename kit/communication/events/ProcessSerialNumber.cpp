@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 OSType &givenSignature()

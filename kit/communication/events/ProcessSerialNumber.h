@@ -31,6 +31,9 @@ DOZELYKIT_EXPORT OSErr GetNextProcess(ProcessSerialNumber *number);
 /// length or with a name buffer.
 DOZELYKIT_EXPORT OSErr GetProcessInformation(const ProcessSerialNumber &number, ProcessInfoRec *information);
 
+namespace dozely
+{
+
 /// The signature under which this process can be found.
 namespace ProcessSignature
 {
@@ -43,3 +46,5 @@ DOZELYKIT_EXPORT OSType current();
 /// For the head of main, before the process uses Apple events; 0 goes back to the bundle's.
 DOZELYKIT_EXPORT void set(OSType signature);
 } // namespace ProcessSignature
+
+} // namespace dozely

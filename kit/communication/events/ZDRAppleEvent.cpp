@@ -9,6 +9,8 @@
 
 #include <cstring>
 
+using namespace dozely;
+
 namespace
 {
 /// The rounding of the buffers that parameters of any size are read into.

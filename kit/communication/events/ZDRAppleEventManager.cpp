@@ -12,6 +12,8 @@
 
 #include <mutex>
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint32 waitingMode = kAEWaitReply | kAECanInteract | kAECanSwitchLayer; // 99

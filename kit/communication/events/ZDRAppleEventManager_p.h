@@ -8,6 +8,9 @@
 
 #include <functional>
 
+namespace dozely
+{
+
 /// A handler's address as the object that incoming events are sent to: it answers what a number answers.
 class DOZELYKIT_AUTOTEST_EXPORT AddressNumber : public QObject
 {
@@ -45,14 +48,16 @@ private:
     quint64 m_address;
 };
 
+} // namespace dozely
+
 struct ZDRAppleEventManagerPrivate {
     /// Of one pair: the address of a handler to the name of its selector.
     using Handlers = QMap<quint64, QByteArray>;
-    using Number = std::function<std::unique_ptr<AddressNumber>(quint64 address)>;
+    using Number = std::function<std::unique_ptr<dozely::AddressNumber>(quint64 address)>;
 
     static ZDRAppleEventManagerPrivate &of(ZDRAppleEventManager &manager) { return *manager.d; }
 
     QHash<QString, QHash<QString, Handlers>> appleEventClasses;
     /// Makes the number that is sent to. A test puts a number of its own there, to see what it is sent.
-    Number makeNumber = [](quint64 address) { return std::make_unique<AddressNumber>(address); };
+    Number makeNumber = [](quint64 address) { return std::make_unique<dozely::AddressNumber>(address); };
 };

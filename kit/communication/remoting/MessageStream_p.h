@@ -10,6 +10,9 @@
 
 class NSSocketPort;
 
+namespace dozely
+{
+
 /// A stream of requests and replies between two processes. NSConnection knows which object answers what; the
 /// stream knows how that travels (docs/wire-protocol.md).
 ///
@@ -114,3 +117,5 @@ private:
     struct Private; // in linux/
     std::unique_ptr<Private> d;
 };
+
+} // namespace dozely

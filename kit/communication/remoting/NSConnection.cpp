@@ -10,6 +10,8 @@
 
 #include <unordered_set>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 using Reply = MessageStream::Reply;
 

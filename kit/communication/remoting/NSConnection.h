@@ -25,6 +25,9 @@ class NSSocketPort;
 DOZELYKIT_EXPORT extern const QString NSConnectionDidInitializeNotification;
 DOZELYKIT_EXPORT extern const QString NSConnectionDidDieNotification;
 
+namespace dozely
+{
+
 /// What the streams of a connection allow their peers; the defaults are what docs/wire-protocol.md promises.
 struct StreamOptions {
     /// A peer that makes no request for so long is dropped; counted from its authentication or the end of its
@@ -35,6 +38,8 @@ struct StreamOptions {
     /// they can harm this process without it, and it makes a short request dearer by half.
     bool trustsOwnUser = true;
 };
+
+} // namespace dozely
 
 /// One end of the channel between two processes, over NSSocketPort streams.
 ///
@@ -67,7 +72,8 @@ public:
     /// one it is a client connection, whose receive port may be null. Null when a given port is not valid.
     static std::shared_ptr<NSConnection>
     initWithReceivePortSendPort(std::shared_ptr<NSSocketPort> receivePort,
-                                std::shared_ptr<NSSocketPort> sendPort, const StreamOptions &options = {});
+                                std::shared_ptr<NSSocketPort> sendPort,
+                                const dozely::StreamOptions &options = {});
 
     /// The same for a client; raises NSException when a given port is not valid.
     static std::shared_ptr<NSConnection>

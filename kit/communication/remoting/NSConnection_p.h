@@ -26,26 +26,26 @@ private:
     quint64 m_last = 0;
 };
 
-struct NSConnection::Private : MessageStream::Handler {
+struct NSConnection::Private : dozely::MessageStream::Handler {
     explicit Private(NSConnection *connection) : q(connection) {}
 
-    MessageStream::Reply serve(const MessageStream::Request &request) override;
+    dozely::MessageStream::Reply serve(const dozely::MessageStream::Request &request) override;
     void streamClosed() override;
 
     void listen();
-    void adopt(std::shared_ptr<MessageStream> accepted);
+    void adopt(std::shared_ptr<dozely::MessageStream> accepted);
     /// The stream of a client connection, opened if need be. Raises NSException.
-    MessageStream &openStream();
+    dozely::MessageStream &openStream();
     QVariant call(const QByteArray &path, const QByteArray &interface, const QByteArray &member,
                   const QVariantList &arguments);
 
     NSConnection *q;
     std::shared_ptr<Vended> vended = std::make_shared<Vended>();
-    StreamOptions options;
+    dozely::StreamOptions options;
     std::shared_ptr<NSSocketPort> receivePort;
     std::shared_ptr<NSSocketPort> sendPort;
-    std::unique_ptr<StreamListener> listener;
-    std::shared_ptr<MessageStream> stream;
+    std::unique_ptr<dozely::StreamListener> listener;
+    std::shared_ptr<dozely::MessageStream> stream;
     QList<quint32> trustedPeers;
     std::chrono::milliseconds requestTimeout = std::chrono::seconds(60);
     std::chrono::milliseconds replyTimeout = std::chrono::seconds(60);

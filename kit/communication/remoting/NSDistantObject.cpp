@@ -7,6 +7,8 @@
 #include "DozelyKit/core/dbus/ObjectPath_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
+using namespace dozely;
+
 struct NSDistantObject::Private {
     std::shared_ptr<NSConnection> connection;
     QByteArray path;

@@ -9,6 +9,9 @@
 #include <QDateTime>
 #include <QSet>
 
+namespace dozely
+{
+
 using Reply = MessageStream::Reply;
 
 namespace
@@ -239,3 +242,5 @@ QString RemoteCall::introspection(const QObject *object, const QByteArray &path,
         text += QStringLiteral("<node name=\"%1\"/>").arg(QString::fromUtf8(child));
     return text + "</node>";
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QMetaMethod>
 
+namespace dozely
+{
+
 /// Calling an object's NS_REMOTE invokables by name through the meta-object.
 namespace RemoteCall
 {
@@ -38,3 +41,5 @@ constexpr const char *unknownObject = "org.freedesktop.DBus.Error.UnknownObject"
 constexpr const char *unknownMethod = "org.freedesktop.DBus.Error.UnknownMethod";
 constexpr const char *invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 } // namespace WireName
+
+} // namespace dozely

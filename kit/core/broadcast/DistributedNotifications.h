@@ -11,6 +11,9 @@
 #include <memory>
 #include <optional>
 
+namespace dozely
+{
+
 /// Port: notifications from one process to others, whoever they are.
 ///
 /// Anybody can post anything. All that can be believed of a notification is the user id beside it.
@@ -55,3 +58,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<DistributedNotifications> &Port<DistributedNotifications>::current();
+
+} // namespace dozely

@@ -10,6 +10,9 @@ class NSBundle;
 class QObject;
 class QString;
 
+namespace dozely
+{
+
 /// Port: loads an interface file (a window or view laid out by a designer). The interface library fills it in
 /// when a process loads that library; a process without it has no loader, and nothing is loaded there.
 class DOZELYKIT_EXPORT InterfaceFileLoader
@@ -25,3 +28,5 @@ public:
 /// Null until the interface library is loaded, which puts its own there.
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<InterfaceFileLoader> &Port<InterfaceFileLoader>::current();
+
+} // namespace dozely

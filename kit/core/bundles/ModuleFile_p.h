@@ -5,6 +5,9 @@
 
 #include <QString>
 
+namespace dozely
+{
+
 /// Which files the code of this process comes from; absolute paths. Any thread.
 namespace ModuleFile
 {
@@ -14,3 +17,5 @@ QString ofProgram();
 /// The library, module or program whose image in memory holds `address`; null when none does.
 QString ofAddress(const void *address);
 } // namespace ModuleFile
+
+} // namespace dozely

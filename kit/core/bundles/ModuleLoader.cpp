@@ -7,9 +7,12 @@
 
 #include <exception>
 
+namespace dozely
+{
+
 namespace
 {
-dozely::Error failure(const QString &file, const QString &reason)
+Error failure(const QString &file, const QString &reason)
 {
     return {QString("Cannot load \"%1\": %2").arg(file, reason)};
 }
@@ -27,7 +30,7 @@ QStringList &brokenModules()
 ///
 /// An initialiser that throws leaves the lock of the dynamic linker with this thread for good: this one may
 /// go on, but another thread that loads a library waits for ever.
-dozely::Result<QObject *> rootObjectOf(QPluginLoader &loader)
+Result<QObject *> rootObjectOf(QPluginLoader &loader)
 {
     QString raised;
     try {
@@ -44,7 +47,7 @@ dozely::Result<QObject *> rootObjectOf(QPluginLoader &loader)
 }
 } // namespace
 
-dozely::Result<QObject *> loadRootObject(const QString &file, const QByteArray &interfaceId)
+Result<QObject *> loadRootObject(const QString &file, const QByteArray &interfaceId)
 {
     if (!QFileInfo(file).isFile())
         return failure(file, "there is no such module");
@@ -62,3 +65,5 @@ dozely::Result<QObject *> loadRootObject(const QString &file, const QByteArray &
                                  .arg(metaData["IID"].toString(), QString::fromUtf8(interfaceId)));
     return rootObjectOf(loader);
 }
+
+} // namespace dozely

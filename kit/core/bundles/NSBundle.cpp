@@ -14,6 +14,8 @@
 #include <QFileInfo>
 #include <QHash>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char kitPath[] = ":/DozelyKit"; // a folder of resources compiled into this library
@@ -232,12 +234,12 @@ QString NSBundle::localizedStringForKey(const QString &key, const QString &value
     return value.isEmpty() ? key : value;
 }
 
-dozely::Result<QObject *> NSBundle::loadModule(const QString &fileName, const QByteArray &interfaceId)
+Result<QObject *> NSBundle::loadModule(const QString &fileName, const QByteArray &interfaceId)
 {
     if (QObject *loaded = d->modules.value({fileName, interfaceId}))
         return loaded;
     if (isCompiledIn(d->path) || fileName.isEmpty() || fileName.contains('/') || fileName == "..")
-        return dozely::Error{QString("Cannot load \"%1\": this is not the name of a module").arg(fileName)};
+        return Error{QString("Cannot load \"%1\": this is not the name of a module").arg(fileName)};
     const auto root = loadRootObject(d->path + "/Contents/Linux/" + fileName, interfaceId);
     if (root)
         d->modules.insert({fileName, interfaceId}, *root);

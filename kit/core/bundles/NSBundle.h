@@ -73,6 +73,9 @@ private:
     std::unique_ptr<Private> d;
 };
 
+namespace dozely
+{
+
 /// The languages in which texts are looked up, best first, as language tags ("pt-BR" gives "pt-BR" and "pt").
 /// The user's locale unless set.
 namespace UserLanguages
@@ -80,3 +83,5 @@ namespace UserLanguages
 DOZELYKIT_EXPORT QStringList current();
 DOZELYKIT_EXPORT void set(const QStringList &languages);
 } // namespace UserLanguages
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 using namespace dozely;
 
 namespace
@@ -166,3 +169,5 @@ Result<QHash<QString, QString>> StringsFile::parse(const QByteArray &data)
         return *std::move(table);
     return Error{QString("It is damaged in line %1").arg(parser.line())};
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 #include <QHash>
 
+namespace dozely
+{
+
 /// Tables of localised texts, the content of a file "Localizable.strings".
 namespace StringsFile
 {
@@ -15,5 +18,7 @@ namespace StringsFile
 /// earlier one of its key.
 ///
 /// An error when `data` is anything else, or larger than PropertyList::maximumSize.
-DOZELYKIT_AUTOTEST_EXPORT dozely::Result<QHash<QString, QString>> parse(const QByteArray &data);
+DOZELYKIT_AUTOTEST_EXPORT Result<QHash<QString, QString>> parse(const QByteArray &data);
 } // namespace StringsFile
+
+} // namespace dozely

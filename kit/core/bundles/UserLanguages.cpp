@@ -3,6 +3,8 @@
 
 #include <QLocale>
 
+using namespace dozely;
+
 namespace
 {
 /// The languages that were set; empty for those of the user's locale.

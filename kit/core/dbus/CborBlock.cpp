@@ -8,8 +8,8 @@
 
 #include <algorithm>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -186,7 +186,7 @@ QDateTime WireDate::date() const
         return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
     // By name only: Qt opens the file of that name below the folder of zones, and by way of ".." a stranger
     // would have it open a pipe of his own, and wait for whoever writes there.
-    if (zone.size() <= maximumZoneName && dozely::isTimeZoneName(QString::fromUtf8(zone)))
+    if (zone.size() <= maximumZoneName && isTimeZoneName(QString::fromUtf8(zone)))
         return QDateTime::fromMSecsSinceEpoch(milliseconds, QTimeZone(zone));
     constexpr int64_t largestOffset = 18 * 3600; // more is no place on earth
     if (offset < -largestOffset || offset > largestOffset)
@@ -226,3 +226,5 @@ Result<QByteArray> CborBlock::encode(const QVariant &value)
             [&](BlockWriter &writer) { return writer.notification(value.value<NSNotification>()); });
     return BlockWriter::blockOf([&](BlockWriter &writer) { return writer.write(value, 0); });
 }
+
+} // namespace dozely

@@ -5,8 +5,8 @@
 
 #include <limits>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -169,3 +169,5 @@ Result<NSNotification> CborBlock::decodeNotification(const QByteArray &block)
         return Error{QStringLiteral("a block that is no notification")};
     return NSNotification(parts[0].toString(), parts[1], parts[2].toMap());
 }
+
+} // namespace dozely

@@ -9,6 +9,9 @@
 #include <QDateTime>
 #include <QVariant>
 
+namespace dozely
+{
+
 /// A date as it travels, in D-Bus's own form and in a block.
 struct WireDate {
     int64_t milliseconds = 0; ///< since 1970-01-01 00:00 UTC
@@ -45,9 +48,11 @@ bool isNeededFor(const QVariant &value);
 
 /// The block of a property-list value, of nothing or of an NSNotification. Fails for anything else, and for
 /// what breaks a limit.
-DOZELYKIT_AUTOTEST_EXPORT dozely::Result<QByteArray> encode(const QVariant &value);
+DOZELYKIT_AUTOTEST_EXPORT Result<QByteArray> encode(const QVariant &value);
 
 /// The value of a block; fails for a damaged one.
-DOZELYKIT_AUTOTEST_EXPORT dozely::Result<QVariant> decode(const QByteArray &block);
-DOZELYKIT_AUTOTEST_EXPORT dozely::Result<NSNotification> decodeNotification(const QByteArray &block);
+DOZELYKIT_AUTOTEST_EXPORT Result<QVariant> decode(const QByteArray &block);
+DOZELYKIT_AUTOTEST_EXPORT Result<NSNotification> decodeNotification(const QByteArray &block);
 } // namespace CborBlock
+
+} // namespace dozely

@@ -4,8 +4,14 @@
 #include <QByteArray>
 #include <QMetaType>
 
+namespace dozely
+{
+
 /// The path of an object on a stream, as an argument or a result.
 struct ObjectPath {
     QByteArray path;
 };
-Q_DECLARE_METATYPE(ObjectPath)
+
+} // namespace dozely
+
+Q_DECLARE_METATYPE(dozely::ObjectPath)

@@ -7,8 +7,12 @@
 #include <QByteArray>
 #include <QString>
 
+namespace dozely
+{
+
 /// Replaces a file so that a reader, or a machine that loses power, finds the old content or the new one
 /// whole: written to a temporary in the same folder, synchronised, renamed over the old one, the folder
 /// synchronised. `mode` is the permission bits of the new file. On failure the old file stays.
-DOZELYKIT_EXPORT dozely::Result<void> replaceFileAtomically(const QString &path, const QByteArray &content,
-                                                            int mode);
+DOZELYKIT_EXPORT Result<void> replaceFileAtomically(const QString &path, const QByteArray &content, int mode);
+
+} // namespace dozely

@@ -6,9 +6,12 @@
 #include "DozelyKit/core/files/PropertyListXml_p.h"
 #include "DozelyKit/core/files/RegularFile_p.h"
 
+namespace dozely
+{
+
 namespace
 {
-dozely::Error refusal(const QString &sentence)
+Error refusal(const QString &sentence)
 {
     return {"This is no property list that can be read. " + sentence};
 }
@@ -17,7 +20,7 @@ constexpr char binaryMagic[] = "bplist00";
 constexpr char byteOrderMark[] = "\xef\xbb\xbf";
 } // namespace
 
-dozely::Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format)
+Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format)
 {
     if (data.size() > maximumSize)
         return refusal(QString("It is larger than %1 bytes.").arg(maximumSize));
@@ -33,14 +36,14 @@ dozely::Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *
     return value;
 }
 
-dozely::Result<QVariant> PropertyList::fromFile(const QString &path, Format *format, bool followLinks)
+Result<QVariant> PropertyList::fromFile(const QString &path, Format *format, bool followLinks)
 {
     const auto content = readRegularFile(path, maximumSize, followLinks);
     if (!content)
-        return dozely::Error{content.error().text + '.'};
+        return Error{content.error().text + '.'};
     auto value = fromData(*content, format);
     if (!value)
-        return dozely::Error{QString("\"%1\": %2").arg(path, value.error().text)};
+        return Error{QString("\"%1\": %2").arg(path, value.error().text)};
     return value;
 }
 
@@ -53,3 +56,5 @@ QByteArray PropertyList::toData(const QVariant &value, Format format)
     // What is too large to be read back must not replace what can be.
     return data.size() <= maximumSize ? data : QByteArray();
 }
+
+} // namespace dozely

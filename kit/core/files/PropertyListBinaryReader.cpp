@@ -8,6 +8,9 @@
 #include <bit>
 #include <vector>
 
+namespace dozely
+{
+
 namespace
 {
 /// Reads from the top object down, objects that are referred to twice twice. An invalid variant stands for a
@@ -17,11 +20,11 @@ class BinaryReader
 public:
     explicit BinaryReader(QByteArrayView data) : m_data(data) {}
 
-    dozely::Result<QVariant> read()
+    Result<QVariant> read()
     {
         const QVariant value = top();
         if (!value.isValid())
-            return dozely::Error{m_refusal};
+            return Error{m_refusal};
         return value;
     }
 
@@ -249,7 +252,9 @@ private:
 };
 } // namespace
 
-dozely::Result<QVariant> PropertyListBinary::read(const QByteArray &data)
+Result<QVariant> PropertyListBinary::read(const QByteArray &data)
 {
     return BinaryReader(data).read();
 }
+
+} // namespace dozely

@@ -9,6 +9,9 @@
 #include <cmath>
 #include <limits>
 
+namespace dozely
+{
+
 namespace
 {
 using PropertyListValue::Kind;
@@ -178,3 +181,5 @@ QByteArray PropertyListBinary::write(const QVariant &value)
 {
     return BinaryWriter().write(value);
 }
+
+} // namespace dozely

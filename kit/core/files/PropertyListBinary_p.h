@@ -6,6 +6,9 @@
 #include <QByteArray>
 #include <QVariant>
 
+namespace dozely
+{
+
 /// The binary form: the eight bytes "bplist00", the objects, a table of where each begins, and a trailer of
 /// 32 bytes that says where the table is. Containers hold the numbers of their members.
 namespace PropertyListBinary
@@ -15,8 +18,10 @@ namespace PropertyListBinary
 /// refers to the next one many times over, so that some hundred bytes unfold to gigabytes; a container that
 /// holds itself never ends; a large text is referred to thousands of times and copied each time; an offset or
 /// a length points outside.
-dozely::Result<QVariant> read(const QByteArray &data);
+Result<QVariant> read(const QByteArray &data);
 
 /// `value` is one that PropertyListValue::fits() let pass.
 QByteArray write(const QVariant &value);
 } // namespace PropertyListBinary
+
+} // namespace dozely

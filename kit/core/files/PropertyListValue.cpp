@@ -8,6 +8,9 @@
 #include <cmath>
 #include <limits>
 
+namespace dozely
+{
+
 namespace
 {
 using PropertyList::Format;
@@ -178,3 +181,5 @@ QString PropertyListValue::tooMany()
 {
     return QString("It holds more than %1 values.").arg(PropertyList::maximumNodes);
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// What both forms of a property list, XML and binary, have in common.
 namespace PropertyListValue
 {
@@ -43,3 +46,5 @@ constexpr quint64 maximumUnfoldedBytes = 16 * PropertyList::maximumSize;
 QString tooDeep();
 QString tooMany();
 } // namespace PropertyListValue
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <charconv>
 
+namespace dozely
+{
+
 namespace
 {
 QVariant truth(bool value, QStringView content)
@@ -90,3 +93,5 @@ QVariant PropertyListXmlLeaf::read(QStringView name, const QString &content)
         return date(trimmed);
     return data(content);
 }
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include <QStringView>
 #include <QVariant>
 
+namespace dozely
+{
+
 /// The elements of an XML property list that hold no others.
 namespace PropertyListXmlLeaf
 {
@@ -18,3 +21,5 @@ bool isName(QStringView name);
 /// range, a day that does not exist, bytes that are cut off.
 QVariant read(QStringView name, const QString &content);
 } // namespace PropertyListXmlLeaf
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 using PropertyListXmlLeaf::isBlank;
@@ -19,11 +22,11 @@ class XmlReader
 public:
     explicit XmlReader(QStringView document) : m_text(document) {}
 
-    dozely::Result<QVariant> read()
+    Result<QVariant> read()
     {
         const QVariant value = document();
         if (!value.isValid())
-            return dozely::Error{m_refusal};
+            return Error{m_refusal};
         return value;
     }
 
@@ -295,13 +298,15 @@ bool isOutOfPlace(QChar c)
 }
 } // namespace
 
-dozely::Result<QVariant> PropertyListXml::read(const QByteArray &data)
+Result<QVariant> PropertyListXml::read(const QByteArray &data)
 {
     auto document = PropertyListValue::fromUtf8(data);
     if (!document)
-        return dozely::Error{"It is not in UTF-8."};
+        return Error{"It is not in UTF-8."};
     document->replace("\r\n", "\n").replace('\r', '\n');
     if (std::any_of(document->cbegin(), document->cend(), isOutOfPlace))
-        return dozely::Error{"It holds a character that XML does not know."};
+        return Error{"It holds a character that XML does not know."};
     return XmlReader(*document).read();
 }
+
+} // namespace dozely

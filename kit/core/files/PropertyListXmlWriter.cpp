@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace dozely
+{
+
 namespace
 {
 using PropertyListValue::Kind;
@@ -126,3 +129,5 @@ QByteArray PropertyListXml::write(const QVariant &value)
 {
     return XmlWriter().write(value);
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include <string_view>
 
+namespace dozely
+{
+
 /// Appends `line` in one write to the regular file at `path` (in the file system's encoding), creating it
 /// when missing. Never follows a link at the end of the path and never waits. With `openToAll` the file's
 /// permission bits are 0666 afterwards, whether it could be written or not. Any thread.
@@ -11,3 +14,5 @@ struct AppendResult {
     int writeError = 0; ///< The error number when the line was not written whole.
 };
 AppendResult appendLine(const char *path, std::string_view line, bool openToAll);
+
+} // namespace dozely

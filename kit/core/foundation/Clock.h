@@ -12,6 +12,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Fires once when the machine's calendar clock reaches a date, and tells when that clock was set by hand.
 /// Lives on one thread, which must run an event loop.
 class DOZELYKIT_EXPORT AbsoluteTimer : public QObject
@@ -58,3 +61,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<Clock> &Port<Clock>::current();
+
+} // namespace dozely

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint64 minuteLength = 60'000; // milliseconds

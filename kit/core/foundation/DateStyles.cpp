@@ -6,6 +6,9 @@
 #include <unicode/locid.h>
 #include <unicode/simpletz.h>
 
+namespace dozely
+{
+
 namespace
 {
 /// The locale of the environment for dates, by the rule of every program here.
@@ -47,3 +50,5 @@ QString DateStyles::shortTime(const QDateTime &date)
                          icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, userLocale())),
                      date);
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QDateTime>
 #include <QString>
 
+namespace dozely
+{
+
 /// Dates as the user reads them: in the user's locale for dates (LC_ALL, LC_TIME, LANG) and the local time
 /// zone, as the machine's zone data have it.
 namespace DateStyles
@@ -16,3 +19,5 @@ DOZELYKIT_AUTOTEST_EXPORT QString mediumDate(const QDateTime &date);
 /// The time of day alone, short: "6:55 AM". The blank before AM may be a narrow one that breaks no line.
 DOZELYKIT_AUTOTEST_EXPORT QString shortTime(const QDateTime &date);
 } // namespace DateStyles
+
+} // namespace dozely

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdlib>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int indentWidth = 4;
@@ -143,7 +145,7 @@ QString otherText(const QVariant &value)
 }
 } // namespace
 
-QString descriptionOf(const QVariant &value)
+QString dozely::descriptionOf(const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::UnknownType:

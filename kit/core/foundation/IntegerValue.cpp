@@ -5,6 +5,9 @@
 #include <cmath>
 #include <limits>
 
+namespace dozely
+{
+
 namespace
 {
 bool isDigit(QChar character)
@@ -86,3 +89,5 @@ qint64 longIntegerValue(const QVariant &value)
         return 0;
     }
 }
+
+} // namespace dozely

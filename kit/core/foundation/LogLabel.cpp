@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/LogLabel.h"
 
+namespace dozely
+{
+
 namespace
 {
 bool breaksTheLine(QChar c)
@@ -34,3 +37,5 @@ QString logLabel(const QString &text, qsizetype longest, LineBreaks breaks)
         label.chop(1); // half a character
     return label + "...";
 }
+
+} // namespace dozely

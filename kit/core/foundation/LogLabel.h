@@ -7,6 +7,9 @@
 
 #include <limits>
 
+namespace dozely
+{
+
 /// What stands for a character that would end the line or steer a terminal: a control character, or a
 /// separator of lines or paragraphs.
 enum class LineBreaks {
@@ -22,3 +25,5 @@ constexpr qsizetype wholeText = std::numeric_limits<qsizetype>::max();
 /// replaced; what goes beyond `longest` characters is cut off, and "..." says so. Any thread.
 DOZELYKIT_EXPORT QString logLabel(const QString &text, qsizetype longest = 200,
                                   LineBreaks breaks = LineBreaks::Blanks);
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Turns signals of the operating system into calls from the event loop, for as long as it lives. What a
 /// signal itself interrupts only writes a number to a descriptor: it takes no lock and cannot block.
 ///
@@ -32,3 +35,5 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
+
+} // namespace dozely

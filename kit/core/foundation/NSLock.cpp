@@ -5,6 +5,8 @@
 
 #include <mutex>
 
+using namespace dozely;
+
 bool NSLock::lockBeforeDate(std::chrono::milliseconds limit)
 {
     return Port<Clock>::current()->acquire(m_free, limit);

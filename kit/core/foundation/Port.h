@@ -3,6 +3,9 @@
 
 #include <memory>
 
+namespace dozely
+{
+
 /// Where a port is reached: what the library asks of the machine in one matter, behind an abstract class.
 ///
 ///     const QDateTime now = Port<Clock>::current()->currentDate();
@@ -20,3 +23,5 @@ public:
     /// still log, and the log asks the clock.
     static std::shared_ptr<Interface> &current();
 };
+
+} // namespace dozely

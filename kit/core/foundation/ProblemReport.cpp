@@ -6,6 +6,9 @@
 #include <mutex>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 struct Sink {
@@ -39,3 +42,5 @@ void reportProblem(const QString &sentence)
     else
         NSLogText(sentence);
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <functional>
 
+namespace dozely
+{
+
 /// Where the ports tell what a person must know: a sentence each. The console log, until a program that keeps
 /// a log of its own names it.
 ///
@@ -15,3 +18,5 @@
 DOZELYKIT_EXPORT void setProblemReport(std::function<void(const QString &sentence)> sink);
 DOZELYKIT_EXPORT void reportProblem(const QString &sentence);
 /// @}
+
+} // namespace dozely

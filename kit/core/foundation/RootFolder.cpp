@@ -5,6 +5,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace dozely
+{
+
 namespace
 {
 // A socket address holds 104 bytes of path, the last of them the terminating zero.
@@ -69,3 +72,5 @@ QString RootFolder::refusal(const QString &folder, int longestSocketName)
             .arg(folder);
     return {};
 }
+
+} // namespace dozely

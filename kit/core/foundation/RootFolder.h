@@ -7,6 +7,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// The folder under which every fixed path of the system lies: "/" unless a program relocates it.
 ///
 /// Set it first thing in main (`--root DIR`); it is not guarded against use from other threads while it
@@ -31,3 +34,5 @@ DOZELYKIT_EXPORT std::optional<quint32> owner();
 /// into an address.
 DOZELYKIT_EXPORT QString refusal(const QString &folder, int longestSocketName = 40);
 } // namespace RootFolder
+
+} // namespace dozely

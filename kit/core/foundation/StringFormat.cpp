@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace dozely;
+
 namespace
 {
 // One conversion of a format: %[position$][flags][width][.precision][modifier]type
@@ -240,7 +242,7 @@ private:
 };
 } // namespace
 
-QString stringWithFormat(const QString &format, const QVariantList &arguments)
+QString dozely::stringWithFormat(const QString &format, const QVariantList &arguments)
 {
     return Formatter(format, arguments).text();
 }

@@ -6,6 +6,9 @@
 #include <QString>
 #include <QVariant>
 
+namespace dozely
+{
+
 /// The text of a value as `%@` prints it: a string as it is, "(null)" for nothing, a number in decimal, a
 /// date as "2026-03-14 06:55:00 +0100", a list or dictionary in the property list's text style, an object by
 /// its `description` invokable.
@@ -17,6 +20,8 @@ DOZELYKIT_EXPORT QString descriptionOf(const QVariant &value);
 /// 0).
 DOZELYKIT_EXPORT QString stringWithFormat(const QString &format, const QVariantList &arguments);
 
+} // namespace dozely
+
 /// Writes one line to the platform's console log, here the standard error stream. Any thread.
 DOZELYKIT_EXPORT void NSLogText(const QString &message);
 
@@ -24,5 +29,5 @@ DOZELYKIT_EXPORT void NSLogText(const QString &message);
 template<class... Arguments>
 void NSLog(const char *format, const Arguments &...arguments)
 {
-    NSLogText(stringWithFormat(QString::fromUtf8(format), {QVariant::fromValue(arguments)...}));
+    NSLogText(dozely::stringWithFormat(QString::fromUtf8(format), {QVariant::fromValue(arguments)...}));
 }

@@ -16,6 +16,8 @@
 #include <ctime>
 #include <string_view>
 
+using namespace dozely;
+
 namespace
 {
 // Bytes that grow, in place unless there are very many: a line should cost little more than its system calls.

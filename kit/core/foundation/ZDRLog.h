@@ -28,6 +28,6 @@ DOZELYKIT_EXPORT void ZDRLogText(const QString &message);
 template<class... Arguments>
 void ZDRLog(const char *format, const Arguments &...arguments)
 {
-    ZDRLogText(stringWithFormat(QString::fromUtf8(format), {QVariant::fromValue(arguments)...}));
+    ZDRLogText(dozely::stringWithFormat(QString::fromUtf8(format), {QVariant::fromValue(arguments)...}));
 }
 /// @}

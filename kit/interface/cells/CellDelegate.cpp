@@ -9,6 +9,9 @@
 
 #include <cmath>
 
+namespace dozely
+{
+
 CellDelegate::CellDelegate(std::shared_ptr<NSTextFieldCell> cell, QObject *parent)
     : QStyledItemDelegate(parent), m_cell(std::move(cell))
 {
@@ -97,3 +100,5 @@ void CellDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
 {
     editor->setGeometry(m_cell->editingFrameForCellFrame(option.rect).toAlignedRect());
 }
+
+} // namespace dozely

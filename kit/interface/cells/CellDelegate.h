@@ -5,6 +5,9 @@
 
 #include <QStyledItemDelegate>
 
+namespace dozely
+{
+
 /// Lets a view of Qt's draw and edit its items with a cell. The view's style draws what lies below: the
 /// selection, the focus. The cell gets the item's value, whether it is enabled and whether it is selected,
 /// right before it draws.
@@ -45,3 +48,5 @@ private:
     int m_role = Qt::EditRole;
     int m_rowHeight = 0; // 0: the cell's
 };
+
+} // namespace dozely

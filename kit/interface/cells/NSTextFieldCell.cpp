@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 constexpr double margin = 2; // between the frame and the text, left and right

@@ -8,6 +8,8 @@
 #include "DozelyKit/interface/drawing/NSGraphicsContext.h"
 #include "DozelyKit/interface/views/ViewPalette_p.h"
 
+using namespace dozely;
+
 namespace
 {
 // Points from the upper left corner of the frame.

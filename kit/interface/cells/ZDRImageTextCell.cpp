@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+using namespace dozely;
+
 namespace
 {
 constexpr double gap = 3;

@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 
 namespace

@@ -12,6 +12,8 @@
 #include <array>
 #include <cmath>
 
+using namespace dozely;
+
 namespace
 {
 constexpr quint32 originCorner = 0x100;

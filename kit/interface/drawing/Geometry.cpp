@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 std::pair<QRectF, QRectF> Geometry::dividedAtMinX(const QRectF &rect, double width)
 {
     const double cut = std::clamp(width, 0.0, std::max(rect.width(), 0.0));
@@ -14,3 +17,5 @@ QRectF Geometry::inset(const QRectF &rect, double by)
 {
     return {rect.x() + by, rect.y() + by, rect.width() - 2 * by, rect.height() - 2 * by};
 }
+
+} // namespace dozely

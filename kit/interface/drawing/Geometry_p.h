@@ -7,6 +7,9 @@
 
 #include <utility>
 
+namespace dozely
+{
+
 /// Rectangles as the kit means them: an origin and a size in double precision, y growing upwards. A QRectF
 /// holds them, of which only x(), y(), width() and height() are used: top() and bottom() would say the
 /// opposite.
@@ -21,3 +24,5 @@ DOZELYINTERFACE_AUTOTEST_EXPORT std::pair<QRectF, QRectF> dividedAtMinX(const QR
 /// Inset on every side; a size may become negative.
 DOZELYINTERFACE_AUTOTEST_EXPORT QRectF inset(const QRectF &rect, double by);
 } // namespace Geometry
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 LaidOutText::LaidOutText(const QString &text, const QFont &font)
     : m_layout(QString(text).replace('\n', QChar::LineSeparator), font)
 {
@@ -44,3 +47,5 @@ void LaidOutText::drawAtPoint(const NSGraphicsContext &context, const QPointF &p
     m_layout.draw(painter, {0, -m_size.height()});
     painter->restore();
 }
+
+} // namespace dozely

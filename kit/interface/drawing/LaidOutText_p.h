@@ -7,6 +7,9 @@
 
 class NSGraphicsContext;
 
+namespace dozely
+{
+
 /// A text in one font and one colour, shaped once: measured and then drawn. Lines break where the text says
 /// so and nowhere else.
 class DOZELYINTERFACE_AUTOTEST_EXPORT LaidOutText
@@ -25,3 +28,5 @@ private:
     QTextLayout m_layout;
     QSizeF m_size;
 };
+
+} // namespace dozely

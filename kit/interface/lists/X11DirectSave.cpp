@@ -12,6 +12,9 @@
 
 #include <xcb/xcb.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char directSave[] = "XdndDirectSave0";
@@ -142,3 +145,5 @@ bool X11DirectSave::drag(QObject *source, const Promise &promise, const QPixmap 
     drag->setHotSpot(hotSpot);
     return drag->exec(foreign, foreign) != Qt::IgnoreAction;
 }
+
+} // namespace dozely

@@ -9,6 +9,9 @@
 class QObject;
 class QUrl;
 
+namespace dozely
+{
+
 /// Drags that promise a file: the Direct Save protocol (XDS) on top of X11's drag and drop.
 ///
 /// The source writes a file name into the property XdndDirectSave0 of its window and offers a type of that
@@ -31,3 +34,5 @@ bool isAvailable();
 bool drag(QObject *source, const Promise &promise, const QPixmap &image, const QPoint &hotSpot,
           Qt::DropAction foreign, Qt::DropAction local);
 } // namespace X11DirectSave
+
+} // namespace dozely

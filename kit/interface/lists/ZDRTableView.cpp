@@ -11,6 +11,8 @@
 #include <QMouseEvent>
 #include <QUrl>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char promisedExtension[] = "plist";

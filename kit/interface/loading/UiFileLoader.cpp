@@ -17,6 +17,9 @@
 #include <QWidget>
 #include <QXmlStreamReader>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr qint64 largestFile = qint64(1) << 20; // a form that fills the memory
@@ -129,3 +132,5 @@ void fillPort()
 }
 } // namespace
 Q_COREAPP_STARTUP_FUNCTION(fillPort)
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 class QWidget;
 
+namespace dozely
+{
+
 /// Interface files as Qt's Designer writes them, NAME.ui among a bundle's resources.
 ///
 /// - Classes of this library are known by their names, as promoted widgets.
@@ -26,3 +29,5 @@ class DOZELYINTERFACE_AUTOTEST_EXPORT UiFileLoader : public InterfaceFileLoader
 public:
     bool loadNibNamed(const QString &name, const NSBundle &bundle, QObject *owner) override;
 };
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QMetaProperty>
 #include <QPointer>
 
+namespace dozely
+{
+
 namespace
 {
 /// The object and all that lies in it. What happens to one of them may destroy others.
@@ -84,3 +87,5 @@ void UiOwner::awaken(QObject *view)
         callAwakeFromNib(object);
     callAwakeFromNib(m_owner);
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include <QObject>
 
+namespace dozely
+{
+
 /// The owner of an interface file: who gets its outlets and hears its actions.
 class UiOwner
 {
@@ -22,3 +25,5 @@ private:
 
     QObject *m_owner;
 };
+
+} // namespace dozely

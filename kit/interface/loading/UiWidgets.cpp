@@ -7,6 +7,9 @@
 #include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 
+namespace dozely
+{
+
 namespace
 {
 using Maker = QWidget *(*)(QWidget *parent);
@@ -42,3 +45,5 @@ QWidget *UiWidgets::createWidget(const QString &className, QWidget *parent, cons
     widget->setObjectName(name);
     return widget;
 }
+
+} // namespace dozely

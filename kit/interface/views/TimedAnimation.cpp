@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace dozely
+{
+
 using std::chrono::milliseconds;
 
 void TimedAnimation::start(milliseconds duration, Step step, Completion completion)
@@ -43,3 +46,5 @@ void TimedAnimation::advance()
     if (run == m_runs)
         clock->callAfter(std::min(stepTime, m_duration - passed), m_run.get(), [this] { advance(); });
 }
+
+} // namespace dozely

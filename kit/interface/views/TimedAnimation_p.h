@@ -9,6 +9,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Something that changes evenly for a while, then is complete. Time comes from the platform's clock.
 ///
 /// THREADING: the main thread.
@@ -46,3 +49,5 @@ private:
     Step m_step;
     Completion m_completion;
 };
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include <QGuiApplication>
 #include <QWidget>
 
+namespace dozely
+{
+
 QPalette ViewPalette::of(const QWidget *view)
 {
     return view ? view->palette() : QGuiApplication::palette();
@@ -23,3 +26,5 @@ Qt::LayoutDirection ViewPalette::layoutDirection(const QWidget *view)
 {
     return view ? view->layoutDirection() : QGuiApplication::layoutDirection();
 }
+
+} // namespace dozely

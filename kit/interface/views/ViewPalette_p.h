@@ -6,6 +6,9 @@
 
 class QWidget;
 
+namespace dozely
+{
+
 /// The colours of the platform, as they are in a view; without one, as they are in the application.
 namespace ViewPalette
 {
@@ -19,3 +22,5 @@ QColor grayColor(const QWidget *view);
 
 Qt::LayoutDirection layoutDirection(const QWidget *view);
 } // namespace ViewPalette
+
+} // namespace dozely

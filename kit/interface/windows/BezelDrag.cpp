@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <limits>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr double gripSize = 10;
@@ -56,3 +59,5 @@ QRectF BezelDrag::frameDuringDrag(Type type, const QRectF &windowFrame, const QP
         y = truncated(limit - height);
     return QRectF(x, y, width, height);
 }
+
+} // namespace dozely

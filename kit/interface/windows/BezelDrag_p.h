@@ -6,6 +6,9 @@
 #include <QPointF>
 #include <QRectF>
 
+namespace dozely
+{
+
 /// The arithmetic of dragging a bezel window, in screen coordinates whose y grows upwards. It computes from
 /// what was at the press, in doubles that are cut off to whole points towards zero.
 namespace BezelDrag
@@ -21,3 +24,5 @@ DOZELYINTERFACE_AUTOTEST_EXPORT QRectF frameDuringDrag(Type type, const QRectF &
                                                        const QPointF &pressed, const QPointF &pointer,
                                                        double mainScreenHeight);
 } // namespace BezelDrag
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+namespace dozely
+{
+
 namespace
 {
 /// Qt's coordinates of the kit's origin.
@@ -41,3 +44,5 @@ QRectF ScreenCoordinates::mainScreenFrame()
     const QScreen *const screen = QGuiApplication::primaryScreen();
     return screen ? toKit(QRectF(screen->geometry())) : QRectF();
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QPointF>
 #include <QRectF>
 
+namespace dozely
+{
+
 /// The one place where screen coordinates change their direction.
 ///
 /// The kit's have their origin at the lower left corner of the main screen and y growing upwards; Qt's have y
@@ -27,3 +30,5 @@ DOZELYINTERFACE_AUTOTEST_EXPORT QRect toQt(const QRectF &kitRect);
 /// The main screen in the kit's coordinates; a zero rectangle without a screen.
 DOZELYINTERFACE_AUTOTEST_EXPORT QRectF mainScreenFrame();
 } // namespace ScreenCoordinates
+
+} // namespace dozely

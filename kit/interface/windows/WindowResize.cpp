@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace dozely
+{
+
 QRectF WindowResize::resized(const QRectF &frame, const QSizeF &size, qint32 style)
 {
     const auto width = static_cast<float>(size.width());
@@ -39,3 +42,5 @@ QRectF WindowResize::between(const QRectF &from, const QRectF &to, double progre
     return {on(from.x(), to.x()), on(from.y(), to.y()), on(from.width(), to.width()),
             on(from.height(), to.height())};
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <chrono>
 
+namespace dozely
+{
+
 /// The arithmetic of resizing a window, with y growing upwards.
 namespace WindowResize
 {
@@ -21,3 +24,5 @@ DOZELYINTERFACE_AUTOTEST_EXPORT std::chrono::duration<double> standardTime(const
 /// The frame on the way from one to another, at a progress from 0 to 1.
 DOZELYINTERFACE_AUTOTEST_EXPORT QRectF between(const QRectF &from, const QRectF &to, double progress);
 } // namespace WindowResize
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+namespace dozely
+{
+
 namespace
 {
 bool isWayland()
@@ -50,3 +53,5 @@ void WindowSystem::setHasShadow(QWindow *window, bool hasShadow)
     if (X11Windows::areUsed())
         X11Windows::setHasShadow(window, hasShadow);
 }
+
+} // namespace dozely

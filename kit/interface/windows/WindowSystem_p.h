@@ -5,6 +5,9 @@
 
 class QWindow;
 
+namespace dozely
+{
+
 /// What the toolkit asks of the window system beyond Qt: X11 where Qt runs on it; on others what Qt itself
 /// can do.
 ///
@@ -34,3 +37,5 @@ void setJoinsAllDesktops(QWindow *window, bool joins);
 /// Whether a compositor should draw a shadow around the window.
 void setHasShadow(QWindow *window, bool hasShadow);
 } // namespace WindowSystem
+
+} // namespace dozely

@@ -10,6 +10,9 @@
 
 #include <xcb/xcb.h>
 
+namespace dozely
+{
+
 namespace
 {
 struct Free {
@@ -86,3 +89,5 @@ void X11Windows::setHasShadow(QWindow *window, bool hasShadow)
     else
         setCardinal(window, "_COMPTON_SHADOW", 0);
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 class QWindow;
 
+namespace dozely
+{
+
 /// The properties of X11 windows by which window managers and compositors are told what Qt has no word for.
 /// Only areUsed may be called where Qt does not run on X11.
 namespace X11Windows
@@ -20,3 +23,5 @@ void setJoinsAllDesktops(QWindow *window, bool joins);
 /// windows.
 void setHasShadow(QWindow *window, bool hasShadow);
 } // namespace X11Windows
+
+} // namespace dozely

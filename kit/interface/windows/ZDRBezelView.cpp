@@ -11,6 +11,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+using namespace dozely;
+
 namespace
 {
 /// The window that the view lies in; null when it lies in none.

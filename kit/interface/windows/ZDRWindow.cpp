@@ -13,6 +13,8 @@
 #include <QShowEvent>
 #include <QWindow>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 
 struct ZDRWindow::Private {

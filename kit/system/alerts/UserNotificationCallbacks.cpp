@@ -4,6 +4,9 @@
 #include <QMetaMethod>
 #include <QObject>
 
+namespace dozely
+{
+
 namespace
 {
 /// The delegate's invokable of that name for a centre and an alert; invalid when it has none.
@@ -56,3 +59,5 @@ UserNotificationCallbacks::shouldPresent(NSUserNotificationCenterDelegate *deleg
         return std::nullopt;
     return answer;
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// The optional callbacks of a delegate, looked up by name in its meta-object and called at once. Each says
 /// whether (or what) the delegate answered; one that is null, no QObject or without that callback answers
 /// nothing. What the delegate raises passes through.
@@ -18,3 +21,5 @@ std::optional<bool> shouldPresent(NSUserNotificationCenterDelegate *delegate,
                                   NSUserNotificationCenter *center,
                                   const std::shared_ptr<NSUserNotification> &notification);
 } // namespace UserNotificationCallbacks
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Port: something that shows alerts. Two of them may serve a process: the desktop's notifications
 /// (Port<UserNotificationPresenter>), and a window of the system's own (alertWindow), for
 /// desktops that keep notifications back while a program fills the screen or the user does not want to be
@@ -50,3 +53,5 @@ DOZELYKIT_EXPORT std::shared_ptr<UserNotificationPresenter> &Port<UserNotificati
 
 /// The port of a window of our own beside those notifications; null in a process that shows none.
 DOZELYKIT_EXPORT std::shared_ptr<UserNotificationPresenter> &alertWindow();
+
+} // namespace dozely

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 std::shared_ptr<WDUserNotificationCenterDelegate> &instance()

@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+using namespace dozely;
+
 void zandorSoftwaresExtensions::setLoginItem(bool enabled, bool hidden)
 {
     if (const auto bundle = NSBundle::mainBundle())

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char mark[] = "X-Dozely-LoginItem=true";
@@ -91,3 +94,5 @@ bool AutostartEntry::isOwn() const
     const auto content = readRegularFile(m_path, largestEntry, false);
     return content && content->split('\n').contains(mark);
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QString>
 
+namespace dozely
+{
+
 /// The desktop entry that starts one application with the user's session, "dozely-login-NAME.desktop" in the
 /// autostart folder ($XDG_CONFIG_HOME/autostart, else ~/.config/autostart, below the root folder).
 ///
@@ -34,3 +37,5 @@ private:
     QString m_name;
     QString m_path;
 };
+
+} // namespace dozely

@@ -13,6 +13,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 class RunningProgram;
 
 /// A program that is run beside this one. It leads a session of its own; standard input and error are
@@ -35,16 +38,18 @@ struct DOZELYKIT_EXPORT ChildProgram {
     };
     /// Is told how a program ended, or why it could not be started: the machine's reason, `name` being the
     /// step that failed ("execve", "chdir", ...).
-    using Ended = std::function<void(const dozely::Result<Ending> &)>;
+    using Ended = std::function<void(const Result<Ending> &)>;
 
     /// Starts the program and forgets it; nobody waits for it. False when it could not be started.
     bool launch() const;
 
     /// Runs the program to its end. Of its output the first `maximumOutput` bytes are kept. An error when it
     /// could not be started, or did not end in time: it and its group are then killed.
-    dozely::Result<Ending> run(std::chrono::milliseconds limit, qsizetype maximumOutput) const;
+    Result<Ending> run(std::chrono::milliseconds limit, qsizetype maximumOutput) const;
 
     /// Starts the program, whose output is not read, without waiting for anything. This thread's event loop
     /// tells `ended`, once, and not after the object was destroyed; `ended` may destroy it. Never null.
     std::unique_ptr<RunningProgram> start(Ended ended) const;
 };
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// Port: who sits at the console.
 class DOZELYKIT_EXPORT ConsoleUser
 {
@@ -26,3 +29,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<ConsoleUser> &Port<ConsoleUser>::current();
+
+} // namespace dozely

@@ -4,8 +4,13 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 
+namespace dozely
+{
+
 QString pathInHomeFolder(const QString &path)
 {
     const QString home = RealHomeDirectory();
     return home.startsWith('/') ? RootFolder::join(home + path) : QString();
 }
+
+} // namespace dozely

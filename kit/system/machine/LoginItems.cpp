@@ -14,6 +14,9 @@
 #include <filesystem>
 #include <optional>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char arrayKey[] = "AutoLaunchedApplicationDictionary";
@@ -105,3 +108,5 @@ bool LoginItems::contains(const QString &bundlePath)
     return std::any_of(items.begin(), items.end(),
                        [&](const QVariant &entry) { return pathOf(entry) == bundlePath; });
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QString>
 
+namespace dozely
+{
+
 /// The login items of the current user, whichever application is concerned.
 namespace LoginItems
 {
@@ -22,3 +25,5 @@ DOZELYKIT_AUTOTEST_EXPORT bool contains(const QString &bundlePath);
 /// The login-window preferences; null for a user without a home.
 DOZELYKIT_AUTOTEST_EXPORT QString preferencesPath();
 } // namespace LoginItems
+
+} // namespace dozely

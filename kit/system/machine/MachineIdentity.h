@@ -6,6 +6,9 @@
 
 #include <QString>
 
+namespace dozely
+{
+
 /// Port: what the machine calls itself and the system that it runs.
 class DOZELYKIT_EXPORT MachineIdentity
 {
@@ -21,3 +24,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<MachineIdentity> &Port<MachineIdentity>::current();
+
+} // namespace dozely

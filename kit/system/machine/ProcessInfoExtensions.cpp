@@ -3,6 +3,8 @@
 
 #include "DozelyKit/system/machine/ProcessTable.h"
 
+using namespace dozely;
+
 namespace
 {
 template<class Number>

@@ -7,6 +7,9 @@
 #include <QByteArray>
 #include <QList>
 
+namespace dozely
+{
+
 /// Port: the processes that run on this machine.
 class DOZELYKIT_EXPORT ProcessTable
 {
@@ -26,3 +29,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<ProcessTable> &Port<ProcessTable>::current();
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char sessionPath[] = "/usr/local/bin:/usr/bin:/bin";
@@ -41,3 +44,5 @@ ProgramEnvironment ProgramEnvironment::ofSession()
     }
     return environment;
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <QByteArrayList>
 #include <QString>
 
+namespace dozely
+{
+
 /// What surrounds a ChildProgram that a plug-in or a script starts: no more than this of what surrounds the
 /// host.
 struct DOZELYKIT_EXPORT ProgramEnvironment {
@@ -20,3 +23,5 @@ struct DOZELYKIT_EXPORT ProgramEnvironment {
     /// not exist.
     static ProgramEnvironment ofSession();
 };
+
+} // namespace dozely

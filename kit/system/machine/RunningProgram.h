@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/machine/ChildProgram.h"
 
+namespace dozely
+{
+
 /// A program that ChildProgram::start has started. Destroyed, the object kills the program and its group, and
 /// waits until the program is gone.
 ///
@@ -23,3 +26,5 @@ private:
     RunningProgram(const ChildProgram &program, ChildProgram::Ended ended);
     std::unique_ptr<Private> d;
 };
+
+} // namespace dozely

@@ -11,6 +11,8 @@
 
 #include <QFileInfo>
 
+using namespace dozely;
+
 namespace zandorSoftwaresExtensions
 {
 QString loggedInUser()

@@ -3,6 +3,8 @@
 
 #include "DozelyKit/system/network/PrimaryInterface.h"
 
+using namespace dozely;
+
 QString zandorSoftwaresExtensions::primaryMACAddress()
 {
     constexpr qsizetype size = 6;

@@ -11,6 +11,9 @@
 
 #include <utility>
 
+namespace dozely
+{
+
 /// A request over HTTPS.
 struct HttpRequest {
     QUrl url; ///< Of the scheme "https".
@@ -32,9 +35,11 @@ public:
     /// that it is who the address names; redirections are followed to "https" alone. Besides the headers of
     /// the request, only "Host", "Accept", "User-Agent" and what HTTP itself needs are sent; no cookies are
     /// kept and nothing is remembered. An error, of printable characters, when there was no whole answer.
-    virtual dozely::Result<QByteArray> send(const HttpRequest &request) = 0;
+    virtual Result<QByteArray> send(const HttpRequest &request) = 0;
 };
 
 /// Null in a build without the update check.
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<HttpClient> &Port<HttpClient>::current();
+
+} // namespace dozely

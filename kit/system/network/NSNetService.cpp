@@ -8,6 +8,8 @@
 
 #include <QObject>
 
+using namespace dozely;
+
 namespace
 {
 constexpr qsizetype longestName = 63; // bytes: a label of the name system

@@ -23,12 +23,12 @@ public:
     virtual void netServiceDidPublish(NSNetService &service);
     /// The service is not published. When the problem is Unavailable it will be as soon as that is over,
     /// unless it is stopped.
-    virtual void netServiceDidNotPublish(NSNetService &service, const NetServices::Error &error);
+    virtual void netServiceDidNotPublish(NSNetService &service, const dozely::NetServices::Error &error);
     /// There are addresses, or they have changed.
     virtual void netServiceDidResolveAddress(NSNetService &service);
     /// The service was not found. When the problem is Unavailable it is still looked for, unless it is
     /// stopped.
-    virtual void netServiceDidNotResolve(NSNetService &service, const NetServices::Error &error);
+    virtual void netServiceDidNotResolve(NSNetService &service, const dozely::NetServices::Error &error);
     /// The service that is being resolved has another TXT record.
     virtual void netServiceDidUpdateTXTRecordData(NSNetService &service, const QByteArray &record);
     /// `stop` was called.
@@ -86,7 +86,7 @@ public:
     /// The port; -1 until it is resolved or given.
     qint64 port() const;
     /// Where the resolved service listens, in the order in which the network told it.
-    QList<NetServices::Address> addresses() const;
+    QList<dozely::NetServices::Address> addresses() const;
 
     /// Whether this platform's services have TXT records.
     bool supportsTXTRecords() const;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace dozely;
+
 namespace
 {
 std::optional<NetServices::Address> lastIPv4Address(const NSNetService &service)

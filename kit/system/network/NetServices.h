@@ -10,6 +10,9 @@
 
 #include <memory>
 
+namespace dozely
+{
+
 /// Port: services that hosts of the local network announce to one another (DNS-SD), and those that this one
 /// announces.
 ///
@@ -111,3 +114,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<NetServices> &Port<NetServices>::current();
+
+} // namespace dozely

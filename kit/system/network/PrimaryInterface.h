@@ -7,6 +7,9 @@
 #include <QByteArray>
 #include <QList>
 
+namespace dozely
+{
+
 /// Port: the network interface over which this machine reaches the world.
 class DOZELYKIT_EXPORT PrimaryInterface
 {
@@ -20,3 +23,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<PrimaryInterface> &Port<PrimaryInterface>::current();
+
+} // namespace dozely

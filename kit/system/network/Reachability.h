@@ -8,6 +8,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// Port: whether a host could be reached, told without connecting to it.
 class DOZELYKIT_EXPORT Reachability
 {
@@ -29,3 +32,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<Reachability> &Port<Reachability>::current();
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 bool isKey(const QByteArray &text)
@@ -104,3 +107,5 @@ bool TxtRecord::isWellFormed(const QByteArray &record)
 {
     return eachString(record, [](const QByteArray &) {});
 }
+
+} // namespace dozely

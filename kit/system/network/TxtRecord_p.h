@@ -8,6 +8,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// The TXT record of a network service, as RFC 6763 (section 6) writes it: strings of at most 255 bytes, a
 /// length byte before each, every string one entry "key=value".
 ///
@@ -46,3 +49,5 @@ public:
     /// Whether the record is made of whole strings.
     static bool isWellFormed(const QByteArray &record);
 };
+
+} // namespace dozely

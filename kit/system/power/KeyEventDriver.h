@@ -5,6 +5,9 @@
 #include "DozelyKit/core/foundation/Port.h"
 #include "DozelyKit/system/power/KeyEvents.h"
 
+namespace dozely
+{
+
 /// Port: puts key events into the machine's input, as if its keyboard had sent them.
 ///
 /// A machine that lets nobody do so is opened all the same, and drops the events: one log line says so.
@@ -34,3 +37,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<KeyEventDriver> &Port<KeyEventDriver>::current();
+
+} // namespace dozely

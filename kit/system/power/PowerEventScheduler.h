@@ -11,6 +11,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// Port: dates at which the machine is to wake or to switch itself on.
 ///
 /// The events are shared by all programs, told apart by their owner, and outlive restarts. The alarm of the
@@ -98,3 +101,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<PowerEventScheduler> &Port<PowerEventScheduler>::current();
+
+} // namespace dozely

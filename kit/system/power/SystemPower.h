@@ -9,6 +9,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// Port: what happens to the machine's power, putting it to sleep and switching it off.
 ///
 /// THREADING: the thread that listens; its event loop delivers the messages.
@@ -63,3 +66,5 @@ public:
 
 template<>
 DOZELYKIT_EXPORT std::shared_ptr<SystemPower> &Port<SystemPower>::current();
+
+} // namespace dozely

@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/NSAssertionHandler.h"
 #include "DozelyKit/system/power/KeyEventDriver.h"
 
+using namespace dozely;
+
 namespace
 {
 constexpr char success[] = "KERN_SUCCESS"; // what was expected

@@ -16,6 +16,8 @@
 #include <cerrno>
 #include <chrono>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char autoPower[] = "AutoPower";

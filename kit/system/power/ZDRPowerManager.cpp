@@ -13,6 +13,8 @@
 
 #include <csignal>
 
+using namespace dozely;
+
 const QString ZDRPowerManagerSystemWillSleep = QStringLiteral("ZDRPowerManagerSystemWillSleep");
 const QString ZDRPowerManagerSystemDidWake = QStringLiteral("ZDRPowerManagerSystemDidWake");
 const QString ZDRPowerManagerSystemWillPowerOff = QStringLiteral("ZDRPowerManagerSystemWillPowerOff");

@@ -7,12 +7,12 @@
 
 /// The fields of ZDRPowerManager. Made, they listen to the machine's power; destroyed, no longer.
 struct ZDRPowerManagerFields {
-    ZDRPowerManagerFields(std::shared_ptr<SystemPower> power, SystemPower::Listener listener)
+    ZDRPowerManagerFields(std::shared_ptr<dozely::SystemPower> power, dozely::SystemPower::Listener listener)
         : root_port(std::move(power)), notifier(root_port->listen(std::move(listener)))
     {
     }
 
-    std::shared_ptr<SystemPower> root_port; // what allows changes
-    std::unique_ptr<SystemPower::Listening> notifier;
+    std::shared_ptr<dozely::SystemPower> root_port; // what allows changes
+    std::unique_ptr<dozely::SystemPower::Listening> notifier;
     std::shared_ptr<QVariantList> _events = std::make_shared<QVariantList>();
 };

@@ -10,6 +10,8 @@
 
 #include <optional>
 
+using namespace dozely;
+
 namespace
 {
 /// Writes what became of an execution: `errorInfo` is empty when nothing went wrong.

@@ -8,6 +8,8 @@
 
 #include <mutex>
 
+using namespace dozely;
+
 const QString NSAppleScriptErrorMessage = QStringLiteral("NSAppleScriptErrorMessage");
 
 namespace

@@ -11,8 +11,8 @@
 #include <cstdlib>
 #include <lua.hpp>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -154,3 +154,5 @@ QString ScriptEngine::message() const
     const QString text = ScriptValue::text(m_lua.get(), -1);
     return text.isNull() ? QString("The script raised an error without a text.") : text;
 }
+
+} // namespace dozely

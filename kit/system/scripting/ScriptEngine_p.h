@@ -11,6 +11,9 @@
 
 struct lua_State;
 
+namespace dozely
+{
+
 using ScriptFunctions = QMap<QString, NSAppleScript::Function>;
 
 /// What an execution may still use up. It lies beside the interpreter, which knows where.
@@ -55,15 +58,15 @@ public:
 
     /// The source in the bytes of a file: without byte order mark, and with a first line "#..." made empty.
     /// An error for compiled code and for what is no UTF-8.
-    static dozely::Result<QByteArray> sourceInFile(const QByteArray &content);
+    static Result<QByteArray> sourceInFile(const QByteArray &content);
 
     void setLimits(const NSAppleScript::Limits &limits) { m_budget.limits = limits; }
 
     /// Compiles UTF-8 text; `name` stands for it in messages. Once for each object.
-    dozely::Result<void> compile(const QByteArray &source, const QString &name);
+    Result<void> compile(const QByteArray &source, const QString &name);
 
     /// Runs what was compiled. The text of its result, null when it has none.
-    dozely::Result<QString> execute();
+    Result<QString> execute();
 
 private:
     struct Close {
@@ -75,3 +78,5 @@ private:
     ScriptFunctions m_functions;
     std::unique_ptr<lua_State, Close> m_lua;
 };
+
+} // namespace dozely

@@ -11,6 +11,8 @@
 
 #include <mutex>
 
+using namespace dozely;
+
 namespace
 {
 constexpr std::chrono::seconds longestRun{30};

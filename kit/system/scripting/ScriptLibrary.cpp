@@ -11,6 +11,9 @@
 #include <string_view>
 #include <vector>
 
+namespace dozely
+{
+
 namespace
 {
 using Names = std::vector<std::string_view>;
@@ -222,3 +225,5 @@ void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
     }
     lua_setglobal(lua, "dozely");
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/scripting/ScriptEngine_p.h"
 
+namespace dozely
+{
+
 /// What a script finds when it starts.
 namespace ScriptLibrary
 {
@@ -11,3 +14,5 @@ namespace ScriptLibrary
 /// does not suffice.
 void open(lua_State *lua, const ScriptFunctions &functions);
 } // namespace ScriptLibrary
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include <clocale>
 #include <locale.h>
 
+namespace dozely
+{
+
 /// While it lives, this thread converts numbers and compares texts by the plain locale: a script means the
 /// same whatever language its user speaks. Functions of the hosts that a script calls get their own locale
 /// back.
@@ -30,3 +33,5 @@ private:
 
     locale_t m_former;
 };
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::size_t stepsBetweenReports = 1024;
@@ -360,3 +363,5 @@ bool ScriptPattern::isFrontier(std::size_t position, std::size_t set, std::size_
     const unsigned char before = position == 0 ? '\0' : byteAt(position - 1);
     return !isInSet(before, set, end) && isInSet(byteAt(position), set, end);
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <string>
 #include <string_view>
 
+namespace dozely
+{
+
 /// Matches a pattern of the script language against a text, both as bytes; letters and digits are those of
 /// ASCII.
 class ScriptPattern
@@ -71,3 +74,5 @@ private:
     std::size_t m_captureCount = 0;
     std::array<Capture, maximumCaptures> m_captures;
 };
+
+} // namespace dozely

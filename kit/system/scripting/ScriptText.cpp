@@ -7,6 +7,9 @@
 #include <cstring>
 #include <lua.hpp>
 
+namespace dozely
+{
+
 namespace
 {
 std::string_view textAt(lua_State *lua, int index)
@@ -268,3 +271,5 @@ void ScriptText::addFunctions(lua_State *lua)
         {"find", find}, {"match", match}, {"gmatch", gmatch}, {"gsub", gsub}, {nullptr, nullptr}};
     luaL_setfuncs(lua, functions, 0);
 }
+
+} // namespace dozely

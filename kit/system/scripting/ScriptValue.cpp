@@ -6,6 +6,9 @@
 #include <lua.hpp>
 #include <optional>
 
+namespace dozely
+{
+
 namespace
 {
 QByteArray bytesAt(lua_State *lua, int index)
@@ -187,3 +190,5 @@ QString ScriptValue::text(lua_State *lua, int index)
         return {};
     }
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 struct lua_State;
 
+namespace dozely
+{
+
 /// Values on their way between a script and the functions that it calls.
 namespace ScriptValue
 {
@@ -25,3 +28,5 @@ void push(lua_State *lua, const QVariant &value);
 /// The text of a text, number or truth value at `index`; null for anything else. Does not allocate there.
 QString text(lua_State *lua, int index);
 } // namespace ScriptValue
+
+} // namespace dozely

@@ -64,7 +64,7 @@ protected:
     /// The socket file of the host.
     static QString socketOf(const Host &host)
     {
-        const QDir folder(EventProcesses::folder());
+        const QDir folder(dozely::EventProcesses::folder());
         return folder.filePath(
             folder.entryList({QString("%1-*.socket").arg(host->processId())}, QDir::System).value(0));
     }

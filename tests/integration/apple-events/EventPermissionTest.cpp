@@ -8,6 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 class EventPermission : public EventFixture

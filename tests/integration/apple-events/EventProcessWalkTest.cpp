@@ -3,6 +3,8 @@
 
 #include "DozelyKit/communication/events/ZDRAppleEvent.h"
 
+using namespace dozely;
+
 using EventProcessWalk = EventFixture;
 
 TEST_F(EventProcessWalk, MeetsRunningProcessesInOrderOfNumber)

@@ -9,6 +9,8 @@
 
 #include <csignal>
 
+using namespace dozely;
+
 /// Posts long events to a receiver that hangs until one cannot leave any more, gives that up, and has the
 /// receiver go on.
 class GivingUp : public QObject

@@ -9,6 +9,8 @@
 #include <limits>
 #include <thread>
 
+using namespace dozely;
+
 using EventSending = EventFixture;
 using testing::AllOf;
 using testing::Ge;

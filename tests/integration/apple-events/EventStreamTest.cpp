@@ -12,6 +12,8 @@
 
 #include <filesystem>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

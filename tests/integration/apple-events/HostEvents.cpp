@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 qint32 numberIn(const HostEvents::Event &event, AEKeyword keyword)

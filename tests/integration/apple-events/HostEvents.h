@@ -13,32 +13,32 @@ class HostEvents : public QObject
 public:
     using Event = std::shared_ptr<NSAppleEventDescriptor>;
 
-    static constexpr AEEventClass hostClass = fourCharCode("Host");
+    static constexpr AEEventClass hostClass = dozely::fourCharCode("Host");
     /// Answers with the event's own parameters, and who sent it ('spid' and 'seid').
-    static constexpr AEEventID echo = fourCharCode("echo");
+    static constexpr AEEventID echo = dozely::fourCharCode("echo");
     /// Says "heard NUMBER" with the direct object's number.
-    static constexpr AEEventID note = fourCharCode("note");
+    static constexpr AEEventID note = dozely::fourCharCode("note");
     /// Says "heard hang", waits for a line on the standard input, and answers with the event's parameters.
-    static constexpr AEEventID hang = fourCharCode("hang");
+    static constexpr AEEventID hang = dozely::fourCharCode("hang");
     /// Dies.
-    static constexpr AEEventID die = fourCharCode("die ");
+    static constexpr AEEventID die = dozely::fourCharCode("die ");
     /// Sends an event of its own to the process 'targ', with the ID 'what', waits at most for 'tick', and
     /// answers with the result code.
-    static constexpr AEEventID send = fourCharCode("send");
+    static constexpr AEEventID send = dozely::fourCharCode("send");
     /// Sends 'send' on to the process 'targ', which is to send 'echo' here.
-    static constexpr AEEventID bounce = fourCharCode("boun");
+    static constexpr AEEventID bounce = dozely::fourCharCode("boun");
     /// Raises.
-    static constexpr AEEventID fail = fourCharCode("fail");
+    static constexpr AEEventID fail = dozely::fourCharCode("fail");
     /// Answers with so many bytes as the direct object says.
-    static constexpr AEEventID grow = fourCharCode("grow");
+    static constexpr AEEventID grow = dozely::fourCharCode("grow");
     /// Has the sender echo the direct object and answers with that, and whether this process was in the
     /// middle of meet().
-    static constexpr AEEventID reflect = fourCharCode("refl");
+    static constexpr AEEventID reflect = dozely::fourCharCode("refl");
 
-    static constexpr AEKeyword target = fourCharCode("targ");
-    static constexpr AEKeyword what = fourCharCode("what");
-    static constexpr AEKeyword ticks = fourCharCode("tick");
-    static constexpr AEKeyword meeting = fourCharCode("meet");
+    static constexpr AEKeyword target = dozely::fourCharCode("targ");
+    static constexpr AEKeyword what = dozely::fourCharCode("what");
+    static constexpr AEKeyword ticks = dozely::fourCharCode("tick");
+    static constexpr AEKeyword meeting = dozely::fourCharCode("meet");
 
     /// Handles all of them from now on.
     void listen();

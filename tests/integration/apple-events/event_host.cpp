@@ -30,6 +30,8 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+using namespace dozely;
+
 namespace
 {
 OSStatus sendWaiting(const AppleEvent &event, AppleEvent *reply)

@@ -10,12 +10,12 @@ class NetServiceRecorder : public NSNetServiceDelegate
 {
 public:
     void netServiceDidPublish(NSNetService &service) override { published += service.name(); }
-    void netServiceDidNotPublish(NSNetService &, const NetServices::Error &error) override
+    void netServiceDidNotPublish(NSNetService &, const dozely::NetServices::Error &error) override
     {
         problems += error.problem;
     }
     void netServiceDidResolveAddress(NSNetService &) override { ++resolved; }
-    void netServiceDidNotResolve(NSNetService &, const NetServices::Error &error) override
+    void netServiceDidNotResolve(NSNetService &, const dozely::NetServices::Error &error) override
     {
         problems += error.problem;
     }
@@ -25,7 +25,7 @@ public:
     }
 
     QStringList published; ///< The names, one a time.
-    QList<NetServices::Problem> problems;
+    QList<dozely::NetServices::Problem> problems;
     int resolved = 0;
     QByteArrayList records;
 };

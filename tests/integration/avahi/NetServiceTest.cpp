@@ -11,6 +11,8 @@
 
 #include <QJsonArray>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using namespace zandorSoftwaresExtensions;
 

@@ -19,6 +19,8 @@
 
 #include <cstdio>
 
+using namespace dozely;
+
 namespace
 {
 const QString sender = QStringLiteral("com.dozely.test");

@@ -21,6 +21,8 @@
 #include <sys/resource.h>
 #include <thread>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 class PongingObject : public QObject

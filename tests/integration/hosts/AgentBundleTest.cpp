@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 TEST(AgentBundle, HoldsTheAlertsTextInSixLanguages)
 {
     const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);

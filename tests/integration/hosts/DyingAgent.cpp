@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+using namespace dozely;
+
 /// Dies while it is told to act, before it has answered.
 class Victim : public QObject
 {

@@ -8,6 +8,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 const QString daemonProgram = "/usr/sbin/dozelyd";

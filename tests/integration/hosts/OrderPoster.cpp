@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QFile>
 
+using namespace dozely;
+
 /// Posts one order as any process may: ROOT daemon|USER-ID NAME SENDER, the user info as a property list on
 /// the standard input. Ends with 0 when the target answered YES.
 int main(int argc, char **argv)

@@ -6,6 +6,8 @@
 #include <csignal>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int patience = 20'000; // milliseconds; only bounds a failing test

@@ -91,7 +91,7 @@ protected:
 
     const ScratchRoot root;
     PrivateBus bus;
-    std::unique_ptr<BusConnection> control;
+    std::unique_ptr<dozely::BusConnection> control;
     NSUserNotificationCenter &center = NSUserNotificationCenter::defaultUserNotificationCenter();
     const std::shared_ptr<FullDelegate> plugIn = std::make_shared<FullDelegate>();
 };

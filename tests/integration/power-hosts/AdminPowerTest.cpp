@@ -12,6 +12,8 @@
 
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 
 namespace

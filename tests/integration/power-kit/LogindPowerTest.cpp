@@ -13,6 +13,8 @@
 #include <stdexcept>
 #include <thread>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;

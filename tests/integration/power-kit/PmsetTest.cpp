@@ -14,6 +14,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

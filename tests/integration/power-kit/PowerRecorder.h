@@ -13,7 +13,7 @@
 class PowerRecorder
 {
 public:
-    explicit PowerRecorder(LogindPower &power) : m_power(power) {}
+    explicit PowerRecorder(dozely::LogindPower &power) : m_power(power) {}
 
     void listen()
     {
@@ -57,6 +57,6 @@ private:
             after();
     }
 
-    LogindPower &m_power;
-    std::unique_ptr<SystemPower::Listening> m_listening;
+    dozely::LogindPower &m_power;
+    std::unique_ptr<dozely::SystemPower::Listening> m_listening;
 };

@@ -30,7 +30,7 @@ public:
             PrivateLogind logind;
             ASSERT_TRUE(logind.m_bus.isRunning());
             ASSERT_TRUE(logind.m_bus.startMock(SYSTEMD1_MOCK, "org.freedesktop.systemd1"));
-            logind.m_connection = BusConnection::open(BusConnection::Bus::System).value();
+            logind.m_connection = dozely::BusConnection::open(dozely::BusConnection::Bus::System).value();
             ASSERT_TRUE(logind.m_connection);
             ASSERT_TRUE(logind.start());
             body(logind);
@@ -62,7 +62,7 @@ public:
         const auto list = call({"org.freedesktop.login1", "/org/freedesktop/login1",
                                 "org.freedesktop.login1.Manager", "ListInhibitors"});
         QStringList found;
-        for (const QVariant &lock : BusConnection::firstOf(list).toList()) {
+        for (const QVariant &lock : dozely::BusConnection::firstOf(list).toList()) {
             const QVariantList parts = lock.toList(); // what, who, why, mode, user, process
             if (parts.value(1) == QVariant("com.dozely"))
                 found += parts.value(0).toString() + ' ' + parts.value(3).toString();
@@ -77,7 +77,7 @@ public:
         const auto list =
             call({"org.freedesktop.systemd1", "/org/freedesktop/systemd1", "com.dozely.Test", "Started"});
         QStringList targets;
-        for (const QVariant &target : BusConnection::firstOf(list).toList()) {
+        for (const QVariant &target : dozely::BusConnection::firstOf(list).toList()) {
             if (target.toString().endsWith(".target"))
                 targets += target.toString();
         }
@@ -93,8 +93,8 @@ private:
         }
     }
 
-    BusConnection::Reply call(const BusConnection::Member &method, const QByteArray &signature = "",
-                              const QVariantList &arguments = {})
+    dozely::BusConnection::Reply call(const dozely::BusConnection::Member &method,
+                                      const QByteArray &signature = "", const QVariantList &arguments = {})
     {
         return m_connection->call(method, signature, arguments, QDeadlineTimer(std::chrono::seconds(10)));
     }
@@ -138,6 +138,6 @@ private:
     }
 
     PrivateBus m_bus;
-    std::unique_ptr<BusConnection> m_connection;
+    std::unique_ptr<dozely::BusConnection> m_connection;
     std::unique_ptr<QProcess> m_logind;
 };

@@ -11,6 +11,8 @@
 #include <chrono>
 #include <random>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

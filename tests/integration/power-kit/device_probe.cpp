@@ -10,6 +10,8 @@
 
 #include <cstdio>
 
+using namespace dozely;
+
 namespace
 {
 int postKeys(const QStringList &codes)

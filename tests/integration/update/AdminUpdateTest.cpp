@@ -13,6 +13,8 @@
 
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 using testing::Not;
 

@@ -13,6 +13,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;

@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 RouteQuery::Way wayTo(RouteQuery &routes, const char *host)

@@ -4,6 +4,8 @@
 #include "integration/update/PrivateNetwork.h"
 #include "support/WaitUntil.h"
 
+using namespace dozely;
+
 namespace
 {
 constexpr quint32 unreachable = 0;

@@ -26,9 +26,9 @@ protected:
         connectWith(options);
     }
 
-    static void connectWith(const CurlHttpClient::Options &options)
+    static void connectWith(const dozely::CurlHttpClient::Options &options)
     {
-        Port<HttpClient>::current() = std::make_shared<CurlHttpClient>(options);
+        dozely::Port<dozely::HttpClient>::current() = std::make_shared<dozely::CurlHttpClient>(options);
     }
 
     /// What the server saw; ends it.
@@ -39,6 +39,6 @@ protected:
         return seen;
     }
 
-    CurlHttpClient::Options options;
+    dozely::CurlHttpClient::Options options;
     std::unique_ptr<TlsServer> server;
 };

@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+using namespace dozely;
+
 namespace
 {
 constexpr int patience = 60'000; // milliseconds; only bounds a failing test

@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;

@@ -74,8 +74,9 @@ public:
             ::close(lines[0]);
             ::close(life[1]);
             // The parent's connections stay what they are; this process has its own.
-            static const auto ofParent = Port<DistributedNotifications>::current();
-            Port<DistributedNotifications>::current() = std::make_shared<DistributedSignals>();
+            static const auto ofParent = dozely::Port<dozely::DistributedNotifications>::current();
+            dozely::Port<dozely::DistributedNotifications>::current() =
+                std::make_shared<dozely::DistributedSignals>();
             center(true);
             const auto tell = [&lines](const QString &line) {
                 const QByteArray bytes = line.toUtf8() + '\n';

@@ -15,6 +15,8 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using namespace zandorSoftwaresExtensions;
 

@@ -12,6 +12,8 @@
 
 #include <xcb/xcb.h>
 
+using namespace dozely;
+
 namespace
 {
 template<class Answer>

@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 TEST(Screens, CountFromTheMainOneAlone)
 {
     ASSERT_EQ(QGuiApplication::screens().size(), 2);

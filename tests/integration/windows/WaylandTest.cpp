@@ -19,6 +19,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 namespace
 {
 const QColor bezelOnWhite(77, 77, 77); // black, alpha 0.7

@@ -10,7 +10,7 @@
 class BundleFixture : public HostFixture
 {
 protected:
-    BundleFixture() { Port<SystemPower>::current() = power; }
+    BundleFixture() { dozely::Port<dozely::SystemPower>::current() = power; }
 
     static constexpr char plugIns[] = "/Library/Application Support/Dozely/PlugIns";
 
@@ -19,7 +19,8 @@ protected:
                        const QStringList &modules = {PROBE_MODULE}) const
     {
         const QString bundle = QString("%1/%2.plugin").arg(plugIns, name);
-        write(bundle + "/Contents/Info.plist", PropertyList::toData(info, PropertyList::Format::Xml));
+        write(bundle + "/Contents/Info.plist",
+              dozely::PropertyList::toData(info, dozely::PropertyList::Format::Xml));
         const QString folder = root.makeFolder(bundle + "/Contents/Linux");
         for (const QString &module : modules) {
             const QString copy = folder + '/' + QFileInfo(module).fileName();

@@ -48,7 +48,8 @@ protected:
     }
     static QByteArray storeOf(const QVariantList &entries)
     {
-        return PropertyList::toData(QVariantMap{{"Schedule Array", entries}}, PropertyList::Format::Xml);
+        return dozely::PropertyList::toData(QVariantMap{{"Schedule Array", entries}},
+                                            dozely::PropertyList::Format::Xml);
     }
 
     void write(const QString &fixedPath, const QByteArray &content) const

@@ -9,7 +9,7 @@
 #include <QStringList>
 
 /// A machine's scheduler that keeps its events in a list.
-class ScheduledEvents : public PowerEventScheduler
+class ScheduledEvents : public dozely::PowerEventScheduler
 {
 public:
     qint32 schedule(const QDateTime &time, const QString &owner, const QString &type) override
@@ -45,7 +45,7 @@ public:
 };
 
 /// Power that changes when the test says so.
-class PowerByHand : public SystemPower
+class PowerByHand : public dozely::SystemPower
 {
 public:
     std::unique_ptr<Listening> listen(Listener listener) override
@@ -96,7 +96,7 @@ private:
 };
 
 /// Keys that nobody sees.
-class NoKeys : public KeyEventDriver
+class NoKeys : public dozely::KeyEventDriver
 {
 public:
     Opening open() override { return Opening::Opened; }

@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 class Pictures : public testing::TestWithParam<Look>

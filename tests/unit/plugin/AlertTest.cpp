@@ -11,6 +11,8 @@
 
 #include <ctime>
 
+using namespace dozely;
+
 namespace
 {
 using testing::ElementsAre;

@@ -44,8 +44,8 @@ protected:
     {
         if (NSProcessInfo::effectiveUserID() != 0)
             root.makeSocketFolder();
-        console->user = ConsoleUser::User{"alice", NSProcessInfo::effectiveUserID()};
-        Port<ConsoleUser>::current() = console;
+        console->user = dozely::ConsoleUser::User{"alice", NSProcessInfo::effectiveUserID()};
+        dozely::Port<dozely::ConsoleUser>::current() = console;
         bundle = makeBundle("Test", {{"CFBundleIdentifier", "com.dozely.Test"}});
         // A root process writes a line when it first uses the port class; the tests look at what follows.
         ZDRUnixSocketPort::initAsClientWithName("nobody");

@@ -30,7 +30,7 @@ protected:
 
     std::shared_ptr<NSBundle> makeBundle(const QString &name, const QVariantMap &info) const
     {
-        write(name, "Info.plist", PropertyList::toData(info, PropertyList::Format::Xml));
+        write(name, "Info.plist", dozely::PropertyList::toData(info, dozely::PropertyList::Format::Xml));
         return NSBundle::bundleWithPath(pathOf(name));
     }
 

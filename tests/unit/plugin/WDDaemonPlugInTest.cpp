@@ -5,6 +5,8 @@
 
 #include "DozelyKit/core/foundation/NSException.h"
 
+using namespace dozely;
+
 namespace
 {
 using testing::ElementsAre;

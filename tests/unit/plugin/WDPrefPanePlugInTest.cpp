@@ -5,6 +5,8 @@
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 
+using namespace dozely;
+
 namespace
 {
 class FakeLoader : public InterfaceFileLoader

@@ -6,6 +6,8 @@
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
+using namespace dozely;
+
 namespace
 {
 using testing::ElementsAre;

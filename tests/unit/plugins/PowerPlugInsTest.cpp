@@ -7,6 +7,8 @@
 
 #include <QDirIterator>
 
+using namespace dozely;
+
 /// The bundles that put the machine to sleep and switch it off, as they are built.
 class PowerPlugInsTest : public BundleFixture
 {

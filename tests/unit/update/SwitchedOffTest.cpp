@@ -7,6 +7,8 @@
 #include "DozelyKit/update/UpdateServer.h"
 #include "unit/update/UpdateFixture.h"
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -7,13 +7,13 @@
 #include <QStringList>
 
 /// A transport that answers what the test says, and remembers what it was asked.
-class FakeHttpClient : public HttpClient
+class FakeHttpClient : public dozely::HttpClient
 {
 public:
     dozely::Result<QByteArray> answer = dozely::Error{"nobody is there"};
-    QList<HttpRequest> requests;
+    QList<dozely::HttpRequest> requests;
 
-    dozely::Result<QByteArray> send(const HttpRequest &request) override
+    dozely::Result<QByteArray> send(const dozely::HttpRequest &request) override
     {
         requests += request;
         return answer;
@@ -21,7 +21,7 @@ public:
 };
 
 /// A network that leads where the test says.
-class FakeReachability : public Reachability
+class FakeReachability : public dozely::Reachability
 {
 public:
     std::optional<quint32> flags = Reachable;

@@ -26,8 +26,8 @@ protected:
     UpdateFixture()
     {
         NSProcessInfo::setProcessName("Dozely Admin");
-        Port<HttpClient>::current() = http;
-        Port<Reachability>::current() = network;
+        dozely::Port<dozely::HttpClient>::current() = http;
+        dozely::Port<dozely::Reachability>::current() = network;
         writeApplication({{"CFBundleShortVersionString", "3.2"}, {"CFBundleVersion", "41"}});
         writeList("/System/Library/CoreServices/SystemVersion.plist",
                   QVariantMap{{"ProductVersion", "12.5"}});
@@ -37,7 +37,7 @@ protected:
 
     void writeList(const QString &fixedPath, const QVariant &value) const
     {
-        writeFile(fixedPath, PropertyList::toData(value, PropertyList::Format::Xml));
+        writeFile(fixedPath, dozely::PropertyList::toData(value, dozely::PropertyList::Format::Xml));
     }
 
     void writeFile(const QString &fixedPath, const QByteArray &content) const

@@ -7,6 +7,8 @@
 #include <sys/mount.h>
 #include <sys/stat.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;

@@ -9,6 +9,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -251,7 +253,7 @@ TEST_F(WDUpdateCheckerTest, KeepsTheFirstAnswerWhenALaterCheckFails)
         EXPECT_EQ(checker->latestVersion(), "3.3");
         EXPECT_EQ(checker->latestVersionURL(), QUrl("https://a.example/3.3"));
     };
-    http->answer = dozely::Error{"nobody is there"};
+    http->answer = Error{"nobody is there"};
     EXPECT_FALSE(checker->updateLatestVersionDictionary());
     expectFirst();
     http->answer = QByteArray("<html>500</html>");

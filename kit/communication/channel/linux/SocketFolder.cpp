@@ -17,6 +17,9 @@
 #include <cstring>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 
@@ -188,3 +191,5 @@ bool SocketFolder::openSocketToEverybody(const QString &path)
     const QByteArray handle = "/proc/self/fd/" + QByteArray::number(socket.get());
     return ::chmod(handle.constData(), socketMode) == 0;
 }
+
+} // namespace dozely

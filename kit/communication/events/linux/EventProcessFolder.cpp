@@ -13,6 +13,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr mode_t folderMode = 01777; // everybody adds, nobody removes what is another's
@@ -72,3 +75,5 @@ void forEachEntryOf(int folder, const std::function<void(const QByteArray &)> &v
     }
     ::closedir(stream);
 }
+
+} // namespace dozely

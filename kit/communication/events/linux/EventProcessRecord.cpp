@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 // The content: these four bytes, the last of which is the version, and the signature.
@@ -126,3 +129,5 @@ void EventProcessRecord::sweep(int folder)
         ::unlinkat(folder, name.constData(), 0);
     });
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 /// The record of a process in the folder of those that use Apple events.
 namespace EventProcessRecord
 {
@@ -40,3 +43,5 @@ std::optional<AEProcesses::Process> read(int folder, const QByteArray &name);
 /// Removes this user's records that nobody holds any more, and their sockets.
 void sweep(int folder);
 } // namespace EventProcessRecord
+
+} // namespace dozely

@@ -12,6 +12,9 @@
 #include <atomic>
 #include <cstring>
 
+namespace dozely
+{
+
 namespace
 {
 // The address record of the base port.
@@ -196,3 +199,5 @@ std::shared_ptr<AEProcesses> &Port<AEProcesses>::current()
     static auto *const port = new std::shared_ptr<AEProcesses>(std::make_shared<EventProcesses>());
     return *port;
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <mutex>
 
+namespace dozely
+{
+
 /// The processes that use Apple events, each with two files in one folder that belongs to nobody in
 /// particular (mode 1777, so that nobody removes another's): a record with its signature, and its socket.
 ///
@@ -35,3 +38,5 @@ private:
     std::mutex m_mutex;
     QHash<qint32, Known> m_seen; ///< By the latest walk; spares the way to a process the next one.
 };
+
+} // namespace dozely

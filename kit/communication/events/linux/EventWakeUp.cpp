@@ -7,6 +7,9 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 
+namespace dozely
+{
+
 namespace
 {
 class EventWakeUp : public AEWakeUp, public StreamLoop::Source
@@ -52,3 +55,5 @@ std::unique_ptr<AEWakeUp> AEWakeUp::make(std::function<void()> action)
         return nullptr; // the loop has no descriptor to watch with
     }
 }
+
+} // namespace dozely

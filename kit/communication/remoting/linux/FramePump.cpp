@@ -9,6 +9,9 @@
 #include <sys/socket.h>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr qsizetype headSize = 16; // what every message begins with; it tells the sizes of the rest
@@ -99,3 +102,5 @@ int FramePump::pump()
         return passed > 0 ? forward(messages) : 0;
     return forward(handshake + QByteArray(messages.data(), messages.size()));
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 #include <QByteArray>
 
+namespace dozely
+{
+
 /// Moves what a peer sends to sd-bus, and looks at the head of each message on the way: sd-bus itself
 /// collects up to 128 MiB for whoever announces that much, and 64 streams of one user would take the whole
 /// machine's memory.
@@ -43,3 +46,5 @@ private:
     QByteArray m_backlog;     ///< Checked, but sd-bus had no room for it.
     quint64 m_left = 0;       ///< What is still to come of the present message.
 };
+
+} // namespace dozely

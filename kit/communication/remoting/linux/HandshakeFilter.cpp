@@ -3,6 +3,9 @@
 
 #include <unistd.h>
 
+namespace dozely
+{
+
 QByteArray HandshakeFilter::withOurIdentity(const QByteArray &command, const QByteArray &claim) const
 {
     // The user id in decimal digits, these in hexadecimal.
@@ -31,3 +34,5 @@ bool HandshakeFilter::take(char byte, QByteArray *passed)
     m_line.clear();
     return true;
 }
+
+} // namespace dozely

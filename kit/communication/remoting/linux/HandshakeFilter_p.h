@@ -8,6 +8,9 @@
 #include <optional>
 #include <sys/types.h>
 
+namespace dozely
+{
+
 /// What passes of D-Bus's handshake (D-Bus Specification, "Authentication Protocol") on its way to sd-bus,
 /// which answers it. sd-bus reads from a socket pair, so that the kernel calls its peer ourselves; the
 /// identity that the peer claims is held against the real one here, and our own goes on in its place.
@@ -47,3 +50,5 @@ private:
     bool m_isDone = false;
     bool m_hasFailed = false;
 };
+
+} // namespace dozely

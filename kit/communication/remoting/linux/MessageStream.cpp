@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstring>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 using State = MessageStream::Private;

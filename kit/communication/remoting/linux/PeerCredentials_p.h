@@ -5,6 +5,9 @@
 
 #include <sys/socket.h>
 
+namespace dozely
+{
+
 /// Who opened the other end of a Unix-domain stream, or listens there, by the kernel's word (unix(7),
 /// SO_PEERCRED). Absent when it cannot be read: an unknown peer is nobody, never root.
 inline std::optional<NSConnection::Peer> peerCredentials(int descriptor)
@@ -16,3 +19,5 @@ inline std::optional<NSConnection::Peer> peerCredentials(int descriptor)
         return std::nullopt;
     return NSConnection::Peer{credentials.uid, credentials.pid};
 }
+
+} // namespace dozely

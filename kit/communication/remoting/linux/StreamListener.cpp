@@ -9,6 +9,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 using Stream = MessageStream::Private;

@@ -9,6 +9,9 @@
 #include <climits>
 #include <poll.h>
 
+namespace dozely
+{
+
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
@@ -225,3 +228,5 @@ void StreamLoop::rearm()
     if (m_timer && m_depth == 0)
         m_timer->setDeadline(nextMoment());
 }
+
+} // namespace dozely

@@ -12,6 +12,9 @@
 #include <unordered_map>
 #include <vector>
 
+namespace dozely
+{
+
 /// The descriptors of one thread's streams and listeners. In a thread with an event loop they are served from
 /// that loop; a thread that waits for a reply serves them from waitUntil, and nothing else.
 ///
@@ -79,3 +82,5 @@ private:
     std::unique_ptr<DescriptorWatch> m_timer; ///< There is an event loop, and we are attached to it.
     std::vector<std::function<void()>> m_calls;
 };
+
+} // namespace dozely

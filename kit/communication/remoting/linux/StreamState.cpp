@@ -12,6 +12,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 using std::chrono::steady_clock;
 using State = MessageStream::Private;
 
@@ -240,3 +243,5 @@ void State::reply(sd_bus_message *message, const Reply &reply)
         sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",
                                    errorText(appended.error().text).constData());
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <systemd/sd-bus.h>
 
+namespace dozely
+{
+
 /// What a MessageStream is made of: D-Bus, peer to peer, over a connected socket.
 ///
 /// sd-bus writes to the socket itself. What it reads of another user's comes through a socket pair from the
@@ -79,3 +82,5 @@ private:
     std::optional<FramePump> m_pump; ///< Absent for a peer that is trusted.
     quint64 m_source = 0;
 };
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char busName[] = "org.freedesktop.DBus";
@@ -43,15 +46,15 @@ void DistributedBus::busIsLost()
         &m_context, [this] { deliver(); }, Qt::QueuedConnection);
 }
 
-dozely::Result<void> DistributedBus::post(const DistributedMessage &message)
+Result<void> DistributedBus::post(const DistributedMessage &message)
 {
     const QDeadlineTimer deadline(handOverLimit);
     // A bus that was restarted is noticed only now, when nothing was heard from it before.
     constexpr int attempts = 2;
-    dozely::Error error;
+    Error error;
     for (int i = 0; i < attempts && !deadline.hasExpired(); ++i) {
         if (const auto opened = m_bus.open(); !opened)
-            return dozely::Error{QString("there is no message bus (%1)").arg(opened.error().text)};
+            return Error{QString("there is no message bus (%1)").arg(opened.error().text)};
         const auto handedOver = handOver(message, deadline);
         if (handedOver)
             return {};
@@ -61,8 +64,7 @@ dozely::Result<void> DistributedBus::post(const DistributedMessage &message)
     return error;
 }
 
-dozely::Result<void> DistributedBus::handOver(const DistributedMessage &message,
-                                              const QDeadlineTimer &deadline)
+Result<void> DistributedBus::handOver(const DistributedMessage &message, const QDeadlineTimer &deadline)
 {
     const auto sent =
         m_bus.bus()->emitSignal(DistributedMessage::path, DistributedMessage::interface,
@@ -187,3 +189,5 @@ void DistributedBus::deliver()
         m_handler(next.posted);
     }
 }
+
+} // namespace dozely

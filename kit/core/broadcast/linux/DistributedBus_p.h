@@ -12,6 +12,9 @@
 #include <deque>
 #include <map>
 
+namespace dozely
+{
+
 /// Distributed notifications on one message bus: posts them, hears those of the wanted names, and asks the
 /// bus who posted each. A bus that goes away is opened again.
 class DistributedBus
@@ -25,7 +28,7 @@ public:
     DistributedBus &operator=(const DistributedBus &) = delete;
 
     /// Hands the message to the bus and waits until the bus has it.
-    dozely::Result<void> post(const DistributedMessage &message);
+    Result<void> post(const DistributedMessage &message);
 
     /// Hears notifications of these names from now on, or of every name.
     void setNames(const QSet<QString> &names, bool everyName);
@@ -40,7 +43,7 @@ private:
     };
 
     bool isWanted() const { return m_everyName || !m_names.isEmpty(); }
-    dozely::Result<void> handOver(const DistributedMessage &message, const QDeadlineTimer &deadline);
+    Result<void> handOver(const DistributedMessage &message, const QDeadlineTimer &deadline);
     void busIsLost();
     void subscribe();
     std::unique_ptr<BusConnection::Subscription> hear(const QString &name, bool everything);
@@ -65,3 +68,5 @@ private:
     std::deque<QByteArray> m_usersInOrder;
     QObject m_context; ///< Of what is to happen later.
 };
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 // A container and the variant around it are two levels of the message, of which the bus layer takes 32.
@@ -150,7 +153,7 @@ std::optional<NSNotification> readPlain(const QString &name, const QVariant &obj
     return NSNotification(name, object, userInfo.toMap());
 }
 
-dozely::Error tooLarge()
+Error tooLarge()
 {
     return {QString("it is larger than %1 bytes").arg(DistributedMessage::largest)};
 }
@@ -165,12 +168,12 @@ qsizetype DistributedMessage::sizeOf(const NSNotification &notification)
     return size;
 }
 
-dozely::Result<DistributedMessage> DistributedMessage::from(const NSNotification &notification,
-                                                            bool deliverImmediately)
+Result<DistributedMessage> DistributedMessage::from(const NSNotification &notification,
+                                                    bool deliverImmediately)
 {
     const QString name = notification.name();
     if (name.isEmpty() || !CborBlock::isPlainText(name))
-        return dozely::Error{"a name must be a text without NUL and noncharacters"};
+        return Error{"a name must be a text without NUL and noncharacters"};
     const quint32 options = deliverImmediately ? NSDistributedNotificationDeliverImmediately : 0U;
     DistributedMessage message;
     if (isText(notification.object()) && isPlain(notification.object(), 0) &&
@@ -209,3 +212,5 @@ std::optional<DistributedNotifications::Posted> DistributedMessage::read(const Q
     return DistributedNotifications::Posted{
         *notification, (options.toUInt() & NSDistributedNotificationDeliverImmediately) != 0, std::nullopt};
 }
+
+} // namespace dozely

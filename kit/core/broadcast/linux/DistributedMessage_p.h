@@ -6,6 +6,9 @@
 
 #include <QByteArray>
 
+namespace dozely
+{
+
 /// A distributed notification as the signal that carries it (docs/wire-protocol.md).
 struct DOZELYKIT_AUTOTEST_EXPORT DistributedMessage {
     static constexpr char path[] = "/com/dozely/Notifications";
@@ -20,8 +23,7 @@ struct DOZELYKIT_AUTOTEST_EXPORT DistributedMessage {
     QVariantList arguments;
 
     /// The message for a notification; fails for one that cannot travel.
-    static dozely::Result<DistributedMessage> from(const NSNotification &notification,
-                                                   bool deliverImmediately);
+    static Result<DistributedMessage> from(const NSNotification &notification, bool deliverImmediately);
 
     /// The notification in the arguments of a signal, its sender's id apart; absent for what is none, or is
     /// too large.
@@ -30,3 +32,5 @@ struct DOZELYKIT_AUTOTEST_EXPORT DistributedMessage {
     /// What a notification counts against `largest`; more than that when it is more.
     static qsizetype sizeOf(const NSNotification &notification);
 };
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 namespace
 {
 // Users are few; ids of containers may be many.
@@ -48,3 +51,5 @@ bool DistributedQuota::take(const std::optional<quint32> &user)
     }
     return false;
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <chrono>
 #include <optional>
 
+namespace dozely
+{
+
 /// How many notifications of each user are delivered: a burst of 256, then 64 a second. A user who floods the
 /// bus is not to keep the process from what others post, nor from its own work. Those whose user could not be
 /// found out share one measure.
@@ -30,3 +33,5 @@ private:
 
     QHash<qint64, Measure> m_measures; ///< By user id; -1 for the unknown.
 };
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace dozely
+{
+
 struct DistributedSignals::Private {
     Private()
         : systemBus(BusConnection::Bus::System, [this](const Posted &posted) { deliver(posted); }),
@@ -117,3 +120,5 @@ std::shared_ptr<DistributedNotifications> &Port<DistributedNotifications>::curre
         new std::shared_ptr<DistributedNotifications>(std::make_shared<DistributedSignals>());
     return *port;
 }
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 #include <vector>
 
+namespace dozely
+{
+
 class DistributedBus;
 
 /// Distributed notifications as signals of the message buses: to the own session on the session bus, to all
@@ -27,3 +30,5 @@ private:
 
     std::shared_ptr<Private> d; ///< Made at the first use, which is on the main thread.
 };
+
+} // namespace dozely

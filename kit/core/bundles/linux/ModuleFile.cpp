@@ -7,6 +7,9 @@
 #include <dlfcn.h>
 #include <link.h>
 
+namespace dozely
+{
+
 QString ModuleFile::ofProgram()
 {
     return QFile::symLinkTarget("/proc/self/exe");
@@ -23,3 +26,5 @@ QString ModuleFile::ofAddress(const void *address)
     const char *name = static_cast<const link_map *>(extra)->l_name;
     return *name == '\0' ? ofProgram() : QFileInfo(QFile::decodeName(name)).absoluteFilePath();
 }
+
+} // namespace dozely

@@ -9,6 +9,9 @@
 
 struct sd_bus_message;
 
+namespace dozely
+{
+
 /// Between QVariant and the values of a D-Bus message, for the machine's bus and for streams of our own.
 ///
 /// bool is `b`, double `d`, text `s`, QByteArray `ay`, QVariantMap a dictionary with text keys, QVariantList
@@ -49,13 +52,15 @@ inline constexpr char tooLarge[] = "TooLarge";
 
 /// Appends `values`, typed by `signature` (one complete type each), to a message that is being made, which is
 /// of no use after a failure: a value does not fit its type, breaks a limit, or is of no type that travels.
-dozely::Result<void> append(sd_bus_message *message, const QByteArray &signature, const QVariantList &values,
-                            const Rules &rules);
+Result<void> append(sd_bus_message *message, const QByteArray &signature, const QVariantList &values,
+                    const Rules &rules);
 
 /// The same with the type for each that its value has. An NSNotification is three values where the types are
 /// ours.
-dozely::Result<void> append(sd_bus_message *message, const QVariantList &values, const Rules &rules);
+Result<void> append(sd_bus_message *message, const QVariantList &values, const Rules &rules);
 
 /// All values of a message that came. Fails for a damaged one and for what breaks the rules.
-dozely::Result<QVariantList> read(sd_bus_message *message, const Rules &rules);
+Result<QVariantList> read(sd_bus_message *message, const Rules &rules);
 } // namespace BusCodec
+
+} // namespace dozely

@@ -10,6 +10,9 @@
 #include <poll.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char timeoutName[] = "org.freedesktop.DBus.Error.Timeout";
@@ -42,14 +45,14 @@ int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
 }
 } // namespace
 
-dozely::Error busError(int result)
+Error busError(int result)
 {
     return {qt_error_string(-result), failedName};
 }
 
-dozely::Result<BusConnection::Private::Message>
-BusConnection::Private::makeCall(const Member &method, const QByteArray &signature,
-                                 const QVariantList &arguments)
+Result<BusConnection::Private::Message> BusConnection::Private::makeCall(const Member &method,
+                                                                         const QByteArray &signature,
+                                                                         const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
     const int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
@@ -59,17 +62,17 @@ BusConnection::Private::makeCall(const Member &method, const QByteArray &signatu
     if (result < 0)
         return busError(result);
     if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
-        return dozely::Error{appended.error().text, failedName};
+        return Error{appended.error().text, failedName};
     return message;
 }
 
 BusConnection::Reply BusConnection::Private::valuesOf(sd_bus_message *reply)
 {
     if (const sd_bus_error *error = sd_bus_message_get_error(reply))
-        return dozely::Error{QString::fromUtf8(error->message), error->name};
+        return Error{QString::fromUtf8(error->message), error->name};
     auto values = BusCodec::read(reply, BusCodec::machineBus);
     if (!values)
-        return dozely::Error{values.error().text, failedName};
+        return Error{values.error().text, failedName};
     return values;
 }
 
@@ -87,7 +90,7 @@ BusConnection::Reply BusConnection::Private::replyTo(sd_bus_message *call, const
     while (result >= 0 && !reply) {
         // The bus may be busy with other messages all the time: the deadline is looked at in any case.
         if (deadline.hasExpired())
-            return dozely::Error{"The bus did not answer in time.", timeoutName};
+            return Error{"The bus did not answer in time.", timeoutName};
         result = pull();
         if (result == 0 && !reply)
             result = waitForBus(bus.get(), deadline);
@@ -104,7 +107,7 @@ BusConnection::~BusConnection()
     d->abandon();
 }
 
-dozely::Result<std::unique_ptr<BusConnection>> BusConnection::open(Bus bus)
+Result<std::unique_ptr<BusConnection>> BusConnection::open(Bus bus)
 {
     sd_bus *opened = nullptr;
     const int result = bus == Bus::System ? sd_bus_open_system(&opened) : sd_bus_open_user(&opened);
@@ -127,7 +130,7 @@ BusConnection::Reply BusConnection::call(const Member &method, const QByteArray 
     return reply;
 }
 
-dozely::Result<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline)
+Result<QVariant> BusConnection::property(const Member &property, const QDeadlineTimer &deadline)
 {
     const Member get{property.destination, property.path, "org.freedesktop.DBus.Properties", "Get"};
     const Reply reply = call(
@@ -135,13 +138,13 @@ dozely::Result<QVariant> BusConnection::property(const Member &property, const Q
     if (!reply)
         return reply.error();
     if (reply->size() != 1)
-        return dozely::Error{"The answer holds no value.", failedName};
+        return Error{"The answer holds no value.", failedName};
     return reply->constFirst();
 }
 
-dozely::Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface,
-                                               const QByteArray &name, const QByteArray &signature,
-                                               const QVariantList &arguments)
+Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface,
+                                       const QByteArray &name, const QByteArray &signature,
+                                       const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
     int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
@@ -150,7 +153,7 @@ dozely::Result<void> BusConnection::emitSignal(const QByteArray &path, const QBy
     if (result < 0)
         return busError(result);
     if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
-        return dozely::Error{appended.error().text, failedName};
+        return Error{appended.error().text, failedName};
     result = sd_bus_send(d->bus.get(), made, nullptr);
     if (result < 0)
         return busError(result);
@@ -190,3 +193,5 @@ int BusDescriptor::get() const
 {
     return m_descriptor ? *m_descriptor : -1;
 }
+
+} // namespace dozely

@@ -13,6 +13,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 /// A connection of our own to one of the machine's message buses: the only place that speaks to services
 /// there.
 ///
@@ -64,7 +67,7 @@ public:
 
     using SignalHandler = std::function<void(const Signal &)>;
     using OwnerHandler = std::function<void(const QByteArray &owner)>;
-    using Reply = dozely::Result<QVariantList>; ///< The values of a reply.
+    using Reply = Result<QVariantList>; ///< The values of a reply.
     using ReplyHandler = std::function<void(const Reply &reply)>;
 
     /// Hearing ends when this is destroyed, at once. May outlive its connection.
@@ -75,7 +78,7 @@ public:
     };
 
     /// Begins to connect; fails when nobody listens there.
-    static dozely::Result<std::unique_ptr<BusConnection>> open(Bus bus);
+    static Result<std::unique_ptr<BusConnection>> open(Bus bus);
 
     ~BusConnection();
     BusConnection(const BusConnection &) = delete;
@@ -93,7 +96,7 @@ public:
                    std::chrono::milliseconds timeout, ReplyHandler handler);
 
     /// Reads one property.
-    dozely::Result<QVariant> property(const Member &property, const QDeadlineTimer &deadline);
+    Result<QVariant> property(const Member &property, const QDeadlineTimer &deadline);
 
     /// Hears the signals of `source` that the bus passes on from when it knows of this; whatever is sent
     /// through this connection afterwards, the bus sees later. One signal goes to those who hear it in the
@@ -104,9 +107,8 @@ public:
     std::unique_ptr<Subscription> watchOwner(const QByteArray &name, OwnerHandler handler);
 
     /// Sends a signal to whoever listens; fails when it could not be queued.
-    dozely::Result<void> emitSignal(const QByteArray &path, const QByteArray &interface,
-                                    const QByteArray &name, const QByteArray &signature,
-                                    const QVariantList &arguments);
+    Result<void> emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
+                            const QByteArray &signature, const QVariantList &arguments);
 
     /// The first value of a reply; invalid for one that failed or is empty.
     static QVariant firstOf(const Reply &reply);
@@ -138,4 +140,6 @@ private:
     std::shared_ptr<const int> m_descriptor;
 };
 
-Q_DECLARE_METATYPE(BusDescriptor)
+} // namespace dozely
+
+Q_DECLARE_METATYPE(dozely::BusDescriptor)

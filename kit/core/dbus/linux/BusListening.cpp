@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr int messagesInATurn = 64; // then others of this thread have theirs
@@ -100,7 +103,7 @@ void BusConnection::Private::disconnect()
     disconnected = true;
     watch->watch(-1, 0);
     sd_bus_close(bus.get()); // calls from now on fail at once
-    const Reply failure = dozely::Error{"The bus has gone away.", "org.freedesktop.DBus.Error.NoReply"};
+    const Reply failure = Error{"The bus has gone away.", "org.freedesktop.DBus.Error.NoReply"};
     for (LaterCall *call : std::exchange(laterCalls, {}))
         queue.emplace_back([handler = std::move(call->handler), failure] { handler(failure); });
     for (auto &[name, state] : names)
@@ -135,3 +138,5 @@ void BusConnection::Private::abandon()
     names.clear();
     queue.clear();
 }
+
+} // namespace dozely

@@ -10,6 +10,9 @@
 
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char busName[] = "org.freedesktop.DBus";
@@ -237,3 +240,5 @@ std::unique_ptr<BusConnection::Subscription> BusConnection::watchOwner(const QBy
     }
     return std::make_unique<Private::Hearing>(d, id);
 }
+
+} // namespace dozely

@@ -10,8 +10,8 @@
 #include <fcntl.h>
 #include <systemd/sd-bus.h>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -222,3 +222,5 @@ Result<QVariantList> BusCodec::read(sd_bus_message *message, const Rules &rules)
         return reader.error();
     return values;
 }
+
+} // namespace dozely

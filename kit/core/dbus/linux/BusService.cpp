@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds firstPause{1};
@@ -19,7 +22,7 @@ BusService::BusService(BusConnection::Bus bus, const QByteArray &name, Handlers 
 
 BusService::~BusService() = default;
 
-dozely::Result<void> BusService::open()
+Result<void> BusService::open()
 {
     if (m_bus)
         return {};
@@ -99,3 +102,5 @@ void BusService::retryLater()
     });
     m_pause = std::min(m_pause * 2, longestPause);
 }
+
+} // namespace dozely

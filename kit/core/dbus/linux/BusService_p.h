@@ -7,6 +7,9 @@
 
 #include <optional>
 
+namespace dozely
+{
+
 class Clock;
 
 /// A service of a message bus that comes and goes, as the bus itself may: opens the bus, follows who owns the
@@ -45,7 +48,7 @@ public:
     BusService &operator=(const BusService &) = delete;
 
     /// Opens the bus unless it is open. On failure `isAway` has been called with the same text.
-    dozely::Result<void> open();
+    Result<void> open();
 
     /// Opens the bus, and from now on opens it again; the pauses pass on `clock`.
     void keepOpen(const std::shared_ptr<Clock> &clock);
@@ -86,3 +89,5 @@ private:
     bool m_isRetrying = false;
     QObject m_context; ///< Of the next attempt.
 };
+
+} // namespace dozely

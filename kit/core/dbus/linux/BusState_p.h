@@ -10,6 +10,9 @@
 #include <set>
 #include <systemd/sd-bus.h>
 
+namespace dozely
+{
+
 /// What a BusConnection is made of: the connection itself, and what the event loop does with it.
 ///
 /// What comes of the messages that are pulled from sd-bus fills a queue; handlers run from the queue, after
@@ -73,8 +76,8 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     std::unique_ptr<DescriptorWatch> watch; ///< Null as long as nothing needs the event loop.
 
     /// A call that is ready to be sent; fails when an argument does not fit.
-    dozely::Result<Message> makeCall(const Member &method, const QByteArray &signature,
-                                     const QVariantList &arguments);
+    Result<Message> makeCall(const Member &method, const QByteArray &signature,
+                             const QVariantList &arguments);
     /// Sends `call` and serves the bus until its reply is there.
     Reply replyTo(sd_bus_message *call, const QDeadlineTimer &deadline);
     static Reply valuesOf(sd_bus_message *reply);
@@ -103,4 +106,6 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
 };
 
 /// Why something failed with a negative errno value.
-dozely::Error busError(int result);
+Error busError(int result);
+
+} // namespace dozely

@@ -10,8 +10,8 @@
 #include <cstring>
 #include <systemd/sd-bus.h>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -348,3 +348,5 @@ Result<void> BusCodec::append(sd_bus_message *message, const QVariantList &value
     }
     return {};
 }
+
+} // namespace dozely

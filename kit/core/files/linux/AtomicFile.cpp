@@ -12,6 +12,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 bool writeAll(int descriptor, const QByteArray &content)
@@ -41,10 +44,10 @@ bool replaceIn(int folder, const QByteArray &temporary, const QByteArray &name, 
 }
 } // namespace
 
-dozely::Result<void> replaceFileAtomically(const QString &path, const QByteArray &content, int mode)
+Result<void> replaceFileAtomically(const QString &path, const QByteArray &content, int mode)
 {
     const auto fail = [&](int code) {
-        return dozely::Error{QString("Cannot write \"%1\": %2").arg(path, qt_error_string(code))};
+        return Error{QString("Cannot write \"%1\": %2").arg(path, qt_error_string(code))};
     };
     const QFileInfo target(path);
     const QByteArray name = QFile::encodeName(target.fileName());
@@ -66,3 +69,5 @@ dozely::Result<void> replaceFileAtomically(const QString &path, const QByteArray
         return fail(errno);
     return {};
 }
+
+} // namespace dozely

@@ -10,10 +10,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-dozely::Result<QByteArray> readRegularFile(const QString &path, qint64 maximumSize, bool followLinks)
+namespace dozely
+{
+
+Result<QByteArray> readRegularFile(const QString &path, qint64 maximumSize, bool followLinks)
 {
     const auto fail = [&](const QString &reason, const QByteArray &name = {}) {
-        return dozely::Error{QString("Cannot read \"%1\": %2").arg(path, reason), name};
+        return Error{QString("Cannot read \"%1\": %2").arg(path, reason), name};
     };
     // O_NONBLOCK: opening a pipe that nobody writes to would wait for ever.
     const int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | (followLinks ? 0 : O_NOFOLLOW);
@@ -47,3 +50,5 @@ dozely::Result<QByteArray> readRegularFile(const QString &path, qint64 maximumSi
     content.truncate(size);
     return content;
 }
+
+} // namespace dozely

@@ -14,6 +14,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 // A folder made to exhaust its reader: one descriptor is open per level, and entries cost a system call each.
@@ -127,11 +130,9 @@ private:
 };
 } // namespace
 
-dozely::Result<void> isTrustedPath(const QString &path, const QList<quint32> &owners)
+Result<void> isTrustedPath(const QString &path, const QList<quint32> &owners)
 {
-    const auto refuse = [&](const QString &reason) {
-        return dozely::Error{QString("\"%1\" %2").arg(path, reason)};
-    };
+    const auto refuse = [&](const QString &reason) { return Error{QString("\"%1\" %2").arg(path, reason)}; };
     const QString root = RootFolder::path();
     if (path != root && !path.startsWith(root + '/'))
         return refuse("lies outside of the system's root folder");
@@ -141,6 +142,8 @@ dozely::Result<void> isTrustedPath(const QString &path, const QList<quint32> &ow
         return refuse("is not written out in full");
     PathCheck check(owners);
     if (!check.isTrusted(root, parts))
-        return dozely::Error{check.why()};
+        return Error{check.why()};
     return {};
 }
+
+} // namespace dozely

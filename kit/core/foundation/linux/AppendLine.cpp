@@ -7,6 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr mode_t openMode = 0666;
@@ -58,3 +61,5 @@ AppendResult appendLine(const char *path, std::string_view line, bool openToAll)
     ::close(descriptor);
     return result;
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <limits>
 #include <poll.h>
 
+namespace dozely
+{
+
 using std::chrono::milliseconds;
 
 DescriptorWatch::DescriptorWatch(std::function<void()> wake) : m_wake(std::move(wake)) {}
@@ -75,3 +78,5 @@ void DescriptorWatch::timedOut()
     const auto wake = m_wake;
     wake();
 }
+
+} // namespace dozely

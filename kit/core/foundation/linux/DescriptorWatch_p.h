@@ -11,6 +11,9 @@
 class QSocketNotifier;
 class QTimer;
 
+namespace dozely
+{
+
 /// Has Qt's event loop look at a file descriptor and at a moment in time for somebody who does his own input
 /// and output.
 ///
@@ -49,3 +52,5 @@ private:
     std::optional<Moment> m_deadline;
     std::optional<Moment> m_armed; ///< When the timer fires.
 };
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include <unistd.h>
 #include <utility>
 
+namespace dozely
+{
+
 /// A file descriptor that is closed with its owner; -1 for none.
 class Descriptor
 {
@@ -32,3 +35,5 @@ public:
 private:
     int m_number;
 };
+
+} // namespace dozely

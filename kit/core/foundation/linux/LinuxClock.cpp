@@ -13,6 +13,9 @@
 #include <sys/timerfd.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 using std::chrono::milliseconds;
 
 namespace
@@ -137,3 +140,5 @@ std::shared_ptr<Clock> &Port<Clock>::current()
     static auto *const port = new std::shared_ptr<Clock>(std::make_shared<LinuxClock>());
     return *port;
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 
+namespace dozely
+{
+
 class DescriptorWatch;
 
 /// Waits on a timer descriptor of the calendar clock, which the kernel cancels whenever that clock is set.
@@ -40,3 +43,5 @@ public:
     bool acquire(QSemaphore &semaphore, std::chrono::milliseconds limit) override;
     std::unique_ptr<AbsoluteTimer> makeAbsoluteTimer() override;
 };
+
+} // namespace dozely

@@ -15,6 +15,9 @@
 #include <unistd.h>
 #include <vector>
 
+namespace dozely
+{
+
 namespace
 {
 /// Where each signal is told; 0 for nowhere, which is why it is one more than the descriptor's number.
@@ -92,3 +95,5 @@ LoopSignal::~LoopSignal()
         wakeDescriptors[static_cast<size_t>(former.number)] = former.wakeDescriptor;
     }
 }
+
+} // namespace dozely

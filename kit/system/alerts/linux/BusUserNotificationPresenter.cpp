@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace dozely
+{
+
 using Failures = UserNotificationServer::Failures;
 
 BusUserNotificationPresenter::BusUserNotificationPresenter()
@@ -84,11 +87,10 @@ void BusUserNotificationPresenter::send(const AlertPointer &alert)
     alert->isWaiting = false;
     alert->isSent = true;
     m_server.notify(alert->content, alert->id,
-                    [this, alert](const dozely::Result<quint32> &id) { serverHasAnswered(alert, id); });
+                    [this, alert](const Result<quint32> &id) { serverHasAnswered(alert, id); });
 }
 
-void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert,
-                                                     const dozely::Result<quint32> &id)
+void BusUserNotificationPresenter::serverHasAnswered(const AlertPointer &alert, const Result<quint32> &id)
 {
     alert->isSent = false;
     const quint32 replaced = alert->id;
@@ -163,3 +165,5 @@ std::shared_ptr<UserNotificationPresenter> &Port<UserNotificationPresenter>::cur
         new std::shared_ptr<UserNotificationPresenter>(std::make_shared<BusUserNotificationPresenter>());
     return *port;
 }
+
+} // namespace dozely

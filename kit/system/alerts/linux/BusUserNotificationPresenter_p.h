@@ -6,6 +6,9 @@
 
 #include <vector>
 
+namespace dozely
+{
+
 /// Shows alerts as notifications of the desktop: keeps which alert has which id at the server.
 ///
 /// Signals that name no id of ours are not kept, so other clients' notifications cost nothing. Memory is a
@@ -35,7 +38,7 @@ private:
     AlertPointer find(quint32 id) const;
     void send(const AlertPointer &alert);
     void sendWaiting();
-    void serverHasAnswered(const AlertPointer &alert, const dozely::Result<quint32> &id);
+    void serverHasAnswered(const AlertPointer &alert, const Result<quint32> &id);
     void serverHasClosed(quint32 id);
     void serverHasCancelled(quint32 id);
     void dropAll(const QString &why);
@@ -44,3 +47,5 @@ private:
     std::vector<AlertPointer> m_alerts;
     UserNotificationServer m_server;
 };
+
+} // namespace dozely

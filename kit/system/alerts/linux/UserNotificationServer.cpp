@@ -7,6 +7,9 @@
 #include <chrono>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds startLimit{25}; // as long as the bus itself allows a service for starting
@@ -25,7 +28,7 @@ QString quotable(const QString &text)
     return logLabel(text).simplified();
 }
 
-QString quotable(const dozely::Error &error)
+QString quotable(const Error &error)
 {
     return quotable(error.text.isEmpty() ? QString::fromUtf8(error.name) : error.text);
 }
@@ -181,9 +184,9 @@ void UserNotificationServer::notify(const Content &content, quint32 replaced, No
          [handler = std::move(handler)](const BusConnection::Reply &reply) {
              const QVariant id = BusConnection::firstOf(reply);
              if (!reply)
-                 handler(dozely::Error{quotable(reply.error()), reply.error().name});
+                 handler(Error{quotable(reply.error()), reply.error().name});
              else if (id.typeId() != QMetaType::UInt || id.toUInt() == 0)
-                 handler(dozely::Error{"the notification server gave it no id"});
+                 handler(Error{"the notification server gave it no id"});
              else
                  handler(id.toUInt());
          });
@@ -208,3 +211,5 @@ void UserNotificationServer::signalHasCome(const BusConnection::Signal &signal)
     else if (signal.name == "ActionInvoked" && signal.arguments.value(1) == QVariant(QString(cancelKey)))
         m_handlers.cancelled(id.toUInt());
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+namespace dozely
+{
+
 /// The desktop's notification server: whoever owns org.freedesktop.Notifications on the session bus.
 ///
 /// Everything is addressed to one server, by its unique name, and heard from that one alone. When the name
@@ -31,7 +34,7 @@ public:
         std::function<void(quint32 id)> cancelled; ///< The action was invoked.
     };
     /// The id that the server gave.
-    using NotifyHandler = std::function<void(const dozely::Result<quint32> &id)>;
+    using NotifyHandler = std::function<void(const Result<quint32> &id)>;
 
     explicit UserNotificationServer(Handlers handlers);
     ~UserNotificationServer();
@@ -77,3 +80,5 @@ private:
     bool m_isReady = false;
     bool m_hasToldMissingActions = false;
 };
+
+} // namespace dozely

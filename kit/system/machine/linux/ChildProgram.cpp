@@ -16,8 +16,8 @@ extern "C" {
 #include <sys/pidfd.h> // says nothing about C++ in glibc 2.36
 }
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -102,3 +102,5 @@ std::unique_ptr<RunningProgram> ChildProgram::start(Ended ended) const
 {
     return std::unique_ptr<RunningProgram>(new RunningProgram(*this, std::move(ended)));
 }
+
+} // namespace dozely

@@ -12,8 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using dozely::Error;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -128,3 +128,5 @@ ChildProgram::Ending ChildStart::waitFor(pid_t child)
         ending.status = WEXITSTATUS(status);
     return ending;
 }
+
+} // namespace dozely

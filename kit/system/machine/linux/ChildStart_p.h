@@ -7,6 +7,9 @@
 #include <sys/types.h>
 #include <vector>
 
+namespace dozely
+{
+
 /// The start of one child process. All that the child needs is made ready before the fork: between fork and
 /// exec nothing may allocate or lock.
 class ChildStart
@@ -28,13 +31,13 @@ public:
 
     /// Forks; the child becomes the program, with `output` as its standard output (-1 for /dev/null). The id
     /// of the child, which has to be waited for. Once.
-    dozely::Result<pid_t> fork(int output, Kinship kinship = Kinship::Child);
+    Result<pid_t> fork(int output, Kinship kinship = Kinship::Child);
 
     /// Why the program did not start. Waits until it runs, or the child has ended.
-    dozely::Result<void> outcome() const;
+    Result<void> outcome() const;
 
     /// The last error of the C library, in `step`.
-    static dozely::Error failure(const char *step);
+    static Error failure(const char *step);
 
     /// Waits until a child has ended: how it did.
     static ChildProgram::Ending waitFor(pid_t child);
@@ -55,3 +58,5 @@ private:
     std::vector<char *> m_argumentVector;
     std::vector<char *> m_environmentVector;
 };
+
+} // namespace dozely

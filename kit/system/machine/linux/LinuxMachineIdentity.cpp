@@ -8,6 +8,9 @@
 #include <chrono>
 #include <sys/utsname.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds limit{2};
@@ -74,3 +77,5 @@ std::shared_ptr<MachineIdentity> &Port<MachineIdentity>::current()
     static auto *const port = new std::shared_ptr<MachineIdentity>(std::make_shared<LinuxMachineIdentity>());
     return *port;
 }
+
+} // namespace dozely

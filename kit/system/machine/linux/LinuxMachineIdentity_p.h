@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/machine/MachineIdentity.h"
 
+namespace dozely
+{
+
 /// The version that os-release tells (below the root folder), and the names that the host name service keeps.
 class DOZELYKIT_AUTOTEST_EXPORT LinuxMachineIdentity : public MachineIdentity
 {
@@ -10,3 +13,5 @@ public:
     QString systemVersion() override;
     QString computerName() override;
 };
+
+} // namespace dozely

@@ -9,6 +9,9 @@
 #include <optional>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 struct CloseFolder {
@@ -85,3 +88,5 @@ std::shared_ptr<ProcessTable> &Port<ProcessTable>::current()
     static auto *const port = new std::shared_ptr<ProcessTable>(std::make_shared<LinuxProcessTable>());
     return *port;
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/machine/ProcessTable.h"
 
+namespace dozely
+{
+
 /// The process folder of the kernel. It lists processes by ascending id and keeps at most 15 bytes of a name.
 class DOZELYKIT_AUTOTEST_EXPORT LinuxProcessTable : public ProcessTable
 {
@@ -13,3 +16,5 @@ public:
 private:
     QByteArray m_folder;
 };
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <chrono>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds limit{2}; // for all questions together
@@ -53,3 +56,5 @@ std::shared_ptr<ConsoleUser> &Port<ConsoleUser>::current()
     static auto *const port = new std::shared_ptr<ConsoleUser>(std::make_shared<LogindConsoleUser>());
     return *port;
 }
+
+} // namespace dozely

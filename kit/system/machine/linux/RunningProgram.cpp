@@ -13,7 +13,8 @@ extern "C" {
 #include <sys/pidfd.h> // says nothing about C++ in glibc 2.36
 }
 
-using dozely::Result;
+namespace dozely
+{
 
 struct RunningProgram::Private {
     explicit Private(const ChildProgram &program, ChildProgram::Ended ended)
@@ -42,8 +43,8 @@ struct RunningProgram::Private {
 
     ChildStart start;
     ChildProgram::Ended ended;
-    pid_t child = 0;                      // 0 when there is none that has to be waited for
-    std::optional<dozely::Error> failure; // why it cannot be watched
+    pid_t child = 0;              // 0 when there is none that has to be waited for
+    std::optional<Error> failure; // why it cannot be watched
     Descriptor process;
     DescriptorWatch watch{[this] { finish(); }};
 };
@@ -81,3 +82,5 @@ void RunningProgram::sendSignal(int number) const
     if (::kill(-d->child, number) != 0)
         ::kill(d->child, number);
 }
+
+} // namespace dozely

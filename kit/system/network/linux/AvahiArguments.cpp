@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/network/TxtRecord_p.h"
 
+namespace dozely
+{
+
 QVariantList AvahiArguments::txtStrings(const QByteArray &record)
 {
     QVariantList strings;
@@ -27,17 +30,17 @@ QByteArray AvahiArguments::recordFrom(const QVariantList &strings)
     return TxtRecord::fromStrings(list);
 }
 
-dozely::Result<QString> AvahiArguments::textIn(const BusConnection::Reply &reply)
+Result<QString> AvahiArguments::textIn(const BusConnection::Reply &reply)
 {
     if (!reply)
         return reply.error();
     const QString text = reply->value(0).toString();
     if (text.isEmpty())
-        return dozely::Error{"the daemon's answer is empty"};
+        return Error{"the daemon's answer is empty"};
     return text;
 }
 
-NetServices::Problem AvahiArguments::problemOf(const dozely::Error &error)
+NetServices::Problem AvahiArguments::problemOf(const Error &error)
 {
     if (error.name == "org.freedesktop.Avahi.CollisionError")
         return NetServices::Problem::Collision;
@@ -45,3 +48,5 @@ NetServices::Problem AvahiArguments::problemOf(const dozely::Error &error)
     return error.name.startsWith("org.freedesktop.Avahi.") ? NetServices::Problem::BadArgument
                                                            : NetServices::Problem::Unavailable;
 }
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
 #include "DozelyKit/system/network/NetServices.h"
 
+namespace dozely
+{
+
 /// What the operations of the Avahi daemon take and give.
 namespace AvahiArguments
 {
@@ -19,7 +22,9 @@ QVariantList txtStrings(const QByteArray &record);
 QByteArray recordFrom(const QVariantList &strings);
 
 /// The text, such as the path of an object, that an operation gave; one that gave none has failed.
-dozely::Result<QString> textIn(const BusConnection::Reply &reply);
+Result<QString> textIn(const BusConnection::Reply &reply);
 
-NetServices::Problem problemOf(const dozely::Error &error);
+NetServices::Problem problemOf(const Error &error);
 } // namespace AvahiArguments
+
+} // namespace dozely

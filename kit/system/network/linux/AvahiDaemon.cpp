@@ -8,6 +8,9 @@
 #include <chrono>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char service[] = "org.freedesktop.Avahi";
@@ -161,3 +164,5 @@ void AvahiDaemon::tell(User &user)
     else if (m_state != State::Unknown)
         user.daemonIsNotReady(m_state == State::Away, m_text);
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 
 #include <vector>
 
+namespace dozely
+{
+
 /// The connection to the machine's Avahi daemon, which all publications and resolutions of this process
 /// share: it tells them when the daemon is ready to serve them and when it no longer is. A daemon or a bus
 /// that is away is waited for; each such time costs one line.
@@ -71,3 +74,5 @@ private:
     State m_state = State::Unknown;
     QString m_text;
 };
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 #include "DozelyKit/system/network/linux/AvahiPublication_p.h"
 #include "DozelyKit/system/network/linux/AvahiResolution_p.h"
 
+namespace dozely
+{
+
 AvahiNetServices::AvahiNetServices() = default;
 
 AvahiNetServices::~AvahiNetServices() = default;
@@ -36,3 +39,5 @@ std::shared_ptr<NetServices> &Port<NetServices>::current()
     static auto *const port = new std::shared_ptr<NetServices>(std::make_shared<AvahiNetServices>());
     return *port;
 }
+
+} // namespace dozely

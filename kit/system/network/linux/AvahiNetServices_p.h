@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/network/NetServices.h"
 
+namespace dozely
+{
+
 class AvahiDaemon;
 
 /// Network services through the machine's Avahi daemon, which is spoken to over the system bus.
@@ -21,3 +24,5 @@ private:
 
     std::shared_ptr<AvahiDaemon> m_daemon; ///< Made at the first use, which is on the main thread.
 };
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char groupInterface[] = "org.freedesktop.Avahi.EntryGroup";
@@ -155,7 +158,7 @@ void AvahiPublication::rename()
                    });
 }
 
-void AvahiPublication::fail(const dozely::Error &error)
+void AvahiPublication::fail(const Error &error)
 {
     fail(AvahiArguments::problemOf(error), error.text);
 }
@@ -183,3 +186,5 @@ void AvahiPublication::setTxtRecord(const QByteArray &record)
             fail(reply.error());
     });
 }
+
+} // namespace dozely

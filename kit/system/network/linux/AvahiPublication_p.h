@@ -4,6 +4,9 @@
 #include "DozelyKit/system/network/NetServices.h"
 #include "DozelyKit/system/network/linux/AvahiDaemon_p.h"
 
+namespace dozely
+{
+
 /// One service that the daemon announces for us: an entry group, made anew whenever the daemon starts anew.
 class AvahiPublication : public NetServices::Publication, private AvahiDaemon::User
 {
@@ -26,7 +29,7 @@ private:
     void groupChanged(const BusConnection::Signal &signal);
     void rename();
     void fail(NetServices::Problem problem, const QString &text);
-    void fail(const dozely::Error &error);
+    void fail(const Error &error);
     void forgetGroup();
     void call(const QByteArray &name, const QByteArray &signature, const QVariantList &arguments,
               const BusConnection::ReplyHandler &handler);
@@ -44,3 +47,5 @@ private:
     int m_renames = 0;
     bool m_isAdded = false; ///< Whether the group holds the service.
 };
+
+} // namespace dozely

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr char resolverInterface[] = "org.freedesktop.Avahi.ServiceResolver";
@@ -193,3 +196,5 @@ void AvahiResolution::report()
     if (!findings.addresses.isEmpty())
         m_handler.found(findings);
 }
+
+} // namespace dozely

@@ -4,6 +4,9 @@
 #include "DozelyKit/system/network/NetServices.h"
 #include "DozelyKit/system/network/linux/AvahiDaemon_p.h"
 
+namespace dozely
+{
+
 /// One service that is being followed: a resolver for its host, port and TXT record, which tells every change
 /// of them, and a browser each for the host's IPv4 and IPv6 addresses, since the resolver alone would tell a
 /// single one.
@@ -57,3 +60,5 @@ private:
     QByteArray m_record;
     QList<Told> m_told; ///< In the order in which they came.
 };
+
+} // namespace dozely

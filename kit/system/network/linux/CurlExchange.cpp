@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <climits>
 
+namespace dozely
+{
+
 namespace
 {
 using std::chrono::milliseconds;
@@ -158,12 +161,14 @@ QString CurlExchange::reason(CURLcode code) const
     return logLabel(text, longestReason, LineBreaks::QuestionMarks);
 }
 
-dozely::Result<QByteArray> CurlExchange::perform()
+Result<QByteArray> CurlExchange::perform()
 {
     std::optional<CURLcode> code = CURLE_FAILED_INIT;
     if (m_easy && m_multi && m_isSet && curl_multi_add_handle(m_multi.get(), m_easy.get()) == CURLM_OK)
         code = run();
     if (code == CURLE_OK)
         return m_answer;
-    return dozely::Error{reason(code.value_or(CURLE_ABORTED_BY_CALLBACK))};
+    return Error{reason(code.value_or(CURLE_ABORTED_BY_CALLBACK))};
 }
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 #include <memory>
 #include <optional>
 
+namespace dozely
+{
+
 struct CurlEndEasy {
     void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
 };
@@ -29,7 +32,7 @@ public:
     CurlExchange &operator=(const CurlExchange &) = delete;
 
     /// As HttpClient::send, for the one request. Once.
-    dozely::Result<QByteArray> perform();
+    Result<QByteArray> perform();
 
 private:
     template<class Value>
@@ -59,3 +62,5 @@ private:
     QString m_refusal; // why this side ended it
     bool m_isSet = true;
 };
+
+} // namespace dozely

@@ -3,10 +3,15 @@
 
 #include "DozelyKit/system/network/linux/CurlExchange_p.h"
 
-dozely::Result<QByteArray> CurlHttpClient::send(const HttpRequest &request)
+namespace dozely
+{
+
+Result<QByteArray> CurlHttpClient::send(const HttpRequest &request)
 {
     static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
     if (ready != CURLE_OK)
-        return dozely::Error{"the transport cannot be used"};
+        return Error{"the transport cannot be used"};
     return CurlExchange(request, m_options).perform();
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <chrono>
 
+namespace dozely
+{
+
 /// Requests over HTTPS by libcurl. Each request has a connection of its own; the proxy that the environment
 /// names (https_proxy, no_proxy) is used, and sees no more than the server's name.
 class DOZELYKIT_AUTOTEST_EXPORT CurlHttpClient : public HttpClient
@@ -29,8 +32,10 @@ public:
 
     const Options &options() const { return m_options; }
 
-    dozely::Result<QByteArray> send(const HttpRequest &request) override;
+    Result<QByteArray> send(const HttpRequest &request) override;
 
 private:
     Options m_options;
 };
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 #include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
 #endif
 
+namespace dozely
+{
+
 template<>
 std::shared_ptr<HttpClient> &Port<HttpClient>::current()
 {
@@ -15,3 +18,5 @@ std::shared_ptr<HttpClient> &Port<HttpClient>::current()
 #endif
     return *port;
 }
+
+} // namespace dozely

@@ -12,6 +12,9 @@
 #include <linux/rtnetlink.h>
 #include <sys/socket.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr qsizetype ethernetAddressSize = 6;
@@ -136,3 +139,5 @@ std::shared_ptr<PrimaryInterface> &Port<PrimaryInterface>::current()
         new std::shared_ptr<PrimaryInterface>(std::make_shared<LinuxPrimaryInterface>());
     return *port;
 }
+
+} // namespace dozely

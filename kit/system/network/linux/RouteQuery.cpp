@@ -10,6 +10,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 /// Both kinds of values that a question has, addresses and numbers, fill whole words, as attributes must.
@@ -99,3 +102,5 @@ RouteQuery::Way RouteQuery::wayTo(const sockaddr &address)
         m_kernel.ask(RTM_GETROUTE, question, [&way](const nlmsghdr *answer) { way = wayIn(answer); });
     return way;
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 struct sockaddr;
 
+namespace dozely
+{
+
 /// Asks the kernel's routing table which way a packet would take. No packet is made.
 class DOZELYKIT_AUTOTEST_EXPORT RouteQuery
 {
@@ -23,3 +26,5 @@ public:
 private:
     RouteSocket m_kernel;
 };
+
+} // namespace dozely

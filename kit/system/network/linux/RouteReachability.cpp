@@ -6,6 +6,9 @@
 #include <memory>
 #include <netdb.h>
 
+namespace dozely
+{
+
 namespace
 {
 struct FreeAddresses {
@@ -52,3 +55,5 @@ std::shared_ptr<Reachability> &Port<Reachability>::current()
     static auto *const port = new std::shared_ptr<Reachability>(std::make_shared<RouteReachability>());
     return *port;
 }
+
+} // namespace dozely

@@ -3,6 +3,9 @@
 
 #include "DozelyKit/system/network/Reachability.h"
 
+namespace dozely
+{
+
 /// Reachability by the machine's own knowledge: the name's addresses as the resolver tells them, and the
 /// kernel's routing table, which is asked where a packet would go without sending one.
 ///
@@ -14,3 +17,5 @@ class DOZELYKIT_AUTOTEST_EXPORT RouteReachability : public Reachability
 public:
     std::optional<quint32> flagsOfHost(const QString &host) override;
 };
+
+} // namespace dozely

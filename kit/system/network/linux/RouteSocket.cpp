@@ -12,6 +12,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds patience{2};
@@ -107,3 +110,5 @@ bool RouteSocket::receive(const std::function<Step(const nlmsghdr *)> &take)
         }
     }
 }
+
+} // namespace dozely

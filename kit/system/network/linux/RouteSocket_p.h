@@ -9,6 +9,9 @@
 
 struct nlmsghdr;
 
+namespace dozely
+{
+
 /// Asks the kernel about routes and interfaces, and believes the kernel alone: another process may write to
 /// this socket, and the numbers of the questions are easily guessed.
 ///
@@ -42,3 +45,5 @@ private:
     int m_descriptor;
     quint32 m_sequence = 0;
 };
+
+} // namespace dozely

@@ -8,6 +8,9 @@
 
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr std::chrono::seconds answerTime{10};
@@ -81,7 +84,7 @@ void LogindLock::answered(quint64 request, const BusConnection::Reply &reply)
         m_descriptor = reply->value(0).value<BusDescriptor>();
 }
 
-void LogindLock::refused(const dozely::Error &error)
+void LogindLock::refused(const Error &error)
 {
     if (!isPassing(error.name) && !std::exchange(m_isReported, true)) {
         reportProblem(QString("The login manager refuses a lock (%1, \"%2\"): %3")
@@ -89,3 +92,5 @@ void LogindLock::refused(const dozely::Error &error)
     }
     Port<Clock>::current()->callAfter(retryTime, &m_context, [this] { ask(); });
 }
+
+} // namespace dozely

@@ -5,6 +5,9 @@
 
 #include <QObject>
 
+namespace dozely
+{
+
 /// One inhibitor lock of the login manager: held for as long as it is wanted, asked for again after every
 /// refusal.
 ///
@@ -44,7 +47,7 @@ public:
 private:
     void ask();
     void answered(quint64 request, const BusConnection::Reply &reply);
-    void refused(const dozely::Error &error);
+    void refused(const Error &error);
 
     Terms m_terms;
     BusConnection *m_bus = nullptr;
@@ -55,3 +58,5 @@ private:
     quint64 m_request = 0;
     QObject m_context; // for what comes later, and tells it that this object is gone
 };
+
+} // namespace dozely

@@ -11,6 +11,9 @@
 #include <exception>
 #include <utility>
 
+namespace dozely
+{
+
 using std::chrono::seconds;
 
 namespace
@@ -337,3 +340,5 @@ std::shared_ptr<SystemPower> &Port<SystemPower>::current()
         [](quint32 messageType) { RtcPowerEventScheduler::ofThisProcess()->powerChanges(messageType); }));
     return *port;
 }
+
+} // namespace dozely

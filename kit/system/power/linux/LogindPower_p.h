@@ -10,6 +10,9 @@
 #include <functional>
 #include <list>
 
+namespace dozely
+{
+
 /// The machine's power as the login manager tells it over the system bus.
 ///
 /// While somebody listens, it holds one delay lock ("sleep:shutdown"). What the manager announces becomes a
@@ -82,3 +85,5 @@ private:
     std::unique_ptr<QObject> m_watch;   // asking whether what was announced is over
     QObject m_context;                  // everything else that is put off
 };
+
+} // namespace dozely

@@ -7,9 +7,8 @@
 
 #include <cerrno>
 
-using dozely::Error;
-using dozely::GuardedFile;
-using dozely::Result;
+namespace dozely
+{
 
 namespace
 {
@@ -150,3 +149,5 @@ int PowerEventStore::save(const Content &content)
     m_content = content;
     return 0;
 }
+
+} // namespace dozely

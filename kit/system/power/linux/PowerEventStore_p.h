@@ -8,6 +8,9 @@
 
 #include <memory>
 
+namespace dozely
+{
+
 /// The file of the power events, "/var/lib/dozely/power-events.plist" below the root folder, which all
 /// programs share (docs/file-formats.md).
 ///
@@ -45,10 +48,12 @@ public:
     int save(const Content &content);
 
 private:
-    PowerEventStore(dozely::GuardedFile file, dozely::GuardedFile::Lock lock);
+    PowerEventStore(GuardedFile file, GuardedFile::Lock lock);
     int load();
 
-    dozely::GuardedFile m_file;
-    dozely::GuardedFile::Lock m_lock;
+    GuardedFile m_file;
+    GuardedFile::Lock m_lock;
     Content m_content;
 };
+
+} // namespace dozely

@@ -16,6 +16,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr qint64 longestFile = 4096; // bytes: a page, as the kernel has it
@@ -165,3 +168,5 @@ QDateTime RtcAlarm::toDate(qint64 clockTime) const
 {
     return QDateTime::fromSecsSinceEpoch(clockTime - m_offset, Qt::UTC);
 }
+
+} // namespace dozely

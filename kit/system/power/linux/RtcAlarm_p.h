@@ -10,6 +10,9 @@
 #include <functional>
 #include <optional>
 
+namespace dozely
+{
+
 /// The wake alarm of a real-time clock, by the kernel's files below /sys/class/rtc.
 ///
 /// The clock counts seconds from 1970 on, in UTC or in local time, and may be wrong: a date is translated by
@@ -55,3 +58,5 @@ private:
     Writer m_writer;
     qint64 m_offset = 0; // seconds by which the clock is ahead of UTC
 };
+
+} // namespace dozely

@@ -10,6 +10,9 @@
 #include <chrono>
 #include <utility>
 
+namespace dozely
+{
+
 namespace
 {
 // Alarms that do not reach their event are moved on, and one of somebody else's gives way when it has passed.
@@ -272,3 +275,5 @@ std::shared_ptr<PowerEventScheduler> &Port<PowerEventScheduler>::current()
         new std::shared_ptr<PowerEventScheduler>(RtcPowerEventScheduler::ofThisProcess());
     return *port;
 }
+
+} // namespace dozely

@@ -7,6 +7,9 @@
 #include <functional>
 #include <memory>
 
+namespace dozely
+{
+
 class AbsoluteTimer;
 
 /// Power events in a file of their own, and the wake alarm of a real-time clock.
@@ -46,3 +49,5 @@ private:
     std::unique_ptr<AbsoluteTimer> m_timer; // present while this process keeps the alarm
     bool m_isFailureReported = false;
 };
+
+} // namespace dozely

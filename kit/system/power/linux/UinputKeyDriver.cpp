@@ -13,6 +13,9 @@
 #include <libevdev/libevdev.h>
 #include <unistd.h>
 
+namespace dozely
+{
+
 namespace
 {
 constexpr int keyDown = 0x0A;
@@ -144,3 +147,5 @@ std::shared_ptr<KeyEventDriver> &Port<KeyEventDriver>::current()
     static auto *const port = new std::shared_ptr<KeyEventDriver>(std::make_shared<UinputKeyDriver>());
     return *port;
 }
+
+} // namespace dozely

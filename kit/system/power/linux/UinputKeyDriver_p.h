@@ -5,6 +5,9 @@
 
 #include <memory>
 
+namespace dozely
+{
+
 /// A keyboard of our own in the kernel, made when it is first opened and kept.
 ///
 /// Without /dev/uinput, or the right to use it, events are dropped; the log says so
@@ -28,3 +31,5 @@ private:
     bool m_isOpen = false;
     std::unique_ptr<Device> m_device; // null: events are dropped
 };
+
+} // namespace dozely

@@ -143,7 +143,7 @@ class CenterFixture : public PortFixture
 protected:
     CenterFixture()
     {
-        Port<Clock>::current() = clock;
+        dozely::Port<dozely::Clock>::current() = clock;
         NSProcessInfo::setProcessName("dozelyd");
         center = WDCommunicationCenter::sharedInstance();
         root = std::make_unique<CountingRoot>(center.get());

@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 
+using namespace dozely;
+
 using SocketFolderRemoval = PortFixture;
 using SocketFolderMode = PortFixture;
 

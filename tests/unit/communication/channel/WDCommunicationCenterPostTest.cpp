@@ -6,6 +6,8 @@
 
 #include <QSemaphore>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::IsEmpty;
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 QByteArray allBytes()

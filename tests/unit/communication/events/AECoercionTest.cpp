@@ -5,6 +5,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 template<class Value>

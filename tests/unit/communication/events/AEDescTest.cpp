@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr AEKeyword first = fourCharCode("frst");

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 QByteArray flat(const AEDesc &desc)

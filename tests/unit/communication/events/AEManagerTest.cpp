@@ -7,6 +7,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 constexpr AEKeyword key = fourCharCode("test");

@@ -17,6 +17,8 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr OSType signature = fourCharCode("Tst1");

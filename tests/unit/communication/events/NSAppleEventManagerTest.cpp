@@ -20,6 +20,8 @@
 
 #include <thread>
 
+using namespace dozely;
+
 using Descriptor = std::shared_ptr<NSAppleEventDescriptor>;
 
 class EventHandler : public QObject

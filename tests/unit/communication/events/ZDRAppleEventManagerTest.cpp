@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 class ReachedHandler : public QObject
 {
     Q_OBJECT

@@ -9,6 +9,8 @@
 #include <limits>
 #include <vector>
 
+using namespace dozely;
+
 namespace
 {
 constexpr AEKeyword key = fourCharCode("test");

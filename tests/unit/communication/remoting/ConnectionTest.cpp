@@ -14,6 +14,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 TEST_F(ConnectionTest, AProxyForwardsAMessageToTheRootObjectAndBringsItsResultBack)

@@ -8,6 +8,8 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace dozely;
+
 namespace
 {
 /// Two connected sockets; `ours` does not wait.

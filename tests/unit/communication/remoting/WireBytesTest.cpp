@@ -17,6 +17,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

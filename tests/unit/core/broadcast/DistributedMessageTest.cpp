@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 std::optional<DistributedMessage> written(const NSNotification &notification, bool deliverImmediately = true)

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

@@ -9,6 +9,8 @@
 
 #include <stdexcept>
 
+using namespace dozely;
+
 namespace
 {
 class Observer : public QObject

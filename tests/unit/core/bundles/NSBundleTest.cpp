@@ -15,6 +15,8 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
+using namespace dozely;
+
 namespace
 {
 // An exception that passes through the dynamic linker and Qt's loader leaves their strings behind. That is

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 using Table = QHash<QString, QString>;

@@ -7,6 +7,8 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char logind[] = "org.freedesktop.login1";

@@ -11,6 +11,8 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace dozely;
+
 namespace
 {
 using namespace std::chrono_literals;

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

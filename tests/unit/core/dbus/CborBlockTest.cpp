@@ -12,6 +12,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 QByteArray block(const QVariant &value)

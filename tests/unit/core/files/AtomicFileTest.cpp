@@ -11,6 +11,8 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+using namespace dozely;
+
 namespace
 {
 class AtomicFileTest : public testing::Test

@@ -15,9 +15,10 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+using namespace dozely;
+
 namespace
 {
-using dozely::GuardedFile;
 using testing::HasSubstr;
 using namespace std::chrono_literals;
 

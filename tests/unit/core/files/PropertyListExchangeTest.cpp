@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 using PropertyList::Format;

@@ -12,6 +12,8 @@
 #include <limits>
 #include <sys/stat.h>
 
+using namespace dozely;
+
 namespace
 {
 using PropertyList::Format;

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 using testing::HasSubstr;

@@ -8,6 +8,8 @@
 #include <ctime>
 #include <limits>
 
+using namespace dozely;
+
 using namespace zandorSoftwaresExtensions;
 
 namespace
@@ -148,45 +150,41 @@ TEST(DateFromHour, TakesTheLargestNumbersWithoutOverflow)
 TEST(DateAtWallTime, FollowsTheRuleOfDateFromHourToTheMillisecond)
 {
     const QTimeZone paris("Europe/Paris");
-    EXPECT_EQ(written(dozely::dateAtWallTime({2026, 3, 14}, QTime(6, 55, 59), paris)),
-              "2026-03-14T06:55:59+01:00");
-    EXPECT_EQ(dozely::dateAtWallTime({2026, 3, 14}, QTime(0, 0, 0, 1), paris).time().msec(), 1);
-    EXPECT_EQ(written(dozely::dateAtWallTime({2026, 3, 29}, QTime(2, 30, 1), paris)),
-              "2026-03-29T03:30:01+02:00");
-    EXPECT_EQ(written(dozely::dateAtWallTime({2026, 10, 25}, QTime(2, 30, 1), paris)),
-              "2026-10-25T02:30:01+02:00");
-    EXPECT_EQ(dozely::dateAtWallTime({2026, 3, 14}, QTime(6, 0), paris).timeZone(), paris);
+    EXPECT_EQ(written(dateAtWallTime({2026, 3, 14}, QTime(6, 55, 59), paris)), "2026-03-14T06:55:59+01:00");
+    EXPECT_EQ(dateAtWallTime({2026, 3, 14}, QTime(0, 0, 0, 1), paris).time().msec(), 1);
+    EXPECT_EQ(written(dateAtWallTime({2026, 3, 29}, QTime(2, 30, 1), paris)), "2026-03-29T03:30:01+02:00");
+    EXPECT_EQ(written(dateAtWallTime({2026, 10, 25}, QTime(2, 30, 1), paris)), "2026-10-25T02:30:01+02:00");
+    EXPECT_EQ(dateAtWallTime({2026, 3, 14}, QTime(6, 0), paris).timeZone(), paris);
 }
 
 TEST(DateAtWallTime, MovesADayThatWasSkippedWholeForwardByADay)
 {
     const QTimeZone apia("Pacific/Apia");
-    EXPECT_EQ(written(dozely::dateAtWallTime({2011, 12, 30}, QTime(6, 0), apia)),
-              "2011-12-31T06:00:00+14:00");
+    EXPECT_EQ(written(dateAtWallTime({2011, 12, 30}, QTime(6, 0), apia)), "2011-12-31T06:00:00+14:00");
 }
 
 TEST(DateAtWallTime, IsInvalidWhereSomethingIs)
 {
-    EXPECT_FALSE(dozely::dateAtWallTime(QDate(), QTime(6, 0), QTimeZone::utc()).isValid());
-    EXPECT_FALSE(dozely::dateAtWallTime({2026, 3, 14}, QTime(), QTimeZone::utc()).isValid());
-    EXPECT_FALSE(dozely::dateAtWallTime({2026, 3, 14}, QTime(6, 0), QTimeZone()).isValid());
+    EXPECT_FALSE(dateAtWallTime(QDate(), QTime(6, 0), QTimeZone::utc()).isValid());
+    EXPECT_FALSE(dateAtWallTime({2026, 3, 14}, QTime(), QTimeZone::utc()).isValid());
+    EXPECT_FALSE(dateAtWallTime({2026, 3, 14}, QTime(6, 0), QTimeZone()).isValid());
 }
 
 TEST(CalendarDate, IsTheSameMomentInTheZone)
 {
     const QDateTime date({2026, 3, 14}, QTime(12, 0), Qt::UTC);
-    EXPECT_EQ(written(dozely::calendarDate(date, "Asia/Kathmandu")), "2026-03-14T17:45:00+05:45");
-    EXPECT_EQ(dozely::calendarDate(date, QString()).timeSpec(), Qt::UTC);
-    EXPECT_EQ(dozely::calendarDate(date, QString()), date);
+    EXPECT_EQ(written(calendarDate(date, "Asia/Kathmandu")), "2026-03-14T17:45:00+05:45");
+    EXPECT_EQ(calendarDate(date, QString()).timeSpec(), Qt::UTC);
+    EXPECT_EQ(calendarDate(date, QString()), date);
 }
 
 TEST(TimeZoneName, IsOneOfTheDatabaseAndNeitherARuleNorAPath)
 {
     for (const char *name : {"Europe/Paris", "US/Pacific", "Etc/UTC", "UTC"})
-        EXPECT_TRUE(dozely::isTimeZoneName(name)) << name;
+        EXPECT_TRUE(isTimeZoneName(name)) << name;
     for (const char *name :
          {"", "Nowhere/Else", "CET-1", "Europe", "../zoneinfo/Europe/Paris", "/etc/localtime"})
-        EXPECT_FALSE(dozely::isTimeZoneName(name)) << name;
+        EXPECT_FALSE(isTimeZoneName(name)) << name;
 }
 
 TEST(HourAndMinute, AreThoseOfTheLocalTimeZone)

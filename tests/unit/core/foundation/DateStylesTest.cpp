@@ -10,6 +10,8 @@
 #include <array>
 #include <ctime>
 
+using namespace dozely;
+
 namespace
 {
 class DateStylesTest : public testing::Test

@@ -11,6 +11,8 @@
 
 #include <cmath>
 
+using namespace dozely;
+
 TEST(DescriptionOf, NothingIsNullInParentheses)
 {
     EXPECT_EQ(descriptionOf(QVariant()), QString("(null)"));

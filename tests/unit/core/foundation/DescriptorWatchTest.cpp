@@ -11,6 +11,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 

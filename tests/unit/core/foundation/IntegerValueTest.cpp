@@ -8,6 +8,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 constexpr qint32 lowest = std::numeric_limits<qint32>::min();

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <thread>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 TEST(LogLabel, StaysWithinOneLineAndALimit)
 {
     EXPECT_EQ(logLabel("a\nb\tc\r"), "a b c ");

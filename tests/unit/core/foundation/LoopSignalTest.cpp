@@ -9,6 +9,8 @@
 #include <csignal>
 #include <stdexcept>
 
+using namespace dozely;
+
 TEST(LoopSignal, TellsOfEachOfItsSignalsInTheEventLoop)
 {
     int told = 0;

@@ -12,6 +12,8 @@
 #include <unistd.h>
 #include <vector>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 TEST(NSProcessInfo, IsNamedAfterTheProgramUnlessANameWasGiven)

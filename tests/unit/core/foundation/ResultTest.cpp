@@ -5,8 +5,7 @@
 
 #include <memory>
 
-using dozely::Error;
-using dozely::Result;
+using namespace dozely;
 
 namespace
 {

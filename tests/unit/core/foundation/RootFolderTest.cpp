@@ -10,6 +10,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 class RootFolderTest : public testing::Test

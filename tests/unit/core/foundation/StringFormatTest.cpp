@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 QString text(const char *format, const QVariantList &arguments = {})

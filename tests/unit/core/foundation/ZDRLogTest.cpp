@@ -18,6 +18,8 @@
 #include <thread>
 #include <vector>
 
+using namespace dozely;
+
 namespace
 {
 class ZDRLogLine : public testing::Test

@@ -12,6 +12,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 
 namespace

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 /// It is 2026-03-14 06:00 UTC.

@@ -7,6 +7,8 @@
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
+using namespace dozely;
+
 /// A probe that is to be announced a minute before.
 class AnticipationTest : public BundleFixture
 {

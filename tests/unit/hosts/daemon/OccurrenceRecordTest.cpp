@@ -3,6 +3,8 @@
 #include "support/PrintTo.h"
 #include "unit/hosts/HostFixture.h"
 
+using namespace dozely;
+
 using enum OccurrenceState;
 
 class OccurrenceRecordTest : public HostFixture

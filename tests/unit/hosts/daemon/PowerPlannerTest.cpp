@@ -11,6 +11,8 @@
 #include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 

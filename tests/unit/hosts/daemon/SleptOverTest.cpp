@@ -10,6 +10,8 @@
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 /// A daemon whose machine sleeps over the date of a schedule. That schedule is for a minute past noon, and

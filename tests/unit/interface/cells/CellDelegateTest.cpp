@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 /// Remembers what it was told before it drew.

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 QImage halves(int side, double ratio = 1)

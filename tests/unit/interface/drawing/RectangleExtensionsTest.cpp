@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr QRectF rect(10, 20, 100, 50);

@@ -22,6 +22,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -7,6 +7,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 using BezelDrag::frameDuringDrag;
 using BezelDrag::typeOfPress;
 

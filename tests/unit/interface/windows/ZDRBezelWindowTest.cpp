@@ -11,6 +11,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 namespace
 {
 class ZDRBezelWindowTest : public testing::Test

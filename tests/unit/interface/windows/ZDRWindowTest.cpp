@@ -17,6 +17,8 @@
 
 #include <set>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

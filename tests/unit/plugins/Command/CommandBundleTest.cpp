@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 namespace
 {
 class CommandBundleTest : public testing::Test

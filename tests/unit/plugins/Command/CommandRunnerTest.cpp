@@ -16,6 +16,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::MatchesRegex;
 using namespace std::chrono_literals;

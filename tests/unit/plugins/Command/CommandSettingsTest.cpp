@@ -21,6 +21,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 namespace
 {
 class CommandSettings : public testing::Test

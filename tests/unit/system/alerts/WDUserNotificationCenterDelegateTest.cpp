@@ -12,6 +12,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 namespace
 {
 using testing::ElementsAre;

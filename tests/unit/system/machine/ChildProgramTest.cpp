@@ -16,6 +16,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace
@@ -43,7 +45,7 @@ QString failureOf(const ChildProgram &program, std::chrono::milliseconds limit =
 /// Starts a program and keeps what is told about it.
 struct Started {
     explicit Started(const ChildProgram &program)
-        : running(program.start([this](const dozely::Result<ChildProgram::Ending> &told) {
+        : running(program.start([this](const Result<ChildProgram::Ending> &told) {
               EXPECT_FALSE(ending) << "once";
               ending = told;
           }))
@@ -54,7 +56,7 @@ struct Started {
         return waitUntil([this] { return ending.has_value(); });
     }
 
-    std::optional<dozely::Result<ChildProgram::Ending>> ending;
+    std::optional<Result<ChildProgram::Ending>> ending;
     std::unique_ptr<RunningProgram> running;
 };
 

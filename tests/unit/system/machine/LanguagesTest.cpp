@@ -8,6 +8,8 @@
 
 #include <sys/stat.h>
 
+using namespace dozely;
+
 using zandorSoftwaresExtensions::userPreferedLanguages;
 
 namespace

@@ -15,6 +15,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 /// A folder that looks like the kernel's.

@@ -6,6 +6,8 @@
 
 #include <cstdio>
 
+using namespace dozely;
+
 /// LoginItemProbe ROOT [on|off|hidden]: changes the login item of the bundle that it lies in, then prints
 /// "yes" or "no".
 int main(int argc, char **argv)

@@ -8,6 +8,8 @@
 
 #include <sys/stat.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char preferences[] = "/Library/Preferences/loginwindow.plist";

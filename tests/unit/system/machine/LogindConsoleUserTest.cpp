@@ -11,6 +11,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 namespace
 {
 constexpr char logind[] = "org.freedesktop.login1";

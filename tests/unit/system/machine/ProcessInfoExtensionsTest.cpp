@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using namespace zandorSoftwaresExtensions;

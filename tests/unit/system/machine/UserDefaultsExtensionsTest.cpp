@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 using zandorSoftwaresExtensions::loggedInUser;
 using zandorSoftwaresExtensions::loggedInUserID;
 

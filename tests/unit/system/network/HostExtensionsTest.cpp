@@ -12,6 +12,8 @@
 #include <string>
 #include <utility>
 
+using namespace dozely;
+
 using zandorSoftwaresExtensions::primaryMACAddress;
 
 namespace

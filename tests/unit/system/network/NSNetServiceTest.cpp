@@ -14,6 +14,8 @@
 
 #include <functional>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 
 namespace

@@ -11,6 +11,8 @@
 
 #include <random>
 
+using namespace dozely;
+
 namespace
 {
 /// A record of these strings, however long or odd they are.

@@ -24,7 +24,7 @@ public:
     {
         root.makeFolder(m_folder);
         put("name", "rtc_fake " + device.toUtf8() + "\n");
-        m_start = Port<Clock>::current()->currentDate().toSecsSinceEpoch();
+        m_start = dozely::Port<dozely::Clock>::current()->currentDate().toSecsSinceEpoch();
         tick();
         if (hasAlarm)
             put("wakealarm", "");
@@ -51,14 +51,15 @@ public:
     /// Goes on by itself: setting the system's clock does not move this one.
     qint64 time() const
     {
-        return m_start + Port<Clock>::current()->steadyTime() / std::chrono::seconds(1) + m_offset;
+        return m_start + dozely::Port<dozely::Clock>::current()->steadyTime() / std::chrono::seconds(1) +
+               m_offset;
     }
     /// The alarm that is set; 0 for none.
     qint64 alarm() const { return content("wakealarm").trimmed().toLongLong(); }
     /// Somebody else sets it.
     void setAlarm(qint64 value) { put("wakealarm", value == 0 ? "" : QByteArray::number(value) + "\n"); }
 
-    RtcAlarm::Writer writer()
+    dozely::RtcAlarm::Writer writer()
     {
         return [this](const QString &path, const QByteArray &text) { return write(path, text); };
     }
@@ -145,7 +146,7 @@ private:
     static std::shared_ptr<MachineClock> makeClock()
     {
         auto made = std::make_shared<MachineClock>();
-        Port<Clock>::current() = made;
+        dozely::Port<dozely::Clock>::current() = made;
         return made;
     }
 

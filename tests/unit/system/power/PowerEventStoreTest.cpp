@@ -15,6 +15,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;

@@ -22,7 +22,7 @@
 /// What the ports were asked for, and in which order: one line each, with what the observers saw in between.
 using Story = QStringList;
 
-class FakeKeyDriver : public KeyEventDriver
+class FakeKeyDriver : public dozely::KeyEventDriver
 {
 public:
     explicit FakeKeyDriver(Story &story) : m_story(story) {}
@@ -47,7 +47,7 @@ private:
     Story &m_story;
 };
 
-class FakePower : public SystemPower
+class FakePower : public dozely::SystemPower
 {
 public:
     explicit FakePower(Story &story) : m_story(story) {}
@@ -100,7 +100,7 @@ private:
     Story &m_story;
 };
 
-class FakeScheduler : public PowerEventScheduler
+class FakeScheduler : public dozely::PowerEventScheduler
 {
 public:
     qint32 schedule(const QDateTime &time, const QString &owner, const QString &type) override
@@ -161,10 +161,10 @@ protected:
     PowerFixture()
     {
         NSProcessInfo::setProcessName("dozelyd");
-        Port<Clock>::current() = clock;
-        Port<KeyEventDriver>::current() = keys;
-        Port<SystemPower>::current() = power;
-        Port<PowerEventScheduler>::current() = scheduler;
+        dozely::Port<dozely::Clock>::current() = clock;
+        dozely::Port<dozely::KeyEventDriver>::current() = keys;
+        dozely::Port<dozely::SystemPower>::current() = power;
+        dozely::Port<dozely::PowerEventScheduler>::current() = scheduler;
     }
 
     /// The lines of the log without who wrote them.

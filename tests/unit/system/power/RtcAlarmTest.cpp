@@ -6,6 +6,8 @@
 
 #include <unistd.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -11,6 +11,8 @@
 
 #include <sys/stat.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 using testing::SizeIs;
 
 namespace

@@ -6,6 +6,8 @@
 
 #include <thread>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 

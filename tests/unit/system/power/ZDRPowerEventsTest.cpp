@@ -5,6 +5,8 @@
 
 #include <limits>
 
+using namespace dozely;
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

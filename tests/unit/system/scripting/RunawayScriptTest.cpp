@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace dozely;
+
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 AEDesc descriptorOf(const QVariant &value)

@@ -8,6 +8,8 @@
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
+using namespace dozely;
+
 /// A lock that stays taken makes the fake clock count a failed wait.
 class GuardedPostingTest : public BundleFixture
 {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace dozely;
+
 namespace
 {
 /// Acts until it is told to stop.

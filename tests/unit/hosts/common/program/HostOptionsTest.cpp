@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "unit/hosts/HostFixture.h"
 
+using namespace dozely;
+
 using testing::HasSubstr;
 using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;

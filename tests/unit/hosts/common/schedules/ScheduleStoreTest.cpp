@@ -8,6 +8,8 @@
 
 #include <unistd.h>
 
+using namespace dozely;
+
 using testing::HasSubstr;
 
 class ScheduleStoreTest : public HostFixture
