@@ -20,7 +20,7 @@ BUILD, SOURCE, PREFIX, LIBDIR, CXX, FLAGS = sys.argv[1:7]
 SOURCE = Path(SOURCE)
 AGENT = "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent"
 EXPECTED = ["sha1: a9993e364706816aba3e25717850c26c9cd0d89d", "bundle: com.dozely.Kit", "wakes: yes",
-            "heard: good morning", "port: consumer"]
+            "heard: good morning", "port: consumer", "own header: yes"]
 
 
 def run(*command, fails=False, **environment):
@@ -107,7 +107,8 @@ class InstallTest(unittest.TestCase):
         moc = Path(run("pkg-config", "--variable=libexecdir", "Qt6Core").strip(), "moc")
         run(str(moc), str(SOURCE / "tests/install/consumer/main.cpp"), "-o", str(folder / "main.moc"))
         run(CXX, "-std=c++20", "-fPIC", *shlex.split(FLAGS), f"-I{folder}",
-            str(SOURCE / "tests/install/consumer/main.cpp"), "-o", str(folder / "consumer"), *flags)
+            f"-I{SOURCE / 'tests/install/consumer'}", str(SOURCE / "tests/install/consumer/main.cpp"), "-o",
+            str(folder / "consumer"), *flags)
         self.assertEqual(run(str(folder / "consumer"), LD_LIBRARY_PATH=str(self.library)).splitlines(), EXPECTED)
 
     def test_a_program_with_windows_builds_with_either_and_runs(self):

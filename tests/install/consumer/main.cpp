@@ -7,6 +7,7 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include <cstdio>
+#include <plugin/WDPlugIn.h> // the consumer's own
 
 class Listener : public QObject
 {
@@ -33,6 +34,7 @@ int main()
         NSNotification("Greeting", "Consumer", {{"Word", "good morning"}}));
     std::printf("port: %s\n",
                 qPrintable(WDCommunicationCenter::sharedInstance()->portName().section('.', 0, 0)));
+    std::printf("%s\n", ownPlugInHeader());
     return 0;
 }
 
