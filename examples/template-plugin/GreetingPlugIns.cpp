@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "GreetingPlugIns.h"
 
-#include <DozelyKit/core/foundation/ZDRLog.h>
+#include <DozelyKit/core/log/ZDRLog.h>
 
 namespace
 {

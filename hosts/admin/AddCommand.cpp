@@ -2,9 +2,9 @@
 #include "hosts/admin/AddCommand.h"
 
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"

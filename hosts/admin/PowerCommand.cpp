@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "hosts/admin/AdminError.h"

@@ -2,8 +2,8 @@
 #include "hosts/admin/StoreCommands.h"
 
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"

@@ -2,8 +2,8 @@
 #include "hosts/agent/AlertKeeper.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/orders/GuardedPosting.h"
 
 using namespace dozely;

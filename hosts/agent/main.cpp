@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "hosts/agent/AgentApplication.h"

@@ -2,9 +2,9 @@
 #include "hosts/daemon/DaemonController.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/OrderReceiver.h"
 #include "hosts/common/schedules/ScheduleStore.h"

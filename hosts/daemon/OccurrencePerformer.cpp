@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionPlace.h"

@@ -2,8 +2,8 @@
 #include "hosts/daemon/ScheduleKeeper.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/OccurrenceFile.h"

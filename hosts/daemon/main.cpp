@@ -3,7 +3,7 @@
 #include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/ConsoleUser.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/DateExtensions.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/program/HostOptions.h"
 #include "hosts/common/program/RelocatedTool.h"

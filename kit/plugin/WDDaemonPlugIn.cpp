@@ -2,7 +2,7 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/OccurrenceOrder_p.h"
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"

@@ -6,7 +6,7 @@
 #include "DozelyKit/core/foundation/DateStyles_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/OccurrenceOrder_p.h"
 

@@ -5,7 +5,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/update/UpdateAnswer_p.h"
 #include "DozelyKit/update/UpdateServer.h"
 

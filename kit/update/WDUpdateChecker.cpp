@@ -4,7 +4,7 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/UserDefaultsExtensions.h"
 #include "DozelyKit/system/network/HttpClient.h"
 #include "DozelyKit/system/network/Reachability.h"

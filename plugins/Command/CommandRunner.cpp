@@ -2,8 +2,8 @@
 #include "plugins/Command/CommandRunner.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "plugins/Command/CommandLine.h"
 
 #include <csignal>

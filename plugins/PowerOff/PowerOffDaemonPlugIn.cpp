@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
 using namespace dozely;

@@ -2,7 +2,7 @@
 #include "plugins/Script/ScriptUserAgentPlugIn.h"
 
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "plugins/Script/ScriptOrder.h"
 

@@ -2,7 +2,7 @@
 #include "hosts/common/events/RequiredEvents.h"
 
 #include "DozelyKit/communication/events/NSAppleEventManager.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
 RequiredEvents::RequiredEvents()
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/faults/ThrownBy.h"
 
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 using namespace dozely;
 

@@ -2,9 +2,9 @@
 #include "hosts/common/orders/GuardedPosting.h"
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSLock.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/faults/ThrownBy.h"
 
 namespace

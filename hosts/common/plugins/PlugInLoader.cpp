@@ -2,8 +2,8 @@
 #include "hosts/common/plugins/PlugInLoader.h"
 
 #include "DozelyKit/core/files/TrustedPath.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/faults/ThrownBy.h"
 
 #include <QDir>

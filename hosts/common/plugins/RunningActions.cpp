@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/RunningActions.h"
 
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/faults/ThrownBy.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/orders/GuardedPosting.h"
 

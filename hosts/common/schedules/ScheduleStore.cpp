@@ -3,8 +3,8 @@
 
 #include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <QHash>
 

@@ -8,7 +8,7 @@
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
 #include <QCoreApplication>
 

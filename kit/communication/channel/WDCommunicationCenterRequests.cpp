@@ -7,7 +7,7 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
 #include <QCoreApplication>
 #include <QThread>

@@ -4,7 +4,7 @@
 #include "DozelyKit/communication/events/AEManager.h"
 #include "DozelyKit/communication/events/NSAppleEventManager.h"
 #include "DozelyKit/communication/events/ZDRAppleEventManager_p.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
 #include <QCoreApplication>
 #include <QMetaMethod>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/lists/ZDRTableView.h"
 
-#include "DozelyKit/core/foundation/LogLabel.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/interface/lists/X11DirectSave_p.h"
 
 #include <QApplication>

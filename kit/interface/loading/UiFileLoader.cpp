@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/interface/loading/UiOwner_p.h"
 #include "DozelyKit/interface/loading/UiWidgets_p.h"
 

@@ -2,7 +2,7 @@
 #include "DozelyKit/system/alerts/WDUserNotificationCenterDelegate.h"
 
 #include "DozelyKit/core/foundation/ProblemReport.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/alerts/UserNotificationCallbacks_p.h"
 
 #include <algorithm>

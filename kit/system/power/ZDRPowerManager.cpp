@@ -5,7 +5,7 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRKeyManager.h"

@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"

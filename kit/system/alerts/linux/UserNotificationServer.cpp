@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/alerts/linux/UserNotificationServer_p.h"
 
-#include "DozelyKit/core/foundation/LogLabel.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <chrono>
 #include <utility>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/network/linux/CurlExchange_p.h"
 
-#include "DozelyKit/core/foundation/LogLabel.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/LogCommand.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/admin/AdminTool.h"

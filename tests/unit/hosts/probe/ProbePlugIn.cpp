@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/LogLabel.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 namespace dozely
 {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
-#include "OtherProcess.h"
 #include "support/FakeClock.h"
 #include "support/Identity.h"
 #include "support/ScratchRoot.h"
+#include "unit/core/foundation/OtherProcess.h"
 
 #include <QFile>
 #include <QRegularExpression>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
-#include "OtherProcess.h"
 #include "support/Identity.h"
 #include "support/ScratchRoot.h"
+#include "unit/core/foundation/OtherProcess.h"
 
 #include <QDir>
 #include <QFile>

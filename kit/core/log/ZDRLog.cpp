@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/ZDRLog.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 
-#include "DozelyKit/core/foundation/AppendLine_p.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/AppendLine_p.h"
 
 #include <QStringEncoder>
 #include <QVarLengthArray>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/AppendLine_p.h"
+#include "DozelyKit/core/log/AppendLine_p.h"
 
 #include <cerrno>
 #include <cstdio>
