@@ -50,8 +50,8 @@ qint32 UpdateRequest::countOfEnabledSchedules()
         return 0;
     const auto store = data ? PropertyList::fromData(**data) : Result<QVariant>(data.error());
     if (!store) {
-        ZDRLog("The schedules are not counted. %@",
-               data ? QString("\"%1\": %2").arg(file.path(), store.error().text) : store.error().text + '.');
+        ZDRLog("The schedules are not counted. %@.",
+               data ? QString("\"%1\": %2").arg(file.path(), store.error().text) : store.error().text);
         return 0;
     }
     const QVariant entries = store->toMap().value("Schedule Array");

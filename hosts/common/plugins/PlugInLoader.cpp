@@ -33,7 +33,7 @@ Result<std::shared_ptr<NSBundle>> PlugInLoader::bundle(const QString &path) cons
         if (!source.folder.isEmpty() && !path.startsWith(source.folder + '/'))
             continue;
         if (const auto trusted = isTrustedPath(path, source.owners); !trusted) {
-            why = trusted.error().text + '.';
+            why = trusted.error().text;
             continue;
         }
         if (auto bundle = NSBundle::bundleWithPath(path))
@@ -84,7 +84,7 @@ PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bu
             if (const auto module = bundle->loadModule(moduleName, WDPlugInFactory_iid))
                 root = *module;
             else
-                why = module.error().text + '.';
+                why = module.error().text;
         }
         loaded.factory = qobject_cast<WDPlugInFactory *>(root);
         if (loaded.factory)

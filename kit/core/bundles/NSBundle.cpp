@@ -26,17 +26,14 @@ bool isCompiledIn(const QString &path)
     return path.startsWith(":/");
 }
 
-std::optional<QByteArray> contentOf(const QString &path, QString *error)
+Result<QByteArray> contentOf(const QString &path)
 {
-    if (!isCompiledIn(path)) {
-        auto content = readRegularFile(path, PropertyList::maximumSize, true);
-        if (content)
-            return *std::move(content);
-        *error = content.error().text + '.';
-        return std::nullopt;
-    }
+    if (!isCompiledIn(path))
+        return readRegularFile(path, PropertyList::maximumSize, true);
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+    if (!file.open(QIODevice::ReadOnly))
+        return Error{QString("Cannot read \"%1\": %2").arg(path, file.errorString())};
+    return file.readAll();
 }
 
 /// A plain file name, or a relative path that stays below its folder.
@@ -90,15 +87,12 @@ const QHash<QString, QString> &NSBundle::Private::table(const QString &file)
         return *known;
     QHash<QString, QString> texts;
     if (QFileInfo(file).isFile()) {
-        QString error;
-        if (const auto content = contentOf(file, &error)) {
-            if (auto read = StringsFile::parse(*content))
-                texts = *std::move(read);
-            else
-                error = read.error().text + '.';
-        }
-        if (!error.isEmpty())
-            NSLog("Texts in \"%@\" cannot be used. %@", file, error);
+        const auto content = contentOf(file);
+        auto read = content ? StringsFile::parse(*content) : content.error();
+        if (read)
+            texts = *std::move(read);
+        else
+            NSLog("Texts in \"%@\" cannot be used. %@.", file, read.error().text);
     }
     return *tables.insert(file, texts);
 }
@@ -109,14 +103,13 @@ NSBundle::NSBundle(const QString &path) : d(std::make_unique<Private>())
     const QString contents = isCompiledIn(path) ? path : path + "/Contents";
     d->resources = isCompiledIn(path) ? path : contents + "/Resources";
     const QString file = contents + "/Info.plist";
-    QString error;
-    if (const auto content = contentOf(file, &error)) {
-        const auto list = PropertyList::fromData(*content);
-        if (list)
-            d->info = list->toMap();
-        else
-            NSLog("The dictionary in \"%@\" cannot be used. %@", file, list.error().text);
-    }
+    const auto content = contentOf(file);
+    if (!content)
+        return; // many bundles have none
+    if (const auto list = PropertyList::fromData(*content))
+        d->info = list->toMap();
+    else
+        NSLog("The dictionary in \"%@\" cannot be used. %@.", file, list.error().text);
 }
 
 NSBundle::~NSBundle() = default;

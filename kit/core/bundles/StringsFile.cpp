@@ -155,9 +155,7 @@ Result<QHash<QString, QString>> StringsFile::parse(const QByteArray &data)
     if (data.startsWith("bplist") || data.startsWith("<?xml") || data.startsWith("<!DOCTYPE") ||
         data.startsWith("<plist")) {
         const auto list = PropertyList::fromData(data);
-        if (list)
-            return tableOf(*list);
-        return Error{list.error().text.chopped(1)}; // without its full stop
+        return list ? tableOf(*list) : list.error();
     }
     const auto encoding = QStringConverter::encodingForData(data).value_or(QStringConverter::Utf8);
     QStringDecoder decode(encoding);

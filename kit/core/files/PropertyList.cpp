@@ -11,9 +11,9 @@ namespace dozely
 
 namespace
 {
-Error refusal(const QString &sentence)
+Error refusal(const QString &why)
 {
-    return {"This is no property list that can be read. " + sentence};
+    return {"This is no property list that can be read: " + why};
 }
 
 constexpr char binaryMagic[] = "bplist00";
@@ -23,11 +23,11 @@ constexpr char byteOrderMark[] = "\xef\xbb\xbf";
 Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format)
 {
     if (data.size() > maximumSize)
-        return refusal(QString("It is larger than %1 bytes.").arg(maximumSize));
+        return refusal(QString("it is larger than %1 bytes").arg(maximumSize));
     const bool binary = data.startsWith(binaryMagic);
     const QByteArray content = data.startsWith(byteOrderMark) ? data.mid(3).trimmed() : data.trimmed();
     if (!binary && !content.startsWith('<'))
-        return refusal("It is neither XML nor binary.");
+        return refusal("it is neither XML nor binary");
     auto value = binary ? PropertyListBinary::read(data) : PropertyListXml::read(content);
     if (!value)
         return refusal(value.error().text);
@@ -40,7 +40,7 @@ Result<QVariant> PropertyList::fromFile(const QString &path, Format *format, boo
 {
     const auto content = readRegularFile(path, maximumSize, followLinks);
     if (!content)
-        return Error{content.error().text + '.'};
+        return content.error();
     auto value = fromData(*content, format);
     if (!value)
         return Error{QString("\"%1\": %2").arg(path, value.error().text)};

@@ -23,7 +23,7 @@ constexpr qint64 maximumSize = 1 << 20; // bytes
 constexpr int maximumDepth = 64;        // containers within containers
 constexpr int maximumNodes = 100'000;   // values after unfolding shared references
 
-/// Parses `data`, and says in `format` which form it has. The error is a sentence: what is no property list,
+/// Parses `data`, and says in `format` which form it has. The error says what is no property list,
 /// or which limit it breaks.
 DOZELYKIT_EXPORT Result<QVariant> fromData(const QByteArray &data, Format *format = nullptr);
 

@@ -35,7 +35,7 @@ private:
     QVariant top()
     {
         if (m_data.size() < headerSize + trailerSize)
-            return refuse("It is cut off.");
+            return refuse("it is cut off");
         const QByteArrayView trailer = m_data.last(trailerSize);
         m_offsetWidth = static_cast<quint8>(trailer[6]);
         m_referenceWidth = static_cast<quint8>(trailer[7]);
@@ -44,21 +44,21 @@ private:
         m_table = qFromBigEndian<quint64>(trailer.data() + 24);
         const auto end = static_cast<quint64>(m_data.size() - trailerSize);
         if (m_offsetWidth < 1 || m_offsetWidth > 8 || m_referenceWidth < 1 || m_referenceWidth > 8)
-            return refuse("Its trailer is damaged.");
+            return refuse("its trailer is damaged");
         // Dividing, so that a huge number cannot wrap around.
         if (m_objects == 0 || top >= m_objects || m_table < headerSize || m_table > end ||
             m_objects > (end - m_table) / m_offsetWidth)
-            return refuse("Its table of objects is damaged.");
+            return refuse("its table of objects is damaged");
         if (m_objects > static_cast<quint64>(PropertyList::maximumNodes))
             return refuse(PropertyListValue::tooMany());
         m_onTheWay.assign(m_objects, false);
         return object(top, 0);
     }
 
-    QVariant refuse(const QString &sentence)
+    QVariant refuse(const QString &why)
     {
         if (m_refusal.isEmpty())
-            m_refusal = sentence;
+            m_refusal = why;
         return {};
     }
 
@@ -77,11 +77,11 @@ private:
     QVariant object(quint64 index, int depth)
     {
         if (index >= m_objects)
-            return refuse("It refers to an object that it does not hold.");
+            return refuse("it refers to an object that it does not hold");
         if (++m_nodes > PropertyList::maximumNodes)
             return refuse(PropertyListValue::tooMany());
         if (m_onTheWay[index])
-            return refuse("A container in it holds itself.");
+            return refuse("a container in it holds itself");
         quint64 at = number(m_table + index * m_offsetWidth, m_offsetWidth);
         if (at < headerSize || at >= m_table)
             return outside();
@@ -90,7 +90,7 @@ private:
         quint64 count = marker & 0x0f;
         const bool counts = type == 0x4 || type == 0x5 || type == 0x6 || type == 0xa || type == 0xd;
         if (counts && count == 0x0f && !longCount(at, count))
-            return refuse("A length in it is damaged.");
+            return refuse("a length in it is damaged");
         switch (type) {
         case 0x0: // no value, or a boolean
             return marker == 0x08 || marker == 0x09 ? QVariant(marker == 0x09) : unknown();
@@ -138,7 +138,7 @@ private:
         }
         m_bytes += count * width;
         if (m_bytes > PropertyListValue::maximumUnfoldedBytes)
-            refuse("It unfolds to too many bytes.");
+            refuse("it unfolds to too many bytes");
         return m_refusal.isEmpty();
     }
 
@@ -157,7 +157,7 @@ private:
         if (high == 0)
             return PropertyListValue::integer(value);
         return high == ~0ULL && withSign < 0 ? QVariant(withSign)
-                                             : refuse("An integer in it has more than 64 bits.");
+                                             : refuse("an integer in it has more than 64 bits");
     }
 
     QVariant real(quint64 at, quint64 width)
@@ -174,7 +174,7 @@ private:
         if (!lies(at, 1, 8))
             return {};
         const auto date = PropertyListValue::dateAfter2001(std::bit_cast<double>(number(at, 8)));
-        return date ? QVariant(*date) : refuse("A date in it is out of range.");
+        return date ? QVariant(*date) : refuse("a date in it is out of range");
     }
 
     QVariant narrowText(quint64 at, quint64 count)
@@ -197,9 +197,9 @@ private:
     QVariant text(const std::optional<QString> &text)
     {
         if (!text)
-            return refuse("A text in it is no Unicode.");
+            return refuse("a text in it is no Unicode");
         // Whoever takes it for the end of the text sees the same key twice in a dictionary.
-        return text->contains(QChar(0)) ? refuse("A text in it holds a NUL character.") : QVariant(*text);
+        return text->contains(QChar(0)) ? refuse("a text in it holds a NUL character") : QVariant(*text);
     }
 
     /// The keys of a dictionary stand before its values.
@@ -215,7 +215,7 @@ private:
         for (quint64 i = 0; hasKeys && i < count; ++i) {
             keys += member(at, i, depth);
             if (keys.constLast().typeId() != QMetaType::QString)
-                return refuse("A key in it is not a text.");
+                return refuse("a key in it is not a text");
         }
         QVariantList values;
         for (quint64 i = 0; i < count; ++i) {
@@ -237,8 +237,8 @@ private:
         return object(number(at + i * m_referenceWidth, m_referenceWidth), depth + 1);
     }
 
-    QVariant outside() { return refuse("An object in it reaches beyond its end."); }
-    QVariant unknown() { return refuse("It holds a value of an unknown kind."); }
+    QVariant outside() { return refuse("an object in it reaches beyond its end"); }
+    QVariant unknown() { return refuse("it holds a value of an unknown kind"); }
 
     QByteArrayView m_data;
     QString m_refusal;

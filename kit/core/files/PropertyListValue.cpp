@@ -174,12 +174,12 @@ std::optional<QString> PropertyListValue::fromUtf8(QByteArrayView bytes)
 
 QString PropertyListValue::tooDeep()
 {
-    return QString("It nests deeper than %1 levels.").arg(PropertyList::maximumDepth);
+    return QString("it nests deeper than %1 levels").arg(PropertyList::maximumDepth);
 }
 
 QString PropertyListValue::tooMany()
 {
-    return QString("It holds more than %1 values.").arg(PropertyList::maximumNodes);
+    return QString("it holds more than %1 values").arg(PropertyList::maximumNodes);
 }
 
 } // namespace dozely

@@ -42,7 +42,7 @@ std::optional<QString> fromUtf8(QByteArrayView bytes);
 /// reference makes a copy of it.
 constexpr quint64 maximumUnfoldedBytes = 16 * PropertyList::maximumSize;
 
-/// The sentences for the limits that both forms have.
+/// The clauses for the limits that both forms have.
 QString tooDeep();
 QString tooMany();
 } // namespace PropertyListValue

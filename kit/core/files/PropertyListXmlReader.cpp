@@ -52,27 +52,27 @@ private:
             if (!m_refusal.isEmpty() || !end.closes || end.name != u"plist" || !skipBlanks())
                 return malformed();
         }
-        return rest().isEmpty() ? root : refuse("Something follows its end.");
+        return rest().isEmpty() ? root : refuse("something follows its end");
     }
 
     QStringView rest() const { return m_text.sliced(m_at); }
 
-    QVariant refuse(const QString &sentence)
+    QVariant refuse(const QString &why)
     {
         if (m_refusal.isEmpty())
-            m_refusal = sentence;
+            m_refusal = why;
         return {};
     }
 
     /// Nobody needs to hear of bad form where there is nothing left.
-    QVariant malformed() { return refuse(rest().isEmpty() ? "It is cut off." : "It is not well formed."); }
+    QVariant malformed() { return refuse(rest().isEmpty() ? "it is cut off" : "it is not well formed"); }
 
     /// Skips what begins with `begin` and ends with the first `end` after that.
     bool skip(QStringView begin, QStringView end)
     {
         const qsizetype close = m_text.indexOf(end, m_at + begin.size());
         if (close < 0) {
-            refuse("It is cut off.");
+            refuse("it is cut off");
             return false;
         }
         m_at = close + end.size();
@@ -113,7 +113,7 @@ private:
     {
         const qsizetype close = m_text.indexOf(u'>', m_at);
         if (close < 0) {
-            refuse("It is cut off.");
+            refuse("it is cut off");
             return {};
         }
         return m_text.sliced(m_at, close + 1 - m_at);
@@ -130,7 +130,7 @@ private:
     {
         const QStringView tag = untilBracket();
         if (tag.contains(u'[') || tag.contains(u"ENTITY"))
-            refuse("It declares entities of its own.");
+            refuse("it declares entities of its own");
         else if (!tag.startsWith(u"<!DOCTYPE") || !isWhole(tag))
             malformed();
         m_at += tag.size();
@@ -186,7 +186,7 @@ private:
         const QString content = text(tag);
         const QVariant value =
             m_refusal.isEmpty() ? PropertyListXmlLeaf::read(tag.name, content) : QVariant();
-        return value.isValid() ? value : refuse(QString("It holds a damaged %1.").arg(tag.name));
+        return value.isValid() ? value : refuse(QString("it holds a damaged %1").arg(tag.name));
     }
 
     bool countsOneMore()
@@ -302,10 +302,10 @@ Result<QVariant> PropertyListXml::read(const QByteArray &data)
 {
     auto document = PropertyListValue::fromUtf8(data);
     if (!document)
-        return Error{"It is not in UTF-8."};
+        return Error{"it is not in UTF-8"};
     document->replace("\r\n", "\n").replace('\r', '\n');
     if (std::any_of(document->cbegin(), document->cend(), isOutOfPlace))
-        return Error{"It holds a character that XML does not know."};
+        return Error{"it holds a character that XML does not know"};
     return XmlReader(*document).read();
 }
 

@@ -14,7 +14,7 @@ namespace dozely
 /// unfolding the entities of a document type, before it shows what it found.
 namespace PropertyListXml
 {
-/// The value of the list in UTF-8, whatever encoding it declares; the error is a sentence. Elements close in
+/// The value of the list in UTF-8, whatever encoding it declares; the error is a clause. Elements close in
 /// order and nest no deeper than PropertyList::maximumDepth containers, and the document declares no
 /// entities: the five of XML and numbers of characters are all that there are. Attacks: thousands of levels
 /// overrun the stack; entities that are made of entities unfold to gigabytes.

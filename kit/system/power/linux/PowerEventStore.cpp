@@ -128,7 +128,7 @@ int PowerEventStore::load()
     }
     if (!m_file.setAside(GuardedFile::Earlier::Kept))
         return EIO;
-    reportProblem(QString("The power events are damaged and were set aside: %1").arg(content.error().text));
+    reportProblem(QString("The power events are damaged and were set aside: %1.").arg(content.error().text));
     return 0;
 }
 

@@ -15,6 +15,7 @@
 using namespace dozely;
 
 using testing::HasSubstr;
+using testing::Not;
 
 namespace
 {
@@ -262,6 +263,7 @@ TEST_F(AdminStoreTest, ADamagedStoreIsToldAndStaysAsItIsToTheByte)
             const auto result = tool.run(arguments);
             EXPECT_EQ(result.status, 1) << qPrintable(arguments.join(' ')) << damaged.left(60).constData();
             EXPECT_THAT(result.errors.toStdString(), HasSubstr("com.dozely.plist"));
+            EXPECT_THAT(result.errors.toStdString(), Not(HasSubstr(".."))) << "one full stop ends it";
             EXPECT_EQ(tool.store(), damaged);
         }
     }
