@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Script/ScriptOrder.h"
 
+using namespace dozely;
+
 namespace
 {
 /// One argument of a program on this platform is no longer, its end included. A longer script goes into a
@@ -8,14 +10,12 @@ namespace
 constexpr qsizetype longestArgument = (128 << 10) - 1; // bytes
 } // namespace
 
-std::optional<ScriptOrder> ScriptOrder::fromParameters(const QVariantMap &parameters, QString *fault)
+Result<ScriptOrder> ScriptOrder::fromParameters(const QVariantMap &parameters)
 {
     const bool hasText = parameters.contains("Script");
-    if (hasText == parameters.contains("Script File")) {
-        *fault = hasText ? "there are both parameters \"Script\" and \"Script File\""
-                         : "there is neither a parameter \"Script\" nor a parameter \"Script File\"";
-        return {};
-    }
+    if (hasText == parameters.contains("Script File"))
+        return Error{hasText ? "there are both parameters \"Script\" and \"Script File\""
+                             : "there is neither a parameter \"Script\" nor a parameter \"Script File\""};
     const QString key = hasText ? "Script" : "Script File";
     const QVariant value = parameters.value(key);
     const QString text = value.toString();
@@ -28,9 +28,7 @@ std::optional<ScriptOrder> ScriptOrder::fromParameters(const QVariantMap &parame
         complaint = "is not an absolute path";
     else if (text.toUtf8().size() > longestArgument)
         complaint = "is too long; put the script into a file";
-    if (!complaint.isEmpty()) {
-        *fault = QString("the parameter \"%1\" %2").arg(key, complaint);
-        return {};
-    }
+    if (!complaint.isEmpty())
+        return Error{QString("the parameter \"%1\" %2").arg(key, complaint)};
     return ScriptOrder{hasText ? QStringList{"-e", text} : QStringList{text}};
 }

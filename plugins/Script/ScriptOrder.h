@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "DozelyKit/core/foundation/Result.h"
+
 #include <QStringList>
 #include <QVariantMap>
-
-#include <optional>
 
 /// Which script to run, as the parameters "Script" (its text) and "Script File" (an absolute path) give it:
 /// one of them.
 struct ScriptOrder {
     QStringList arguments; ///< For osascript.
 
-    /// Absent when the parameters name no script, `fault` then holds what is wrong.
-    static std::optional<ScriptOrder> fromParameters(const QVariantMap &parameters, QString *fault);
+    /// Fails when the parameters name no script, with a clause for the log.
+    static dozely::Result<ScriptOrder> fromParameters(const QVariantMap &parameters);
 };

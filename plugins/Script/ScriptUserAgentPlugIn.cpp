@@ -15,10 +15,9 @@ ScriptUserAgentPlugIn::ScriptUserAgentPlugIn()
 
 void ScriptUserAgentPlugIn::actInUserAgent()
 {
-    QString fault;
-    const auto order = ScriptOrder::fromParameters(parameters() ? *parameters() : QVariantMap(), &fault);
+    const auto order = ScriptOrder::fromParameters(parameters() ? *parameters() : QVariantMap());
     if (!order) {
-        ZDRLog("Script: nothing was run, %@.", fault);
+        ZDRLog("Script: nothing was run, %@.", order.error().text);
         return;
     }
     m_runner.run({{CommandKey::program, RootFolder::join("/usr/bin/osascript")},

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/bundles/InterfaceFileLoader.h"
 #include "DozelyKit/core/bundles/NSBundle.h"
+#include "DozelyKit/core/foundation/Result.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/interface/loading/UiOwner_p.h"
 #include "DozelyKit/interface/loading/UiWidgets_p.h"
@@ -60,8 +61,8 @@ void settle(QWidget *view)
         settle(child);
 }
 
-/// What is wrong with the elements of a file; null when nothing is.
-QString faultIn(const QByteArray &content)
+/// Fails when `content` is no tree of elements that can be read.
+Result<void> checkElements(const QByteArray &content)
 {
     QXmlStreamReader reader(content);
     int depth = 0;
@@ -71,20 +72,23 @@ QString faultIn(const QByteArray &content)
         depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
     }
     if (depth > deepestElement)
-        return "its elements are nested too deeply";
-    return reader.hasError() ? reader.errorString() : QString();
+        return Error{"its elements are nested too deeply"};
+    if (reader.hasError())
+        return Error{reader.errorString()};
+    return {};
 }
 
-/// The file's content; `error` is a sentence when it is no good.
-QByteArray contentOf(const QString &path, QString *error)
+/// The file's content; fails when there is none that can be used.
+Result<QByteArray> contentOf(const QString &path)
 {
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        *error = "it is not there or cannot be read";
-        return {};
-    }
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return Error{"it is not there or cannot be read"};
     const QByteArray content = file.read(largestFile + 1);
-    *error = content.size() > largestFile ? "it is larger than 1 MiB" : faultIn(content);
+    if (content.size() > largestFile)
+        return Error{"it is larger than 1 MiB"};
+    if (const auto checked = checkElements(content); !checked)
+        return checked.error();
     return content;
 }
 } // namespace
@@ -98,12 +102,11 @@ bool UiFileLoader::loadNibNamed(const QString &name, const NSBundle &bundle, QOb
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return refuse("there is no display");
     const QString path = bundle.pathForResource(name, "ui");
-    QString error;
-    QByteArray content = contentOf(path, &error);
-    if (!error.isEmpty())
-        return refuse(error);
+    auto content = contentOf(path);
+    if (!content)
+        return refuse(content.error().text);
 
-    QBuffer buffer(&content);
+    QBuffer buffer(&*content);
     buffer.open(QIODevice::ReadOnly);
     UiWidgets widgets;
     widgets.setWorkingDirectory(QFileInfo(path).dir());

@@ -9,16 +9,14 @@ namespace
 {
 QString faultOf(const QVariantMap &parameters)
 {
-    QString fault;
-    EXPECT_FALSE(ScriptOrder::fromParameters(parameters, &fault));
-    return fault;
+    const auto order = ScriptOrder::fromParameters(parameters);
+    return order ? QString() : order.error().text;
 }
 QStringList argumentsFor(const QVariantMap &parameters)
 {
-    QString fault;
-    const auto order = ScriptOrder::fromParameters(parameters, &fault);
-    EXPECT_TRUE(order) << qPrintable(fault);
-    return order.value_or(ScriptOrder{}).arguments;
+    const auto order = ScriptOrder::fromParameters(parameters);
+    EXPECT_TRUE(order) << qPrintable(order.error().text);
+    return order ? order->arguments : QStringList();
 }
 } // namespace
 
