@@ -15,6 +15,15 @@ namespace
 constexpr char preferences[] = "/Library/Preferences/loginwindow.plist";
 const LoginItems::Application foo{"/Applications/Foo.app", "/Applications/Foo.app/Contents/Linux/Foo"};
 
+/// Which file it is: a file that takes the place of another one has another number while both exist.
+ino_t inodeOf(const QString &path)
+{
+    struct stat status {
+    };
+    EXPECT_EQ(::stat(qPrintable(path), &status), 0);
+    return status.st_ino;
+}
+
 class LoginItemsTest : public HomeFixture
 {
 protected:
@@ -72,12 +81,11 @@ TEST_P(LoginItemsFormatTest, RewriteTheFileUnchangedInContentWhenTurnedOffWithou
         "{'AutoLaunchedApplicationDictionary': [{'Path': '/Applications/Other.app', 'Hide': True}],"
         "'Unknown': [1, 2]}";
     writePreferences(before);
-    const auto former = QFileInfo(inHome(preferences)).fileTime(QFile::FileMetadataChangeTime);
+    const ino_t former = inodeOf(inHome(preferences));
     LoginItems::set(foo, false, false);
     EXPECT_TRUE(preferencesEqual(before));
     EXPECT_TRUE(formIsKept());
-    EXPECT_NE(QFileInfo(inHome(preferences)).fileTime(QFile::FileMetadataChangeTime),
-              former); // it was rewritten
+    EXPECT_NE(inodeOf(inHome(preferences)), former) << "it was not replaced";
 }
 
 TEST_P(LoginItemsFormatTest, AreNotContainedWhenOnlyALikeNamedApplicationElsewhereIs)
