@@ -92,8 +92,8 @@ inline constexpr QLatin1StringView arguments("Arguments"); ///< A list of string
 
 /// The orders: notifications by which daemon, agent and admin tool tell each other what to do, posted by
 /// WDCommunicationCenter and heard on WDNotificationCenter. The object of each is an OrderSender, the user
-/// info has OrderKeys. Who receives one asks the kernel who posted it, and believes nothing that the order
-/// says about that.
+/// info has keys of OrderKey. Who receives one asks the kernel who posted it, and believes nothing that the
+/// order says about that.
 namespace OrderName
 {
 /// From the daemon (WDDaemonPlugIn::actInUserAgentNow) to the agent at the console: perform the occurrence

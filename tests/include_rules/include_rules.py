@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""Holds the include rules of the source tree (docs/architecture.md, "Rules of the tree").
+"""Holds the include rules of the source tree (CONTRIBUTING.md, "Rules of the tree").
 
     include_rules.py ROOT QTCORE_HEADERS
 

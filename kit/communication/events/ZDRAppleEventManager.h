@@ -13,8 +13,8 @@ struct ZDRAppleEventManagerPrivate;
 /// The table of handlers holds the address of each handler as a number, not the handler itself, and an
 /// incoming event is sent to that number: `selector` is called where a number answers it ("description",
 /// "stringValue", ...), and nothing happens otherwise. So no handler is reached here. A host that wants its
-/// own object called registers it with NSAppleEventManager (platform/NSAppleEventManager.h), for the same
-/// pair after it was registered here, if at all: there the latest wins.
+/// own object called registers it with NSAppleEventManager (communication/events/NSAppleEventManager.h), for
+/// the same pair after it was registered here, if at all: there the latest wins.
 ///
 /// THREADING: the main thread; sending from any.
 class DOZELYKIT_EXPORT ZDRAppleEventManager : public QObject
@@ -39,7 +39,7 @@ public:
 
     /// Sends the event in its bare form, with the default time-out of a minute, and waits for the reply or
     /// not. An empty record when no reply was asked for; null on failure, with one line in the log.
-    /// BLOCKING: as AESend (platform/AEManager.h).
+    /// BLOCKING: as AESend (communication/events/AEManager.h).
     std::shared_ptr<ZDRAppleEvent> sendAppleEvent(const std::shared_ptr<ZDRAppleEvent> &event,
                                                   bool waitForReply);
 

@@ -7,14 +7,14 @@
 
 #include <exception>
 
-/// Names of the exceptions that the platform layer raises.
+/// Names of the exceptions that this library raises.
 DOZELYKIT_EXPORT extern const QString NSInvalidArgumentException;
 DOZELYKIT_EXPORT extern const QString NSPortTimeoutException;
 DOZELYKIT_EXPORT extern const QString NSInvalidSendPortException;
 DOZELYKIT_EXPORT extern const QString NSInvalidReceivePortException;
 DOZELYKIT_EXPORT extern const QString NSObjectInaccessibleException;
 
-/// The exception of the platform layer: a name to tell the case and a reason to show a person.
+/// The exception of this library: a name to tell the case and a reason to show a person.
 class DOZELYKIT_EXPORT NSException : public std::exception
 {
 public:

@@ -11,7 +11,7 @@
 class DOZELYKIT_EXPORT NSLock
 {
 public:
-    /// Takes the lock, waiting at most `limit` by the platform's clock; false when it stayed taken. Blocks.
+    /// Takes the lock, waiting at most `limit` by the port Clock; false when it stayed taken. Blocks.
     bool lockBeforeDate(std::chrono::milliseconds limit);
 
     /// Releases the lock; releasing one that is free changes nothing.

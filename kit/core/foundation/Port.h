@@ -11,7 +11,9 @@ namespace dozely
 ///     const QDateTime now = Port<Clock>::current()->currentDate();
 ///
 /// The header of each port declares its own `current`, and the linux/ folder beside it makes there, at the
-/// first call, what this machine has. Tests put something else in its place before the code under test runs.
+/// first call, what this machine has. A port that another library or a host fills instead (the header says
+/// so) has its place beside its header and begins as null. Tests put something else in its place before the
+/// code under test runs.
 ///
 /// THREADING: `current` may be called from any thread; replacing what it refers to is for the head of main
 /// and for tests.

@@ -12,7 +12,7 @@
 namespace dozely
 {
 
-/// Something that changes evenly for a while, then is complete. Time comes from the platform's clock.
+/// Something that changes evenly for a while, then is complete. Time comes from the port Clock.
 ///
 /// THREADING: the main thread.
 class DOZELYINTERFACE_AUTOTEST_EXPORT TimedAnimation
