@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
@@ -89,7 +90,7 @@ int list()
 
 int schedule(const QString &type, const QDateTime &time)
 {
-    if (time <= QDateTime::currentDateTimeUtc())
+    if (time <= Port<Clock>::current()->currentDate())
         return complain("the date has passed", failed);
     // Another one would not wake the machine any more than this one does.
     if (!eventsLike(time, type).isEmpty())

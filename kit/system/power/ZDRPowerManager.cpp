@@ -104,9 +104,8 @@ void ZDRPowerManager::_systemPowerHasChangedWithArgument(quint32 messageType, vo
 
 void ZDRPowerManager::forceSleep()
 {
-    initialize();
+    SystemPower &power = *init()->d->root_port;
     ZDRLog("Mise en veille forcee.");
-    SystemPower &power = *Port<SystemPower>::current();
     if (power.canSleep() && !power.sleep())
         ZDRLog("Erreur lors de la mise en veille forcee");
 }

@@ -203,6 +203,16 @@ TEST_F(ZDRPowerManagerTest, ForcesSleepWithoutAskingTwice)
     EXPECT_THAT(log(), ElementsAre("Mise en veille forcee."));
 }
 
+TEST_F(ZDRPowerManagerTest, ForcesSleepThroughThePortThatItListensTo)
+{
+    takeStory();
+    Story ofAnother;
+    dozely::Port<dozely::SystemPower>::current() = std::make_shared<FakePower>(ofAnother);
+    ZDRPowerManager::forceSleep();
+    EXPECT_THAT(story, ElementsAre("canSleep", "sleep"));
+    EXPECT_THAT(ofAnother, IsEmpty());
+}
+
 TEST_F(ZDRPowerManagerTest, SaysNothingMoreWhenNothingManagesPower)
 {
     takeStory();
