@@ -97,17 +97,16 @@ bool PowerEventStore::exists()
     return eventFile().exists();
 }
 
-std::unique_ptr<PowerEventStore> PowerEventStore::open(int *failure)
+PowerEventStore::Opening PowerEventStore::open()
 {
     GuardedFile file = eventFile();
     auto lock = file.lock();
-    if (!lock) {
-        *failure = lock.error().name == GuardedFile::busy ? EBUSY : EACCES;
-        return nullptr;
-    }
+    if (!lock)
+        return {nullptr, lock.error().name == GuardedFile::busy ? EBUSY : EACCES};
     std::unique_ptr<PowerEventStore> store(new PowerEventStore(std::move(file), *std::move(lock)));
-    *failure = store->load();
-    return *failure == 0 ? std::move(store) : nullptr;
+    if (const int failure = store->load(); failure != 0)
+        return {nullptr, failure};
+    return {std::move(store)};
 }
 
 int PowerEventStore::load()

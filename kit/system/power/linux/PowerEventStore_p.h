@@ -32,9 +32,15 @@ public:
     static QString path();
     static bool exists();
 
-    /// Takes the lock and reads. Null, with `*failure`, when another program keeps the lock for five seconds,
-    /// this one may not change the file, or somebody else may have written it.
-    static std::unique_ptr<PowerEventStore> open(int *failure);
+    /// A store, or why there is none.
+    struct Opening {
+        std::unique_ptr<PowerEventStore> store;
+        int failure = 0;
+    };
+
+    /// Takes the lock and reads. Fails when another program keeps the lock for five seconds, this one may not
+    /// change the file, or somebody else may have written it.
+    static Opening open();
 
     /// What the file holds, without lock; empty when it cannot be read. Changes nothing.
     static Content peek();

@@ -108,28 +108,28 @@ int RtcPowerEventScheduler::setAlarm(Content &content) const
     return failure;
 }
 
-/// Changes the events and sets the alarm accordingly. When the alarm cannot be set, the change stands and
-/// `*alarmFailure` says so; without `alarmFailure`, everything is as it was before.
-int RtcPowerEventScheduler::change(const std::function<int(Content &)> &change, int *alarmFailure)
+/// Changes the events and sets the alarm accordingly. A change that failed or was undone leaves everything as
+/// it was before.
+RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm withoutAlarm,
+                                                               const std::function<int(Content &)> &change)
 {
-    int failure = 0;
-    const auto store = PowerEventStore::open(&failure);
+    auto [store, failure] = PowerEventStore::open();
     if (!store)
-        return failure;
+        return {failure};
     Content content = store->content();
     dropPast(content.events);
     Content former = content;
     if ((failure = change(content)) != 0)
-        return failure;
-    failure = setAlarm(content);
-    if (alarmFailure)
-        *alarmFailure = std::exchange(failure, 0);
+        return {failure};
+    const int alarmFailure = setAlarm(content);
+    if (withoutAlarm == WithoutAlarm::Undone)
+        failure = alarmFailure;
     if (failure == 0 && (failure = store->save(content)) == 0)
-        return 0;
+        return {0, alarmFailure};
     former.armed = content.armed;
     setAlarm(former);
     store->save(former);
-    return failure;
+    return {failure};
 }
 
 qint32 RtcPowerEventScheduler::schedule(const QDateTime &time, const QString &owner, const QString &type)
@@ -139,23 +139,25 @@ qint32 RtcPowerEventScheduler::schedule(const QDateTime &time, const QString &ow
         return EINVAL;
     if (!RtcAlarm::find(m_writer))
         return ENODEV;
-    return change([&](Content &content) {
-        if (!content.events.contains(event))
-            content.events += event;
-        return 0;
-    });
+    return change(WithoutAlarm::Undone,
+                  [&](Content &content) {
+                      if (!content.events.contains(event))
+                          content.events += event;
+                      return 0;
+                  })
+        .failure;
 }
 
 qint32 RtcPowerEventScheduler::cancel(const QDateTime &time, const QString &owner, const QString &type)
 {
     if (!PowerEventStore::exists())
         return ENOENT;
-    int alarmFailure = 0; // what is not to happen is gone also where nothing can be armed any more
-    return change(
-        [&](Content &content) {
-            return content.events.removeOne(Event{wholeSeconds(time), owner, type}) ? 0 : ENOENT;
-        },
-        &alarmFailure);
+    // What is not to happen is gone also where nothing can be armed any more.
+    return change(WithoutAlarm::Stands,
+                  [&](Content &content) {
+                      return content.events.removeOne(Event{wholeSeconds(time), owner, type}) ? 0 : ENOENT;
+                  })
+        .failure;
 }
 
 QList<Event> RtcPowerEventScheduler::scheduledEvents()
@@ -170,8 +172,7 @@ qint32 RtcPowerEventScheduler::arm(Phase phase)
     m_phase = phase;
     if (!PowerEventStore::exists())
         return 0; // who has nothing to arm needs no right to
-    int alarmFailure = 0;
-    const int failure = change([](Content &) { return 0; }, &alarmFailure);
+    const auto [failure, alarmFailure] = change(WithoutAlarm::Stands, [](Content &) { return 0; });
     return failure != 0 ? failure : alarmFailure;
 }
 
@@ -253,8 +254,7 @@ QString RtcPowerEventScheduler::testAlarm(const QDateTime &time)
     const auto clock = RtcAlarm::find(m_writer);
     if (!clock)
         return "The machine has no clock that could wake it.";
-    int failure = 0;
-    const auto store = PowerEventStore::open(&failure);
+    auto [store, failure] = PowerEventStore::open();
     if (!store)
         return sentence(failure);
     const auto former = clock->armedFor();

@@ -40,7 +40,13 @@ public:
     void powerChanges(quint32 messageType);
 
 private:
-    int change(const std::function<int(PowerEventStore::Content &)> &change, int *alarmFailure = nullptr);
+    /// What becomes of a change when the alarm cannot be set for it.
+    enum class WithoutAlarm { Undone, Stands };
+    struct Outcome {
+        int failure = 0;      ///< Of the change, which then was not made.
+        int alarmFailure = 0; ///< Of setting the alarm for a change that stands.
+    };
+    Outcome change(WithoutAlarm withoutAlarm, const std::function<int(PowerEventStore::Content &)> &change);
     int setAlarm(PowerEventStore::Content &content) const;
     void rearm(Phase phase);
 

@@ -55,14 +55,13 @@ protected:
     void putList(const QVariant &list) { putFile(PropertyList::toData(list, PropertyList::Format::Xml)); }
     std::unique_ptr<PowerEventStore> open()
     {
-        auto store = PowerEventStore::open(&failure);
-        EXPECT_TRUE(store) << failure;
-        return store;
+        auto opening = PowerEventStore::open();
+        EXPECT_TRUE(opening.store) << opening.failure;
+        return std::move(opening.store);
     }
 
     ScratchRoot root;
     QStringList problems;
-    int failure = -1;
 };
 
 TEST_F(PowerEventStoreTest, IsEmptyWhereThereIsNoFile)
@@ -173,8 +172,7 @@ TEST_F(PowerEventStoreTest, DoesNotReadWhatOthersMayHaveWritten)
     const QByteArray data = PropertyList::toData(QVariantMap{{"Format", 1LL}, {"Events", QVariantList()}},
                                                  PropertyList::Format::Xml);
     putFile(data, 0666);
-    EXPECT_FALSE(PowerEventStore::open(&failure));
-    EXPECT_EQ(failure, EPERM);
+    EXPECT_EQ(PowerEventStore::open().failure, EPERM);
     EXPECT_EQ(fileContent(), data) << "and leaves it where it is";
     EXPECT_THAT(problems, SizeIs(1));
 }
@@ -184,8 +182,7 @@ TEST_F(PowerEventStoreTest, FollowsNoLink)
     putFile("x");
     ASSERT_TRUE(QFile::rename(PowerEventStore::path(), root.join("/elsewhere")));
     ASSERT_TRUE(QFile::link(root.join("/elsewhere"), PowerEventStore::path()));
-    EXPECT_FALSE(PowerEventStore::open(&failure));
-    EXPECT_EQ(failure, EPERM);
+    EXPECT_EQ(PowerEventStore::open().failure, EPERM);
 }
 
 TEST_F(PowerEventStoreTest, ReadsABinaryListToo)
