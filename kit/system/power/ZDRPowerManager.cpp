@@ -76,9 +76,7 @@ ZDRPowerManager::ZDRPowerManager()
         Port<SystemPower>::current(), [this](quint32 messageType, void *change) {
             systemPowerHasChangedCallback(this, 0, messageType, change);
         });
-    // Never given back: the signal may come as long as the process lives.
-    [[maybe_unused]] static auto *const asked =
-        new LoopSignal({termination}, [] { quit_message(termination); });
+    d->termination = std::make_unique<LoopSignal>(QList<int>{termination}, [] { quit_message(termination); });
 }
 
 ZDRPowerManager::~ZDRPowerManager() = default;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/system/power/SystemPower.h"
 
 #include <QVariantList>
@@ -14,5 +15,6 @@ struct ZDRPowerManagerFields {
 
     std::shared_ptr<dozely::SystemPower> root_port; // what allows changes
     std::unique_ptr<dozely::SystemPower::Listening> notifier;
+    std::unique_ptr<dozely::LoopSignal> termination; // hears the signal that ends the process
     std::shared_ptr<QVariantList> _events = std::make_shared<QVariantList>();
 };
