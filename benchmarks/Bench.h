@@ -23,7 +23,8 @@ public:
     };
 
     /// `prepare` is called before each round of this contender, and is not timed.
-    void add(const QString &name, std::function<void()> once, std::function<void()> prepare = [] {})
+    void add(
+        const QString &name, std::function<void()> once, std::function<void()> prepare = [] {})
     {
         m_contenders.push_back({name, std::move(once), std::move(prepare)});
     }
