@@ -1,83 +1,52 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/communication/remoting/linux/FramePump_p.h"
-
-#include <QtEndian>
+#include "DozelyKit/communication/remoting/Handshake_p.h"
+#include "DozelyKit/communication/remoting/WireMessage_p.h"
+#include "DozelyKit/communication/remoting/WireValues_p.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace dozely;
 
 namespace
 {
-/// The two ends of a stream.
-struct SocketPair {
-    SocketPair()
-    {
-        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()) != 0)
-            __builtin_trap();
-    }
-    ~SocketPair()
-    {
-        for (const int end : ends)
-            ::close(end);
-    }
-    SocketPair(const SocketPair &) = delete;
-    SocketPair &operator=(const SocketPair &) = delete;
+constexpr quint64 largestMessage = 256 << 10;
 
-    std::array<int, 2> ends{};
-};
-
-QByteArray readAll(int end)
+void require(bool holds)
 {
-    QByteArray all;
-    std::array<char, 16 << 10> part;
-    for (ssize_t size = 0; (size = ::recv(end, part.data(), part.size(), MSG_DONTWAIT)) > 0;)
-        all.append(part.data(), size);
-    return all;
+    if (!holds)
+        __builtin_trap();
 }
 
-/// Where the handshake ends in what went on; -1 when it does not. Fails when it is longer than it may be.
-qsizetype endOfHandshake(const QByteArray &passed, bool isClient)
+/// What can be read can be written, and is the same when it is read again.
+void checkValues(const QVariantList &values)
 {
-    const QByteArray last = isClient ? "BEGIN" : "OK";
-    qsizetype at = 0;
-    for (int lines = 1; at < passed.size(); ++lines) {
-        const qsizetype end = passed.indexOf("\r\n", at);
-        // Our own user id in the place of a claim is some digits longer than that, perhaps.
-        constexpr qsizetype roomForOurId = 32;
-        if (end < 0 || end + 2 - at > HandshakeFilter::maximumLine + roomForOurId ||
-            lines > HandshakeFilter::maximumLines)
-            __builtin_trap();
-        const qsizetype head = isClient && lines == 1 ? 1 : 0; // a client begins with the byte 0
-        const QByteArray words = passed.mid(at + head, end - at - head);
-        at = end + 2;
-        if (words == last || words.startsWith(last + ' '))
-            return at;
-    }
-    return -1;
+    WireMessage message;
+    message.serial = 1;
+    message.path = "/";
+    message.member = "M";
+    if (!WireValues::write(values, &message))
+        return; // larger than what came: variants stand where there were none
+    const auto parsed = WireMessage::parse(message.bytes());
+    require(parsed.has_value());
+    const auto again = WireValues::read(*parsed);
+    require(again.ok());
+    require(again->size() == values.size());
 }
 
-/// Messages, the last of which may be unfinished: each begins with a whole head that announces no more than
-/// the limit.
-void checkMessages(QByteArrayView bytes)
+/// Messages, the last of which may be unfinished.
+void checkMessages(const QByteArray &bytes)
 {
-    constexpr qsizetype headSize = 16;
-    while (!bytes.isEmpty()) {
-        if (bytes.size() < headSize || (bytes[0] != 'l' && bytes[0] != 'B'))
-            __builtin_trap();
-        const auto number = [&](qsizetype at) -> quint64 {
-            return bytes[0] == 'l' ? qFromLittleEndian<quint32>(bytes.data() + at)
-                                   : qFromBigEndian<quint32>(bytes.data() + at);
-        };
-        const quint64 size = headSize + (number(12) + 7) / 8 * 8 + number(4);
-        if (size > FramePump::maximumMessage)
-            __builtin_trap();
-        bytes =
-            bytes.sliced(static_cast<qsizetype>(std::min<quint64>(size, static_cast<quint64>(bytes.size()))));
+    for (qsizetype at = 0; bytes.size() - at >= WireMessage::headSize;) {
+        const auto size = WireMessage::sizeOf(QByteArrayView(bytes).sliced(at));
+        if (!size || *size > largestMessage || *size > static_cast<quint64>(bytes.size() - at))
+            return;
+        const auto message = WireMessage::parse(bytes.mid(at, static_cast<qsizetype>(*size)));
+        if (!message)
+            return;
+        if (const auto values = WireValues::read(*message); values)
+            checkValues(*values);
+        at += static_cast<qsizetype>(*size);
     }
 }
 } // namespace
@@ -92,28 +61,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const qsizetype pieceSize = data[1] + 1;
     const QByteArray bytes(reinterpret_cast<const char *>(data + 2), static_cast<qsizetype>(size - 2));
 
-    const SocketPair peer;
-    const SocketPair feed;
-    FramePump pump(peer.ends[0], feed.ends[0],
-                   isClient ? HandshakeFilter::ofClient(1000) : HandshakeFilter::ofServer());
-    QByteArray passed;
-    for (qsizetype at = 0; at < bytes.size(); at += pieceSize) {
-        const QByteArray piece = bytes.mid(at, pieceSize);
-        if (::send(peer.ends[1], piece.constData(), static_cast<size_t>(piece.size()), MSG_NOSIGNAL) !=
-            piece.size())
-            __builtin_trap();
-        pump.wake();
-        int moved = 0;
-        while ((moved = pump.pump()) > 0)
-            passed += readAll(feed.ends[1]);
-        if (moved < 0)
-            break; // the peer is dropped
+    Handshake handshake = isClient ? Handshake::ofServer(1000) : Handshake::ofClient();
+    QByteArray held;
+    QByteArray answers;
+    qsizetype at = 0;
+    auto state = Handshake::State::Going;
+    while (state == Handshake::State::Going && at < bytes.size()) {
+        held += bytes.mid(at, pieceSize);
+        at += pieceSize;
+        state = handshake.take(&held, &answers);
+        require(held.size() <= Handshake::maximumLine + pieceSize);
     }
-    passed += readAll(feed.ends[1]);
-    if (passed.size() > bytes.size() + 32 * HandshakeFilter::maximumLines)
-        __builtin_trap();
-    const qsizetype handshake = endOfHandshake(passed, isClient);
-    if (handshake >= 0)
-        checkMessages(QByteArrayView(passed).sliced(handshake));
+    require(answers.size() <= Handshake::maximumLines * 64);
+    if (state == Handshake::State::Done)
+        checkMessages(held + bytes.mid(std::min(at, bytes.size())));
     return 0;
 }

@@ -20,7 +20,7 @@ ARROWS = {
     "core/dbus": (),
     "core/bundles": ("core/files",),
     "core/broadcast": ("core/dbus",),
-    "communication/remoting": ("core/dbus",),
+    "communication/remoting": ("core/dbus", "core/log"),
     "communication/channel": ("communication/remoting", "core/log"),
     "communication/events": ("communication/remoting", "core/bundles", "core/log"),
     "system/machine": ("core/bundles", "core/dbus", "core/files"),

@@ -76,10 +76,11 @@ public:
     Q_INVOKABLE void checkServerConnection();
 
     /// A proxy to the target's root object; null when the target is not there or is served by a user who may
-    /// not.
-    std::shared_ptr<NSDistantObject> daemonObject();
-    std::shared_ptr<NSDistantObject> agentObjectOfUser(quint32 userId);
-    std::shared_ptr<NSDistantObject> prefPaneObjectOfUser(quint32 userId);
+    /// not. What it will be asked first, without arguments, may travel along (NSConnection::rootProxyToAsk).
+    std::shared_ptr<NSDistantObject> daemonObject(const QByteArray &firstSelector = {});
+    std::shared_ptr<NSDistantObject> agentObjectOfUser(quint32 userId, const QByteArray &firstSelector = {});
+    std::shared_ptr<NSDistantObject> prefPaneObjectOfUser(quint32 userId,
+                                                          const QByteArray &firstSelector = {});
 
     /// Take the target's lock, waiting at most 5 s; true when it was taken. Unlocking is free of charge when
     /// the user has no lock.

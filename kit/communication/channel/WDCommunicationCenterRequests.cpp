@@ -23,10 +23,14 @@ namespace
 constexpr std::chrono::milliseconds lockLimit = std::chrono::seconds(5);
 constexpr quint32 rootUser = 0;
 
+// What a root object is asked.
+constexpr const char *pong = "pong";
+constexpr const char *centre = "communicationCenter";
+
 // What a root object answers.
 NSProtocol rootObjectProtocol()
 {
-    return {"WDCommunicationProtocol", {{"pong", "b"}, {"communicationCenter", "o"}}};
+    return {"WDCommunicationProtocol", {{pong, "b"}, {centre, "o"}}};
 }
 
 // What another process's centre answers.
@@ -54,14 +58,15 @@ QList<quint32> systemUsersAnd(quint32 userId)
 std::shared_ptr<NSDistantObject> rootProxyOf(WDCommunicationCenter *center,
                                              const std::shared_ptr<NSSocketPort> &receivePort,
                                              const std::shared_ptr<NSSocketPort> &clientPort,
-                                             const QList<quint32> &trusted, const char *failure)
+                                             const QList<quint32> &trusted, const QByteArray &firstSelector,
+                                             const char *failure)
 {
     const auto connection = NSConnection::connectionWithReceivePortSendPort(receivePort, clientPort);
     connection->setRequestTimeout(requestTimeout);
     connection->setReplyTimeout(replyTimeout);
     connection->setDelegate(center);
     connection->setTrustedPeers(trusted);
-    auto proxy = connection->rootProxy();
+    auto proxy = connection->rootProxyToAsk(firstSelector);
     if (!proxy)
         ZDRLog(failure);
     else
@@ -72,7 +77,7 @@ std::shared_ptr<NSDistantObject> rootProxyOf(WDCommunicationCenter *center,
 bool answerToPing(const std::shared_ptr<NSDistantObject> &proxy)
 {
     try {
-        return proxy && proxy->invoke("pong").toBool();
+        return proxy && proxy->invoke(pong).toBool();
     } catch (const NSException &) {
         return false;
     }
@@ -83,7 +88,7 @@ bool answerToPost(const std::shared_ptr<NSDistantObject> &proxy, const NSNotific
 {
     if (!proxy)
         return false;
-    const auto center = NSDistantObject::asProxy(proxy->invoke("communicationCenter"));
+    const auto center = NSDistantObject::asProxy(proxy->invoke(centre));
     if (!center)
         return false;
     center->setProtocolForProxy(centerProtocol());
@@ -155,19 +160,21 @@ void WDCommunicationCenter::unlockPrefPaneAccessForUser(quint32 userId)
 
 // ---- proxies
 
-std::shared_ptr<NSDistantObject> WDCommunicationCenter::daemonObject()
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::daemonObject(const QByteArray &firstSelector)
 {
     try {
         const auto clientPort = clientUnixSocketPortWithName(ProcessName::daemon);
         if (!clientPort)
             return nullptr;
-        return rootProxyOf(this, nullptr, clientPort, systemUsers(), "Could NOT connect to Daemon");
+        return rootProxyOf(this, nullptr, clientPort, systemUsers(), firstSelector,
+                           "Could NOT connect to Daemon");
     } catch (const NSException &) {
         return nullptr;
     }
 }
 
-std::shared_ptr<NSDistantObject> WDCommunicationCenter::agentObjectOfUser(quint32 userId)
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::agentObjectOfUser(quint32 userId,
+                                                                          const QByteArray &firstSelector)
 {
     try {
         const auto clientPort = clientUnixSocketPortWithName(ProcessName::ofUser(ProcessName::agent, userId));
@@ -176,20 +183,22 @@ std::shared_ptr<NSDistantObject> WDCommunicationCenter::agentObjectOfUser(quint3
         const auto replyPort = ZDRUnixSocketPort::port();
         if (!replyPort)
             return nullptr;
-        return rootProxyOf(this, replyPort, clientPort, systemUsersAnd(userId), "Could NOT connect to Agent");
+        return rootProxyOf(this, replyPort, clientPort, systemUsersAnd(userId), firstSelector,
+                           "Could NOT connect to Agent");
     } catch (const NSException &) {
         return nullptr;
     }
 }
 
-std::shared_ptr<NSDistantObject> WDCommunicationCenter::prefPaneObjectOfUser(quint32 userId)
+std::shared_ptr<NSDistantObject> WDCommunicationCenter::prefPaneObjectOfUser(quint32 userId,
+                                                                             const QByteArray &firstSelector)
 {
     try {
         const auto clientPort =
             clientUnixSocketPortWithName(ProcessName::ofUser(ProcessName::prefPane, userId));
         if (!clientPort)
             return nullptr;
-        return rootProxyOf(this, nullptr, clientPort, systemUsersAnd(userId),
+        return rootProxyOf(this, nullptr, clientPort, systemUsersAnd(userId), firstSelector,
                            "Could NOT connect to PrefPane");
     } catch (const NSException &) {
         return nullptr;
@@ -202,7 +211,7 @@ bool WDCommunicationCenter::pingDaemon()
 {
     if (!d->observer || !lockDaemonAccess())
         return false;
-    const bool answer = answerToPing(daemonObject());
+    const bool answer = answerToPing(daemonObject(pong));
     unlockDaemonAccess();
     return answer;
 }
@@ -211,7 +220,7 @@ bool WDCommunicationCenter::pingAgentOfUser(quint32 userId)
 {
     if (!d->observer || !lockAgentAccessForUser(userId))
         return false;
-    const bool answer = answerToPing(agentObjectOfUser(userId));
+    const bool answer = answerToPing(agentObjectOfUser(userId, pong));
     unlockAgentAccessForUser(userId);
     return answer;
 }
@@ -220,7 +229,7 @@ bool WDCommunicationCenter::pingPrefPaneOfUser(quint32 userId)
 {
     if (!d->observer || !lockPrefPaneAccessForUser(userId))
         return false;
-    const bool answer = answerToPing(prefPaneObjectOfUser(userId));
+    const bool answer = answerToPing(prefPaneObjectOfUser(userId, pong));
     unlockPrefPaneAccessForUser(userId);
     return answer;
 }
@@ -231,7 +240,7 @@ bool WDCommunicationCenter::postNotificationToDaemon(const NSNotification &notif
 {
     if (!d->observer || !lockDaemonAccess())
         return false;
-    const bool answer = answerToPost(daemonObject(), notification);
+    const bool answer = answerToPost(daemonObject(centre), notification);
     unlockDaemonAccess();
     return answer;
 }
@@ -240,7 +249,7 @@ bool WDCommunicationCenter::postNotificationToAgentOfUser(const NSNotification &
 {
     if (!d->observer || !lockAgentAccessForUser(userId))
         return false;
-    const bool answer = answerToPost(agentObjectOfUser(userId), notification);
+    const bool answer = answerToPost(agentObjectOfUser(userId, centre), notification);
     unlockAgentAccessForUser(userId);
     return answer;
 }
@@ -250,7 +259,7 @@ bool WDCommunicationCenter::postNotificationToPrefPaneOfUser(const NSNotificatio
 {
     if (!d->observer || !lockPrefPaneAccessForUser(userId))
         return false;
-    const bool answer = answerToPost(prefPaneObjectOfUser(userId), notification);
+    const bool answer = answerToPost(prefPaneObjectOfUser(userId, centre), notification);
     unlockPrefPaneAccessForUser(userId);
     return answer;
 }

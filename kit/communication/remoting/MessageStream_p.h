@@ -46,6 +46,17 @@ public:
         }
     };
 
+    /// The other side has no room for another stream, of this user or at all. Nothing was delivered.
+    class Refused : public NSException
+    {
+    public:
+        Refused()
+            : NSException(NSInvalidSendPortException,
+                          QStringLiteral("the other side has no room for another stream"))
+        {
+        }
+    };
+
     /// What a stream tells its connection. The functions may use the stream, nest calls and close it.
     class Handler
     {
@@ -68,9 +79,13 @@ public:
     /// Not owned; null takes it back.
     void setHandler(Handler *handler);
 
+    /// Lets the next call take this request, which must have no arguments, along: the reply is there sooner
+    /// when it is called in its turn. What is never called is asked all the same.
+    void anticipate(const Request &request);
+
     /// Sends the request and waits. While the main thread waits, requests that come in are served. Raises
     /// NSException when time runs out (NotHandedOver where the request did not even leave) or the stream
-    /// closes; an error reply comes back as a reply.
+    /// closes (Refused where it was never taken); an error reply comes back as a reply.
     Reply call(const Request &request, std::chrono::milliseconds requestTimeout,
                std::chrono::milliseconds replyTimeout);
 

@@ -49,6 +49,20 @@ void post(const QString &name, NSConnection *connection)
 {
     NSNotificationCenter::defaultCenter().postNotificationName(name, QVariant::fromValue(connection));
 }
+
+// Whatever the delegate throws: a stream is not taken in that nobody wanted.
+bool isWelcome(QObject *judge, NSConnection *parent, NSConnection *child)
+{
+    bool welcome = true;
+    try {
+        QMetaObject::invokeMethod(judge, "connectionShouldMakeNewConnection", Qt::DirectConnection,
+                                  Q_RETURN_ARG(bool, welcome), Q_ARG(NSConnection *, parent),
+                                  Q_ARG(NSConnection *, child));
+    } catch (...) {
+        welcome = false;
+    }
+    return welcome;
+}
 } // namespace
 
 // ---- vended objects
@@ -96,6 +110,10 @@ Reply NSConnection::Private::serve(const MessageStream::Request &request)
             return Reply::error(WireName::noRootObject, QStringLiteral("nothing is vended here"));
         return {{}, {}, {QVariant::fromValue(ObjectPath{WireName::rootPath})}};
     }
+    if (!object && request.path == WireName::connectionPath)
+        return Reply::error(
+            WireName::unknownMethod,
+            QStringLiteral("the connection does not answer %1").arg(QString::fromUtf8(request.member)));
     if (!object)
         return Reply::error(WireName::unknownObject,
                             QStringLiteral("no object at %1").arg(QString::fromUtf8(request.path)));
@@ -125,11 +143,7 @@ void NSConnection::Private::adopt(std::shared_ptr<MessageStream> accepted)
     child->d->vended = vended;
     child->d->stream = std::move(accepted);
     if (QObject *const judge = vended->delegate) {
-        bool welcome = true;
-        QMetaObject::invokeMethod(judge, "connectionShouldMakeNewConnection", Qt::DirectConnection,
-                                  Q_RETURN_ARG(bool, welcome), Q_ARG(NSConnection *, q),
-                                  Q_ARG(NSConnection *, child.get()));
-        if (!welcome)
+        if (!isWelcome(judge, q, child.get()))
             return;
     }
     child->d->stream->setHandler(child->d.get());
@@ -229,12 +243,19 @@ QObject *NSConnection::rootObject() const
 
 std::shared_ptr<NSDistantObject> NSConnection::rootProxy()
 {
+    return rootProxyToAsk({});
+}
+
+std::shared_ptr<NSDistantObject> NSConnection::rootProxyToAsk(const QByteArray &selector)
+{
     if (!d->trustedPeers.isEmpty()) {
         const auto server = d->openStream().peer();
         if (!server || !d->trustedPeers.contains(server->userId))
             return nullptr;
     }
     try {
+        if (!selector.isEmpty())
+            d->openStream().anticipate({WireName::rootPath, WireName::objectInterface, selector, {}});
         const QVariant root =
             d->call(WireName::connectionPath, WireName::connectionInterface, "rootObject", {});
         if (!root.canConvert<ObjectPath>())

@@ -34,8 +34,8 @@ struct StreamOptions {
     /// last request, so that pieces of a message do not prolong it.
     std::chrono::milliseconds idleLimit = std::chrono::minutes(5);
 
-    /// Whether root's processes and our own user's are spared the look at each message before it is whole:
-    /// they can harm this process without it, and it makes a short request dearer by half.
+    /// Whether root's processes and our own user's may send more than strangers: they can harm this process
+    /// without that.
     bool trustsOwnUser = true;
 };
 
@@ -91,6 +91,10 @@ public:
     /// root object, or is served by nobody whom setTrustedPeers names. Raises NSException when it cannot be
     /// reached in time.
     std::shared_ptr<NSDistantObject> rootProxy();
+
+    /// The same for a caller whose first request to it will be `selector`, without arguments: that travels
+    /// along, and its answer is there when it is asked for.
+    std::shared_ptr<NSDistantObject> rootProxyToAsk(const QByteArray &selector);
 
     /// How long a request may take to be handed over (connecting and identifying included), and how long its
     /// reply may take after that, before NSPortTimeoutException is raised. 60 s unless set.

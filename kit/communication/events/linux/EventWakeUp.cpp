@@ -26,12 +26,13 @@ public:
 
     void wake() override { ::eventfd_write(m_descriptor.get(), 1); }
 
-    void ready() override
+    bool ready() override
     {
         eventfd_t count = 0;
         ::eventfd_read(m_descriptor.get(), &count);
         const auto action = m_action; // it may end this object
         action();
+        return false;
     }
 
     void deadlinePassed() override {}

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/remoting/Handshake_p.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/communication/remoting/linux/AcceptedStreams_p.h"
 #include "DozelyKit/communication/remoting/linux/PeerCredentials_p.h"
 #include "DozelyKit/communication/remoting/linux/StreamState_p.h"
+#include "DozelyKit/core/log/AbuseLog.h"
 
 #include <cerrno>
-#include <list>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-using namespace dozely;
+namespace dozely
+{
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
@@ -17,49 +21,18 @@ using Stream = MessageStream::Private;
 
 namespace
 {
-constexpr size_t streamsPerUser = 64; // a user who connects without end harms himself only
-constexpr int acceptsPerTurn = 64;    // then the streams have their turn
+constexpr int acceptsPerTurn = 16;      // then the streams have their turn
+constexpr int acceptsAtTheEnd = 64;     // of a listener
+constexpr int descriptorsOfOurOwn = 64; // which strangers' streams must leave for files and children
 constexpr milliseconds pauseWithoutDescriptors(50);
 
-// The accepted streams of this thread, oldest first, whatever port they came in on.
-class AcceptedStreams
+/// Whether this descriptor leaves enough others: the kernel gives away the lowest that is free.
+bool leavesRoomForFiles(int descriptor)
 {
-public:
-    static AcceptedStreams &ofThisThread()
-    {
-        static thread_local AcceptedStreams streams;
-        return streams;
-    }
-
-    // Makes room for one more stream of the user: at the limit the oldest one that has not identified itself
-    // goes.
-    bool makeRoomFor(quint32 userId)
-    {
-        size_t count = 0;
-        std::shared_ptr<Stream> unidentified;
-        m_streams.remove_if([](const auto &weak) { return weak.expired() || !weak.lock()->isOpen(); });
-        for (const auto &weak : m_streams) {
-            const auto stream = weak.lock();
-            if (!stream->peer || stream->peer->userId != userId)
-                continue;
-            ++count;
-            if (!unidentified && !stream->isAuthenticated)
-                unidentified = stream;
-        }
-        if (count < streamsPerUser)
-            return true;
-        if (!unidentified)
-            return false;
-        unidentified->deadlinePassed();
-        return true;
-    }
-
-    void add(const std::shared_ptr<Stream> &stream) { m_streams.push_back(stream); }
-
-private:
-    std::list<std::weak_ptr<Stream>> m_streams;
-};
-
+    rlimit limit{};
+    return ::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY ||
+           static_cast<rlim_t>(descriptor) + descriptorsOfOurOwn < limit.rlim_cur;
+}
 } // namespace
 
 struct StreamListener::Private final : StreamLoop::Source {
@@ -68,16 +41,17 @@ struct StreamListener::Private final : StreamLoop::Source {
           m_options(options),
           m_loop(StreamLoop::ofThisThread()),
           m_descriptor(descriptor),
-          m_source(m_loop.add(descriptor, POLLIN, this))
+          m_source(m_loop.addListener(descriptor, this))
     {
     }
     ~Private() override { m_loop.remove(m_source); }
 
-    void ready() override { acceptUpTo(acceptsPerTurn); }
+    bool ready() override { return acceptUpTo(acceptsPerTurn); }
 
     void deadlinePassed() override { m_loop.setEvents(m_source, POLLIN); }
 
-    void acceptUpTo(int limit)
+    /// True when more may be waiting.
+    bool acceptUpTo(int limit)
     {
         const std::weak_ptr<bool> alive = m_alive;
         for (int i = 0; i < limit; ++i) {
@@ -85,27 +59,41 @@ struct StreamListener::Private final : StreamLoop::Source {
             if (descriptor < 0) {
                 if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM)
                     pause();
-                return;
+                return false;
             }
             take(descriptor);
             if (alive.expired())
-                return; // whoever took the stream has ended us
+                return false; // whoever took the stream has ended us
         }
+        return true;
     }
 
     void take(int descriptor)
     {
         const auto peer = peerCredentials(descriptor);
-        if (!peer || (m_isWelcome && !m_isWelcome(*peer)) ||
-            !AcceptedStreams::ofThisThread().makeRoomFor(peer->userId)) {
+        if (!peer || (m_isWelcome && !m_isWelcome(*peer))) {
             ::close(descriptor);
             return;
         }
-        if (auto stream = Stream::make(descriptor, Stream::Side::Server, m_options)) {
-            AcceptedStreams::ofThisThread().add(stream);
-            m_accept(std::shared_ptr<MessageStream>(new MessageStream(stream)));
-            stream->ready(); // starting it has read the handshake already: answer without another turn
+        const bool isStranger = peer->userId != 0 && peer->userId != ::geteuid();
+        if ((isStranger && !leavesRoomForFiles(descriptor)) ||
+            !AcceptedStreams::ofThisThread().makeRoomFor(peer->userId)) {
+            refuse(descriptor, *peer);
+            return;
         }
+        const auto stream = Stream::make(descriptor, Stream::Side::Server, m_options);
+        if (!stream)
+            return;
+        m_accept(std::shared_ptr<MessageStream>(new MessageStream(stream)));
+        stream->serviceLater(); // it has mostly been written to already
+    }
+
+    static void refuse(int descriptor, const NSConnection::Peer &peer)
+    {
+        const QByteArray words = Handshake::refusal();
+        ::send(descriptor, words.constData(), static_cast<size_t>(words.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
+        ::close(descriptor);
+        AbuseLog::note(peer.userId, "connection refused, there are too many");
     }
 
     // Without free descriptors the queue stays readable: looking again at once would only burn time.
@@ -133,10 +121,12 @@ StreamListener::~StreamListener() = default;
 
 void StreamListener::acceptPending()
 {
-    d->acceptUpTo(static_cast<int>(streamsPerUser));
+    d->acceptUpTo(acceptsAtTheEnd);
 }
 
 void StreamListener::setPeerCheck(NSConnection::PeerCheck isWelcome)
 {
     d->m_isWelcome = std::move(isWelcome);
 }
+
+} // namespace dozely

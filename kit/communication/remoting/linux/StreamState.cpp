@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
+//
+// The life of a stream, and what it takes in; what it serves and sends is in StreamRequests.cpp.
 #include "DozelyKit/communication/remoting/linux/StreamState_p.h"
 
+#include "DozelyKit/communication/remoting/linux/AcceptedStreams_p.h"
 #include "DozelyKit/communication/remoting/linux/PeerCredentials_p.h"
-#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "DozelyKit/core/log/AbuseLog.h"
 
-#include <QScopeGuard>
-
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <poll.h>
 #include <sys/socket.h>
@@ -20,29 +23,35 @@ using State = MessageStream::Private;
 
 namespace
 {
-// The hello of clients that believe to talk to a bus; the name means nothing here.
-constexpr const char *uniqueName = ":1.1";
-constexpr const char *busInterface = "org.freedesktop.DBus";
-
-/// The text of an error as D-Bus can carry it, within the limit of a message: a reply that cannot be sent
-/// would leave the caller waiting, and one that is too large would cost him the stream.
-QByteArray errorText(const QString &text)
-{
-    constexpr qsizetype longest = 64 << 10;
-    QList<uint> characters = text.left(longest).toUcs4(); // with U+FFFD for half a surrogate pair
-    for (uint &character : characters) {
-        if (character == 0 || QChar::isNonCharacter(character))
-            character = QChar::ReplacementCharacter;
-    }
-    return QString::fromUcs4(reinterpret_cast<const char32_t *>(characters.constData()), characters.size())
-        .toUtf8();
-}
+constexpr std::chrono::seconds authenticationLimit(5); // a peer that connects and stays silent is dropped
+constexpr std::chrono::seconds messageLimit(5);        // a stranger's large message, from its head to its end
+constexpr quint64 largestOfTrusted = static_cast<quint64>(CborBlock::maximumSize) + (64 << 10);
+constexpr quint64 largestOfStranger = 256 << 10;
+constexpr qsizetype pieceOfTrusted = 16 << 10; // read at once, before the size of a message is known
+constexpr qsizetype pieceOfStranger = 4 << 10;
+constexpr quint32 root = 0;
+constexpr const char *badMessage = "message too large or damaged, its connection closed";
 } // namespace
 
 std::shared_ptr<State> State::make(int descriptor, Side side, const StreamOptions &options)
 {
     const std::shared_ptr<State> stream(new State(descriptor, side, options));
-    return stream->start() ? stream : nullptr;
+    const auto user = stream->peer ? std::optional<quint32>(stream->peer->userId) : std::nullopt;
+    try {
+        stream->m_source = stream->loop.add(descriptor, POLLIN, stream.get(), user);
+    } catch (const NSException &) {
+        return nullptr;
+    }
+    if (side == Side::Client) {
+        stream->m_output = Handshake::opening(::geteuid());
+        stream->m_outputEnd = static_cast<quint64>(stream->m_output.size());
+        return stream;
+    }
+    stream->m_idleDeadline = steady_clock::now() + authenticationLimit;
+    stream->armDeadline();
+    if (user)
+        AcceptedStreams::ofThisThread().add(stream.get(), *user);
+    return stream;
 }
 
 State::Private(int descriptor, Side side, const StreamOptions &options)
@@ -50,11 +59,11 @@ State::Private(int descriptor, Side side, const StreamOptions &options)
       peer(peerCredentials(descriptor)),
       m_side(side),
       m_options(options),
-      m_descriptor(descriptor)
+      m_descriptor(descriptor),
+      m_handshake(side == Side::Client
+                      ? Handshake::ofClient()
+                      : Handshake::ofServer(peer ? std::optional<quint32>(peer->userId) : std::nullopt))
 {
-    m_source = loop.add(descriptor, POLLIN, this);
-    if (side == Side::Server)
-        loop.setDeadline(m_source, steady_clock::now() + authenticationLimit);
 }
 
 State::~Private()
@@ -67,53 +76,15 @@ void State::close()
     if (!isOpen())
         return;
     loop.remove(m_source);
-    if (bus)
-        sd_bus_close_unref(std::exchange(bus, nullptr)); // the descriptor is the bus's
-    else
-        ::close(m_descriptor);
-    m_descriptor = -1;
-    if (m_feed >= 0)
-        ::close(std::exchange(m_feed, -1));
-}
-
-bool State::isTrusted() const
-{
-    return m_options.trustsOwnUser && peer && (peer->userId == 0 || peer->userId == ::geteuid());
-}
-
-bool State::start()
-{
-    int input = m_descriptor;
-    if (!isTrusted()) {
-        std::array<int, 2> pair{};
-        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, pair.data()) != 0)
-            return false;
-        m_feed = pair[0];
-        input = pair[1];
-        const auto claimed = peer ? std::optional<uid_t>(peer->userId) : std::nullopt;
-        m_pump.emplace(m_descriptor, m_feed,
-                       m_side == Side::Client ? HandshakeFilter::ofServer()
-                                              : HandshakeFilter::ofClient(claimed));
+    ::close(std::exchange(m_descriptor, -1));
+    releaseRoom();
+    if (m_side == Side::Server && peer) {
+        auto &accepted = AcceptedStreams::ofThisThread();
+        accepted.remove(this, peer->userId);
+        accepted.output().give(peer->userId, std::exchange(m_outputHeld, 0));
     }
-    if (sd_bus_new(&bus) < 0) {
-        if (input != m_descriptor)
-            ::close(input);
-        return false;
-    }
-    sd_bus_set_fd(bus, input, m_descriptor); // the bus owns both from here
-    sd_bus_negotiate_fds(bus, 0);            // descriptors of strangers are not wanted
-    if (m_side == Side::Server) {
-        sd_id128_t id;
-        sd_id128_randomize(&id);
-        sd_bus_set_server(bus, 1, id);
-    }
-    // The peer may have written already. Starting reads it: one that is gone or has sent garbage fails here.
-    return pump() >= 0 && sd_bus_start(bus) >= 0;
-}
-
-int State::pump()
-{
-    return m_pump ? m_pump->pump() : 0;
+    m_input.clear();
+    m_output.clear();
 }
 
 void State::drop()
@@ -127,121 +98,179 @@ void State::drop()
     });
 }
 
-void State::ready()
+void State::dropFor(const char *reason)
 {
-    if (!isOpen())
-        return;
-    const auto self = shared_from_this(); // serving may let go of us
-    if (m_pump)
-        m_pump->wake();
-    if (drain() < 0)
-        drop();
-    else
-        settle();
-}
-
-void State::deadlinePassed()
-{
-    const auto self = shared_from_this();
+    if (!isTrusted() && m_side == Side::Server)
+        AbuseLog::note(peer ? std::optional<quint32>(peer->userId) : std::nullopt, reason);
     drop();
 }
 
-int State::drain()
+// ---- limits
+
+bool State::isTrusted() const
 {
-    if (const int moved = pump(); moved < 0)
-        return moved;
-    for (int i = 0; i < messagesPerTurn; ++i) {
-        uint64_t queued = 0;
-        if (sd_bus_get_n_queued_write(bus, &queued) >= 0 && queued > queuedReplies)
-            return -ENOBUFS;
-        sd_bus_message *raw = nullptr;
-        const int result = sd_bus_process(bus, &raw);
-        const Message message(raw);
-        if (result < 0)
-            return result;
-        if (result == 0) {
-            const int moved = pump();
-            if (moved <= 0)
-                return moved;
-        }
-        if (message)
-            serve(message.get());
-        if (!bus)
-            return 0;
-    }
-    loop.serviceLater(m_source);
-    return 0;
+    return m_options.trustsOwnUser && peer && (peer->userId == root || peer->userId == ::geteuid());
 }
 
-void State::settle()
+quint64 State::largestMessage() const
 {
-    if (!bus)
-        return;
-    const int events = sd_bus_get_events(bus);
-    if (events >= 0)
-        loop.setEvents(m_source, static_cast<short>(m_pump ? events | POLLIN : events));
-    uint64_t reading = 0;
-    if (sd_bus_get_n_queued_read(bus, &reading) >= 0 && reading > 0)
-        loop.serviceLater(m_source);
-    if (!isAuthenticated && sd_bus_is_ready(bus) > 0) {
-        isAuthenticated = true;
-        beginIdleTime();
-    }
+    return isTrusted() ? largestOfTrusted : largestOfStranger;
+}
+
+quint64 State::largestToSend() const
+{
+    const quint32 self = ::geteuid();
+    return self == root || (peer && peer->userId == self) ? largestOfTrusted : largestOfStranger;
 }
 
 void State::beginIdleTime()
 {
-    if (m_side == Side::Server)
-        loop.setDeadline(m_source, steady_clock::now() + m_options.idleLimit);
+    if (m_side != Side::Server)
+        return;
+    m_idleDeadline = steady_clock::now() + m_options.idleLimit;
+    armDeadline();
 }
 
-void State::serve(sd_bus_message *message)
+void State::armDeadline()
 {
-    uint8_t type = 0;
-    if (sd_bus_message_get_type(message, &type) < 0 || type != SD_BUS_MESSAGE_METHOD_CALL)
-        return;
-    loop.setDeadline(m_source, std::nullopt); // serving may take its time
-    const auto served = qScopeGuard([this] { beginIdleTime(); });
-    const auto textOf = [](const char *text) { return text ? QByteArray(text) : QByteArray(); };
-    Request request{textOf(sd_bus_message_get_path(message)),
-                    textOf(sd_bus_message_get_interface(message)),
-                    textOf(sd_bus_message_get_member(message)),
-                    {}};
-    if (request.interface == busInterface && request.member == "Hello") {
-        reply(message, {{}, {}, {QString::fromLatin1(uniqueName)}});
-        return;
-    }
-    auto arguments = BusCodec::read(message, BusCodec::ownStream);
-    if (!arguments && arguments.error().name == BusCodec::tooLarge)
-        return drop();
-    if (!arguments) {
-        reply(message, Reply::error(SD_BUS_ERROR_INVALID_ARGS,
-                                    QStringLiteral("arguments of these types are not known")));
-        return;
-    }
-    request.arguments = *std::move(arguments);
-    if (handler)
-        reply(message, handler->serve(request));
+    const bool hasBoth = m_idleDeadline && m_messageDeadline;
+    loop.setDeadline(m_source, hasBoth ? std::min(m_idleDeadline, m_messageDeadline)
+                                       : (m_idleDeadline ? m_idleDeadline : m_messageDeadline));
 }
 
-void State::reply(sd_bus_message *message, const Reply &reply)
+void State::deadlinePassed()
 {
-    if (!bus || sd_bus_message_get_expect_reply(message) <= 0)
-        return;
-    if (!reply.errorName.isEmpty()) {
-        sd_bus_reply_method_errorf(message, reply.errorName.constData(), "%s",
-                                   errorText(reply.errorText).constData());
-        return;
-    }
-    sd_bus_message *raw = nullptr;
-    if (sd_bus_message_new_method_return(message, &raw) < 0)
-        return;
-    const Message answer(raw);
-    if (const auto appended = BusCodec::append(answer.get(), reply.results, BusCodec::ownStream); appended)
-        sd_bus_send(bus, answer.get(), nullptr);
+    if (!m_isAuthenticated)
+        dropFor("silent connection closed");
+    else if (m_messageDeadline && *m_messageDeadline <= steady_clock::now())
+        dropFor("message without end dropped");
     else
-        sd_bus_reply_method_errorf(message, SD_BUS_ERROR_FAILED, "%s",
-                                   errorText(appended.error().text).constData());
+        drop();
+}
+
+// ---- taking in
+
+bool State::ready()
+{
+    if (!isOpen())
+        return false;
+    const auto self = shared_from_this(); // serving may let go of us
+    m_waitsForRoom = false;
+    if (front() == Front::Incomplete)
+        receive();
+    if (!isOpen())
+        return false;
+    switch (front()) {
+    case Front::Bad:
+        dropFor(badMessage);
+        return false;
+    case Front::Incomplete:
+        settle();
+        return false;
+    case Front::Whole:
+        break;
+    }
+    if (WireMessage::isCall(m_input) && !loop.mayServe(m_source, peer && peer->processId == ::getpid())) {
+        settle();
+        return false;
+    }
+    const auto message = WireMessage::parse(takeMessage());
+    if (!message) {
+        dropFor(badMessage);
+        return false;
+    }
+    if (front() != Front::Incomplete)
+        serviceLater(); // from an event loop within the request, when it runs one
+    handle(*message);
+    if (!isOpen())
+        return false;
+    const bool hasMore = front() != Front::Incomplete;
+    if (!hasMore) // else the next reply takes this one along
+        settle();
+    return hasMore && isOpen();
+}
+
+State::Front State::front() const
+{
+    if (!m_isAuthenticated || m_input.size() < WireMessage::headSize)
+        return Front::Incomplete;
+    const auto size = WireMessage::sizeOf(m_input);
+    if (!size || *size > largestMessage())
+        return Front::Bad;
+    return *size <= static_cast<quint64>(m_input.size()) ? Front::Whole : Front::Incomplete;
+}
+
+void State::receive()
+{
+    qsizetype wanted = isTrusted() ? pieceOfTrusted : pieceOfStranger;
+    if (m_isAuthenticated && m_input.size() >= WireMessage::headSize) {
+        const auto size = static_cast<qsizetype>(*WireMessage::sizeOf(m_input));
+        if (size > wanted && !makeRoom(size))
+            return;
+        wanted = std::max(size - m_input.size(), size > wanted ? 0 : wanted);
+    }
+    const qsizetype before = m_input.size();
+    m_input.resize(before + wanted);
+    const ssize_t got =
+        ::recv(m_descriptor, m_input.data() + before, static_cast<size_t>(wanted), MSG_DONTWAIT);
+    const int error = errno;
+    m_input.resize(before + std::max<ssize_t>(got, 0));
+    if (got == 0 || (got < 0 && error != EAGAIN && error != EINTR))
+        return drop();
+    if (got > 0 && !m_isAuthenticated)
+        goOnWithHandshake();
+}
+
+// What a stranger sends is held within limits, and a message that has begun has to come to an end.
+bool State::makeRoom(qsizetype size)
+{
+    if (m_roomTaken > 0 || isTrusted() || m_side == Side::Client)
+        return true;
+    if (!peer || !AcceptedStreams::ofThisThread().takeInput(this, peer->userId, size)) {
+        m_waitsForRoom = true;
+        return false;
+    }
+    m_roomTaken = size;
+    m_messageDeadline = steady_clock::now() + messageLimit;
+    armDeadline();
+    return true;
+}
+
+void State::releaseRoom()
+{
+    if (m_roomTaken == 0)
+        return;
+    m_messageDeadline.reset();
+    AcceptedStreams::ofThisThread().giveInput(peer->userId, std::exchange(m_roomTaken, 0));
+}
+
+void State::goOnWithHandshake()
+{
+    const qsizetype before = m_output.size();
+    switch (m_handshake.take(&m_input, &m_output)) {
+    case Handshake::State::Going:
+        break;
+    case Handshake::State::Done:
+        m_isAuthenticated = true;
+        beginIdleTime();
+        break;
+    case Handshake::State::Failed:
+        return dropFor("connection without a proper handshake closed");
+    case Handshake::State::Refused:
+        m_wasRefused = true;
+        return drop();
+    }
+    m_outputEnd += static_cast<quint64>(m_output.size() - before);
+}
+
+QByteArray State::takeMessage()
+{
+    const auto size = static_cast<qsizetype>(*WireMessage::sizeOf(m_input));
+    QByteArray message = m_input.size() == size ? std::exchange(m_input, {}) : m_input.left(size);
+    if (!m_input.isEmpty())
+        m_input.remove(0, size);
+    releaseRoom();
+    return message;
 }
 
 } // namespace dozely

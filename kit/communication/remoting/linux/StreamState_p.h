@@ -1,86 +1,112 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/communication/remoting/Handshake_p.h"
 #include "DozelyKit/communication/remoting/MessageStream_p.h"
-#include "DozelyKit/communication/remoting/linux/FramePump_p.h"
+#include "DozelyKit/communication/remoting/WireMessage_p.h"
 #include "DozelyKit/communication/remoting/linux/StreamLoop_p.h"
+#include "DozelyKit/core/foundation/Result.h"
 
-#include <systemd/sd-bus.h>
+#include <deque>
+#include <map>
 
 namespace dozely
 {
 
-/// What a MessageStream is made of: D-Bus, peer to peer, over a connected socket.
+/// What a MessageStream is made of: D-Bus, peer to peer, over one connected socket.
 ///
-/// sd-bus writes to the socket itself. What it reads of another user's comes through a socket pair from the
-/// FramePump, which has looked at each message's size before. Root's processes and our own user's need no
-/// such guard, which makes a short request dearer by half: they can harm this process without it.
-///
-/// Requests are taken out of sd-bus and served after it returned, so that serving may nest: sd-bus refuses to
-/// be entered again from within its own callbacks.
+/// Messages are taken in whole, one at a time, and served after nothing of this is under way any more, so
+/// that serving may nest and may close the stream. Replies leave at once, or with the next reply when another
+/// request is at hand already.
 ///
 /// The stream is open for as long as somebody holds this: its MessageStream, who serves it, who waits on it.
 struct MessageStream::Private final : StreamLoop::Source,
                                       std::enable_shared_from_this<MessageStream::Private> {
     enum class Side { Server, Client };
 
-    // What keeps one peer from starving or exhausting the others.
-    static constexpr std::chrono::seconds authenticationLimit{
-        5};                                       ///< A peer that connects and stays silent is dropped.
-    static constexpr int messagesPerTurn = 64;    ///< Then the others have their turn.
-    static constexpr uint64_t queuedReplies = 64; ///< A peer that reads no replies is dropped.
-
-    /// Takes over the descriptor. Null when the peer has gone already or has sent garbage.
+    /// Takes over the descriptor. Null when it cannot be watched.
     static std::shared_ptr<Private> make(int descriptor, Side side, const StreamOptions &options);
     ~Private() override;
 
     bool isOpen() const { return m_descriptor >= 0; }
+    bool isAuthenticated() const { return m_isAuthenticated; }
     void close();
-    void ready() override;
-    void deadlinePassed() override;
-
-    struct ReleaseMessage {
-        void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
-    };
-    using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
-
-    /// A request that goes nowhere yet. Raises NSException on a closed stream and for too large a request.
-    Message newCall(const Request &request) const;
-    /// Without a reply time-out of its own, the reply has to come before the first deadline.
-    Reply exchange(const Request &request, StreamLoop::Moment deadline,
-                   std::optional<std::chrono::milliseconds> replyTimeout);
-    void post(const Request &request, StreamLoop::Moment deadline);
-    /// Everything that was sent has left this process.
-    bool hasHandedOver() const;
-    /// After every use of the bus: what it waits for may have changed.
-    void settle();
+    /// Closes, and tells the handler from the event loop.
     void drop();
+    bool ready() override;
+    void deadlinePassed() override;
+    void serviceLater() { loop.serviceLater(m_source); }
 
-    sd_bus *bus = nullptr; ///< Null when closed.
-    StreamLoop &loop;      ///< The one of the thread that made the stream.
+    /// Queues a request, which leaves with the next settle; its serial number. Raises NSException on a closed
+    /// stream and for too large a request.
+    quint32 begin(const Request &request, bool expectsReply);
+    /// Waits for the reply. Without a reply time-out of its own it has to come before the first deadline.
+    Reply finish(quint32 serial, StreamLoop::Moment deadline,
+                 std::optional<std::chrono::milliseconds> replyTimeout);
+    void post(const Request &request, StreamLoop::Moment deadline);
+    /// The same request, with its reply on its way, was sent along with an earlier one.
+    std::optional<quint32> takeAnticipated(const Request &request);
+
+    StreamLoop &loop; ///< The one of the thread that made the stream.
     Handler *handler = nullptr;
     std::optional<NSConnection::Peer> peer;
-    bool isAuthenticated = false;
+    std::optional<Request> toAnticipate; ///< Leaves with the next request.
 
 private:
     Private(int descriptor, Side side, const StreamOptions &options);
+
+    /// What the first bytes of the input are.
+    enum class Front { Incomplete, Whole, Bad };
+
     bool isTrusted() const;
-    /// False when the peer has gone already or has sent garbage.
-    bool start();
-    int pump();
-    /// Everything there is to read and answer, at most a turn's worth; a negative errno drops the peer.
-    int drain();
-    void serve(sd_bus_message *message);
-    void reply(sd_bus_message *message, const Reply &reply);
+    quint64 largestMessage() const;
+    quint64 largestToSend() const;
+    Front front() const;
+    void receive();
+    bool makeRoom(qsizetype size);
+    void releaseRoom();
+    void goOnWithHandshake();
+    QByteArray takeMessage();
+    void handle(const WireMessage &message);
+    void serve(const WireMessage &call);
+    bool serveAsBus(const Request &request, const WireMessage &call);
+    Reply handled(const Request &request);
+    void reply(const WireMessage &call, const Reply &reply);
+    Result<void> send(WireMessage &message, const QVariantList &values);
+    /// After every use of the stream: sends what there is to send and looks for what may come.
+    void settle();
+    bool flush();
+    bool hasHandedOver() const { return m_isAuthenticated && m_output.isEmpty(); }
+    void limitReplies();
     /// From now on the peer has the idle limit for its next request.
     void beginIdleTime();
+    void armDeadline();
+    void dropFor(const char *reason);
 
     const Side m_side;
     const StreamOptions m_options;
-    int m_descriptor;                ///< The connected socket, which is the bus's; -1 when closed.
-    int m_feed = -1;                 ///< Our end of what the bus reads.
-    std::optional<FramePump> m_pump; ///< Absent for a peer that is trusted.
+    int m_descriptor; ///< -1 when closed.
     quint64 m_source = 0;
+
+    Handshake m_handshake;
+    bool m_isAuthenticated = false;
+    bool m_wasRefused = false;
+
+    QByteArray m_input;        ///< What has come and is not served yet.
+    qsizetype m_roomTaken = 0; ///< For the message at its front, when that is a large one.
+    bool m_waitsForRoom = false;
+
+    QByteArray m_output;             ///< What has not left yet.
+    quint64 m_outputEnd = 0;         ///< All that was ever put into it.
+    std::deque<quint64> m_replyEnds; ///< Where the replies in it end, counted likewise.
+    qsizetype m_outputHeld = 0;      ///< Taken of the quota.
+
+    quint32 m_lastSerial = 0;
+    std::map<quint32, std::optional<WireMessage>> m_awaited; ///< Replies by the serial of their call.
+    std::optional<std::pair<Request, quint32>> m_anticipated;
+
+    std::optional<StreamLoop::Moment> m_idleDeadline;    ///< Or that of the handshake.
+    std::optional<StreamLoop::Moment> m_messageDeadline; ///< Of a large message that has begun.
 };
 
 } // namespace dozely

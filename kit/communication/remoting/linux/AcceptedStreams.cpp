@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/remoting/linux/AcceptedStreams_p.h"
+
+#include "DozelyKit/communication/remoting/linux/PerThread_p.h"
+#include "DozelyKit/communication/remoting/linux/StreamState_p.h"
+
+#include <algorithm>
+
+namespace dozely
+{
+
+namespace
+{
+constexpr size_t streamsOfUser = 64; // a user who connects without end harms himself only
+constexpr size_t streamsOfAll = 1024;
+// Three messages of the largest size; with the first piece of each of 64 streams that is 1 MiB a user.
+constexpr qsizetype inputOfUser = 768 << 10;
+constexpr qsizetype inputOfAll = 12 << 20;
+constexpr qsizetype outputOfUser = 1 << 20;
+constexpr qsizetype outputOfAll = 16 << 20;
+} // namespace
+
+AcceptedStreams::AcceptedStreams() : m_input(inputOfUser, inputOfAll), m_output(outputOfUser, outputOfAll) {}
+
+AcceptedStreams &AcceptedStreams::ofThisThread()
+{
+    return perThread<AcceptedStreams>();
+}
+
+AcceptedStreams::Stream *AcceptedStreams::oldestUnidentified(const std::vector<Stream *> &streams) const
+{
+    const auto found = std::find_if(streams.begin(), streams.end(),
+                                    [](const Stream *stream) { return !stream->isAuthenticated(); });
+    return found == streams.end() ? nullptr : *found;
+}
+
+bool AcceptedStreams::makeRoomFor(quint32 userId)
+{
+    const auto own = m_streams.find(userId);
+    if (own != m_streams.end() && own->second.size() >= streamsOfUser) {
+        Stream *const oldest = oldestUnidentified(own->second);
+        if (!oldest)
+            return false;
+        oldest->drop();
+    }
+    return m_count < streamsOfAll || makeRoomAmongAll(userId);
+}
+
+// Somebody with many user ids may fill all places: each newcomer with fewer streams gets one of theirs.
+bool AcceptedStreams::makeRoomAmongAll(quint32 userId)
+{
+    const auto most = std::max_element(m_streams.begin(), m_streams.end(), [](const auto &a, const auto &b) {
+        return a.second.size() < b.second.size();
+    });
+    const auto own = m_streams.find(userId);
+    const size_t owned = own == m_streams.end() ? 0 : own->second.size();
+    if (most->second.size() <= owned + 1 && owned > 0)
+        return false;
+    Stream *const unidentified = oldestUnidentified(most->second);
+    (unidentified ? unidentified : most->second.front())->drop();
+    return true;
+}
+
+void AcceptedStreams::add(Stream *stream, quint32 userId)
+{
+    m_streams[userId].push_back(stream);
+    ++m_count;
+}
+
+void AcceptedStreams::remove(Stream *stream, quint32 userId)
+{
+    const auto own = m_streams.find(userId);
+    if (own == m_streams.end() || std::erase(own->second, stream) == 0)
+        return;
+    --m_count;
+    if (own->second.empty())
+        m_streams.erase(own);
+}
+
+bool AcceptedStreams::takeInput(Stream *stream, quint32 userId, qsizetype bytes)
+{
+    if (m_input.take(userId, bytes))
+        return true;
+    m_waiting.push_back(stream->weak_from_this());
+    return false;
+}
+
+void AcceptedStreams::giveInput(quint32 userId, qsizetype bytes)
+{
+    m_input.give(userId, bytes);
+    for (const auto &waiting : std::exchange(m_waiting, {})) {
+        if (const auto stream = waiting.lock())
+            stream->serviceLater();
+    }
+}
+
+} // namespace dozely

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/communication/remoting/linux/ByteQuota_p.h"
+
+#include "DozelyKit/communication/remoting/MessageStream_p.h"
+
+#include <map>
+#include <vector>
+
+namespace dozely
+{
+
+/// The streams that one thread has accepted, and what all of them may take: docs/wire-protocol.md has the
+/// limits. Each stream belongs to a user, by the kernel's word.
+class AcceptedStreams
+{
+public:
+    using Stream = MessageStream::Private;
+
+    static AcceptedStreams &ofThisThread();
+
+    /// Makes room for one more stream of the user: at his limit his oldest one that has not identified itself
+    /// goes; at the limit of all, the oldest one of whoever has most. False when there is no room.
+    bool makeRoomFor(quint32 userId);
+
+    void add(Stream *stream, quint32 userId);
+    void remove(Stream *stream, quint32 userId);
+
+    /// Room for a message that is on its way. Who gets none is given a turn when there is some again.
+    bool takeInput(Stream *stream, quint32 userId, qsizetype bytes);
+    void giveInput(quint32 userId, qsizetype bytes);
+
+    /// Room for replies that wait to be read.
+    ByteQuota &output() { return m_output; }
+
+private:
+    Stream *oldestUnidentified(const std::vector<Stream *> &streams) const;
+    bool makeRoomAmongAll(quint32 userId);
+
+    std::map<quint32, std::vector<Stream *>> m_streams; ///< Of each user the oldest first.
+    size_t m_count = 0;
+    std::vector<std::weak_ptr<Stream>> m_waiting; ///< For room for a message.
+    ByteQuota m_input;
+    ByteQuota m_output;
+
+public:
+    AcceptedStreams();
+};
+
+} // namespace dozely
