@@ -2,7 +2,9 @@
 """A whole system below a scratch folder: bus, login manager, daemon and agent, for the demo and the benchmarks."""
 
 import contextlib
+import datetime
 import os
+import plistlib
 import pwd
 import shutil
 import signal
@@ -35,6 +37,20 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus
   </policy>
 </busconfig>
 """
+
+
+def utc_now():
+    """The time now, as property lists have it."""
+    return datetime.datetime.now(datetime.timezone.utc).replace(tzinfo=None)
+
+
+def schedule(number, date, bundle="Command.plugin", parameters=None, owner=None):
+    """An entry of the schedule store, this process's user's unless told."""
+    return {
+        "Identifier": f"schedule-{number}", "Name": f"Schedule {number}", "Is Enabled": True,
+        "Bundle Path": f"/{PLUG_INS}/{bundle}", "Parameters": parameters or {},
+        "Date": date, "Time Zone": "UTC", "Owner": os.geteuid() if owner is None else owner,
+    }
 
 
 class Failure(Exception):
@@ -109,6 +125,14 @@ class System:
             os.mkdir(self.path(SOCKETS))
             os.chmod(self.path(SOCKETS), 0o777)
 
+    def store(self, schedules):
+        """Writes the schedule store as the admin tool would: whole or not at all."""
+        path = self.path("Library/Preferences/com.dozely.plist")
+        with open(path + ".new", "wb") as file:
+            plistlib.dump({"Schedule Array": schedules}, file, fmt=plistlib.FMT_BINARY)
+        os.chmod(path + ".new", 0o644)
+        os.rename(path + ".new", path)
+
     def close_to_others(self):
         """Takes away what a generous umask gave: code that others may write is not loaded."""
         for folder, folders, files in os.walk(self.root):
@@ -162,8 +186,8 @@ class System:
         if status != 0:
             raise Failure(f"the mock login manager took no session: {output}")
 
-    def start_daemon(self):
-        return self.start("dozelyd", [self.path("usr/sbin/dozelyd"), "--root", self.root])
+    def start_daemon(self, **more):
+        return self.start("dozelyd", [self.path("usr/sbin/dozelyd"), "--root", self.root], **more)
 
     def process(self, wanted):
         return next(process for name, process in self.processes if name == wanted)
