@@ -76,8 +76,10 @@ class Stream:
     def __init__(self, path, user, limit):
         self.socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         try:
-            self.socket.settimeout(limit)
+            # Waits while the queue of the listener is full, which one that does not block would not.
+            self.socket.setsockopt(socket.SOL_SOCKET, socket.SO_SNDTIMEO, struct.pack("ll", int(limit), 0))
             self.socket.connect(path)
+            self.socket.settimeout(limit)
             self.socket.sendall(greeting(user))
             self.input = self.socket.makefile("rb")
             if not self.input.readline(512).startswith(b"OK "):
