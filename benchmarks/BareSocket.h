@@ -6,11 +6,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
@@ -37,12 +39,29 @@ pid_t startServer(Serve serve)
     return child;
 }
 
+inline void endServers(const std::vector<pid_t> &servers)
+{
+    for (const pid_t server : servers)
+        ::kill(server, SIGKILL);
+    while (::wait(nullptr) > 0) {
+    }
+}
+
 inline sockaddr_un addressOf(const QByteArray &path)
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, path.constData(), static_cast<size_t>(path.size()));
     return address;
+}
+
+inline int listenAt(const sockaddr_un &address)
+{
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (::bind(descriptor, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
+        ::listen(descriptor, 128) != 0)
+        fail("listen");
+    return descriptor;
 }
 
 inline void transfer(int descriptor, bool sending)

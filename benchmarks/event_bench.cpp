@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// One Apple event with its reply, on a fresh connection and on a kept one, against bare exchanges over a Unix
-// socket. Each server is a process of its own.
+// One Apple event with its reply, on a fresh connection and on a kept one, against the same bytes directly on
+// sd-bus and bare exchanges over a Unix socket. Each server is a process of its own.
 #include "BareSocket.h"
 #include "Bench.h"
+#include "DirectBus.h"
 #include "Placement.h"
 
 #include "DozelyKit/communication/events/AEManager.h"
@@ -21,9 +22,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <signal.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace dozely;
@@ -78,20 +76,57 @@ void sendEvent(const ProcessSerialNumber &number)
         reply.parameter(keyDirectObject) != event.parameter(keyDirectObject))
         fail("the event was not answered");
 }
+
+// ---- directly on sd-bus: the kit's bytes each way
+
+void answerDirect(sd_bus_message *call)
+{
+    const void *event = nullptr;
+    size_t size = 0;
+    int priority = 0;
+    sd_bus_message_read_array(call, 'y', &event, &size);
+    sd_bus_message_read(call, "i", &priority);
+    static const QByteArray answer = [] {
+        AppleEvent reply;
+        AECreateAppleEvent(kCoreEventClass, kAEAnswer, AEDesc(), kAutoGenerateReturnID, kAnyTransactionID,
+                           &reply);
+        const qint32 value = 42;
+        AEPutParamPtr(&reply, keyDirectObject, typeSInt32, &value, sizeof value);
+        QByteArray bytes;
+        reply.flatten(&bytes);
+        return QByteArray(sizeof(OSStatus), '\0') + bytes;
+    }();
+    sd_bus_message *reply = nullptr;
+    sd_bus_message_new_method_return(call, &reply);
+    sd_bus_message_append_array(reply, 'y', answer.constData(), static_cast<size_t>(answer.size()));
+    sd_bus_send(nullptr, reply, nullptr);
+    sd_bus_message_unref(reply);
+}
+
+void sendDirect(DirectBus &bus, const QByteArray &event)
+{
+    const auto call = bus.newCall("/root", "handleAppleEvent");
+    sd_bus_message_append_array(call.get(), 'y', event.constData(), static_cast<size_t>(event.size()));
+    sd_bus_message_append(call.get(), "i", 0);
+    const auto reply = bus.call(call);
+    const void *bytes = nullptr;
+    size_t size = 0;
+    if (sd_bus_message_read_array(reply.get(), 'y', &bytes, &size) < 0 || size == 0)
+        fail("the event was not answered");
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
     QTemporaryDir folder("/tmp/dz-XXXXXX");
     RootFolder::set(folder.path());
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, folder.filePath("bare").toUtf8().constData(), sizeof address.sun_path);
-    const int listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (::bind(listening, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
-        ::listen(listening, 128) != 0)
-        fail("listen");
-    const std::vector<pid_t> servers{startServer([&] { serveBare(listening); }),
+    const sockaddr_un address = addressOf(folder.filePath("bare").toUtf8());
+    const sockaddr_un directAddress = addressOf(folder.filePath("direct").toUtf8());
+    const int listening = listenAt(address);
+    const int listeningDirect = listenAt(directAddress);
+    const std::vector<pid_t> servers{startServer([&] { serveBare(listening); }), startServer([&] {
+                                         serveDirect(argc, argv, listeningDirect, answerDirect);
+                                     }),
                                      startServer([&] { serveEvents(argc, argv); })};
 
     qputenv("QT_NO_GLIB", "1");
@@ -103,6 +138,9 @@ int main(int argc, char **argv)
             fail("the receiver cannot be found");
     }
     const int kept = connectBare(address);
+    const auto keptBus = connectDirect(directAddress);
+    QByteArray flat;
+    eventTo(receiver).flatten(&flat);
 
     Bench bench;
     std::vector<std::tuple<QString, QString, double>> reaches;
@@ -124,24 +162,28 @@ int main(int argc, char **argv)
         sendEvent(receiver);
     };
     const auto keptBare = [&] { exchangeBare(kept); };
+    const auto freshDirect = [&] { sendDirect(*connectDirect(directAddress), flat); };
+    const auto keptDirect = [&] { sendDirect(*keptBus, flat); };
     const auto keptEvent = [&] { sendEvent(receiver); };
     for (const Placement &placement : Placement::all()) {
         const auto take = [placement, &servers] { placement.take(servers); };
         const QString where = ", " + placement.name;
         bench.add("bare exchange, fresh" + where, freshBare, take);
+        bench.add("direct sd-bus, fresh" + where, freshDirect, take);
         bench.add("request, fresh" + where, freshRequest, take);
         bench.add("event, fresh" + where, freshEvent, take);
         bench.add("bare exchange, kept" + where, keptBare, take);
+        bench.add("direct sd-bus, kept" + where, keptDirect, take);
         bench.add("event, kept" + where, keptEvent, take);
-        reaches.emplace_back("event, fresh" + where, "bare exchange, fresh" + where, 3.0);
-        reaches.emplace_back("event, kept" + where, "bare exchange, kept" + where, 6.0);
+        for (const QString way : {", fresh", ", kept"}) {
+            reaches.emplace_back("event" + way + where, "direct sd-bus" + way + where, 1.15);
+            reaches.emplace_back("event" + way + where, "bare exchange" + way + where,
+                                 way == ", kept" ? 6.0 : 3.0);
+        }
     }
     bench.run(20, 200);
     bench.print("one Apple event with its reply", reaches);
-    for (const pid_t server : servers)
-        ::kill(server, SIGKILL);
-    while (::wait(nullptr) > 0) {
-    }
+    endServers(servers);
     return 0;
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
 // One complete request, fresh connection, post of ten keys: through the kit, as a bare exchange over a Unix
-// socket, and through a dbus-daemon. Each server is a process of its own.
+// socket, directly on sd-bus, and through a dbus-daemon. Each server is a process of its own.
 #include "BareSocket.h"
 #include "Bench.h"
+#include "DirectBus.h"
 #include "Placement.h"
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
@@ -20,13 +21,6 @@
 #include <QTimeZone>
 
 #include <cstring>
-#include <poll.h>
-#include <signal.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <sys/wait.h>
-#include <systemd/sd-bus.h>
 #include <unistd.h>
 
 using namespace dozely;
@@ -57,6 +51,51 @@ void requestBare(const QByteArray &path)
     ::close(descriptor);
 }
 
+// ---- what sd-bus carries, with and without a dbus-daemon
+
+void answerCall(sd_bus_message *call)
+{
+    const char *const member = sd_bus_message_get_member(call);
+    if (member && std::strcmp(member, "postNotification") == 0)
+        sd_bus_reply_method_return(call, "b", 1);
+    else
+        sd_bus_reply_method_return(call, "o", "/object/1");
+}
+
+void appendTenKeys(sd_bus_message *message)
+{
+    const unsigned char data[16] = {};
+    sd_bus_message_append(message, "ss", "UserAgentMustActEvent", "com.dozely.UserAgent");
+    sd_bus_message_open_container(message, 'a', "{sv}");
+    sd_bus_message_append(message, "{sv}{sv}{sv}{sv}", "text", "s", "some text of usual length", "number",
+                          "i", 7, "truth", "b", 1, "fraction", "d", 0.25);
+    sd_bus_message_append(message, "{sv}{sv}{sv}", "large", "x", int64_t{9'000'000'000}, "date", "(xis)",
+                          int64_t{1789000000123}, 3600, "Europe/Paris", "path", "s",
+                          "/Library/Application Support");
+    sd_bus_message_open_container(message, 'e', "sv");
+    sd_bus_message_append_basic(message, 's', "data");
+    sd_bus_message_open_container(message, 'v', "ay");
+    sd_bus_message_append_array(message, 'y', data, sizeof data);
+    sd_bus_message_close_container(message);
+    sd_bus_message_close_container(message);
+    sd_bus_message_append(message, "{sv}{sv}", "list", "av", 2, "s", "alpha", "s", "beta", "nested", "a{sv}",
+                          1, "a", "i", 1);
+    sd_bus_message_close_container(message);
+}
+
+// ---- directly on sd-bus
+
+void requestDirect(const sockaddr_un &address)
+{
+    const auto bus = connectDirect(address);
+    for (const char *member : {"rootObject", "communicationCenter", "postNotification"}) {
+        const auto call = bus->newCall("/object/1", member);
+        if (std::strcmp(member, "postNotification") == 0)
+            appendTenKeys(call.get());
+        bus->call(call);
+    }
+}
+
 // ---- through a dbus-daemon
 
 sd_bus *openBus(const QByteArray &address)
@@ -79,33 +118,10 @@ void serveBus(const QByteArray &address)
         if (!message)
             continue;
         const char *const member = sd_bus_message_get_member(message);
-        if (member && std::strcmp(member, "postNotification") == 0)
-            sd_bus_reply_method_return(message, "b", 1);
-        else if (member && std::strcmp(member, "NameAcquired") != 0)
-            sd_bus_reply_method_return(message, "o", "/object/1");
+        if (member && std::strcmp(member, "NameAcquired") != 0)
+            answerCall(message);
         sd_bus_message_unref(message);
     }
-}
-
-void appendTenKeys(sd_bus_message *message)
-{
-    const unsigned char data[16] = {};
-    sd_bus_message_append(message, "ss", "UserAgentMustActEvent", "com.dozely.UserAgent");
-    sd_bus_message_open_container(message, 'a', "{sv}");
-    sd_bus_message_append(message, "{sv}{sv}{sv}{sv}", "text", "s", "some text of usual length", "number",
-                          "i", 7, "truth", "b", 1, "fraction", "d", 0.25);
-    sd_bus_message_append(message, "{sv}{sv}{sv}", "large", "x", int64_t{9'000'000'000}, "date", "(xis)",
-                          int64_t{1789000000123}, 3600, "Europe/Paris", "path", "s",
-                          "/Library/Application Support");
-    sd_bus_message_open_container(message, 'e', "sv");
-    sd_bus_message_append_basic(message, 's', "data");
-    sd_bus_message_open_container(message, 'v', "ay");
-    sd_bus_message_append_array(message, 'y', data, sizeof data);
-    sd_bus_message_close_container(message);
-    sd_bus_message_close_container(message);
-    sd_bus_message_append(message, "{sv}{sv}", "list", "av", 2, "s", "alpha", "s", "beta", "nested", "a{sv}",
-                          1, "a", "i", 1);
-    sd_bus_message_close_container(message);
 }
 
 void requestBus(const QByteArray &address)
@@ -175,14 +191,13 @@ int main(int argc, char **argv)
     const QByteArray busPath = folder.filePath("bus").toUtf8();
     const QByteArray busAddress = "unix:path=" + busPath;
 
-    const int listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_un address = addressOf(barePath);
-    if (::bind(listening, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0 ||
-        ::listen(listening, 128) != 0)
-        fail("listen");
+    const sockaddr_un directAddress = addressOf(folder.filePath("direct").toUtf8());
+    const int listening = listenAt(addressOf(barePath));
+    const int listeningDirect = listenAt(directAddress);
 
     std::vector<pid_t> servers;
     servers.push_back(startServer([&] { serveBare(listening); }));
+    servers.push_back(startServer([&] { serveDirect(argc, argv, listeningDirect, answerCall); }));
     servers.push_back(startServer([&] {
         ::execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile", "--address",
                  busAddress.constData(), nullptr);
@@ -214,22 +229,22 @@ int main(int argc, char **argv)
         if (!center->postNotificationToDaemon(tenKeys()))
             fail("the daemon did not answer");
     };
+    const auto direct = [&] { requestDirect(directAddress); };
     const auto bus = [&] { requestBus(busAddress); };
     for (const Placement &placement : Placement::all()) {
         const auto take = [placement, &servers] { placement.take(servers); };
         const QString where = ", " + placement.name;
         bench.add("bare socket" + where, bare, take);
+        bench.add("direct sd-bus" + where, direct, take);
         bench.add("kit" + where, kit, take);
         bench.add("dbus-daemon" + where, bus, take);
         reaches.emplace_back("kit" + where, "bare socket" + where, 3.0);
-        reaches.emplace_back("kit" + where, "dbus-daemon" + where, 0.4);
+        reaches.emplace_back("kit" + where, "direct sd-bus" + where, 1.10);
+        reaches.emplace_back("kit" + where, "dbus-daemon" + where, 0.35);
     }
     bench.run(20, 200);
     bench.print("one complete request, fresh connection, post of ten keys", reaches);
-    for (const pid_t server : servers)
-        ::kill(server, SIGKILL);
-    while (::wait(nullptr) > 0) {
-    }
+    endServers(servers);
     return 0;
 }
 
