@@ -31,6 +31,7 @@ class Child:
     """A function that runs in a process of its own as some user, and whose result comes back."""
 
     def __init__(self, user, function, *arguments, keen=False):
+        self.name = getattr(function, "__name__", "a child")
         self.ours, theirs = forking.Pipe()
         self.process = forking.Process(target=self.main, args=(theirs, user, function, arguments, keen), daemon=True)
         self.process.start()
@@ -51,8 +52,11 @@ class Child:
             self.ours.send("end")
         if not self.ours.poll(limit):
             self.process.kill()
-            raise TimeoutError("a measuring process did not end")
-        result = self.ours.recv()
+            raise TimeoutError(f"{self.name} did not end")
+        try:
+            result = self.ours.recv()
+        except EOFError:
+            raise OSError(f"{self.name} failed") from None
         self.process.join(limit)
         return result
 
@@ -142,7 +146,7 @@ class Pingers:
         self.children["machine"] = Child(os.geteuid(), ping_until_told, machine.once, keen=True)
 
     def results(self):
-        return {name: child.result(PATIENCE + 5) for name, child in self.children.items()}
+        return {name: child.result(3 * PATIENCE + 5) for name, child in self.children.items()}
 
     def kill(self):
         for child in self.children.values():
