@@ -149,7 +149,7 @@ void State::limitReplies()
         return;
     if (!flush())
         return;
-    const bool isStranger = m_side == Side::Server && peer && !isTrusted();
+    const bool isStranger = m_side == Side::Server && peer && !m_isTrusted;
     const qsizetype more = m_output.size() - m_outputHeld;
     bool isWithin = m_replyEnds.size() <= unreadReplies;
     if (isWithin && isStranger && more > 0) {
@@ -170,8 +170,8 @@ Result<void> State::send(WireMessage &message, const QVariantList &values)
     if (message.serial == 0) // after four thousand million
         message.serial = ++m_lastSerial;
     const QByteArray bytes = message.bytes();
-    if (static_cast<quint64>(bytes.size()) > largestToSend())
-        return Error{QStringLiteral("a message of more than %1 bytes").arg(largestToSend())};
+    if (static_cast<quint64>(bytes.size()) > m_largestToSend)
+        return Error{QStringLiteral("a message of more than %1 bytes").arg(m_largestToSend)};
     m_output += bytes;
     m_outputEnd += static_cast<quint64>(bytes.size());
     return {};

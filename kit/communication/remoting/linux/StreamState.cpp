@@ -31,6 +31,17 @@ constexpr qsizetype pieceOfTrusted = 16 << 10; // read at once, before the size 
 constexpr qsizetype pieceOfStranger = 4 << 10;
 constexpr quint32 root = 0;
 constexpr const char *badMessage = "message too large or damaged, its connection closed";
+
+/// Whether that peer can harm us without sending us anything.
+bool mayHarm(const std::optional<NSConnection::Peer> &peer, quint32 us)
+{
+    return peer && (peer->userId == root || peer->userId == us);
+}
+
+constexpr quint64 largest(bool isTrusted)
+{
+    return isTrusted ? largestOfTrusted : largestOfStranger;
+}
 } // namespace
 
 std::shared_ptr<State> State::make(int descriptor, Side side, const StreamOptions &options)
@@ -58,7 +69,10 @@ State::Private(int descriptor, Side side, const StreamOptions &options)
     : loop(StreamLoop::ofThisThread()),
       peer(peerCredentials(descriptor)),
       m_side(side),
-      m_options(options),
+      m_idleLimit(options.idleLimit),
+      m_isTrusted(options.trustsOwnUser && mayHarm(peer, ::geteuid())),
+      m_isOwnProcess(peer && peer->processId == ::getpid()),
+      m_largestToSend(largest(::geteuid() == root || (peer && peer->userId == ::geteuid()))),
       m_descriptor(descriptor),
       m_handshake(side == Side::Client
                       ? Handshake::ofClient()
@@ -100,34 +114,18 @@ void State::drop()
 
 void State::dropFor(const char *reason)
 {
-    if (!isTrusted() && m_side == Side::Server)
+    if (!m_isTrusted && m_side == Side::Server)
         AbuseLog::note(peer ? std::optional<quint32>(peer->userId) : std::nullopt, reason);
     drop();
 }
 
 // ---- limits
 
-bool State::isTrusted() const
-{
-    return m_options.trustsOwnUser && peer && (peer->userId == root || peer->userId == ::geteuid());
-}
-
-quint64 State::largestMessage() const
-{
-    return isTrusted() ? largestOfTrusted : largestOfStranger;
-}
-
-quint64 State::largestToSend() const
-{
-    const quint32 self = ::geteuid();
-    return self == root || (peer && peer->userId == self) ? largestOfTrusted : largestOfStranger;
-}
-
 void State::beginIdleTime()
 {
     if (m_side != Side::Server)
         return;
-    m_idleDeadline = steady_clock::now() + m_options.idleLimit;
+    m_idleDeadline = steady_clock::now() + m_idleLimit;
     armDeadline();
 }
 
@@ -170,7 +168,7 @@ bool State::ready()
     case Front::Whole:
         break;
     }
-    if (WireMessage::isCall(m_input) && !loop.mayServe(m_source, peer && peer->processId == ::getpid())) {
+    if (WireMessage::isCall(m_input) && !loop.mayServe(m_source, m_isOwnProcess)) {
         settle();
         return false;
     }
@@ -195,14 +193,14 @@ State::Front State::front() const
     if (!m_isAuthenticated || m_input.size() < WireMessage::headSize)
         return Front::Incomplete;
     const auto size = WireMessage::sizeOf(m_input);
-    if (!size || *size > largestMessage())
+    if (!size || *size > largest(m_isTrusted))
         return Front::Bad;
     return *size <= static_cast<quint64>(m_input.size()) ? Front::Whole : Front::Incomplete;
 }
 
 void State::receive()
 {
-    qsizetype wanted = isTrusted() ? pieceOfTrusted : pieceOfStranger;
+    qsizetype wanted = m_isTrusted ? pieceOfTrusted : pieceOfStranger;
     if (m_isAuthenticated && m_input.size() >= WireMessage::headSize) {
         const auto size = static_cast<qsizetype>(*WireMessage::sizeOf(m_input));
         if (size > wanted && !makeRoom(size))
@@ -224,7 +222,7 @@ void State::receive()
 // What a stranger sends is held within limits, and a message that has begun has to come to an end.
 bool State::makeRoom(qsizetype size)
 {
-    if (m_roomTaken > 0 || isTrusted() || m_side == Side::Client)
+    if (m_roomTaken > 0 || m_isTrusted || m_side == Side::Client)
         return true;
     if (!peer || !AcceptedStreams::ofThisThread().takeInput(this, peer->userId, size)) {
         m_waitsForRoom = true;

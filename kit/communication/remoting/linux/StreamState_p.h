@@ -58,9 +58,6 @@ private:
     /// What the first bytes of the input are.
     enum class Front { Incomplete, Whole, Bad };
 
-    bool isTrusted() const;
-    quint64 largestMessage() const;
-    quint64 largestToSend() const;
     Front front() const;
     void receive();
     bool makeRoom(qsizetype size);
@@ -84,7 +81,10 @@ private:
     void dropFor(const char *reason);
 
     const Side m_side;
-    const StreamOptions m_options;
+    const std::chrono::milliseconds m_idleLimit;
+    const bool m_isTrusted; ///< The peer may send more than strangers: it can harm us without that.
+    const bool m_isOwnProcess;
+    const quint64 m_largestToSend;
     int m_descriptor; ///< -1 when closed.
     quint64 m_source = 0;
 
