@@ -23,7 +23,7 @@ public:
     /// Skips the padding, which has to be zero.
     bool align(qsizetype boundary)
     {
-        for (; m_position % boundary != 0; ++m_position) {
+        for (; (m_position & (boundary - 1)) != 0; ++m_position) { // boundaries are powers of two
             if (m_position >= m_bytes.size() || m_bytes[m_position] != 0)
                 return false;
         }
@@ -61,15 +61,11 @@ public:
     bool signature(QByteArrayView *result)
     {
         quint8 length = 0;
-        return number(&length) && bytes(length, result) && !result->contains('\0') && terminator();
+        return number(&length) && bytes(length, result) && terminator(); // a NUL in it is no type
     }
 
 private:
-    bool terminator()
-    {
-        QByteArrayView zero;
-        return bytes(1, &zero) && zero[0] == '\0';
-    }
+    bool terminator() { return m_position < m_bytes.size() && m_bytes[m_position++] == '\0'; }
 
     QByteArrayView m_bytes;
     qsizetype m_position = 0;

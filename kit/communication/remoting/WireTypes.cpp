@@ -10,18 +10,40 @@ namespace dozely
 
 namespace
 {
+/// A type that holds no other.
+bool isBasic(char type)
+{
+    switch (type) {
+    case 'y':
+    case 'b':
+    case 'n':
+    case 'q':
+    case 'i':
+    case 'u':
+    case 'x':
+    case 't':
+    case 'd':
+    case 's':
+    case 'o':
+    case 'g':
+    case 'h':
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// The length of the complete type at the head; 0 when there is none.
 qsizetype lengthOf(QByteArrayView signature, int depth)
 {
     if (signature.isEmpty() || depth > WireTypes::maximumDepth)
         return 0;
     const char first = signature[0];
-    if (QByteArrayView("ybnqiuxtdsogvh").contains(first))
+    if (isBasic(first) || first == 'v')
         return 1;
     if (first == 'a') {
         if (signature.size() > 1 && signature[1] == '{') {
-            const bool hasBasicKey =
-                signature.size() > 2 && QByteArrayView("ybnqiuxtdsogh").contains(signature[2]);
+            const bool hasBasicKey = signature.size() > 2 && isBasic(signature[2]);
             const qsizetype value = hasBasicKey ? lengthOf(signature.sliced(3), depth + 1) : 0;
             const qsizetype end = 3 + value;
             return value > 0 && end < signature.size() && signature[end] == '}' ? end + 1 : 0;
