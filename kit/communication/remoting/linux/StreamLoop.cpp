@@ -222,8 +222,7 @@ void StreamLoop::serveInTurn(const Done &done)
             continue;
         const TurnOrder::User user = entry->second.user;
         entry->second.isWaiting = false;
-        if (!m_order.isEmpty())
-            rearm(); // what is served may run an event loop, and the others are served from there
+        rearm(); // what is served may run an event loop, and the others are served from there
         serve(*id);
         const Moment now = steady_clock::now();
         m_order.charge(user, now - begin);
