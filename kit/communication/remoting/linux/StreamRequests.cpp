@@ -78,9 +78,12 @@ void State::serve(const WireMessage &call)
     Request request{call.path, call.interface, call.member, {}};
     if (serveAsBus(request, call))
         return;
-    m_idleDeadline.reset(); // serving may take its time
-    armDeadline();
-    const auto served = qScopeGuard([this] { beginIdleTime(); });
+    endIdleTime(); // serving may take its time
+    ++m_serving;
+    const auto served = qScopeGuard([this] {
+        --m_serving;
+        beginIdleTime();
+    });
     auto arguments = WireValues::read(call);
     if (!arguments)
         return reply(call, Reply::error(WireName::invalidArguments, arguments.error().text));
@@ -101,6 +104,8 @@ bool State::serveAsBus(const Request &request, const WireMessage &call)
     }
     if (request.interface != peerInterface)
         return false;
+    if (!m_idleDeadline) // it has waited for its turn
+        beginIdleTime();
     if (request.member == "Ping")
         reply(call, {});
     else if (request.member == "GetMachineId")

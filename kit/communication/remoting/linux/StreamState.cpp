@@ -123,9 +123,15 @@ void State::dropFor(const char *reason)
 
 void State::beginIdleTime()
 {
-    if (m_side != Side::Server)
+    if (m_side != Side::Server || m_serving > 0)
         return;
     m_idleDeadline = steady_clock::now() + m_idleLimit;
+    armDeadline();
+}
+
+void State::endIdleTime()
+{
+    m_idleDeadline.reset();
     armDeadline();
 }
 
@@ -168,7 +174,10 @@ bool State::ready()
     case Front::Whole:
         break;
     }
+    if (std::exchange(m_messageDeadline, std::nullopt))
+        armDeadline(); // it has come in time, whenever it is served
     if (WireMessage::isCall(m_input) && !loop.mayServe(m_source, m_isOwnProcess)) {
+        endIdleTime(); // the peer has asked
         settle();
         return false;
     }
@@ -238,7 +247,6 @@ void State::releaseRoom()
 {
     if (m_roomTaken == 0)
         return;
-    m_messageDeadline.reset();
     AcceptedStreams::ofThisThread().giveInput(peer->userId, std::exchange(m_roomTaken, 0));
 }
 

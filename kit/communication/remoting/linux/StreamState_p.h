@@ -75,8 +75,9 @@ private:
     bool flush();
     bool hasHandedOver() const { return m_isAuthenticated && m_output.isEmpty(); }
     void limitReplies();
-    /// From now on the peer has the idle limit for its next request.
+    /// From now on the peer has the idle limit for its next request, unless one of its requests is served.
     void beginIdleTime();
+    void endIdleTime();
     void armDeadline();
     void dropFor(const char *reason);
 
@@ -105,6 +106,7 @@ private:
     std::map<quint32, std::optional<WireMessage>> m_awaited; ///< Replies by the serial of their call.
     std::optional<std::pair<Request, quint32>> m_anticipated;
 
+    int m_serving = 0;                                   ///< Requests of this stream, within each other.
     std::optional<StreamLoop::Moment> m_idleDeadline;    ///< Or that of the handshake.
     std::optional<StreamLoop::Moment> m_messageDeadline; ///< Of a large message that has begun.
 };
