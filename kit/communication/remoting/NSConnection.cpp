@@ -45,9 +45,13 @@ private:
     const std::optional<NSConnection::Peer> *m_outer;
 };
 
+// Whatever an observer throws: streams come and go from event loops, which must not see it.
 void post(const QString &name, NSConnection *connection)
 {
-    NSNotificationCenter::defaultCenter().postNotificationName(name, QVariant::fromValue(connection));
+    try {
+        NSNotificationCenter::defaultCenter().postNotificationName(name, QVariant::fromValue(connection));
+    } catch (...) {
+    }
 }
 
 // Whatever the delegate throws: a stream is not taken in that nobody wanted.
