@@ -74,8 +74,55 @@ public:
             send("BEGIN\r\n");
     }
 
-    /// A method call for "pong" whose header claims a body of so many bytes.
-    static QByteArray call(quint32 bodySize)
+    /// The same in one piece, for who does not wait for the answers.
+    void introduce() { send(QByteArray(1, '\0') + "AUTH EXTERNAL\r\nDATA\r\nBEGIN\r\n"); }
+
+    /// How many messages have come since the handshake; does not wait.
+    int replies()
+    {
+        char buffer[4096];
+        ssize_t size = 0;
+        while ((size = ::recv(m_socket, buffer, sizeof buffer, MSG_DONTWAIT)) > 0)
+            m_received.append(buffer, size);
+        if (!m_isAccepted) {
+            const qsizetype accepted = m_received.indexOf("OK ");
+            const qsizetype end = accepted < 0 ? -1 : m_received.indexOf("\r\n", accepted);
+            if (end < 0)
+                return 0;
+            m_received.remove(0, end + 2);
+            m_isAccepted = true;
+        }
+        while (m_received.size() >= 16) {
+            quint32 body = 0;
+            quint32 fields = 0;
+            std::memcpy(&body, m_received.constData() + 4, 4);
+            std::memcpy(&fields, m_received.constData() + 12, 4);
+            const auto whole = static_cast<qsizetype>(16 + (fields + 7) / 8 * 8 + body);
+            if (m_received.size() < whole)
+                break;
+            m_last = m_received.left(whole);
+            m_received.remove(0, whole);
+            ++m_replies;
+        }
+        return m_replies;
+    }
+
+    /// Waits until so many have come; false when the other side closes before, or 20 s have passed.
+    bool waitForReplies(int count)
+    {
+        pollfd polled{m_socket, POLLIN, 0};
+        while (replies() < count) {
+            if (::poll(&polled, 1, 20'000) <= 0 || (polled.revents & POLLHUP) != 0)
+                return replies() >= count;
+        }
+        return true;
+    }
+
+    /// The last of them.
+    QByteArray lastReply() const { return m_last; }
+
+    /// A method call, for "pong" unless told, whose header claims a body of so many bytes.
+    static QByteArray call(quint32 bodySize, const QByteArray &member = "pong")
     {
         QByteArray fields;
         const auto field = [&](char code, char type, const QByteArray &text) {
@@ -84,7 +131,7 @@ public:
             fields += QByteArray(head, sizeof head) + number(static_cast<quint32>(text.size())) + text + '\0';
         };
         field(1, 'o', "/root");
-        field(3, 's', "pong");
+        field(3, 's', member);
         field(2, 's', "com.dozely.Object");
         if (bodySize > 0)
             fields += QByteArray((8 - fields.size() % 8) % 8, '\0') + QByteArray("\x08\x01g\0\x02"
@@ -106,4 +153,8 @@ private:
 
     int m_socket;
     bool m_connected = false;
+    bool m_isAccepted = false;
+    QByteArray m_received;
+    QByteArray m_last;
+    int m_replies = 0;
 };
