@@ -75,17 +75,14 @@ QByteArray Handshake::answerTo(const QByteArray &command)
         return "ERROR \"no descriptors travel here\"";
     if (wasAsking && (command == "DATA" || command.startsWith("DATA ")))
         return answerToIdentity(command.mid(5));
-    m_isAccepted = false;
-    if (command == "AUTH EXTERNAL") {
-        m_isAsking = true;
-        return "DATA";
-    }
     if (command.startsWith("AUTH EXTERNAL "))
         return answerToIdentity(command.mid(14));
-    if (command == "AUTH" || command.startsWith("AUTH ") || command == "CANCEL" ||
-        command.startsWith("ERROR"))
-        return rejection.toByteArray();
-    return "ERROR \"unknown command\"";
+    const bool isRefusal = command == "CANCEL" || command.startsWith("ERROR");
+    if (!isRefusal && command != "AUTH" && !command.startsWith("AUTH "))
+        return "ERROR \"unknown command\"";
+    m_isAccepted = false;
+    m_isAsking = command == "AUTH EXTERNAL";
+    return m_isAsking ? "DATA" : rejection.toByteArray();
 }
 
 QByteArray Handshake::answerToIdentity(const QByteArray &claim)
