@@ -6,6 +6,11 @@
 namespace dozely
 {
 
+namespace
+{
+constexpr std::chrono::milliseconds dearestTurn(100);
+} // namespace
+
 void TurnOrder::add(quint64 source, User user)
 {
     Account &account = m_accounts[user];
@@ -39,7 +44,7 @@ std::optional<quint64> TurnOrder::next()
 void TurnOrder::charge(User user, std::chrono::nanoseconds time)
 {
     Account &account = m_accounts[user];
-    account.taken = std::max(account.taken, m_level) + time;
+    account.taken = std::max(account.taken, m_level) + std::min<std::chrono::nanoseconds>(time, dearestTurn);
 }
 
 } // namespace dozely

@@ -29,7 +29,8 @@ public:
     /// The source whose turn it is, which waits no more; absent when none waits.
     std::optional<quint64> next();
 
-    /// What a turn has taken.
+    /// What a turn has taken. It costs no more than 100 ms: what takes longer has mostly waited, for a person
+    /// or for a reply, while others had their turns, and must not shut its user out for as long again.
     void charge(User user, std::chrono::nanoseconds time);
 
     bool isEmpty() const { return m_waiting == 0; }
