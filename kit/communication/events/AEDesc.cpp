@@ -8,26 +8,9 @@
 
 namespace
 {
-auto withKeyword(AEKeyword keyword)
+std::optional<AEDesc> copyOf(const AEDesc *found)
 {
-    return [keyword](const auto &item) { return item.keyword == keyword; };
-}
-
-template<class List>
-std::optional<AEDesc> valueIn(const List &items, AEKeyword keyword)
-{
-    const auto found = std::find_if(items.begin(), items.end(), withKeyword(keyword));
-    return found == items.end() ? std::nullopt : std::optional<AEDesc>(found->value);
-}
-
-template<class List>
-void put(List &items, AEKeyword keyword, const AEDesc &value)
-{
-    const auto found = std::find_if(items.begin(), items.end(), withKeyword(keyword));
-    if (found == items.end())
-        items.append({keyword, value});
-    else
-        found->value = value;
+    return found ? std::optional<AEDesc>(*found) : std::nullopt;
 }
 } // namespace
 
@@ -72,7 +55,7 @@ bool AEDesc::copyHead(void *to, qsizetype size) const
 
 qsizetype AEDesc::count() const
 {
-    return m_items ? m_items->parameters.size() : 0;
+    return m_items ? m_items->parameters.count() : 0;
 }
 
 AEDesc AEDesc::at(qsizetype index) const
@@ -106,13 +89,13 @@ OSErr AEDesc::append(const AEDesc &element)
     Items *const items = itemsFor(copy);
     if (!items)
         return errAEIllegalIndex;
-    items->parameters.append({0, copy});
+    items->parameters.append(copy);
     return noErr;
 }
 
 std::optional<AEDesc> AEDesc::parameter(AEKeyword keyword) const
 {
-    return isRecord() && m_items ? valueIn(m_items->parameters, keyword) : std::nullopt;
+    return isRecord() && m_items ? copyOf(m_items->parameters.find(keyword)) : std::nullopt;
 }
 
 OSErr AEDesc::setParameter(AEKeyword keyword, const AEDesc &value)
@@ -123,19 +106,19 @@ OSErr AEDesc::setParameter(AEKeyword keyword, const AEDesc &value)
     Items *const items = itemsFor(copy);
     if (!items)
         return errAEIllegalIndex;
-    put(items->parameters, keyword, copy);
+    items->parameters.put(keyword, copy);
     return noErr;
 }
 
 void AEDesc::removeParameter(AEKeyword keyword)
 {
     if (m_items && isRecord())
-        m_items->parameters.removeIf(withKeyword(keyword));
+        m_items->parameters.remove(keyword);
 }
 
 std::optional<AEDesc> AEDesc::attribute(AEKeyword keyword) const
 {
-    return m_items ? valueIn(m_items->attributes, keyword) : std::nullopt;
+    return m_items ? copyOf(m_items->attributes.find(keyword)) : std::nullopt;
 }
 
 OSErr AEDesc::setAttribute(AEKeyword keyword, const AEDesc &value)
@@ -146,14 +129,14 @@ OSErr AEDesc::setAttribute(AEKeyword keyword, const AEDesc &value)
     Items *const items = itemsFor(copy);
     if (!items)
         return errAEIllegalIndex;
-    put(items->attributes, keyword, copy);
+    items->attributes.put(keyword, copy);
     return noErr;
 }
 
 void AEDesc::removeAttribute(AEKeyword keyword)
 {
     if (m_items)
-        m_items->attributes.removeIf(withKeyword(keyword));
+        m_items->attributes.remove(keyword);
 }
 
 bool AEDesc::operator==(const AEDesc &other) const

@@ -78,7 +78,8 @@ public:
     OSErr append(const AEDesc &element);
 
     /// Absent when there is none. Setting replaces. errAEWrongDataType for what is no record or, with an
-    /// attribute, no Apple event; errAEIllegalIndex for nesting beyond maximumDepth.
+    /// attribute, no Apple event; errAEIllegalIndex for nesting beyond maximumDepth. Getting and setting take
+    /// the same time however many there are; removing takes as much longer as there are more.
     std::optional<AEDesc> parameter(AEKeyword keyword) const;
     OSErr setParameter(AEKeyword keyword, const AEDesc &value);
     void removeParameter(AEKeyword keyword);

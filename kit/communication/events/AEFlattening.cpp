@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/events/AEDescItems_p.h"
 
-#include <QSet>
 #include <QtEndian>
 
 // docs/apple-events.md has the form: a head of four bytes, then one descriptor.
@@ -25,14 +24,18 @@ public:
     static void write(const AEDesc &desc, QByteArray &bytes)
     {
         writeWord(desc.m_type, bytes);
-        writeWord(static_cast<quint32>(bodySize(desc)), bytes);
         if (!desc.isContainer()) {
+            writeWord(static_cast<quint32>(desc.m_data.size()), bytes);
             bytes.append(desc.m_data);
             return;
         }
+        // The size is filled in afterwards: counting it here would go over what is within at every level.
+        const qsizetype place = bytes.size();
+        writeWord(0, bytes);
         if (desc.m_type == typeAppleEvent)
             writeItems(desc.m_items ? desc.m_items->attributes : List(), true, bytes);
         writeItems(desc.m_items ? desc.m_items->parameters : List(), desc.isRecord(), bytes);
+        qToBigEndian(static_cast<quint32>(bytes.size() - place - wordSize), bytes.data() + place);
     }
 
     explicit AEFlattening(QByteArrayView bytes) : m_rest(bytes) {}
@@ -47,9 +50,9 @@ private:
         qsizetype size = wordSize * (desc.m_type == typeAppleEvent ? 2 : 1);
         if (!desc.m_items)
             return size;
-        for (const Item &item : std::as_const(desc.m_items->attributes))
+        for (const Item &item : desc.m_items->attributes)
             size += wordSize + sizeOf(item.value);
-        for (const Item &item : std::as_const(desc.m_items->parameters))
+        for (const Item &item : desc.m_items->parameters)
             size += (desc.isRecord() ? wordSize : 0) + sizeOf(item.value);
         return size;
     }
@@ -63,7 +66,7 @@ private:
 
     static void writeItems(const List &items, bool withKeywords, QByteArray &bytes)
     {
-        writeWord(static_cast<quint32>(items.size()), bytes);
+        writeWord(static_cast<quint32>(items.count()), bytes);
         for (const Item &item : items) {
             if (withKeywords)
                 writeWord(item.keyword, bytes);
@@ -103,7 +106,7 @@ private:
         if ((container.m_type == typeAppleEvent && !readItems(&attributes, true, depth)) ||
             !readItems(&parameters, container.isRecord(), depth))
             return false;
-        if (attributes.isEmpty() && parameters.isEmpty())
+        if (attributes.count() == 0 && parameters.count() == 0)
             return true;
         container.m_items = new AEDesc::Items;
         for (const List *list : {&attributes, &parameters}) {
@@ -122,17 +125,15 @@ private:
         quint32 count = 0;
         if (!readWord(&count))
             return false;
-        QSet<AEKeyword> known;
         for (quint32 i = 0; i < count; ++i) {
-            Item item{0, AEDesc()};
-            if ((withKeywords && !readWord(&item.keyword)) || !read(&item.value, depth))
+            AEKeyword keyword = 0;
+            AEDesc value;
+            if ((withKeywords && !readWord(&keyword)) || !read(&value, depth))
                 return false;
-            if (withKeywords) {
-                if (known.contains(item.keyword))
-                    return false; // two readers could take different ones
-                known.insert(item.keyword);
-            }
-            items->append(item);
+            if (!withKeywords)
+                items->append(value);
+            else if (!items->add(keyword, value))
+                return false; // two readers could take different ones
         }
         return true;
     }

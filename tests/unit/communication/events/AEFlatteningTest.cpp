@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/events/AEDesc.h"
+#include "support/ProcessorTime.h"
 
 #include <QtEndian>
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 using namespace dozely;
 
@@ -153,14 +156,79 @@ TEST(AEFlattening, HasALargestSize)
     EXPECT_EQ(result(head + part("data", fitting + 'x')), errAECorruptData);
 }
 
-TEST(AEFlattening, ReadsVeryManyParametersInReasonableTime)
+// ---- what hostile bytes may cost
+
+namespace
 {
-    // A quarter of a million: comparing each with each would take minutes.
+/// As many parameters as an event can have, one for each keyword, within lists that reach down to `depth`.
+QByteArray largestRecord(const std::function<AEKeyword(quint32)> &keyword, int depth = 1)
+{
+    constexpr qsizetype listSize = 12;
+    const qsizetype room = AEDesc::maximumFlattenedSize - head.size() - depth * listSize;
+    const auto count = static_cast<quint32>(room / 12);
     QByteArray items;
-    constexpr quint32 count = 250'000;
+    items.reserve(room);
     for (quint32 i = 0; i < count; ++i)
-        items += word(i) + part("null", "");
-    AEDesc back;
-    ASSERT_EQ(AEDesc::unflatten(head + part("reco", word(count) + items), &back), noErr);
-    EXPECT_EQ(back.count(), count);
+        items += word(keyword(i)) + part("null", "");
+    QByteArray nested = part("reco", word(count) + items);
+    for (int i = 1; i < depth; ++i)
+        nested = part("list", word(1) + nested);
+    return head + nested;
+}
+
+/// Comparing each with each takes minutes; what is told apart in one step each takes a twentieth of this.
+constexpr double reasonableSeconds = 3;
+} // namespace
+
+TEST(AEFlattening, ReadsAndWritesTheLargestRecordInReasonableTime)
+{
+    const QByteArray bytes = largestRecord([](quint32 i) { return i; });
+    const double seconds = processorSeconds([&] {
+        AEDesc back;
+        ASSERT_EQ(AEDesc::unflatten(bytes, &back), noErr);
+        for (AEKeyword i = 0; i < static_cast<quint32>(back.count()); ++i)
+            ASSERT_TRUE(back.parameter(i)) << i;
+        EXPECT_EQ(flat(back), bytes);
+    });
+    EXPECT_LT(seconds, reasonableSeconds);
+}
+
+TEST(AEFlattening, ReadsKeywordsInReasonableTimeHoweverTheyWereChosen)
+{
+    // Those that share their low or high bits, or their rest by the primes that tables of strangers have as
+    // sizes: where a keyword alone says where it is kept, they all meet at one place.
+    const QList<std::function<AEKeyword(quint32)>> choices{
+        [](quint32 i) { return i << 13; },        [](quint32 i) { return i << 16 | i >> 16; },
+        [](quint32 i) { return i * 12289; },      [](quint32 i) { return i * 85229; },
+        [](quint32 i) { return 0xffffffff - i; },
+    };
+    for (qsizetype choice = 0; choice < choices.size(); ++choice) {
+        const QByteArray bytes = largestRecord(choices[choice]);
+        const double seconds = processorSeconds([&] {
+            const OSErr error = result(bytes);
+            EXPECT_TRUE(error == noErr || error == errAECorruptData) << "some of them come round again";
+        });
+        EXPECT_LT(seconds, reasonableSeconds / 3) << choice;
+    }
+}
+
+TEST(AEFlattening, WritesWhatIsNestedAsFastAsWhatIsNot)
+{
+    const auto keyword = [](quint32 i) { return i; };
+    const auto secondsAt = [&](int depth) {
+        AEDesc desc;
+        EXPECT_EQ(AEDesc::unflatten(largestRecord(keyword, depth), &desc), noErr);
+        return processorSeconds([&] { flat(desc); });
+    };
+    secondsAt(1); // the first one pays for memory that nobody used before
+    const double shallow = secondsAt(1);
+    const double deep = secondsAt(AEDesc::maximumDepth);
+    EXPECT_LT(deep, 2 * shallow + 0.005);
+}
+
+TEST(AEFlattening, EndsAtTheSecondOfTwoKeywordsWithoutReadingOn)
+{
+    // A third of a million parameters stand behind them.
+    const QByteArray bytes = largestRecord([](quint32 i) { return i / 2; });
+    EXPECT_LT(processorSeconds([&] { EXPECT_EQ(result(bytes), errAECorruptData); }), 0.01);
 }
