@@ -176,7 +176,7 @@ QByteArray largestRecord(const std::function<AEKeyword(quint32)> &keyword, int d
     return head + nested;
 }
 
-/// Comparing each with each takes minutes; what is told apart in one step each takes a twentieth of this.
+/// Comparing each with each takes half a minute; what is found in one step each takes a tenth of a second.
 constexpr double reasonableSeconds = 3;
 } // namespace
 
@@ -198,16 +198,14 @@ TEST(AEFlattening, ReadsKeywordsInReasonableTimeHoweverTheyWereChosen)
     // Those that share their low or high bits, or their rest by the primes that tables of strangers have as
     // sizes: where a keyword alone says where it is kept, they all meet at one place.
     const QList<std::function<AEKeyword(quint32)>> choices{
-        [](quint32 i) { return i << 13; },        [](quint32 i) { return i << 16 | i >> 16; },
-        [](quint32 i) { return i * 12289; },      [](quint32 i) { return i * 85229; },
-        [](quint32 i) { return 0xffffffff - i; },
+        [](quint32 i) { return i << 13; },
+        [](quint32 i) { return i << 16 | i >> 16; },
+        [](quint32 i) { return i * 12289; },
+        [](quint32 i) { return i * 85229; },
     };
     for (qsizetype choice = 0; choice < choices.size(); ++choice) {
         const QByteArray bytes = largestRecord(choices[choice]);
-        const double seconds = processorSeconds([&] {
-            const OSErr error = result(bytes);
-            EXPECT_TRUE(error == noErr || error == errAECorruptData) << "some of them come round again";
-        });
+        const double seconds = processorSeconds([&] { EXPECT_EQ(result(bytes), noErr); });
         EXPECT_LT(seconds, reasonableSeconds / 3) << choice;
     }
 }
