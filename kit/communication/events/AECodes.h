@@ -76,6 +76,8 @@ constexpr OSErr paramErr = -50;    ///< An argument that makes no sense.
 constexpr OSErr memFullErr = -108; ///< Larger than an event may be.
 constexpr OSErr procNotFound = -600;
 constexpr OSErr connectionInvalid = -609; ///< The other process has gone or shuts this one out.
+/// The receiver has no room now, neither for a stream nor in its queue; the event has not arrived.
+constexpr OSErr sessTableErr = -907;
 constexpr OSErr errAECoercionFail = -1700;
 constexpr OSErr errAEDescNotFound = -1701;
 constexpr OSErr errAECorruptData = -1702;

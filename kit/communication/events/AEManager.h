@@ -68,9 +68,10 @@ DOZELYKIT_EXPORT OSErr AEPutParamPtr(AEDesc *record, AEKeyword keyword, DescType
 /// nothing else is. An event of this process to itself is dispatched at once. THREADING: any thread; one that
 /// sends to itself needs the main thread to serve events.
 ///
-/// RESULTS, besides noErr: procNotFound, connectionInvalid, errAETimeout, errAEEventNotHandled (none without
-/// a reply), errAEEventFailed (the handler raised), errAEPrivilegeError, errAEUnknownAddressType,
-/// errAENotAppleEvent, errAEUnknownSendMode, paramErr, memFullErr, errAECorruptData (the reply).
+/// RESULTS, besides noErr: procNotFound, connectionInvalid, sessTableErr (no room at the receiver),
+/// errAETimeout, errAEEventNotHandled (none without a reply), errAEEventFailed (the handler raised),
+/// errAEPrivilegeError, errAEUnknownAddressType, errAENotAppleEvent, errAEUnknownSendMode, paramErr,
+/// memFullErr, errAECorruptData (the reply).
 DOZELYKIT_EXPORT OSStatus AESend(const AppleEvent *event, AppleEvent *reply, qint32 mode, qint16 priority,
                                  qint64 timeOutInTicks);
 /// @}

@@ -9,7 +9,9 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/StringFormat.h"
 
+#include <QScopeGuard>
 #include <QtEndian>
 
 #include <algorithm>
@@ -21,6 +23,8 @@ namespace
 {
 // Then those that wait are served before more are taken in: a sender must not fill our memory.
 constexpr size_t longestQueue = 256;
+// Of handlers that run an event loop, from which more events are served: each takes of the stack.
+constexpr int deepestNesting = 8;
 
 /// What handleAppleEvent answers: the result code in four bytes, big-endian, and the flattened reply.
 QByteArray packed(OSStatus status, const AppleEvent &reply)
@@ -103,10 +107,12 @@ void AEReceiver::stop()
     m_wakeUp.reset();
 }
 
-void AEReceiver::queue(const AppleEvent &event, qint16 priority)
+bool AEReceiver::queue(const AppleEvent &event, qint16 priority)
 {
     if (m_queue.size() >= longestQueue)
         serveQueue();
+    if (m_queue.size() >= longestQueue)
+        return false;
     const bool isUrgent = priority == kAEHighPriority;
     const auto place = isUrgent ? std::find_if(m_queue.begin(), m_queue.end(),
                                                [](const Waiting &waiting) { return !waiting.isUrgent; })
@@ -118,17 +124,42 @@ void AEReceiver::queue(const AppleEvent &event, qint16 priority)
         m_wakeUp->wake();
     else
         serveQueue();
+    return true;
 }
 
-// A handler may send, wait, and so have this called again: the queue is looked at anew each time.
+// A handler may run an event loop, or send and wait, and so have this called again: the queue is looked at
+// anew each time. What waits when handlers nest too deep is served further out, once the innermost one ends.
 void AEReceiver::serveQueue()
 {
+    if (m_depth >= deepestNesting)
+        return;
+    ++m_depth;
+    const auto left = qScopeGuard([this] { --m_depth; });
     while (!m_queue.empty()) {
         const Waiting next = m_queue.front();
         m_queue.pop_front();
+        tellOfDropped();
         AppleEvent none;
         NSAppleEventManager::sharedAppleEventManager().dispatchRawAppleEventWithRawReply(next.event, &none);
     }
+}
+
+// Its sender does not wait for an answer and is not told. One line when it begins, one when there is room
+// again: a sender must not fill the log, either.
+void AEReceiver::drop(const AppleEvent &event)
+{
+    if (m_dropped++ > 0)
+        return;
+    qint64 sender = 0;
+    AEGetAttributePtr(event, keySenderPIDAttr, typeSInt64, nullptr, &sender, sizeof sender, nullptr);
+    NSLog("An Apple event of process %@ was dropped: %d wait already", QString::number(sender),
+          static_cast<int>(longestQueue));
+}
+
+void AEReceiver::tellOfDropped()
+{
+    if (const int dropped = std::exchange(m_dropped, 0); dropped > 1)
+        NSLog("More Apple events were dropped: %d", dropped - 1);
 }
 
 OSStatus AEReceiver::answer(const AppleEvent &event, qint16 priority, AppleEvent *reply)
@@ -154,8 +185,9 @@ QByteArray AEReceiver::handleAppleEvent(const QByteArray &event, int priority)
 
 void AEReceiver::postAppleEvent(const QByteArray &event, int priority)
 {
-    if (const auto taken = received(event))
-        queue(*taken, static_cast<qint16>(priority));
+    const auto taken = received(event);
+    if (taken && !queue(*taken, static_cast<qint16>(priority)))
+        drop(*taken);
 }
 
 } // namespace dozely

@@ -35,10 +35,12 @@ public:
     bool isListening() const { return m_connection != nullptr; }
     void stop();
 
-    /// Queues an event that wants no reply; one of high priority before the others.
-    void queue(const AppleEvent &event, qint16 priority);
+    /// Queues an event that wants no reply; one of high priority before the others. Where the queue is full,
+    /// those that wait are served first; false when that cannot be, because as many handlers nest as may.
+    bool queue(const AppleEvent &event, qint16 priority);
 
-    /// Dispatches an event that wants a reply, after those that were queued before, unless it is urgent.
+    /// Dispatches an event that wants a reply, after those that were queued before, unless it is urgent or
+    /// they have to wait until a handler ends.
     OSStatus answer(const AppleEvent &event, qint16 priority, AppleEvent *reply);
 
     /// The receiver of this process, made by the first call with the check given there.
@@ -55,11 +57,15 @@ private:
         bool isUrgent;
     };
     void serveQueue();
+    void drop(const AppleEvent &event);
+    void tellOfDropped();
 
     const SenderCheck m_maySend;
     std::shared_ptr<NSConnection> m_connection;
     std::unique_ptr<AEWakeUp> m_wakeUp;
     std::deque<Waiting> m_queue;
+    int m_depth = 0;   ///< Of handlers of queued events within each other.
+    int m_dropped = 0; ///< Since the queue had room last.
 };
 
 /// An event as the sender's process and user made it, by the word of the kernel.

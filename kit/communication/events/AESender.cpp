@@ -244,8 +244,7 @@ OSStatus sendToSelf(AppleEvent event, AppleEvent *reply, qint16 priority)
     signAppleEvent(event, NSProcessInfo::processIdentifier(), NSProcessInfo::effectiveUserID());
     if (reply)
         return AEReceiver::shared().answer(event, priority, reply);
-    AEReceiver::shared().queue(event, priority);
-    return noErr;
+    return AEReceiver::shared().queue(event, priority) ? noErr : sessTableErr;
 }
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -51,7 +52,7 @@ bool endsWell(const Call &call)
     } catch (...) {
         raised = QStringLiteral("something that is no exception");
     }
-    NSLog("A handler of Apple events raised: %@", raised);
+    NSLog("A handler of Apple events raised: %@", logLabel(raised));
     return false;
 }
 

@@ -25,7 +25,8 @@ class QObject;
 ///     Q_INVOKABLE void greet(const std::shared_ptr<NSAppleEventDescriptor> &event,
 ///                            const std::shared_ptr<NSAppleEventDescriptor> &reply);
 ///
-/// What it raises ends with the event: one line on the console, and errAEEventFailed for the sender.
+/// What it raises ends with the event: one line on the console, and errAEEventFailed for the sender. Handlers
+/// of events that want no reply nest eight deep where each runs an event loop; then such events wait.
 ///
 /// THREADING: the main thread, whose event loop serves events, as does AESend while it waits there.
 class DOZELYKIT_EXPORT NSAppleEventManager
