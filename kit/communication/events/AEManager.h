@@ -66,7 +66,8 @@ DOZELYKIT_EXPORT OSErr AEPutParamPtr(AEDesc *record, AEKeyword keyword, DescType
 /// BLOCKING: until the reply has come or, without one, until the event has left this process; at most for the
 /// time-out, 0 of which is no time at all. On the main thread incoming events are served meanwhile, and
 /// nothing else is. An event of this process to itself is dispatched at once. THREADING: any thread; one that
-/// sends to itself needs the main thread to serve events.
+/// sends to itself needs the main thread to serve events. Where the receiver has no room for one more stream
+/// the event is sent again until there is, or the time-out has come.
 ///
 /// RESULTS, besides noErr: procNotFound, connectionInvalid, sessTableErr (no room at the receiver),
 /// errAETimeout, errAEEventNotHandled (none without a reply), errAEEventFailed (the handler raised),

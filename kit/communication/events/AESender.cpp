@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/events/AESender_p.h"
 
+#include "DozelyKit/communication/events/AEKeptStreams_p.h"
+#include "DozelyKit/communication/events/AEPause_p.h"
 #include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/communication/events/AEReceiver_p.h"
 #include "DozelyKit/communication/events/ProcessSerialNumber.h"
 #include "DozelyKit/communication/remoting/MessageStream_p.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
 #include "DozelyKit/communication/remoting/RemoteCall_p.h"
-#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
@@ -17,7 +18,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <map>
 
 namespace dozely
 {
@@ -28,92 +28,16 @@ using Stream = std::shared_ptr<MessageStream>;
 
 namespace
 {
-constexpr size_t mostKept = 16;
-constexpr milliseconds keptFor = std::chrono::seconds(30);
+// Between attempts at a receiver that has no room; each is twice as long as the one before, up to the
+// longest.
+constexpr milliseconds firstPause(20);
+constexpr milliseconds longestPause(200);
 
 bool isMainThread()
 {
     const QCoreApplication *const application = QCoreApplication::instance();
     return application && QThread::currentThread() == application->thread();
 }
-
-/// The streams of the main thread that were used lately, by the process at their other end.
-class KeptStreams
-{
-public:
-    static KeptStreams &ofMainThread()
-    {
-        static auto *const kept = new KeptStreams; // an event may still be sent while the process ends
-        return *kept;
-    }
-
-    Stream to(const Process &process)
-    {
-        const auto found = m_streams.find(process.identifier);
-        if (found == m_streams.end())
-            return nullptr;
-        // While this thread was busy no timer ran, and the receiver closes what stays silent for long: on an
-        // old stream an event could be lost that a fresh one carries.
-        const auto now = Port<Clock>::current()->steadyTime();
-        if (found->second.isDone(now)) {
-            m_streams.erase(found);
-            return nullptr;
-        }
-        found->second.lastUse = now;
-        return found->second.stream;
-    }
-
-    void keep(const Process &process, const Stream &stream)
-    {
-        if (m_streams.size() >= mostKept)
-            m_streams.erase(
-                std::min_element(m_streams.begin(), m_streams.end(), [](const auto &a, const auto &b) {
-                    return a.second.lastUse < b.second.lastUse;
-                }));
-        m_streams[process.identifier] = {stream, Port<Clock>::current()->steadyTime()};
-        lookLater();
-    }
-
-    /// Lets go of the stream, not of one that has taken its place.
-    void forget(const Process &process, const Stream &stream)
-    {
-        const auto found = m_streams.find(process.identifier);
-        if (found != m_streams.end() && found->second.stream == stream)
-            m_streams.erase(found);
-    }
-
-    void clear()
-    {
-        m_streams.clear();
-        m_looks = std::make_unique<QObject>(); // none is to come any more
-        m_isLooking = false;
-    }
-
-private:
-    struct Kept {
-        Stream stream;
-        milliseconds lastUse;
-
-        bool isDone(milliseconds now) const { return !stream->isOpen() || now - lastUse >= keptFor; }
-    };
-
-    void lookLater()
-    {
-        if (std::exchange(m_isLooking, true))
-            return;
-        Port<Clock>::current()->callAfter(keptFor, m_looks.get(), [this] {
-            m_isLooking = false;
-            const auto now = Port<Clock>::current()->steadyTime();
-            std::erase_if(m_streams, [now](const auto &kept) { return kept.second.isDone(now); });
-            if (!m_streams.empty())
-                lookLater();
-        });
-    }
-
-    std::map<qint32, Kept> m_streams;
-    std::unique_ptr<QObject> m_looks = std::make_unique<QObject>(); ///< Lives as long as those to come count.
-    bool m_isLooking = false;
-};
 
 /// The process id in the event's address.
 OSErr targetOf(const AppleEvent &event, qint32 *identifier)
@@ -152,30 +76,43 @@ public:
 
     OSStatus run(const QByteArray &event, qint16 priority, AppleEvent *reply)
     {
-        try {
-            open();
-            if (!m_stream)
-                return procNotFound; // another process has taken its place
-            const MessageStream::Request request{WireName::rootPath, WireName::objectInterface,
-                                                 reply ? "handleAppleEvent" : "postAppleEvent",
-                                                 QVariantList{event, static_cast<int>(priority)}};
-            if (reply)
-                return unpack(m_stream->callWithin(request, left()), reply);
-            m_stream->post(request, left());
-            return noErr;
-        } catch (const MessageStream::NotHandedOver &) {
-            letGo(); // the event goes with its stream: it must not arrive later
-            return errAETimeout;
-        } catch (const NSException &exception) {
-            // A stream that still works is kept for all that the reply is late.
-            const OSStatus status = codeOf(exception);
-            if (m_stream && exception.name() != NSPortTimeoutException)
-                letGo();
-            return status;
+        for (milliseconds pause = firstPause;; pause = std::min(2 * pause, longestPause)) {
+            try {
+                return attempt(event, priority, reply);
+            } catch (const MessageStream::Refused &) {
+                letGo(); // nothing has arrived there: the event may be sent again
+                m_wasRefused = true;
+            } catch (const MessageStream::NotHandedOver &) {
+                letGo(); // the event goes with its stream: it must not arrive later
+                return m_wasRefused ? sessTableErr : errAETimeout;
+            } catch (const NSException &exception) {
+                // A stream that still works is kept for all that the reply is late.
+                const OSStatus status = codeOf(exception);
+                if (m_stream && exception.name() != NSPortTimeoutException)
+                    letGo();
+                return status;
+            }
+            pauseServingStreams(std::min(pause, left()));
+            if (left() == milliseconds(0))
+                return sessTableErr;
         }
     }
 
 private:
+    OSStatus attempt(const QByteArray &event, qint16 priority, AppleEvent *reply)
+    {
+        open();
+        if (!m_stream)
+            return procNotFound; // another process has taken its place
+        const MessageStream::Request request{WireName::rootPath, WireName::objectInterface,
+                                             reply ? "handleAppleEvent" : "postAppleEvent",
+                                             QVariantList{event, static_cast<int>(priority)}};
+        if (reply)
+            return unpack(m_stream->callWithin(request, left()), reply);
+        m_stream->post(request, left());
+        return noErr;
+    }
+
     milliseconds left() const
     {
         const auto rest = std::chrono::ceil<milliseconds>(m_deadline - std::chrono::steady_clock::now());
@@ -185,7 +122,7 @@ private:
     void open()
     {
         if (isMainThread())
-            m_stream = KeptStreams::ofMainThread().to(m_process);
+            m_stream = AEKeptStreams::ofMainThread().to(m_process.identifier);
         if (m_stream)
             return;
         const Stream stream = MessageStream::open(m_port, left());
@@ -194,7 +131,7 @@ private:
             return;
         m_stream = stream;
         if (isMainThread())
-            KeptStreams::ofMainThread().keep(m_process, stream);
+            AEKeptStreams::ofMainThread().keep(m_process.identifier, stream);
     }
 
     /// The stream closes with its last user. When this event was sent from a handler, that may be an event
@@ -203,7 +140,7 @@ private:
     void letGo()
     {
         if (isMainThread())
-            KeptStreams::ofMainThread().forget(m_process, m_stream);
+            AEKeptStreams::ofMainThread().forget(m_process.identifier, m_stream);
         m_stream.reset();
     }
 
@@ -237,6 +174,7 @@ private:
     const NSSocketPort &m_port;
     std::chrono::steady_clock::time_point m_deadline;
     Stream m_stream; ///< Once there is one to the process itself.
+    bool m_wasRefused = false;
 };
 
 OSStatus sendToSelf(AppleEvent event, AppleEvent *reply, qint16 priority)
@@ -280,7 +218,7 @@ OSStatus AESender::send(const AppleEvent &event, AppleEvent *reply, qint16 prior
 
 void AESender::forgetStreams()
 {
-    KeptStreams::ofMainThread().clear();
+    AEKeptStreams::ofMainThread().clear();
 }
 
 } // namespace dozely

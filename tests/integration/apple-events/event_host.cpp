@@ -10,6 +10,8 @@
 //   listen              begins to listen
 //   psn SIGNATURE       the number of the first process with the signature
 //   send PROCESS ID     sends an event, waits for the reply: the result code
+//   tell PROCESS N      says "heard telling", sends 'note' with the number and ends: the result code
+//   hold                serves nothing until the next line comes
 //   series PROCESS N    sends N echoes in a row, each with its own number: how many came back right
 //   meet PROCESS SIZE   sends events with so many bytes to a process that does the same (HostEvents::meet)
 //   flood PATH N        connects N times to the socket, writing and closing: how often it was shut out
@@ -90,6 +92,19 @@ QString perform(const QStringList &words, HostEvents &events)
         AppleEvent reply;
         return QString::number(
             sendWaiting(HostEvents::eventTo(process, codeOfCharacters(words.value(2)).value_or(0)), &reply));
+    }
+    if (action == "tell") {
+        HostEvents::say("heard telling");
+        AppleEvent event = HostEvents::eventTo(process, HostEvents::note);
+        event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, words.value(2).toInt()));
+        AppleEvent reply;
+        QCoreApplication::quit();
+        return QString::number(sendWaiting(event, &reply));
+    }
+    if (action == "hold") {
+        for (char c = 0; ::read(STDIN_FILENO, &c, 1) == 1 && c != '\n';) {
+        }
+        return "yes";
     }
     if (action == "series")
         return QString::number(series(process, words.value(2).toInt()));
