@@ -8,6 +8,7 @@
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 #include "support/TestPort.h"
+#include "support/TypedCommands.h"
 #include "support/WaitUntil.h"
 
 #include <QProcess>
@@ -177,6 +178,39 @@ TEST_F(ForeignClient, IntrospectionTellsObjectsAndMethods)
     EXPECT_FALSE(tree.contains("deleteLater"));
     const QString methods = run("busctl", {"--address=" + address(), "introspect", ":1.1", "/root"});
     EXPECT_TRUE(methods.contains("communicationCenter")) << qPrintable(methods);
+}
+
+TEST_F(ForeignClient, WhatTheDocumentTellsPeopleToTypeWorks)
+{
+    // The daemon, and the agent of user 501, in the folder of the sockets below the scratch root.
+    const QString folder = "/private/var/tmp/com.dozely";
+    scratch.makeFolder(folder, 0755);
+    QList<std::shared_ptr<NSConnection>> listeners;
+    for (const char *name : {"dozelyd", "Dozely Agent.501"}) {
+        listeners += NSConnection::initWithReceivePortSendPort(
+            TestPort::server(scratch.join(folder + '/' + name)), nullptr, {.trustsOwnUser = false});
+        listeners.last()->setRootObject(&root);
+    }
+    QStringList addresses; // each an assignment to a variable of the shell
+    QStringList programs;
+    for (QString command : typedCommands("wire-protocol.md", "## By hand")) {
+        command.replace("unix:path=/", "unix:path=" + scratch.path() + '/');
+        const QString program = command.section(' ', 0, 0);
+        if (program.contains('=')) {
+            addresses += command;
+            continue;
+        }
+        programs += program;
+        const QString output = run("bash", {"-ec", addresses.join('\n') + '\n' + command});
+        EXPECT_FALSE(output.startsWith("failed")) << qPrintable(command + '\n' + output);
+    }
+    EXPECT_EQ(addresses.size(), 2);
+    for (const auto &[program, count] : {std::pair("gdbus", 5), {"busctl", 3}, {"dbus-send", 3}})
+        EXPECT_EQ(programs.count(QString(program)), count) << program;
+    ASSERT_EQ(hearer->heard.size(), 3);
+    EXPECT_EQ(hearer->heard[0].userInfo(), QVariantMap({{"key", -1}}));
+    EXPECT_EQ(hearer->heard[1].userInfo(), QVariantMap({{"key", -1}}));
+    EXPECT_EQ(hearer->heard[2].userInfo(), QVariantMap({{"key", "-1"}}));
 }
 
 TEST_F(ForeignClient, WrongCallsAreAnsweredWithTheUsualErrors)

@@ -7,6 +7,7 @@
 #include "StockBus.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
+#include "support/TypedCommands.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -259,6 +260,33 @@ TEST_F(WidePosting, UnderstandsWhatPeoplePostByHand)
     ASSERT_TRUE(waitUntil([&] { return hearer.calls.size() == 3; }));
     EXPECT_EQ(hearer.last.object(), QVariant("dbus-send"));
     EXPECT_EQ(hearer.last.userInfo(), QVariantMap({{"key", "v"}}));
+}
+
+TEST_F(WidePosting, UnderstandsWhatTheDocumentTellsPeopleToType)
+{
+    observe("MyNotification");
+    QStringList posts = typedCommands("wire-protocol.md", "## Notifications to everybody");
+    const QStringList monitors = posts.filter("dbus-monitor");
+    ASSERT_EQ(monitors.size(), 1);
+    posts.removeAll(monitors.first());
+    EXPECT_EQ(posts.size(), 2);
+    for (const QString &command : posts) {
+        hearer.calls.clear();
+        EXPECT_EQ(QProcess::execute("bash", {"-ec", command}), 0) << qPrintable(command);
+        ASSERT_TRUE(waitUntil([&] { return hearer.calls.size() == 1; })) << qPrintable(command);
+        EXPECT_EQ(hearer.last.object(), QVariant("com.example.Sender"));
+        EXPECT_EQ(hearer.last.userInfo(), QVariantMap({{"key", -1}})) << qPrintable(command);
+    }
+    QProcess monitor;
+    monitor.start("bash", {"-ec", "exec " + monitors.first()});
+    QByteArray seen;
+    EXPECT_TRUE(waitUntil([&] {
+        postWide("MyNotification"); // until it looks on
+        seen += monitor.readAllStandardOutput();
+        return seen.contains("MyNotification");
+    })) << seen.constData();
+    monitor.kill();
+    monitor.waitForFinished();
 }
 
 TEST_F(WidePosting, PassesOverWhatIsNoNotification)
