@@ -9,7 +9,7 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/log/AbuseLog.h"
 
 #include <QScopeGuard>
 #include <QtEndian>
@@ -138,28 +138,9 @@ void AEReceiver::serveQueue()
     while (!m_queue.empty()) {
         const Waiting next = m_queue.front();
         m_queue.pop_front();
-        tellOfDropped();
         AppleEvent none;
         NSAppleEventManager::sharedAppleEventManager().dispatchRawAppleEventWithRawReply(next.event, &none);
     }
-}
-
-// Its sender does not wait for an answer and is not told. One line when it begins, one when there is room
-// again: a sender must not fill the log, either.
-void AEReceiver::drop(const AppleEvent &event)
-{
-    if (m_dropped++ > 0)
-        return;
-    qint64 sender = 0;
-    AEGetAttributePtr(event, keySenderPIDAttr, typeSInt64, nullptr, &sender, sizeof sender, nullptr);
-    NSLog("An Apple event of process %@ was dropped: %d wait already", QString::number(sender),
-          static_cast<int>(longestQueue));
-}
-
-void AEReceiver::tellOfDropped()
-{
-    if (const int dropped = std::exchange(m_dropped, 0); dropped > 1)
-        NSLog("More Apple events were dropped: %d", dropped - 1);
 }
 
 OSStatus AEReceiver::answer(const AppleEvent &event, qint16 priority, AppleEvent *reply)
@@ -187,7 +168,7 @@ void AEReceiver::postAppleEvent(const QByteArray &event, int priority)
 {
     const auto taken = received(event);
     if (taken && !queue(*taken, static_cast<qint16>(priority)))
-        drop(*taken);
+        AbuseLog::note(NSConnection::currentPeer()->userId, "Apple event dropped, 256 wait already");
 }
 
 } // namespace dozely

@@ -57,15 +57,12 @@ private:
         bool isUrgent;
     };
     void serveQueue();
-    void drop(const AppleEvent &event);
-    void tellOfDropped();
 
     const SenderCheck m_maySend;
     std::shared_ptr<NSConnection> m_connection;
     std::unique_ptr<AEWakeUp> m_wakeUp;
     std::deque<Waiting> m_queue;
-    int m_depth = 0;   ///< Of handlers of queued events within each other.
-    int m_dropped = 0; ///< Since the queue had room last.
+    int m_depth = 0; ///< Of handlers of queued events within each other.
 };
 
 /// An event as the sender's process and user made it, by the word of the kernel.
