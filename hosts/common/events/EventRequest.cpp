@@ -41,6 +41,8 @@ QString eventFailure(OSStatus status)
         return "No such process runs.";
     case connectionInvalid:
         return "The process has ended, or takes no events from this user.";
+    case sessTableErr:
+        return "The process has no room for the event now.";
     case errAEEventNotHandled:
         return "The process does not know this event.";
     case errAETimeout:

@@ -3,6 +3,7 @@
 
 #include "HostEvents.h"
 #include "integration/communication/HostProcess.h"
+#include "integration/connection/RawPeer.h"
 
 #include "DozelyKit/communication/events/ProcessSerialNumber.h"
 #include "DozelyKit/communication/events/linux/EventProcesses_p.h"
@@ -14,6 +15,8 @@
 #include <QDir>
 
 #include <gmock/gmock.h>
+
+#include <deque>
 
 /// Processes that use Apple events below a scratch root. Run by root, the other user is a second one; run by
 /// anybody else, there is only one, and a receiver that is told to shut everybody out stands for the other's.
@@ -67,6 +70,18 @@ protected:
         const QDir folder(dozely::EventProcesses::folder());
         return folder.filePath(
             folder.entryList({QString("%1-*.socket").arg(host->processId())}, QDir::System).value(0));
+    }
+
+    /// Takes all the room that the host has for this user, with streams that say nothing any more, for as
+    /// long as the result lives.
+    static std::deque<RawPeer> takeRoomOf(const Host &host)
+    {
+        std::deque<RawPeer> peers;
+        for (int i = 0; i < 64; ++i) {
+            peers.emplace_back(socketOf(host)).authenticate();
+            EXPECT_TRUE(peers.back().isAnswered()) << i;
+        }
+        return peers;
     }
 
     ScratchRoot root;

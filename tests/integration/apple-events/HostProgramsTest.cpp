@@ -166,6 +166,15 @@ TEST_F(HostPrograms, AdminToolTellsWhatWentWrong)
     EXPECT_EQ(late.output, "");
 }
 
+TEST_F(HostPrograms, AdminToolTellsThatTheProcessHasNoRoom)
+{
+    const Host host = start();
+    const auto peers = takeRoomOf(host);
+    const auto refused = send({"Host", "Host", "note", "--timeout", "1"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("has no room for the event now. (-907)"));
+}
+
 TEST_F(HostPrograms, AdminToolRefusesAWrongCommandLine)
 {
     const QList<QStringList> wrong{{"Hos", "Host", "echo"},

@@ -10,7 +10,7 @@
 //   listen              begins to listen
 //   psn SIGNATURE       the number of the first process with the signature
 //   send PROCESS ID     sends an event, waits for the reply: the result code
-//   tell PROCESS N      says "heard telling", sends 'note' with the number and ends: the result code
+//   tell PROCESS N      sends 'note' with the number and ends: the result code
 //   hold                serves nothing until the next line comes
 //   series PROCESS N    sends N echoes in a row, each with its own number: how many came back right
 //   meet PROCESS SIZE   sends events with so many bytes to a process that does the same (HostEvents::meet)
@@ -94,7 +94,6 @@ QString perform(const QStringList &words, HostEvents &events)
             sendWaiting(HostEvents::eventTo(process, codeOfCharacters(words.value(2)).value_or(0)), &reply));
     }
     if (action == "tell") {
-        HostEvents::say("heard telling");
         AppleEvent event = HostEvents::eventTo(process, HostEvents::note);
         event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, words.value(2).toInt()));
         AppleEvent reply;
