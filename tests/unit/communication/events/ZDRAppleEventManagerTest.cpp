@@ -65,6 +65,14 @@ private:
     QStringList *m_sent;
 };
 
+/// Fails whenever it is asked what it is.
+class ThrowingNumber : public AddressNumber
+{
+public:
+    using AddressNumber::AddressNumber;
+    QString description() const override { throw 42; }
+};
+
 class ZDRAppleEventManagerTest : public testing::Test
 {
 protected:
@@ -306,6 +314,24 @@ TEST_F(ZDRAppleEventManagerTest, CannotSendWhatIsNotInTheBareForm)
     EXPECT_EQ(lines[0], "Could not send AppleEvent 'othr': -50 (1)");
     EXPECT_TRUE(lines[1].endsWith("': -1707 (1)")) << qPrintable(lines[1]);
     EXPECT_TRUE(lines[2].endsWith("': -50 (1)")) << qPrintable(lines[2]);
+}
+
+TEST_F(ZDRAppleEventManagerTest, TellsTheSenderOfAnEventThatANumberThrew)
+{
+    ZDRAppleEventManagerPrivate::of(manager).makeNumber = [](quint64 address) {
+        return std::make_unique<ThrowingNumber>(address);
+    };
+    manager.setObserverForEventClass(&handler, "description", testClass, testID);
+    manager.setObserverForEventClass(&handler, "stringValue", testClass, otherID);
+    testing::internal::CaptureStderr();
+    AppleEvent reply;
+    const auto send = [&](AEEventID eventID) {
+        return AESend(eventToSelf(eventID)->carbonEvent(), &reply, kAEWaitReply, kAENormalPriority,
+                      kAEDefaultTimeout);
+    };
+    EXPECT_EQ(send(testID), errAEEventFailed);
+    EXPECT_EQ(send(otherID), noErr);
+    testing::internal::GetCapturedStderr();
 }
 
 #include "ZDRAppleEventManagerTest.moc"
