@@ -8,7 +8,7 @@ namespace dozely
 {
 
 /// Runs an action on the thread that made it, from its event loop or while the thread waits for a reply,
-/// behind what other processes have sent so far.
+/// behind what other processes have sent so far. It counts as a request that is served, of which eight nest.
 class AEWakeUp
 {
 public:

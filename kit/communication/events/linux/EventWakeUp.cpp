@@ -26,11 +26,17 @@ public:
 
     void wake() override { ::eventfd_write(m_descriptor.get(), 1); }
 
+    // A handler that runs an event loop is like a request that does so: too deep, neither begins, and what
+    // others send waits at their end.
     bool ready() override
     {
+        if (!m_loop.mayServe(m_source, false))
+            return false;
+        m_loop.setEvents(m_source, POLLIN); // whoever had to wait was not looked at
         eventfd_t count = 0;
         ::eventfd_read(m_descriptor.get(), &count);
         const auto action = m_action; // it may end this object
+        const StreamLoop::Serving serving(m_loop);
         action();
         return false;
     }
