@@ -41,7 +41,7 @@ bool AcceptedStreams::makeRoomFor(quint32 userId)
         Stream *const oldest = oldestUnidentified(own->second);
         if (!oldest)
             return false;
-        oldest->drop();
+        oldest->refuse(); // it may be about to be let in, and is to try again
     }
     return m_count < streamsOfAll || makeRoomAmongAll(userId);
 }

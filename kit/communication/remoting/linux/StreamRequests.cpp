@@ -192,6 +192,8 @@ bool State::flush()
         if (sent < 0 && errno == EAGAIN)
             break;
         if (sent < 0) {
+            if (!m_isAuthenticated)
+                receive(); // it may have said why it takes nothing more
             drop();
             return false;
         }
@@ -221,6 +223,8 @@ void State::settle()
 
 quint32 State::begin(const Request &request, bool expectsReply)
 {
+    if (m_wasRefused)
+        throw Refused();
     if (!isOpen())
         throw NSException(NSInvalidSendPortException, QStringLiteral("the connection is closed"));
     WireMessage call;

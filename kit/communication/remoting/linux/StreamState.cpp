@@ -112,6 +112,13 @@ void State::drop()
     });
 }
 
+void State::refuse()
+{
+    const QByteArray words = Handshake::refusal();
+    ::send(m_descriptor, words.constData(), static_cast<size_t>(words.size()), MSG_NOSIGNAL | MSG_DONTWAIT);
+    drop();
+}
+
 void State::dropFor(const char *reason)
 {
     if (!m_isTrusted && m_side == Side::Server)
@@ -250,6 +257,12 @@ void State::releaseRoom()
     AcceptedStreams::ofThisThread().giveInput(peer->userId, std::exchange(m_roomTaken, 0));
 }
 
+bool State::hasPeerGone() const
+{
+    pollfd end{m_descriptor, 0, 0};
+    return ::poll(&end, 1, 0) > 0 && (end.revents & POLLHUP) != 0;
+}
+
 void State::goOnWithHandshake()
 {
     const qsizetype before = m_output.size();
@@ -257,6 +270,9 @@ void State::goOnWithHandshake()
     case Handshake::State::Going:
         break;
     case Handshake::State::Done:
+        // Who has gone before there was an answer has given up all that came with the opening.
+        if (m_side == Side::Server && m_outputEnd == 0 && hasPeerGone())
+            return drop();
         m_isAuthenticated = true;
         beginIdleTime();
         break;

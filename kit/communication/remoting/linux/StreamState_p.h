@@ -33,6 +33,8 @@ struct MessageStream::Private final : StreamLoop::Source,
     void close();
     /// Closes, and tells the handler from the event loop.
     void drop();
+    /// The same, of a client that is not let in yet: it is told that there is no room.
+    void refuse();
     bool ready() override;
     void deadlinePassed() override;
     void serviceLater() { loop.serviceLater(m_source); }
@@ -62,6 +64,7 @@ private:
     void receive();
     bool makeRoom(qsizetype size);
     void releaseRoom();
+    bool hasPeerGone() const;
     void goOnWithHandshake();
     QByteArray takeMessage();
     void handle(const WireMessage &message);
