@@ -52,25 +52,25 @@ OSErr targetOf(const AppleEvent &event, qint32 *identifier)
     return number.highLongOfPSN == 0 && *identifier > 0 ? noErr : procNotFound;
 }
 
-bool maySendTo(const Process &process)
+bool maySendTo(quint32 userId)
 {
     const quint32 user = NSProcessInfo::effectiveUserID();
-    return user == 0 || user == process.userId || RootFolder::owner() == user;
+    return user == 0 || user == userId || RootFolder::owner() == user;
 }
 
-bool isRunning(const Process &process)
+bool isRunning(qint32 identifier)
 {
     const auto running = Port<AEProcesses>::current()->processes();
     return std::any_of(running.begin(), running.end(),
-                       [&](const Process &other) { return other.identifier == process.identifier; });
+                       [&](const Process &other) { return other.identifier == identifier; });
 }
 
 /// One event on its way to another process.
 class Sending
 {
 public:
-    Sending(const Process &process, const NSSocketPort &port, milliseconds limit)
-        : m_process(process), m_port(port), m_deadline(std::chrono::steady_clock::now() + limit)
+    Sending(qint32 target, milliseconds limit)
+        : m_target(target), m_deadline(std::chrono::steady_clock::now() + limit)
     {
     }
 
@@ -101,9 +101,8 @@ public:
 private:
     OSStatus attempt(const QByteArray &event, qint16 priority, AppleEvent *reply)
     {
-        open();
-        if (!m_stream)
-            return procNotFound; // another process has taken its place
+        if (const OSStatus status = open(); status != noErr)
+            return status;
         const MessageStream::Request request{WireName::rootPath, WireName::objectInterface,
                                              reply ? "handleAppleEvent" : "postAppleEvent",
                                              QVariantList{event, static_cast<int>(priority)}};
@@ -119,19 +118,27 @@ private:
         return std::max(rest, milliseconds(0));
     }
 
-    void open()
+    /// A stream that was used lately still leads to the process, without another look at who there is.
+    OSStatus open()
     {
         if (isMainThread())
-            m_stream = AEKeptStreams::ofMainThread().to(m_process.identifier);
+            m_stream = AEKeptStreams::ofMainThread().to(m_target);
         if (m_stream)
-            return;
-        const Stream stream = MessageStream::open(m_port, left());
+            return noErr;
+        Process process;
+        const auto port = Port<AEProcesses>::current()->portOf(m_target, &process);
+        if (!port)
+            return procNotFound;
+        if (!maySendTo(process.userId))
+            return errAEPrivilegeError;
+        const Stream stream = MessageStream::open(*port, left());
         const auto peer = stream->peer();
-        if (!peer || peer->processId != m_process.identifier || peer->userId != m_process.userId)
-            return;
+        if (!peer || peer->processId != m_target || peer->userId != process.userId)
+            return procNotFound; // another process has taken its place
         m_stream = stream;
         if (isMainThread())
-            AEKeptStreams::ofMainThread().keep(m_process.identifier, stream);
+            AEKeptStreams::ofMainThread().keep(m_target, stream);
+        return noErr;
     }
 
     /// The stream closes with its last user. When this event was sent from a handler, that may be an event
@@ -140,7 +147,7 @@ private:
     void letGo()
     {
         if (isMainThread())
-            AEKeptStreams::ofMainThread().forget(m_process.identifier, m_stream);
+            AEKeptStreams::ofMainThread().forget(m_target, m_stream);
         m_stream.reset();
     }
 
@@ -167,11 +174,10 @@ private:
             return errAETimeout;
         if (exception.name() != NSInvalidSendPortException)
             return memFullErr; // no descriptor left, or a message beyond the limit
-        return m_stream || isRunning(m_process) ? connectionInvalid : procNotFound;
+        return m_stream || isRunning(m_target) ? connectionInvalid : procNotFound;
     }
 
-    const Process &m_process;
-    const NSSocketPort &m_port;
+    const qint32 m_target; ///< Its process id.
     std::chrono::steady_clock::time_point m_deadline;
     Stream m_stream; ///< Once there is one to the process itself.
     bool m_wasRefused = false;
@@ -207,13 +213,7 @@ OSStatus AESender::send(const AppleEvent &event, AppleEvent *reply, qint16 prior
     QByteArray bytes;
     if (const OSErr error = event.flatten(&bytes); error != noErr)
         return error;
-    Process process;
-    const auto port = Port<AEProcesses>::current()->portOf(target, &process);
-    if (!port)
-        return procNotFound;
-    if (!maySendTo(process))
-        return errAEPrivilegeError;
-    return Sending(process, *port, limitOf(timeOutInTicks)).run(bytes, priority, reply);
+    return Sending(target, limitOf(timeOutInTicks)).run(bytes, priority, reply);
 }
 
 void AESender::forgetStreams()

@@ -119,12 +119,14 @@ bool isComplete(const WireMessage &message)
     return false;
 }
 
+/// Appends the header of a message to bytes that may hold others.
 class HeaderWriter
 {
 public:
-    explicit HeaderWriter(const WireMessage &message)
+    explicit HeaderWriter(QByteArray *bytes) : m_bytes(*bytes), m_begin(bytes->size()) {}
+
+    void write(const WireMessage &message)
     {
-        m_bytes.reserve(256);
         m_bytes += littleEndian;
         m_bytes += static_cast<char>(message.type);
         m_bytes += static_cast<char>(message.expectsReply ? 0 : noReplyExpected);
@@ -146,15 +148,18 @@ public:
             m_bytes += message.signature;
             m_bytes += '\0';
         }
-        const auto fields = static_cast<quint32>(m_bytes.size() - WireMessage::headSize);
-        qToLittleEndian(fields, m_bytes.data() + 12);
+        const auto fields = static_cast<quint32>(size() - WireMessage::headSize);
+        qToLittleEndian(fields, m_bytes.data() + m_begin + 12);
         align();
     }
 
-    QByteArray take() { return std::move(m_bytes); }
-
 private:
-    void align() { m_bytes.append(static_cast<qsizetype>(padded(m_bytes.size())) - m_bytes.size(), '\0'); }
+    qsizetype size() const { return m_bytes.size() - m_begin; }
+
+    void align()
+    {
+        m_bytes.append(static_cast<qsizetype>(padded(static_cast<quint64>(size()))) - size(), '\0');
+    }
 
     void number(quint32 value)
     {
@@ -182,7 +187,8 @@ private:
         m_bytes += '\0';
     }
 
-    QByteArray m_bytes;
+    QByteArray &m_bytes;
+    const qsizetype m_begin;
 };
 } // namespace
 
@@ -229,9 +235,12 @@ std::optional<WireMessage> WireMessage::parse(const QByteArray &message)
     return result;
 }
 
-QByteArray WireMessage::bytes() const
+void WireMessage::appendTo(QByteArray *bytes) const
 {
-    return HeaderWriter(*this).take() + body;
+    constexpr qsizetype roomForHeader = 256;
+    bytes->reserve(bytes->size() + roomForHeader + body.size());
+    HeaderWriter(bytes).write(*this);
+    *bytes += body;
 }
 
 } // namespace dozely

@@ -42,8 +42,14 @@ struct DOZELYKIT_AUTOTEST_EXPORT WireMessage {
     /// A whole message; absent for a damaged one. What is in the body is not looked at.
     static std::optional<WireMessage> parse(const QByteArray &message);
 
-    /// The message, to be sent. Little-endian.
-    QByteArray bytes() const;
+    /// Appends the message, to be sent. Little-endian, whatever `isLittleEndian` says.
+    void appendTo(QByteArray *bytes) const;
+    QByteArray bytes() const
+    {
+        QByteArray bytes;
+        appendTo(&bytes);
+        return bytes;
+    }
 };
 
 } // namespace dozely

@@ -174,11 +174,14 @@ Result<void> State::send(WireMessage &message, const QVariantList &values)
     message.serial = ++m_lastSerial;
     if (message.serial == 0) // after four thousand million
         message.serial = ++m_lastSerial;
-    const QByteArray bytes = message.bytes();
-    if (static_cast<quint64>(bytes.size()) > m_largestToSend)
+    const qsizetype before = m_output.size();
+    message.appendTo(&m_output);
+    const auto size = static_cast<quint64>(m_output.size() - before);
+    if (size > m_largestToSend) {
+        m_output.truncate(before);
         return Error{QStringLiteral("a message of more than %1 bytes").arg(m_largestToSend)};
-    m_output += bytes;
-    m_outputEnd += static_cast<quint64>(bytes.size());
+    }
+    m_outputEnd += size;
     return {};
 }
 

@@ -10,6 +10,7 @@
 #include "DozelyKit/core/log/AbuseLog.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <poll.h>
 #include <sys/socket.h>
@@ -139,21 +140,36 @@ void State::beginIdleTime()
 void State::endIdleTime()
 {
     m_idleDeadline.reset();
-    armDeadline();
 }
 
+// Deadlines are mostly put off before they come: the loop is told of earlier ones alone, and of the rest when
+// it comes back.
 void State::armDeadline()
 {
+    const auto next = nextDeadline();
+    if (next && (!m_armed || *next < *m_armed)) {
+        m_armed = next;
+        loop.setDeadline(m_source, next);
+    }
+}
+
+std::optional<StreamLoop::Moment> State::nextDeadline() const
+{
     const bool hasBoth = m_idleDeadline && m_messageDeadline;
-    loop.setDeadline(m_source, hasBoth ? std::min(m_idleDeadline, m_messageDeadline)
-                                       : (m_idleDeadline ? m_idleDeadline : m_messageDeadline));
+    return hasBoth ? std::min(m_idleDeadline, m_messageDeadline)
+                   : (m_idleDeadline ? m_idleDeadline : m_messageDeadline);
 }
 
 void State::deadlinePassed()
 {
-    if (!m_isAuthenticated)
+    m_armed.reset();
+    const auto now = steady_clock::now();
+    const auto next = nextDeadline();
+    if (!next || *next > now)
+        armDeadline();
+    else if (!m_isAuthenticated)
         dropFor("silent connection closed");
-    else if (m_messageDeadline && *m_messageDeadline <= steady_clock::now())
+    else if (m_messageDeadline && *m_messageDeadline <= now)
         dropFor("message without end dropped");
     else
         drop();
@@ -181,8 +197,7 @@ bool State::ready()
     case Front::Whole:
         break;
     }
-    if (std::exchange(m_messageDeadline, std::nullopt))
-        armDeadline(); // it has come in time, whenever it is served
+    m_messageDeadline.reset(); // it has come in time, whenever it is served
     if (WireMessage::isCall(m_input) && !loop.mayServe(m_source, m_isOwnProcess)) {
         endIdleTime(); // the peer has asked
         settle();
@@ -216,20 +231,26 @@ State::Front State::front() const
 
 void State::receive()
 {
-    qsizetype wanted = m_isTrusted ? pieceOfTrusted : pieceOfStranger;
-    if (m_isAuthenticated && m_input.size() >= WireMessage::headSize) {
-        const auto size = static_cast<qsizetype>(*WireMessage::sizeOf(m_input));
-        if (size > wanted && !makeRoom(size))
-            return;
-        wanted = std::max(size - m_input.size(), size > wanted ? 0 : wanted);
+    const qsizetype piece = m_isTrusted ? pieceOfTrusted : pieceOfStranger;
+    const auto size = m_isAuthenticated && m_input.size() >= WireMessage::headSize
+                          ? static_cast<qsizetype>(*WireMessage::sizeOf(m_input))
+                          : 0;
+    ssize_t got = 0;
+    if (size <= piece) {
+        std::array<char, pieceOfTrusted> bytes;
+        got = ::recv(m_descriptor, bytes.data(), static_cast<size_t>(piece), MSG_DONTWAIT);
+        m_input.append(bytes.data(), std::max<ssize_t>(got, 0));
+    } else if (makeRoom(size)) {
+        const qsizetype before = m_input.size();
+        m_input.resize(size);
+        got = ::recv(m_descriptor, m_input.data() + before, static_cast<size_t>(size - before), MSG_DONTWAIT);
+        const int error = errno;
+        m_input.resize(before + std::max<ssize_t>(got, 0));
+        errno = error;
+    } else {
+        return;
     }
-    const qsizetype before = m_input.size();
-    m_input.resize(before + wanted);
-    const ssize_t got =
-        ::recv(m_descriptor, m_input.data() + before, static_cast<size_t>(wanted), MSG_DONTWAIT);
-    const int error = errno;
-    m_input.resize(before + std::max<ssize_t>(got, 0));
-    if (got == 0 || (got < 0 && error != EAGAIN && error != EINTR))
+    if (got == 0 || (got < 0 && errno != EAGAIN && errno != EINTR))
         return drop();
     if (got > 0 && !m_isAuthenticated)
         goOnWithHandshake();

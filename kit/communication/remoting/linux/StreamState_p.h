@@ -82,6 +82,7 @@ private:
     void beginIdleTime();
     void endIdleTime();
     void armDeadline();
+    std::optional<StreamLoop::Moment> nextDeadline() const;
     void dropFor(const char *reason);
 
     const Side m_side;
@@ -112,6 +113,7 @@ private:
     int m_serving = 0;                                   ///< Requests of this stream, within each other.
     std::optional<StreamLoop::Moment> m_idleDeadline;    ///< Or that of the handshake.
     std::optional<StreamLoop::Moment> m_messageDeadline; ///< Of a large message that has begun.
+    std::optional<StreamLoop::Moment> m_armed;           ///< What the loop was told.
 };
 
 } // namespace dozely
