@@ -142,13 +142,17 @@ TEST_F(EventSending, PostsTenThousandEventsInARowAndTheyArriveInTheirOrder)
 {
     const Host host = start();
     constexpr qint32 count = 10'000;
+    constexpr qint32 ahead = 1'000;
     for (qint32 i = 1; i <= count; ++i) {
         AppleEvent event = eventTo(host, HostEvents::note);
         event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, i));
         ASSERT_EQ(post(event), noErr) << i;
+        if (i > ahead) { // the pipe that it says so through holds some thousand lines
+            ASSERT_EQ(host->nextHeard(), QString::number(i - ahead));
+        }
     }
-    for (qint32 i = 1; i <= count; ++i)
-        ASSERT_TRUE(host->hears(QString::number(i))) << i;
+    for (qint32 i = count - ahead + 1; i <= count; ++i)
+        ASSERT_EQ(host->nextHeard(), QString::number(i));
 }
 
 TEST_F(EventSending, LetsUrgentEventsPassThoseThatWait)
