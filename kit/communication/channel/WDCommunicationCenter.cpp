@@ -34,6 +34,14 @@ Shared &shared()
     return state;
 }
 
+// What is looked after when something else was found where this process has just published.
+constexpr SocketFolder::SocketIdentity noSocket;
+
+QString socketPath(const QString &name)
+{
+    return ZDRUnixSocketPort::socketFolder() + '/' + name;
+}
+
 // A connection that listens on the port; null when there is no port, or nothing left to watch it with.
 std::shared_ptr<NSConnection> serverConnection(const std::shared_ptr<NSSocketPort> &port)
 {
@@ -172,11 +180,12 @@ void WDCommunicationCenter::createServerConnection()
 {
     if (!d->observer)
         return;
-    Clock &clock = *Port<Clock>::current();
+    d->ownSocket.reset();
+    d->watchSocketFolder(this);
     d->socketPort = serverUnixSocketPortWithName(portName());
     auto connection = serverConnection(d->socketPort);
     if (!connection) {
-        clock.callAfter(portRetryDelay, this, [this] { createServerConnection(); });
+        d->plan(this, portRetryDelay, &WDCommunicationCenter::createServerConnection);
         return;
     }
     d->connection = std::move(connection);
@@ -193,11 +202,35 @@ void WDCommunicationCenter::createServerConnection()
     connect(d->connection.get(), &QObject::destroyed, this,
             [this, object] { NSNotificationCenter::defaultCenter().removeObserver(this, {}, object); });
 
-    clock.callAfter(selfCheckInterval, this, [this] { checkServerConnection(); });
+    d->ownSocket = SocketFolder::socketAt(socketPath(portName())).value_or(noSocket);
+    d->plan(this, selfCheckInterval, &WDCommunicationCenter::checkServerConnection);
+}
+
+// Who takes the socket file away a thousand times a second has it looked at ten times: the watch calls no
+// more often, and until it is published anew there is none to look at.
+void WDCommunicationCenter::Private::watchSocketFolder(WDCommunicationCenter *center)
+{
+    if (folderWatch)
+        return folderWatch->renew();
+    folderWatch = SocketFolderWatch::make([this, center] {
+        if (ownSocket && SocketFolder::socketAt(socketPath(center->portName())) != ownSocket)
+            center->checkServerConnection();
+    });
+}
+
+void WDCommunicationCenter::Private::plan(WDCommunicationCenter *center, std::chrono::milliseconds delay,
+                                          void (WDCommunicationCenter::*step)())
+{
+    const int number = ++nextStep;
+    Port<Clock>::current()->callAfter(delay, center, [this, center, step, number] {
+        if (number == nextStep)
+            (center->*step)();
+    });
 }
 
 void WDCommunicationCenter::checkServerConnection()
 {
+    d->watchSocketFolder(this);
     const QString processName = NSProcessInfo::processName();
     bool reachable = false;
     if (processName == ProcessName::agent)
@@ -207,11 +240,12 @@ void WDCommunicationCenter::checkServerConnection()
     else
         reachable = pingDaemon();
 
-    Clock &clock = *Port<Clock>::current();
-    if (reachable)
-        clock.callAfter(selfCheckInterval, this, [this] { checkServerConnection(); });
-    else
-        clock.callAfter(republishDelay, this, [this] { createServerConnection(); });
+    if (reachable) {
+        d->plan(this, selfCheckInterval, &WDCommunicationCenter::checkServerConnection);
+    } else {
+        d->ownSocket.reset(); // it is being replaced: what happens to it is of no interest any more
+        d->plan(this, republishDelay, &WDCommunicationCenter::createServerConnection);
+    }
 }
 
 void WDCommunicationCenter::clientHasConnected(const NSNotification &) {}

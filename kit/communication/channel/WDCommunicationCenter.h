@@ -68,8 +68,8 @@ public:
     std::shared_ptr<NSSocketPort> clientUnixSocketPortWithName(const QString &name) const;
 
     /// Publishes the observer under portName, and keeps it published from then on: retries after 1.0 s when
-    /// the port cannot be made, checks itself every 10.0 s, republishes 0.1 s after a failed check. Without
-    /// an observer does nothing.
+    /// the port cannot be made, checks itself every 10.0 s and as soon as its socket file is gone or is
+    /// another one, republishes 0.1 s after a failed check. Without an observer does nothing.
     Q_INVOKABLE void createServerConnection();
 
     /// Pings this process through its own socket file and schedules what follows.

@@ -101,6 +101,16 @@ QString ProcessName::ofUser(const QString &name, quint32 userId)
     return stringWithFormat(QStringLiteral("%@.%d"), {name, userId});
 }
 
+bool ProcessName::isListeners(const QString &name)
+{
+    const qsizetype dot = name.lastIndexOf('.');
+    const QString process = name.left(dot);
+    bool isNumber = false;
+    const int user = QStringView(name).mid(dot + 1).toInt(&isNumber);
+    return name == daemon || ((process == agent || process == prefPane) && isNumber &&
+                              name == ofUser(process, static_cast<quint32>(user)));
+}
+
 // ---- locks
 
 std::shared_ptr<NSLock> WDCommunicationCenter::Private::theDaemonLock()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/communication/channel/SocketFolderWatch_p.h"
+#include "DozelyKit/communication/channel/SocketFolder_p.h"
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 
@@ -17,6 +19,9 @@ inline const QString prefPane = QStringLiteral("Dozely");
 
 /// The name under which a user's process listens: "Dozely Agent.501". The number prints signed.
 QString ofUser(const QString &name, quint32 userId);
+
+/// Whether the daemon, or the agent or application of any user, listens under this name.
+DOZELYKIT_AUTOTEST_EXPORT bool isListeners(const QString &name);
 } // namespace ProcessName
 
 /// How long a request may take to be handed over, and its reply after that.
@@ -32,7 +37,17 @@ struct WDCommunicationCenter::Private {
     std::shared_ptr<NSLock> daemonLock;
     UserLocks agentsLocks;
     UserLocks prefPanesLocks;
+    std::unique_ptr<dozely::SocketFolderWatch> folderWatch;
+    std::optional<dozely::SocketFolder::SocketIdentity> ownSocket; // absent while none is to be looked after
+    int nextStep = 0;                                              // counts the steps that were planned
     std::mutex lockCreation; // held while a lock is looked up or made, never while one is waited for
+
+    /// Has the centre check itself as soon as another thing is where it has published.
+    void watchSocketFolder(WDCommunicationCenter *center);
+
+    /// Has the centre do this after the delay, instead of what was planned before.
+    void plan(WDCommunicationCenter *center, std::chrono::milliseconds delay,
+              void (WDCommunicationCenter::*step)());
 
     /// The lock, made at its first use.
     std::shared_ptr<NSLock> theDaemonLock();

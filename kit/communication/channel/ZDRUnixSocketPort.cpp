@@ -16,7 +16,6 @@ using namespace dozely;
 namespace
 {
 
-const QString folderPath = QStringLiteral("/private/var/tmp/com.dozely");
 constexpr int replySuffixLength = 3; // letters
 
 // The parameters that the base port takes: Unix domain, stream.
@@ -57,8 +56,8 @@ QString pathOfName(const QString &name)
 
 void clearFolder()
 {
-    SocketFolder::wipe(folderPath);
-    SocketFolder::create(folderPath);
+    SocketFolder::wipe(SocketFolder::place);
+    SocketFolder::create(SocketFolder::place);
     ZDRLog("Cleared sockets folder");
 }
 
@@ -91,7 +90,7 @@ void ZDRUnixSocketPort::clearExistingSockets()
 
 QString ZDRUnixSocketPort::socketFolder()
 {
-    return RootFolder::join(folderPath);
+    return RootFolder::join(SocketFolder::place);
 }
 
 std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::initAsServerWithName(const QString &name)
@@ -100,7 +99,7 @@ std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::initAsServerWithName(const
     if (name.isEmpty())
         return nullptr;
     const QString path = pathOfName(name);
-    if (SocketFolder::hasEntry(path) && !SocketFolder::removeEntry(path)) {
+    if (!SocketFolder::clearEntry(path)) {
         ZDRLog("Could not remove previous socket file: %@", path);
         return nullptr;
     }
@@ -120,7 +119,7 @@ std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::initAsClientWithName(const
     if (name.isEmpty())
         return nullptr;
     const QString path = pathOfName(name);
-    if (!SocketFolder::hasEntry(path))
+    if (!SocketFolder::hasFile(path))
         return nullptr;
     std::shared_ptr<ZDRUnixSocketPort> port(new ZDRUnixSocketPort);
     if (!port->initRemoteWithProtocolFamily(protocolFamily, socketType, protocol, addressRecord(path)))
@@ -160,6 +159,6 @@ QString ZDRUnixSocketPort::portName() const
 void ZDRUnixSocketPort::invalidate()
 {
     NSSocketPort::invalidate();
-    if (!_portName.isEmpty() && _type == removingType && SocketFolder::hasEntry(_portName))
-        SocketFolder::removeEntry(_portName);
+    if (!_portName.isEmpty() && _type == removingType)
+        SocketFolder::clearEntry(_portName);
 }

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/SocketFolder_p.h"
 
+#include "DozelyKit/communication/channel/linux/SlicedWork_p.h"
+#include "DozelyKit/communication/channel/linux/TreeRemover_p.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/log/AbuseLog.h"
 
 #include <QFile>
 #include <QRandomGenerator>
 #include <QStringList>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
+#include <memory>
+#include <mutex>
 #include <utility>
 
 namespace dozely
@@ -23,103 +26,100 @@ namespace dozely
 namespace
 {
 
-constexpr mode_t closedMode = 0700; // of a folder while it is emptied
+constexpr mode_t closedMode = 0700; // of a folder that nobody else is to enter
 constexpr mode_t parentMode = 0755;
 constexpr mode_t folderMode = 0777;
 constexpr mode_t socketMode = 0666;
+
+constexpr char removedName[] = "com.dozely.removed";
+constexpr char movedAsidePrefix[] = "moved-aside-";
+
+Descriptor duplicate(const Descriptor &descriptor)
+{
+    return Descriptor(::fcntl(descriptor.get(), F_DUPFD_CLOEXEC, 0));
+}
 
 Descriptor openFolder(int parent, const char *name)
 {
     return Descriptor(::openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Removes one entry that may be a tree.
-///
-/// A walk that goes down needs a descriptor or a stack frame a level. This one never goes down: every folder
-/// found within a folder is moved up into the top one under a name of its own, and the top folder's children
-/// are emptied one after the other. Each folder moves once, so the work grows with the number of entries
-/// alone.
-class TreeRemover
+QByteArray randomName(const char *prefix)
 {
-public:
-    bool remove(int parent, const char *name)
-    {
-        if (unlinkFile(parent, name))
-            return true;
-        m_top = openFolder(parent, name);
-        if (!m_top.isValid())
-            return errno == ENOENT;
-        takeOver(m_top.get());
-        forEachEntry(m_top.get(), [this](const char *entry) {
-            if (!unlinkFile(m_top.get(), entry))
-                removeFolder(entry);
-        });
-        for (quint64 moved = 0; moved < m_moved; ++moved)
-            removeFolder(nameOfMoved(moved).constData());
-        return removeEmptyFolder(parent, name);
-    }
+    return prefix + QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+}
 
-private:
-    static bool unlinkFile(int parent, const char *name)
-    {
-        return ::unlinkat(parent, name, 0) == 0 || errno == ENOENT;
-    }
+/// The folder of what is moved aside, which only its owner can enter, as a subfolder of `parent`; not valid
+/// where that cannot be had.
+Descriptor makeRemovedFolder(int parent)
+{
+    ::mkdirat(parent, removedName, closedMode);
+    Descriptor folder = openFolder(parent, removedName);
+    struct stat status {
+    };
+    const bool isOurs = folder.isValid() && ::fstat(folder.get(), &status) == 0 &&
+                        status.st_uid == ::geteuid() && ::fchmod(folder.get(), closedMode) == 0;
+    return isOurs ? std::move(folder) : Descriptor();
+}
 
-    static bool removeEmptyFolder(int parent, const char *name)
-    {
-        return ::unlinkat(parent, name, AT_REMOVEDIR) == 0 || errno == ENOENT;
-    }
-
-    /// Shuts others out, so that nobody refills the folder faster than it is emptied. Fails, harmlessly, on
-    /// the folder of somebody else when this process is not root.
-    static void takeOver(int folder)
-    {
-        if (::fchown(folder, ::geteuid(), static_cast<gid_t>(-1)) == 0)
-            ::fchmod(folder, closedMode);
-    }
-
-    template<class Visitor>
-    static void forEachEntry(int folder, Visitor visit)
-    {
-        // A description of its own: the position in the listing belongs to it.
-        Descriptor listing = openFolder(folder, ".");
-        DIR *stream = listing.isValid() ? ::fdopendir(listing.get()) : nullptr;
-        if (!stream)
-            return;
-        listing.release(); // closedir closes it
-        while (const dirent *entry = ::readdir(stream)) {
-            if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
-                visit(entry->d_name);
-        }
-        ::closedir(stream);
-    }
-
-    /// Removes a child of the top folder, after moving the folders in it up beside it.
-    void removeFolder(const char *name)
-    {
-        if (removeEmptyFolder(m_top.get(), name))
-            return;
-        const Descriptor folder = openFolder(m_top.get(), name);
-        if (!folder.isValid())
-            return;
-        takeOver(folder.get());
-        forEachEntry(folder.get(), [this, &folder](const char *entry) {
-            if (unlinkFile(folder.get(), entry) || removeEmptyFolder(folder.get(), entry))
-                return;
-            if (::renameat(folder.get(), entry, m_top.get(), nameOfMoved(m_moved).constData()) == 0)
-                ++m_moved;
-        });
-        removeEmptyFolder(m_top.get(), name);
-    }
-
-    /// Random, so that nobody can have taken the name before.
-    QByteArray nameOfMoved(quint64 index) const { return m_prefix + QByteArray::number(index); }
-
-    Descriptor m_top;
-    quint64 m_moved = 0;
-    const QByteArray m_prefix =
-        "removed-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16) + '-';
+/// The one removal that goes on. What is moved aside while it does is removed after it, so that any number of
+/// entries costs a handful of descriptors.
+struct Removal {
+    std::mutex mutex;
+    bool isRunning = false;
+    Descriptor next; ///< The parent of what is to be removed once more; not valid for nothing.
 };
+
+Removal &removal()
+{
+    static auto *const only = new Removal; // may be needed while the process ends
+    return *only;
+}
+
+/// Removes what is in the folder of what was moved aside, and that folder, from the event loop.
+void removeWhatWasMovedAside(Descriptor parent)
+{
+    {
+        const std::lock_guard guard(removal().mutex);
+        if (removal().isRunning) {
+            removal().next = std::move(parent);
+            return;
+        }
+        removal().isRunning = true;
+    }
+    auto remover = std::make_shared<TreeRemover>(std::move(parent), removedName);
+    SlicedWork::add([remover = std::move(remover)](SlicedWork::Moment until) mutable {
+        if (remover->work(until) == TreeRemover::State::Working)
+            return true;
+        const std::lock_guard guard(removal().mutex);
+        removal().isRunning = removal().next.isValid();
+        if (removal().isRunning)
+            remover = std::make_shared<TreeRemover>(std::exchange(removal().next, Descriptor()), removedName);
+        return removal().isRunning;
+    });
+}
+
+/// Moves the entry of `folder` to where it is removed from, a subfolder of `parent`.
+bool moveAside(Descriptor parent, int folder, const QByteArray &name)
+{
+    const auto isMoved = [&] {
+        const Descriptor removed = makeRemovedFolder(parent.get());
+        return removed.isValid() &&
+               ::renameat(folder, name.constData(), removed.get(), randomName("").constData()) == 0;
+    };
+    // Twice: the folder may have been removed as empty in between.
+    if (!isMoved() && !isMoved())
+        return false;
+    removeWhatWasMovedAside(std::move(parent));
+    return true;
+}
+
+/// Tells of an entry that neither this user nor the system's has put there.
+void tellOfStranger(uid_t owner)
+{
+    if (owner != ::geteuid() && owner != 0 && RootFolder::owner() != owner)
+        AbuseLog::note(owner, "entry in a socket's place cleared away");
+}
 
 /// The folder that holds the entry at `fixedPath` below the root folder, reached step by step without
 /// following a link; `name` receives the entry's own name.
@@ -146,10 +146,16 @@ Descriptor openParent(const QString &fixedPath, bool create, QByteArray *name)
 bool SocketFolder::wipe(const QString &fixedPath)
 {
     QByteArray name;
-    const Descriptor parent = openParent(fixedPath, false, &name);
+    Descriptor parent = openParent(fixedPath, false, &name);
     if (!parent.isValid())
         return errno == ENOENT;
-    return TreeRemover().remove(parent.get(), name.constData());
+    // What an earlier process has left over goes with it.
+    const bool isEmpty = TreeRemover::removeSingle(parent.get(), name.constData());
+    if (isEmpty) {
+        removeWhatWasMovedAside(std::move(parent));
+        return true;
+    }
+    return moveAside(duplicate(parent), parent.get(), name) || TreeRemover(std::move(parent), name).finish();
 }
 
 bool SocketFolder::create(const QString &fixedPath)
@@ -166,18 +172,40 @@ bool SocketFolder::create(const QString &fixedPath)
            ::fchmod(folder.get(), folderMode) == 0;
 }
 
-bool SocketFolder::hasEntry(const QString &path)
+bool SocketFolder::hasFile(const QString &path)
 {
-    struct stat status;
-    return ::lstat(QFile::encodeName(path).constData(), &status) == 0;
+    struct stat status {
+    };
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0;
 }
 
-bool SocketFolder::removeEntry(const QString &path)
+bool SocketFolder::clearEntry(const QString &path)
 {
     const QByteArray encoded = QFile::encodeName(path);
     const qsizetype slash = encoded.lastIndexOf('/');
-    const Descriptor parent(::open(encoded.left(slash + 1).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    return parent.isValid() && TreeRemover().remove(parent.get(), encoded.mid(slash + 1).constData());
+    const QByteArray name = encoded.mid(slash + 1);
+    const Descriptor folder(::open(encoded.left(slash + 1).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    struct stat status {
+    };
+    if (!folder.isValid() || ::fstatat(folder.get(), name.constData(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return true;
+    const auto isCleared = [&] {
+        if (TreeRemover::removeSingle(folder.get(), name.constData()))
+            return true;
+        Descriptor parent(::openat(folder.get(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
+        return moveAside(std::move(parent), folder.get(), name) ||
+               (!isMovedAside(name) && ::renameat(folder.get(), name.constData(), folder.get(),
+                                                  randomName(movedAsidePrefix).constData()) == 0);
+    };
+    if (!isCleared())
+        return false;
+    tellOfStranger(status.st_uid);
+    return true;
+}
+
+bool SocketFolder::isMovedAside(const QByteArray &name)
+{
+    return name.startsWith(movedAsidePrefix);
 }
 
 bool SocketFolder::openSocketToEverybody(const QString &path)
@@ -190,6 +218,16 @@ bool SocketFolder::openSocketToEverybody(const QString &path)
         return false;
     const QByteArray handle = "/proc/self/fd/" + QByteArray::number(socket.get());
     return ::chmod(handle.constData(), socketMode) == 0;
+}
+
+std::optional<SocketFolder::SocketIdentity> SocketFolder::socketAt(const QString &path)
+{
+    struct stat status {
+    };
+    if (::lstat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISSOCK(status.st_mode) ||
+        status.st_uid != ::geteuid())
+        return {};
+    return SocketIdentity(status.st_dev, status.st_ino);
 }
 
 } // namespace dozely

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/SocketFolder_p.h"
 
+#include "DozelyKit/communication/channel/linux/TreeRemover_p.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "support/WaitUntil.h"
 #include "unit/communication/channel/PortFixture.h"
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
@@ -17,6 +20,19 @@ using SocketFolderMode = PortFixture;
 namespace
 {
 const QString folderPath = QStringLiteral("/private/var/tmp/com.dozely");
+const QString removedPath = QStringLiteral("/private/var/tmp/com.dozely.removed");
+
+bool isThere(const QString &path)
+{
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(path).constData(), &status) == 0;
+}
+
+bool remove(const QString &folder, const QString &name)
+{
+    Descriptor parent(::open(QFile::encodeName(folder).constData(), O_PATH | O_DIRECTORY));
+    return TreeRemover(std::move(parent), QFile::encodeName(name)).finish();
+}
 
 // Makes `depth` folders, each in the one before, with a file in each.
 void makeDeepTree(const QString &top, int depth)
@@ -39,10 +55,8 @@ TEST_F(SocketFolderRemoval, OfThirtyThousandLevelsNeedsAHandfulOfDescriptors)
     // In memory: on a disk, so many folders take minutes however they are removed.
     const QTemporaryDir memory("/dev/shm/dz-XXXXXX");
     ASSERT_TRUE(memory.isValid());
-    RootFolder::set(memory.path());
-    const QString top = memory.path() + folderPath;
-    ASSERT_TRUE(QDir().mkpath(top));
-    makeDeepTree(top, 30'000);
+    ASSERT_TRUE(QDir().mkpath(memory.filePath("top")));
+    makeDeepTree(memory.filePath("top"), 30'000);
     const auto asBefore = [] { return true; };
     EXPECT_TRUE(Identity::holdsAs(asBefore, [&] {
         // As many as are open, and ten to work with.
@@ -50,8 +64,8 @@ TEST_F(SocketFolderRemoval, OfThirtyThousandLevelsNeedsAHandfulOfDescriptors)
         ::close(next);
         const rlimit limit{static_cast<rlim_t>(next) + 10, static_cast<rlim_t>(next) + 10};
         ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
-        EXPECT_TRUE(SocketFolder::wipe(folderPath));
-        EXPECT_FALSE(QFile::exists(top));
+        EXPECT_TRUE(remove(memory.path(), "top"));
+        EXPECT_FALSE(isThere(memory.filePath("top")));
     }));
 }
 
@@ -62,8 +76,71 @@ TEST_F(SocketFolderRemoval, OfAWideTreeOfFoldersLeavesNothing)
             ASSERT_TRUE(QDir().mkpath(root.join(folderPath) + QStringLiteral("/%1/%2/%1").arg(i).arg(j)));
     }
     EXPECT_TRUE(SocketFolder::wipe(folderPath));
-    EXPECT_FALSE(QFile::exists(root.join(folderPath)));
+    EXPECT_FALSE(isThere(root.join(folderPath))) << "moved aside at once";
+    EXPECT_EQ(modeOf(root.join(removedPath)), 0700u) << "where nobody else can follow";
+    EXPECT_TRUE(waitUntil([&] { return !isThere(root.join(removedPath)); }));
     EXPECT_EQ(QDir(root.join("/private/var/tmp")).count(), 2u) << "and nothing beside it, but . and ..";
+}
+
+TEST_F(SocketFolderRemoval, StopsWhenItsMomentHasComeAndGoesOnLater)
+{
+    makeDeepTree(path(QString()), 50);
+    Descriptor parent(::open(qPrintable(root.join("/private/var/tmp")), O_PATH | O_DIRECTORY));
+    TreeRemover remover(std::move(parent), "com.dozely");
+    int slices = 1;
+    while (remover.work({}) == TreeRemover::State::Working)
+        ++slices;
+    EXPECT_EQ(remover.work({}), TreeRemover::State::Gone);
+    EXPECT_GE(slices, 100) << "an entry a slice, when its time is over before it begins";
+    EXPECT_FALSE(isThere(root.join(folderPath)));
+}
+
+TEST_F(SocketFolderRemoval, TakesWhatAnEarlierProcessLeftOver)
+{
+    ASSERT_TRUE(QDir().mkpath(root.join(removedPath) + "/0123456789abcdef/inner"));
+    EXPECT_TRUE(SocketFolder::wipe(folderPath));
+    EXPECT_TRUE(waitUntil([&] { return !isThere(root.join(removedPath)); }));
+}
+
+TEST_F(SocketFolderRemoval, TakesWhatIsMovedAsideWhileItGoesOn)
+{
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(QDir().mkpath(path("a/b/c")));
+        EXPECT_TRUE(SocketFolder::clearEntry(path("a")));
+        EXPECT_FALSE(isThere(path("a")));
+        if (i < 2)
+            QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(waitUntil([&] { return !isThere(root.join(removedPath)); }));
+    EXPECT_TRUE(isThere(root.join(folderPath)));
+}
+
+TEST_F(SocketFolderRemoval, OfAFolderOfManyFilesKeepsTheEventLoopNoLongerThanASlice)
+{
+    const QTemporaryDir memory("/dev/shm/dz-XXXXXX");
+    RootFolder::set(memory.path());
+    const QString top = memory.path() + folderPath + "/dozelyd";
+    ASSERT_TRUE(QDir().mkpath(top));
+    const Descriptor folder(::open(QFile::encodeName(top).constData(), O_PATH | O_DIRECTORY));
+    for (int i = 0; i < 50'000; ++i)
+        ASSERT_EQ(::mknodat(folder.get(), QByteArray::number(i).constData(), S_IFREG | 0600, 0), 0);
+    // By the processor's time: the machine may be busy with others.
+    const auto used = [] {
+        timespec time{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    };
+    double longest = 0;
+    const double begin = used();
+    EXPECT_TRUE(SocketFolder::clearEntry(top));
+    longest = used() - begin;
+    while (isThere(memory.path() + removedPath)) {
+        const double start = used();
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        longest = std::max(longest, used() - start);
+    }
+    EXPECT_LT(longest, 10) << "milliseconds; 50,000 files at once take several times that";
+    EXPECT_GT(used() - begin, 10);
 }
 
 TEST_F(SocketFolderRemoval, OfAFolderThatIsNotThereSucceeds)
@@ -71,6 +148,7 @@ TEST_F(SocketFolderRemoval, OfAFolderThatIsNotThereSucceeds)
     EXPECT_TRUE(SocketFolder::wipe(folderPath));
     EXPECT_TRUE(SocketFolder::wipe(folderPath));
     EXPECT_TRUE(SocketFolder::wipe("/private/not/there"));
+    EXPECT_TRUE(SocketFolder::clearEntry(path("nothing")));
 }
 
 TEST_F(SocketFolderRemoval, OfWhatMayNotBeRemovedFails)
@@ -78,9 +156,36 @@ TEST_F(SocketFolderRemoval, OfWhatMayNotBeRemovedFails)
     writeFile(path("file"));
     root.makeFolder(folderPath, 0555);
     EXPECT_TRUE(Identity::holdsAsOrdinaryUser([&] {
-        EXPECT_FALSE(SocketFolder::removeEntry(path("file")));
-        EXPECT_TRUE(SocketFolder::hasEntry(path("file")));
+        EXPECT_FALSE(SocketFolder::clearEntry(path("file")));
+        EXPECT_TRUE(SocketFolder::hasFile(path("file")));
     }));
+}
+
+TEST_F(SocketFolderRemoval, GivesUpWhatWasMovedAsideToNobodyElse)
+{
+    // A folder that somebody else may enter is no place for what root removes.
+    root.makeFolder(removedPath, 0777);
+    ASSERT_TRUE(QDir().mkpath(path("a/b")));
+    EXPECT_TRUE(SocketFolder::clearEntry(path("a")));
+    EXPECT_EQ(modeOf(root.join(removedPath)), 0700u);
+    EXPECT_TRUE(waitUntil([&] { return !isThere(root.join(removedPath)); }));
+
+    const QString elsewhere = root.makeFolder("/elsewhere");
+    ASSERT_TRUE(QFile::link(elsewhere, root.join(removedPath)));
+    ASSERT_TRUE(QDir().mkpath(path("a/b")));
+    EXPECT_TRUE(SocketFolder::clearEntry(path("a"))) << "within the folder, then";
+    EXPECT_EQ(QDir(elsewhere).count(), 2u);
+    EXPECT_EQ(QDir(path(QString())).entryList({"moved-aside-*"}).size(), 1);
+}
+
+TEST(SocketFolderFile, IsThroughALinkAndNotALinkToNothing)
+{
+    const ScratchRoot root;
+    ASSERT_TRUE(QFile::link("/", root.join("/link")));
+    ASSERT_TRUE(QFile::link(root.join("/nowhere"), root.join("/dangling")));
+    EXPECT_TRUE(SocketFolder::hasFile(root.join("/link")));
+    EXPECT_FALSE(SocketFolder::hasFile(root.join("/dangling")));
+    EXPECT_FALSE(SocketFolder::hasFile(root.join("/nowhere")));
 }
 
 TEST_F(SocketFolderMode, IsSetOnASocketOfOurs)

@@ -20,6 +20,14 @@ TEST_F(ZDRUnixSocketPortClient, WithoutASocketFileIsNothingAndLeavesNoLogLine)
     EXPECT_THAT(messages(), IsEmpty());
 }
 
+TEST_F(ZDRUnixSocketPortClient, OfALinkWithoutATargetIsNothing)
+{
+    ZDRUnixSocketPort::initAsClientWithName("first use of the class");
+    ASSERT_TRUE(QFile::link(root.join("/nowhere"), path("dozelyd")));
+    EXPECT_FALSE(ZDRUnixSocketPort::initAsClientWithName("dozelyd"));
+    EXPECT_THAT(messages(), IsEmpty());
+}
+
 TEST_F(ZDRUnixSocketPortClient, KnowsThePathThatItReachesAndDescribesIt)
 {
     const auto server = ZDRUnixSocketPort::initAsServerWithName("dozelyd");
