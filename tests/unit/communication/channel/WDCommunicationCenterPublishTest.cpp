@@ -2,7 +2,13 @@
 #include "unit/communication/channel/CenterFixture.h"
 
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
+#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
 
+#include <QElapsedTimer>
+
+#include <utility>
+
+using namespace dozely;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -144,6 +150,71 @@ TEST_F(SelfCheck, ThatFailsPublishesAnewATenthOfASecondLaterAndKeepsTheOldConnec
     clock->advance(10s);
     EXPECT_EQ(root->pongs, 1) << "reached through the new file";
     EXPECT_THAT(logged(), IsEmpty());
+}
+
+TEST_F(SelfCheck, RunsAtOnceWhenTheSocketFileIsTakenAway)
+{
+    center->createServerConnection();
+    const auto old = center->connection();
+    ASSERT_TRUE(QFile::remove(path("dozelyd")));
+    ASSERT_TRUE(waitUntil([&] { return clock->pendingDelays() == delays({10'000, 100}); }));
+    clock->advance(100ms);
+    EXPECT_TRUE(isSocket(path("dozelyd")));
+    EXPECT_NE(center->connection(), old);
+    clock->advance(10s);
+    EXPECT_EQ(root->pongs, 1) << "the check of the first publication was given up with it";
+}
+
+TEST_F(SelfCheck, RunsAtOnceWhenAnotherFileIsInTheSocketsPlace)
+{
+    center->createServerConnection();
+    writeFile(path("other"));
+    ASSERT_TRUE(QFile::rename(path("dozelyd"), path("stolen")));
+    ASSERT_TRUE(QFile::rename(path("other"), path("dozelyd")));
+    ASSERT_TRUE(waitUntil([&] { return clock->pendingDelays().contains(100ms); }));
+    clock->advance(100ms);
+    EXPECT_TRUE(isSocket(path("dozelyd")));
+}
+
+TEST_F(SelfCheck, RunsAtOnceWhenTheFolderIsReplaced)
+{
+    center->createServerConnection();
+    ASSERT_TRUE(QFile::rename(ZDRUnixSocketPort::socketFolder(), PortFixture::root.join("/aside")));
+    PortFixture::root.makeSocketFolder();
+    ASSERT_TRUE(waitUntil([&] { return clock->pendingDelays().contains(100ms); }));
+    clock->advance(100ms);
+    EXPECT_TRUE(isSocket(path("dozelyd")));
+    ASSERT_TRUE(QFile::remove(path("dozelyd"))) << "and the new folder is watched";
+    ASSERT_TRUE(waitUntil([&] { return clock->pendingDelays().contains(100ms); }));
+}
+
+TEST_F(SelfCheck, IsNotBroughtForwardByOtherFiles)
+{
+    center->createServerConnection();
+    writeFile(path("another"));
+    int seen = 0;
+    FolderWatch watch(QFile::encodeName(ZDRUnixSocketPort::socketFolder()), [&](const auto &) { ++seen; });
+    ASSERT_TRUE(QFile::remove(path("another")));
+    ASSERT_TRUE(waitUntil([&] { return seen > 0; }));
+    EXPECT_EQ(clock->pendingDelays(), delays({10'000}));
+    EXPECT_EQ(root->pongs, 0);
+}
+
+TEST_F(SelfCheck, RunsTenTimesASecondAtMostHoweverOftenTheFileIsTakenAway)
+{
+    center->createServerConnection();
+    int published = 0;
+    auto latest = center->connection();
+    QElapsedTimer time;
+    time.start();
+    ASSERT_TRUE(waitUntil([&] {
+        QFile::remove(path("dozelyd"));
+        clock->advance(100ms);
+        published += std::exchange(latest, center->connection()) != latest ? 1 : 0;
+        return time.elapsed() > 1050;
+    }));
+    EXPECT_GE(published, 2);
+    EXPECT_LE(published, time.elapsed() / 100 + 1);
 }
 
 TEST_F(SelfCheck, AnsweredNoPublishesAnew)
