@@ -183,6 +183,7 @@ void WDCommunicationCenter::createServerConnection()
     d->ownSocket.reset();
     d->watchSocketFolder(this);
     d->socketPort = serverUnixSocketPortWithName(portName());
+    d->watchSocketFolder(this); // again: the port may have been the first use, which makes the folder
     auto connection = serverConnection(d->socketPort);
     if (!connection) {
         d->plan(this, portRetryDelay, &WDCommunicationCenter::createServerConnection);

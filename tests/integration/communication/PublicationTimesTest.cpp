@@ -3,6 +3,8 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
 using PublicationTimes = SystemFixture;
 using testing::AllOf;
 using testing::Ge;
@@ -20,18 +22,32 @@ TEST_F(PublicationTimes, AnAgentWithoutTheFolderTriesAgainAfterOneSecond)
     EXPECT_THAT(secondsSince(start), AllOf(Ge(0.99), Le(1.9)));
 }
 
-TEST_F(PublicationTimes, AnAgentWhoseFileIsGonePublishesAgainAtItsCheckAfterTenSecondsAndATenth)
+TEST_F(PublicationTimes, AnAgentWhoseFileIsGonePublishesAgainATenthOfASecondAfterTheFolderToldIt)
+{
+    root.makeSocketFolder();
+    const auto agent = startAgent();
+    ASSERT_EQ(agent->ask("publish"), "yes");
+    ASSERT_TRUE(QFile::remove(agentSocket()));
+    const auto start = HostProcess::Clock::now();
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(agentSocket()); }));
+    EXPECT_THAT(secondsSince(start), AllOf(Ge(0.09), Le(0.9)));
+}
+
+TEST_F(PublicationTimes, AnAgentThatCannotBeReachedPublishesAgainAtItsCheckAfterTenSecondsAndATenth)
 {
     root.makeSocketFolder();
     const auto agent = startAgent();
     const auto start = HostProcess::Clock::now();
     ASSERT_EQ(agent->ask("publish"), "yes");
-    ASSERT_TRUE(QFile::remove(agentSocket()));
-    ASSERT_TRUE(waitUntil([&] { return QFile::exists(agentSocket()); }));
+    // The folder has nothing to tell: the file stays, but nobody may connect.
+    ASSERT_EQ(::chmod(QFile::encodeName(agentSocket()).constData(), 0), 0);
+    const auto isOpen = [this] { return QFile(agentSocket()).permissions().testFlag(QFile::WriteOther); };
+    ASSERT_FALSE(isOpen());
+    ASSERT_TRUE(waitUntil(isOpen));
     EXPECT_THAT(secondsSince(start), AllOf(Ge(10.09), Le(10.9)));
 }
 
-TEST_F(PublicationTimes, EveryAgentIsReachableWithinTenPointThreeSecondsOfTheDaemonsReturn)
+TEST_F(PublicationTimes, EveryAgentIsReachableWithinASecondOrTwoOfTheDaemonsReturn)
 {
     auto daemon = startDaemon();
     ASSERT_EQ(daemon->ask("publish"), "yes");
@@ -43,9 +59,7 @@ TEST_F(PublicationTimes, EveryAgentIsReachableWithinTenPointThreeSecondsOfTheDae
     daemon = startDaemon();
     ASSERT_EQ(daemon->ask("publish"), "yes");
     const auto start = HostProcess::Clock::now();
-    EXPECT_FALSE(QFile::exists(agentSocket())) << "the daemon's start cleared the folder";
-    EXPECT_EQ(daemon->ask(command("post", "Act")), "no");
     ASSERT_TRUE(waitUntil([&] { return daemon->ask(command("ping")) == "yes"; }));
-    EXPECT_LE(secondsSince(start), 10.3);
+    EXPECT_LE(secondsSince(start), 1.9);
     EXPECT_EQ(daemon->ask(command("post", "Act")), "yes");
 }

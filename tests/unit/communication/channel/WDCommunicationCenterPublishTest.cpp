@@ -165,6 +165,16 @@ TEST_F(SelfCheck, RunsAtOnceWhenTheSocketFileIsTakenAway)
     EXPECT_EQ(root->pongs, 1) << "the check of the first publication was given up with it";
 }
 
+TEST_F(SelfCheck, RunsAtOnceAlsoWhereThePublicationMadeTheFolder)
+{
+    ASSERT_TRUE(QDir(PortFixture::root.join("/private")).removeRecursively());
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        center->createServerConnection();
+        ASSERT_TRUE(QFile::remove(path("dozelyd")));
+        EXPECT_TRUE(waitUntil([&] { return clock->pendingDelays().contains(100ms); }));
+    }));
+}
+
 TEST_F(SelfCheck, RunsAtOnceWhenAnotherFileIsInTheSocketsPlace)
 {
     center->createServerConnection();
