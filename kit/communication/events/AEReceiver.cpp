@@ -101,6 +101,7 @@ bool AEReceiver::listen()
 
 void AEReceiver::stop()
 {
+    Port<AEProcesses>::current()->whenLost({});
     if (const auto connection = std::exchange(m_connection, nullptr))
         connection->invalidate();
     m_queue.clear();

@@ -34,6 +34,8 @@ public:
     bool listen();
     bool isListening() const { return m_connection != nullptr; }
     void stop();
+    /// Gives up the place at which the process was found, but none of the streams that are open.
+    void letGo() { m_connection.reset(); }
 
     /// Queues an event that wants no reply; one of high priority before the others. Where the queue is full,
     /// those that wait are served first; false when that cannot be, because as many handlers nest as may.

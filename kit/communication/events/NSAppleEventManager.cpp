@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/events/NSAppleEventManager.h"
 
+#include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/communication/events/AEReceiver_p.h"
 #include "DozelyKit/communication/events/AESender_p.h"
 #include "DozelyKit/communication/events/NSAppleEventDescriptor.h"
@@ -73,6 +74,15 @@ struct NSAppleEventManager::Private {
         return quint64{eventClass} << 32 | eventID;
     }
 
+    void keepListening()
+    {
+        Port<AEProcesses>::current()->whenLost([this] {
+            AEReceiver::shared().letGo();
+            listen();
+        });
+        listen();
+    }
+
     void listen()
     {
         if (AEReceiver::shared().isListening() || AEReceiver::shared().listen() || isTrying)
@@ -111,7 +121,7 @@ void NSAppleEventManager::setEventHandlerForEventClass(QObject *handler, const Q
     if (!handler)
         return removeEventHandlerForEventClass(eventClass, eventID);
     d->handlers.insert(Private::key(eventClass, eventID), {handler, selector});
-    d->listen();
+    d->keepListening();
 }
 
 void NSAppleEventManager::removeEventHandlerForEventClass(AEEventClass eventClass, AEEventID eventID)

@@ -27,6 +27,8 @@ OSType bundleSignature()
 
 AEProcesses::~AEProcesses() = default;
 
+void AEProcesses::whenLost(std::function<void()>) {}
+
 OSType ProcessSignature::current()
 {
     return givenSignature() != 0 ? givenSignature() : bundleSignature();

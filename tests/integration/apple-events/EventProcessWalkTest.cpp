@@ -62,3 +62,37 @@ TEST_F(EventProcessWalk, MeetsProcessesOfAllUsers)
     EXPECT_EQ(others->ask("psn Mine"), QString::number(host->processId()));
     EXPECT_EQ(host->ask("psn Thrs"), QString::number(others->processId()));
 }
+
+TEST_F(EventProcessWalk, MeetsAProcessAgainWhoseFilesWereTakenAway)
+{
+    const Host host = start("Walk");
+    const auto number = static_cast<quint32>(host->processId());
+    const auto isMet = [&] {
+        return ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("Walk")).lowLongOfPSN == number;
+    };
+    ASSERT_TRUE(isMet());
+    QDir folder(EventProcesses::folder());
+    for (const char *pattern :
+         {"*.socket", "*"}) { // the socket alone, then everything, as an administrator may
+        for (const QString &name : folder.entryList({pattern}, QDir::Files | QDir::System))
+            ASSERT_TRUE(folder.remove(name));
+        ASSERT_TRUE(waitUntil([&] { return socketOf(host).endsWith(".socket") && isMet(); }));
+        AppleEvent reply;
+        EXPECT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply), noErr) << pattern;
+    }
+}
+
+TEST_F(EventProcessWalk, MeetsAProcessAgainWhenTheFolderWasRemoved)
+{
+    // As the daemon does, for those who may not make the folder.
+    EventProcesses keeper;
+    keeper.prepare();
+    const Host host = start("Walk", otherUser());
+    ASSERT_TRUE(QDir(EventProcesses::folder()).removeRecursively());
+    const auto isMet = [] {
+        return ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("Walk")) != ProcessSerialNumber();
+    };
+    ASSERT_FALSE(isMet());
+    EXPECT_TRUE(waitUntil(isMet));
+    EXPECT_EQ(QFile::permissions(EventProcesses::folder()) & QFile::WriteOther, QFile::WriteOther);
+}

@@ -97,6 +97,22 @@ bool EventProcessRecord::complete(int record, OSType signature)
            ::fchmod(record, 0644) == 0;
 }
 
+bool EventProcessRecord::isInPlace(int record, const QByteArray &name)
+{
+    const Descriptor folder = openEventFolder();
+    struct stat held {
+    };
+    struct stat found {
+    };
+    struct stat socket {
+    };
+    return folder.isValid() && ::fstat(record, &held) == 0 &&
+           ::fstatat(folder.get(), name.constData(), &found, AT_SYMLINK_NOFOLLOW) == 0 &&
+           held.st_dev == found.st_dev && held.st_ino == found.st_ino &&
+           ::fstatat(folder.get(), socketOf(name).constData(), &socket, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISSOCK(socket.st_mode) && socket.st_uid == ::geteuid();
+}
+
 std::optional<AEProcesses::Process> EventProcessRecord::read(int folder, const QByteArray &name)
 {
     const auto identifier = identifierIn(name);

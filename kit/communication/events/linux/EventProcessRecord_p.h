@@ -36,6 +36,10 @@ int create(int folder, const QByteArray &name);
 /// Writes the content: from now on the record counts. False on failure.
 bool complete(int record, OSType signature);
 
+/// Whether the record that this process holds is still where others look for it, and a socket of this user's
+/// beside it.
+bool isInPlace(int record, const QByteArray &name);
+
 /// What the record says of a process that runs now; absent for any other record. Never for this process's
 /// own records: closing them would give up their locks.
 std::optional<AEProcesses::Process> read(int folder, const QByteArray &name);

@@ -112,6 +112,41 @@ QString EventProcesses::folder()
 void EventProcesses::prepare()
 {
     makeEventFolder();
+    m_keepsFolder = true;
+    watchFolder();
+}
+
+void EventProcesses::whenLost(std::function<void()> lost)
+{
+    m_lost = std::move(lost);
+    if (m_lost)
+        watchFolder();
+    else if (!m_keepsFolder)
+        m_watch.reset();
+}
+
+void EventProcesses::watchFolder()
+{
+    if (!m_watch)
+        m_watch = std::make_unique<FolderWatch>(QFile::encodeName(folder()),
+                                                [this](const auto &) { folderChanged(); });
+}
+
+void EventProcesses::folderChanged()
+{
+    if (m_keepsFolder && !m_watch->isWatching()) {
+        makeEventFolder();
+        m_watch->renew();
+    }
+    const auto isFound = [] {
+        const std::lock_guard guard(own().mutex);
+        return own().identifier == ::getpid() &&
+               EventProcessRecord::isInPlace(own().lock.get(), own().record);
+    };
+    if (m_lost && !isFound()) {
+        const auto lost = m_lost;
+        lost();
+    }
 }
 
 QList<EventProcesses::Known> EventProcesses::walk()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -23,6 +24,7 @@ public:
     void prepare() override;
     QList<Process> processes() override;
     std::shared_ptr<NSSocketPort> announce(OSType signature) override;
+    void whenLost(std::function<void()> lost) override;
     std::shared_ptr<NSSocketPort> portOf(qint32 identifier, Process *found) override;
 
     /// The folder, below the root folder.
@@ -34,9 +36,15 @@ private:
         QByteArray record; ///< The name of its record.
     };
     QList<Known> walk();
+    void watchFolder();
+    void folderChanged();
 
     std::mutex m_mutex;
     QHash<qint32, Known> m_seen; ///< By the latest walk; spares the way to a process the next one.
+
+    std::unique_ptr<FolderWatch> m_watch; ///< Null while nobody wants to know.
+    bool m_keepsFolder = false;
+    std::function<void()> m_lost;
 };
 
 } // namespace dozely
