@@ -72,10 +72,16 @@ PrivateBus::PrivateBus() : m_folder("/tmp/dzbus-XXXXXX"), m_formerAddress(qgeten
         return;
     file.write(QString(configuration).arg(m_folder.path()).arg(::geteuid()).toUtf8());
     file.close();
+    start();
+    qputenv(addressVariable, m_address.toUtf8());
+}
+
+void PrivateBus::start()
+{
     // A test that is killed leaves no bus behind.
     m_daemon.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    m_daemon.start("dbus-daemon",
-                   {"--config-file=" + file.fileName(), "--nofork", "--nopidfile", "--print-address=1"});
+    m_daemon.start("dbus-daemon", {"--config-file=" + m_folder.filePath("bus.conf"), "--nofork",
+                                   "--nopidfile", "--print-address=1"});
     // It prints its address once it listens.
     while (m_daemon.canReadLine() || m_daemon.waitForReadyRead(patience)) {
         if (m_daemon.canReadLine()) {
@@ -83,7 +89,6 @@ PrivateBus::PrivateBus() : m_folder("/tmp/dzbus-XXXXXX"), m_formerAddress(qgeten
             break;
         }
     }
-    qputenv(addressVariable, m_address.toUtf8());
 }
 
 PrivateBus::~PrivateBus()
@@ -100,6 +105,12 @@ PrivateBus::~PrivateBus()
 void PrivateBus::stop()
 {
     end(m_daemon);
+}
+
+void PrivateBus::restart()
+{
+    stop();
+    start();
 }
 
 bool PrivateBus::startMock(const QString &mockTemplate, const QString &name)

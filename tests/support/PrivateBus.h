@@ -29,11 +29,16 @@ public:
     /// Ends the bus, as a machine that loses it does. Its address stays in the environment.
     void stop();
 
+    /// Starts it again at the same address.
+    void restart();
+
     /// Calls an operation with arguments in GVariant text; true when it answered.
     bool call(const QString &destination, const QString &path, const QString &method,
               const QStringList &arguments);
 
 private:
+    void start();
+
     QTemporaryDir m_folder;
     QProcess m_daemon;
     QString m_address;

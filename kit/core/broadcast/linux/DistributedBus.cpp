@@ -2,6 +2,7 @@
 #include "DozelyKit/core/broadcast/linux/DistributedBus_p.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/ProblemReport.h"
 
 #include <algorithm>
 
@@ -10,7 +11,7 @@ namespace dozely
 
 namespace
 {
-constexpr char busName[] = "org.freedesktop.DBus";
+constexpr char busService[] = "org.freedesktop.DBus";
 constexpr char busPath[] = "/org/freedesktop/DBus";
 constexpr std::chrono::seconds handOverLimit{2};
 constexpr std::chrono::seconds answerLimit{5};
@@ -26,10 +27,30 @@ constexpr int mostWaitingOfOne = 64; // and no single connection takes it all
 
 DistributedBus::DistributedBus(BusConnection::Bus bus, Handler handler)
     : m_handler(std::move(handler)),
-      m_bus(bus, busName,
+      m_kind(bus),
+      m_bus(bus, busService,
             {.opened = [this] { subscribe(); },
-             .isAway = [this](auto, const QString &) { busIsLost(); }}) // without a line: see setNames
+             .isThere = [this](const QByteArray &) { busIsThere(); },
+             .isAway =
+                 [this](BusService::Absence why, const QString &) {
+                     // Not that there has been none from the beginning: many have no session.
+                     if (why == BusService::Absence::BusLost && isWanted() && !std::exchange(m_isDeaf, true))
+                         reportProblem(busName() + " has gone: notifications of other processes are not "
+                                                   "heard until it is there again.");
+                     busIsLost();
+                 }})
 {
+}
+
+QString DistributedBus::busName() const
+{
+    return m_kind == BusConnection::Bus::System ? "The system's message bus" : "The session's message bus";
+}
+
+void DistributedBus::busIsThere()
+{
+    if (std::exchange(m_isDeaf, false))
+        reportProblem(busName() + " is there again: notifications are heard.");
 }
 
 void DistributedBus::busIsLost()
@@ -73,7 +94,7 @@ Result<void> DistributedBus::handOver(const DistributedMessage &message, const Q
         return sent.error();
     // The answer to a question that comes after the signal shows that the bus has both: a program may post
     // and end.
-    const auto answered = m_bus.bus()->call({busName, busPath, busName, "GetId"}, {}, {}, deadline);
+    const auto answered = m_bus.bus()->call({busService, busPath, busService, "GetId"}, {}, {}, deadline);
     if (!answered)
         return answered.error();
     return {};
@@ -106,11 +127,12 @@ void DistributedBus::subscribe()
         m_ofEverything = hear({}, true);
     // The bus answers when it has taken note of the above: until then those hear who heard before. Nothing is
     // missed between, and nothing heard twice.
-    m_bus.bus()->callLater({busName, busPath, busName, "GetId"}, {}, {}, answerLimit, [this](const auto &) {
-        m_hearsEverything = m_everyName;
-        if (!m_everyName)
-            m_ofEverything.reset();
-    });
+    m_bus.bus()->callLater({busService, busPath, busService, "GetId"}, {}, {}, answerLimit,
+                           [this](const auto &) {
+                               m_hearsEverything = m_everyName;
+                               if (!m_everyName)
+                                   m_ofEverything.reset();
+                           });
 }
 
 std::unique_ptr<BusConnection::Subscription> DistributedBus::hear(const QString &name, bool everything)
@@ -149,8 +171,8 @@ void DistributedBus::ask(const QByteArray &sender)
 {
     m_asked += sender;
     m_bus.bus()->callLater(
-        {busName, busPath, busName, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)}, answerLimit,
-        [this, sender](const BusConnection::Reply &reply) {
+        {busService, busPath, busService, "GetConnectionUnixUser"}, "s", {QString::fromLatin1(sender)},
+        answerLimit, [this, sender](const BusConnection::Reply &reply) {
             const QVariant answer = BusConnection::firstOf(reply);
             // A poster that has gone is unknown, never user 0.
             learn(sender, answer.typeId() == QMetaType::UInt ? std::optional(answer.toUInt()) : std::nullopt);

@@ -45,6 +45,8 @@ private:
     bool isWanted() const { return m_everyName || !m_names.isEmpty(); }
     Result<void> handOver(const DistributedMessage &message, const QDeadlineTimer &deadline);
     void busIsLost();
+    void busIsThere();
+    QString busName() const;
     void subscribe();
     std::unique_ptr<BusConnection::Subscription> hear(const QString &name, bool everything);
     void heard(const BusConnection::Signal &signal);
@@ -53,7 +55,9 @@ private:
     void deliver();
 
     Handler m_handler;
-    BusService m_bus; ///< The bus itself is the service.
+    const BusConnection::Bus m_kind;
+    bool m_isDeaf = false; ///< It heard once, and wants to.
+    BusService m_bus;      ///< The bus itself is the service.
     std::map<QString, std::unique_ptr<BusConnection::Subscription>> m_ofNames;
     std::unique_ptr<BusConnection::Subscription> m_ofEverything;
     bool m_hearsEverything = false; ///< Through that one; else through those of the names.

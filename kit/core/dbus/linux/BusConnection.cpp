@@ -118,6 +118,29 @@ Result<std::unique_ptr<BusConnection>> BusConnection::open(Bus bus)
     return std::unique_ptr<BusConnection>(new BusConnection(std::move(state)));
 }
 
+QByteArray BusConnection::socketPath(Bus bus)
+{
+    const bool isSystem = bus == Bus::System;
+    QByteArray addresses = qgetenv(isSystem ? "DBUS_SYSTEM_BUS_ADDRESS" : "DBUS_SESSION_BUS_ADDRESS");
+    if (addresses.isEmpty() && isSystem)
+        return "/run/dbus/system_bus_socket";
+    if (addresses.isEmpty()) {
+        const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+        return folder.isEmpty() ? folder : folder + "/bus";
+    }
+    constexpr char transport[] = "unix:";
+    constexpr char key[] = "path=";
+    for (const QByteArray &address : addresses.split(';')) {
+        if (!address.startsWith(transport))
+            continue;
+        for (const QByteArray &pair : address.mid(sizeof transport - 1).split(',')) {
+            if (pair.startsWith(key))
+                return QByteArray::fromPercentEncoding(pair.mid(sizeof key - 1));
+        }
+    }
+    return {};
+}
+
 BusConnection::Reply BusConnection::call(const Member &method, const QByteArray &signature,
                                          const QVariantList &arguments, const QDeadlineTimer &deadline)
 {

@@ -80,6 +80,9 @@ public:
     /// Begins to connect; fails when nobody listens there.
     static Result<std::unique_ptr<BusConnection>> open(Bus bus);
 
+    /// The path of the socket file to which `open` connects at first; empty when it is no file.
+    static QByteArray socketPath(Bus bus);
+
     ~BusConnection();
     BusConnection(const BusConnection &) = delete;
     BusConnection &operator=(const BusConnection &) = delete;

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 
 #include <algorithm>
+#include <sys/stat.h>
 #include <utility>
 
 namespace dozely
@@ -13,6 +14,7 @@ namespace
 {
 constexpr std::chrono::seconds firstPause{1};
 constexpr std::chrono::milliseconds longestPause{60'000};
+constexpr std::chrono::milliseconds pauseForListening{50}; // between the socket file and its listener
 } // namespace
 
 BusService::BusService(BusConnection::Bus bus, const QByteArray &name, Handlers handlers)
@@ -26,6 +28,8 @@ Result<void> BusService::open()
 {
     if (m_bus)
         return {};
+    m_socket = BusConnection::socketPath(m_kind);
+    m_opened = socketFile();
     auto opened = BusConnection::open(m_kind);
     if (!opened) {
         retryLater();
@@ -33,6 +37,7 @@ Result<void> BusService::open()
         return opened.error();
     }
     m_bus = *std::move(opened);
+    m_watch.reset();
     m_bus->onDisconnected([this] { close(); });
     m_ownership = m_bus->watchOwner(m_name, [this](const QByteArray &owner) { ownerIs(owner); });
     if (m_handlers.opened)
@@ -49,6 +54,7 @@ void BusService::keepOpen(const std::shared_ptr<Clock> &clock)
 void BusService::stopKeeping()
 {
     m_clock.reset();
+    m_watch.reset();
 }
 
 void BusService::close()
@@ -58,6 +64,8 @@ void BusService::close()
     m_ownership.reset();
     m_bus.reset();
     m_owner.reset();
+    if (const auto now = socketFile(); now && now != m_opened)
+        m_pause = pauseForListening; // another bus is in its place already
     retryLater();
     tellAbsence(Absence::BusLost);
 }
@@ -95,12 +103,47 @@ void BusService::retryLater()
 {
     if (!m_clock || std::exchange(m_isRetrying, true))
         return;
-    m_clock->callAfter(m_pause, &m_context, [this] {
+    watchSocket();
+    retryAfter(m_pause);
+    m_pause = std::min(m_pause * 2, longestPause);
+}
+
+void BusService::retryAfter(std::chrono::milliseconds pause)
+{
+    const int attempt = ++m_attempts;
+    m_clock->callAfter(pause, &m_context, [this, attempt] {
+        if (attempt != m_attempts)
+            return;
         m_isRetrying = false;
         if (m_clock)
             keepOpen(m_clock);
     });
-    m_pause = std::min(m_pause * 2, longestPause);
+}
+
+void BusService::watchSocket()
+{
+    if (m_watch)
+        return m_watch->renew();
+    const qsizetype slash = m_socket.lastIndexOf('/');
+    if (slash <= 0)
+        return;
+    m_watch = std::make_unique<FolderWatch>(
+        m_socket.left(slash), [this, name = m_socket.mid(slash + 1)](const FolderWatch::Change &change) {
+            const bool mayBeBack = change.names.contains(name) || change.mayBeMore || change.isAnother;
+            if (!mayBeBack || !m_clock || m_bus || !socketFile())
+                return;
+            m_pause = pauseForListening;
+            retryAfter({}); // from there: what it calls may end the watch
+        });
+}
+
+std::optional<BusService::SocketIdentity> BusService::socketFile() const
+{
+    struct stat status {
+    };
+    if (m_socket.isEmpty() || ::stat(m_socket.constData(), &status) != 0 || !S_ISSOCK(status.st_mode))
+        return {};
+    return SocketIdentity(status.st_dev, status.st_ino, status.st_ctim.tv_sec, status.st_ctim.tv_nsec);
 }
 
 } // namespace dozely

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
 
 #include <QObject>
 
 #include <optional>
+#include <tuple>
 
 namespace dozely
 {
@@ -16,8 +18,10 @@ class Clock;
 /// service's name there, and tells what changes.
 ///
 /// One who keeps the bus open has it opened again when it is not there or was lost: after 1 s, then after 2,
-/// 4, 8, ... and at most 60 s. Once the service has been there, the pauses begin at 1 s again. Nobody hears a
-/// word of attempts that fail, but through `isAway`.
+/// 4, 8, ... and at most 60 s. Once the service has been there, the pauses begin at 1 s again. Where the
+/// bus's socket is a file, the kernel tells when it is there again: then it is opened at once and, since it
+/// may not listen yet, after 50, 100, 200 ms and so on. Nobody hears a word of attempts that fail, but
+/// through `isAway`.
 ///
 /// THREADING: one thread, which needs an event loop. BLOCKING: never.
 class DOZELYKIT_AUTOTEST_EXPORT BusService
@@ -77,6 +81,11 @@ private:
     void ownerIs(const QByteArray &owner);
     void tellAbsence(Absence why, const QString &text = {});
     void retryLater();
+    void retryAfter(std::chrono::milliseconds pause);
+    void watchSocket();
+    /// Which socket file there is now: device, inode and when it was made; absent when there is none.
+    using SocketIdentity = std::tuple<quint64, quint64, qint64, qint64>;
+    std::optional<SocketIdentity> socketFile() const;
 
     BusConnection::Bus m_kind;
     QByteArray m_name;
@@ -86,8 +95,12 @@ private:
     std::unique_ptr<BusConnection::Subscription> m_ownership;
     std::optional<QByteArray> m_owner;
     std::chrono::milliseconds m_pause;
+    int m_attempts = 0; ///< That were planned; only the latest counts.
     bool m_isRetrying = false;
-    QObject m_context; ///< Of the next attempt.
+    QByteArray m_socket;                    ///< The path of the socket that is waited for.
+    std::optional<SocketIdentity> m_opened; ///< The one that was opened.
+    std::unique_ptr<FolderWatch> m_watch;   ///< Of its folder; null while nobody waits.
+    QObject m_context;                      ///< Of the next attempt.
 };
 
 } // namespace dozely

@@ -6,6 +6,9 @@
 #include "support/PrivateBus.h"
 #include "support/WaitUntil.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <chrono>
 #include <gtest/gtest.h>
 
@@ -188,4 +191,91 @@ TEST_F(BusServiceTest, OpensAnotherConnectionAfterOneThatWasGivenUp)
     ASSERT_TRUE(service.open().ok());
     clock->advance(1h); // the attempt that was put off finds it open
     EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+}
+
+TEST_F(BusServiceTest, IsOpenedAgainAsSoonAsTheSocketIsThereHoweverLongThePausesAre)
+{
+    startBus();
+    service.keepOpen(clock);
+    EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+    bus->stop();
+    EXPECT_EQ(told(1), QStringList("bus lost"));
+    clock->advance(1h); // by now it waits for a minute
+    words.clear();
+    bus->restart();
+    std::chrono::milliseconds passed{0};
+    ASSERT_TRUE(waitUntil([&] {
+        clock->advance(5ms);
+        passed += 5ms;
+        return words.contains("opened");
+    }));
+    EXPECT_LE(passed, 500ms);
+    words.clear();
+    clock->advance(1h); // an attempt that was put off before finds it open
+    EXPECT_FALSE(words.contains("opened"));
+}
+
+TEST_F(BusServiceTest, IsOpenedAgainSoonWhenAnotherBusIsThereBeforeTheLossIsNoticed)
+{
+    startBus();
+    service.keepOpen(clock);
+    EXPECT_EQ(told(2), QStringList({"opened", "not running"}));
+    bus->restart(); // no event loop runs meanwhile
+    EXPECT_EQ(told(1), QStringList("bus lost"));
+    EXPECT_EQ(clock->pendingDelays(), QList<std::chrono::milliseconds>{50ms});
+    clock->advance(50ms);
+    EXPECT_EQ(told(1).value(0), "opened");
+}
+
+TEST_F(BusServiceTest, IsOpenedAsSoonAsThereIsABusWhereThereWasNone)
+{
+    startBus();
+    bus->stop();
+    service.keepOpen(clock);
+    EXPECT_EQ(told(1), QStringList("no bus"));
+    bus->restart();
+    ASSERT_TRUE(waitUntil([&] {
+        clock->advance(5ms);
+        return words.contains("opened");
+    }));
+}
+
+TEST_F(BusServiceTest, DoesNotTryForTheSakeOfOtherFilesBesideTheSocket)
+{
+    startBus();
+    bus->stop();
+    service.keepOpen(clock);
+    told(1);
+    const QString folder =
+        QFileInfo(QString::fromUtf8(BusConnection::socketPath(BusConnection::Bus::System))).path();
+    int seen = 0;
+    const FolderWatch watch(folder.toUtf8(), [&](const auto &) { ++seen; });
+    QFile other(folder + "/other");
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::remove(folder + "/bus"));
+    QFile noSocket(folder + "/bus");
+    ASSERT_TRUE(noSocket.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(waitUntil([&] { return seen > 0; }));
+    EXPECT_TRUE(words.isEmpty());
+    EXPECT_EQ(clock->pendingDelays(), QList<std::chrono::milliseconds>{1s});
+    noSocket.remove();
+}
+
+TEST(BusSocket, IsTheFirstFileOfTheAddress)
+{
+    const auto system = [](const QByteArray &address) {
+        qputenv(addressVariable, address);
+        return BusConnection::socketPath(BusConnection::Bus::System);
+    };
+    EXPECT_EQ(system("unix:path=/a/b"), "/a/b");
+    EXPECT_EQ(system("unix:guid=1,path=/a%20b,x=y"), "/a b");
+    EXPECT_EQ(system("tcp:host=a;unix:abstract=/x;unix:path=/c;unix:path=/d"), "/c");
+    EXPECT_EQ(system("unix:abstract=/x"), "");
+    EXPECT_EQ(system(""), "/run/dbus/system_bus_socket");
+    qunsetenv(addressVariable);
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    qputenv("XDG_RUNTIME_DIR", "/run/user/1");
+    EXPECT_EQ(BusConnection::socketPath(BusConnection::Bus::Session), "/run/user/1/bus");
+    qunsetenv("XDG_RUNTIME_DIR");
+    EXPECT_EQ(BusConnection::socketPath(BusConnection::Bus::Session), "");
 }
