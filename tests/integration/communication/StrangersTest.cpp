@@ -6,8 +6,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-using testing::Le;
-
 namespace
 {
 /// The daemon's process and an agent's, and another user who does things to their folder.
@@ -30,10 +28,12 @@ protected:
     void replaceByFolder(const QString &socket) const
     {
         EXPECT_TRUE(doAsStranger([&] {
-            ASSERT_TRUE(QFile::remove(socket));
-            ASSERT_TRUE(QDir().mkpath(socket + "/inner"));
-            QFile file(socket + "/inner/file");
+            const QString place = folder() + "/prepared";
+            ASSERT_TRUE(QDir().mkpath(place + "/inner"));
+            QFile file(place + "/inner/file");
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            ASSERT_TRUE(QFile::remove(socket));
+            ASSERT_TRUE(QFile::rename(place, socket));
         }));
     }
 
@@ -106,13 +106,14 @@ TEST_F(Strangers, DoNotHoldTheDaemonUpByTheSizeOfWhatTheyPutThere)
     EXPECT_TRUE(doAsStranger([&] {
         ASSERT_TRUE(QDir().mkpath(big));
         const int place = ::open(QFile::encodeName(big).constData(), O_PATH | O_DIRECTORY);
-        for (int i = 0; i < 20'000; ++i)
+        for (int i = 0; i < 5'000; ++i)
             ASSERT_EQ(::mknodat(place, QByteArray::number(i).constData(), S_IFREG | 0600, 0), 0);
         ASSERT_TRUE(QFile::remove(folder() + "/dozelyd"));
         ASSERT_TRUE(QFile::rename(big, folder() + "/dozelyd"));
     }));
     // Questions that need the daemon's event loop and nothing else.
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(folder() + ".removed"); }));
+    const auto begin = HostProcess::Clock::now();
     double longest = 0;
     int asked = 0;
     while (QFile::exists(folder() + ".removed")) {
@@ -122,7 +123,8 @@ TEST_F(Strangers, DoNotHoldTheDaemonUpByTheSizeOfWhatTheyPutThere)
         ++asked;
     }
     EXPECT_GE(asked, 10) << "else it was all removed at once";
-    EXPECT_THAT(longest, Le(0.2));
+    // A part of the whole: the machine may be busy, with this test's files, too.
+    EXPECT_LE(longest, secondsSince(begin) / 2);
 }
 
 TEST_F(Strangers, WhoRemoveTheFolderHaveItMadeAgain)

@@ -14,7 +14,7 @@ namespace
 {
 using std::chrono::milliseconds;
 constexpr milliseconds slice{1};
-constexpr milliseconds pause{9};
+constexpr milliseconds pause{4};
 
 struct Queue {
     std::mutex mutex;

@@ -7,7 +7,7 @@
 namespace dozely
 {
 
-/// Work whose size a stranger decides, done in the main thread's event loop, a millisecond in ten: whatever
+/// Work whose size a stranger decides, done in the main thread's event loop, a millisecond in five: whatever
 /// its size, it keeps nobody waiting. Several pieces of work take turns.
 ///
 /// THREADING: any thread may add; all is done on the main thread. BLOCKING: never; but in a process without
