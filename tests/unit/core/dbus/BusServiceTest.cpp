@@ -252,7 +252,7 @@ TEST_F(BusServiceTest, DoesNotTryForTheSakeOfOtherFilesBesideTheSocket)
     const FolderWatch watch(folder.toUtf8(), [&](const auto &) { ++seen; });
     QFile other(folder + "/other");
     ASSERT_TRUE(other.open(QIODevice::WriteOnly));
-    ASSERT_TRUE(QFile::remove(folder + "/bus"));
+    QFile::remove(folder + "/bus"); // the bus leaves it, or does not
     QFile noSocket(folder + "/bus");
     ASSERT_TRUE(noSocket.open(QIODevice::WriteOnly));
     ASSERT_TRUE(waitUntil([&] { return seen > 0; }));
