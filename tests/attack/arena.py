@@ -31,7 +31,7 @@ def enter_namespace():
     if os.geteuid() == 0 or NAMESPACE_MARK in os.environ:
         return None
     unshare = ["unshare", "--user", "--map-root-user", "--map-auto"]
-    trial = ["python3", "-c", f"import os; os.setgroups([]); os.setresuid(*[{BYSTANDER}] * 3)"]
+    trial = [sys.executable, "-c", f"import os; os.setgroups([]); os.setresuid(*[{BYSTANDER}] * 3)"]
     with contextlib.suppress(OSError):
         done = subprocess.run(unshare + trial, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
         if done.returncode == 0:
