@@ -41,7 +41,8 @@ void appendText(Bytes &bytes, QStringView text)
 Bytes logPath()
 {
     Bytes path;
-    appendText(path, RootFolder::join(QStringLiteral("/var/log/dozely.log")));
+    appendText(path, RootFolder::path());
+    append(path, "/var/log/dozely.log");
     path.append('\0');
     return path;
 }
@@ -54,23 +55,25 @@ void appendNumber(Bytes &bytes, qint32 number)
 }
 
 // A daemon lives long enough to see its machine move to another time zone, and localtime_r does not look:
-// have the zone read again in the first line of each minute.
-void refreshTimeZone(std::time_t now)
+// have the zone read again in the first line of each minute. How often it was.
+quint32 refreshTimeZone(std::time_t now)
 {
     static std::atomic<std::time_t> lastMinute{-1};
+    static std::atomic<quint32> readings{0};
     constexpr std::time_t secondsPerMinute = 60;
     const std::time_t minute = now / secondsPerMinute;
-    if (lastMinute.exchange(minute, std::memory_order_relaxed) != minute)
+    if (lastMinute.exchange(minute, std::memory_order_relaxed) != minute) {
         ::tzset();
+        readings.fetch_add(1, std::memory_order_release);
+    }
+    return readings.load(std::memory_order_acquire);
 }
 
 // The local time in front of a line. By hand, since each line pays for it, and English whatever the locale.
-void writeStamp(char *stamp)
+void formatStamp(std::time_t now, char *stamp)
 {
     static constexpr std::array<const char *, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const auto now = static_cast<std::time_t>(Port<Clock>::current()->currentDate().toSecsSinceEpoch());
-    refreshTimeZone(now);
     std::tm local{};
     ::localtime_r(&now, &local);
     const auto writeTwoDigits = [](char *to, int value, char after) {
@@ -84,6 +87,26 @@ void writeStamp(char *stamp)
     writeTwoDigits(stamp + 7, local.tm_hour, ':');
     writeTwoDigits(stamp + 10, local.tm_min, ':');
     writeTwoDigits(stamp + 13, local.tm_sec, ' ');
+}
+
+// The stamp of the last line is that of the next one, too, within a second and with the zone read no more
+// often: in some zones to work it out takes as long as a system call.
+void writeStamp(char *stamp)
+{
+    struct Last {
+        std::time_t second = -1;
+        quint32 zoneReading = 0;
+        std::array<char, stampLength> stamp{};
+    };
+    static thread_local Last last;
+    const auto now = static_cast<std::time_t>(Port<Clock>::current()->currentDate().toSecsSinceEpoch());
+    const quint32 zoneReading = refreshTimeZone(now);
+    if (last.second != now || last.zoneReading != zoneReading) {
+        formatStamp(now, last.stamp.data());
+        last.second = now;
+        last.zoneReading = zoneReading;
+    }
+    std::memcpy(stamp, last.stamp.data(), stampLength);
 }
 
 // Appends `line`, at whose head the stamp's place was left free.

@@ -15,7 +15,9 @@
 
 #include <ctime>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 using namespace dozely;
@@ -97,6 +99,32 @@ TEST_F(ZDRLogLine, NoticesThatTheMachineMovedToAnotherTimeZone)
     setDate(QDateTime({2026, 3, 4}, QTime(8, 16), Qt::UTC));
     ZDRLogText("x");
     EXPECT_EQ(root.logContent().split('\n').at(1).left(16), QByteArray("Mar 04 03:16:00 "));
+}
+
+TEST_F(ZDRLogLine, NoticesTheOtherTimeZoneAlsoWhenTheClockIsSetBackToTheSecondOfAnEarlierLine)
+{
+    ZDRLogText("x");
+    qputenv("TZ", "America/New_York");
+    setDate(QDateTime({2026, 3, 4}, QTime(8, 16), Qt::UTC));
+    std::thread([] { ZDRLogText("x"); }).join();
+    setDate(QDateTime({2026, 3, 4}, QTime(8, 15, 2), Qt::UTC));
+    ZDRLogText("x");
+    EXPECT_EQ(root.logContent().split('\n').at(2).left(16), QByteArray("Mar 04 03:15:02 "));
+}
+
+TEST_F(ZDRLogLine, WritesTheNumberOfTheProcessThatLogsInAForkedOneToo)
+{
+    NSProcessInfo::setProcessName("dozelyd");
+    ZDRLog("message");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ZDRLog("message");
+        ::_exit(0);
+    }
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    EXPECT_EQ(root.logLines().value(0), body("Daemon", "message"));
+    EXPECT_TRUE(root.logLines().value(1).startsWith(QString("(%1 - %2 - ").arg(child).arg(::getpid())))
+        << qPrintable(root.logLines().value(1));
 }
 
 TEST_F(ZDRLogLine, TagsTheProcessNamedDozelydAsDaemon)
