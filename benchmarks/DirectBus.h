@@ -8,8 +8,10 @@
 #include <QTimer>
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <systemd/sd-bus.h>
+#include <utility>
 
 /// One end of a stream, written directly on sd-bus, peer to peer, in Qt's event loop: what the kit's
 /// connection layer cannot do without. What fails ends the benchmark.
@@ -47,12 +49,9 @@ public:
         settle();
     }
 
-    ~DirectBus() override
-    {
-        m_reading.setEnabled(false);
-        m_writing.setEnabled(false);
-        sd_bus_close_unref(m_bus);
-    }
+    ~DirectBus() override { close(); }
+
+    bool isOpen() const { return m_bus; }
 
     Message newCall(const char *path, const char *member) const
     {
@@ -93,17 +92,18 @@ private:
         if (result >= 0)
             settle();
         else if (m_answer)
-            end();
+            close();
         else
             fail("the connection died");
     }
 
-    void end()
+    void close()
     {
         m_reading.setEnabled(false);
         m_writing.setEnabled(false);
         m_timer.stop();
-        deleteLater();
+        if (m_bus)
+            sd_bus_close_unref(std::exchange(m_bus, nullptr));
     }
 
     /// After every use of the bus: what it waits for may have changed.
@@ -140,11 +140,13 @@ inline void serveDirect(int argc, char **argv, int listening, const DirectBus::A
 {
     qputenv("QT_NO_GLIB", "1");
     QCoreApplication application(argc, argv);
+    std::list<DirectBus> streams;
     QSocketNotifier waiting(listening, QSocketNotifier::Read);
     QObject::connect(&waiting, &QSocketNotifier::activated, &application, [&] {
+        streams.remove_if([](const DirectBus &stream) { return !stream.isOpen(); });
         const int descriptor = ::accept4(listening, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
         if (descriptor >= 0)
-            new DirectBus(descriptor, answer); // deletes itself when the peer has gone
+            streams.emplace_back(descriptor, answer);
     });
     QCoreApplication::exec();
 }
