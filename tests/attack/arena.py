@@ -17,7 +17,6 @@ import scratch_system
 import wire
 
 FIRST_ATTACKER = 4711  # user ids; nobody is logged in under them
-ATTACKERS = 10
 BYSTANDER = 4799  # a user who attacks nobody
 DESCRIPTORS = 1024  # what a service manager and a login give a program at first
 START_LIMIT = 15.0  # seconds
@@ -43,8 +42,9 @@ def enter_namespace():
             "namespaces. What takes a second user is left out.")
 
 
-def raise_hard_limit():
-    """Hosts begin with the usual soft limit of descriptors; how far they may raise it is the machine's choice."""
+def take_usual_limits():
+    """Hosts begin with the usual soft limit of descriptors, which they take over from here; how far they may raise it is the
+    machine's choice."""
     _, hard = resource.getrlimit(resource.RLIMIT_NOFILE)
     resource.setrlimit(resource.RLIMIT_NOFILE, (min(DESCRIPTORS, hard), hard))
 
