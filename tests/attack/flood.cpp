@@ -207,7 +207,7 @@ bool parse(int argc, char **argv, Orders &orders)
     if (argc < 5 || std::strlen(argv[1]) >= sizeof orders.address.sun_path)
         return false;
     orders.address.sun_family = AF_UNIX;
-    std::strcpy(orders.address.sun_path, argv[1]);
+    std::memcpy(orders.address.sun_path, argv[1], std::strlen(argv[1]));
     orders.streams = std::strtoul(argv[2], nullptr, 10);
     orders.greeting = contentOf(argv[3]);
     orders.payload = contentOf(argv[4]);
