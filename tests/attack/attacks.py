@@ -130,7 +130,20 @@ def folder_in_place(target, files):
 # ---- events and orders
 
 SENDERS = 100
-GATHERING = 0.3  # seconds that the last of them gets to reach the receiver
+GATHERING = 3.0  # seconds, at most, until all of them have reached the receiver
+
+
+def is_waiting(process):
+    with open(f"/proc/{process.pid}/stat", encoding="utf-8") as file:
+        return file.read().rpartition(")")[2].split()[0] != "R"
+
+
+def wait_until_quiet(processes, limit):
+    """Until none of the processes has had anything to do for a while, and so waits for somebody else."""
+    end, quiet = time.monotonic() + limit, 0
+    while quiet < 5 and time.monotonic() < end:
+        quiet = quiet + 1 if all(map(is_waiting, processes)) else 0
+        time.sleep(0.02)
 
 
 def events(arena):
@@ -144,7 +157,7 @@ def events(arena):
         senders = [subprocess.Popen(["nice", "-n", "19", *admin], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                     stderr=subprocess.PIPE, text=True, cwd="/", **arena.system.as_user())
                    for _ in range(SENDERS)]
-        time.sleep(GATHERING)
+        wait_until_quiet(senders, GATHERING)
     finally:
         os.kill(agent, signal.SIGCONT)
     busy = (time.monotonic() - begin) * 1000
