@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/system/machine/DescriptorLimit.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/orders/GuardedPosting.h"
 
@@ -15,6 +16,7 @@ void HostApplication::begin(const char *processName)
     // The plain poll loop needs no GLib thread context: less memory, fewer wake-ups. It must be chosen before
     // the application object is made.
     qputenv("QT_NO_GLIB", "1");
+    DescriptorLimit::raise(); // each stream of a stranger takes some, and files must still be opened
     NSProcessInfo::setProcessName(processName);
     setProblemReport([](const QString &sentence) { ZDRLog("%@", sentence); });
 }

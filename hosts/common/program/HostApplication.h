@@ -19,7 +19,7 @@ public:
     bool notify(QObject *receiver, QEvent *event) override;
 
     /// Before and after the making of an application object that is a host's but not of this class: names the
-    /// process, and has the plain event loop chosen.
+    /// process, raises its limit of open descriptors, and has the plain event loop chosen.
     /// @{
     static void begin(const char *processName);
     static void finishBeginning();

@@ -3,7 +3,9 @@
 
 #include "support/Identity.h"
 
+#include <algorithm>
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -20,7 +22,8 @@ const QString posterProgram = "/usr/lib/order_poster";
 const QString library = "/usr/lib/libDozelyKit.so.0";
 const QString interfaceLibrary = "/usr/lib/libDozelyInterface.so.0";
 const QString logind = "org.freedesktop.login1";
-constexpr int patience = 20'000; // milliseconds; only bounds a failing test
+constexpr rlim_t usualDescriptors = 1024; // what a program gets from most service managers
+constexpr int patience = 20'000;          // milliseconds; only bounds a failing test
 } // namespace
 
 HostSystem::HostSystem()
@@ -77,12 +80,13 @@ std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStrin
     environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::SeparateChannels);
-    if (user) {
-        process->setChildProcessModifier([id = *user] {
-            if (!Identity::becomeUser(id))
-                ::_exit(99);
-        });
-    }
+    process->setChildProcessModifier([user] {
+        rlimit limit{};
+        ::getrlimit(RLIMIT_NOFILE, &limit);
+        limit.rlim_cur = std::min<rlim_t>(usualDescriptors, limit.rlim_max);
+        if (::setrlimit(RLIMIT_NOFILE, &limit) != 0 || (user && !Identity::becomeUser(*user)))
+            ::_exit(99);
+    });
     process->start(root.join(program), arguments);
     return process;
 }

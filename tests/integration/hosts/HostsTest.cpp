@@ -71,6 +71,20 @@ TEST_F(HostsTest, AnOccurrenceForTheDaemonRunsThereWithoutAnyAgent)
                 ContainsRegex("- " + std::to_string(::geteuid()) + " - Daemon\\): "));
 }
 
+TEST_F(HostsTest, MayHaveAsManyDescriptorsAsTheMachineLetsThem)
+{
+    startDaemon();
+    startAgent();
+    for (const auto *process : {&daemon, &agent}) {
+        QFile limits(QString("/proc/%1/limits").arg((*process)->processId()));
+        ASSERT_TRUE(limits.open(QIODevice::ReadOnly));
+        const QString text = limits.readAll();
+        const QStringList line = text.split('\n').filter("Max open files").value(0).simplified().split(' ');
+        ASSERT_EQ(line.size(), 6) << text.toStdString();
+        EXPECT_EQ(line[3], line[4]) << "the soft and the hard one";
+    }
+}
+
 TEST_F(HostsTest, AScriptInTheAgentSendsAnAppleEvent)
 {
     // The agent has its signature from there.

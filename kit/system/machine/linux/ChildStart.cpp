@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/linux/ChildStart_p.h"
 
+#include "DozelyKit/system/machine/linux/DescriptorLimit_p.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -65,6 +67,7 @@ ChildStart::Failure ChildStart::become(int output) const
     // Not closed at once: one of them tells the parent when the start fails.
     if (::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) != 0)
         return {"close_range", errno};
+    DescriptorLimit::giveBackInChild();
     if (::chdir(m_folder.constData()) != 0 && (m_needsFolder || ::chdir("/") != 0))
         return {"chdir", errno};
     ::execve(m_path.constData(), m_argumentVector.data(), m_environmentVector.data());

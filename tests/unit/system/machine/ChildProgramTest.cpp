@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/system/machine/DescriptorLimit.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
 
 #include "support/PrintTo.h"
@@ -12,6 +13,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -267,4 +269,20 @@ TEST(RunningProgram, TakesItsGroupWithItWhenDestroyed)
     EXPECT_FALSE(program->ending);
     EXPECT_TRUE(waitUntil([&] { return ::read(reader, &byte, 1) == 0; })); // nobody is left to write
     ::close(reader);
+}
+
+TEST(ChildProgram, HasTheLimitOfDescriptorsThatWasThereBeforeItWasRaised)
+{
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    limit.rlim_cur = 256;
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    EXPECT_EQ(outputOf(shell("ulimit -S -n; ulimit -H -n")).split('\n').first(), "256");
+    DescriptorLimit::raise();
+    DescriptorLimit::raise(); // what was there before is still what was there before
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+    EXPECT_EQ(limit.rlim_cur, limit.rlim_max);
+    ASSERT_GT(limit.rlim_max, 256u);
+    EXPECT_EQ(outputOf(shell("ulimit -S -n; ulimit -H -n")),
+              "256\n" + QByteArray::number(static_cast<quint64>(limit.rlim_max)) + '\n');
 }
