@@ -12,6 +12,7 @@
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
+#include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/common/program/HostRootObject.h"
 
 #include <QFile>
@@ -51,6 +52,29 @@ void becomeOneWhoMayRun(const Schedule &schedule)
         Identity::giveUpRoot(*schedule.owner);
     else
         Identity::touchChannelWithoutRoot();
+}
+
+/// Posts an order; false when the daemon did not take it. Raises AdminError when the daemon refuses.
+bool postToDaemonThatMayRefuse(WDCommunicationCenter &center, const NSNotification &order)
+{
+    std::optional<AdminError> refused;
+    const bool isTaken = GuardedPosting::guardDaemon([&] {
+        try {
+            return center.postNotificationToDaemon(order);
+        } catch (const NSException &exception) {
+            const auto kind = OrderRefusal::kindOf(exception);
+            if (!kind)
+                throw;
+            center.unlockDaemonAccess();
+            const bool isPermitted = *kind != OrderRefusal::Kind::NotPermitted;
+            refused.emplace(isPermitted ? ExitStatus::Failed : ExitStatus::NotPermitted,
+                            QString("The daemon refuses: %1.").arg(exception.reason()));
+            return false;
+        }
+    });
+    if (refused)
+        throw *refused;
+    return isTaken;
 }
 
 /// Takes away the socket file of this process's reply port, which a request to an agent makes and which
@@ -111,7 +135,7 @@ void ChannelCommands::run(const AdminOptions &options)
     Channel channel;
     const NSNotification request(OrderName::daemonMustRunNow, OrderSender::admin,
                                  {{OrderKey::scheduleIdentifier, schedule.identifier}});
-    if (!GuardedPosting::postToDaemon(request))
+    if (!postToDaemonThatMayRefuse(channel.center(), request))
         throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
     if (options.isSet("json"))
         Output::json({{"identifier", schedule.identifier}, {"received", true}});

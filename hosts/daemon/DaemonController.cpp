@@ -21,9 +21,10 @@ QString senderLabel(const ReceivedOrder &order)
 } // namespace
 
 DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console)
-    : m_keeper(clock),
+    : m_clock(clock),
+      m_keeper(clock),
       m_console(std::move(console)),
-      m_performer(m_keeper, m_console),
+      m_performer(m_keeper, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
       m_power(m_keeper.scheduler(), clock, m_performer.plugIns()),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
@@ -36,13 +37,15 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     };
     receive(OrderName::daemonMustAct, OrderSender::daemon, &DaemonController::daemonMustAct);
     receive(OrderName::daemonMustRemove, OrderSender::daemon, &DaemonController::daemonMustRemove);
-    receive(OrderName::daemonMustRunNow, OrderSender::admin, &DaemonController::daemonMustRunNow);
+    OrderReceiver::receiveBeforeAnswer(OrderName::daemonMustRunNow, OrderSender::admin, this,
+                                       [this](const ReceivedOrder &order) { daemonMustRunNow(order); });
     receive(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent,
             &DaemonController::daemonMustAnticipateAgain);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &DaemonController::performDue);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &DaemonController::waitForNext);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, &m_power, &PowerPlanner::renew);
     connect(&m_power, &PowerPlanner::systemWoke, this, &DaemonController::waitForNext);
+    connect(&m_performer.waits(), &AgentWaits::tryAgain, this, &DaemonController::waitForNext);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     rereadStore();
 }
@@ -163,19 +166,34 @@ void DaemonController::daemonMustAnticipateAgain(const ReceivedOrder &order)
     waitForNext();
 }
 
+void DaemonController::refuse(const ReceivedOrder &order, OrderRefusal::Kind kind, const QString &why) const
+{
+    ZDRLog("%@ from %@ refused: %@", order.name, senderLabel(order), why);
+    throw OrderRefusal(kind, why);
+}
+
+/// What the sender is told is true: when this returns, the disk has it that the action is to be performed.
 void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
 {
+    using enum OrderRefusal::Kind;
+    const bool isSystem = OrderPermissions::isSystem(order.peer, RootFolder::owner());
+    if (!order.peer)
+        refuse(order, NotPermitted, "nobody knows who sent it");
+    if (!isSystem && !m_rate.take(*order.peer, m_clock.steadyTime()))
+        refuse(order, Impossible, QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute));
     const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
-    const auto schedule = m_keeper.scheduler().schedule(identifier);
+    auto schedule = m_keeper.scheduler().schedule(identifier);
     if (!schedule) {
-        ZDRLog("%@ from %@ refused: there is no schedule %@", order.name, senderLabel(order),
-               logLabel(identifier));
-        return;
+        rereadStore(); // one that was added a moment ago
+        schedule = m_keeper.scheduler().schedule(identifier);
     }
+    if (!schedule)
+        refuse(order, Impossible, QString("there is no schedule %1").arg(logLabel(identifier)));
     if (!OrderPermissions::mayRunNow(order.peer, RootFolder::owner(), schedule->owner)) {
-        ZDRLog("%@ from %@ refused: schedule %@ belongs to another user", order.name, senderLabel(order),
-               logLabel(identifier));
-        return;
+        refuse(order, NotPermitted, QString("schedule %1 belongs to another user").arg(logLabel(identifier)));
     }
-    m_performer.performNow(m_keeper.scheduler().makeOccurrenceNow(*schedule));
+    const auto noted = m_keeper.noteAsked(m_keeper.scheduler().makeOccurrenceNow(*schedule), *order.peer);
+    if (!noted)
+        refuse(order, Impossible, noted.error().text);
+    waitForNext(); // performed from the event loop, the sender has its answer by then
 }

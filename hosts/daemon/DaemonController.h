@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/daemon/AnticipationPlan.h"
 #include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/OrderRate.h"
 #include "hosts/daemon/PowerPlanner.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "hosts/daemon/StoreWatcher.h"
@@ -40,14 +42,17 @@ private:
     void daemonMustRemove(const ReceivedOrder &order);
     void daemonMustRunNow(const ReceivedOrder &order);
     void daemonMustAnticipateAgain(const ReceivedOrder &order);
+    [[noreturn]] void refuse(const ReceivedOrder &order, OrderRefusal::Kind kind, const QString &why) const;
     QList<Occurrence> removableOccurrences(const ReceivedOrder &order) const;
     std::optional<Occurrence> heldOccurrence(const ReceivedOrder &order) const;
 
+    dozely::Clock &m_clock;
     ScheduleKeeper m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
     AnticipationPlan m_anticipation;
     PowerPlanner m_power;
+    OrderRate m_rate;
     StoreWatcher m_watcher;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
 };

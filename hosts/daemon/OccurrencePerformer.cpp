@@ -27,12 +27,19 @@ QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
 }
+
+QString couldNotBeReached(quint32 userId)
+{
+    return QString("the agent of user %1 could not be reached").arg(userId);
+}
 } // namespace
 
-OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console)
+OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console,
+                                         Clock &clock)
     : m_keeper(keeper),
       m_console(std::move(console)),
-      m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); })
+      m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); }),
+      m_waits(clock, keeper.scheduler())
 {
 }
 
@@ -44,11 +51,6 @@ void OccurrencePerformer::performDue(const Occurrence &occurrence)
         return;
     }
     perform(occurrence, Place::AsConfigured, true);
-}
-
-void OccurrencePerformer::performNow(const Occurrence &occurrence)
-{
-    perform(occurrence, Place::AsConfigured, false);
 }
 
 void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
@@ -82,13 +84,15 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
         return notAnnounced(true, "nobody is logged in");
     const bool isReceived = postToAgent(user->userId, [&] { return plugIn->anticipateInUserAgentNow(); });
     if (!isReceived)
-        return notAnnounced(true, QString("the agent of user %1 could not be reached").arg(user->userId));
+        return notAnnounced(true, couldNotBeReached(user->userId));
     ZDRLog("%@ is announced by the agent of user %u", labelOf(occurrence), user->userId);
     return {true, user->userId};
 }
 
 void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, bool mayBeTooLate)
 {
+    // One that waited for its agent was in time when it began to; how long it may wait is known there.
+    const bool hasWaited = m_waits.userOf(occurrence).has_value();
     const auto made = makePlugIn(occurrence);
     if (!made) {
         notPerformed(occurrence, made.error().text);
@@ -99,7 +103,8 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(occurrence.schedule.parameters);
         plugIn->setCalendarDate(occurrence.calendarDate());
-        isTooLate = mayBeTooLate && m_keeper.scheduler().isTooLate(occurrence, plugIn->timeOut());
+        isTooLate =
+            mayBeTooLate && !hasWaited && m_keeper.scheduler().isTooLate(occurrence, plugIn->timeOut());
     });
     if (thrown) {
         notPerformed(occurrence, *thrown);
@@ -132,20 +137,41 @@ Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Oc
 
 void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn)
 {
-    const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
-    if (!user) {
-        notPerformed(occurrence, "nobody is logged in");
+    const auto user = reachableUser(occurrence, plugIn);
+    if (!user)
         return;
-    }
+    m_waits.end(occurrence);
     m_keeper.noteBegun(occurrence);
-    const bool isReceived = postToAgent(user->userId, [&] { return plugIn.actInUserAgentNow(); });
+    // From here on nobody knows how far it came, so it is not tried again.
+    const bool isReceived = postToAgent(*user, [&] { return plugIn.actInUserAgentNow(); });
     if (!isReceived) {
-        notPerformed(occurrence, QString("the agent of user %1 could not be reached").arg(user->userId));
+        notPerformed(occurrence, couldNotBeReached(*user));
         return;
     }
-    m_keeper.note(occurrence, OccurrenceState::Done, user->userId);
-    ZDRLog("%@ was handed to the agent of user %u", labelOf(occurrence), user->userId);
+    m_keeper.note(occurrence, OccurrenceState::Done, *user);
+    ZDRLog("%@ was handed to the agent of user %u", labelOf(occurrence), *user);
+}
+
+/// The user at the console, pinned, whose agent answers. Absent when the occurrence waits for one, or its
+/// time is over. One that waits does so for whom it was due: it does not pass to somebody who logs in later.
+std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence,
+                                                          const WDDaemonPlugIn &plugIn)
+{
+    const auto console = m_console->pin();
+    const auto waitedFor = m_waits.userOf(occurrence);
+    if (!console && !waitedFor) {
+        notPerformed(occurrence, "nobody is logged in");
+        return {};
+    }
+    const quint32 user = waitedFor ? *waitedFor : console->userId;
+    if (console && console->userId == user && m_waits.isReachable(user))
+        return user;
+    if (!m_waits.wait(occurrence, user, plugIn.timeOut()))
+        notPerformed(occurrence, couldNotBeReached(user));
+    else if (!waitedFor)
+        ZDRLog("%@ waits for the agent of user %u", labelOf(occurrence), user);
+    return {};
 }
 
 bool OccurrencePerformer::postToAgent(quint32 userId, const std::function<bool()> &post)
@@ -170,6 +196,7 @@ void OccurrencePerformer::actInDaemon(const Occurrence &occurrence,
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
 {
+    m_waits.end(occurrence);
     m_keeper.note(occurrence, OccurrenceState::NotPerformed);
     ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
 }

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/Result.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "hosts/common/plugins/RunningActions.h"
-#include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/AgentWaits.h"
 
 class PinnedConsoleUser;
 class ScheduleKeeper;
@@ -18,14 +18,13 @@ class OccurrencePerformer : public QObject
 {
     Q_OBJECT
 public:
-    /// `keeper` must outlive the object.
-    OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console);
+    /// `keeper` and `clock` must outlive the object.
+    OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console,
+                        dozely::Clock &clock);
 
-    /// One that came due: skipped when it is later than its plug-in's time-out.
+    /// One that came due, or was asked for: skipped when it is later than its plug-in's time-out; held back
+    /// in the scheduler while it is one for a session whose agent cannot be reached.
     void performDue(const Occurrence &occurrence);
-
-    /// One that was asked for now.
-    void performNow(const Occurrence &occurrence);
 
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
@@ -43,12 +42,16 @@ public:
     /// Makes the plug-in objects of the daemon.
     PlugInLoader &plugIns() { return m_loader; }
 
+    /// Tells when something that was held back is due again.
+    const AgentWaits &waits() const { return m_waits; }
+
 private:
     enum class Place { AsConfigured, Daemon };
     void perform(const Occurrence &occurrence, Place place, bool mayBeTooLate);
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn);
     void actInDaemon(const Occurrence &occurrence, const std::shared_ptr<WDDaemonPlugIn> &plugIn);
+    std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);
     void notPerformed(const Occurrence &occurrence, const QString &why);
 
@@ -56,4 +59,5 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     PlugInLoader m_loader; // outlives the plug-in objects
     RunningActions m_running;
+    AgentWaits m_waits;
 };

@@ -3,6 +3,8 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
@@ -18,9 +20,13 @@ struct StateName {
     const char *name;
 };
 constexpr StateName stateNames[] = {
-    {OccurrenceState::Begun, "begun"},     {OccurrenceState::Done, "done"},
-    {OccurrenceState::Skipped, "skipped"}, {OccurrenceState::NotPerformed, "not performed"},
-    {OccurrenceState::Removed, "removed"}, {OccurrenceState::Interrupted, "interrupted"},
+    {OccurrenceState::Asked, "asked"},
+    {OccurrenceState::Begun, "begun"},
+    {OccurrenceState::Done, "done"},
+    {OccurrenceState::Skipped, "skipped"},
+    {OccurrenceState::NotPerformed, "not performed"},
+    {OccurrenceState::Removed, "removed"},
+    {OccurrenceState::Interrupted, "interrupted"},
 };
 
 QString nameOf(OccurrenceState state)
@@ -41,6 +47,21 @@ std::optional<OccurrenceState> stateOf(const QVariant &name)
     return {};
 }
 
+bool isOver(const OccurrenceEntry &entry)
+{
+    return entry.state != OccurrenceState::Asked && entry.state != OccurrenceState::Begun;
+}
+
+/// Absent for what is no number of a user.
+std::optional<quint32> userIn(const QVariant &value)
+{
+    bool isNumber = false;
+    const qlonglong user = value.toLongLong(&isNumber);
+    if (!isNumber || user < 0 || user > 0xffffffffLL)
+        return {};
+    return static_cast<quint32>(user);
+}
+
 /// Absent for what is no occurrence.
 std::optional<OccurrenceEntry> entryIn(const QVariantMap &map)
 {
@@ -49,14 +70,16 @@ std::optional<OccurrenceEntry> entryIn(const QVariantMap &map)
         map.value("Date").typeId() != QMetaType::QDateTime)
         return {};
     OccurrenceEntry entry{*state, {}, {}};
+    if (map.contains("Asked By")) {
+        entry.askedBy = userIn(map.value("Asked By"));
+        if (!entry.askedBy)
+            return {};
+    }
     if (!map.contains("Handed To"))
         return entry;
-    bool isNumber = false;
-    const qlonglong user = map.value("Handed To").toLongLong(&isNumber);
-    if (!isNumber || user < 0 || user > 0xffffffffLL ||
-        map.value("Handed Over").typeId() != QMetaType::QDateTime)
+    entry.handedTo = userIn(map.value("Handed To"));
+    if (!entry.handedTo || map.value("Handed Over").typeId() != QMetaType::QDateTime)
         return {};
-    entry.handedTo = static_cast<quint32>(user);
     entry.handedOver = map.value("Handed Over").toDateTime().toUTC();
     return entry;
 }
@@ -73,6 +96,49 @@ std::optional<OccurrenceEntry> OccurrenceRecord::find(const QString &identifier,
 void OccurrenceRecord::set(const QString &identifier, const QDateTime &date, const OccurrenceEntry &entry)
 {
     m_entries[identifier].insert(date, entry);
+    noteAsked({identifier, date}, entry.state == OccurrenceState::Asked);
+}
+
+void OccurrenceRecord::remove(const QString &identifier, const QDateTime &date)
+{
+    const auto schedule = m_entries.find(identifier);
+    if (schedule == m_entries.end())
+        return;
+    schedule->remove(date);
+    if (schedule->isEmpty())
+        m_entries.erase(schedule);
+    noteAsked({identifier, date}, false);
+}
+
+void OccurrenceRecord::noteAsked(const Key &key, bool isAsked)
+{
+    if (!isAsked)
+        m_asked.removeOne(key);
+    else if (!m_asked.contains(key))
+        m_asked += key;
+}
+
+bool OccurrenceRecord::makeRoom(quint32 userId, qsizetype most)
+{
+    qsizetype count = 0;
+    QList<Key> over;
+    for (auto schedule = m_entries.cbegin(); schedule != m_entries.cend(); ++schedule) {
+        for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry) {
+            if (entry->askedBy != userId)
+                continue;
+            ++count;
+            if (isOver(*entry))
+                over += {schedule.key(), entry.key()};
+        }
+    }
+    std::sort(over.begin(), over.end(), [](const Key &a, const Key &b) { return a.second < b.second; });
+    for (const auto &[identifier, date] : over) {
+        if (count < most)
+            break;
+        remove(identifier, date);
+        --count;
+    }
+    return count < most;
 }
 
 QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
@@ -102,13 +168,14 @@ bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates)
     for (auto schedule = m_entries.begin(); schedule != m_entries.end();) {
         const auto current = currentDates.constFind(schedule.key());
         if (current == currentDates.cend()) {
+            m_asked.removeIf([&](const Key &key) { return key.first == schedule.key(); });
             schedule = m_entries.erase(schedule);
             dropped = true;
             continue;
         }
         int others = static_cast<int>(schedule->size()) - (schedule->contains(*current) ? 1 : 0);
         for (auto entry = schedule->begin(); entry != schedule->end() && others > remembered;) {
-            if (entry.key() == *current || entry->state == OccurrenceState::Begun) {
+            if (entry.key() == *current || !isOver(*entry)) {
                 ++entry;
                 continue;
             }
@@ -128,6 +195,8 @@ QByteArray OccurrenceRecord::toData() const
         for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry) {
             QVariantMap map{
                 {"Identifier", schedule.key()}, {"Date", entry.key()}, {"State", nameOf(entry->state)}};
+            if (entry->askedBy)
+                map.insert("Asked By", static_cast<qint64>(*entry->askedBy));
             if (entry->handedTo) {
                 map.insert("Handed To", static_cast<qint64>(*entry->handedTo));
                 map.insert("Handed Over", entry->handedOver);

@@ -14,6 +14,10 @@ namespace
 {
 /// Gathers the ends of several occurrences in one write; their beginnings are on disk by then.
 constexpr std::chrono::milliseconds saveDelay(50);
+
+/// So much of what one user asks for is remembered: a bound for the record, whatever programs of that user
+/// do.
+constexpr qsizetype mostAskedByOneUser = 200;
 } // namespace
 
 ScheduleKeeper::ScheduleKeeper(Clock &clock, QObject *parent)
@@ -46,8 +50,11 @@ void ScheduleKeeper::readStore()
         keep(std::move(content->schedules), content->faultyIdentifiers);
         content = ScheduleStore::Content();
         // What a bad entry stands for is not known, so nothing is forgotten.
-        if (exists && complaints.isEmpty() && m_scheduler.pruneRecord())
-            saveSoon();
+        if (exists && complaints.isEmpty()) {
+            reportGone();
+            if (m_scheduler.pruneRecord())
+                saveSoon();
+        }
     } else {
         complaints += QString("%1 cannot be used, its schedules stay as they were: %2")
                           .arg(ScheduleStore::path(), content.error().text);
@@ -62,6 +69,14 @@ void ScheduleKeeper::readStore()
         ZDRLog("Schedules: %lld", static_cast<qlonglong>(m_scheduleCount));
     }
     CompactSchedules::giveFreeMemoryBack();
+}
+
+void ScheduleKeeper::reportGone() const
+{
+    for (const auto &[identifier, date] : m_scheduler.record().asked()) {
+        if (!m_scheduler.schedule(identifier))
+            ZDRLog("Schedule %@ was not performed: it was removed", logLabel(identifier));
+    }
 }
 
 void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers)
@@ -82,10 +97,24 @@ void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faulty
     m_scheduler.setSchedules(CompactSchedules::thaw(frozen));
 }
 
+Result<void> ScheduleKeeper::noteAsked(const Occurrence &occurrence, quint32 userId)
+{
+    if (!m_scheduler.record().makeRoom(userId, mostAskedByOneUser))
+        return Error{QString("%1 actions that this user asked for are not over").arg(mostAskedByOneUser)};
+    m_scheduler.noteAsked(occurrence, userId);
+    const auto saved = save();
+    if (saved)
+        return {};
+    m_scheduler.record().remove(occurrence.schedule.identifier, occurrence.date);
+    return Error{"the record of occurrences could not be saved"};
+}
+
 void ScheduleKeeper::noteBegun(const Occurrence &occurrence)
 {
     m_scheduler.note(occurrence, OccurrenceState::Begun);
-    save();
+    // An occurrence is performed even when the disk refuses: within its time-out it might run twice after a
+    // restart, but without this it would not run at all.
+    (void)save();
 }
 
 void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
@@ -98,7 +127,7 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
 void ScheduleKeeper::flush()
 {
     if (m_isDirty)
-        save();
+        (void)save();
 }
 
 void ScheduleKeeper::saveSoon()
@@ -113,14 +142,13 @@ void ScheduleKeeper::saveSoon()
     });
 }
 
-void ScheduleKeeper::save()
+Result<void> ScheduleKeeper::save()
 {
-    // An occurrence is performed even when the disk refuses: within its time-out it might run twice after a
-    // restart, but without this it would not run at all.
     m_isDirty = false;
-    const auto saved = OccurrenceFile::save(m_scheduler.record());
+    auto saved = OccurrenceFile::save(m_scheduler.record());
     const QString error = saved ? QString() : saved.error().text;
     if (!error.isEmpty() && error != m_saveError)
         ZDRLog("The record of occurrences could not be saved: %@", logLabel(error));
     m_saveError = error;
+    return saved;
 }

@@ -26,6 +26,11 @@ public:
     /// Reads the store again and logs what is new about it: the number of schedules, and each fault once.
     void readStore();
 
+    /// Notes an occurrence that `userId` asks for now, and blocks until the disk has it. An error, and
+    /// nothing noted, when the disk refuses, or when so much of what that user asked for is not over that the
+    /// record takes no more.
+    dozely::Result<void> noteAsked(const Occurrence &occurrence, quint32 userId);
+
     /// Notes an occurrence that is about to begin, and blocks until the disk has it.
     void noteBegun(const Occurrence &occurrence);
 
@@ -38,8 +43,9 @@ public:
 private:
     void loadRecord();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
+    void reportGone() const;
     void saveSoon();
-    void save();
+    dozely::Result<void> save();
 
     dozely::Clock &m_clock;
     Scheduler m_scheduler;

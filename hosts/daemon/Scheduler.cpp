@@ -15,7 +15,10 @@ namespace
 constexpr auto longestHandOver = std::chrono::hours(1);
 
 /// Nothing starts at the very millisecond: a plug-in whose time-out is nothing still gets this long.
-constexpr qint64 shortestTimeOut = 1000; // milliseconds
+constexpr std::chrono::milliseconds shortestTimeOut = std::chrono::seconds(1);
+
+/// Time for the daemon, or the machine, to be started again.
+constexpr std::chrono::milliseconds shortestTimeOutOfAsked = std::chrono::minutes(5);
 
 /// Waits that follow one another more closely than this are one: the daemon did nothing else in between.
 constexpr qint64 longestPause = 1000; // milliseconds
@@ -60,8 +63,13 @@ std::optional<QDateTime> Scheduler::nextDate() const
 {
     std::optional<QDateTime> next;
     for (const Schedule &schedule : m_schedules) {
-        if ((!next || schedule.date < *next) && isOpen(schedule))
+        if ((!next || schedule.date < *next) && isOpen(schedule) &&
+            !m_heldBack.contains({schedule.identifier, schedule.date}))
             next = schedule.date;
+    }
+    for (const OccurrenceRecord::Key &key : m_record.asked()) {
+        if ((!next || key.second < *next) && !m_heldBack.contains(key) && schedule(key.first))
+            next = key.second;
     }
     return next;
 }
@@ -71,9 +79,15 @@ QList<Occurrence> Scheduler::due() const
     const QDateTime now = m_clock.currentDate();
     QList<Occurrence> due;
     for (const Schedule &schedule : m_schedules) {
-        if (schedule.date <= now && isOpen(schedule))
+        if (schedule.date <= now && isOpen(schedule) &&
+            !m_heldBack.contains({schedule.identifier, schedule.date}))
             due += Occurrence{schedule, schedule.date,
                               m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
+    }
+    for (const OccurrenceRecord::Key &key : m_record.asked()) {
+        const auto schedule = m_heldBack.contains(key) ? std::nullopt : this->schedule(key.first);
+        if (schedule)
+            due += Occurrence{*schedule, key.second, false, true};
     }
     std::stable_sort(due.begin(), due.end(),
                      [](const Occurrence &a, const Occurrence &b) { return a.date < b.date; });
@@ -86,12 +100,25 @@ std::chrono::seconds Scheduler::lateness(const Occurrence &occurrence) const
         std::chrono::milliseconds(occurrence.date.msecsTo(m_clock.currentDate())));
 }
 
+bool Scheduler::isToBePerformed(const OccurrenceRecord::Key &key) const
+{
+    const auto schedule = this->schedule(key.first);
+    return schedule &&
+           ((schedule->date == key.second && isOpen(*schedule)) || m_record.asked().contains(key));
+}
+
+std::chrono::milliseconds Scheduler::allowedLateness(const Occurrence &occurrence, qint32 timeOut)
+{
+    return std::max({occurrence.isAskedFor ? shortestTimeOutOfAsked : shortestTimeOut,
+                     std::chrono::milliseconds(-static_cast<qint64>(timeOut) * 1000)});
+}
+
 bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
 {
-    const qint64 allowed = std::max(shortestTimeOut, -static_cast<qint64>(timeOut) * 1000);
     const bool isExcused = m_waitEnd.isValid() && occurrence.date >= m_waitStart &&
                            occurrence.date < m_waitEnd && m_waitStart.msecsTo(m_waitEnd) <= longestWait;
-    return (isExcused ? m_waitEnd : occurrence.date).msecsTo(m_clock.currentDate()) > allowed;
+    return (isExcused ? m_waitEnd : occurrence.date).msecsTo(m_clock.currentDate()) >
+           allowedLateness(occurrence, timeOut).count();
 }
 
 void Scheduler::beginWait()
@@ -111,14 +138,20 @@ Occurrence Scheduler::makeOccurrenceNow(const Schedule &schedule) const
     QDateTime date = QDateTime::fromSecsSinceEpoch(m_clock.currentDate().toSecsSinceEpoch(), Qt::UTC);
     while (date == schedule.date || m_record.find(schedule.identifier, date))
         date = date.addSecs(1);
-    return {schedule, date};
+    return {schedule, date, false, true};
+}
+
+void Scheduler::noteAsked(const Occurrence &occurrence, quint32 userId)
+{
+    m_record.set(occurrence.schedule.identifier, occurrence.date, {OccurrenceState::Asked, {}, {}, userId});
 }
 
 void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo)
 {
     const QDateTime now = m_clock.currentDate();
+    const auto former = m_record.find(occurrence.schedule.identifier, occurrence.date);
     m_record.set(occurrence.schedule.identifier, occurrence.date,
-                 {state, handedTo, handedTo ? now : QDateTime()});
+                 {state, handedTo, handedTo ? now : QDateTime(), former ? former->askedBy : std::nullopt});
 }
 
 std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &bundlePath,

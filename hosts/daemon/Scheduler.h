@@ -5,6 +5,7 @@
 #include "hosts/daemon/OccurrenceRecord.h"
 
 #include <QList>
+#include <QSet>
 
 #include <chrono>
 
@@ -18,6 +19,7 @@ struct Occurrence {
     Schedule schedule;
     QDateTime date; ///< UTC. Differs from the schedule's own for an action that was asked for by hand.
     bool mayHaveRun = false; ///< It fell due in a time of which nothing is known.
+    bool isAskedFor = false; ///< By hand, apart from all others of the schedule.
 
     /// The date in the schedule's time zone.
     QDateTime calendarDate() const;
@@ -28,6 +30,7 @@ struct Occurrence {
 ///
 /// An occurrence is open until the record has an entry for it. It is told by schedule identifier and date, so
 /// neither a restart nor a clock that is set back repeats it, and a schedule with a new date has a new one.
+/// One that is asked for has an entry from then on, and is due until that says that it began.
 class Scheduler
 {
 public:
@@ -44,12 +47,22 @@ public:
     /// Forgets what the schedules in force make needless; true when there was something.
     bool pruneRecord();
 
-    /// The date of the earliest open occurrence, which may be past; absent when there is none.
+    /// The date of the earliest occurrence that due will give, which may be past; absent when there is none.
     std::optional<QDateTime> nextDate() const;
 
-    /// The open occurrences whose date has come, earliest first, in the order of the store where dates are
-    /// equal.
+    /// The open occurrences whose date has come and those that are asked for, earliest first, in the order of
+    /// the store where dates are equal; without those that are held back.
     QList<Occurrence> due() const;
+
+    /// Holds a due occurrence back, or no more.
+    /// @{
+    void holdBack(const OccurrenceRecord::Key &key) { m_heldBack.insert(key); }
+    void letGo(const OccurrenceRecord::Key &key) { m_heldBack.remove(key); }
+    /// @}
+
+    /// Whether an occurrence may still have to be performed: it is open or asked for, by the schedules in
+    /// force.
+    bool isToBePerformed(const OccurrenceRecord::Key &key) const;
 
     /// How late an occurrence is now, in whole seconds; negative before its date.
     std::chrono::seconds lateness(const Occurrence &occurrence) const;
@@ -60,11 +73,19 @@ public:
     void beginWait();
     void endWait();
 
-    /// Whether that is more than a plug-in's time-out (seconds, negative) allows.
+    /// Whether that is more than a plug-in's time-out (seconds, negative) allows. One that was asked for may
+    /// also be five minutes late: its daemon may have had to be started again, but nobody who said "now"
+    /// means the next day.
     bool isTooLate(const Occurrence &occurrence, qint32 timeOut) const;
+
+    /// How late it may be.
+    static std::chrono::milliseconds allowedLateness(const Occurrence &occurrence, qint32 timeOut);
 
     /// A new occurrence of a schedule for an action that is asked for now, apart from all others of it.
     Occurrence makeOccurrenceNow(const Schedule &schedule) const;
+
+    /// Remembers that `userId` asked for an occurrence.
+    void noteAsked(const Occurrence &occurrence, quint32 userId);
 
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
@@ -86,6 +107,7 @@ private:
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
+    QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;
     QDateTime m_waitStart;
     QDateTime m_waitEnd;

@@ -4,14 +4,26 @@
 #include "DozelyKit/communication/remoting/NSConnection.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
 
-OrderReceiver::OrderReceiver(QObject *context, Handler handler)
-    : m_context(context), m_handler(std::move(handler))
+OrderReceiver::OrderReceiver(QObject *context, Handler handler, Moment moment)
+    : m_context(context), m_handler(std::move(handler)), m_moment(moment)
 {
 }
 
 void OrderReceiver::receive(const QString &name, const QString &sender, QObject *context, Handler handler)
 {
-    const std::shared_ptr<OrderReceiver> receiver(new OrderReceiver(context, std::move(handler)));
+    receive(name, sender, context, std::move(handler), Moment::FromEventLoop);
+}
+
+void OrderReceiver::receiveBeforeAnswer(const QString &name, const QString &sender, QObject *context,
+                                        Handler handler)
+{
+    receive(name, sender, context, std::move(handler), Moment::BeforeAnswer);
+}
+
+void OrderReceiver::receive(const QString &name, const QString &sender, QObject *context, Handler handler,
+                            Moment moment)
+{
+    const std::shared_ptr<OrderReceiver> receiver(new OrderReceiver(context, std::move(handler), moment));
     WDNotificationCenter::defaultCenter()->addObserver(receiver, "receiveNotification", name, sender);
 }
 
@@ -22,6 +34,10 @@ void OrderReceiver::receiveNotification(const NSNotification &notification)
     ReceivedOrder order{notification.name(), notification.userInfo(), {}};
     if (const auto peer = NSConnection::currentPeer())
         order.peer = peer->userId;
+    if (m_moment == Moment::BeforeAnswer) {
+        m_handler(order);
+        return;
+    }
     QMetaObject::invokeMethod(
         m_context, [this, order] { m_handler(order); }, Qt::QueuedConnection);
 }

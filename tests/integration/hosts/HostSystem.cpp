@@ -140,12 +140,23 @@ bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &or
     return postAs(agentUser(), target, order);
 }
 
-bool HostSystem::postAs(quint32 user, const QString &target, const NSNotification &order)
+std::unique_ptr<QProcess> HostSystem::startPostAs(quint32 user, const QString &target,
+                                                  const NSNotification &order,
+                                                  const std::function<void()> &before)
 {
-    const auto process =
-        start(posterProgram, {root.path(), target, order.name(), order.object().toString()}, user);
+    auto process = start(posterProgram, {root.path(), target, order.name(), order.object().toString()}, user);
+    if (before) {
+        EXPECT_TRUE(waitUntil([&] { return process->canReadLine(); }));
+        before();
+    }
     process->write(PropertyList::toData(order.userInfo(), PropertyList::Format::Xml));
     process->closeWriteChannel();
+    return process;
+}
+
+bool HostSystem::postAs(quint32 user, const QString &target, const NSNotification &order)
+{
+    const auto process = startPostAs(user, target, order);
     return waitUntil([&] { return process->state() == QProcess::NotRunning; }) &&
            process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
 }

@@ -46,6 +46,11 @@ protected:
     /// The same as any other user; only root can be anybody else.
     bool postAs(quint32 user, const QString &target, const NSNotification &order);
 
+    /// Begins to post an order as a user; the process ends with 0 when the target took it. `before` is called
+    /// when it is about to.
+    std::unique_ptr<QProcess> startPostAs(quint32 user, const QString &target, const NSNotification &order,
+                                          const std::function<void()> &before = {});
+
     /// The next whole second but one: time enough to write a schedule before it is due.
     static QDateTime soon();
 

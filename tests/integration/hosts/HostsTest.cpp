@@ -120,6 +120,61 @@ TEST_F(HostsTest, ASessionActionWithoutAgentIsNotPerformedAndTheDaemonGoesOn)
     EXPECT_TRUE(logs("Probe acts in the daemon: next"));
 }
 
+TEST_F(HostsTest, ARestartOfTheDaemonLosesNoSessionAction)
+{
+    startDaemon();
+    startAgent();
+    const QDateTime date = soon();
+    writeStore({probeEntry("due", inSession, date)});
+    ASSERT_TRUE(logs("Schedules: 1"));
+    kill(daemon);
+    startDaemon(); // which takes every socket away; the agent notices within ten seconds
+    EXPECT_TRUE(logs("Probe acts in the session: due"));
+    EXPECT_TRUE(logs(QString("was handed to the agent of user %1").arg(agentUser())));
+    EXPECT_EQ(countOf("Probe acts in the session: due"), 1);
+    EXPECT_EQ(countOf("was not performed"), 0);
+}
+
+TEST_F(HostsTest, ASessionActionWaitsForItsAgentAsLongAsItsTimeOutAllows)
+{
+    startDaemon();
+    const QVariantMap patient = with(inSession, "Time Out", -3600LL);
+    writeStore({probeEntry("first", patient), probeEntry("second", patient)});
+    ASSERT_TRUE(logs("\"Name of first\" waits for the agent"));
+    ASSERT_TRUE(logs("\"Name of second\" waits for the agent"));
+    startAgent();
+    EXPECT_TRUE(logs("Probe acts in the session: first"));
+    EXPECT_TRUE(logs("Probe acts in the session: second"));
+    EXPECT_EQ(countOf("waits for the agent"), 2);
+    EXPECT_EQ(countOf("Probe acts"), 2);
+}
+
+TEST_F(HostsTest, ASessionActionThatWaitsSurvivesTheEndOfTheDaemon)
+{
+    startDaemon();
+    writeStore({probeEntry("waiting", with(inSession, "Time Out", -3600LL))});
+    ASSERT_TRUE(logs("waits for the agent"));
+    kill(daemon);
+    startDaemon();
+    startAgent();
+    EXPECT_TRUE(logs("Probe acts in the session: waiting"));
+    EXPECT_EQ(countOf("was interrupted"), 0);
+}
+
+TEST_F(HostsTest, AScheduleThatIsDisabledWhileItWaitsIsNotPerformed)
+{
+    startDaemon();
+    const QVariantMap waiting = probeEntry("waiting", with(inSession, "Time Out", -3600LL));
+    writeStore({waiting});
+    ASSERT_TRUE(logs("waits for the agent"));
+    writeStore({changed(waiting, "Is Enabled", false), probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    startAgent();
+    writeStore({changed(waiting, "Is Enabled", false), probeEntry("last", inSession)});
+    EXPECT_TRUE(logs("Probe acts in the session: last"));
+    EXPECT_EQ(countOf("Probe acts in the session: waiting"), 0);
+}
+
 TEST_F(HostsTest, BothProgramsEndWith0OnSigterm)
 {
     startDaemon();
@@ -197,7 +252,7 @@ TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
 {
     startDaemon();
     startDyingAgent();
-    const QVariantMap lost = probeEntry("lost", inSession);
+    const QVariantMap lost = probeEntry("lost", with(inSession, "Time Out", -3600LL));
     writeStore({lost});
     ASSERT_TRUE(logs(QString("The request to the agent of user %1 failed: ").arg(agentUser())));
     ASSERT_TRUE(logs("\"Name of lost\" was not performed"));
@@ -206,6 +261,7 @@ TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
     writeStore({lost, probeEntry("next", inSession)});
     ASSERT_TRUE(logs("Probe acts in the session: next"));
     EXPECT_EQ(countOf("could not be reached"), 1) << "only the one that was lost";
+    EXPECT_EQ(countOf("Probe acts in the session: lost"), 0) << "who knows how far the first agent came";
 }
 
 TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)
@@ -272,10 +328,83 @@ TEST_F(HostsTest, AScheduleRunsNowForItsOwnerAndStillAtItsDate)
 TEST_F(HostsTest, RunNowIsRefusedForAScheduleThatDoesNotExist)
 {
     startDaemon();
-    EXPECT_TRUE(postAsAgentUser("daemon", runNow("none\nsuch")));
+    EXPECT_FALSE(postAsAgentUser("daemon", runNow("none\nsuch"))) << "the sender is told";
     EXPECT_TRUE(logs("DaemonMustRunNowEvent from user"));
     EXPECT_THAT(lineWith("DaemonMustRunNowEvent from user"),
                 HasSubstr("refused: there is no schedule none such"));
+}
+
+TEST_F(HostsTest, AScheduleThatWasAddedAMomentAgoRunsNow)
+{
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 0"));
+    const auto poster = startPostAs(agentUser(), "daemon", runNow("new"), [this] {
+        writeStore({probeEntry("new", inDaemon, soon().addSecs(3600))});
+    });
+    ASSERT_TRUE(waitUntil([&] { return poster->state() == QProcess::NotRunning; }));
+    EXPECT_EQ(poster->exitCode(), 0);
+    EXPECT_TRUE(logs("Probe acts in the daemon: new"));
+    EXPECT_EQ(countOf("refused"), 0);
+}
+
+TEST_F(HostsTest, AUserMayRunSixtyThingsAMinute)
+{
+    writeStore({probeEntry("mine", inDaemon, soon().addSecs(3600))});
+    startDaemon();
+    ASSERT_TRUE(logs("Schedules: 1"));
+    // Orders that are refused count as well.
+    EXPECT_FALSE(postAsAgentUser("daemon", runNow("none")));
+    QElapsedTimer sinceFirst;
+    sinceFirst.start();
+    for (int i = 0; i < 59; ++i)
+        ASSERT_TRUE(postAsAgentUser("daemon", runNow("mine"))) << i;
+    const bool isTaken = postAsAgentUser("daemon", runNow("mine"));
+    ASSERT_LT(sinceFirst.elapsed(), 60'000) << "the machine is too slow for this test";
+    EXPECT_EQ(isTaken, ::geteuid() != 0) << "whom the system belongs to has no limit";
+}
+
+TEST_F(HostsTest, WhatWasAcknowledgedRunsOnceAlthoughTheDaemonIsKilled)
+{
+    constexpr int rounds = 20;
+    constexpr int ordersARound = 5;
+    QVariantList schedules;
+    for (int i = 0; i < rounds * ordersARound; ++i)
+        schedules += probeEntry(QString("s%1.").arg(i), inDaemon, soon().addSecs(3600));
+    writeStore(schedules);
+    QStringList acknowledged;
+    for (int round = 0; round < rounds; ++round) {
+        startDaemon();
+        QHash<QString, std::shared_ptr<QProcess>> posters;
+        for (int i = 0; i < ordersARound; ++i) {
+            const QString identifier = QString("s%1.").arg(round * ordersARound + i);
+            posters.insert(identifier, startPostAs(agentUser(), "daemon", runNow(identifier)));
+        }
+        const auto ended = [&] {
+            return std::count_if(posters.begin(), posters.end(),
+                                 [](const auto &poster) { return poster->state() == QProcess::NotRunning; });
+        };
+        // Killed when some of them have their answers.
+        EXPECT_TRUE(waitUntil([&] { return ended() > round % ordersARound; }));
+        kill(daemon);
+        EXPECT_TRUE(waitUntil([&] { return ended() == ordersARound; }));
+        for (auto poster = posters.cbegin(); poster != posters.cend(); ++poster) {
+            if ((*poster)->exitStatus() == QProcess::NormalExit && (*poster)->exitCode() == 0)
+                acknowledged += poster.key();
+        }
+    }
+    startDaemon();
+    EXPECT_GE(acknowledged.size(), rounds);
+    const auto isLost = [this](const QString &identifier) {
+        return countOf("Probe acts in the daemon: " + identifier) == 0 &&
+               countOf(QString("Schedule %1 at ").arg(identifier)) == 0; // it was interrupted
+    };
+    QStringList lost = acknowledged;
+    EXPECT_TRUE(waitUntil([&] {
+        lost.removeIf([&](const QString &identifier) { return !isLost(identifier); });
+        return lost.isEmpty();
+    })) << lost.join(' ').toStdString();
+    for (int i = 0; i < rounds * ordersARound; ++i)
+        EXPECT_LE(countOf(QString("Probe acts in the daemon: s%1.,").arg(i)), 1) << i;
 }
 
 TEST_F(HostsTest, StrangersGiveNoOrders)
@@ -289,7 +418,7 @@ TEST_F(HostsTest, StrangersGiveNoOrders)
                               {"Schedule Bundle Path", schedule("any").fullBundlePath()},
                               {"Schedule Parameters", QVariantMap{{"Text", "made up"}}}});
     EXPECT_TRUE(postAsAgentUser(QString::number(agentUser()), act));
-    EXPECT_TRUE(postAsAgentUser("daemon", runNow("foreign")));
+    EXPECT_EQ(postAsAgentUser("daemon", runNow("foreign")), ::geteuid() != 0);
     if (::geteuid() == 0) {
         EXPECT_TRUE(logs("UserAgentMustActEvent refused"));
         EXPECT_TRUE(logs("DaemonMustRunNowEvent from user"));

@@ -8,10 +8,12 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <cstdio>
+
 using namespace dozely;
 
 /// Posts one order as any process may: ROOT daemon|USER-ID NAME SENDER, the user info as a property list on
-/// the standard input. Ends with 0 when the target answered YES.
+/// the standard input, for which it waits once it has said "ready". Ends with 0 when the target answered YES.
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
@@ -19,6 +21,8 @@ int main(int argc, char **argv)
     if (arguments.size() != 5)
         return 2;
     RootFolder::set(arguments[1]);
+    std::puts("ready"); // all that takes time is done
+    std::fflush(stdout);
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         return 2;

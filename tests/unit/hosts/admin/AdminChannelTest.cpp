@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
+#include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/common/program/HostRootObject.h"
 #include "unit/hosts/admin/AdminTool.h"
 
@@ -23,7 +24,10 @@ public:
         identifiers += notification.userInfo().value("Schedule Identifier").toString();
         const auto peer = NSConnection::currentPeer();
         users += peer ? static_cast<qint64>(peer->userId) : -1;
+        if (refusal)
+            throw OrderRefusal(*refusal, "it is not to be");
     }
+    std::optional<OrderRefusal::Kind> refusal;
     QStringList identifiers;
     QList<qint64> users;
 };
@@ -142,6 +146,23 @@ TEST_F(AdminChannelTest, RunAsksTheDaemonInTheOwnersName)
         tool.add("Theirs", {"--owner", "4711"});
         EXPECT_EQ(tool.run({"run", "Theirs"}).status, 0);
         EXPECT_EQ(receiver->users, QList<qint64>({0, 0, 4711}));
+    }
+}
+
+TEST_F(AdminChannelTest, RunSaysWhatTheDaemonRefuses)
+{
+    publishAs("dozelyd");
+    const auto receiver = std::make_shared<RunNowReceiver>();
+    WDNotificationCenter::defaultCenter()->addObserver(receiver, "daemonMustRunNow", "DaemonMustRunNowEvent",
+                                                       "com.dozely.Admin");
+    tool.add("Ours", {"--owner", me()});
+    for (const auto &[kind, status] :
+         {std::pair(OrderRefusal::Kind::Impossible, 1), std::pair(OrderRefusal::Kind::NotPermitted, 3)}) {
+        receiver->refusal = kind;
+        const auto result = tool.run({"run", "Ours", "--json"});
+        EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr("The daemon refuses: it is not to be."));
     }
 }
 

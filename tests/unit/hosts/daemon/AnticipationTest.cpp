@@ -23,7 +23,7 @@ protected:
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console)};
+    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console), clock};
 };
 
 TEST_F(AnticipationTest, SaysThatNobodyIsLoggedIn)

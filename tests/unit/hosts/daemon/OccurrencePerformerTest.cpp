@@ -36,7 +36,7 @@ protected:
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console)};
+    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console), clock};
 };
 
 TEST_F(OccurrencePerformerTest, PerformsInTheDaemonWithParametersAndDate)
@@ -93,12 +93,18 @@ TEST_F(OccurrencePerformerTest, PerformsWhatIsLateWithinItsPlugInsTimeOut)
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
 }
 
-TEST_F(OccurrencePerformerTest, PerformsWhatIsAskedForNowHoweverLate)
+TEST_F(OccurrencePerformerTest, PerformsWhatIsAskedForNowUpToFiveMinutesLater)
 {
     makeProbe();
-    clock.advance(24h);
-    performer.performNow(probe({}));
+    clock.advance(5min);
+    Occurrence asked = probe({{"Time Out", -1LL}});
+    asked.isAskedFor = true;
+    performer.performDue(asked);
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    keeper.scheduler().record() = {};
+    clock.advance(1ms);
+    performer.performDue(asked);
+    EXPECT_EQ(state(), OccurrenceState::Skipped);
 }
 
 TEST_F(OccurrencePerformerTest, SkipsWhatMayHaveRun)
@@ -160,7 +166,23 @@ TEST_F(OccurrencePerformerTest, SaysThatTheAgentCouldNotBeReached)
 {
     makeProbe();
     console->user = ConsoleUser::User{"alice", 4242};
-    performer.performDue(probe({{"Acts In User Agent", 1LL}}));
+    const Occurrence lost = probe({{"Acts In User Agent", 1LL}});
+    keeper.scheduler().setSchedules({lost.schedule});
+    clock.advance(1s); // that much of the time that a daemon that has just started gives it
+    performer.performDue(lost);
+    EXPECT_FALSE(state()) << "nothing was begun";
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for the agent of user 4242");
+    EXPECT_TRUE(keeper.scheduler().due().isEmpty());
+    const auto letTimePass = [&](std::chrono::seconds duration) {
+        for (int i = 0; i < 4 * duration.count(); ++i) {
+            clock.advance(250ms);
+            for (const Occurrence &due : keeper.scheduler().due())
+                performer.performDue(due);
+        }
+    };
+    letTimePass(14s);
+    EXPECT_FALSE(state());
+    letTimePass(3s);
     EXPECT_EQ(state(), OccurrenceState::NotPerformed);
     EXPECT_EQ(lastMessage(),
               "Schedule \"Name of a\" was not performed: the agent of user 4242 could not be reached");

@@ -168,3 +168,46 @@ TEST_F(OccurrenceFileTest, SaysWhyItCouldNotBeSaved)
     ASSERT_FALSE(saved);
     EXPECT_FALSE(saved.error().text.isEmpty());
 }
+
+TEST_F(OccurrenceRecordTest, KnowsWhatIsAskedForInItsOrderAlsoAfterBeingRead)
+{
+    OccurrenceRecord record = sample();
+    record.set("z", noon(), {Asked, {}, {}, 501u});
+    record.set("y", noon(), {Asked, {}, {}, 502u});
+    record.set("x", noon(), {Asked, {}, {}, 502u});
+    record.set("x", noon(), {Begun, {}, {}, 502u});
+    EXPECT_EQ(record.asked(), (QList<OccurrenceRecord::Key>{{"z", noon()}, {"y", noon()}}));
+    const auto read = OccurrenceRecord::fromData(record.toData());
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->asked().size(), 2);
+    EXPECT_EQ(read->find("y", noon()), (OccurrenceEntry{Asked, {}, {}, 502u}));
+    EXPECT_EQ(read->find("x", noon())->askedBy, 502u);
+    record.remove("z", noon());
+    EXPECT_EQ(record.asked(), (QList<OccurrenceRecord::Key>{{"y", noon()}}));
+    EXPECT_FALSE(record.find("z", noon()));
+}
+
+TEST_F(OccurrenceRecordTest, MakesRoomByForgettingTheOldestThatIsOver)
+{
+    OccurrenceRecord record;
+    for (int i = 0; i < 5; ++i)
+        record.set("a", noon().addSecs(i), {i == 0 ? Asked : Done, {}, {}, 501u});
+    record.set("b", noon(), {Done, {}, {}, 502u});
+    EXPECT_TRUE(record.makeRoom(501, 6));
+    EXPECT_EQ(record.dates("a").size(), 5);
+    EXPECT_TRUE(record.makeRoom(501, 3));
+    EXPECT_EQ(record.dates("a"), (QList<QDateTime>{noon(), noon().addSecs(4)}));
+    EXPECT_FALSE(record.makeRoom(501, 1)) << "what has not begun stays";
+    EXPECT_TRUE(record.find("b", noon()));
+}
+
+TEST_F(OccurrenceRecordTest, PrunesNothingThatIsAskedForUnlessItsScheduleIsGone)
+{
+    OccurrenceRecord record;
+    for (int i = 1; i < 9; ++i)
+        record.set("a", noon().addSecs(i), {Asked, {}, {}, 501u});
+    record.set("b", noon(), {Asked, {}, {}, 501u});
+    EXPECT_TRUE(record.prune({{"a", noon()}}));
+    EXPECT_EQ(record.dates("a").size(), 8);
+    EXPECT_EQ(record.asked().size(), 8);
+}

@@ -112,6 +112,64 @@ TEST_F(ScheduleKeeperTest, HasABeginningOnDiskAtOnceAndTheEndALittleLater)
     EXPECT_EQ(savedState("a"), OccurrenceState::Done);
 }
 
+TEST_F(ScheduleKeeperTest, HasOnDiskWhatIsAskedForBeforeItSaysSo)
+{
+    writeStore({entry("a", noon().addSecs(3600))});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    const Occurrence asked = keeper.scheduler().makeOccurrenceNow(*keeper.scheduler().schedule("a"));
+    ASSERT_TRUE(keeper.noteAsked(asked, 501));
+    EXPECT_EQ(savedState("a"), OccurrenceState::Asked);
+    ScheduleKeeper restarted(clock);
+    restarted.readStore();
+    ASSERT_EQ(restarted.scheduler().due().size(), 1);
+    EXPECT_TRUE(restarted.scheduler().due().first().isAskedFor);
+    EXPECT_EQ(restarted.scheduler().nextDate(), noon());
+    restarted.noteBegun(restarted.scheduler().due().first());
+    EXPECT_TRUE(restarted.scheduler().due().isEmpty());
+    EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
+}
+
+TEST_F(ScheduleKeeperTest, TakesNoMoreOfOneUserThanTwoHundredThatAreNotOver)
+{
+    writeStore({entry("a", noon().addSecs(3600))});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    const auto ask = [&](quint32 user) {
+        return keeper.noteAsked(keeper.scheduler().makeOccurrenceNow(*keeper.scheduler().schedule("a")),
+                                user);
+    };
+    for (int i = 0; i < 200; ++i)
+        ASSERT_TRUE(ask(501)) << i;
+    const auto refused = ask(501);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().text, "200 actions that this user asked for are not over");
+    EXPECT_TRUE(ask(502));
+    keeper.note(keeper.scheduler().due().first(), OccurrenceState::Done);
+    EXPECT_TRUE(ask(501)) << "what is over is forgotten instead";
+    EXPECT_EQ(keeper.scheduler().record().dates("a").size(), 201);
+}
+
+TEST_F(ScheduleKeeperTest, RefusesWhatIsAskedForWhenTheDiskDoes)
+{
+    write("/var/lib", "a file where a folder belongs");
+    ScheduleKeeper keeper(clock);
+    EXPECT_FALSE(keeper.noteAsked(occurrenceOf("a"), 501));
+    EXPECT_FALSE(keeper.scheduler().record().find("a", noon()));
+}
+
+TEST_F(ScheduleKeeperTest, SaysThatWhatIsAskedForIsGone)
+{
+    writeStore({entry("a", noon().addSecs(3600))});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    ASSERT_TRUE(keeper.noteAsked(occurrenceOf("a"), 501));
+    writeStore({});
+    EXPECT_THAT(linesOfReading(keeper),
+                ElementsAre("Schedule a was not performed: it was removed", "Schedules: 0"));
+    EXPECT_TRUE(keeper.scheduler().record().asked().isEmpty());
+}
+
 TEST_F(ScheduleKeeperTest, SavesWhatIsLeftWhenItIsTold)
 {
     ScheduleKeeper keeper(clock);

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 TEST(OrderReceiver, HandsOrdersOnFromTheEventLoopUntilItsContextIsGone)
 {
     auto context = std::make_unique<QObject>();
@@ -30,4 +32,24 @@ TEST(OrderReceiver, HandsOrdersOnFromTheEventLoopUntilItsContextIsGone)
     post();
     QCoreApplication::processEvents();
     EXPECT_EQ(received.size(), 1);
+}
+
+TEST(OrderReceiver, LetsASenderHaveItsAnswerOnlyAfterTheHandler)
+{
+    QObject context;
+    bool isRefused = false;
+    int handled = 0;
+    OrderReceiver::receiveBeforeAnswer("Question", "sender", &context, [&](const ReceivedOrder &) {
+        ++handled;
+        if (isRefused)
+            throw std::runtime_error("no");
+    });
+    const auto post = [] {
+        WDNotificationCenter::defaultCenter()->postNotification(NSNotification("Question", "sender", {}));
+    };
+    post();
+    EXPECT_EQ(handled, 1);
+    isRefused = true;
+    EXPECT_THROW(post(), std::runtime_error);
+    EXPECT_EQ(handled, 2);
 }

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/AgentWaits.h"
+
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+
+#include <algorithm>
+
+using namespace dozely;
+
+using std::chrono::milliseconds;
+
+namespace
+{
+/// An agent whose socket is gone notices within 10 s and is back 0.1 s later.
+constexpr milliseconds timeToComeBack = std::chrono::seconds(15);
+
+constexpr milliseconds firstDelay(250);
+constexpr milliseconds longestDelay(2000);
+
+/// An agent that takes a connection and does not answer costs the daemon seconds: so much longer it is let
+/// be.
+constexpr int restForWork = 10;
+
+OccurrenceRecord::Key keyOf(const Occurrence &occurrence)
+{
+    return {occurrence.schedule.identifier, occurrence.date};
+}
+} // namespace
+
+AgentWaits::AgentWaits(Clock &clock, Scheduler &scheduler)
+    : m_clock(clock), m_scheduler(scheduler), m_start(clock.steadyTime()), m_delay(firstDelay)
+{
+}
+
+AgentWaits::~AgentWaits() = default;
+
+bool AgentWaits::isReachable(quint32 userId)
+{
+    if (isLetBe(userId))
+        return false;
+    const milliseconds before = m_clock.steadyTime();
+    m_scheduler.beginWait();
+    const bool isReached = WDCommunicationCenter::sharedInstance()->pingAgentOfUser(userId);
+    m_scheduler.endWait();
+    const milliseconds after = m_clock.steadyTime();
+    if (!isReached) {
+        m_letBeUntil.insert(userId, after + restForWork * (after - before));
+        return false;
+    }
+    m_letBeUntil.remove(userId);
+    m_everReached += userId;
+    m_delay = firstDelay;
+    for (auto wait = m_waits.cbegin(); wait != m_waits.cend(); ++wait) {
+        if (wait->userId == userId)
+            m_scheduler.letGo(wait.key());
+    }
+    return true;
+}
+
+bool AgentWaits::isLetBe(quint32 userId) const
+{
+    return m_clock.steadyTime() < m_letBeUntil.value(userId);
+}
+
+std::optional<quint32> AgentWaits::userOf(const Occurrence &occurrence) const
+{
+    const auto wait = m_waits.constFind(keyOf(occurrence));
+    return wait == m_waits.cend() ? std::nullopt : std::optional(wait->userId);
+}
+
+bool AgentWaits::wait(const Occurrence &occurrence, quint32 userId, qint32 timeOut)
+{
+    const QDateTime now = m_clock.currentDate();
+    auto wait = m_waits.find(keyOf(occurrence));
+    if (wait == m_waits.end()) {
+        QDateTime deadline = occurrence.date.addDuration(Scheduler::allowedLateness(occurrence, timeOut));
+        const bool hasJustStarted = m_clock.steadyTime() - m_start < timeToComeBack;
+        if (hasJustStarted || m_everReached.contains(userId))
+            deadline = std::max(deadline, now.addDuration(timeToComeBack));
+        wait = m_waits.insert(keyOf(occurrence), {userId, deadline});
+    }
+    if (wait->deadline <= now)
+        return false;
+    m_scheduler.holdBack(wait.key());
+    if (!m_sockets) {
+        m_sockets =
+            std::make_unique<StoreWatcher>(ZDRUnixSocketPort::socketFolder(), RootFolder::path(), m_clock);
+        connect(m_sockets.get(), &StoreWatcher::changed, this, &AgentWaits::noticeChange);
+        m_delay = firstDelay;
+        attemptAfter(m_delay);
+    }
+    return true;
+}
+
+void AgentWaits::end(const Occurrence &occurrence)
+{
+    m_waits.remove(keyOf(occurrence));
+    m_scheduler.letGo(keyOf(occurrence));
+}
+
+void AgentWaits::noticeChange()
+{
+    m_delay = firstDelay;
+    attempt();
+}
+
+void AgentWaits::attemptAfter(milliseconds delay)
+{
+    m_clock.callAfter(delay, this, [this, planned = ++m_attempt] {
+        if (planned == m_attempt)
+            attempt();
+    });
+}
+
+void AgentWaits::attempt()
+{
+    m_waits.removeIf([this](const Waits::iterator &wait) {
+        const bool isGone = !m_scheduler.isToBePerformed(wait.key());
+        if (isGone)
+            m_scheduler.letGo(wait.key());
+        return isGone;
+    });
+    if (m_waits.isEmpty()) {
+        m_sockets.reset();
+        return;
+    }
+    const QDateTime now = m_clock.currentDate();
+    // One for each agent finds out whether it is there.
+    QHash<quint32, OccurrenceRecord::Key> next;
+    for (auto wait = m_waits.cbegin(); wait != m_waits.cend(); ++wait) {
+        if (wait->deadline <= now)
+            m_scheduler.letGo(wait.key());
+        else if (!isLetBe(wait->userId) &&
+                 (!next.contains(wait->userId) || wait.key().second < next[wait->userId].second))
+            next[wait->userId] = wait.key();
+    }
+    for (const OccurrenceRecord::Key &key : std::as_const(next))
+        m_scheduler.letGo(key);
+    attemptAfter(m_delay);
+    m_delay = std::min(2 * m_delay, longestDelay);
+    Q_EMIT tryAgain();
+}
