@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/AbuseLog.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -179,8 +180,11 @@ void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
     const bool isSystem = OrderPermissions::isSystem(order.peer, RootFolder::owner());
     if (!order.peer)
         refuse(order, NotPermitted, "nobody knows who sent it");
-    if (!isSystem && !m_rate.take(*order.peer, m_clock.steadyTime()))
-        refuse(order, Impossible, QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute));
+    if (!isSystem && !m_rate.take(*order.peer, m_clock.steadyTime())) {
+        AbuseLog::note(order.peer, "order to run something now refused: too many a minute");
+        throw OrderRefusal(Impossible,
+                           QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute));
+    }
     const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
     auto schedule = m_keeper.scheduler().schedule(identifier);
     if (!schedule) {

@@ -361,6 +361,11 @@ TEST_F(HostsTest, AUserMayRunSixtyThingsAMinute)
     const bool isTaken = postAsAgentUser("daemon", runNow("mine"));
     ASSERT_LT(sinceFirst.elapsed(), 60'000) << "the machine is too slow for this test";
     EXPECT_EQ(isTaken, ::geteuid() != 0) << "whom the system belongs to has no limit";
+    if (!isTaken) {
+        EXPECT_FALSE(postAsAgentUser("daemon", runNow("mine")));
+        EXPECT_TRUE(logs("order to run something now refused: too many a minute"));
+        EXPECT_EQ(countOf("too many a minute"), 1) << "not one line for each";
+    }
 }
 
 TEST_F(HostsTest, WhatWasAcknowledgedRunsOnceAlthoughTheDaemonIsKilled)
