@@ -15,15 +15,19 @@ using namespace dozely;
 
 namespace
 {
+/// Begun together at most. A daemon that is killed has lost what had begun, so not all that may ever be due.
+constexpr qsizetype mostInATurn = 1000;
+
 QString senderLabel(const ReceivedOrder &order)
 {
     return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
 }
 } // namespace
 
-DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console)
+DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console,
+                                   const OccurrenceDatabase::Limits &limits)
     : m_clock(clock),
-      m_keeper(clock),
+      m_keeper(clock, limits),
       m_console(std::move(console)),
       m_performer(m_keeper, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
@@ -53,6 +57,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
 
 DaemonController::~DaemonController()
 {
+    m_performer.takeBack();
     m_keeper.flush();
 }
 
@@ -65,7 +70,7 @@ void DaemonController::rereadStore()
 
 void DaemonController::waitForNext()
 {
-    auto next = m_keeper.scheduler().nextDate();
+    auto next = m_performer.hasMore() ? m_clock.currentDate() : m_keeper.scheduler().nextDate();
     const auto announcement = m_anticipation.nextDate();
     if (announcement && (!next || *announcement < *next))
         next = announcement;
@@ -78,12 +83,14 @@ void DaemonController::waitForNext()
 
 void DaemonController::performDue()
 {
-    const QList<Occurrence> due = m_keeper.scheduler().due();
-    if (!due.isEmpty())
-        m_performer.performDue(due.first());
-    else
+    const QList<Occurrence> due =
+        m_performer.hasMore() ? QList<Occurrence>() : m_keeper.scheduler().due().mid(0, mostInATurn);
+    m_performer.decide(due);
+    // Each is started in a turn of its own, so that requests and signals are served in between.
+    if (m_performer.hasMore())
+        m_performer.startNext();
+    else if (due.isEmpty())
         announceNext(); // may have to wait for an agent that does not answer, hence not before what is due
-    // Others that are due have their own turns, so that requests and signals are served in between.
     waitForNext();
 }
 

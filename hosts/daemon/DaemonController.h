@@ -22,14 +22,15 @@ class PinnedConsoleUser;
 struct ReceivedOrder;
 
 /// The daemon's work: waits for the next occurrence, has it announced, performs what is due, reads the
-/// schedules again when they change, and obeys orders about schedules. Acts from the event loop, one
-/// occurrence a turn.
+/// schedules again when they change, and obeys orders about schedules. Acts from the event loop: what is due
+/// is decided upon in one turn, and each occurrence started in one of its own.
 class DaemonController : public QObject
 {
     Q_OBJECT
 public:
     /// Loads schedules and record, and begins. `clock` must outlive the object.
-    DaemonController(dozely::Clock &clock, std::shared_ptr<PinnedConsoleUser> console);
+    DaemonController(dozely::Clock &clock, std::shared_ptr<PinnedConsoleUser> console,
+                     const OccurrenceDatabase::Limits &limits = {});
     ~DaemonController() override;
 
 private:

@@ -5,6 +5,8 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
+#include <QFile>
+
 using namespace dozely;
 
 namespace
@@ -23,21 +25,29 @@ QString OccurrenceFile::path()
     return RootFolder::join("/var/lib/dozely/occurrences.plist");
 }
 
+bool OccurrenceFile::exists()
+{
+    return recordFile().exists();
+}
+
 OccurrenceFile::Loaded OccurrenceFile::load()
 {
-    const GuardedFile file = recordFile();
-    const auto data = file.read();
+    const auto data = recordFile().read();
     if (data && !*data)
         return {};
     auto record = data ? OccurrenceRecord::fromData(**data) : data.error();
     if (record)
         return {*std::move(record), {}};
-    // One that cannot be moved is replaced by the next save all the same.
-    (void)file.setAside(GuardedFile::Earlier::Replaced);
     return {{}, record.error().text};
 }
 
-Result<void> OccurrenceFile::save(const OccurrenceRecord &record)
+Result<void> OccurrenceFile::setAside(bool isDamaged)
 {
-    return recordFile().replace(record.toData());
+    if (isDamaged)
+        return recordFile().setAside(GuardedFile::Earlier::Replaced);
+    const QString target = path() + ".taken-over";
+    QFile::remove(target);
+    if (!QFile::rename(path(), target))
+        return Error{"it could not be renamed"};
+    return {};
 }

@@ -12,6 +12,8 @@
 
 #include <QScopeGuard>
 
+#include <iterator>
+
 using namespace dozely;
 
 namespace
@@ -43,19 +45,55 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr
 {
 }
 
-void OccurrencePerformer::performDue(const Occurrence &occurrence)
+void OccurrencePerformer::decide(const QList<Occurrence> &due)
 {
-    if (occurrence.mayHaveRun) {
-        m_keeper.note(occurrence, OccurrenceState::Skipped);
-        ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
-        return;
+    std::vector<Ready> ready;
+    for (const Occurrence &occurrence : due) {
+        if (occurrence.mayHaveRun) {
+            m_keeper.note(occurrence, OccurrenceState::Skipped);
+            ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
+        } else if (auto decided = decide(occurrence, Place::AsConfigured, true)) {
+            ready.push_back(*std::move(decided));
+        }
     }
-    perform(occurrence, Place::AsConfigured, true);
+    begin(std::move(ready));
 }
 
 void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
 {
-    perform(occurrence, Place::Daemon, false);
+    if (auto decided = decide(occurrence, Place::Daemon, false)) {
+        m_keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
+        actInDaemon(*decided);
+    }
+}
+
+void OccurrencePerformer::begin(std::vector<Ready> &&ready)
+{
+    QList<ScheduleKeeper::Beginning> beginnings;
+    for (const Ready &one : ready) {
+        m_waits.end(one.occurrence);
+        beginnings += {one.occurrence, one.user ? ActingPlace::Session : ActingPlace::Daemon};
+    }
+    if (!beginnings.isEmpty())
+        m_keeper.noteBegun(beginnings);
+    std::move(ready.begin(), ready.end(), std::back_inserter(m_ready));
+}
+
+void OccurrencePerformer::startNext()
+{
+    const Ready next = std::move(m_ready.front());
+    m_ready.pop_front();
+    if (next.user)
+        actInUserAgent(next);
+    else
+        actInDaemon(next);
+}
+
+void OccurrencePerformer::takeBack()
+{
+    for (const Ready &ready : m_ready)
+        m_keeper.takeBack(ready.occurrence);
+    m_ready.clear();
 }
 
 OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurrence &occurrence)
@@ -89,14 +127,15 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
     return {true, user->userId};
 }
 
-void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, bool mayBeTooLate)
+std::optional<OccurrencePerformer::Ready> OccurrencePerformer::decide(const Occurrence &occurrence,
+                                                                      Place place, bool mayBeTooLate)
 {
     // One that waited for its agent was in time when it began to; how long it may wait is known there.
     const bool hasWaited = m_waits.userOf(occurrence).has_value();
     const auto made = makePlugIn(occurrence);
     if (!made) {
         notPerformed(occurrence, made.error().text);
-        return;
+        return {};
     }
     const auto &plugIn = *made;
     bool isTooLate = false;
@@ -108,17 +147,19 @@ void OccurrencePerformer::perform(const Occurrence &occurrence, Place place, boo
     });
     if (thrown) {
         notPerformed(occurrence, *thrown);
-    } else if (isTooLate) {
+        return {};
+    }
+    if (isTooLate) {
         m_keeper.note(occurrence, OccurrenceState::Skipped);
         ZDRLog("%@ was skipped: it is %lld s late", labelOf(occurrence),
                static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
-    } else if (place == Place::AsConfigured &&
-               ActionPlace::actsInUserAgent(occurrence.schedule.parameters,
-                                            plugIn->bundle()->infoDictionary())) {
-        actInUserAgent(occurrence, *plugIn);
-    } else {
-        actInDaemon(occurrence, plugIn);
+        return {};
     }
+    if (place == Place::Daemon ||
+        !ActionPlace::actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary()))
+        return Ready{occurrence, plugIn, {}};
+    const auto user = reachableUser(occurrence, *plugIn);
+    return user ? std::optional(Ready{occurrence, plugIn, user}) : std::nullopt;
 }
 
 Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
@@ -135,30 +176,27 @@ Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Oc
         QString("The module of %1 makes no plug-in for the daemon").arg(logLabel((*bundle)->bundlePath()))};
 }
 
-void OccurrencePerformer::actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn)
+void OccurrencePerformer::actInUserAgent(const Ready &ready)
 {
+    const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
-    const auto user = reachableUser(occurrence, plugIn);
-    if (!user)
-        return;
-    m_waits.end(occurrence);
-    m_keeper.noteBegun(occurrence);
-    // From here on nobody knows how far it came, so it is not tried again.
-    const bool isReceived = postToAgent(*user, [&] { return plugIn.actInUserAgentNow(); });
+    // Once it was sent nobody knows how far it came, so it is not tried again.
+    const bool isReceived = user && user->userId == *ready.user &&
+                            postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
     if (!isReceived) {
-        notPerformed(occurrence, couldNotBeReached(*user));
+        notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
         return;
     }
-    m_keeper.note(occurrence, OccurrenceState::Done, *user);
-    ZDRLog("%@ was handed to the agent of user %u", labelOf(occurrence), *user);
+    m_keeper.note(ready.occurrence, OccurrenceState::Done, *ready.user);
+    ZDRLog("%@ was handed to the agent of user %u", labelOf(ready.occurrence), *ready.user);
 }
 
-/// The user at the console, pinned, whose agent answers. Absent when the occurrence waits for one, or its
+/// The user at the console whose agent answers. Absent when the occurrence waits for one, or its
 /// time is over. One that waits does so for whom it was due: it does not pass to somebody who logs in later.
 std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence,
                                                           const WDDaemonPlugIn &plugIn)
 {
-    const auto console = m_console->pin();
+    const auto console = m_console->current();
     const auto waitedFor = m_waits.userOf(occurrence);
     if (!console && !waitedFor) {
         notPerformed(occurrence, "nobody is logged in");
@@ -182,16 +220,16 @@ bool OccurrencePerformer::postToAgent(quint32 userId, const std::function<bool()
     return isReceived;
 }
 
-void OccurrencePerformer::actInDaemon(const Occurrence &occurrence,
-                                      const std::shared_ptr<WDDaemonPlugIn> &plugIn)
+void OccurrencePerformer::actInDaemon(const Ready &ready)
 {
-    m_keeper.noteBegun(occurrence);
-    ZDRLog("%@ acts in the daemon", labelOf(occurrence));
-    if (const auto thrown = GuardedPosting::guardPlugIn([&] { plugIn->actInDaemon(); })) {
-        notPerformed(occurrence, *thrown);
+    ZDRLog("%@ acts in the daemon", labelOf(ready.occurrence));
+    if (const auto thrown = GuardedPosting::guardPlugIn([&] { ready.plugIn->actInDaemon(); })) {
+        notPerformed(ready.occurrence, *thrown);
         return;
     }
-    m_running.keep(plugIn, [this, occurrence] { m_keeper.note(occurrence, OccurrenceState::Done); });
+    m_running.keep(ready.plugIn, [this, occurrence = ready.occurrence] {
+        m_keeper.note(occurrence, OccurrenceState::Done);
+    });
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)

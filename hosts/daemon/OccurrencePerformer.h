@@ -6,6 +6,9 @@
 #include "hosts/common/plugins/RunningActions.h"
 #include "hosts/daemon/AgentWaits.h"
 
+#include <deque>
+#include <vector>
+
 class PinnedConsoleUser;
 class ScheduleKeeper;
 class WDDaemonPlugIn;
@@ -22,9 +25,19 @@ public:
     OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console,
                         dozely::Clock &clock);
 
-    /// One that came due, or was asked for: skipped when it is later than its plug-in's time-out; held back
-    /// in the scheduler while it is one for a session whose agent cannot be reached.
-    void performDue(const Occurrence &occurrence);
+    /// Decides what becomes of those that came due or were asked for. One is skipped when it is later than
+    /// its plug-in's time-out, and held back in the scheduler while it is for a session whose agent cannot be
+    /// reached. The others are recorded as begun, all of them at once, and then to be started.
+    void decide(const QList<Occurrence> &due);
+
+    /// Whether something was decided upon and not started.
+    bool hasMore() const { return !m_ready.empty(); }
+
+    /// Starts the next.
+    void startNext();
+
+    /// Records that what was not started has not begun. For the end of the daemon.
+    void takeBack();
 
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
@@ -47,10 +60,17 @@ public:
 
 private:
     enum class Place { AsConfigured, Daemon };
-    void perform(const Occurrence &occurrence, Place place, bool mayBeTooLate);
+    /// One that is to be started, in the daemon or in the session of a user.
+    struct Ready {
+        Occurrence occurrence;
+        std::shared_ptr<WDDaemonPlugIn> plugIn;
+        std::optional<quint32> user;
+    };
+    std::optional<Ready> decide(const Occurrence &occurrence, Place place, bool mayBeTooLate);
+    void begin(std::vector<Ready> &&ready);
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
-    void actInUserAgent(const Occurrence &occurrence, WDDaemonPlugIn &plugIn);
-    void actInDaemon(const Occurrence &occurrence, const std::shared_ptr<WDDaemonPlugIn> &plugIn);
+    void actInUserAgent(const Ready &ready);
+    void actInDaemon(const Ready &ready);
     std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);
     void notPerformed(const Occurrence &occurrence, const QString &why);
@@ -59,5 +79,6 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     PlugInLoader m_loader; // outlives the plug-in objects
     RunningActions m_running;
+    std::deque<Ready> m_ready; // recorded as begun
     AgentWaits m_waits;
 };

@@ -29,29 +29,6 @@ constexpr StateName stateNames[] = {
     {OccurrenceState::Interrupted, "interrupted"},
 };
 
-QString nameOf(OccurrenceState state)
-{
-    for (const StateName &candidate : stateNames) {
-        if (candidate.state == state)
-            return candidate.name;
-    }
-    Q_UNREACHABLE();
-}
-
-std::optional<OccurrenceState> stateOf(const QVariant &name)
-{
-    for (const StateName &candidate : stateNames) {
-        if (name.typeId() == QMetaType::QString && name.toString() == candidate.name)
-            return candidate.state;
-    }
-    return {};
-}
-
-bool isOver(const OccurrenceEntry &entry)
-{
-    return entry.state != OccurrenceState::Asked && entry.state != OccurrenceState::Begun;
-}
-
 /// Absent for what is no number of a user.
 std::optional<quint32> userIn(const QVariant &value)
 {
@@ -65,8 +42,9 @@ std::optional<quint32> userIn(const QVariant &value)
 /// Absent for what is no occurrence.
 std::optional<OccurrenceEntry> entryIn(const QVariantMap &map)
 {
-    const auto state = stateOf(map.value("State"));
-    if (!state || map.value("Identifier").typeId() != QMetaType::QString ||
+    const auto state = OccurrenceRecord::stateNamed(map.value("State").toString());
+    if (!state || map.value("State").typeId() != QMetaType::QString ||
+        map.value("Identifier").typeId() != QMetaType::QString ||
         map.value("Date").typeId() != QMetaType::QDateTime)
         return {};
     OccurrenceEntry entry{*state, {}, {}};
@@ -85,6 +63,24 @@ std::optional<OccurrenceEntry> entryIn(const QVariantMap &map)
 }
 } // namespace
 
+QString OccurrenceRecord::nameOf(OccurrenceState state)
+{
+    for (const StateName &candidate : stateNames) {
+        if (candidate.state == state)
+            return candidate.name;
+    }
+    Q_UNREACHABLE();
+}
+
+std::optional<OccurrenceState> OccurrenceRecord::stateNamed(const QString &name)
+{
+    for (const StateName &candidate : stateNames) {
+        if (name == candidate.name)
+            return candidate.state;
+    }
+    return {};
+}
+
 std::optional<OccurrenceEntry> OccurrenceRecord::find(const QString &identifier, const QDateTime &date) const
 {
     const auto schedule = m_entries.constFind(identifier);
@@ -95,8 +91,22 @@ std::optional<OccurrenceEntry> OccurrenceRecord::find(const QString &identifier,
 
 void OccurrenceRecord::set(const QString &identifier, const QDateTime &date, const OccurrenceEntry &entry)
 {
-    m_entries[identifier].insert(date, entry);
-    noteAsked({identifier, date}, entry.state == OccurrenceState::Asked);
+    restore({identifier, date}, entry);
+    m_changed.insert({identifier, date});
+}
+
+void OccurrenceRecord::restore(const Key &key, const OccurrenceEntry &entry)
+{
+    m_entries[key.first].insert(key.second, entry);
+    noteAsked(key, entry.state == OccurrenceState::Asked);
+}
+
+OccurrenceRecord::Changes OccurrenceRecord::changes() const
+{
+    Changes changes;
+    for (const Key &key : m_changed)
+        changes.insert(key, find(key.first, key.second));
+    return changes;
 }
 
 void OccurrenceRecord::remove(const QString &identifier, const QDateTime &date)
@@ -108,6 +118,7 @@ void OccurrenceRecord::remove(const QString &identifier, const QDateTime &date)
     if (schedule->isEmpty())
         m_entries.erase(schedule);
     noteAsked({identifier, date}, false);
+    m_changed.insert({identifier, date});
 }
 
 void OccurrenceRecord::noteAsked(const Key &key, bool isAsked)
@@ -127,7 +138,7 @@ bool OccurrenceRecord::makeRoom(quint32 userId, qsizetype most)
             if (entry->askedBy != userId)
                 continue;
             ++count;
-            if (isOver(*entry))
+            if (entry->isOver())
                 over += {schedule.key(), entry.key()};
         }
     }
@@ -156,6 +167,7 @@ QStringList OccurrenceRecord::interruptBegun()
             entry->state = OccurrenceState::Interrupted;
             entry->handedTo.reset();
             entry->handedOver = {};
+            m_changed.insert({schedule.key(), entry.key()});
             interrupted += schedule.key() + " at " + entry.key().toString(Qt::ISODate);
         }
     }
@@ -175,7 +187,7 @@ bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates)
         }
         int others = static_cast<int>(schedule->size()) - (schedule->contains(*current) ? 1 : 0);
         for (auto entry = schedule->begin(); entry != schedule->end() && others > remembered;) {
-            if (entry.key() == *current || !isOver(*entry)) {
+            if (entry.key() == *current || !entry->isOver()) {
                 ++entry;
                 continue;
             }
@@ -186,26 +198,6 @@ bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates)
         ++schedule;
     }
     return dropped;
-}
-
-QByteArray OccurrenceRecord::toData() const
-{
-    QVariantList occurrences;
-    for (auto schedule = m_entries.cbegin(); schedule != m_entries.cend(); ++schedule) {
-        for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry) {
-            QVariantMap map{
-                {"Identifier", schedule.key()}, {"Date", entry.key()}, {"State", nameOf(entry->state)}};
-            if (entry->askedBy)
-                map.insert("Asked By", static_cast<qint64>(*entry->askedBy));
-            if (entry->handedTo) {
-                map.insert("Handed To", static_cast<qint64>(*entry->handedTo));
-                map.insert("Handed Over", entry->handedOver);
-            }
-            occurrences += map;
-        }
-    }
-    return PropertyList::toData(QVariantMap{{"Format", formatVersion}, {"Occurrences", occurrences}},
-                                PropertyList::Format::Binary);
 }
 
 Result<OccurrenceRecord> OccurrenceRecord::fromData(const QByteArray &data)

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <QStringList>
 
 #include <optional>
@@ -21,18 +22,28 @@ enum class OccurrenceState {
     Interrupted,  ///< Begun by a daemon that died before the end.
 };
 
+/// Where an action was performed.
+enum class ActingPlace { Unknown, Daemon, Session };
+
 /// One occurrence as the daemon remembers it.
 struct OccurrenceEntry {
     OccurrenceState state = OccurrenceState::Begun;
     std::optional<quint32> handedTo;     ///< The user whose agent has it; that user may hand it back.
     QDateTime handedOver;                ///< When, UTC; invalid without handedTo.
     std::optional<quint32> askedBy = {}; ///< The user who asked for it to be performed now.
+    QDateTime begun = {};                ///< When its action began, UTC; invalid before that.
+    std::optional<qint64> lateness = {}; ///< Milliseconds: when it began, or was found too late.
+    ActingPlace place = ActingPlace::Unknown;
+    std::optional<qint64> exitStatus = {}; ///< Of the program that it ran, where that is known.
+
+    /// Whether nothing becomes of it any more by itself.
+    bool isOver() const { return state != OccurrenceState::Asked && state != OccurrenceState::Begun; }
 
     bool operator==(const OccurrenceEntry &) const = default;
 };
 
 /// What the daemon knows about occurrences that came due, by schedule identifier and date. A plain value;
-/// docs/file-formats.md describes its bytes.
+/// OccurrenceDatabase has it on disk.
 class OccurrenceRecord
 {
 public:
@@ -52,26 +63,40 @@ public:
     /// False when that cannot be, since so much of it has not begun or goes on.
     bool makeRoom(quint32 userId, qsizetype most);
 
+    /// What was set or removed since the last call of forgetChanges: the entry, absent when it was removed.
+    using Changes = QHash<Key, std::optional<OccurrenceEntry>>;
+    Changes changes() const;
+    bool hasChanges() const { return !m_changed.isEmpty(); }
+    void forgetChanges() { m_changed.clear(); }
+
+    /// Puts in what is on disk already.
+    void restore(const Key &key, const OccurrenceEntry &entry);
+
     /// Forgets one occurrence.
     void remove(const QString &identifier, const QDateTime &date);
 
     /// Turns what is begun into interrupted; "identifier at date" of each.
     QStringList interruptBegun();
 
-    /// Drops what is no longer needed: all of a schedule that `currentDates` (identifier to date) does not
-    /// hold, and of the others all but the current date's, what is not over, and the latest few. True when
-    /// something was dropped.
+    /// Drops from memory what is no longer needed, which is no change: all of a schedule that `currentDates`
+    /// (identifier to date) does not hold, and of the others all but the current date's, what is not over,
+    /// and the latest few. True when something was dropped.
     bool prune(const QHash<QString, QDateTime> &currentDates);
 
-    /// Null when there is too much of it for a property list that could be read back.
-    QByteArray toData() const;
-
-    /// An error when the bytes are not a whole record: one that is damaged in part cannot tell what ran.
+    /// Reads what earlier versions wrote. An error when the bytes are not a whole record: one that is damaged
+    /// in part cannot tell what ran.
     static dozely::Result<OccurrenceRecord> fromData(const QByteArray &data);
+
+    /// The names of states on disk.
+    /// @{
+    static QString nameOf(OccurrenceState state);
+    static std::optional<OccurrenceState> stateNamed(const QString &name);
+    /// @}
 
 private:
     void noteAsked(const Key &key, bool isAsked);
 
     QMap<QString, QMap<QDateTime, OccurrenceEntry>> m_entries;
     QList<Key> m_asked;
+    QSet<Key> m_changed;
 };

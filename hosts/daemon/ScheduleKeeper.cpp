@@ -6,7 +6,6 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
-#include "hosts/daemon/OccurrenceFile.h"
 
 using namespace dozely;
 
@@ -15,29 +14,30 @@ namespace
 /// Gathers the ends of several occurrences in one write; their beginnings are on disk by then.
 constexpr std::chrono::milliseconds saveDelay(50);
 
+constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
+
 /// So much of what one user asks for is remembered: a bound for the record, whatever programs of that user
 /// do.
 constexpr qsizetype mostAskedByOneUser = 200;
 } // namespace
 
-ScheduleKeeper::ScheduleKeeper(Clock &clock, QObject *parent)
+ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, QObject *parent)
     : QObject(parent), m_clock(clock), m_scheduler(clock)
 {
+    m_database.setLimits(limits);
     loadRecord();
 }
 
 void ScheduleKeeper::loadRecord()
 {
-    OccurrenceFile::Loaded loaded = OccurrenceFile::load();
-    if (!loaded.damage.isEmpty()) {
-        ZDRLog("The record of occurrences is damaged and was moved aside: %@", logLabel(loaded.damage));
-        m_scheduler.setNothingKnownBefore(m_clock.currentDate());
-    }
-    const QStringList interrupted = loaded.record.interruptBegun();
-    for (const QString &occurrence : interrupted)
+    OccurrenceDatabase::Opened opened = m_database.open(m_clock.currentDate());
+    for (const QString &complaint : std::as_const(opened.complaints))
+        ZDRLog("%@", logLabel(complaint));
+    m_scheduler.setNothingKnownBefore(opened.nothingKnownBefore);
+    for (const QString &occurrence : opened.record.interruptBegun())
         ZDRLog("Schedule %@ was interrupted and is not repeated", logLabel(occurrence));
-    m_scheduler.record() = std::move(loaded.record);
-    if (!interrupted.isEmpty())
+    m_scheduler.record() = std::move(opened.record);
+    if (m_scheduler.record().hasChanges())
         saveSoon();
 }
 
@@ -50,11 +50,8 @@ void ScheduleKeeper::readStore()
         keep(std::move(content->schedules), content->faultyIdentifiers);
         content = ScheduleStore::Content();
         // What a bad entry stands for is not known, so nothing is forgotten.
-        if (exists && complaints.isEmpty()) {
-            reportGone();
-            if (m_scheduler.pruneRecord())
-                saveSoon();
-        }
+        if (exists && complaints.isEmpty())
+            forgetGone();
     } else {
         complaints += QString("%1 cannot be used, its schedules stay as they were: %2")
                           .arg(ScheduleStore::path(), content.error().text);
@@ -71,12 +68,50 @@ void ScheduleKeeper::readStore()
     CompactSchedules::giveFreeMemoryBack();
 }
 
-void ScheduleKeeper::reportGone() const
+OccurrenceDatabase::CurrentDate ScheduleKeeper::currentDates() const
 {
+    QHash<QString, QDateTime> dates;
+    for (const Schedule &schedule : m_scheduler.schedules())
+        dates.insert(schedule.identifier, schedule.date);
+    return [dates](const QString &identifier) { return dates.value(identifier); };
+}
+
+void ScheduleKeeper::forgetGone()
+{
+    flush();
+    if (m_scheduler.record().hasChanges())
+        return; // what the disk does not have yet is not dropped from memory
     for (const auto &[identifier, date] : m_scheduler.record().asked()) {
         if (!m_scheduler.schedule(identifier))
             ZDRLog("Schedule %@ was not performed: it was removed", logLabel(identifier));
     }
+    m_scheduler.pruneRecord();
+    if (!m_mayHoldGone)
+        return;
+    const auto dates = currentDates();
+    const auto forgotten =
+        m_database.forget([&](const QString &identifier) { return !dates(identifier).isValid(); },
+                          m_clock.currentDate().addDays(-daysRemembered), dates);
+    m_mayHoldGone = !forgotten;
+}
+
+/// Whatever became of an occurrence earlier, however long ago, it does not come due again: what the schedules
+/// in force may ask about has to be in memory.
+void ScheduleKeeper::learnAbout(const QList<Schedule> &schedules)
+{
+    QHash<QString, QDateTime> known;
+    for (const Schedule &schedule : m_scheduler.schedules())
+        known.insert(schedule.identifier, schedule.date);
+    for (const Schedule &schedule : schedules) {
+        const OccurrenceRecord::Key key(schedule.identifier, schedule.date);
+        const QDateTime former = known.take(schedule.identifier);
+        if (former == schedule.date || m_scheduler.record().find(key.first, key.second))
+            continue;
+        const auto entry = m_database.find(key);
+        if (entry && *entry)
+            m_scheduler.record().restore(key, **entry);
+    }
+    m_mayHoldGone |= !known.isEmpty();
 }
 
 void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers)
@@ -90,6 +125,7 @@ void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faulty
     }
     if (schedules == m_scheduler.schedules())
         return;
+    learnAbout(schedules);
     const QByteArray frozen = CompactSchedules::freeze(schedules);
     schedules.clear();
     m_scheduler.setSchedules({});
@@ -109,12 +145,19 @@ Result<void> ScheduleKeeper::noteAsked(const Occurrence &occurrence, quint32 use
     return Error{"the record of occurrences could not be saved"};
 }
 
-void ScheduleKeeper::noteBegun(const Occurrence &occurrence)
+void ScheduleKeeper::noteBegun(const QList<Beginning> &beginnings)
 {
-    m_scheduler.note(occurrence, OccurrenceState::Begun);
+    for (const Beginning &beginning : beginnings)
+        m_scheduler.noteBegun(beginning.occurrence, beginning.place);
     // An occurrence is performed even when the disk refuses: within its time-out it might run twice after a
     // restart, but without this it would not run at all.
     (void)save();
+}
+
+void ScheduleKeeper::takeBack(const Occurrence &occurrence)
+{
+    m_scheduler.takeBack(occurrence);
+    saveSoon();
 }
 
 void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
@@ -126,13 +169,11 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
 
 void ScheduleKeeper::flush()
 {
-    if (m_isDirty)
-        (void)save();
+    (void)save();
 }
 
 void ScheduleKeeper::saveSoon()
 {
-    m_isDirty = true;
     if (m_isSaveComing)
         return;
     m_isSaveComing = true;
@@ -144,8 +185,12 @@ void ScheduleKeeper::saveSoon()
 
 Result<void> ScheduleKeeper::save()
 {
-    m_isDirty = false;
-    auto saved = OccurrenceFile::save(m_scheduler.record());
+    OccurrenceRecord &record = m_scheduler.record();
+    if (!record.hasChanges())
+        return {};
+    auto saved = m_database.write(record.changes(), currentDates());
+    if (saved)
+        record.forgetChanges();
     const QString error = saved ? QString() : saved.error().text;
     if (!error.isEmpty() && error != m_saveError)
         ZDRLog("The record of occurrences could not be saved: %@", logLabel(error));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/daemon/OccurrenceDatabase.h"
 #include "hosts/daemon/Scheduler.h"
 
 #include <QObject>
@@ -17,8 +18,9 @@ class ScheduleKeeper : public QObject
 {
     Q_OBJECT
 public:
-    /// Loads the record. `clock` and `parent` must outlive the object.
-    explicit ScheduleKeeper(dozely::Clock &clock, QObject *parent = nullptr);
+    /// Opens the record; `limits` says how much of it is kept. `clock` and `parent` must outlive the object.
+    explicit ScheduleKeeper(dozely::Clock &clock, const OccurrenceDatabase::Limits &limits = {},
+                            QObject *parent = nullptr);
 
     Scheduler &scheduler() { return m_scheduler; }
     const Scheduler &scheduler() const { return m_scheduler; }
@@ -31,8 +33,17 @@ public:
     /// record takes no more.
     dozely::Result<void> noteAsked(const Occurrence &occurrence, quint32 userId);
 
-    /// Notes an occurrence that is about to begin, and blocks until the disk has it.
-    void noteBegun(const Occurrence &occurrence);
+    /// An occurrence that is about to begin, and where.
+    struct Beginning {
+        Occurrence occurrence;
+        ActingPlace place;
+    };
+
+    /// Notes what is about to begin, all of it at once, and blocks until the disk has it.
+    void noteBegun(const QList<Beginning> &beginnings);
+
+    /// Notes that what was about to begin certainly did not: after a restart it is as it was before.
+    void takeBack(const Occurrence &occurrence);
 
     /// Notes what became of an occurrence; the disk has it a little later, or after flush.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
@@ -43,7 +54,9 @@ public:
 private:
     void loadRecord();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
-    void reportGone() const;
+    void learnAbout(const QList<Schedule> &schedules);
+    void forgetGone();
+    OccurrenceDatabase::CurrentDate currentDates() const;
     void saveSoon();
     dozely::Result<void> save();
 
@@ -52,6 +65,7 @@ private:
     QStringList m_complaints; // about the store, as last logged
     QString m_saveError;      // as last logged
     qsizetype m_scheduleCount = -1;
-    bool m_isDirty = false;
+    OccurrenceDatabase m_database;
     bool m_isSaveComing = false;
+    bool m_mayHoldGone = true; // the record, of schedules that are gone
 };

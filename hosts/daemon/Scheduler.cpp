@@ -146,12 +146,37 @@ void Scheduler::noteAsked(const Occurrence &occurrence, quint32 userId)
     m_record.set(occurrence.schedule.identifier, occurrence.date, {OccurrenceState::Asked, {}, {}, userId});
 }
 
+void Scheduler::noteBegun(const Occurrence &occurrence, ActingPlace place)
+{
+    auto entry = m_record.find(occurrence.schedule.identifier, occurrence.date).value_or(OccurrenceEntry());
+    entry.state = OccurrenceState::Begun;
+    entry.handedTo.reset();
+    entry.handedOver = {};
+    entry.begun = m_clock.currentDate();
+    entry.lateness = occurrence.date.msecsTo(entry.begun);
+    entry.place = place;
+    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+}
+
+void Scheduler::takeBack(const Occurrence &occurrence)
+{
+    const auto entry = m_record.find(occurrence.schedule.identifier, occurrence.date);
+    if (entry && entry->askedBy)
+        noteAsked(occurrence, *entry->askedBy);
+    else
+        m_record.remove(occurrence.schedule.identifier, occurrence.date);
+}
+
 void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo)
 {
     const QDateTime now = m_clock.currentDate();
-    const auto former = m_record.find(occurrence.schedule.identifier, occurrence.date);
-    m_record.set(occurrence.schedule.identifier, occurrence.date,
-                 {state, handedTo, handedTo ? now : QDateTime(), former ? former->askedBy : std::nullopt});
+    auto entry = m_record.find(occurrence.schedule.identifier, occurrence.date).value_or(OccurrenceEntry());
+    entry.state = state;
+    entry.handedTo = handedTo;
+    entry.handedOver = handedTo ? now : QDateTime();
+    if (state == OccurrenceState::Skipped)
+        entry.lateness = occurrence.date.msecsTo(now);
+    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
 }
 
 std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &bundlePath,

@@ -87,6 +87,12 @@ public:
     /// Remembers that `userId` asked for an occurrence.
     void noteAsked(const Occurrence &occurrence, quint32 userId);
 
+    /// Remembers that an occurrence is about to begin.
+    void noteBegun(const Occurrence &occurrence, ActingPlace place);
+
+    /// Remembers that one which was about to begin certainly did not: it is as it was before.
+    void takeBack(const Occurrence &occurrence);
+
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 

@@ -15,6 +15,7 @@
 #include "hosts/daemon/PinnedConsoleUser.h"
 
 #include <csignal>
+#include <cstdio>
 #include <sys/stat.h>
 
 using namespace dozely;
@@ -24,8 +25,19 @@ int main(int argc, char **argv)
     ::umask(022);
     HostApplication application(argc, argv, "dozelyd");
     HostOptions options("Keeps the schedules and performs them when they come due.");
+    const QCommandLineOption keep(
+        "keep", "Remember the latest <NUMBER> occurrences of each schedule, 100 unless told.", "NUMBER",
+        "100");
+    options.parser().addOption(keep);
     if (const auto status = options.parse(QCoreApplication::arguments()))
         return *status;
+    OccurrenceDatabase::Limits limits;
+    bool isNumber = false;
+    limits.ofASchedule = options.parser().value(keep).toUInt(&isNumber);
+    if (!isNumber || limits.ofASchedule == 0) {
+        std::fputs("dozelyd: --keep takes a number from 1 on\n", stderr);
+        return HostOptions::badUsage;
+    }
 
     const auto console = std::make_shared<PinnedConsoleUser>(Port<ConsoleUser>::current());
     Port<ConsoleUser>::current() = console;
@@ -44,7 +56,7 @@ int main(int argc, char **argv)
     int status = 0;
     {
         Port<PowerEventScheduler>::current()->keepArmed();
-        DaemonController controller(*Port<Clock>::current(), console);
+        DaemonController controller(*Port<Clock>::current(), console, limits);
         status = QCoreApplication::exec();
     }
     // Closed while there is still an event loop to take leave of.

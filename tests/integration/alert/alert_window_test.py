@@ -8,9 +8,10 @@ CASE is the name of one of the functions below; a photograph of the alert is wri
 status: 0 when the case holds, 1 when it does not.
 """
 
+import contextlib
 import json
 import os
-import plistlib
+import sqlite3
 import subprocess
 import sys
 
@@ -62,9 +63,9 @@ class Case:
 
     def state(self, identifier):
         """What the record on disk says of the schedule's only occurrence."""
-        with open(self.system.path("var/lib/dozely/occurrences.plist"), "rb") as file:
-            states = [entry["State"] for entry in plistlib.load(file)["Occurrences"]
-                      if entry["Identifier"] == identifier]
+        with contextlib.closing(sqlite3.connect(self.system.path("var/lib/dozely/occurrences.db"))) as record:
+            states = [state for state, in
+                      record.execute("SELECT state FROM occurrences WHERE identifier = ?", (identifier,))]
         expect(len(states) == 1, f"the record has {len(states)} occurrences of the schedule")
         return states[0]
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/OccurrenceFile.h"
+#include "hosts/daemon/OccurrenceDatabase.h"
 #include "integration/hosts/HostSystem.h"
 #include "support/PrintTo.h"
 
@@ -292,7 +292,9 @@ TEST_F(HostsTest, AnOccurrenceThatAnotherUsersAgentHasIsRefused)
     writeStore({probeEntry("other", inSession, date)});
     OccurrenceRecord record;
     record.set("other", date, {OccurrenceState::Done, agentUser() + 1, QDateTime::currentDateTimeUtc()});
-    const auto saved = OccurrenceFile::save(record);
+    OccurrenceDatabase database;
+    (void)database.open(QDateTime::currentDateTimeUtc());
+    const auto saved = database.write(record.changes(), [](const QString &) { return QDateTime(); });
     ASSERT_TRUE(saved) << saved.error().text.toStdString();
     startDaemon();
     ASSERT_TRUE(logs("Schedules: 1"));
@@ -458,6 +460,15 @@ TEST_F(HostsTest, AnExceptionThatLeavesAPlugInsSlotIsOneLineAndTheDaemonGoesOn)
     EXPECT_TRUE(logs("was stopped: the probe was told to, later"));
     EXPECT_TRUE(logs("Probe acts in the daemon: next"));
     EXPECT_EQ(endOf(daemon), 0);
+}
+
+TEST_F(HostsTest, ADaemonThatIsToKeepNoOccurrencesRefuses)
+{
+    for (const QString number : {"0", "-1", "many"}) {
+        const Ended ended = run("/usr/sbin/dozelyd", {"--root", root.path(), "--keep=" + number});
+        EXPECT_EQ(ended.status, 2) << number.toStdString();
+        EXPECT_THAT(ended.errors.toStdString(), HasSubstr("--keep takes a number from 1 on"));
+    }
 }
 
 TEST_F(HostsTest, RefuseARootFolderThatIsTooLongForASocketPath)

@@ -21,7 +21,7 @@ protected:
     ~HostFixture() override { ::umask(m_formerMask); }
 
     static constexpr char storePath[] = "/Library/Preferences/com.dozely.plist";
-    static constexpr char recordPath[] = "/var/lib/dozely/occurrences.plist";
+    static constexpr char recordPath[] = "/var/lib/dozely/occurrences.db";
 
     /// An entry of the store with everything that one needs.
     static QVariantMap entry(const QString &identifier, const QDateTime &date = noon())

@@ -13,6 +13,7 @@ using namespace dozely;
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 /// Acts in the daemon, at noon by the clock.
 class OccurrencePerformerTest : public BundleFixture
@@ -25,6 +26,12 @@ protected:
         Schedule schedule = BundleFixture::schedule("a");
         schedule.parameters = parameters;
         return {schedule, schedule.date};
+    }
+    void performDue(const Occurrence &occurrence)
+    {
+        performer.decide({occurrence});
+        while (performer.hasMore())
+            performer.startNext();
     }
     std::optional<OccurrenceState> state() const
     {
@@ -42,17 +49,39 @@ protected:
 TEST_F(OccurrencePerformerTest, PerformsInTheDaemonWithParametersAndDate)
 {
     makeProbe();
-    performer.performDue(probe({}));
+    performDue(probe({}));
     EXPECT_EQ(messages(), QStringList({"Probe initialised", "Schedule \"Name of a\" acts in the daemon",
                                        "Probe acts in the daemon: hello, 2026-03-14 13:00:00 +0100"}));
     EXPECT_EQ(state(), OccurrenceState::Begun);
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
 }
 
+TEST_F(OccurrencePerformerTest, RecordsAllAsBegunBeforeAnyIsStarted)
+{
+    makeProbe();
+    QList<Occurrence> due;
+    for (int i = 0; i < 3; ++i) {
+        due += probe({});
+        due.last().schedule.identifier = QString::number(i);
+    }
+    performer.decide(due);
+    ASSERT_TRUE(performer.hasMore());
+    OccurrenceDatabase another;
+    EXPECT_EQ(another.open(noon()).record.dates("2").size(), 1) << "on disk";
+    EXPECT_THAT(lastMessage(), Not(HasSubstr("acts")));
+    performer.startNext();
+    performer.takeBack();
+    EXPECT_FALSE(performer.hasMore());
+    keeper.flush();
+    const OccurrenceRecord record = another.open(noon()).record;
+    EXPECT_EQ(record.dates("0").size(), 1);
+    EXPECT_TRUE(record.dates("1").isEmpty()) << "it has certainly not begun";
+}
+
 TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
 {
     makeProbe();
-    performer.performDue(probe({{"Goes On", "for a while"}}));
+    performDue(probe({{"Goes On", "for a while"}}));
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
     EXPECT_EQ(lastMessage(), "Probe finished");
 }
@@ -60,7 +89,7 @@ TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
 TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeWhileAnActionGoesOn)
 {
     makeProbe();
-    performer.performDue(probe({{"Goes On", "for a while"}}));
+    performDue(probe({{"Goes On", "for a while"}}));
     EXPECT_EQ(power->inhibitions, 1);
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
     EXPECT_EQ(power->inhibitions, 0);
@@ -71,7 +100,7 @@ TEST_F(OccurrencePerformerTest, LetsAnActionThatPutsTheMachineToSleepDoSo)
     Occurrence sleep = probe({{"Goes On", "for ever"}});
     sleep.schedule.bundlePath =
         makeBundle("Sleeper", {{"WDDaemonModule", "ProbePlugIn.so"}, {"WDInhibitsSleep", false}});
-    performer.performDue(sleep);
+    performDue(sleep);
     EXPECT_EQ(state(), OccurrenceState::Begun);
     EXPECT_TRUE(power->reasons.isEmpty());
 }
@@ -80,7 +109,7 @@ TEST_F(OccurrencePerformerTest, SkipsWhatIsLaterThanItsPlugInsTimeOut)
 {
     makeProbe();
     clock.advance(31s);
-    performer.performDue(probe({{"Time Out", -30LL}}));
+    performDue(probe({{"Time Out", -30LL}}));
     EXPECT_EQ(state(), OccurrenceState::Skipped);
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was skipped: it is 31 s late");
 }
@@ -89,7 +118,7 @@ TEST_F(OccurrencePerformerTest, PerformsWhatIsLateWithinItsPlugInsTimeOut)
 {
     makeProbe();
     clock.advance(30s);
-    performer.performDue(probe({{"Time Out", -30LL}}));
+    performDue(probe({{"Time Out", -30LL}}));
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
 }
 
@@ -99,11 +128,11 @@ TEST_F(OccurrencePerformerTest, PerformsWhatIsAskedForNowUpToFiveMinutesLater)
     clock.advance(5min);
     Occurrence asked = probe({{"Time Out", -1LL}});
     asked.isAskedFor = true;
-    performer.performDue(asked);
+    performDue(asked);
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
     keeper.scheduler().record() = {};
     clock.advance(1ms);
-    performer.performDue(asked);
+    performDue(asked);
     EXPECT_EQ(state(), OccurrenceState::Skipped);
 }
 
@@ -112,7 +141,7 @@ TEST_F(OccurrencePerformerTest, SkipsWhatMayHaveRun)
     makeProbe();
     Occurrence unsure = probe({});
     unsure.mayHaveRun = true;
-    performer.performDue(unsure);
+    performDue(unsure);
     EXPECT_EQ(state(), OccurrenceState::Skipped);
     EXPECT_EQ(messages().size(), 1);
     EXPECT_THAT(lastMessage(), HasSubstr("may have run"));
@@ -120,7 +149,7 @@ TEST_F(OccurrencePerformerTest, SkipsWhatMayHaveRun)
 
 TEST_F(OccurrencePerformerTest, SaysInOneLineThatABundleIsMissing)
 {
-    performer.performDue(probe({}));
+    performDue(probe({}));
     EXPECT_EQ(state(), OccurrenceState::NotPerformed);
     EXPECT_EQ(messages().size(), 1);
     EXPECT_THAT(lastMessage(), HasSubstr("was not performed: There is no bundle"));
@@ -132,7 +161,7 @@ TEST_F(OccurrencePerformerTest, SaysInOneLineWhatIsWrongWithAModuleAndGoesOn)
         const qsizetype before = messages().size();
         Occurrence occurrence = probe({});
         occurrence.schedule.bundlePath = makeBundle(name, {{"WDDaemonModule", name + ".so"}}, modules);
-        performer.performDue(occurrence);
+        performDue(occurrence);
         EXPECT_EQ(state(), OccurrenceState::NotPerformed);
         EXPECT_EQ(messages().size(), before + 1) << name.toStdString();
         EXPECT_THAT(lastMessage(), HasSubstr("was not performed")) << name.toStdString();
@@ -142,14 +171,14 @@ TEST_F(OccurrencePerformerTest, SaysInOneLineWhatIsWrongWithAModuleAndGoesOn)
     for (const QString name : {"WrongInterface", "FactoryThrows", "ConstructorThrows"})
         performBad(name, {QString(KIT_MODULES "/%1.so").arg(name)});
     makeProbe();
-    performer.performDue(probe({}));
+    performDue(probe({}));
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
 }
 
 TEST_F(OccurrencePerformerTest, SaysThatAnActionRaised)
 {
     makeProbe();
-    performer.performDue(probe({{"Throws", true}}));
+    performDue(probe({{"Throws", true}}));
     EXPECT_EQ(state(), OccurrenceState::NotPerformed);
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: the probe was told to");
 }
@@ -157,7 +186,7 @@ TEST_F(OccurrencePerformerTest, SaysThatAnActionRaised)
 TEST_F(OccurrencePerformerTest, SaysThatNobodyIsLoggedIn)
 {
     makeProbe();
-    performer.performDue(probe({{"Acts In User Agent", 1LL}}));
+    performDue(probe({{"Acts In User Agent", 1LL}}));
     EXPECT_EQ(state(), OccurrenceState::NotPerformed);
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: nobody is logged in");
 }
@@ -169,7 +198,7 @@ TEST_F(OccurrencePerformerTest, SaysThatTheAgentCouldNotBeReached)
     const Occurrence lost = probe({{"Acts In User Agent", 1LL}});
     keeper.scheduler().setSchedules({lost.schedule});
     clock.advance(1s); // that much of the time that a daemon that has just started gives it
-    performer.performDue(lost);
+    performDue(lost);
     EXPECT_FALSE(state()) << "nothing was begun";
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for the agent of user 4242");
     EXPECT_TRUE(keeper.scheduler().due().isEmpty());
@@ -177,7 +206,7 @@ TEST_F(OccurrencePerformerTest, SaysThatTheAgentCouldNotBeReached)
         for (int i = 0; i < 4 * duration.count(); ++i) {
             clock.advance(250ms);
             for (const Occurrence &due : keeper.scheduler().due())
-                performer.performDue(due);
+                performDue(due);
         }
     };
     letTimePass(14s);

@@ -17,34 +17,49 @@ protected:
         record.set("b", noon(), {Skipped, {}, {}});
         return record;
     }
+    static QByteArray earlierData()
+    {
+        return PropertyList::toData(
+            QVariantMap{
+                {"Format", 1LL},
+                {"Occurrences",
+                 QVariantList{QVariantMap{{"Identifier", "a"},
+                                          {"Date", noon()},
+                                          {"State", "done"},
+                                          {"Handed To", 501LL},
+                                          {"Handed Over", noon().addSecs(1)}},
+                              QVariantMap{{"Identifier", "b"}, {"Date", noon()}, {"State", "skipped"}}}}},
+            PropertyList::Format::Binary);
+    }
+    static constexpr char earlierPath[] = "/var/lib/dozely/occurrences.plist";
 };
 
-TEST_F(OccurrenceRecordTest, SurvivesBeingWrittenAndRead)
+TEST_F(OccurrenceRecordTest, ReadsWhatEarlierVersionsWrote)
 {
-    for (const OccurrenceState state : {Begun, Done, Skipped, NotPerformed, Removed, Interrupted}) {
-        OccurrenceRecord record = sample();
-        record.set("c", noon(), {state, {}, {}});
-        const auto read = OccurrenceRecord::fromData(record.toData());
-        ASSERT_TRUE(read);
-        EXPECT_EQ(read->find("a", noon()), (OccurrenceEntry{Done, 501u, noon().addSecs(1)}));
-        EXPECT_EQ(read->find("b", noon()), (OccurrenceEntry{Skipped, {}, {}}));
-        EXPECT_EQ(read->find("c", noon()), (OccurrenceEntry{state, {}, {}}));
-        EXPECT_FALSE(read->find("a", noon().addSecs(1)));
-    }
+    const auto record = OccurrenceRecord::fromData(earlierData());
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->find("a", noon()), (OccurrenceEntry{Done, 501u, noon().addSecs(1)}));
+    EXPECT_EQ(record->find("b", noon()), (OccurrenceEntry{Skipped, {}, {}}));
+    EXPECT_FALSE(record->find("a", noon().addSecs(1)));
 }
 
-TEST_F(OccurrenceRecordTest, WritesTheDocumentedKeys)
+TEST_F(OccurrenceRecordTest, KnowsWhatChanged)
 {
-    const QVariantMap root = PropertyList::fromData(sample().toData())->toMap();
-    EXPECT_EQ(root.keys(), QStringList({"Format", "Occurrences"}));
-    EXPECT_EQ(root.value("Format"), QVariant(qint64(1)));
-    EXPECT_EQ(root.value("Occurrences").toList(),
-              (QVariantList{QVariantMap{{"Identifier", "a"},
-                                        {"Date", noon()},
-                                        {"State", "done"},
-                                        {"Handed To", qint64(501)},
-                                        {"Handed Over", noon().addSecs(1)}},
-                            QVariantMap{{"Identifier", "b"}, {"Date", noon()}, {"State", "skipped"}}}));
+    OccurrenceRecord record;
+    record.restore({"a", noon()}, {Begun, {}, {}});
+    EXPECT_FALSE(record.hasChanges());
+    record.set("b", noon(), {Done, {}, {}});
+    record.interruptBegun();
+    record.set("c", noon(), {Done, {}, {}});
+    record.remove("c", noon());
+    const auto changes = record.changes();
+    EXPECT_EQ(changes.size(), 3);
+    EXPECT_EQ(changes.value({"a", noon()})->state, Interrupted);
+    EXPECT_EQ(changes.value({"b", noon()})->state, Done);
+    EXPECT_FALSE(changes.value({"c", noon()}));
+    record.forgetChanges();
+    EXPECT_TRUE(record.prune({}));
+    EXPECT_FALSE(record.hasChanges()) << "that is for memory alone";
 }
 
 TEST_F(OccurrenceRecordTest, TurnsWhatWasBegunIntoInterruptedOnce)
@@ -76,7 +91,7 @@ TEST_F(OccurrenceRecordTest, KeepsTheCurrentDateAndTheLatestOthers)
 
 TEST_F(OccurrenceRecordTest, ThatIsDamagedAnywhereIsRefusedWhole)
 {
-    const QByteArray whole = sample().toData();
+    const QByteArray whole = earlierData();
     for (qsizetype length = 0; length < whole.size(); length += 5) {
         const auto record = OccurrenceRecord::fromData(whole.left(length));
         ASSERT_FALSE(record) << "cut after " << length;
@@ -110,66 +125,37 @@ TEST_F(OccurrenceRecordTest, OfALaterFormatIsRefused)
 
 using OccurrenceFileTest = OccurrenceRecordTest;
 
-TEST_F(OccurrenceFileTest, IsEmptyAndUndamagedBeforeTheFirstStart)
+TEST_F(OccurrenceFileTest, IsEmptyAndUndamagedWhereThereIsNone)
 {
+    EXPECT_FALSE(OccurrenceFile::exists());
     const auto loaded = OccurrenceFile::load();
     EXPECT_TRUE(loaded.damage.isEmpty());
     EXPECT_TRUE(loaded.record.dates("a").isEmpty());
 }
 
-TEST_F(OccurrenceFileTest, IsForItsOwnerAlone)
+TEST_F(OccurrenceFileTest, IsSetAsideUnderANameThatSaysWhy)
 {
-    const auto saved = OccurrenceFile::save(sample());
-    ASSERT_TRUE(saved) << saved.error().text.toStdString();
-    struct stat status {
-    };
-    ASSERT_EQ(::stat(qPrintable(root.join(recordPath)), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0600u);
-    ASSERT_EQ(::stat(qPrintable(root.join("/var/lib/dozely")), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0755u);
-    EXPECT_EQ(OccurrenceFile::load().record.find("b", noon()), (OccurrenceEntry{Skipped, {}, {}}));
-}
-
-TEST_F(OccurrenceFileTest, ThatIsDamagedIsMovedAside)
-{
-    write(recordPath, "damaged");
+    write(earlierPath, "damaged");
     EXPECT_FALSE(OccurrenceFile::load().damage.isEmpty());
-    EXPECT_EQ(read(QString(recordPath) + ".damaged"), "damaged");
-    EXPECT_FALSE(QFile::exists(root.join(recordPath)));
-    EXPECT_TRUE(OccurrenceFile::load().damage.isEmpty());
+    ASSERT_TRUE(OccurrenceFile::setAside(true));
+    EXPECT_EQ(read(QString(earlierPath) + ".damaged"), "damaged");
+    write(earlierPath, earlierData());
+    EXPECT_TRUE(OccurrenceFile::load().record.find("a", noon()));
+    ASSERT_TRUE(OccurrenceFile::setAside(false));
+    EXPECT_EQ(read(QString(earlierPath) + ".taken-over"), earlierData());
+    EXPECT_FALSE(OccurrenceFile::exists());
 }
 
 TEST_F(OccurrenceFileTest, ThatOthersMayWriteIsNotBelieved)
 {
-    write(recordPath, sample().toData());
-    ASSERT_EQ(::chmod(qPrintable(root.join(recordPath)), 0666), 0);
+    write(earlierPath, earlierData());
+    ASSERT_EQ(::chmod(qPrintable(root.join(earlierPath)), 0666), 0);
     const auto loaded = OccurrenceFile::load();
     EXPECT_FALSE(loaded.damage.isEmpty());
     EXPECT_FALSE(loaded.record.find("a", noon()));
 }
 
-TEST_F(OccurrenceFileTest, StaysAsItIsWhenTheRecordHasGrownBeyondWhatIsRead)
-{
-    const auto saved = OccurrenceFile::save(sample());
-    ASSERT_TRUE(saved) << saved.error().text.toStdString();
-    OccurrenceRecord large = sample();
-    for (int second = 0; second < 30'000; ++second)
-        large.set("c", noon().addSecs(second), {Done, {}, {}});
-    const auto refused = OccurrenceFile::save(large);
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().text, "it has grown too large");
-    EXPECT_TRUE(OccurrenceFile::load().record.find("a", noon()));
-}
-
-TEST_F(OccurrenceFileTest, SaysWhyItCouldNotBeSaved)
-{
-    write("/var/lib", "a file where a folder belongs");
-    const auto saved = OccurrenceFile::save(sample());
-    ASSERT_FALSE(saved);
-    EXPECT_FALSE(saved.error().text.isEmpty());
-}
-
-TEST_F(OccurrenceRecordTest, KnowsWhatIsAskedForInItsOrderAlsoAfterBeingRead)
+TEST_F(OccurrenceRecordTest, KnowsWhatIsAskedForInItsOrder)
 {
     OccurrenceRecord record = sample();
     record.set("z", noon(), {Asked, {}, {}, 501u});
@@ -177,11 +163,6 @@ TEST_F(OccurrenceRecordTest, KnowsWhatIsAskedForInItsOrderAlsoAfterBeingRead)
     record.set("x", noon(), {Asked, {}, {}, 502u});
     record.set("x", noon(), {Begun, {}, {}, 502u});
     EXPECT_EQ(record.asked(), (QList<OccurrenceRecord::Key>{{"z", noon()}, {"y", noon()}}));
-    const auto read = OccurrenceRecord::fromData(record.toData());
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->asked().size(), 2);
-    EXPECT_EQ(read->find("y", noon()), (OccurrenceEntry{Asked, {}, {}, 502u}));
-    EXPECT_EQ(read->find("x", noon())->askedBy, 502u);
     record.remove("z", noon());
     EXPECT_EQ(record.asked(), (QList<OccurrenceRecord::Key>{{"y", noon()}}));
     EXPECT_FALSE(record.find("z", noon()));

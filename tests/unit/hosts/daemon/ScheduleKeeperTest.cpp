@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/ScheduleKeeper.h"
-#include "hosts/daemon/OccurrenceFile.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
@@ -35,8 +34,10 @@ protected:
     }
     static std::optional<OccurrenceState> savedState(const QString &identifier)
     {
-        const auto entry = OccurrenceFile::load().record.find(identifier, noon());
-        return entry ? std::optional(entry->state) : std::nullopt;
+        OccurrenceDatabase database;
+        (void)database.open(noon());
+        const auto entry = database.find({identifier, noon()});
+        return entry && *entry ? std::optional((*entry)->state) : std::nullopt;
     }
     static Occurrence occurrenceOf(const QString &identifier) { return {schedule(identifier), noon()}; }
 
@@ -104,7 +105,7 @@ TEST_F(ScheduleKeeperTest, HasNoSchedulesOnceTheStoreIsRemoved)
 TEST_F(ScheduleKeeperTest, HasABeginningOnDiskAtOnceAndTheEndALittleLater)
 {
     ScheduleKeeper keeper(clock);
-    keeper.noteBegun(occurrenceOf("a"));
+    keeper.noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
     EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
     keeper.note(occurrenceOf("a"), OccurrenceState::Done);
     EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
@@ -125,7 +126,7 @@ TEST_F(ScheduleKeeperTest, HasOnDiskWhatIsAskedForBeforeItSaysSo)
     ASSERT_EQ(restarted.scheduler().due().size(), 1);
     EXPECT_TRUE(restarted.scheduler().due().first().isAskedFor);
     EXPECT_EQ(restarted.scheduler().nextDate(), noon());
-    restarted.noteBegun(restarted.scheduler().due().first());
+    restarted.noteBegun({{restarted.scheduler().due().first(), ActingPlace::Daemon}});
     EXPECT_TRUE(restarted.scheduler().due().isEmpty());
     EXPECT_EQ(savedState("a"), OccurrenceState::Begun);
 }
@@ -181,7 +182,7 @@ TEST_F(ScheduleKeeperTest, SavesWhatIsLeftWhenItIsTold)
 TEST_F(ScheduleKeeperTest, LogsWhatItFindsBegunAsInterruptedAndDoesNotRepeatIt)
 {
     writeStore({entry("a")});
-    ScheduleKeeper(clock).noteBegun(occurrenceOf("a"));
+    ScheduleKeeper(clock).noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
     ScheduleKeeper restarted(clock);
     EXPECT_EQ(messages(),
               QStringList{"Schedule a at 2026-03-14T12:00:00Z was interrupted and is not repeated"});
@@ -205,10 +206,43 @@ TEST_F(ScheduleKeeperTest, TakesWhatFellDueBeforeADamagedRecordForPerhapsPerform
     EXPECT_FALSE(due[1].mayHaveRun);
 }
 
+TEST_F(ScheduleKeeperTest, RepeatsNothingOfATimeOfWhichNothingIsKnownAfterItWasKilled)
+{
+    writeStore({entry("a", noon().addSecs(-1))});
+    write(recordPath, "damaged");
+    {
+        ScheduleKeeper killed(clock); // before it saved anything
+    }
+    clock.advance(1s);
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    ASSERT_EQ(keeper.scheduler().due().size(), 1);
+    EXPECT_TRUE(keeper.scheduler().due().first().mayHaveRun);
+}
+
+TEST_F(ScheduleKeeperTest, KnowsAnOccurrenceAgainWhoseDateComesBackAfterManyOthers)
+{
+    ScheduleKeeper keeper(clock);
+    for (int day = 0; day < 9; ++day) {
+        const QDateTime date = noon().addDays(-day);
+        writeStore({entry("a", date)});
+        keeper.readStore();
+        keeper.note({schedule("a", date), date}, OccurrenceState::Done);
+    }
+    for (int day = 0; day < 9; ++day) {
+        writeStore({entry("a", noon().addDays(-day))});
+        keeper.readStore();
+        EXPECT_TRUE(keeper.scheduler().due().isEmpty()) << day;
+        ScheduleKeeper restarted(clock);
+        restarted.readStore();
+        EXPECT_TRUE(restarted.scheduler().due().isEmpty()) << day << ", after a restart";
+    }
+}
+
 TEST_F(ScheduleKeeperTest, ForgetsOccurrencesOfSchedulesThatAreGone)
 {
     ScheduleKeeper keeper(clock);
-    keeper.noteBegun(occurrenceOf("a"));
+    keeper.noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
     keeper.note(occurrenceOf("a"), OccurrenceState::Done);
     writeStore({entry("b")});
     keeper.readStore();
@@ -237,8 +271,8 @@ TEST_F(ScheduleKeeperTest, SaysOnceThatTheRecordCannotBeSaved)
 {
     write("/var/lib", "a file where a folder belongs");
     ScheduleKeeper keeper(clock);
-    keeper.noteBegun(occurrenceOf("a"));
-    keeper.noteBegun(occurrenceOf("b"));
+    keeper.noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
+    keeper.noteBegun({{occurrenceOf("b"), ActingPlace::Daemon}});
     ASSERT_EQ(messages().size(), 1);
     EXPECT_THAT(messages().first().toStdString(), HasSubstr("could not be saved"));
     EXPECT_TRUE(keeper.scheduler().record().find("b", noon())) << "remembered all the same";

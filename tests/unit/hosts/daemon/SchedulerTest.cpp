@@ -156,10 +156,8 @@ TEST_F(SchedulerTest, NeitherRepeatsNorForgetsAcrossARestart)
                                     schedule("later", noon().addSecs(60))};
     scheduler.setSchedules(schedules);
     scheduler.note(occurrenceOf(schedules[0]), OccurrenceState::Done);
-    const auto saved = OccurrenceRecord::fromData(scheduler.record().toData());
-    ASSERT_TRUE(saved);
 
-    Scheduler restarted(clock, *saved);
+    Scheduler restarted(clock, scheduler.record());
     restarted.setSchedules(schedules);
     ASSERT_EQ(restarted.due().size(), 1);
     EXPECT_EQ(restarted.due().first().schedule.identifier, "missed");
@@ -259,7 +257,7 @@ TEST_F(SchedulerTest, TellsOccurrencesOfOneBundleAndDateApartByTheirParameters)
 TEST_F(SchedulerTest, RemembersAHandOverAcrossARestart)
 {
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
-    Scheduler restarted(clock, *OccurrenceRecord::fromData(scheduler.record().toData()));
+    Scheduler restarted(clock, scheduler.record());
     restarted.setSchedules({schedule("a")});
     EXPECT_TRUE(restarted.heldByAgent(501, bundlePath(), noon()));
     EXPECT_FALSE(restarted.heldByAgent(502, bundlePath(), noon()));

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/daemon/OccurrenceRecord.h"
+#include "hosts/daemon/Sqlite.h"
+
+/// One row of the table of occurrences, and the statements that are about rows.
+namespace OccurrenceRow
+{
+/// Statements with all columns as parameters, for bind.
+/// @{
+extern const char *const insertOrReplace;
+extern const char *const insertOrIgnore;
+/// @}
+
+/// ?1 identifier, ?2 how many stay, ?3 the current date, which stays too.
+extern const char *const trimSchedule;
+
+/// ?1 who asked, ?2 how many stay.
+extern const char *const trimAsker;
+
+/// ?1 identifier, ?2 the date before which nothing that is over stays, but for ?3, the current date.
+extern const char *const removeOld;
+
+SqliteStatement &bind(SqliteStatement &statement, const OccurrenceRecord::Key &key,
+                      const OccurrenceEntry &entry);
+
+/// The row at which a statement that selects all columns stands. An error named Sqlite::damaged for one that
+/// means nothing.
+dozely::Result<std::pair<OccurrenceRecord::Key, OccurrenceEntry>> read(const SqliteStatement &statement);
+} // namespace OccurrenceRow

@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/OccurrenceDatabase.h"
+
+#include "support/PrintTo.h"
+#include "unit/hosts/HostFixture.h"
+
+using namespace dozely;
+
+using enum OccurrenceState;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class OccurrenceDatabaseTest : public HostFixture
+{
+protected:
+    using Key = OccurrenceRecord::Key;
+
+    static OccurrenceRecord::Changes change(const QString &identifier, const QDateTime &date,
+                                            const OccurrenceEntry &entry)
+    {
+        return {{Key(identifier, date), entry}};
+    }
+    static std::optional<OccurrenceEntry> found(OccurrenceDatabase &database, const QString &identifier,
+                                                const QDateTime &date = noon())
+    {
+        const auto entry = database.find({identifier, date});
+        EXPECT_TRUE(entry) << entry.error().text.toStdString();
+        return entry ? *entry : std::nullopt;
+    }
+    static QDateTime noDate(const QString &) { return {}; }
+    static OccurrenceDatabase::Opened openedAt(const QDateTime &now)
+    {
+        OccurrenceDatabase database;
+        return database.open(now);
+    }
+    mode_t modeOf(const QString &fixedPath) const
+    {
+        struct stat status {
+        };
+        EXPECT_EQ(::stat(qPrintable(root.join(fixedPath)), &status), 0);
+        return status.st_mode & 07777;
+    }
+    QString damaged() const { return root.join(recordPath) + ".damaged"; }
+};
+
+TEST_F(OccurrenceDatabaseTest, IsMadeForItsOwnerAlone)
+{
+    const auto opened = openedAt(noon());
+    EXPECT_TRUE(opened.complaints.isEmpty());
+    EXPECT_FALSE(opened.nothingKnownBefore.isValid()) << "nothing ever ran";
+    EXPECT_EQ(modeOf(recordPath), 0600u);
+    EXPECT_EQ(modeOf("/var/lib/dozely"), 0755u);
+}
+
+TEST_F(OccurrenceDatabaseTest, KeepsWhatIsWritten)
+{
+    OccurrenceEntry whole{Done, 501u, noon().addSecs(1), 502u};
+    whole.begun = noon().addMSecs(1234);
+    whole.lateness = 1234;
+    whole.place = ActingPlace::Session;
+    whole.exitStatus = 3;
+    {
+        OccurrenceDatabase database;
+        database.open(noon());
+        OccurrenceRecord::Changes changes = change("a", noon(), whole);
+        for (const auto state : {Asked, Begun, Done, Skipped, NotPerformed, Removed, Interrupted})
+            changes.insert({"states", noon().addSecs(int(state))}, OccurrenceEntry{state, {}, {}});
+        changes.insert({"gone", noon()}, OccurrenceEntry{Done, {}, {}});
+        ASSERT_TRUE(database.write(changes, noDate));
+        ASSERT_TRUE(database.write({{Key("gone", noon()), std::nullopt}}, noDate));
+    }
+    OccurrenceDatabase database;
+    const auto opened = database.open(noon().addSecs(3600));
+    EXPECT_EQ(found(database, "a"), whole);
+    for (const auto state : {Asked, Begun, Done, Skipped, NotPerformed, Removed, Interrupted})
+        EXPECT_EQ(found(database, "states", noon().addSecs(int(state)))->state, state);
+    EXPECT_FALSE(found(database, "gone"));
+    EXPECT_FALSE(found(database, "a", noon().addMSecs(1)));
+    EXPECT_TRUE(opened.record.find("a", noon())) << "may still be handed back";
+    EXPECT_EQ(opened.record.dates("states").size(), 2) << "what is not over";
+    EXPECT_FALSE(openedAt(noon().addSecs(3602)).record.find("a", noon()));
+}
+
+TEST_F(OccurrenceDatabaseTest, KeepsTheLatestOfAScheduleWhatIsNotOverAndTheCurrentDate)
+{
+    OccurrenceDatabase database;
+    database.open(noon());
+    database.setLimits({3, 200});
+    const auto current = [](const QString &) { return noon(); };
+    ASSERT_TRUE(database.write(change("a", noon().addSecs(1), {Begun, {}, {}}), current));
+    for (const int i : {0, 2, 3, 4, 5, 6, 7, 8}) {
+        ASSERT_TRUE(database.write(change("a", noon().addSecs(i), {Done, {}, {}}), current));
+    }
+    QList<int> kept;
+    for (int i = 0; i < 9; ++i) {
+        if (found(database, "a", noon().addSecs(i)))
+            kept += i;
+    }
+    EXPECT_THAT(kept, ElementsAre(0, 1, 6, 7, 8));
+}
+
+TEST_F(OccurrenceDatabaseTest, KeepsTheLatestThatOneUserAskedFor)
+{
+    OccurrenceDatabase database;
+    database.open(noon());
+    database.setLimits({100, 3});
+    for (int i = 0; i < 6; ++i) {
+        ASSERT_TRUE(
+            database.write(change(QString::number(i), noon().addSecs(i), {Done, {}, {}, 501u}), noDate));
+        ASSERT_TRUE(database.write(change("b" + QString::number(i), noon().addSecs(i), {Done, {}, {}, 502u}),
+                                   noDate));
+    }
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(found(database, QString::number(i), noon().addSecs(i)).has_value(), i >= 3) << i;
+}
+
+TEST_F(OccurrenceDatabaseTest, ForgetsWhatIsGoneAndWhatIsOld)
+{
+    OccurrenceDatabase database;
+    database.open(noon());
+    const QDateTime old = noon().addDays(-1);
+    for (const QString identifier : {"gone", "stays", "current"}) {
+        ASSERT_TRUE(database.write(change(identifier, old, {Done, {}, {}}), noDate));
+        ASSERT_TRUE(database.write(change(identifier, noon(), {Done, {}, {}}), noDate));
+    }
+    ASSERT_TRUE(database.forget(
+        [](const QString &identifier) { return identifier == "gone"; }, noon(),
+        [&](const QString &identifier) { return identifier == "current" ? old : QDateTime(); }));
+    EXPECT_FALSE(found(database, "gone"));
+    EXPECT_TRUE(found(database, "stays"));
+    EXPECT_FALSE(found(database, "stays", old));
+    EXPECT_TRUE(found(database, "current", old));
+}
+
+TEST_F(OccurrenceDatabaseTest, ThatIsDamagedIsMovedAsideAndTheNewOneSaysWhatItDoesNotKnow)
+{
+    for (const QByteArray &content : {QByteArray("damaged"), QByteArray(), QByteArray(8192, '\0')}) {
+        write(recordPath, content);
+        ASSERT_EQ(::chmod(qPrintable(root.join(recordPath)), 0600), 0);
+        const auto opened = openedAt(noon());
+        ASSERT_EQ(opened.complaints.size(), 1) << content.left(10).toStdString();
+        EXPECT_THAT(opened.complaints.first().toStdString(), HasSubstr("is damaged and was moved aside"));
+        EXPECT_EQ(opened.nothingKnownBefore, noon());
+        EXPECT_EQ(read(QString(recordPath) + ".damaged"), content);
+        const auto later = openedAt(noon().addSecs(60));
+        EXPECT_TRUE(later.complaints.isEmpty());
+        EXPECT_EQ(later.nothingKnownBefore, noon()) << "it says so from its first moment on";
+    }
+}
+
+TEST_F(OccurrenceDatabaseTest, ThatIsCutShortAnywhereIsDamaged)
+{
+    {
+        OccurrenceDatabase database;
+        database.open(noon());
+        OccurrenceRecord::Changes changes;
+        for (int i = 0; i < 500; ++i)
+            changes.insert({"a", noon().addSecs(i)}, OccurrenceEntry{Begun, {}, {}});
+        ASSERT_TRUE(database.write(changes, noDate));
+    }
+    const QByteArray whole = read(recordPath);
+    ASSERT_GT(whole.size(), 16384);
+    for (qsizetype length = 0; length < whole.size(); length += 4096) {
+        write(recordPath, whole.left(length));
+        EXPECT_EQ(openedAt(noon()).nothingKnownBefore, noon()) << length;
+        QFile::remove(root.join(recordPath));
+        QFile::remove(damaged());
+    }
+}
+
+TEST_F(OccurrenceDatabaseTest, OfWhichOnlyTheDamagedOneIsLeftKnowsNothing)
+{
+    // Killed after the old one was moved and before the new one was made.
+    write(QString(recordPath) + ".damaged", "damaged");
+    EXPECT_EQ(openedAt(noon()).nothingKnownBefore, noon());
+}
+
+TEST_F(OccurrenceDatabaseTest, IsMadeAnewWhereOnlyHalfOfOneWasMade)
+{
+    write(QString(recordPath) + ".new", "half");
+    const auto opened = openedAt(noon());
+    EXPECT_TRUE(opened.complaints.isEmpty());
+    EXPECT_FALSE(opened.nothingKnownBefore.isValid());
+    EXPECT_FALSE(QFile::exists(root.join(recordPath) + ".new"));
+}
+
+TEST_F(OccurrenceDatabaseTest, ThatOthersMayWriteIsNotBelieved)
+{
+    openedAt(noon());
+    ASSERT_EQ(::chmod(qPrintable(root.join(recordPath)), 0666), 0);
+    EXPECT_EQ(openedAt(noon()).nothingKnownBefore, noon());
+    EXPECT_TRUE(QFile::exists(damaged()));
+}
+
+TEST_F(OccurrenceDatabaseTest, OfALaterFormatIsRefused)
+{
+    openedAt(noon());
+    {
+        const auto database = Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {});
+        ASSERT_TRUE(database);
+        ASSERT_TRUE(database->run("PRAGMA user_version = 2"));
+    }
+    const auto opened = openedAt(noon());
+    ASSERT_EQ(opened.complaints.size(), 1);
+    EXPECT_THAT(opened.complaints.first().toStdString(), HasSubstr("its format is not known"));
+}
+
+TEST_F(OccurrenceDatabaseTest, TakesOverTheEarlierRecordOnce)
+{
+    const QString earlier = "/var/lib/dozely/occurrences.plist";
+    const auto dataOf = [](const char *state) {
+        return PropertyList::toData(
+            QVariantMap{{"Format", 1LL},
+                        {"Occurrences",
+                         QVariantList{QVariantMap{{"Identifier", "a"}, {"Date", noon()}, {"State", state}}}}},
+            PropertyList::Format::Binary);
+    };
+    write(earlier, dataOf("begun"));
+    OccurrenceDatabase database;
+    const auto opened = database.open(noon());
+    EXPECT_TRUE(opened.complaints.isEmpty());
+    EXPECT_EQ(opened.record.find("a", noon())->state, Begun);
+    EXPECT_EQ(found(database, "a")->state, Begun);
+    EXPECT_FALSE(QFile::exists(root.join(earlier)));
+    EXPECT_TRUE(QFile::exists(root.join(earlier + ".taken-over")));
+    // Killed before the file was renamed: what the database says is later.
+    ASSERT_TRUE(database.write(change("a", noon(), {Done, {}, {}}), noDate));
+    write(earlier, dataOf("begun"));
+    OccurrenceDatabase again;
+    again.open(noon());
+    EXPECT_EQ(found(again, "a")->state, Done);
+}
+
+TEST_F(OccurrenceDatabaseTest, KnowsNothingWhenTheEarlierRecordIsDamaged)
+{
+    write("/var/lib/dozely/occurrences.plist", "damaged");
+    const auto opened = openedAt(noon());
+    EXPECT_EQ(opened.complaints.size(), 1);
+    EXPECT_EQ(opened.nothingKnownBefore, noon());
+    EXPECT_EQ(openedAt(noon().addSecs(9)).nothingKnownBefore, noon());
+}
+
+TEST_F(OccurrenceDatabaseTest, SaysWhyItCouldNotBeWrittenAndTriesAgain)
+{
+    write("/var/lib", "a file where a folder belongs");
+    OccurrenceDatabase database;
+    database.open(noon());
+    const auto written = database.write(change("a", noon(), {Done, {}, {}}), noDate);
+    ASSERT_FALSE(written);
+    EXPECT_FALSE(written.error().text.isEmpty());
+    ASSERT_TRUE(QFile::remove(root.join("/var/lib")));
+    ASSERT_TRUE(database.write(change("a", noon(), {Done, {}, {}}), noDate));
+    EXPECT_EQ(found(database, "a")->state, Done);
+}
