@@ -5,6 +5,7 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/common/faults/ThrownBy.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
@@ -28,6 +29,18 @@ QList<PlugInLoader::Source> trustedSources()
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
+}
+
+/// What a plug-in that runs a program says of its end; absent for one that says nothing.
+std::optional<qint64> exitStatusOf(WDPlugIn &plugIn)
+{
+    if (plugIn.metaObject()->indexOfMethod("exitStatus()") < 0)
+        return {};
+    int status = -1;
+    const auto thrown = thrownBy([&] {
+        QMetaObject::invokeMethod(&plugIn, "exitStatus", Qt::DirectConnection, Q_RETURN_ARG(int, status));
+    });
+    return thrown || status < 0 ? std::nullopt : std::optional<qint64>(status);
 }
 
 QString couldNotBeReached(quint32 userId)
@@ -227,9 +240,8 @@ void OccurrencePerformer::actInDaemon(const Ready &ready)
         notPerformed(ready.occurrence, *thrown);
         return;
     }
-    m_running.keep(ready.plugIn, [this, occurrence = ready.occurrence] {
-        m_keeper.note(occurrence, OccurrenceState::Done);
-    });
+    m_running.keep(ready.plugIn,
+                   [this, ready] { m_keeper.noteDone(ready.occurrence, exitStatusOf(*ready.plugIn)); });
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)

@@ -167,6 +167,12 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
     saveSoon();
 }
 
+void ScheduleKeeper::noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus)
+{
+    m_scheduler.noteDone(occurrence, exitStatus);
+    saveSoon();
+}
+
 void ScheduleKeeper::flush()
 {
     (void)save();

@@ -48,6 +48,9 @@ public:
     /// Notes what became of an occurrence; the disk has it a little later, or after flush.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 
+    /// Notes that an action in the daemon has ended, with the exit status of the program that it ran.
+    void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
+
     /// Saves what is not saved yet. Blocks.
     void flush();
 

@@ -167,6 +167,14 @@ void Scheduler::takeBack(const Occurrence &occurrence)
         m_record.remove(occurrence.schedule.identifier, occurrence.date);
 }
 
+void Scheduler::noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus)
+{
+    note(occurrence, OccurrenceState::Done);
+    auto entry = *m_record.find(occurrence.schedule.identifier, occurrence.date);
+    entry.exitStatus = exitStatus;
+    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+}
+
 void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo)
 {
     const QDateTime now = m_clock.currentDate();

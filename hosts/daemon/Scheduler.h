@@ -93,6 +93,9 @@ public:
     /// Remembers that one which was about to begin certainly did not: it is as it was before.
     void takeBack(const Occurrence &occurrence);
 
+    /// Remembers that an action has ended, with the exit status of the program that it ran.
+    void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
+
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 

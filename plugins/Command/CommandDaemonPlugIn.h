@@ -17,6 +17,10 @@ public:
     /// Whether the program still runs.
     Q_INVOKABLE bool isActing() const;
 
+    /// How the program ended, for the daemon's record: its exit status, 128 and the number of the signal that
+    /// ended it, or -1 when it was not started.
+    Q_INVOKABLE int exitStatus() const;
+
 Q_SIGNALS:
     void actionDidFinish();
 

@@ -44,6 +44,7 @@ void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment 
         return;
     }
     ++m_runs;
+    m_exitStatus = -1;
     m_startTime = Port<Clock>::current()->steadyTime();
     m_path = commandLine->program;
     const ChildProgram program{commandLine->program, commandLine->arguments, environment.variables,
@@ -80,6 +81,8 @@ void CommandRunner::reportEnd(const Result<ChildProgram::Ending> &ending)
     } else {
         ZDRLog("Command: %@ ended with status %d after %@ s.", path, ending->status, duration);
     }
+    if (ending)
+        m_exitStatus = ending->signal != 0 ? 128 + ending->signal : ending->status;
     m_program.reset();
     Q_EMIT finished();
 }

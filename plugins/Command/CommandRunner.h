@@ -31,6 +31,10 @@ public:
     /// True from the start until the program's end, or that it could not be started, is in the log.
     bool isRunning() const;
 
+    /// The exit status of the last program, or 128 and the number of the signal that ended it; -1 while none
+    /// has ended.
+    int exitStatus() const { return m_exitStatus; }
+
     /// Asks the program's group to end (SIGTERM), and kills it (SIGKILL) when the program still runs after
     /// `patience`.
     void stop();
@@ -45,5 +49,6 @@ private:
     std::unique_ptr<dozely::RunningProgram> m_program; // null while none runs
     QString m_path;                                    // of the last one
     std::chrono::milliseconds m_startTime{0};
+    int m_exitStatus = -1;
     quint64 m_runs = 0; // tells a late kill that its program is gone
 };

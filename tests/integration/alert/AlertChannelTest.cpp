@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/OccurrenceFile.h"
+#include "hosts/daemon/OccurrenceDatabase.h"
 #include "integration/hosts/HostSystem.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
@@ -45,11 +45,11 @@ protected:
         return NSNotification("DaemonMustRemoveEvent", "com.dozely.Daemon", remove(date));
     }
     /// The record on disk, as a daemon that starts finds it.
-    std::optional<OccurrenceState> recorded(const QString &identifier, const QDateTime &date) const
+    static std::optional<OccurrenceState> recorded(const QString &identifier, const QDateTime &date)
     {
-        const auto record = OccurrenceRecord::fromData(read(recordPath));
-        const auto entry = record ? record->find(identifier, date) : std::nullopt;
-        return entry ? std::optional(entry->state) : std::nullopt;
+        OccurrenceDatabase database;
+        const auto entry = database.find({identifier, date});
+        return entry && *entry ? std::optional((*entry)->state) : std::nullopt;
     }
     /// Places of the first lines of the log that contain these parts; in order, and all there.
     testing::AssertionResult logsInOrder(const QStringList &parts) const

@@ -93,9 +93,12 @@ std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStrin
 
 void HostSystem::startDaemon()
 {
+    const qsizetype starts = countOf("Schedules: ");
     daemon = start(daemonProgram, {"--root", root.path()}, {});
     // The socket file of a daemon that was killed is still there, but nobody listens.
     ASSERT_TRUE(waitUntil([this] { return isListening(socketPath("dozelyd")); }));
+    // It listens before it has read its record and its schedules.
+    ASSERT_TRUE(waitUntil([&] { return countOf("Schedules: ") > starts; }));
 }
 
 void HostSystem::startAgent()

@@ -223,6 +223,66 @@ TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
     EXPECT_EQ(countOf("Probe acts in the daemon: endless"), 1);
 }
 
+TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)
+{
+    constexpr int many = 200;
+    startDaemon();
+    const QDateTime date = soon();
+    QVariantList schedules;
+    for (int i = 0; i < many; ++i)
+        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
+    writeStore(schedules);
+    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > many / 4; }));
+    kill(daemon);
+    startDaemon();
+    // What was not started was lost, and is told.
+    for (int i = 0; i < many; ++i) {
+        const QString identifier = QString("m%1.").arg(i);
+        const qsizetype acted = countOf(QString("Probe acts in the daemon: %1,").arg(identifier));
+        EXPECT_LE(acted, 1) << i;
+        EXPECT_GE(acted + countOf(QString("Schedule %1 at ").arg(identifier)), 1) << i;
+    }
+    EXPECT_LT(countOf("Probe acts in the daemon: "), many) << "it was killed too late to show anything";
+    writeStore({probeEntry("next", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+}
+
+TEST_F(HostsTest, OfManyThatBeginTogetherThoseThatWereNotStartedRunAfterAnOrderlyRestart)
+{
+    constexpr int many = 200;
+    startDaemon();
+    const QDateTime date = soon();
+    QVariantList schedules;
+    for (int i = 0; i < many; ++i)
+        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
+    writeStore(schedules);
+    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > many / 4; }));
+    EXPECT_EQ(endOf(daemon), 0);
+    startDaemon();
+    EXPECT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") >= many; }));
+    for (int i = 0; i < many; ++i)
+        EXPECT_EQ(countOf(QString("Probe acts in the daemon: m%1.,").arg(i)), 1) << i;
+}
+
+TEST_F(HostsTest, ADamagedRecordRepeatsNothingAlthoughTheDaemonIsKilledBeforeItSaves)
+{
+    startDaemon();
+    const QVariantMap ran = probeEntry("ran", with(inDaemon, "Time Out", -3600LL));
+    writeStore({ran});
+    ASSERT_TRUE(logs("Probe acts in the daemon: ran"));
+    kill(daemon);
+    for (const char *companion : {"", "-wal", "-shm"})
+        QFile::remove(root.join(recordPath) + companion);
+    write(recordPath, "damaged");
+    startDaemon();
+    kill(daemon);
+    startDaemon();
+    EXPECT_TRUE(logs("was skipped: it may have run before the record was lost"));
+    writeStore({ran, probeEntry("next", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: ran"), 1);
+}
+
 TEST_F(HostsTest, AnAgentIsReachableAgainSoonAfterTheDaemonWasKilledAndCameBack)
 {
     startDaemon();

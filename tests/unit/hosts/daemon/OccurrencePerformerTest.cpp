@@ -86,6 +86,23 @@ TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
     EXPECT_EQ(lastMessage(), "Probe finished");
 }
 
+TEST_F(OccurrencePerformerTest, RecordsWhereAndHowLateAnActionBeganAndHowItsProgramEnded)
+{
+    makeProbe();
+    clock.advance(1500ms);
+    performDue(probe({{"Goes On", "for a while"}, {"Exit Status", 3LL}}));
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    const auto entry = *keeper.scheduler().record().find("a", noon());
+    EXPECT_EQ(entry.place, ActingPlace::Daemon);
+    EXPECT_EQ(entry.begun, noon().addMSecs(1500));
+    EXPECT_EQ(entry.lateness, 1500);
+    EXPECT_EQ(entry.exitStatus, 3);
+    keeper.scheduler().record() = {};
+    performDue(probe({}));
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    EXPECT_FALSE(keeper.scheduler().record().find("a", noon())->exitStatus);
+}
+
 TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeWhileAnActionGoesOn)
 {
     makeProbe();

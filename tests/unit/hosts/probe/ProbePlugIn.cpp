@@ -54,6 +54,11 @@ public:
 
     Q_INVOKABLE bool isActing() const { return m_isActing; }
 
+    Q_INVOKABLE int exitStatus() const
+    {
+        return parameters()->contains("Exit Status") ? integerParameter("Exit Status") : -1;
+    }
+
 Q_SIGNALS:
     void actionDidFinish();
 

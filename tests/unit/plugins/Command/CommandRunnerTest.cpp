@@ -91,6 +91,9 @@ TEST_F(CommandRunnerTest, LogsStatusAndDurationInOneLine)
     EXPECT_THAT(onlyLine(),
                 MatchesRegex(".*Command: /bin/sh ended with status 3 after [0-9]+\\.[0-9]{3} s\\."));
     EXPECT_FALSE(runner.isRunning());
+    EXPECT_EQ(runner.exitStatus(), 3);
+    runEndless();
+    EXPECT_EQ(runner.exitStatus(), -1) << "none of this one yet";
 }
 
 TEST_F(CommandRunnerTest, MeasuresTheDurationOnTheSteadyClock)
@@ -103,6 +106,7 @@ TEST_F(CommandRunnerTest, MeasuresTheDurationOnTheSteadyClock)
     ASSERT_TRUE(waitUntil([&] { return ends == 1; }));
     EXPECT_THAT(onlyLine(),
                 testing::HasSubstr("Command: /bin/sh was ended by signal 9 (Killed) after 1.234 s."));
+    EXPECT_EQ(runner.exitStatus(), 128 + SIGKILL);
 }
 
 TEST_F(CommandRunnerTest, NamesTheSignalThatEndedTheProgram)
