@@ -5,10 +5,10 @@ import contextlib
 import datetime
 import json
 import os
-import plistlib
 import resource
 import shutil
 import signal
+import sqlite3
 import subprocess
 import sys
 
@@ -73,7 +73,8 @@ class Arena:
         for name in ("daemon", "session"):
             with contextlib.suppress(FileNotFoundError):
                 os.unlink(self.marks(name))
-        for name in ("var/lib/dozely/occurrences.plist", "Library/Preferences/com.dozely.plist"):
+        record = [f"var/lib/dozely/occurrences.db{companion}" for companion in ("", "-wal", "-shm")]
+        for name in (*record, "Library/Preferences/com.dozely.plist"):
             with contextlib.suppress(FileNotFoundError):
                 os.unlink(self.system.path(name))
         self.log_begin = self.log_size()
@@ -148,10 +149,11 @@ class Arena:
 
     def recorded(self):
         """How many of the attack's actions in the daemon are on record as done."""
-        with contextlib.suppress(OSError, plistlib.InvalidFileException):
-            with open(self.system.path("var/lib/dozely/occurrences.plist"), "rb") as file:
-                return sum(1 for entry in plistlib.load(file)["Occurrences"]
-                           if entry["Identifier"].startswith("schedule-daemon") and entry["State"] == "done") - 1
+        place = f"file:{self.system.path('var/lib/dozely/occurrences.db')}?mode=ro"
+        with contextlib.suppress(sqlite3.Error), contextlib.closing(sqlite3.connect(place, uri=True)) as record:
+            count, = record.execute("SELECT count(*) FROM occurrences WHERE state = 'done' "
+                                    "AND identifier LIKE 'schedule-daemon%'").fetchone()
+            return count - 1
         return 0
 
     # ---- attackers

@@ -63,7 +63,8 @@ class Case:
 
     def state(self, identifier):
         """What the record on disk says of the schedule's only occurrence."""
-        with contextlib.closing(sqlite3.connect(self.system.path("var/lib/dozely/occurrences.db"))) as record:
+        with contextlib.closing(sqlite3.connect(
+                f"file:{self.system.path('var/lib/dozely/occurrences.db')}?mode=ro", uri=True)) as record:
             states = [state for state, in
                       record.execute("SELECT state FROM occurrences WHERE identifier = ?", (identifier,))]
         expect(len(states) == 1, f"the record has {len(states)} occurrences of the schedule")
