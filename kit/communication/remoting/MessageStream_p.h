@@ -80,7 +80,7 @@ public:
     void setHandler(Handler *handler);
 
     /// Lets the next call take this request, which must have no arguments, along: the reply is there sooner
-    /// when it is called in its turn. What is never called is asked all the same.
+    /// when it is called next. What is not is asked all the same.
     void anticipate(const Request &request);
 
     /// Sends the request and waits. While the main thread waits, requests that come in are served. Raises

@@ -235,6 +235,13 @@ std::optional<WireMessage> WireMessage::parse(const QByteArray &message)
     return result;
 }
 
+bool WireMessage::isSound() const
+{
+    return isComplete(*this) && (path.isEmpty() || WireTypes::isPath(path)) &&
+           (interface.isEmpty() || isName(interface, true)) && (member.isEmpty() || isName(member, false)) &&
+           (errorName.isEmpty() || isName(errorName, true));
+}
+
 void WireMessage::appendTo(QByteArray *bytes) const
 {
     constexpr qsizetype roomForHeader = 256;

@@ -50,6 +50,12 @@ struct DOZELYKIT_AUTOTEST_EXPORT WireMessage {
         appendTo(&bytes);
         return bytes;
     }
+    /// Whether its names and its path are ones, and it has those that its type needs. Who gets a message of
+    /// which that is not true closes the stream.
+    bool isSound() const;
+
+    /// The message, to be sent. Little-endian.
+    QByteArray bytes() const;
 };
 
 } // namespace dozely

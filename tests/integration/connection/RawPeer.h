@@ -58,6 +58,13 @@ public:
     }
     bool isClosed() const { return closesWithin(std::chrono::milliseconds(0)); }
 
+    /// Whether the other side has closed, whatever is left to be read.
+    bool isHungUp() const
+    {
+        pollfd polled{m_socket, 0, 0};
+        return ::poll(&polled, 1, 0) > 0 && (polled.revents & POLLHUP) != 0;
+    }
+
     /// Whether a call of "pong" has an answer.
     bool isAnswered()
     {
@@ -122,7 +129,8 @@ public:
     QByteArray lastReply() const { return m_last; }
 
     /// A method call, for "pong" unless told, whose header claims a body of so many bytes.
-    static QByteArray call(quint32 bodySize, const QByteArray &member = "pong")
+    static QByteArray call(quint32 bodySize, const QByteArray &member = "pong",
+                           const QByteArray &interface = "com.dozely.Object")
     {
         QByteArray fields;
         const auto field = [&](char code, char type, const QByteArray &text) {
@@ -132,7 +140,7 @@ public:
         };
         field(1, 'o', "/root");
         field(3, 's', member);
-        field(2, 's', "com.dozely.Object");
+        field(2, 's', interface);
         if (bodySize > 0)
             fields += QByteArray((8 - fields.size() % 8) % 8, '\0') + QByteArray("\x08\x01g\0\x02"
                                                                                  "ay\0",

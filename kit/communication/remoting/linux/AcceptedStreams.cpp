@@ -81,7 +81,7 @@ bool AcceptedStreams::takeInput(Stream *stream, quint32 userId, qsizetype bytes)
 {
     if (m_input.take(userId, bytes))
         return true;
-    m_waiting.push_back(stream->weak_from_this());
+    m_waiting.insert(stream->weak_from_this());
     return false;
 }
 

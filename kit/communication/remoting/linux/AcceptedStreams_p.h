@@ -6,6 +6,8 @@
 #include "DozelyKit/communication/remoting/MessageStream_p.h"
 
 #include <map>
+#include <memory>
+#include <set>
 #include <vector>
 
 namespace dozely
@@ -40,7 +42,7 @@ private:
 
     std::map<quint32, std::vector<Stream *>> m_streams; ///< Of each user the oldest first.
     size_t m_count = 0;
-    std::vector<std::weak_ptr<Stream>> m_waiting; ///< For room for a message.
+    std::set<std::weak_ptr<Stream>, std::owner_less<>> m_waiting; ///< For room for a message.
     ByteQuota m_input;
     ByteQuota m_output;
 

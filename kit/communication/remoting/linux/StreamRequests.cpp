@@ -195,8 +195,8 @@ bool State::flush()
         if (sent < 0 && errno == EAGAIN)
             break;
         if (sent < 0) {
-            if (!m_isAuthenticated)
-                receive(); // it may have said why it takes nothing more
+            if (m_side == Side::Client && !m_isAuthenticated)
+                receive(); // a server that has no room says so before it closes
             drop();
             return false;
         }
@@ -235,6 +235,10 @@ quint32 State::begin(const Request &request, bool expectsReply)
     call.path = request.path;
     call.interface = request.interface;
     call.member = request.member;
+    if (!call.isSound())
+        throw NSException(
+            NSInvalidArgumentException,
+            QStringLiteral("%1 is no name of a request").arg(QString::fromUtf8(request.member)));
     if (const auto sent = send(call, request.arguments); !sent)
         throw NSException(NSInvalidArgumentException, sent.error().text);
     if (expectsReply)
@@ -244,9 +248,13 @@ quint32 State::begin(const Request &request, bool expectsReply)
 
 std::optional<quint32> State::takeAnticipated(const Request &request)
 {
-    if (!m_anticipated || !isSame(m_anticipated->first, request))
+    const auto anticipated = std::exchange(m_anticipated, std::nullopt);
+    if (!anticipated)
         return {};
-    return std::exchange(m_anticipated, std::nullopt)->second;
+    if (isSame(anticipated->first, request))
+        return anticipated->second;
+    m_awaited.erase(anticipated->second);
+    return {};
 }
 
 MessageStream::Reply State::finish(quint32 serial, StreamLoop::Moment deadline,

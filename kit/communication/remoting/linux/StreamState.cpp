@@ -238,7 +238,7 @@ void State::receive()
     ssize_t got = 0;
     if (size <= piece) {
         std::array<char, pieceOfTrusted> bytes;
-        got = ::recv(m_descriptor, bytes.data(), static_cast<size_t>(piece), MSG_DONTWAIT);
+        got = ::recv(m_descriptor, bytes.data(), static_cast<size_t>(piece - m_input.size()), MSG_DONTWAIT);
         m_input.append(bytes.data(), std::max<ssize_t>(got, 0));
     } else if (makeRoom(size)) {
         const qsizetype before = m_input.size();

@@ -46,7 +46,8 @@ struct MessageStream::Private final : StreamLoop::Source,
     Reply finish(quint32 serial, StreamLoop::Moment deadline,
                  std::optional<std::chrono::milliseconds> replyTimeout);
     void post(const Request &request, StreamLoop::Moment deadline);
-    /// The same request, with its reply on its way, was sent along with an earlier one.
+    /// The same request, with its reply on its way, was sent along with the one before. If it was another,
+    /// its reply is of no interest any more: it would be of the past when it is asked for.
     std::optional<quint32> takeAnticipated(const Request &request);
 
     StreamLoop &loop; ///< The one of the thread that made the stream.

@@ -279,6 +279,77 @@ TEST_F(ConnectionTest, AValueThatCannotTravelIsRefused)
         NSException);
 }
 
+TEST_F(ConnectionTest, ASelectorThatIsNoNameIsRefusedBeforeItIsSent)
+{
+    const auto proxy = client()->rootProxy();
+    for (const QByteArray &selector :
+         {QByteArray(), QByteArray("no name"), QByteArray("ask:"), QByteArray("a.b"), QByteArray(256, 'a')})
+        EXPECT_EQ(nameRaisedBy([&] { proxy->invoke(selector); }), NSInvalidArgumentException);
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true)) << "the connection goes on";
+}
+
+TEST_F(ConnectionTest, AnAnswerThatWasAskedForAheadIsUsedOnce)
+{
+    const auto connection = client();
+    const auto proxy = connection->rootProxyToAsk("pong");
+    ASSERT_NE(proxy, nullptr);
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
+    EXPECT_EQ(root->calls, 1);
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
+    EXPECT_EQ(root->calls, 2);
+}
+
+TEST_F(ConnectionTest, AnAnswerThatWasAskedForAheadIsThatOfTheNextRequestOrOfNone)
+{
+    const auto connection = client();
+    const auto proxy = connection->rootProxyToAsk("pong");
+    EXPECT_EQ(proxy->invoke("integer").toInt(), -7);
+    root->onPong = [] { return false; };
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(false)) << "asked anew";
+}
+
+TEST_F(ConnectionTest, AskingAheadOfARootObjectThatIsNoneLeavesNothingBehind)
+{
+    const auto connection = client();
+    server->setRootObject(nullptr);
+    EXPECT_EQ(connection->rootProxyToAsk("pong"), nullptr);
+    server->setRootObject(root.get());
+    const auto proxy = connection->rootProxy();
+    ASSERT_NE(proxy, nullptr);
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
+    EXPECT_EQ(root->calls, 1);
+}
+
+TEST_F(ConnectionTest, AskingAheadFindsTheRootObjectOfTheTime)
+{
+    const auto connection = client();
+    EXPECT_EQ(connection->rootProxyToAsk("pong")->invoke("pong"), QVariant(true));
+    Root other;
+    other.onPong = [] { return false; };
+    server->setRootObject(&other);
+    EXPECT_EQ(connection->rootProxyToAsk("pong")->invoke("pong"), QVariant(false));
+    EXPECT_EQ(root->calls, 1);
+    EXPECT_EQ(other.calls, 1);
+}
+
+TEST_F(ConnectionTest, WhatIsRaisedByARequestAheadIsRaisedWhenItIsAskedFor)
+{
+    const auto proxy = client()->rootProxyToAsk("raise");
+    ASSERT_NE(proxy, nullptr);
+    EXPECT_EQ(nameRaisedBy([&] { proxy->invoke("raise"); }), "TestException");
+    const auto unknown = client()->rootProxyToAsk("whatNobodyKnows");
+    ASSERT_NE(unknown, nullptr);
+    EXPECT_EQ(nameRaisedBy([&] { unknown->invoke("whatNobodyKnows"); }), NSInvalidArgumentException);
+    EXPECT_EQ(unknown->invoke("pong"), QVariant(true));
+}
+
+TEST_F(ConnectionTest, AskingAheadForWhatIsNoNameRaises)
+{
+    const auto connection = client();
+    EXPECT_EQ(nameRaisedBy([&] { connection->rootProxyToAsk("no name"); }), NSInvalidArgumentException);
+    EXPECT_EQ(connection->rootProxy()->invoke("pong"), QVariant(true)) << "the connection goes on";
+}
+
 TEST_F(ConnectionTest, TheCallerIsKnownWhileItsRequestIsServedAndOnlyThen)
 {
     EXPECT_FALSE(NSConnection::currentPeer());

@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+//
+// The limits of docs/wire-protocol.md, as another user meets them.
+#include "DozelyKit/communication/remoting/MessageStream_p.h"
+#include "DozelyKit/communication/remoting/NSConnection.h"
+#include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/core/foundation/NSException.h"
+#include "RawPeer.h"
+#include "support/TestPort.h"
+#include "support/WaitUntil.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <deque>
+#include <thread>
+
+using namespace dozely;
+
+using namespace std::chrono_literals;
+
+namespace
+{
+class Served : public QObject
+{
+    Q_OBJECT
+public:
+    NS_REMOTE Q_INVOKABLE bool pong()
+    {
+        ++pongs;
+        return true;
+    }
+    /// Takes so long that a turn has room for a few.
+    NS_REMOTE Q_INVOKABLE bool compute()
+    {
+        const auto end = std::chrono::steady_clock::now() + 200us;
+        while (std::chrono::steady_clock::now() < end) {
+        }
+        return pong();
+    }
+    NS_REMOTE Q_INVOKABLE int count() { return pongs; }
+    NS_REMOTE Q_INVOKABLE int sizeOf(const QByteArray &bytes) { return static_cast<int>(bytes.size()); }
+    NS_REMOTE Q_INVOKABLE QByteArray data() { return QByteArray(200'000, 'x'); }
+    int pongs = 0;
+};
+
+class LimitsOfPeers : public testing::Test
+{
+protected:
+    LimitsOfPeers()
+        : server(NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr, guarded))
+    {
+        server->setRootObject(&root);
+    }
+
+    template<class Actions>
+    void meanwhile(Actions actions)
+    {
+        std::atomic<bool> over = false;
+        std::thread peers([&] {
+            actions();
+            over = true;
+        });
+        EXPECT_TRUE(waitUntil([&] { return over.load(); }, 60s));
+        peers.join();
+    }
+
+    /// A call of sizeOf of so many bytes in all.
+    static QByteArray callOfSize(qsizetype size)
+    {
+        const auto header = RawPeer::call(4, "sizeOf").size();
+        const auto bytes = static_cast<quint32>(size - header - 4);
+        QByteArray length(4, '\0');
+        std::memcpy(length.data(), &bytes, 4);
+        return RawPeer::call(bytes + 4, "sizeOf") + length + QByteArray(bytes, 'x');
+    }
+
+    static int descriptors()
+    {
+        return static_cast<int>(QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size());
+    }
+
+    std::shared_ptr<NSConnection> client(const StreamOptions &options = {}) const
+    {
+        return NSConnection::initWithReceivePortSendPort(nullptr, TestPort::client(path), options);
+    }
+
+    QTemporaryDir folder{"/tmp/dz-XXXXXX"};
+    QString path = folder.filePath("server");
+    /// As against another user, of whom a test need not have one.
+    const StreamOptions guarded{.trustsOwnUser = false};
+    Served root;
+    std::shared_ptr<NSConnection> server;
+};
+
+constexpr qsizetype largest = 256 << 10;
+} // namespace
+
+TEST_F(LimitsOfPeers, AMessageOfTheLargestSizeIsServedAndALargerOneRefusedAtItsHead)
+{
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        const QByteArray call = callOfSize(largest);
+        ASSERT_EQ(call.size(), largest);
+        EXPECT_TRUE(peer.send(call));
+        EXPECT_TRUE(peer.waitForReplies(1));
+        EXPECT_TRUE(peer.send(callOfSize(largest + 1).left(16)));
+        peer.waitForClose(); // ends only when the server closes
+    });
+}
+
+TEST_F(LimitsOfPeers, WhoIsTrustedMaySendMore)
+{
+    server = NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr);
+    server->setRootObject(&root);
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        EXPECT_TRUE(peer.send(callOfSize(4 << 20)));
+        EXPECT_TRUE(peer.waitForReplies(1));
+        EXPECT_TRUE(peer.send(callOfSize((4 << 20) + (64 << 10) + 1).left(16)));
+        peer.waitForClose();
+    });
+}
+
+TEST_F(LimitsOfPeers, LargeMessagesThatDoNotEndHinderNoOthersAndHaveTheirTime)
+{
+    meanwhile([&] {
+        const QByteArray call = callOfSize(largest);
+        std::deque<RawPeer> unfinished;
+        for (int i = 0; i < 3; ++i) { // more of a user are not held
+            unfinished.emplace_back(path).introduce();
+            EXPECT_TRUE(unfinished.back().send(call.left(largest / 2)));
+        }
+        RawPeer small(path);
+        small.introduce();
+        small.send(RawPeer::call(0));
+        EXPECT_TRUE(small.waitForReplies(1));
+        RawPeer fourth(path);
+        fourth.introduce();
+        EXPECT_TRUE(fourth.send(call.left(100'000)));
+        small.send(RawPeer::call(0));
+        EXPECT_TRUE(small.waitForReplies(2)) << "the same user";
+        for (RawPeer &peer : unfinished)
+            peer.waitForClose();
+        EXPECT_TRUE(fourth.send(call.mid(100'000)));
+        EXPECT_TRUE(fourth.waitForReplies(1)) << "there is room again";
+        EXPECT_FALSE(small.isClosed());
+    });
+}
+
+TEST_F(LimitsOfPeers, ALargeMessageThatCameInTimeCostsItsSenderNothingLater)
+{
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        // No request that the idle limit would begin anew with.
+        peer.send(RawPeer::call(largest / 2, "Ping", "org.freedesktop.DBus.Peer") +
+                  QByteArray(largest / 2, 'x'));
+        EXPECT_TRUE(peer.waitForReplies(1));
+        RawPeer silent(path);
+        silent.waitForClose(); // for so long
+        peer.send(RawPeer::call(0));
+        EXPECT_TRUE(peer.waitForReplies(2));
+    });
+}
+
+TEST_F(LimitsOfPeers, RepliesThatNobodyReadsAreHeldWithinALimit)
+{
+    meanwhile([&] {
+        RawPeer reading(path);
+        reading.introduce();
+        RawPeer peer(path);
+        peer.introduce();
+        peer.send(RawPeer::call(0, "data").repeated(4));
+        reading.send(RawPeer::call(0, "data"));
+        EXPECT_TRUE(reading.waitForReplies(1));
+        EXPECT_TRUE(peer.waitForReplies(4)) << "slow, but in the end";
+        peer.send(RawPeer::call(0, "data").repeated(20)); // of which the kernel holds some
+        for (int i = 2; !peer.isHungUp(); ++i) {
+            reading.send(RawPeer::call(0));
+            ASSERT_TRUE(reading.waitForReplies(i));
+        }
+    });
+}
+
+TEST_F(LimitsOfPeers, AFloodOnAllStreamsOfAUserIsServedInTurns)
+{
+    std::atomic<bool> isOver = false;
+    std::atomic<bool> isFlooding = false;
+    std::deque<RawPeer> flood;
+    for (int i = 0; i < 63; ++i)
+        flood.emplace_back(path).introduce();
+    std::thread flooder([&] {
+        std::vector<int> sent(flood.size(), 0);
+        while (!isOver) {
+            for (size_t i = 0; i < flood.size(); ++i) {
+                if (sent[i] - flood[i].replies() < 20 &&
+                    flood[i].send(RawPeer::call(0, "compute").repeated(20)))
+                    sent[i] += 20;
+            }
+            isFlooding = std::all_of(flood.begin(), flood.end(), [](RawPeer &p) { return p.replies() > 0; });
+        }
+    });
+    EXPECT_TRUE(waitUntil([&] { return isFlooding.load(); }));
+    int most = 0;
+    meanwhile([&] {
+        RawPeer other(path);
+        other.introduce();
+        int before = -1;
+        for (int i = 1; i <= 30; ++i) {
+            other.send(RawPeer::call(0, "count"));
+            EXPECT_TRUE(other.waitForReplies(i));
+            int count = 0;
+            std::memcpy(&count, other.lastReply().constData() + other.lastReply().size() - 4, 4);
+            if (before >= 0)
+                most = std::max(most, count - before);
+            before = count;
+        }
+    });
+    isOver = true;
+    flooder.join();
+    EXPECT_GT(most, 0);
+    // What one turn takes before it is looked at, and one of each of the others; twenty of each would be
+    // 1260.
+    EXPECT_LE(most, 2 * 63);
+}
+
+TEST_F(LimitsOfPeers, AStreamBeyondTheSixtyFourthIsRefusedWithAReason)
+{
+    meanwhile([&] {
+        std::deque<RawPeer> known;
+        for (int i = 0; i < 64; ++i) {
+            known.emplace_back(path).authenticate();
+            EXPECT_TRUE(known.back().isAnswered());
+        }
+        const MessageStream::Request pong{"/root", "com.dozely.Object", "pong", {}};
+        for (const bool waitsForRefusal : {false, true}) {
+            const auto port = TestPort::client(path);
+            const auto stream = MessageStream::open(*port, 5s);
+            if (waitsForRefusal) { // which has come before the first word is said
+                RawPeer later(path);
+                later.waitForClose();
+            }
+            EXPECT_THROW(stream->callWithin(pong, 5s), MessageStream::Refused);
+            const auto posting = MessageStream::open(*port, 5s);
+            EXPECT_THROW(posting->post(pong, 5s), MessageStream::Refused);
+        }
+        EXPECT_THROW(client()->rootProxy(), NSException);
+        known.pop_back();
+        RawPeer awaited(path); // the place of the one that has gone
+        while (!awaited.isConnected()) {
+        }
+        EXPECT_TRUE(known.front().isAnswered());
+    });
+}
+
+TEST_F(LimitsOfPeers, AMessageTooLargeForTheOtherSideIsRefusedBeforeItIsSent)
+{
+    server = NSConnection::initWithReceivePortSendPort(TestPort::server(path), nullptr);
+    server->setRootObject(&root);
+    const auto proxy = client()->rootProxy();
+    try {
+        proxy->invoke("sizeOf", {QByteArray(4 << 20, 'x')});
+        FAIL() << "nothing was raised";
+    } catch (const NSException &exception) {
+        EXPECT_EQ(exception.name(), NSInvalidArgumentException);
+    }
+    EXPECT_EQ(proxy->invoke("sizeOf", {QByteArray(3 << 20, 'x')}).toInt(), 3 << 20);
+}
+
+TEST_F(LimitsOfPeers, AStreamIsOneDescriptor)
+{
+    for (int i = 0; i < 10; ++i) // the streams of tests before this one close
+        QCoreApplication::processEvents();
+    const int before = descriptors();
+    std::deque<std::shared_ptr<NSConnection>> clients;
+    for (int i = 0; i < 20; ++i) {
+        clients.push_back(client());
+        EXPECT_EQ(clients.back()->rootProxy()->invoke("pong"), QVariant(true));
+    }
+    EXPECT_EQ(descriptors() - before, 2 * 20) << "at each end";
+    clients.clear();
+    EXPECT_TRUE(waitUntil([&] { return descriptors() == before; }));
+}
+
+#include "LimitsOfPeersTest.moc"
