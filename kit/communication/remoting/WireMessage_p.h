@@ -46,16 +46,13 @@ struct DOZELYKIT_AUTOTEST_EXPORT WireMessage {
     void appendTo(QByteArray *bytes) const;
     QByteArray bytes() const
     {
-        QByteArray bytes;
-        appendTo(&bytes);
-        return bytes;
+        QByteArray result;
+        appendTo(&result);
+        return result;
     }
     /// Whether its names and its path are ones, and it has those that its type needs. Who gets a message of
     /// which that is not true closes the stream.
     bool isSound() const;
-
-    /// The message, to be sent. Little-endian.
-    QByteArray bytes() const;
 };
 
 } // namespace dozely

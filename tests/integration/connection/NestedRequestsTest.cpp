@@ -9,8 +9,10 @@
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
 
+#include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -329,13 +331,20 @@ TEST_F(NestedRequests, AreServedWhileTheirOwnRequestIsWaitedFor)
     const QString otherPath = folder.filePath("other");
     const int child = ::fork();
     if (child == 0) {
-        const auto other = NSConnection::initWithReceivePortSendPort(TestPort::server(otherPath), nullptr);
-        const auto back = NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(path));
-        back->setReplyTimeout(500ms);
-        Dialogs answering;
-        answering.onPong = [&] { return back->rootProxy()->invoke("pong").toBool(); };
-        other->setRootObject(&answering);
-        waitUntil([] { return false; }, 60s);
+        // In a thread of its own: the main thread's connections are those of the process that it was.
+        QThread *const thread = QThread::create([&] {
+            const auto other =
+                NSConnection::initWithReceivePortSendPort(TestPort::server(otherPath), nullptr);
+            const auto back =
+                NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(path));
+            back->setReplyTimeout(500ms);
+            Dialogs answering;
+            answering.onPong = [&] { return back->rootProxy()->invoke("pong").toBool(); };
+            other->setRootObject(&answering);
+            QEventLoop().exec();
+        });
+        thread->start();
+        thread->wait(std::chrono::milliseconds(60s).count());
         ::_exit(0);
     }
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(otherPath); }));
