@@ -47,7 +47,7 @@ bool AgentWaits::isReachable(quint32 userId)
     m_scheduler.endWait();
     const milliseconds after = m_clock.steadyTime();
     if (!isReached) {
-        m_letBeUntil.insert(userId, after + restForWork * (after - before));
+        noteFailure(userId, after - before);
         return false;
     }
     m_letBeUntil.remove(userId);
@@ -58,6 +58,11 @@ bool AgentWaits::isReachable(quint32 userId)
             m_scheduler.letGo(wait.key());
     }
     return true;
+}
+
+void AgentWaits::noteFailure(quint32 userId, milliseconds duration)
+{
+    m_letBeUntil.insert(userId, m_clock.steadyTime() + restForWork * duration);
 }
 
 bool AgentWaits::isLetBe(quint32 userId) const
@@ -99,6 +104,15 @@ void AgentWaits::end(const Occurrence &occurrence)
 {
     m_waits.remove(keyOf(occurrence));
     m_scheduler.letGo(keyOf(occurrence));
+    if (m_waits.isEmpty())
+        stopWatching();
+}
+
+void AgentWaits::stopWatching()
+{
+    if (m_sockets)
+        m_sockets.release()->deleteLater(); // it may be what called
+    ++m_attempt;                            // the one that was planned is off
 }
 
 void AgentWaits::noticeChange()
@@ -124,7 +138,7 @@ void AgentWaits::attempt()
         return isGone;
     });
     if (m_waits.isEmpty()) {
-        m_sockets.reset();
+        stopWatching();
         return;
     }
     const QDateTime now = m_clock.currentDate();

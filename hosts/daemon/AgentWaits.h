@@ -41,6 +41,9 @@ public:
     /// starts, since an agent notices that within 10 s.
     bool wait(const Occurrence &occurrence, quint32 userId, qint32 timeOut);
 
+    /// Something that was sent to the agent of `userId` failed after so long: as if it had not answered.
+    void noteFailure(quint32 userId, std::chrono::milliseconds duration);
+
     /// It waits no more, whatever became of it.
     void end(const Occurrence &occurrence);
 
@@ -56,6 +59,7 @@ private:
     using Waits = QHash<OccurrenceRecord::Key, Wait>;
 
     bool isLetBe(quint32 userId) const;
+    void stopWatching();
     void noticeChange();
     void attemptAfter(std::chrono::milliseconds delay);
     void attempt();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
@@ -53,6 +54,7 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr
                                          Clock &clock)
     : m_keeper(keeper),
       m_console(std::move(console)),
+      m_clock(clock),
       m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); }),
       m_waits(clock, keeper.scheduler())
 {
@@ -61,12 +63,20 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr
 void OccurrencePerformer::decide(const QList<Occurrence> &due)
 {
     std::vector<Ready> ready;
+    std::vector<Ready> forSessions;
     for (const Occurrence &occurrence : due) {
         if (occurrence.mayHaveRun) {
             m_keeper.note(occurrence, OccurrenceState::Skipped);
             ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
-        } else if (auto decided = decide(occurrence, Place::AsConfigured, true)) {
-            ready.push_back(*std::move(decided));
+        } else if (const auto possible = examine(occurrence, Place::AsConfigured, true)) {
+            (possible->isForSession ? forSessions : ready).push_back({occurrence, possible->plugIn, {}});
+        }
+    }
+    if (ready.empty()) {
+        for (Ready &one : forSessions) {
+            one.user = reachableUser(one.occurrence, *one.plugIn);
+            if (one.user)
+                ready.push_back(std::move(one));
         }
     }
     begin(std::move(ready));
@@ -74,9 +84,9 @@ void OccurrencePerformer::decide(const QList<Occurrence> &due)
 
 void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
 {
-    if (auto decided = decide(occurrence, Place::Daemon, false)) {
+    if (const auto possible = examine(occurrence, Place::Daemon, false)) {
         m_keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
-        actInDaemon(*decided);
+        actInDaemon({occurrence, possible->plugIn, {}});
     }
 }
 
@@ -100,6 +110,16 @@ void OccurrencePerformer::startNext()
         actInUserAgent(next);
     else
         actInDaemon(next);
+}
+
+/// The others of that user were not sent; they wait like any whose agent cannot be reached.
+void OccurrencePerformer::takeBackThoseFor(quint32 userId)
+{
+    std::erase_if(m_ready, [&](const Ready &ready) {
+        if (ready.user == userId)
+            m_keeper.takeBack(ready.occurrence);
+        return ready.user == userId;
+    });
 }
 
 void OccurrencePerformer::takeBack()
@@ -140,8 +160,8 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
     return {true, user->userId};
 }
 
-std::optional<OccurrencePerformer::Ready> OccurrencePerformer::decide(const Occurrence &occurrence,
-                                                                      Place place, bool mayBeTooLate)
+std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const Occurrence &occurrence,
+                                                                          Place place, bool mayBeTooLate)
 {
     // One that waited for its agent was in time when it began to; how long it may wait is known there.
     const bool hasWaited = m_waits.userOf(occurrence).has_value();
@@ -168,11 +188,10 @@ std::optional<OccurrencePerformer::Ready> OccurrencePerformer::decide(const Occu
                static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
         return {};
     }
-    if (place == Place::Daemon ||
-        !ActionPlace::actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary()))
-        return Ready{occurrence, plugIn, {}};
-    const auto user = reachableUser(occurrence, *plugIn);
-    return user ? std::optional(Ready{occurrence, plugIn, user}) : std::nullopt;
+    const bool isForSession =
+        place == Place::AsConfigured &&
+        ActionPlace::actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary());
+    return Possible{plugIn, isForSession};
 }
 
 Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
@@ -194,9 +213,12 @@ void OccurrencePerformer::actInUserAgent(const Ready &ready)
     const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
     // Once it was sent nobody knows how far it came, so it is not tried again.
+    const auto start = m_clock.steadyTime();
     const bool isReceived = user && user->userId == *ready.user &&
                             postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
     if (!isReceived) {
+        m_waits.noteFailure(*ready.user, m_clock.steadyTime() - start);
+        takeBackThoseFor(*ready.user);
         notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
         return;
     }

@@ -27,7 +27,8 @@ public:
 
     /// Decides what becomes of those that came due or were asked for. One is skipped when it is later than
     /// its plug-in's time-out, and held back in the scheduler while it is for a session whose agent cannot be
-    /// reached. The others are recorded as begun, all of them at once, and then to be started.
+    /// reached. The others are recorded as begun, all of them at once, and then to be started. As an agent
+    /// may take its time to answer, those for sessions stay as they are while there are some for the daemon.
     void decide(const QList<Occurrence> &due);
 
     /// Whether something was decided upon and not started.
@@ -66,8 +67,14 @@ private:
         std::shared_ptr<WDDaemonPlugIn> plugIn;
         std::optional<quint32> user;
     };
-    std::optional<Ready> decide(const Occurrence &occurrence, Place place, bool mayBeTooLate);
+    /// One that is neither skipped nor impossible.
+    struct Possible {
+        std::shared_ptr<WDDaemonPlugIn> plugIn;
+        bool isForSession;
+    };
+    std::optional<Possible> examine(const Occurrence &occurrence, Place place, bool mayBeTooLate);
     void begin(std::vector<Ready> &&ready);
+    void takeBackThoseFor(quint32 userId);
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Ready &ready);
     void actInDaemon(const Ready &ready);
@@ -77,6 +84,7 @@ private:
 
     ScheduleKeeper &m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
+    dozely::Clock &m_clock;
     PlugInLoader m_loader; // outlives the plug-in objects
     RunningActions m_running;
     std::deque<Ready> m_ready; // recorded as begun

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 #include <QTimeZone>
 
+#include <csignal>
 #include <unistd.h>
 
 using testing::ContainsRegex;
@@ -264,6 +265,22 @@ TEST_F(HostsTest, OfManyThatBeginTogetherThoseThatWereNotStartedRunAfterAnOrderl
         EXPECT_EQ(countOf(QString("Probe acts in the daemon: m%1.,").arg(i)), 1) << i;
 }
 
+TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatDoesNotAnswer)
+{
+    startDaemon();
+    startAgent();
+    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    const QDateTime date = soon();
+    writeStore({probeEntry("first", inSession, date), probeEntry("second", inSession, date),
+                probeEntry("daemon", inDaemon, date)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: daemon"));
+    EXPECT_LT(date.msecsTo(QDateTime::currentDateTimeUtc()), 3000) << "an agent is waited for for 5 s";
+    EXPECT_TRUE(logs("\"Name of first\" waits for the agent"));
+    EXPECT_TRUE(logs("\"Name of second\" waits for the agent"));
+    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+    EXPECT_EQ(countOf("Probe acts in the session"), 0);
+}
+
 TEST_F(HostsTest, ADamagedRecordRepeatsNothingAlthoughTheDaemonIsKilledBeforeItSaves)
 {
     startDaemon();
@@ -312,13 +329,17 @@ TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
 {
     startDaemon();
     startDyingAgent();
-    const QVariantMap lost = probeEntry("lost", with(inSession, "Time Out", -3600LL));
-    writeStore({lost});
+    const QVariantMap patient = with(inSession, "Time Out", -3600LL);
+    const QDateTime date = soon();
+    const QVariantMap lost = probeEntry("lost", patient, date);
+    const QVariantMap unsent = probeEntry("unsent", patient, date);
+    writeStore({lost, unsent});
     ASSERT_TRUE(logs(QString("The request to the agent of user %1 failed: ").arg(agentUser())));
     ASSERT_TRUE(logs("\"Name of lost\" was not performed"));
     agent.reset();
     startAgent();
-    writeStore({lost, probeEntry("next", inSession)});
+    EXPECT_TRUE(logs("Probe acts in the session: unsent")) << "it began with the other, and was not sent";
+    writeStore({lost, unsent, probeEntry("next", inSession)});
     ASSERT_TRUE(logs("Probe acts in the session: next"));
     EXPECT_EQ(countOf("could not be reached"), 1) << "only the one that was lost";
     EXPECT_EQ(countOf("Probe acts in the session: lost"), 0) << "who knows how far the first agent came";
