@@ -178,6 +178,11 @@ class Host:
     def descriptors(self):
         return len(os.listdir(f"/proc/{self.pid}/fd"))
 
+    def processor(self):
+        """Seconds that the main thread had a processor so far, and that it could have run but others had them."""
+        with open(f"/proc/{self.pid}/schedstat", encoding="ascii") as file:
+            return [int(nanoseconds) / 1e9 for nanoseconds in file.read().split()[:2]]
+
 
 def settle(hosts, before, memory_room, memory_limit, descriptor_limit):
     """Waits, no longer than the limits (seconds), until memory and descriptors are as before. What they are then."""
