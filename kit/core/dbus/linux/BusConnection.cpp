@@ -61,7 +61,7 @@ Result<BusConnection::Private::Message> BusConnection::Private::makeCall(const M
     Message message(made);
     if (result < 0)
         return busError(result);
-    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
+    if (const auto appended = BusCodec::append(made, signature, arguments); !appended)
         return Error{appended.error().text, failedName};
     return message;
 }
@@ -70,7 +70,7 @@ BusConnection::Reply BusConnection::Private::valuesOf(sd_bus_message *reply)
 {
     if (const sd_bus_error *error = sd_bus_message_get_error(reply))
         return Error{QString::fromUtf8(error->message), error->name};
-    auto values = BusCodec::read(reply, BusCodec::machineBus);
+    auto values = BusCodec::read(reply);
     if (!values)
         return Error{values.error().text, failedName};
     return values;
@@ -175,7 +175,7 @@ Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray 
     const Private::Message message(made);
     if (result < 0)
         return busError(result);
-    if (const auto appended = BusCodec::append(made, signature, arguments, BusCodec::machineBus); !appended)
+    if (const auto appended = BusCodec::append(made, signature, arguments); !appended)
         return Error{appended.error().text, failedName};
     result = sd_bus_send(d->bus.get(), made, nullptr);
     if (result < 0)

@@ -107,7 +107,7 @@ void BusConnection::Private::queueSignal(sd_bus_message *message, std::set<quint
     std::erase_if(hearers, [&](quint64 id) { return !isFrom(listeners.at(id), signal.sender); });
     if (hearers.empty())
         return; // sent to us alone by a stranger: not even read
-    auto arguments = BusCodec::read(message, BusCodec::machineBus);
+    auto arguments = BusCodec::read(message);
     if (!arguments)
         return; // damaged, or with a type that nobody here hears
     signal.arguments = *std::move(arguments);

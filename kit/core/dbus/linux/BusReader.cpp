@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/ObjectPath_p.h"
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
 
@@ -20,7 +19,7 @@ constexpr qsizetype leastSize = 4; // of a value, but for bytes in an array
 class Reader
 {
 public:
-    Reader(sd_bus_message *message, const BusCodec::Rules &rules) : m(message), m_rules(rules) {}
+    explicit Reader(sd_bus_message *message) : m(message) {}
 
     /// What is left in the open container, or in the message itself. `depth` counts the containers around it.
     bool all(QVariantList *values, int depth)
@@ -35,19 +34,16 @@ public:
 
     Error error() const
     {
-        if (m_size > m_rules.budget)
-            return {QStringLiteral("a message of more than %1 bytes").arg(m_rules.budget),
-                    BusCodec::tooLarge};
+        if (m_size > BusCodec::budget)
+            return {QStringLiteral("a message of more than %1 bytes").arg(BusCodec::budget)};
         return {QStringLiteral("a message that is damaged or holds types that are not known")};
     }
 
 private:
-    bool isOurs() const { return m_rules.types == BusCodec::Types::Ours; }
-
     bool spend(qsizetype bytes)
     {
         m_size += bytes;
-        return m_size <= m_rules.budget;
+        return m_size <= BusCodec::budget;
     }
 
     bool value(QVariant *result, int depth)
@@ -62,7 +58,7 @@ private:
         case SD_BUS_TYPE_DICT_ENTRY:
         case SD_BUS_TYPE_VARIANT:
             // A copy: it lies in the message, which is about to move on.
-            return depth < m_rules.depth && container(type, QByteArray(contents), result, depth + 1);
+            return depth < BusCodec::maximumDepth && container(type, QByteArray(contents), result, depth + 1);
         default:
             return basic(type, result);
         }
@@ -74,11 +70,11 @@ private:
         case SD_BUS_TYPE_BOOLEAN:
             return number<int>(type, [&](int v) { *result = v != 0; });
         case SD_BUS_TYPE_BYTE:
-            return number<quint8>(type, [&](quint8 v) { *result = narrow<uint>(v); });
+            return number<quint8>(type, [&](quint8 v) { *result = QVariant::fromValue(v); });
         case SD_BUS_TYPE_INT16:
-            return number<qint16>(type, [&](qint16 v) { *result = narrow<int>(v); });
+            return number<qint16>(type, [&](qint16 v) { *result = QVariant::fromValue(v); });
         case SD_BUS_TYPE_UINT16:
-            return number<quint16>(type, [&](quint16 v) { *result = narrow<uint>(v); });
+            return number<quint16>(type, [&](quint16 v) { *result = QVariant::fromValue(v); });
         case SD_BUS_TYPE_INT32:
             return number<qint32>(type, [&](qint32 v) { *result = v; });
         case SD_BUS_TYPE_UINT32:
@@ -90,15 +86,11 @@ private:
         case SD_BUS_TYPE_DOUBLE:
             return number<double>(type, [&](double v) { *result = v; });
         case SD_BUS_TYPE_STRING:
-            return text(type, [&](const char *v) { *result = QString::fromUtf8(v); });
         case SD_BUS_TYPE_OBJECT_PATH:
-            return text(type, [&](const char *v) {
-                *result = isOurs() ? QVariant::fromValue(ObjectPath{v}) : QVariant(QString::fromUtf8(v));
-            });
         case SD_BUS_TYPE_SIGNATURE:
-            return !isOurs() && text(type, [&](const char *v) { *result = QString::fromUtf8(v); });
+            return text(type, [&](const char *v) { *result = QString::fromUtf8(v); });
         case SD_BUS_TYPE_UNIX_FD:
-            return !isOurs() && descriptor(result);
+            return descriptor(result);
         default:
             return false;
         }
@@ -112,12 +104,6 @@ private:
             return false;
         store(v);
         return true;
-    }
-
-    template<class Wide, class Number>
-    QVariant narrow(Number v) const
-    {
-        return isOurs() ? QVariant::fromValue<Wide>(v) : QVariant::fromValue(v);
     }
 
     template<class Store>
@@ -146,8 +132,6 @@ private:
         const bool isArray = type == SD_BUS_TYPE_ARRAY;
         if (isArray && contents == "y")
             return bytes(result);
-        if (isOurs() && !isOurContainer(type, contents))
-            return false;
         if (sd_bus_message_enter_container(m, type, contents.constData()) <= 0)
             return false;
         if (isArray && (contents.startsWith("{s") || contents.startsWith("{o")))
@@ -157,22 +141,8 @@ private:
         QVariantList values;
         if (!all(&values, depth) || sd_bus_message_exit_container(m) < 0)
             return false;
-        if (isOurs() && type == SD_BUS_TYPE_STRUCT)
-            return date(values, result);
         *result = values;
         return true;
-    }
-
-    static bool isOurContainer(char type, const QByteArray &contents)
-    {
-        switch (type) {
-        case SD_BUS_TYPE_ARRAY:
-            return contents == "v" || contents == "s" || contents == "{sv}" || contents == "{ss}";
-        case SD_BUS_TYPE_STRUCT:
-            return contents == "xis";
-        default:
-            return type == SD_BUS_TYPE_VARIANT;
-        }
     }
 
     bool bytes(QVariant *result)
@@ -202,21 +172,14 @@ private:
         return more == 0;
     }
 
-    static bool date(const QVariantList &parts, QVariant *result)
-    {
-        *result = WireDate{parts[0].toLongLong(), parts[1].toLongLong(), parts[2].toString().toUtf8()}.date();
-        return result->toDateTime().isValid();
-    }
-
     sd_bus_message *m;
-    const BusCodec::Rules &m_rules;
     qsizetype m_size = 0;
 };
 } // namespace
 
-Result<QVariantList> BusCodec::read(sd_bus_message *message, const Rules &rules)
+Result<QVariantList> BusCodec::read(sd_bus_message *message)
 {
-    Reader reader(message, rules);
+    Reader reader(message);
     QVariantList values;
     if (!reader.all(&values, 0))
         return reader.error();

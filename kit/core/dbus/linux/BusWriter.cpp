@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/ObjectPath_p.h"
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 
 #include <QStringList>
@@ -48,7 +47,7 @@ QByteArray inner(const char *type)
 class Writer
 {
 public:
-    Writer(sd_bus_message *message, const BusCodec::Rules &rules) : m(message), m_rules(rules) {}
+    explicit Writer(sd_bus_message *message) : m(message) {}
 
     Error error() const { return m_error; }
 
@@ -66,23 +65,10 @@ public:
         return types.isEmpty() || misfit();
     }
 
-    /// Of the type that the value has.
-    bool argument(const QVariant &argument)
-    {
-        if (isOurs() && argument.userType() == qMetaTypeId<NSNotification>())
-            return notification(argument);
-        if (isOurs() && CborBlock::isNeededFor(argument))
-            return block(argument);
-        const char *const type = typeOf(argument);
-        return type ? value(type, argument, 0) : homeless(argument);
-    }
-
 private:
-    bool isOurs() const { return m_rules.types == BusCodec::Types::Ours; }
-
-    bool fail(const QString &text, const QByteArray &name = {})
+    bool fail(const QString &text)
     {
-        m_error = {text, name};
+        m_error = {text};
         return false;
     }
 
@@ -103,23 +89,22 @@ private:
     bool spend(qsizetype bytes)
     {
         m_size += bytes;
-        return m_size <= m_rules.budget ||
-               fail(QStringLiteral("a message of more than %1 bytes").arg(m_rules.budget),
-                    BusCodec::tooLarge);
+        return m_size <= BusCodec::budget ||
+               fail(QStringLiteral("a message of more than %1 bytes").arg(BusCodec::budget));
     }
 
     /// The type in which a value travels when nobody asked for another; null when there is none.
-    const char *typeOf(const QVariant &value) const
+    static const char *typeOf(const QVariant &value)
     {
         switch (value.typeId()) {
         case QMetaType::Bool:
             return "b";
         case QMetaType::UChar:
-            return isOurs() ? nullptr : "y";
+            return "y";
         case QMetaType::Short:
-            return isOurs() ? "i" : "n";
+            return "n";
         case QMetaType::UShort:
-            return isOurs() ? "i" : "q";
+            return "q";
         case QMetaType::Int:
             return "i";
         case QMetaType::UInt:
@@ -137,10 +122,8 @@ private:
             return "s";
         case QMetaType::QByteArray:
             return "ay";
-        case QMetaType::QDateTime:
-            return isOurs() ? "(xis)" : nullptr;
         case QMetaType::QStringList:
-            return isOurs() ? "av" : "as";
+            return "as";
         case QMetaType::QVariantMap:
             return "a{sv}";
         case QMetaType::QVariantList:
@@ -148,24 +131,19 @@ private:
         case QMetaType::QVariant:
             return "v";
         default:
-            return isOurs() && isPath(value) ? "o" : nullptr;
+            return nullptr;
         }
-    }
-
-    static bool isPath(const QVariant &value)
-    {
-        return value.metaType() == QMetaType::fromType<ObjectPath>();
     }
 
     bool value(const char *type, const QVariant &value, int depth)
     {
         switch (*type) {
         case SD_BUS_TYPE_ARRAY:
-            return depth < m_rules.depth ? array(type + 1, value, depth + 1) : misfit();
+            return depth < BusCodec::maximumDepth ? array(type + 1, value, depth + 1) : misfit();
         case SD_BUS_TYPE_STRUCT_BEGIN:
-            return depth < m_rules.depth ? structure(inner(type), value, depth + 1) : misfit();
+            return depth < BusCodec::maximumDepth ? structure(inner(type), value, depth + 1) : misfit();
         case SD_BUS_TYPE_VARIANT:
-            return depth < m_rules.depth ? variant(value, depth + 1) : misfit();
+            return depth < BusCodec::maximumDepth ? variant(value, depth + 1) : misfit();
         default:
             return basic(*type, value);
         }
@@ -192,11 +170,8 @@ private:
             return number<quint64>(type, value);
         case SD_BUS_TYPE_DOUBLE:
             return number<double>(type, value);
-        case SD_BUS_TYPE_OBJECT_PATH:
-            if (isPath(value))
-                return text(type, value.value<ObjectPath>().path);
-            [[fallthrough]];
         case SD_BUS_TYPE_STRING:
+        case SD_BUS_TYPE_OBJECT_PATH:
         case SD_BUS_TYPE_SIGNATURE:
             return value.metaType() == QMetaType::fromType<QString>() ? text(type, value.toString().toUtf8())
                                                                       : misfit();
@@ -284,68 +259,24 @@ private:
 
     bool structure(const QByteArray &members, const QVariant &value, int depth)
     {
-        const bool isDate = isOurs() && value.typeId() == QMetaType::QDateTime;
-        if (!isDate && value.typeId() != QMetaType::QVariantList)
+        if (value.typeId() != QMetaType::QVariantList)
             return misfit();
-        if (isDate && !value.toDateTime().isValid())
-            return fail(QStringLiteral("a date that is not valid"));
-        return container(SD_BUS_TYPE_STRUCT, members.constData(), structureSize, [&] {
-            return sequence(members, isDate ? parts(WireDate::of(value.toDateTime())) : value.toList(),
-                            depth);
-        });
-    }
-
-    static QVariantList parts(const WireDate &date)
-    {
-        return {QVariant::fromValue(date.milliseconds), static_cast<int>(date.offset),
-                QString::fromUtf8(date.zone)};
-    }
-
-    bool block(const QVariant &value)
-    {
-        const Result<QByteArray> block = CborBlock::encode(value);
-        if (!block)
-            return fail(block.error().text);
-        return bytes(*block);
-    }
-
-    bool notification(const QVariant &value)
-    {
-        const auto notification = value.value<NSNotification>();
-        // The everyday form is three plain arguments, so that any D-Bus client can post one by hand.
-        const bool isPlain = !notification.name().isNull() && CborBlock::isPlainText(notification.name()) &&
-                             notification.object().typeId() == QMetaType::QString &&
-                             !CborBlock::isNeededFor(notification.object()) &&
-                             !CborBlock::isNeededFor(notification.userInfo());
-        if (!isPlain)
-            return block(value);
-        return this->value("s", notification.name(), 0) && this->value("s", notification.object(), 0) &&
-               this->value("a{sv}", notification.userInfo(), 0);
+        return container(SD_BUS_TYPE_STRUCT, members.constData(), structureSize,
+                         [&] { return sequence(members, value.toList(), depth); });
     }
 
     sd_bus_message *m;
-    const BusCodec::Rules &m_rules;
     qsizetype m_size = 0;
     Error m_error;
 };
 } // namespace
 
 Result<void> BusCodec::append(sd_bus_message *message, const QByteArray &signature,
-                              const QVariantList &values, const Rules &rules)
+                              const QVariantList &values)
 {
-    Writer writer(message, rules);
+    Writer writer(message);
     if (!writer.sequence(signature, values, 0))
         return writer.error();
-    return {};
-}
-
-Result<void> BusCodec::append(sd_bus_message *message, const QVariantList &values, const Rules &rules)
-{
-    Writer writer(message, rules);
-    for (const QVariant &value : values) {
-        if (!writer.argument(value))
-            return writer.error();
-    }
     return {};
 }
 
