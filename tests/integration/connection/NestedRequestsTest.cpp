@@ -58,6 +58,12 @@ public:
         }
         return true;
     }
+    /// More than a socket holds.
+    NS_REMOTE Q_INVOKABLE QByteArray data()
+    {
+        ++pongs;
+        return QByteArray(900'000, 'x');
+    }
     NS_REMOTE Q_INVOKABLE bool throwNumber() { throw 42; }
 
     Q_INVOKABLE void answer()
@@ -222,6 +228,35 @@ TEST_F(NestedRequests, AStreamIsNotIdleWhileItsRequestWaitsForOthersToEnd)
             EXPECT_TRUE(peer.waitForReplies(1));
     });
     EXPECT_EQ(root.deepest, 8);
+}
+
+TEST_F(NestedRequests, WhoWaitsForOthersToEndStillGetsWhatHeIsOwed)
+{
+    serve({.idleLimit = 300ms, .trustsOwnUser = false});
+    meanwhile([&] {
+        std::deque<RawPeer> asking;
+        const auto ask = [&](int open) {
+            asking.emplace_back(path).introduce();
+            asking.back().send(RawPeer::call(0, "ask"));
+            EXPECT_TRUE(holdsSoon([&] { return root.open == open; }));
+        };
+        for (int i = 1; i <= 7; ++i)
+            ask(i);
+        RawPeer peer(path);
+        peer.introduce();
+        peer.send(RawPeer::call(0, "data"));
+        EXPECT_TRUE(holdsSoon([&] { return root.pongs == 1; }));
+        ask(8);
+        peer.send(RawPeer::call(0));
+        RawPeer idle(path); // meanwhile it is found that this request has to wait
+        idle.introduce();
+        idle.waitForClose();
+        EXPECT_TRUE(peer.waitForReplies(1));
+        EXPECT_EQ(root.open, 8);
+        EXPECT_EQ(root.pongs, 1);
+        answerDialogs();
+        EXPECT_TRUE(peer.waitForReplies(2));
+    });
 }
 
 TEST_F(NestedRequests, NestEightDeepHoweverManyThereAreAndAllAreAnsweredInTheEnd)

@@ -102,8 +102,8 @@ void StreamLoop::watchListener(quint64 id, Entry &entry)
 
 void StreamLoop::setEvents(quint64 id, short events)
 {
-    if (const auto entry = m_entries.find(id); entry != m_entries.end() && !entry->second.isParked)
-        watch(id, entry->second, events);
+    if (const auto entry = m_entries.find(id); entry != m_entries.end())
+        watch(id, entry->second, static_cast<short>(entry->second.isParked ? events & ~POLLIN : events));
 }
 
 void StreamLoop::setDeadline(quint64 id, std::optional<Moment> deadline)
@@ -255,7 +255,7 @@ bool StreamLoop::mayServe(quint64 id, bool isOwnRequest)
     if (m_served < deepestServing || (isOwnRequest && m_waitsForReply))
         return true;
     if (const auto entry = m_entries.find(id); entry != m_entries.end() && !entry->second.isParked) {
-        watch(id, entry->second, 0);
+        watch(id, entry->second, static_cast<short>(entry->second.events & ~POLLIN));
         entry->second.isParked = true;
         m_parked.push_back(id);
     }

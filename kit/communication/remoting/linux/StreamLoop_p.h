@@ -62,9 +62,9 @@ public:
     /// Runs `action` from the event loop; in a thread without one, as soon as nothing waits any more.
     void callFromLoop(std::function<void()> action);
 
-    /// Whether one more request may be served within those that are. If not, the source is to wait: it is not
-    /// looked at until one of them has ended, and then gets a turn. What this process asks itself while it
-    /// waits for the answer is served at any depth: it would wait for ever.
+    /// Whether one more request may be served within those that are. If not, the source is to wait: nothing
+    /// is read of it until one of them has ended, and then it gets a turn. What this process asks itself
+    /// while it waits for the answer is served at any depth: it would wait for ever.
     bool mayServe(quint64 id, bool isOwnRequest);
 
     /// Counts a request for as long as it is served.
