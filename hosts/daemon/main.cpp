@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/ConsoleUser.h"
+#include "DozelyKit/system/machine/ProcessPriority.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/events/EventScriptFunction.h"
@@ -45,6 +46,7 @@ int main(int argc, char **argv)
     ZDRPowerManager::sharedInstance(); // from here on SIGTERM is what a power-off is
     application.quitAtPowerOff();
 
+    ProcessPriority::raiseTo(ProcessPriority::beforeUsers); // what is due is due, whatever users' programs do
     ZDRLog("dozelyd started");
     EventScriptFunction::registerFunction();
     Port<AEProcesses>::current()->prepare(); // the users' agents may not

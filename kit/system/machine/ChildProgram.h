@@ -20,8 +20,8 @@ class RunningProgram;
 
 /// A program that is run beside this one. It leads a session of its own; standard input and error are
 /// /dev/null, and so is standard output unless it is read; no other descriptor, no blocked or ignored signal
-/// and no environment variable but the given ones reaches it. Its limit of open descriptors is the one that
-/// this process had before DescriptorLimit raised its own.
+/// and no environment variable but the given ones reaches it. Its limit of open descriptors and its
+/// nice value are those that this process had before DescriptorLimit and ProcessPriority raised its own.
 ///
 /// THREADING: any thread, without an event loop, but for `start`.
 struct DOZELYKIT_EXPORT ChildProgram {

@@ -3,8 +3,13 @@
 
 #include "DozelyKit/communication/remoting/linux/PerThread_p.h"
 #include "DozelyKit/communication/remoting/linux/StreamState_p.h"
+#include "DozelyKit/core/foundation/Clock.h"
+
+#include <QCoreApplication>
+#include <QThread>
 
 #include <algorithm>
+#include <malloc.h>
 
 namespace dozely
 {
@@ -18,6 +23,9 @@ constexpr qsizetype inputOfUser = 768 << 10;
 constexpr qsizetype inputOfAll = 12 << 20;
 constexpr qsizetype outputOfUser = 1 << 20;
 constexpr qsizetype outputOfAll = 16 << 20;
+constexpr qsizetype useOfStream = 16 << 10; // of memory, by all that comes and goes with it
+constexpr qsizetype useWorthGivingBack = 4 << 20;
+constexpr std::chrono::seconds lullBeforeGivingBack(10);
 } // namespace
 
 AcceptedStreams::AcceptedStreams() : m_input(inputOfUser, inputOfAll), m_output(outputOfUser, outputOfAll) {}
@@ -75,6 +83,7 @@ void AcceptedStreams::remove(Stream *stream, quint32 userId)
     --m_count;
     if (own->second.empty())
         m_streams.erase(own);
+    giveMemoryBackAfter(useOfStream);
 }
 
 bool AcceptedStreams::takeInput(Stream *stream, quint32 userId, qsizetype bytes)
@@ -88,10 +97,26 @@ bool AcceptedStreams::takeInput(Stream *stream, quint32 userId, qsizetype bytes)
 void AcceptedStreams::giveInput(quint32 userId, qsizetype bytes)
 {
     m_input.give(userId, bytes);
+    giveMemoryBackAfter(bytes);
     for (const auto &waiting : std::exchange(m_waiting, {})) {
         if (const auto stream = waiting.lock())
             stream->serviceLater();
     }
+}
+
+// What messages of strangers became stays with the allocator in pieces, after an attack some 15 MiB.
+void AcceptedStreams::giveMemoryBackAfter(qsizetype use)
+{
+    m_used += use;
+    if (m_used < useWorthGivingBack || m_willGiveBack || !QCoreApplication::instance() ||
+        QThread::currentThread() != QCoreApplication::instance()->thread())
+        return;
+    m_willGiveBack = true;
+    Port<Clock>::current()->callAfter(lullBeforeGivingBack, QCoreApplication::instance(), [this] {
+        m_willGiveBack = false;
+        m_used = 0;
+        ::malloc_trim(0);
+    });
 }
 
 } // namespace dozely

@@ -39,10 +39,13 @@ public:
 private:
     Stream *oldestUnidentified(const std::vector<Stream *> &streams) const;
     bool makeRoomAmongAll(quint32 userId);
+    void giveMemoryBackAfter(qsizetype use);
 
     std::map<quint32, std::vector<Stream *>> m_streams; ///< Of each user the oldest first.
     size_t m_count = 0;
     std::set<std::weak_ptr<Stream>, std::owner_less<>> m_waiting; ///< For room for a message.
+    qsizetype m_used = 0; ///< Of memory, roughly, since it was last given back.
+    bool m_willGiveBack = false;
     ByteQuota m_input;
     ByteQuota m_output;
 

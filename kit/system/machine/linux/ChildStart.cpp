@@ -2,6 +2,7 @@
 #include "DozelyKit/system/machine/linux/ChildStart_p.h"
 
 #include "DozelyKit/system/machine/linux/DescriptorLimit_p.h"
+#include "DozelyKit/system/machine/linux/ProcessPriority_p.h"
 
 #include <QFile>
 
@@ -68,6 +69,7 @@ ChildStart::Failure ChildStart::become(int output) const
     if (::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) != 0)
         return {"close_range", errno};
     DescriptorLimit::giveBackInChild();
+    ProcessPriority::giveBackInChild();
     if (::chdir(m_folder.constData()) != 0 && (m_needsFolder || ::chdir("/") != 0))
         return {"chdir", errno};
     ::execve(m_path.constData(), m_argumentVector.data(), m_environmentVector.data());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/DescriptorLimit.h"
+#include "DozelyKit/system/machine/ProcessPriority.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
 
 #include "support/PrintTo.h"
@@ -285,4 +286,22 @@ TEST(ChildProgram, HasTheLimitOfDescriptorsThatWasThereBeforeItWasRaised)
     ASSERT_GT(limit.rlim_max, 256u);
     EXPECT_EQ(outputOf(shell("ulimit -S -n; ulimit -H -n")),
               "256\n" + QByteArray::number(static_cast<quint64>(limit.rlim_max)) + '\n');
+}
+
+TEST(ChildProgram, HasTheNiceValueThatWasThereBeforeThisProcessRaisedItsOwn)
+{
+    // In a process of its own, which begins at a value that anybody may leave upwards or nobody.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::setpriority(PRIO_PROCESS, 0, 3);
+        ProcessPriority::raiseTo(7); // is no raise
+        const bool isKept = ::getpriority(PRIO_PROCESS, 0) == 3;
+        ProcessPriority::raiseTo(ProcessPriority::beforeUsers);
+        const int raised = ::getpriority(PRIO_PROCESS, 0);
+        const bool isRaised = raised == ProcessPriority::beforeUsers || (::geteuid() != 0 && raised == 3);
+        ::_exit(isKept && isRaised && outputOf(shell("nice")) == "3\n" ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
 }
