@@ -342,6 +342,27 @@ TEST_F(NestedRequests, GoOnWhateverTheDelegateThrows)
     });
 }
 
+TEST_F(NestedRequests, GoOnWhateverTheCheckOfPeersThrows)
+{
+    int asked = 0;
+    server->setPeerCheck([&](const NSConnection::Peer &) -> bool {
+        ++asked;
+        throw 42;
+    });
+    meanwhile([&] {
+        for (int i = 0; i < 100; ++i)
+            RawPeer(path).waitForClose();
+    });
+    EXPECT_EQ(asked, 100);
+    server->setPeerCheck({});
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        peer.send(RawPeer::call(0));
+        EXPECT_TRUE(peer.waitForReplies(1));
+    });
+}
+
 TEST_F(NestedRequests, GoOnWhateverAnObserverOfNewConnectionsThrows)
 {
     Thrower observer;

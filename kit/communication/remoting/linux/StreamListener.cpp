@@ -68,10 +68,20 @@ struct StreamListener::Private final : StreamLoop::Source {
         return true;
     }
 
+    // Whatever the check throws: a stream is not taken in that nobody wanted.
+    bool isWelcome(const NSConnection::Peer &peer) const
+    {
+        try {
+            return !m_isWelcome || m_isWelcome(peer);
+        } catch (...) {
+            return false;
+        }
+    }
+
     void take(int descriptor)
     {
         const auto peer = peerCredentials(descriptor);
-        if (!peer || (m_isWelcome && !m_isWelcome(*peer))) {
+        if (!peer || !isWelcome(*peer)) {
             ::close(descriptor);
             return;
         }
