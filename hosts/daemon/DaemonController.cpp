@@ -81,10 +81,19 @@ void DaemonController::waitForNext()
     m_power.updateSoon();
 }
 
+/// What has begun is started first, unless it was asked for and something has come due by its date.
+QList<Occurrence> DaemonController::dueNow() const
+{
+    if (m_performer.hasMore() && !m_performer.isNextAskedFor())
+        return {};
+    const QList<Occurrence> due = m_keeper.scheduler().due().mid(0, mostInATurn);
+    const bool isAskedFor = !due.isEmpty() && due.first().isAskedFor;
+    return m_performer.hasMore() && isAskedFor ? QList<Occurrence>() : due;
+}
+
 void DaemonController::performDue()
 {
-    const QList<Occurrence> due =
-        m_performer.hasMore() ? QList<Occurrence>() : m_keeper.scheduler().due().mid(0, mostInATurn);
+    const QList<Occurrence> due = dueNow();
     m_performer.decide(due);
     // Each is started in a turn of its own, so that requests and signals are served in between.
     if (m_performer.hasMore())

@@ -36,6 +36,7 @@ public:
 private:
     void rereadStore();
     void waitForNext();
+    QList<Occurrence> dueNow() const;
     void performDue();
     void announceNext();
 

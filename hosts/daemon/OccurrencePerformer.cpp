@@ -14,6 +14,7 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <iterator>
 
 using namespace dozely;
@@ -99,7 +100,13 @@ void OccurrencePerformer::begin(std::vector<Ready> &&ready)
     }
     if (!beginnings.isEmpty())
         m_keeper.noteBegun(beginnings);
-    std::move(ready.begin(), ready.end(), std::back_inserter(m_ready));
+    // What is due by its date goes before what somebody asked for.
+    const bool goesAhead = !ready.empty() && !ready.front().occurrence.isAskedFor;
+    const auto place = goesAhead
+                           ? std::find_if(m_ready.begin(), m_ready.end(),
+                                          [](const Ready &other) { return other.occurrence.isAskedFor; })
+                           : m_ready.end();
+    m_ready.insert(place, std::make_move_iterator(ready.begin()), std::make_move_iterator(ready.end()));
 }
 
 void OccurrencePerformer::startNext()

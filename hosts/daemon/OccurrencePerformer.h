@@ -33,6 +33,8 @@ public:
 
     /// Whether something was decided upon and not started.
     bool hasMore() const { return !m_ready.empty(); }
+    /// Whether what startNext would start is nothing that came due by its date.
+    bool isNextAskedFor() const { return hasMore() && m_ready.front().occurrence.isAskedFor; }
 
     /// Starts the next.
     void startNext();

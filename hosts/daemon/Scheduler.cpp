@@ -84,14 +84,22 @@ QList<Occurrence> Scheduler::due() const
             due += Occurrence{schedule, schedule.date,
                               m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
     }
-    for (const OccurrenceRecord::Key &key : m_record.asked()) {
-        const auto schedule = m_heldBack.contains(key) ? std::nullopt : this->schedule(key.first);
-        if (schedule)
-            due += Occurrence{*schedule, key.second, false, true};
-    }
+    if (due.isEmpty())
+        due = askedFor();
     std::stable_sort(due.begin(), due.end(),
                      [](const Occurrence &a, const Occurrence &b) { return a.date < b.date; });
     return due;
+}
+
+QList<Occurrence> Scheduler::askedFor() const
+{
+    QList<Occurrence> asked;
+    for (const OccurrenceRecord::Key &key : m_record.asked()) {
+        const auto schedule = m_heldBack.contains(key) ? std::nullopt : this->schedule(key.first);
+        if (schedule)
+            asked += Occurrence{*schedule, key.second, false, true};
+    }
+    return asked;
 }
 
 std::chrono::seconds Scheduler::lateness(const Occurrence &occurrence) const

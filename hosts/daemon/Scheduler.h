@@ -50,8 +50,9 @@ public:
     /// The date of the earliest occurrence that due will give, which may be past; absent when there is none.
     std::optional<QDateTime> nextDate() const;
 
-    /// The open occurrences whose date has come and those that are asked for, earliest first, in the order of
-    /// the store where dates are equal; without those that are held back.
+    /// The open occurrences whose date has come; when there are none, those that are asked for: what somebody
+    /// orders, however often, comes after what is due by its date. Earliest first, in the order of the store
+    /// where dates are equal; without those that are held back.
     QList<Occurrence> due() const;
 
     /// Holds a due occurrence back, or no more.
@@ -113,6 +114,8 @@ public:
     bool isOpen(const Schedule &schedule) const;
 
 private:
+    QList<Occurrence> askedFor() const;
+
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;

@@ -78,6 +78,25 @@ TEST_F(OccurrencePerformerTest, RecordsAllAsBegunBeforeAnyIsStarted)
     EXPECT_TRUE(record.dates("1").isEmpty()) << "it has certainly not begun";
 }
 
+TEST_F(OccurrencePerformerTest, StartsWhatIsDueByItsDateBeforeWhatWasAskedFor)
+{
+    makeProbe();
+    Occurrence asked = probe({});
+    asked.schedule.identifier = "asked";
+    asked.schedule.name = "asked for";
+    asked.isAskedFor = true;
+    performer.decide({asked});
+    EXPECT_TRUE(performer.isNextAskedFor());
+    performer.decide({probe({})});
+    EXPECT_FALSE(performer.isNextAskedFor());
+    performer.startNext();
+    EXPECT_THAT(messages(), testing::Contains(QString("Schedule \"Name of a\" acts in the daemon")));
+    EXPECT_THAT(messages(), Not(testing::Contains(QString("Schedule \"asked for\" acts in the daemon"))));
+    EXPECT_TRUE(performer.isNextAskedFor());
+    performer.startNext();
+    EXPECT_FALSE(performer.hasMore());
+}
+
 TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
 {
     makeProbe();

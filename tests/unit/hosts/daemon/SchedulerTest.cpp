@@ -50,6 +50,16 @@ TEST_F(SchedulerTest, GivesWhatIsDueEarliestFirstAndEqualDatesInTheOrderOfTheSto
     EXPECT_EQ(due(), QStringList({"a", "c", "b"}));
 }
 
+TEST_F(SchedulerTest, GivesWhatIsAskedForWhenNothingIsDueByItsDate)
+{
+    scheduler.setSchedules({schedule("asked", noon().addDays(1)), schedule("due", noon().addSecs(1))});
+    scheduler.noteAsked(scheduler.makeOccurrenceNow(*scheduler.schedule("asked")), 1000);
+    clock.advance(1s);
+    ASSERT_EQ(due(), QStringList{"due"});
+    scheduler.note(scheduler.due().first(), OccurrenceState::Done);
+    EXPECT_EQ(due(), QStringList{"asked"});
+}
+
 TEST_F(SchedulerTest, IsDueAtItsVeryDate)
 {
     scheduler.setSchedules({schedule("a", noon().addSecs(1))});
