@@ -16,7 +16,7 @@ namespace dozely
 /// Everybody may write the folder, so nothing here trusts a name in it: entries are reached through
 /// descriptors and no symbolic link is followed. What somebody has put there, of whatever size, is moved
 /// aside in one rename: into "com.dozely.removed" beside the folder, which root alone can enter, and is
-/// removed from there in the event loop, a slice at a time (SlicedWork). Who may not do that moves it aside
+/// removed from there behind all else (BackgroundWork). Who may not do that moves it aside
 /// within the folder, for root to find (SocketFolderWatch).
 ///
 /// THREADING: any thread. BLOCKING: for a few system calls.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/SocketFolder_p.h"
 
-#include "DozelyKit/communication/channel/linux/SlicedWork_p.h"
+#include "DozelyKit/communication/channel/linux/BackgroundWork_p.h"
 #include "DozelyKit/communication/channel/linux/TreeRemover_p.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/linux/Descriptor_p.h"
@@ -76,7 +76,7 @@ Removal &removal()
     return *only;
 }
 
-/// Removes what is in the folder of what was moved aside, and that folder, from the event loop.
+/// Removes what is in the folder of what was moved aside, and that folder, behind all else.
 void removeWhatWasMovedAside(Descriptor parent)
 {
     {
@@ -88,7 +88,7 @@ void removeWhatWasMovedAside(Descriptor parent)
         removal().isRunning = true;
     }
     auto remover = std::make_shared<TreeRemover>(std::move(parent), removedName);
-    SlicedWork::add([remover = std::move(remover)](SlicedWork::Moment until) mutable {
+    BackgroundWork::add([remover = std::move(remover)](BackgroundWork::Moment until) mutable {
         if (remover->work(until) == TreeRemover::State::Working)
             return true;
         const std::lock_guard guard(removal().mutex);

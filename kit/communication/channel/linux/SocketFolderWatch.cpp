@@ -4,7 +4,7 @@
 #include "DozelyKit/communication/channel/SocketFolder_p.h"
 #include "DozelyKit/communication/channel/WDCommunicationCenter_p.h"
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
-#include "DozelyKit/communication/channel/linux/SlicedWork_p.h"
+#include "DozelyKit/communication/channel/linux/BackgroundWork_p.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
@@ -12,6 +12,7 @@
 #include <QFile>
 
 #include <dirent.h>
+#include <mutex>
 #include <sys/stat.h>
 
 namespace dozely
@@ -50,7 +51,7 @@ public:
     {
     }
 
-    bool work(SlicedWork::Moment until)
+    bool work(BackgroundWork::Moment until)
     {
         while (m_listing) {
             const dirent *const entry = ::readdir(m_listing.get());
@@ -105,26 +106,36 @@ private:
     /// One at a time; what comes after it has passed is told again, or swept after it.
     void sweep()
     {
-        *m_sweepsAgain = true;
-        if (std::exchange(*m_isSweeping, true))
-            return;
-        SlicedWork::add([sweep = std::shared_ptr<Sweep>(), folder = path(), isSweeping = m_isSweeping,
-                         again = m_sweepsAgain](SlicedWork::Moment until) mutable {
+        {
+            const std::lock_guard guard(m_sweeping->mutex);
+            m_sweeping->isWantedAgain = true;
+            if (std::exchange(m_sweeping->isGoingOn, true))
+                return;
+        }
+        BackgroundWork::add([sweep = std::shared_ptr<Sweep>(), folder = path(),
+                             state = m_sweeping](BackgroundWork::Moment until) mutable {
             if (!sweep) {
-                *again = false;
+                const std::lock_guard guard(state->mutex);
+                state->isWantedAgain = false;
                 sweep = std::make_shared<Sweep>(folder);
             }
             if (sweep->work(until))
                 return true;
             sweep.reset();
-            *isSweeping = *again;
-            return *again;
+            const std::lock_guard guard(state->mutex);
+            state->isGoingOn = state->isWantedAgain;
+            return state->isGoingOn;
         });
     }
 
+    struct Sweeping {
+        std::mutex mutex;
+        bool isGoingOn = false;
+        bool isWantedAgain = false;
+    };
+
     const std::function<void()> m_changed;
-    const std::shared_ptr<bool> m_isSweeping = std::make_shared<bool>(false);
-    const std::shared_ptr<bool> m_sweepsAgain = std::make_shared<bool>(false);
+    const std::shared_ptr<Sweeping> m_sweeping = std::make_shared<Sweeping>();
     FolderWatch m_watch;
 };
 } // namespace
