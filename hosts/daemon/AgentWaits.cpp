@@ -17,6 +17,9 @@ namespace
 /// An agent whose socket is gone notices within 10 s and is back 0.1 s later.
 constexpr milliseconds timeToComeBack = std::chrono::seconds(15);
 
+/// So long an agent that has answered is taken to be there.
+constexpr milliseconds answerHolds = std::chrono::minutes(1);
+
 constexpr milliseconds firstDelay(250);
 constexpr milliseconds longestDelay(2000);
 
@@ -41,6 +44,9 @@ bool AgentWaits::isReachable(quint32 userId)
 {
     if (isLetBe(userId))
         return false;
+    const auto last = m_lastAnswer.constFind(userId);
+    if (last != m_lastAnswer.cend() && m_clock.steadyTime() - *last < answerHolds)
+        return true;
     const milliseconds before = m_clock.steadyTime();
     m_scheduler.beginWait();
     const bool isReached = WDCommunicationCenter::sharedInstance()->pingAgentOfUser(userId);
@@ -50,8 +56,7 @@ bool AgentWaits::isReachable(quint32 userId)
         noteFailure(userId, after - before);
         return false;
     }
-    m_letBeUntil.remove(userId);
-    m_everReached += userId;
+    noteAnswer(userId);
     m_delay = firstDelay;
     for (auto wait = m_waits.cbegin(); wait != m_waits.cend(); ++wait) {
         if (wait->userId == userId)
@@ -60,8 +65,16 @@ bool AgentWaits::isReachable(quint32 userId)
     return true;
 }
 
+void AgentWaits::noteAnswer(quint32 userId)
+{
+    m_letBeUntil.remove(userId);
+    m_everReached += userId;
+    m_lastAnswer.insert(userId, m_clock.steadyTime());
+}
+
 void AgentWaits::noteFailure(quint32 userId, milliseconds duration)
 {
+    m_lastAnswer.remove(userId);
     m_letBeUntil.insert(userId, m_clock.steadyTime() + restForWork * duration);
 }
 

@@ -14,7 +14,9 @@
 ///
 /// Whether an agent is there is found out by a ping, before anything of an occurrence is sent and before the
 /// record says "begun": so what waits has certainly not been performed, nor does waiting lose it when the
-/// daemon ends meanwhile. An occurrence that was sent is never sent again.
+/// daemon ends meanwhile. One that has answered within the last minute is not asked first: when it cannot be
+/// reached all the same, nothing was sent to it, and "begun" is taken back. An occurrence that was sent is
+/// never sent again.
 ///
 /// What waits is held back in the scheduler. It is let go, for `tryAgain`, when something changes in the
 /// folder of sockets, and every now and then in any case.
@@ -28,8 +30,8 @@ public:
     AgentWaits(dozely::Clock &clock, Scheduler &scheduler);
     ~AgentWaits() override;
 
-    /// Whether the agent of `userId` answers. One that took long not to answer is let be for ten times as
-    /// long. BLOCKING: as a ping of WDCommunicationCenter.
+    /// Whether the agent of `userId` answers, or has answered lately. One that took long not to answer is let
+    /// be for ten times as long. BLOCKING: as a ping of WDCommunicationCenter.
     bool isReachable(quint32 userId);
 
     /// The user whose agent an occurrence waits for; absent when it does not wait.
@@ -41,7 +43,11 @@ public:
     /// starts, since an agent notices that within 10 s.
     bool wait(const Occurrence &occurrence, quint32 userId, qint32 timeOut);
 
-    /// Something that was sent to the agent of `userId` failed after so long: as if it had not answered.
+    /// The agent of `userId` has answered just now.
+    void noteAnswer(quint32 userId);
+
+    /// Something that was to be sent to the agent of `userId` failed after so long: as if it had not
+    /// answered.
     void noteFailure(quint32 userId, std::chrono::milliseconds duration);
 
     /// It waits no more, whatever became of it.
@@ -68,7 +74,8 @@ private:
     Scheduler &m_scheduler;
     const std::chrono::milliseconds m_start;
     Waits m_waits;
-    QSet<quint32> m_everReached; // by this daemon
+    QHash<quint32, std::chrono::milliseconds> m_lastAnswer; // absent after a failure
+    QSet<quint32> m_everReached;                            // by this daemon
     QHash<quint32, std::chrono::milliseconds> m_letBeUntil;
     std::unique_ptr<StoreWatcher> m_sockets; // while something waits
     std::chrono::milliseconds m_delay;       // until the next attempt

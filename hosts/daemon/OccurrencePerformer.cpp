@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
@@ -219,18 +220,37 @@ void OccurrencePerformer::actInUserAgent(const Ready &ready)
 {
     const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
-    // Once it was sent nobody knows how far it came, so it is not tried again.
     const auto start = m_clock.steadyTime();
-    const bool isReceived = user && user->userId == *ready.user &&
-                            postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
+    const bool isThere = user && user->userId == *ready.user;
+    const bool isReceived =
+        isThere && postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
     if (!isReceived) {
         m_waits.noteFailure(*ready.user, m_clock.steadyTime() - start);
         takeBackThoseFor(*ready.user);
-        notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
+        // Once it was sent nobody knows how far it came, so it is not tried again.
+        const bool isNotSent = !isThere || WDCommunicationCenter::lastPostOutcome() ==
+                                               WDCommunicationCenter::PostOutcome::NotSent;
+        if (isNotSent)
+            waitForAgent(ready);
+        else
+            notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
         return;
     }
+    m_waits.noteAnswer(*ready.user);
     m_keeper.note(ready.occurrence, OccurrenceState::Done, *ready.user);
     ZDRLog("%@ was handed to the agent of user %u", labelOf(ready.occurrence), *ready.user);
+}
+
+/// It is as if nothing had been begun.
+void OccurrencePerformer::waitForAgent(const Ready &ready)
+{
+    qint32 timeOut = 0;
+    const auto thrown = GuardedPosting::guardPlugIn([&] { timeOut = ready.plugIn->timeOut(); });
+    m_keeper.takeBack(ready.occurrence);
+    if (thrown || !m_waits.wait(ready.occurrence, *ready.user, timeOut))
+        notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
+    else
+        ZDRLog("%@ waits for the agent of user %u", labelOf(ready.occurrence), *ready.user);
 }
 
 /// The user at the console whose agent answers. Absent when the occurrence waits for one, or its

@@ -76,6 +76,7 @@ private:
     };
     std::optional<Possible> examine(const Occurrence &occurrence, Place place, bool mayBeTooLate);
     void begin(std::vector<Ready> &&ready);
+    void waitForAgent(const Ready &ready);
     void takeBackThoseFor(quint32 userId);
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Ready &ready);

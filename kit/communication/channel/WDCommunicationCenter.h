@@ -103,6 +103,15 @@ public:
     bool postNotificationToAgentOfUser(const NSNotification &notification, quint32 userId);
     bool postNotificationToPrefPaneOfUser(const NSNotification &notification, quint32 userId);
 
+    /// What became of a post, as far as it is known here.
+    enum class PostOutcome {
+        Answered, ///< The target's observers have run.
+        NotSent,  ///< The target has certainly not had it, nor will it.
+        Unknown,  ///< The target may have had it.
+    };
+    /// That of the calling thread's latest post, whether it returned or raised; NotSent before the first.
+    static PostOutcome lastPostOutcome();
+
     /// The receiving side: posts a copy into the default WDNotificationCenter on the main thread, waits until
     /// the observers have run, and answers true.
     NS_REMOTE Q_INVOKABLE bool postNotification(const NSNotification &notification);

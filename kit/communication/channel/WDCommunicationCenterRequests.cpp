@@ -3,6 +3,7 @@
 
 #include "DozelyKit/communication/channel/WDCommunicationCenter_p.h"
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
+#include "DozelyKit/communication/remoting/MessageStream_p.h"
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
@@ -83,16 +84,40 @@ bool answerToPing(const std::shared_ptr<NSDistantObject> &proxy)
     }
 }
 
-// Lets what the target raises pass.
-bool answerToPost(const std::shared_ptr<NSDistantObject> &proxy, const NSNotification &notification)
+thread_local auto latestOutcome = WDCommunicationCenter::PostOutcome::NotSent;
+
+// What becomes of a post, told when it is over: others may be made from within it.
+class Outcome
 {
+public:
+    Outcome() = default;
+    ~Outcome() { latestOutcome = value; }
+    Outcome(const Outcome &) = delete;
+    Outcome &operator=(const Outcome &) = delete;
+
+    WDCommunicationCenter::PostOutcome value = WDCommunicationCenter::PostOutcome::NotSent;
+};
+
+// Lets what the target raises pass.
+bool answerToPost(const std::shared_ptr<NSDistantObject> &proxy, const NSNotification &notification,
+                  Outcome &outcome)
+{
+    using enum WDCommunicationCenter::PostOutcome;
     if (!proxy)
         return false;
     const auto center = NSDistantObject::asProxy(proxy->invoke(centre));
     if (!center)
         return false;
     center->setProtocolForProxy(centerProtocol());
-    return center->invoke("postNotification", {QVariant::fromValue(notification)}).toBool();
+    outcome.value = Unknown;
+    try {
+        const bool answer = center->invoke("postNotification", {QVariant::fromValue(notification)}).toBool();
+        outcome.value = Answered;
+        return answer;
+    } catch (const MessageStream::NotHandedOver &) {
+        outcome.value = NotSent; // what is left of it goes with the connection
+        throw;
+    }
 }
 } // namespace
 
@@ -246,20 +271,27 @@ bool WDCommunicationCenter::pingPrefPaneOfUser(quint32 userId)
 
 // What a post raises passes, and the lock stays taken: hence no guard object that would release it.
 
+WDCommunicationCenter::PostOutcome WDCommunicationCenter::lastPostOutcome()
+{
+    return latestOutcome;
+}
+
 bool WDCommunicationCenter::postNotificationToDaemon(const NSNotification &notification)
 {
+    Outcome outcome;
     if (!d->observer || !lockDaemonAccess())
         return false;
-    const bool answer = answerToPost(daemonObject(centre), notification);
+    const bool answer = answerToPost(daemonObject(centre), notification, outcome);
     unlockDaemonAccess();
     return answer;
 }
 
 bool WDCommunicationCenter::postNotificationToAgentOfUser(const NSNotification &notification, quint32 userId)
 {
+    Outcome outcome;
     if (!d->observer || !lockAgentAccessForUser(userId))
         return false;
-    const bool answer = answerToPost(agentObjectOfUser(userId, centre), notification);
+    const bool answer = answerToPost(agentObjectOfUser(userId, centre), notification, outcome);
     unlockAgentAccessForUser(userId);
     return answer;
 }
@@ -267,9 +299,10 @@ bool WDCommunicationCenter::postNotificationToAgentOfUser(const NSNotification &
 bool WDCommunicationCenter::postNotificationToPrefPaneOfUser(const NSNotification &notification,
                                                              quint32 userId)
 {
+    Outcome outcome;
     if (!d->observer || !lockPrefPaneAccessForUser(userId))
         return false;
-    const bool answer = answerToPost(prefPaneObjectOfUser(userId, centre), notification);
+    const bool answer = answerToPost(prefPaneObjectOfUser(userId, centre), notification, outcome);
     unlockPrefPaneAccessForUser(userId);
     return answer;
 }

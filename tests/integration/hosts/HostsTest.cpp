@@ -325,6 +325,21 @@ TEST_F(HostsTest, TheNextRequestAfterAnAgentWasKilledAndCameBackSucceeds)
     EXPECT_TRUE(logs("Probe acts in the session: hello"));
 }
 
+TEST_F(HostsTest, AnActionWaitsForAnAgentThatEndedSinceItLastAnswered)
+{
+    startDaemon();
+    startAgent();
+    writeStore({probeEntry("first", inSession)});
+    ASSERT_TRUE(logs("Probe acts in the session: first"));
+    kill(agent);
+    writeStore({probeEntry("second", with(inSession, "Time Out", -3600LL))});
+    ASSERT_TRUE(logs("\"Name of second\" waits for the agent"));
+    startAgent();
+    EXPECT_TRUE(logs("Probe acts in the session: second"));
+    EXPECT_EQ(countOf("Probe acts in the session"), 2);
+    EXPECT_EQ(countOf("was not performed"), 0);
+}
+
 TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
 {
     startDaemon();

@@ -159,6 +159,29 @@ TEST_F(Receiving, FromItselfWorksToo)
     EXPECT_EQ(listener->heard, 1);
 }
 
+TEST_F(Receiving, IsKnownAsNotSentToWhomNobodyReaches)
+{
+    EXPECT_FALSE(center->postNotificationToAgentOfUser(event, 501));
+    EXPECT_EQ(WDCommunicationCenter::lastPostOutcome(), WDCommunicationCenter::PostOutcome::NotSent);
+    center->createServerConnection();
+    EXPECT_TRUE(center->postNotificationToDaemon(event));
+    EXPECT_EQ(WDCommunicationCenter::lastPostOutcome(), WDCommunicationCenter::PostOutcome::Answered);
+    EXPECT_FALSE(center->postNotificationToAgentOfUser(event, 501));
+    EXPECT_EQ(WDCommunicationCenter::lastPostOutcome(), WDCommunicationCenter::PostOutcome::NotSent);
+}
+
+TEST_F(Receiving, IsOfUnknownOutcomeWhenTheTargetRaisedWhateverWasPostedFromWithin)
+{
+    const auto listener = listenerOfTheEvent();
+    listener->onHear = [&] {
+        center->postNotificationToAgentOfUser(event, 501); // is not sent
+        throw NSException("Trouble", "the listener was told to");
+    };
+    center->createServerConnection();
+    EXPECT_THROW(center->postNotificationToDaemon(event), NSException);
+    EXPECT_EQ(WDCommunicationCenter::lastPostOutcome(), WDCommunicationCenter::PostOutcome::Unknown);
+}
+
 TEST_F(Receiving, FromWithinAPostToTheSameTargetWaitsFiveSecondsAndIsNo)
 {
     const auto listener = listenerOfTheEvent();
