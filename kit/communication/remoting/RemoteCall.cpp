@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/remoting/RemoteCall_p.h"
 
+#include "DozelyKit/communication/remoting/WireValues_p.h"
 #include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "DozelyKit/core/dbus/ObjectPath_p.h"
 #include "DozelyKit/core/foundation/NSException.h"
@@ -160,32 +161,8 @@ QByteArray RemoteCall::wireTypes(QMetaType type)
         return "ssa{sv}";
     if (isObject(type))
         return "o";
-    switch (type.id()) {
-    case QMetaType::Bool:
-        return "b";
-    case QMetaType::Int:
-        return "i";
-    case QMetaType::UInt:
-        return "u";
-    case QMetaType::LongLong:
-        return "x";
-    case QMetaType::ULongLong:
-        return "t";
-    case QMetaType::Double:
-        return "d";
-    case QMetaType::QString:
-        return "s";
-    case QMetaType::QByteArray:
-        return "ay";
-    case QMetaType::QDateTime:
-        return "(xis)";
-    case QMetaType::QVariantList:
-        return "av";
-    case QMetaType::QVariantMap:
-        return "a{sv}";
-    default:
-        return "v";
-    }
+    const char *const own = WireValues::typeOf(type);
+    return own ? own : "v";
 }
 
 namespace

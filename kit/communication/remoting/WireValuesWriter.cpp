@@ -30,7 +30,7 @@ public:
             return block(value);
         if (value.metaType() == QMetaType::fromType<ObjectPath>())
             return path(value.value<ObjectPath>().path);
-        const char *const type = typeOf(value);
+        const char *const type = WireValues::typeOf(value.metaType());
         if (!type)
             return homeless(value);
         m_signature += type;
@@ -59,46 +59,7 @@ private:
                fail(QStringLiteral("a message of more than %1 bytes").arg(CborBlock::maximumSize));
     }
 
-    /// The type in which a value travels; null when it does not.
-    static const char *typeOf(const QVariant &value)
-    {
-        switch (value.typeId()) {
-        case QMetaType::Bool:
-            return "b";
-        case QMetaType::Short:
-        case QMetaType::UShort:
-        case QMetaType::Int:
-            return "i";
-        case QMetaType::UInt:
-            return "u";
-        case QMetaType::Long:
-        case QMetaType::LongLong:
-            return "x";
-        case QMetaType::ULong:
-        case QMetaType::ULongLong:
-            return "t";
-        case QMetaType::Float:
-        case QMetaType::Double:
-            return "d";
-        case QMetaType::QString:
-            return "s";
-        case QMetaType::QByteArray:
-            return "ay";
-        case QMetaType::QDateTime:
-            return "(xis)";
-        case QMetaType::QVariantMap:
-            return "a{sv}";
-        case QMetaType::QStringList:
-        case QMetaType::QVariantList:
-            return "av";
-        case QMetaType::QVariant:
-            return "v";
-        default:
-            return nullptr;
-        }
-    }
-
-    /// Of the type that typeOf gives for it.
+    /// Of the type that WireValues::typeOf gives for it.
     bool value(const QVariant &value)
     {
         switch (value.typeId()) {
@@ -210,7 +171,7 @@ private:
 
     bool variant(const QVariant &held)
     {
-        const char *const type = typeOf(held);
+        const char *const type = WireValues::typeOf(held.metaType());
         if (!type)
             return homeless(held);
         const QByteArrayView signature(type);
@@ -257,6 +218,44 @@ private:
     QString m_error;
 };
 } // namespace
+
+const char *WireValues::typeOf(QMetaType type)
+{
+    switch (type.id()) {
+    case QMetaType::Bool:
+        return "b";
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+        return "i";
+    case QMetaType::UInt:
+        return "u";
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+        return "x";
+    case QMetaType::ULong:
+    case QMetaType::ULongLong:
+        return "t";
+    case QMetaType::Float:
+    case QMetaType::Double:
+        return "d";
+    case QMetaType::QString:
+        return "s";
+    case QMetaType::QByteArray:
+        return "ay";
+    case QMetaType::QDateTime:
+        return "(xis)";
+    case QMetaType::QVariantMap:
+        return "a{sv}";
+    case QMetaType::QStringList:
+    case QMetaType::QVariantList:
+        return "av";
+    case QMetaType::QVariant:
+        return "v";
+    default:
+        return nullptr;
+    }
+}
 
 Result<void> WireValues::write(const QVariantList &values, WireMessage *message)
 {

@@ -15,6 +15,9 @@ namespace dozely
 /// Any thread; nothing blocks.
 namespace WireValues
 {
+/// The signature in which a value of that type travels; null for one that does not.
+const char *typeOf(QMetaType type);
+
 /// Puts the values into the message, whose signature and body they become. An NSNotification is three values.
 /// Fails, with a message of no use, for a value of a type that does not travel, or when they are too many.
 DOZELYKIT_AUTOTEST_EXPORT Result<void> write(const QVariantList &values, WireMessage *message);
