@@ -12,12 +12,16 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <cstring>
 #include <deque>
+#include <fcntl.h>
+#include <optional>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <thread>
@@ -91,6 +95,29 @@ protected:
                ::syscall(SYS_setresuid, -1, userId, -1) == 0;
     }
 
+    /// In a thread of its own, which acts as that user, if it can.
+    template<class Actions>
+    void as(uid_t userId, Actions actions) const
+    {
+        std::thread([&] {
+            becomeStranger(userId);
+            actions();
+        }).join();
+    }
+
+    /// Adds a stream for as long as one is served, so many at most; how many were.
+    int addServed(std::deque<RawPeer> &peers, int most) const
+    {
+        for (int i = 0; i < most; ++i) {
+            peers.emplace_back(path).authenticate();
+            if (!peers.back().isAnswered()) {
+                peers.pop_back();
+                return i;
+            }
+        }
+        return most;
+    }
+
     static int descriptors()
     {
         return static_cast<int>(QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size());
@@ -113,6 +140,36 @@ protected:
 };
 
 constexpr qsizetype largest = 256 << 10;
+constexpr int streamsOfUser = 64;
+const QByteArray refusal = "ERROR \"no room for another stream\"\r\n";
+
+/// So many descriptors for this process, for as long as it lives.
+class DescriptorLimit
+{
+public:
+    explicit DescriptorLimit(rlim_t descriptors)
+    {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        const rlimit limit{descriptors, std::max(m_before.rlim_max, descriptors)};
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0) << std::strerror(errno);
+    }
+    ~DescriptorLimit() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+    DescriptorLimit(const DescriptorLimit &) = delete;
+    DescriptorLimit &operator=(const DescriptorLimit &) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+/// How many files this process can open.
+int freeDescriptors()
+{
+    std::vector<int> opened;
+    for (int file = 0; (file = ::open("/dev/null", O_RDONLY | O_CLOEXEC)) >= 0;)
+        opened.push_back(file);
+    std::for_each(opened.begin(), opened.end(), ::close);
+    return static_cast<int>(opened.size());
+}
 } // namespace
 
 TEST_F(LimitsOfPeers, AMessageOfTheLargestSizeIsServedAndALargerOneRefusedAtItsHead)
@@ -286,6 +343,69 @@ TEST_F(LimitsOfPeers, AStreamBeyondTheSixtyFourthIsRefusedWithAReason)
         while (!awaited.isConnected()) {
         }
         EXPECT_TRUE(known.front().isAnswered());
+    });
+}
+
+TEST_F(LimitsOfPeers, ANewcomerTakesOnePlaceOfWhoeverHasMostWhenAllAreTaken)
+{
+    // Root alone can be as many users as it takes. Anybody else fills his own room.
+    const bool isRoot = ::geteuid() == 0;
+    constexpr uid_t first = 4711;
+    const uid_t newcomer = first + (isRoot ? 16 : 0);
+    const DescriptorLimit bothEnds(isRoot ? 4096 : 512);
+    meanwhile([&] {
+        std::deque<RawPeer> peers;
+        as(first, [&] { EXPECT_EQ(addServed(peers, streamsOfUser - 1), streamsOfUser - 1); });
+        for (uid_t user = first + 1; user < newcomer; ++user)
+            as(user, [&] { EXPECT_EQ(addServed(peers, streamsOfUser), streamsOfUser); });
+        const auto gone = [&] {
+            return std::count_if(peers.begin(), peers.end(), [](const RawPeer &p) { return p.isHungUp(); });
+        };
+        std::optional<RawPeer> silent;
+        as(first, [&] { silent.emplace(path); });
+        as(newcomer, [&] { EXPECT_EQ(addServed(peers, 1), 1); });
+        EXPECT_TRUE(silent->isClosed());
+        EXPECT_EQ(silent->waitForClose(), refusal) << "it may be about to be let in, and is to try again";
+        EXPECT_EQ(gone(), 0);
+        as(newcomer + 1, [&] { EXPECT_EQ(addServed(peers, 1), isRoot ? 1 : 0); });
+        EXPECT_EQ(gone(), isRoot ? 1 : 0);
+        // Who has 63 gets none of the others' 64: they would take it back.
+        as(first, [&] { EXPECT_EQ(RawPeer(path).waitForClose(), refusal); });
+        as(newcomer, [&] { EXPECT_EQ(addServed(peers, 1), isRoot ? 1 : 0) << "but who has one does"; });
+        EXPECT_EQ(gone(), isRoot ? 2 : 0);
+    });
+}
+
+TEST_F(LimitsOfPeers, StrangersLeaveSixtyFourDescriptorsForTheProcessItself)
+{
+    constexpr int leftForFiles = 64;
+    const int before = descriptors();
+    meanwhile([&] { // the sanitizers look at types that they meet for the first time with descriptors
+        std::deque<RawPeer> peers;
+        EXPECT_EQ(addServed(peers, 1), 1);
+    });
+    ASSERT_TRUE(waitUntil([&] { return descriptors() <= before; }));
+    const int lowest = ::dup(0);
+    ::close(lowest);
+    const DescriptorLimit tight(static_cast<rlim_t>(lowest + leftForFiles + 40));
+    meanwhile([&] {
+        std::deque<RawPeer> strangers;
+        if (::geteuid() == 0) {
+            as(4711, [&] {
+                EXPECT_THAT(addServed(strangers, 25), testing::AllOf(testing::Ge(15), testing::Le(20)));
+                EXPECT_EQ(RawPeer(path).waitForClose(), refusal);
+            });
+            EXPECT_TRUE(strangers.front().isAnswered()) << "and the log is written";
+            EXPECT_THAT(freeDescriptors(),
+                        testing::AllOf(testing::Ge(leftForFiles), testing::Le(leftForFiles + 2)));
+        }
+        // Root and the process's own user are let in until none is left.
+        const int free = freeDescriptors();
+        std::deque<RawPeer> own;
+        EXPECT_EQ(addServed(own, free / 2), free / 2) << "two ends each";
+        EXPECT_EQ(freeDescriptors(), free % 2);
+        for (RawPeer &peer : strangers)
+            EXPECT_TRUE(peer.isAnswered());
     });
 }
 

@@ -42,12 +42,15 @@ public:
         return true;
     }
 
-    /// Reads until the other side closes.
-    void waitForClose()
+    /// Reads until the other side closes; what has come by then.
+    QByteArray waitForClose()
     {
+        QByteArray bytes;
         char buffer[4096];
-        while (::recv(m_socket, buffer, sizeof buffer, 0) > 0) {
-        }
+        ssize_t size = 0;
+        while ((size = ::recv(m_socket, buffer, sizeof buffer, 0)) > 0)
+            bytes.append(buffer, size);
+        return bytes;
     }
 
     /// Whether the other side closes in this time; for peers that are owed no bytes.

@@ -54,18 +54,21 @@ bool AcceptedStreams::makeRoomFor(quint32 userId)
     return m_count < streamsOfAll || makeRoomAmongAll(userId);
 }
 
-// Somebody with many user ids may fill all places: each newcomer with fewer streams gets one of theirs.
+// Somebody with many user ids may fill all places. A user without a stream always gets one of theirs; who has
+// some gets another only of a user with at least two more, else the two would take it from each other in
+// turns.
 bool AcceptedStreams::makeRoomAmongAll(quint32 userId)
 {
     const auto most = std::max_element(m_streams.begin(), m_streams.end(), [](const auto &a, const auto &b) {
         return a.second.size() < b.second.size();
     });
     const auto own = m_streams.find(userId);
-    const size_t owned = own == m_streams.end() ? 0 : own->second.size();
-    if (most->second.size() <= owned + 1 && owned > 0)
+    if (own != m_streams.end() && most->second.size() < own->second.size() + 2)
         return false;
-    Stream *const unidentified = oldestUnidentified(most->second);
-    (unidentified ? unidentified : most->second.front())->drop();
+    if (Stream *const unidentified = oldestUnidentified(most->second))
+        unidentified->refuse();
+    else
+        most->second.front()->drop();
     return true;
 }
 

@@ -23,7 +23,9 @@ public:
     static AcceptedStreams &ofThisThread();
 
     /// Makes room for one more stream of the user: at his limit his oldest one that has not identified itself
-    /// goes; at the limit of all, the oldest one of whoever has most. False when there is no room.
+    /// goes. At the limit of all, one of whoever has most goes, for a user without a stream always, for
+    /// others only when that one has at least two more: the oldest that has not identified itself, or else
+    /// the oldest. Who has not identified himself is told. False when there is no room.
     bool makeRoomFor(quint32 userId);
 
     void add(Stream *stream, quint32 userId);
