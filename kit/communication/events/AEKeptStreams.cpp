@@ -13,7 +13,8 @@ using std::chrono::milliseconds;
 namespace
 {
 constexpr size_t mostKept = 16;
-constexpr milliseconds keptFor = std::chrono::seconds(30);
+constexpr milliseconds keptAfterFirstUse = std::chrono::seconds(1);
+constexpr milliseconds keptAfterLaterUse = std::chrono::seconds(30);
 } // namespace
 
 AEKeptStreams &AEKeptStreams::ofMainThread()
@@ -22,9 +23,14 @@ AEKeptStreams &AEKeptStreams::ofMainThread()
     return *kept;
 }
 
+milliseconds AEKeptStreams::Kept::end() const
+{
+    return lastUse + (wasUsedAgain ? keptAfterLaterUse : keptAfterFirstUse);
+}
+
 bool AEKeptStreams::Kept::isDone(milliseconds now) const
 {
-    return !stream->isOpen() || now - lastUse >= keptFor;
+    return !stream->isOpen() || now >= end();
 }
 
 AEKeptStreams::Stream AEKeptStreams::to(qint32 process)
@@ -40,6 +46,7 @@ AEKeptStreams::Stream AEKeptStreams::to(qint32 process)
         return nullptr;
     }
     found->second.lastUse = now;
+    found->second.wasUsedAgain = true;
     return found->second.stream;
 }
 
@@ -64,20 +71,26 @@ void AEKeptStreams::forget(qint32 process, const Stream &stream)
 void AEKeptStreams::clear()
 {
     m_streams.clear();
-    m_looks = std::make_unique<QObject>(); // none is to come any more
-    m_isLooking = false;
+    m_look = std::make_unique<QObject>(); // none is to come any more
+    m_nextLook.reset();
 }
 
 void AEKeptStreams::lookLater()
 {
-    if (std::exchange(m_isLooking, true))
+    if (m_streams.empty())
         return;
-    Port<Clock>::current()->callAfter(keptFor, m_looks.get(), [this] {
-        m_isLooking = false;
+    milliseconds first = milliseconds::max();
+    for (const auto &[process, kept] : m_streams)
+        first = std::min(first, kept.end());
+    if (m_nextLook && *m_nextLook <= first)
+        return;
+    if (std::exchange(m_nextLook, first))
+        m_look = std::make_unique<QObject>(); // the later one is not to come any more
+    Port<Clock>::current()->callAfter(first - Port<Clock>::current()->steadyTime(), m_look.get(), [this] {
+        m_nextLook.reset();
         const auto now = Port<Clock>::current()->steadyTime();
         std::erase_if(m_streams, [now](const auto &kept) { return kept.second.isDone(now); });
-        if (!m_streams.empty())
-            lookLater();
+        lookLater();
     });
 }
 

@@ -8,12 +8,14 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace dozely
 {
 
 /// The streams of the main thread that were used lately, by the number of the process at their other end: for
-/// half a minute after each use, at most 16.
+/// a second after the first use, for half a minute after each later one, at most 16. A receiver has room for
+/// 64 streams of a user, which programs that send it one event now and then must not fill.
 class AEKeptStreams
 {
 public:
@@ -36,14 +38,17 @@ private:
     struct Kept {
         Stream stream;
         std::chrono::milliseconds lastUse;
+        bool wasUsedAgain = false;
 
+        std::chrono::milliseconds end() const;
         bool isDone(std::chrono::milliseconds now) const;
     };
     void lookLater();
 
     std::map<qint32, Kept> m_streams;
-    std::unique_ptr<QObject> m_looks = std::make_unique<QObject>(); ///< Lives as long as those to come count.
-    bool m_isLooking = false;
+    std::unique_ptr<QObject> m_look =
+        std::make_unique<QObject>();                     ///< Lives as long as the one to come counts.
+    std::optional<std::chrono::milliseconds> m_nextLook; ///< When it comes.
 };
 
 } // namespace dozely

@@ -83,6 +83,21 @@ TEST_F(EventRoom, IsNotWaitedForAtAReceiverThatDies)
     EXPECT_EQ(sender->answer(), "-600");
 }
 
+TEST_F(EventFixture, ProcessesThatHaveSentOnceKeepNoOtherOut)
+{
+    const Host receiver = start();
+    std::vector<Host> senders;
+    while (senders.size() < 64) {
+        senders.push_back(startSilent());
+        senders.back()->send(QString("send %1 echo").arg(receiver->processId()));
+    }
+    for (const Host &sender : senders)
+        EXPECT_EQ(sender->answer(), "0");
+    AppleEvent reply;
+    constexpr qint64 tenSeconds = 600;
+    EXPECT_EQ(sendWaiting(eventTo(receiver, HostEvents::echo), &reply, tenSeconds), noErr);
+}
+
 TEST_F(EventFixture, AHundredProcessesAreHeardThatSendAtTheSameMoment)
 {
     constexpr int count = 100;

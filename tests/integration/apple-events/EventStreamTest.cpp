@@ -72,34 +72,53 @@ protected:
 };
 } // namespace
 
-TEST_F(EventStream, IsUsedAgainWithinHalfAMinuteOfEachUse)
+TEST_F(EventStream, IsUsedAgainWithinASecondAndThenWithinHalfAMinuteOfEachUse)
 {
     const Host host = start();
     EXPECT_NE(openedFor(host), "");
+    beBusyFor(999ms);
     for (int i = 0; i < 3; ++i) {
-        beBusyFor(29'999ms);
         EXPECT_EQ(openedFor(host), "") << i;
+        beBusyFor(29'999ms);
     }
+    EXPECT_EQ(openedFor(host), "");
     EXPECT_EQ(streams().size(), 1);
 }
 
-TEST_F(EventStream, GivesWayToAFreshOneWhenItWasNotUsedForHalfAMinute)
+TEST_F(EventStream, GivesWayToAFreshOneWhenItWasNotUsedForSoLong)
 {
     const Host host = start();
-    const QString old = openedFor(host);
-    beBusyFor(30s);
-    const QString fresh = openedFor(host);
-    EXPECT_NE(fresh, "") << "the receiver may be about to close the old one";
-    EXPECT_EQ(streams(), QSet<QString>{fresh}) << "the old one is closed";
-    EXPECT_NE(fresh, old);
+    QString old = openedFor(host);
+    for (const bool isUsedAgain : {false, true}) {
+        if (isUsedAgain) {
+            EXPECT_EQ(openedFor(host), "");
+        }
+        beBusyFor(isUsedAgain ? 30s : 1s);
+        const QString fresh = openedFor(host);
+        EXPECT_NE(fresh, "") << "the receiver may be about to close the old one";
+        EXPECT_EQ(streams(), QSet<QString>{fresh}) << "the old one is closed";
+        EXPECT_NE(fresh, old);
+        old = fresh;
+    }
 }
 
-TEST_F(EventStream, IsClosedAfterHalfAMinuteWhileThisProcessDoesNothing)
+TEST_F(EventStream, IsClosedInTimeWhileThisProcessDoesNothing)
 {
-    const Host host = start();
-    ASSERT_NE(openedFor(host), "");
-    clock->advance(30s);
+    const Host often = start();
+    const Host once = start();
+    const QString lasting = openedFor(often);
+    ASSERT_EQ(openedFor(often), "");
+    clock->advance(10s);
+    ASSERT_NE(openedFor(once), "");
+    clock->advance(999ms);
+    EXPECT_EQ(streams().size(), 2);
+    clock->advance(1ms);
+    EXPECT_EQ(streams(), QSet<QString>{lasting});
+    clock->advance(18'999ms);
+    EXPECT_EQ(streams(), QSet<QString>{lasting});
+    clock->advance(1ms);
     EXPECT_TRUE(streams().isEmpty());
+    EXPECT_TRUE(clock->pendingDelays().isEmpty()) << "there is nothing to look at";
 }
 
 TEST_F(EventStream, ThatWasUsedLongestAgoMakesRoomForASeventeenth)
@@ -112,6 +131,7 @@ TEST_F(EventStream, ThatWasUsedLongestAgoMakesRoomForASeventeenth)
     QStringList opened;
     for (size_t i = 0; i < 16; ++i) {
         opened += openedFor(hosts[i]);
+        ASSERT_EQ(openedFor(hosts[i]), "");
         beBusyFor(1s);
     }
     ASSERT_EQ(streams(), QSet<QString>(opened.begin(), opened.end()));
