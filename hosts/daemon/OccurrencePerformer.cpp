@@ -9,6 +9,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/common/faults/ThrownBy.h"
 #include "hosts/common/orders/GuardedPosting.h"
+#include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
@@ -44,6 +45,14 @@ std::optional<qint64> exitStatusOf(WDPlugIn &plugIn)
         QMetaObject::invokeMethod(&plugIn, "exitStatus", Qt::DirectConnection, Q_RETURN_ARG(int, status));
     });
     return thrown || status < 0 ? std::nullopt : std::optional<qint64>(status);
+}
+
+/// The user in whose session alone a schedule may act; absent for one of root's, which acts for whoever is
+/// there.
+std::optional<quint32> onlyUserOf(const Schedule &schedule)
+{
+    const bool isRoots = !schedule.owner || OrderPermissions::isSystem(schedule.owner, RootFolder::owner());
+    return isRoots ? std::nullopt : schedule.owner;
 }
 
 QString couldNotBeReached(quint32 userId)
@@ -162,10 +171,12 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
     if (!user)
         return notAnnounced(true, "nobody is logged in");
     const bool isReceived = postToAgent(user->userId, [&] { return plugIn->anticipateInUserAgentNow(); });
-    if (!isReceived)
-        return notAnnounced(true, couldNotBeReached(user->userId));
+    if (!isReceived) {
+        (void)notAnnounced(true, couldNotBeReached(user->userId));
+        return {true, {}, user->userId};
+    }
     ZDRLog("%@ is announced by the agent of user %u", labelOf(occurrence), user->userId);
-    return {true, user->userId};
+    return {true, user->userId, user->userId};
 }
 
 std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const Occurrence &occurrence,
@@ -220,17 +231,19 @@ void OccurrencePerformer::actInUserAgent(const Ready &ready)
 {
     const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
+    if (!user || user->userId != *ready.user) {
+        // The console has changed hands since it was decided upon.
+        m_keeper.takeBack(ready.occurrence);
+        takeBackThoseFor(*ready.user);
+        return;
+    }
     const auto start = m_clock.steadyTime();
-    const bool isThere = user && user->userId == *ready.user;
-    const bool isReceived =
-        isThere && postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
+    const bool isReceived = postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
     if (!isReceived) {
         m_waits.noteFailure(*ready.user, m_clock.steadyTime() - start);
         takeBackThoseFor(*ready.user);
         // Once it was sent nobody knows how far it came, so it is not tried again.
-        const bool isNotSent = !isThere || WDCommunicationCenter::lastPostOutcome() ==
-                                               WDCommunicationCenter::PostOutcome::NotSent;
-        if (isNotSent)
+        if (WDCommunicationCenter::lastPostOutcome() == WDCommunicationCenter::PostOutcome::NotSent)
             waitForAgent(ready);
         else
             notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
@@ -254,7 +267,8 @@ void OccurrencePerformer::waitForAgent(const Ready &ready)
 }
 
 /// The user at the console whose agent answers. Absent when the occurrence waits for one, or its
-/// time is over. One that waits does so for whom it was due: it does not pass to somebody who logs in later.
+/// time is over. It is for its owner alone; one of root's is for whoever is there when it comes due, and does
+/// not pass to somebody who logs in later.
 std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence,
                                                           const WDDaemonPlugIn &plugIn)
 {
@@ -264,11 +278,17 @@ std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occu
         notPerformed(occurrence, "nobody is logged in");
         return {};
     }
-    const quint32 user = waitedFor ? *waitedFor : console->userId;
-    if (console && console->userId == user && m_waits.isReachable(user))
+    const auto owner = onlyUserOf(occurrence.schedule);
+    const quint32 user = owner ? *owner : waitedFor ? *waitedFor : console->userId;
+    const bool isThere = console && console->userId == user;
+    if (isThere && m_waits.isReachable(user))
         return user;
+    const bool isAnotherThere = console && !isThere;
     if (!m_waits.wait(occurrence, user, plugIn.timeOut()))
-        notPerformed(occurrence, couldNotBeReached(user));
+        notPerformed(occurrence, isAnotherThere ? QString("user %1 is not at the console").arg(user)
+                                                : couldNotBeReached(user));
+    else if (!waitedFor && isAnotherThere)
+        ZDRLog("%@ waits for user %u, who is not at the console", labelOf(occurrence), user);
     else if (!waitedFor)
         ZDRLog("%@ waits for the agent of user %u", labelOf(occurrence), user);
     return {};

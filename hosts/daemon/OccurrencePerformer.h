@@ -47,8 +47,9 @@ public:
 
     /// What became of the wish to announce an occurrence.
     struct Announcement {
-        bool isWanted = true;             ///< The plug-in itself may not want it.
-        std::optional<quint32> told = {}; ///< The user whose agent has it.
+        bool isWanted = true;              ///< The plug-in itself may not want it.
+        std::optional<quint32> told = {};  ///< The user whose agent has it.
+        std::optional<quint32> there = {}; ///< The user who was asked for.
     };
 
     /// Has the agent of the user at the console announce an occurrence. One line in the log, unless the

@@ -39,7 +39,8 @@ HostSystem::HostSystem()
     makeProbe();
     if (::geteuid() != 0)
         root.makeSocketFolder(); // only a root daemon makes it itself
-    addSession();
+    startLogind();
+    switchTo(agentUser());
 }
 
 HostSystem::~HostSystem()
@@ -64,12 +65,18 @@ void HostSystem::copyProgram(const QString &from, const QString &fixedPath) cons
     ASSERT_EQ(::chmod(qPrintable(root.join(fixedPath)), 0755), 0);
 }
 
-void HostSystem::addSession()
+void HostSystem::startLogind()
 {
     ASSERT_TRUE(bus.isRunning());
     ASSERT_TRUE(bus.startMock("logind", logind));
-    ASSERT_TRUE(bus.call(logind, "/org/freedesktop/login1", "org.freedesktop.DBus.Mock.AddSession",
-                         {"c1", "seat0", QString::number(agentUser()), "somebody", "true"}));
+}
+
+void HostSystem::switchTo(quint32 user)
+{
+    // The latest session of the seat is the active one.
+    ASSERT_TRUE(
+        bus.call(logind, "/org/freedesktop/login1", "org.freedesktop.DBus.Mock.AddSession",
+                 {QString("c%1").arg(++m_sessions), "seat0", QString::number(user), "somebody", "true"}));
 }
 
 std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStringList &arguments,

@@ -22,6 +22,9 @@ protected:
     /// The console user.
     static quint32 agentUser();
 
+    /// Somebody else comes to the console.
+    void switchTo(quint32 user);
+
     /// Start the programs and wait until they listen.
     void startDaemon();
     void startAgent();
@@ -78,5 +81,6 @@ private:
     std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments,
                                     std::optional<quint32> user);
     void copyProgram(const QString &from, const QString &fixedPath) const;
-    void addSession();
+    void startLogind();
+    int m_sessions = 0;
 };

@@ -72,6 +72,35 @@ TEST_F(HostsTest, AnOccurrenceForTheDaemonRunsThereWithoutAnyAgent)
                 ContainsRegex("- " + std::to_string(::geteuid()) + " - Daemon\\): "));
 }
 
+TEST_F(HostsTest, AnOccurrenceOfAnotherUserNeverRunsInTheAgentOfWhoeverIsThere)
+{
+    startDaemon();
+    startAgent();
+    writeStore({changed(probeEntry("foreign", with(inSession, "Time Out", -3LL)), "Owner",
+                        static_cast<qint64>(agentUser() + 1))});
+    EXPECT_TRUE(logs(QString("waits for user %1, who is not at the console").arg(agentUser() + 1)));
+    EXPECT_TRUE(logs(QString("was not performed: user %1 is not at the console").arg(agentUser() + 1)));
+    EXPECT_EQ(countOf("Probe acts"), 0);
+}
+
+TEST_F(HostsTest, AnOccurrenceOfAUserWaitsUntilThatUserSwitchesIn)
+{
+    const quint32 other = agentUser() + 1;
+    switchTo(other);
+    startDaemon();
+    startAgent();
+    // Whoever owns the root folder stands for root, whose schedules are for whoever is there.
+    const bool isRoots = ::geteuid() != 0;
+    writeStore({probeEntry("mine", with(inSession, "Time Out", -60LL))});
+    EXPECT_TRUE(logs(isRoots ? QString("waits for the agent of user %1").arg(other)
+                             : QString("waits for user %1, who is not at the console").arg(agentUser())));
+    EXPECT_EQ(countOf("Probe acts"), 0);
+    switchTo(agentUser());
+    if (!isRoots) {
+        EXPECT_TRUE(logs("Probe acts in the session: mine"));
+    }
+}
+
 TEST_F(HostsTest, MayHaveAsManyDescriptorsAsTheMachineLetsThem)
 {
     startDaemon();

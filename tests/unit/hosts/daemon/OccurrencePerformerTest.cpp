@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "hosts/common/program/HostRootObject.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "support/FakeClock.h"
@@ -7,6 +10,8 @@
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"
+
+#include <unistd.h>
 
 using namespace dozely;
 
@@ -32,6 +37,14 @@ protected:
         performer.decide({occurrence});
         while (performer.hasMore())
             performer.startNext();
+    }
+    void letTimePass(std::chrono::seconds duration)
+    {
+        for (int i = 0; i < 4 * duration.count(); ++i) {
+            clock.advance(250ms);
+            for (const Occurrence &due : keeper.scheduler().due())
+                performDue(due);
+        }
     }
     std::optional<OccurrenceState> state() const
     {
@@ -231,26 +244,92 @@ TEST_F(OccurrencePerformerTest, SaysThatTheAgentCouldNotBeReached)
 {
     makeProbe();
     console->user = ConsoleUser::User{"alice", 4242};
-    const Occurrence lost = probe({{"Acts In User Agent", 1LL}});
+    Occurrence lost = probe({{"Acts In User Agent", 1LL}});
+    lost.schedule.owner = 4242;
     keeper.scheduler().setSchedules({lost.schedule});
     clock.advance(1s); // that much of the time that a daemon that has just started gives it
     performDue(lost);
     EXPECT_FALSE(state()) << "nothing was begun";
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for the agent of user 4242");
     EXPECT_TRUE(keeper.scheduler().due().isEmpty());
-    const auto letTimePass = [&](std::chrono::seconds duration) {
-        for (int i = 0; i < 4 * duration.count(); ++i) {
-            clock.advance(250ms);
-            for (const Occurrence &due : keeper.scheduler().due())
-                performDue(due);
-        }
-    };
     letTimePass(14s);
     EXPECT_FALSE(state());
     letTimePass(3s);
     EXPECT_EQ(state(), OccurrenceState::NotPerformed);
     EXPECT_EQ(lastMessage(),
               "Schedule \"Name of a\" was not performed: the agent of user 4242 could not be reached");
+}
+
+TEST_F(OccurrencePerformerTest, WhatBelongsToAUserWaitsWhileAnotherIsAtTheConsole)
+{
+    makeProbe();
+    console->user = ConsoleUser::User{"bob", 4242};
+    Occurrence alices = probe({{"Acts In User Agent", 1LL}, {"Time Out", -30LL}});
+    alices.schedule.owner = 501;
+    keeper.scheduler().setSchedules({alices.schedule});
+    performDue(alices);
+    EXPECT_FALSE(state());
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for user 501, who is not at the console");
+    letTimePass(28s);
+    EXPECT_FALSE(state());
+    console->user = ConsoleUser::User{"alice", 501};
+    letTimePass(4s);
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(lastMessage(),
+              "Schedule \"Name of a\" was not performed: the agent of user 501 could not be reached");
+}
+
+TEST_F(OccurrencePerformerTest, WhatBelongsToAUserIsMissedWhenAnotherStaysAtTheConsole)
+{
+    makeProbe();
+    console->user = ConsoleUser::User{"bob", 4242};
+    clock.advance(20s);
+    Occurrence alices = probe({{"Acts In User Agent", 1LL}, {"Time Out", -30LL}});
+    alices.schedule.owner = 501;
+    keeper.scheduler().setSchedules({alices.schedule});
+    performDue(alices);
+    EXPECT_FALSE(state());
+    letTimePass(12s);
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: user 501 is not at the console");
+}
+
+TEST_F(OccurrencePerformerTest, WhatIsRootsIsForWhoeverIsAtTheConsole)
+{
+    makeProbe();
+    console->user = ConsoleUser::User{"bob", 4242};
+    for (const std::optional<quint32> owner : {std::optional<quint32>(), std::optional<quint32>(0)}) {
+        Occurrence roots = probe({{"Acts In User Agent", 1LL}});
+        roots.schedule.owner = owner;
+        roots.schedule.identifier = owner ? "zero" : "none";
+        keeper.scheduler().setSchedules({roots.schedule});
+        performDue(roots);
+        EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for the agent of user 4242");
+    }
+}
+
+TEST_F(OccurrencePerformerTest, WhatWasNotSentIsTakenBackWhenTheConsoleChangesHands)
+{
+    makeProbe();
+    if (::geteuid() != 0)
+        root.makeSocketFolder();
+    // This process plays the agent of its own user.
+    HostRootObject rootObject;
+    NSProcessInfo::setProcessName("Dozely Agent");
+    auto &center = *WDCommunicationCenter::sharedInstance();
+    center.setObserver(&rootObject);
+    center.createServerConnection();
+    console->user = ConsoleUser::User{"me", ::geteuid()};
+    Occurrence due = probe({{"Acts In User Agent", 1LL}});
+    due.schedule.owner.reset();
+    keeper.scheduler().setSchedules({due.schedule});
+    performer.decide({due});
+    ASSERT_TRUE(performer.hasMore());
+    console->user = ConsoleUser::User{"bob", 4242};
+    performer.startNext();
+    EXPECT_FALSE(state()) << "nothing was sent";
+    EXPECT_EQ(keeper.scheduler().due().size(), 1);
+    center.setObserver(nullptr);
 }
 
 TEST_F(OccurrencePerformerTest, PerformsAnOccurrenceThatIsHandedBackInTheDaemon)
