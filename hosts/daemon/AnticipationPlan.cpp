@@ -5,6 +5,8 @@
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
@@ -15,6 +17,11 @@ constexpr std::chrono::seconds secondAttemptAfter(12);
 /// Each attempt may wait some seconds for an agent that does not answer, so an agent that asks again and
 /// again must not have as many as it likes.
 constexpr int mostAttempts = 5;
+
+/// Who switches in learns of it in the first fiftieth of the time that is left.
+constexpr int looksInTheTimeLeft = 50;
+constexpr std::chrono::milliseconds shortestLook = std::chrono::seconds(1);
+constexpr std::chrono::milliseconds longestLook = std::chrono::seconds(30);
 } // namespace
 
 AnticipationPlan::AnticipationPlan(const Clock &clock, const Scheduler &scheduler)
@@ -77,13 +84,15 @@ void AnticipationPlan::noteTold(const Occurrence &occurrence, quint32 userId)
 {
     Attempts &attempts = m_attempts[keyOf(occurrence.schedule)];
     ++attempts.count;
-    attempts.told = userId;
+    attempts.told += userId;
     attempts.again = {};
+    m_console = userId;
 }
 
-void AnticipationPlan::noteFailed(const Occurrence &occurrence)
+void AnticipationPlan::noteFailed(const Occurrence &occurrence, OrderPermissions::UserId console)
 {
     Attempts &attempts = m_attempts[keyOf(occurrence.schedule)];
+    m_console = console;
     const bool isFirst = ++attempts.count == 1;
     attempts.again = isFirst ? m_clock.currentDate().addDuration(secondAttemptAfter) : QDateTime();
 }
@@ -91,6 +100,33 @@ void AnticipationPlan::noteFailed(const Occurrence &occurrence)
 void AnticipationPlan::noteUnwanted(const Occurrence &occurrence)
 {
     m_attempts[keyOf(occurrence.schedule)] = {mostAttempts, {}, {}};
+}
+
+void AnticipationPlan::noteConsole(OrderPermissions::UserId user)
+{
+    if (user == m_console)
+        return;
+    m_console = user;
+    for (Attempts &attempts : m_attempts) {
+        if (user && attempts.count < mostAttempts && !attempts.told.contains(*user))
+            attempts.again = m_clock.currentDate();
+    }
+}
+
+std::optional<std::chrono::milliseconds> AnticipationPlan::nextLookAtConsole() const
+{
+    const QDateTime now = m_clock.currentDate();
+    std::optional<std::chrono::milliseconds> next;
+    for (const Schedule &schedule : m_scheduler.schedules()) {
+        const auto attempts = m_attempts.constFind(keyOf(schedule));
+        if (attempts == m_attempts.cend() || attempts->count >= mostAttempts || schedule.date <= now ||
+            !m_scheduler.isOpen(schedule))
+            continue;
+        const std::chrono::milliseconds left(now.msecsTo(schedule.date));
+        const auto look = std::clamp(left / looksInTheTimeLeft, shortestLook, longestLook);
+        next = next ? std::min(*next, look) : look;
+    }
+    return next;
 }
 
 void AnticipationPlan::announceAgain()
@@ -119,9 +155,10 @@ AnticipationPlan::removable(OrderPermissions::UserId peer, OrderPermissions::Use
         if (schedule.date != date || !m_scheduler.isOpen(schedule) || schedule.fullBundlePath() != bundlePath)
             continue;
         const bool isAnnounced = isBeingAnnounced(schedule);
-        const auto told = m_attempts.value(keyOf(schedule)).told;
-        if (OrderPermissions::mayRemove(peer, rootOwner, schedule.owner, told) ||
-            (isAnnounced && !told && peer && peer == consoleUser()))
+        const QSet<quint32> told = m_attempts.value(keyOf(schedule)).told;
+        const auto toldPeer = peer && told.contains(*peer) ? peer : OrderPermissions::UserId();
+        if (OrderPermissions::mayRemove(peer, rootOwner, schedule.owner, toldPeer) ||
+            (isAnnounced && told.isEmpty() && peer && peer == consoleUser()))
             (isAnnounced ? announced : others) += Occurrence{schedule, schedule.date};
     }
     return announced.isEmpty() ? others : announced;

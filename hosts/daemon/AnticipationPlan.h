@@ -31,12 +31,21 @@ public:
     /// The agent of `userId` has it.
     void noteTold(const Occurrence &occurrence, quint32 userId);
 
-    /// Nobody could be told. It is tried once more after a while, since an agent that lost its socket to a
-    /// daemon that was started is back by then, and after that only when an agent asks for it.
-    void noteFailed(const Occurrence &occurrence);
+    /// Nobody could be told, with `console` there, which may be nobody. It is tried once more after a while,
+    /// since an agent that lost its socket to a daemon that was started is back by then, and after that only
+    /// when an agent asks for it.
+    void noteFailed(const Occurrence &occurrence, OrderPermissions::UserId console = {});
 
     /// Its plug-in does not want it announced.
     void noteUnwanted(const Occurrence &occurrence);
+
+    /// Who is at the console, which may be nobody. When somebody has come who was not told of what is being
+    /// announced, it is to be announced again.
+    void noteConsole(OrderPermissions::UserId user);
+
+    /// After which time noteConsole wants to be told anew: between one second and half a minute, the more
+    /// often the sooner an announced occurrence is due. Absent while nothing is announced.
+    std::optional<std::chrono::milliseconds> nextLookAtConsole() const;
 
     /// An agent that started knows nothing of what was announced before: what is not due yet is to be
     /// announced again. An occurrence is announced a few times at most, whatever agents ask for.
@@ -45,9 +54,9 @@ public:
     /// The open occurrences of this bundle (full path) and date that are to be dropped when `peer` wishes so.
     ///
     /// The system and a schedule's owner are obeyed at any time, others only from the beginning of the lead
-    /// time on: the user who was told, or, while nobody was, the one whom `consoleUser` names. Such an order
-    /// does not tell several schedules of one bundle and date apart, and neither does the alert, which is one
-    /// for all: it means all that are being announced, or, when none is, all.
+    /// time on: the users who were told, or, while nobody was, the one whom `consoleUser` names. Such an
+    /// order does not tell several schedules of one bundle and date apart, and neither does the alert, which
+    /// is one for all: it means all that are being announced, or, when none is, all.
     QList<Occurrence> removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,
                                 const QString &bundlePath, const QDateTime &date,
                                 const std::function<OrderPermissions::UserId()> &consoleUser) const;
@@ -59,7 +68,7 @@ private:
     using Key = std::tuple<QString, QString, QDateTime>; // identifier, bundle, date: another bundle is news
     struct Attempts {
         int count = 0;
-        std::optional<quint32> told;
+        QSet<quint32> told;
         QDateTime again; // when to try next; invalid: not of our own accord
     };
     static Key keyOf(const Schedule &schedule);
@@ -69,5 +78,6 @@ private:
 
     const dozely::Clock &m_clock;
     const Scheduler &m_scheduler;
+    OrderPermissions::UserId m_console; // when it was last looked at
     QMap<Key, Attempts> m_attempts;
 };

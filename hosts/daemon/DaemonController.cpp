@@ -79,6 +79,24 @@ void DaemonController::waitForNext()
     else
         m_timer->stop();
     m_power.updateSoon();
+    watchConsole();
+}
+
+/// For as long as something is announced, somebody may switch in who has not been told.
+void DaemonController::watchConsole()
+{
+    const auto delay = m_anticipation.nextLookAtConsole();
+    if (m_isWatchingConsole || !delay)
+        return;
+    m_isWatchingConsole = true;
+    m_clock.callAfter(*delay, this, [this] {
+        m_isWatchingConsole = false;
+        m_keeper.scheduler().beginWait();
+        const auto user = m_console->current();
+        m_keeper.scheduler().endWait();
+        m_anticipation.noteConsole(user ? OrderPermissions::UserId(user->userId) : std::nullopt);
+        waitForNext();
+    });
 }
 
 /// What has begun is started first, unless it was asked for and something has come due by its date.
@@ -114,7 +132,7 @@ void DaemonController::announceNext()
     else if (announcement.told)
         m_anticipation.noteTold(*occurrence, *announcement.told);
     else
-        m_anticipation.noteFailed(*occurrence);
+        m_anticipation.noteFailed(*occurrence, announcement.there);
 }
 
 std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedOrder &order) const

@@ -39,6 +39,7 @@ private:
     QList<Occurrence> dueNow() const;
     void performDue();
     void announceNext();
+    void watchConsole();
 
     void daemonMustAct(const ReceivedOrder &order);
     void daemonMustRemove(const ReceivedOrder &order);
@@ -57,4 +58,5 @@ private:
     OrderRate m_rate;
     StoreWatcher m_watcher;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
+    bool m_isWatchingConsole = false;
 };

@@ -258,6 +258,21 @@ TEST_F(AlertChannelTest, AnAgentThatStartsLateOrAgainIsToldAtOnce)
     EXPECT_EQ(countOf("Probe withdraws: hello"), 1) << "an agent that ends in order leaves nothing behind";
 }
 
+TEST_F(AlertChannelTest, WhoeverSwitchesInBeforeTheTimeIsToldToo)
+{
+    const quint32 other = agentUser() + 1;
+    switchTo(other);
+    startDaemon();
+    startAgent();
+    const QDateTime date = inSeconds(20);
+    writeStore({probeEntry("hello", alerting(inDaemon, 60), date)});
+    ASSERT_TRUE(logs(QString("the agent of user %1 could not be reached").arg(other)));
+    EXPECT_EQ(countOf("Probe announces"), 0);
+    switchTo(agentUser());
+    EXPECT_TRUE(logs("Probe announces: hello", std::chrono::seconds(10)));
+    EXPECT_LT(QDateTime::currentDateTimeUtc(), date);
+}
+
 TEST_F(AlertChannelTest, ACancelFromSomebodyElseIsRefused)
 {
     startDaemon();

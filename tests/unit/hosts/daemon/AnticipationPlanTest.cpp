@@ -165,6 +165,58 @@ TEST_F(AnticipationPlanTest, AnnouncesAgainForAnAgentThatStartsButNotForEver)
     EXPECT_EQ(announcements, 5);
 }
 
+TEST_F(AnticipationPlanTest, AnnouncesAgainToWhoeverSwitchesIn)
+{
+    scheduler.setSchedules({alerting("a", noon().addSecs(60)), alerting("later", later)});
+    EXPECT_FALSE(plan.nextLookAtConsole()) << "nothing was announced";
+    plan.noteTold(*plan.next(), bob);
+    EXPECT_EQ(plan.nextLookAtConsole(), 1200ms);
+    plan.noteConsole(bob);
+    EXPECT_FALSE(plan.next()) << "the same user is there";
+    plan.noteConsole({});
+    EXPECT_FALSE(plan.next()) << "nobody is there";
+    plan.noteConsole(alice);
+    ASSERT_EQ(nextIdentifier(), "a");
+    plan.noteTold(*plan.next(), alice);
+    plan.noteConsole(bob);
+    EXPECT_FALSE(plan.next()) << "it shows there already";
+    clock.advance(60s);
+    EXPECT_FALSE(plan.nextLookAtConsole()) << "it is over";
+}
+
+TEST_F(AnticipationPlanTest, AnnouncesToWhoeverComesWhenNobodyWasThere)
+{
+    scheduler.setSchedules({alerting("a", noon().addSecs(60))});
+    plan.noteFailed(*plan.next());
+    plan.noteConsole({});
+    EXPECT_FALSE(plan.next());
+    plan.noteConsole(alice);
+    ASSERT_EQ(nextIdentifier(), "a");
+    plan.noteFailed(*plan.next(), alice);
+    plan.noteConsole(alice);
+    EXPECT_FALSE(plan.next()) << "an agent that is away is not asked at every look";
+}
+
+TEST_F(AnticipationPlanTest, LooksAtTheConsoleLessOftenWhileThereIsMuchTime)
+{
+    scheduler.setSchedules({alerting("a", noon().addDays(1), 100000LL)});
+    plan.noteTold(*plan.next(), bob);
+    EXPECT_EQ(plan.nextLookAtConsole(), 30s);
+    clock.advance(24h - 10s);
+    EXPECT_EQ(plan.nextLookAtConsole(), 1s);
+}
+
+TEST_F(AnticipationPlanTest, IsRemovedForEveryUserWhoWasTold)
+{
+    const QDateTime soon = noon().addSecs(30);
+    scheduler.setSchedules({alerting("a", soon)});
+    plan.noteTold(*plan.next(), bob);
+    plan.noteConsole(stranger);
+    plan.noteTold(*plan.next(), stranger);
+    EXPECT_EQ(removable(bob, soon), QStringList{"a"});
+    EXPECT_EQ(removable(stranger, soon), QStringList{"a"});
+}
+
 TEST_F(AnticipationPlanTest, AnnouncesTheSameDateAnewForAnotherBundle)
 {
     Schedule schedule = alerting("a", noon().addSecs(60));
