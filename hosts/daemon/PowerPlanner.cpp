@@ -24,6 +24,9 @@ const char *const zoneFile = "/etc/localtime";
 /// Gathers the changes of one moment, and lets what is due go first.
 constexpr std::chrono::milliseconds updateDelay(100);
 
+/// An agent that has an occurrence begins it, and takes its own lock, within a moment.
+constexpr std::chrono::seconds handOverTime(5);
+
 QList<PowerEventScheduler::Event> ourEvents()
 {
     QList<PowerEventScheduler::Event> events = Port<PowerEventScheduler>::current()->scheduledEvents();
@@ -60,14 +63,18 @@ PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoade
       m_clock(clock),
       m_loader(loader),
       m_zoneWatcher(RootFolder::join(zoneFile), RootFolder::path(), clock),
-      m_zone(zoneRules())
+      m_zone(zoneRules()),
+      m_awakeTimer(clock.makeAbsoluteTimer())
 {
+    connect(m_awakeTimer.get(), &AbsoluteTimer::due, this, &PowerPlanner::keepAwake);
     auto &center = NSNotificationCenter::defaultCenter();
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillSleep);
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillPowerOff);
     center.addObserver(this, "systemDidWake", ZDRPowerManagerSystemDidWake);
     connect(&m_zoneWatcher, &StoreWatcher::changed, this, &PowerPlanner::zoneMayHaveChanged);
 }
+
+PowerPlanner::~PowerPlanner() = default;
 
 void PowerPlanner::zoneMayHaveChanged()
 {
@@ -127,6 +134,40 @@ void PowerPlanner::update()
     });
     take(missing);
     m_refused.removeIf([&](const Event &event) { return !wanted.contains(event); });
+    keepAwake();
+}
+
+/// Takes the lock that holds for the schedules whose time it is, or gives it back, and waits for the next
+/// moment at which that changes.
+void PowerPlanner::keepAwake()
+{
+    const QDateTime now = m_clock.currentDate();
+    std::shared_ptr<const void> awake;
+    QDateTime next;
+    const auto lookAgainAt = [&](const QDateTime &date) {
+        if (!next.isValid() || date < next)
+            next = date;
+    };
+    for (const Schedule &schedule : m_scheduler.schedules()) {
+        const auto answer = m_answers.constFind(schedule.identifier);
+        if (answer == m_answers.cend() || !m_scheduler.isOpen(schedule))
+            continue;
+        const Needs &needs = answer->needs;
+        const QDateTime end = schedule.date.addDuration(longestHold);
+        const QDateTime begin = schedule.date.addDuration(needs.startup ? -powerOnLead : -wakeLead);
+        if (!(needs.wakeUp || needs.startup) || end <= now)
+            continue;
+        lookAgainAt(begin > now ? begin : end);
+        if (begin <= now && !awake)
+            awake = m_inhibitor.hold(needs.bundleInfo);
+    }
+    if (m_awake && !awake)
+        m_clock.callAfter(handOverTime, this, [held = std::move(m_awake)] {});
+    m_awake = std::move(awake);
+    if (next.isValid())
+        m_awakeTimer->start(next);
+    else
+        m_awakeTimer->stop();
 }
 
 void PowerPlanner::take(const QList<Event> &wanted)
@@ -162,7 +203,7 @@ QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
     QList<QDateTime> wakes;
     QList<QDateTime> powerOns;
     for (const Schedule &schedule : m_scheduler.schedules()) {
-        if (schedule.date <= now || !m_scheduler.isOpen(schedule))
+        if (schedule.date.addDuration(longestHold) <= now || !m_scheduler.isOpen(schedule))
             continue;
         const auto former = m_answers.constFind(schedule.identifier);
         const bool isKnown = former != m_answers.cend() && former->bundlePath == schedule.bundlePath &&
@@ -208,7 +249,7 @@ std::optional<PowerPlanner::Needs> PowerPlanner::askPlugIn(const Schedule &sched
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(schedule.parameters);
         plugIn->setCalendarDate(schedule.calendarDate());
-        needs = {plugIn->needsWakeUp(), plugIn->needsStartup()};
+        needs = {plugIn->needsWakeUp(), plugIn->needsStartup(), bundle->infoDictionary()};
     });
     if (thrown)
         ZDRLog("A plug-in was asked whether it needs the machine awake and raised: %@", *thrown);

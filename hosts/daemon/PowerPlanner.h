@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "hosts/common/plugins/ActionInhibitor.h"
 #include "hosts/daemon/Scheduler.h"
 #include "hosts/daemon/StoreWatcher.h"
 
@@ -12,6 +13,7 @@
 
 namespace dozely
 {
+class AbsoluteTimer;
 class Clock;
 } // namespace dozely
 
@@ -27,6 +29,9 @@ class PlugInLoader;
 /// did not run. Dates of the same second are one event. Before the machine sleeps or goes off, when it has
 /// woken, and when its time zone was changed this happens without being asked for.
 ///
+/// From that moment until its action has begun a schedule keeps the machine awake: a laptop that was woken
+/// with its lid closed would fall asleep again.
+///
 /// THREADING: the main thread. BLOCKING: for the disk when something changes; where the machine's scheduler
 /// refuses, for the fallback that ZDRPowerManager tries.
 class PowerPlanner : public QObject
@@ -39,12 +44,16 @@ public:
     static constexpr std::chrono::seconds powerOnLead{180};
     /// @}
 
+    /// So long an occurrence that was not begun keeps the machine awake after its date.
+    static constexpr std::chrono::minutes longestHold{5};
+
     /// So many events of a type are asked for at a time, the earliest ones. The others follow as these pass;
     /// the machine can hold only one in its clock, and each costs a write to the disk.
     static constexpr qsizetype mostEvents = 64;
 
     /// All must outlive the object.
     PowerPlanner(const Scheduler &scheduler, dozely::Clock &clock, PlugInLoader &loader);
+    ~PowerPlanner() override;
 
     /// Brings the events in line with the schedules, now.
     void update();
@@ -65,6 +74,7 @@ private:
     struct Needs {
         bool wakeUp = false;
         bool startup = false;
+        QVariantMap bundleInfo = {};
     };
     struct Answer {
         QString bundlePath;
@@ -78,6 +88,7 @@ private:
     std::optional<Needs> askPlugIn(const Schedule &schedule,
                                    QHash<QString, std::shared_ptr<NSBundle>> &bundles);
     void take(const QList<Event> &wanted);
+    void keepAwake();
 
     const Scheduler &m_scheduler;
     dozely::Clock &m_clock;
@@ -85,7 +96,10 @@ private:
     StoreWatcher m_zoneWatcher;
     QByteArray m_zone;
     QHash<QString, Answer> m_answers; // by the schedule's identifier
-    QList<Event> m_refused;           // told in the log; not asked for again before renew
+    ActionInhibitor m_inhibitor{"A scheduled action is about to run"};
+    std::shared_ptr<const void> m_awake; // while the machine is to stay awake for what is to come
+    std::unique_ptr<dozely::AbsoluteTimer> m_awakeTimer;
+    QList<Event> m_refused; // told in the log; not asked for again before renew
     bool m_asksRefusedAgain = false;
     bool m_isSystemChanging = false; // from the announcement of sleep or power-off to waking
     bool m_isUpdateComing = false;

@@ -24,7 +24,7 @@ std::shared_ptr<const void> ActionInhibitor::hold(const QVariantMap &bundleInfo)
         return nullptr;
     std::shared_ptr<SystemPower::Inhibition> inhibition = m_inhibition.lock();
     if (!inhibition) {
-        inhibition = Port<SystemPower>::current()->inhibitSleep("A scheduled action is running");
+        inhibition = Port<SystemPower>::current()->inhibitSleep(m_reason);
         m_inhibition = inhibition;
     }
     return inhibition;

@@ -13,10 +13,16 @@
 class ActionInhibitor
 {
 public:
+    /// `reason` is shown to people who ask the machine what keeps it awake.
+    explicit ActionInhibitor(QString reason = "A scheduled action is running") : m_reason(std::move(reason))
+    {
+    }
+
     /// A hold for one action, to be kept as long as it goes on. Null for a bundle whose Info dictionary says
     /// "WDInhibitsSleep" = false: one that puts the machine to sleep or switches it off.
     std::shared_ptr<const void> hold(const QVariantMap &bundleInfo);
 
 private:
+    QString m_reason;
     std::weak_ptr<dozely::SystemPower::Inhibition> m_inhibition;
 };

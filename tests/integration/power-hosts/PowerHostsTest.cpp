@@ -240,6 +240,21 @@ TEST_F(PowerHostsTest, TheMachineIsKeptAwakeWhileAnActionGoesOn)
     EXPECT_TRUE(waitUntil([] { return !inhibitors().contains("A scheduled action"); }));
 }
 
+TEST_F(PowerHostsTest, AClosedLidIsHeldOffFromTheWakeOnUntilTheActionIsOver)
+{
+    startDaemon();
+    ASSERT_TRUE(listens());
+    writeStore({probeEntry("woken", with(wake, "Goes On", "for a while"), inSeconds(8))});
+    EXPECT_TRUE(waitUntil([] {
+        return inhibitors().contains("'sleep:idle:handle-lid-switch', 'com.dozely', "
+                                     "'A scheduled action is about to run', 'block'");
+    }));
+    EXPECT_EQ(countOf("Probe acts"), 0);
+    ASSERT_TRUE(logs("Probe acts in the daemon: woken"));
+    EXPECT_TRUE(waitUntil([] { return !inhibitors().contains("A scheduled action"); }));
+    EXPECT_EQ(countOf("Probe finished"), 1);
+}
+
 TEST_F(PowerHostsTest, TheMachineMaySleepAgainOnceTheActionIsOver)
 {
     startDaemon();

@@ -410,7 +410,7 @@ TEST_F(LogindPowerTest, ActionsHoldABlockLockForAsLongAsTheyRun)
     logind.settle();
     ASSERT_THAT(logind.held("block"), SizeIs(2));
     const FakeLogind::Lock lock = logind.held("block").first();
-    EXPECT_EQ(lock.what, "sleep:idle");
+    EXPECT_EQ(lock.what, "sleep:idle:handle-lid-switch");
     EXPECT_EQ(lock.who, "com.dozely");
     EXPECT_EQ(lock.why, "A backup runs");
     first.reset();

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 namespace
 {
 constexpr char delayLock[] = "shutdown:sleep delay"; // in the order in which it tells them
-constexpr char blockLock[] = "sleep:idle block";
+constexpr char blockLock[] = "sleep:idle:handle-lid-switch block";
 } // namespace
 
 /// Writes down the power manager's notifications.

@@ -281,6 +281,73 @@ TEST_F(PowerPlannerTest, AfterSleepTheEventsAreRenewedAndTheAlarmIsSetAnew)
     EXPECT_EQ(woken, 1);
 }
 
+TEST_F(PowerPlannerTest, FromItsWakeOnAScheduleKeepsTheMachineAwakeUntilItsActionHasItsOwnLock)
+{
+    plan({wakeFor("a", 10min)});
+    clock->advance(9min - 1ms);
+    EXPECT_EQ(power->inhibitions, 0);
+    clock->advance(1ms);
+    EXPECT_EQ(power->inhibitions, 1);
+    EXPECT_EQ(power->reasons, QStringList{"A scheduled action is about to run"});
+    clock->advance(1min);
+    planner.update();
+    EXPECT_EQ(power->inhibitions, 1) << "it is due, and did not begin yet";
+    scheduler.note({wakeFor("a", 10min), noon().addSecs(600)}, OccurrenceState::Begun);
+    planner.update();
+    EXPECT_EQ(power->inhibitions, 1) << "the agent that has it takes a moment for its own lock";
+    clock->advance(5s);
+    EXPECT_EQ(power->inhibitions, 0);
+}
+
+TEST_F(PowerPlannerTest, AMachineThatSwitchedItselfOnIsKeptAwakeToo)
+{
+    plan({powerOnFor("a", 10min)});
+    clock->advance(7min - 1ms);
+    EXPECT_EQ(power->inhibitions, 0);
+    clock->advance(1ms);
+    EXPECT_EQ(power->inhibitions, 1);
+}
+
+TEST_F(PowerPlannerTest, AMachineThatWokeForAScheduleIsKeptAwakeAtOnce)
+{
+    ZDRPowerManager::sharedInstance();
+    plan({wakeFor("a", 10min)});
+    power->send(kIOMessageSystemWillSleep);
+    clock->jumpTo(noon().addSecs(540));
+    power->send(kIOMessageSystemHasPoweredOn);
+    EXPECT_EQ(power->inhibitions, 1);
+}
+
+TEST_F(PowerPlannerTest, WhatIsNotPerformedKeepsTheMachineAwakeForFiveMinutesAtMost)
+{
+    plan({wakeFor("a", 1min)});
+    EXPECT_EQ(power->inhibitions, 1);
+    clock->advance(6min - 1s);
+    EXPECT_EQ(power->inhibitions, 1);
+    clock->advance(6s);
+    EXPECT_EQ(power->inhibitions, 0);
+}
+
+TEST_F(PowerPlannerTest, ScheduleThatNeedsNoWakeOrIsGoneKeepsNothingAwake)
+{
+    plan({wanting("a", 30s, {})});
+    EXPECT_EQ(power->inhibitions, 0);
+    plan({wakeFor("b", 30s)});
+    EXPECT_EQ(power->inhibitions, 1);
+    plan({});
+    clock->advance(5s);
+    EXPECT_EQ(power->inhibitions, 0);
+}
+
+TEST_F(PowerPlannerTest, ABundleThatWantsTheMachineAsleepKeepsNothingAwake)
+{
+    Schedule sleep = wakeFor("a", 30s);
+    sleep.bundlePath =
+        makeBundle("Sleeper", {{"WDDaemonModule", "ProbePlugIn.so"}, {"WDInhibitsSleep", false}});
+    plan({sleep});
+    EXPECT_EQ(power->inhibitions, 0);
+}
+
 TEST_F(PowerPlannerTest, ANewTimeZoneSetsTheAlarmAnew)
 {
     write("/etc/localtime", "TZif2");
