@@ -18,6 +18,9 @@ namespace
 /// Begun together at most. A daemon that is killed has lost what had begun, so not all that may ever be due.
 constexpr qsizetype mostInATurn = 1000;
 
+/// A clock that is doubted is looked at so often.
+constexpr std::chrono::seconds clockLooks(1);
+
 QString senderLabel(const ReceivedOrder &order)
 {
     return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
@@ -31,6 +34,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
       m_console(std::move(console)),
       m_performer(m_keeper, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
+      m_clockDoubt(clock),
       m_power(m_keeper.scheduler(), clock, m_performer.plugIns()),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_timer(clock.makeAbsoluteTimer())
@@ -70,8 +74,9 @@ void DaemonController::rereadStore()
 
 void DaemonController::waitForNext()
 {
+    lookAtClock();
     auto next = m_performer.hasMore() ? m_clock.currentDate() : m_keeper.scheduler().nextDate();
-    const auto announcement = m_anticipation.nextDate();
+    const auto announcement = nextAnnouncement();
     if (announcement && (!next || *announcement < *next))
         next = announcement;
     if (next)
@@ -80,6 +85,35 @@ void DaemonController::waitForNext()
         m_timer->stop();
     m_power.updateSoon();
     watchConsole();
+}
+
+/// What a doubted clock makes late waits until it can be believed.
+void DaemonController::lookAtClock()
+{
+    const bool wasHeldUp = m_clockDoubt.until().isValid();
+    m_clockDoubt.look();
+    const QDateTime until = m_clockDoubt.until();
+    m_keeper.scheduler().setDoubted(until);
+    if (until.isValid() && !wasHeldUp) {
+        ZDRLog("The clock was set ahead by %lld s: what that makes late waits until the clock is sure",
+               static_cast<qlonglong>(m_clockDoubt.step().count()));
+    } else if (!until.isValid() && wasHeldUp) {
+        const ClockDoubt::Excuse excuse = m_clockDoubt.excuse();
+        m_keeper.scheduler().excuse(excuse.until, excuse.duration);
+    }
+    if (!m_clockDoubt.isDoubted() || m_isWatchingClock)
+        return;
+    m_isWatchingClock = true;
+    m_clock.callAfter(clockLooks, this, [this] {
+        m_isWatchingClock = false;
+        waitForNext();
+    });
+}
+
+/// When something is to be announced; absent while a doubted clock may have brought that about.
+std::optional<QDateTime> DaemonController::nextAnnouncement() const
+{
+    return m_clockDoubt.step() > ClockDoubt::largestStep ? std::nullopt : m_anticipation.nextDate();
 }
 
 /// For as long as something is announced, somebody may switch in who has not been told.
@@ -111,12 +145,13 @@ QList<Occurrence> DaemonController::dueNow() const
 
 void DaemonController::performDue()
 {
+    lookAtClock();
     const QList<Occurrence> due = dueNow();
     m_performer.decide(due);
     // Each is started in a turn of its own, so that requests and signals are served in between.
     if (m_performer.hasMore())
         m_performer.startNext();
-    else if (due.isEmpty())
+    else if (due.isEmpty() && nextAnnouncement())
         announceNext(); // may have to wait for an agent that does not answer, hence not before what is due
     waitForNext();
 }

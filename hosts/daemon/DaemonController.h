@@ -3,6 +3,7 @@
 
 #include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/daemon/AnticipationPlan.h"
+#include "hosts/daemon/ClockDoubt.h"
 #include "hosts/daemon/OccurrencePerformer.h"
 #include "hosts/daemon/OrderRate.h"
 #include "hosts/daemon/PowerPlanner.h"
@@ -38,8 +39,10 @@ private:
     void waitForNext();
     QList<Occurrence> dueNow() const;
     void performDue();
+    std::optional<QDateTime> nextAnnouncement() const;
     void announceNext();
     void watchConsole();
+    void lookAtClock();
 
     void daemonMustAct(const ReceivedOrder &order);
     void daemonMustRemove(const ReceivedOrder &order);
@@ -54,9 +57,11 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
     AnticipationPlan m_anticipation;
+    ClockDoubt m_clockDoubt;
     PowerPlanner m_power;
     OrderRate m_rate;
     StoreWatcher m_watcher;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     bool m_isWatchingConsole = false;
+    bool m_isWatchingClock = false;
 };

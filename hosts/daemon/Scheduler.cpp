@@ -64,11 +64,11 @@ std::optional<QDateTime> Scheduler::nextDate() const
     std::optional<QDateTime> next;
     for (const Schedule &schedule : m_schedules) {
         if ((!next || schedule.date < *next) && isOpen(schedule) &&
-            !m_heldBack.contains({schedule.identifier, schedule.date}))
+            !isHeldBack({schedule.identifier, schedule.date}))
             next = schedule.date;
     }
     for (const OccurrenceRecord::Key &key : m_record.asked()) {
-        if ((!next || key.second < *next) && !m_heldBack.contains(key) && schedule(key.first))
+        if ((!next || key.second < *next) && !isHeldBack(key) && schedule(key.first))
             next = key.second;
     }
     return next;
@@ -79,8 +79,7 @@ QList<Occurrence> Scheduler::due() const
     const QDateTime now = m_clock.currentDate();
     QList<Occurrence> due;
     for (const Schedule &schedule : m_schedules) {
-        if (schedule.date <= now && isOpen(schedule) &&
-            !m_heldBack.contains({schedule.identifier, schedule.date}))
+        if (schedule.date <= now && isOpen(schedule) && !isHeldBack({schedule.identifier, schedule.date}))
             due += Occurrence{schedule, schedule.date,
                               m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
     }
@@ -91,11 +90,23 @@ QList<Occurrence> Scheduler::due() const
     return due;
 }
 
+bool Scheduler::isHeldBack(const OccurrenceRecord::Key &key) const
+{
+    const bool isDoubted = m_doubtedUntil.isValid() && key.second <= m_doubtedUntil;
+    return isDoubted || m_heldBack.contains(key);
+}
+
+void Scheduler::excuse(const QDateTime &until, std::chrono::milliseconds duration)
+{
+    m_excusedUntil = until;
+    m_excusedFor = duration;
+}
+
 QList<Occurrence> Scheduler::askedFor() const
 {
     QList<Occurrence> asked;
     for (const OccurrenceRecord::Key &key : m_record.asked()) {
-        const auto schedule = m_heldBack.contains(key) ? std::nullopt : this->schedule(key.first);
+        const auto schedule = isHeldBack(key) ? std::nullopt : this->schedule(key.first);
         if (schedule)
             asked += Occurrence{*schedule, key.second, false, true};
     }
@@ -125,8 +136,10 @@ bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
 {
     const bool isExcused = m_waitEnd.isValid() && occurrence.date >= m_waitStart &&
                            occurrence.date < m_waitEnd && m_waitStart.msecsTo(m_waitEnd) <= longestWait;
+    const bool wasHeldUp = m_excusedUntil.isValid() && occurrence.date <= m_excusedUntil;
     return (isExcused ? m_waitEnd : occurrence.date).msecsTo(m_clock.currentDate()) >
-           allowedLateness(occurrence, timeOut).count();
+           (allowedLateness(occurrence, timeOut) + (wasHeldUp ? m_excusedFor : std::chrono::milliseconds(0)))
+               .count();
 }
 
 void Scheduler::beginWait()

@@ -40,6 +40,13 @@ public:
     /// After the record was lost: what fell due before `date` may have run.
     void setNothingKnownBefore(const QDateTime &date) { m_nothingKnownBefore = date; }
 
+    /// While the clock is doubted nothing up to `until` comes due, nor what is asked for with such a date;
+    /// null ends that.
+    void setDoubted(const QDateTime &until) { m_doubtedUntil = until; }
+
+    /// What has a date up to `until` was held up for `duration`, which is no lateness of its own.
+    void excuse(const QDateTime &until, std::chrono::milliseconds duration);
+
     void setSchedules(const QList<Schedule> &schedules) { m_schedules = schedules; }
     const QList<Schedule> &schedules() const { return m_schedules; }
     std::optional<Schedule> schedule(const QString &identifier) const;
@@ -115,12 +122,16 @@ public:
 
 private:
     QList<Occurrence> askedFor() const;
+    bool isHeldBack(const OccurrenceRecord::Key &key) const;
 
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
     QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;
+    QDateTime m_doubtedUntil;
+    QDateTime m_excusedUntil;
+    std::chrono::milliseconds m_excusedFor{0};
     QDateTime m_waitStart;
     QDateTime m_waitEnd;
 };

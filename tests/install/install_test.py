@@ -152,6 +152,7 @@ class InstallTest(unittest.TestCase):
     def test_the_system_finds_units_and_entries(self):
         daemon = (self.prefix / "lib/systemd/system/dozelyd.service").read_text(encoding="utf-8")
         self.assertIn(f"ExecStart={PREFIX}/sbin/dozelyd\n", daemon)
+        self.assertRegex(daemon, r"(?m)^After=.*\btime-sync\.target\b")
         self.assertTrue((self.stage / AGENT.lstrip("/")).is_file())
         unit = (self.prefix / "lib/systemd/user/dozely-agent.service").read_text(encoding="utf-8")
         self.assertIn(f'ExecStart="{AGENT}"\n', unit)

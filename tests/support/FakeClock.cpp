@@ -106,6 +106,12 @@ void FakeClock::jumpTo(const QDateTime &date)
     }
 }
 
+void FakeClock::sleep(milliseconds duration)
+{
+    m_slept += duration;
+    jumpTo(m_date.addMSecs(duration.count()));
+}
+
 QList<milliseconds> FakeClock::pendingDelays() const
 {
     QList<milliseconds> delays;

@@ -16,6 +16,8 @@ public:
 
     QDateTime currentDate() const override { return m_date; }
     std::chrono::milliseconds steadyTime() const override { return m_steady; }
+    std::chrono::milliseconds bootTime() const override { return m_steady + m_slept; }
+    bool isSynchronised() const override { return synchronised; }
     void callAfter(std::chrono::milliseconds delay, QObject *context, std::function<void()> action) override;
     bool acquire(QSemaphore &semaphore, std::chrono::milliseconds limit) override;
     std::unique_ptr<dozely::AbsoluteTimer> makeAbsoluteTimer() override;
@@ -25,6 +27,12 @@ public:
 
     /// Sets the calendar clock without letting time pass, as a person or a time server does.
     void jumpTo(const QDateTime &date);
+
+    /// The machine sleeps: the calendar goes on and timers stand still.
+    void sleep(std::chrono::milliseconds duration);
+
+    /// Whether the calendar was set by something that knows the time.
+    bool synchronised = true;
 
     /// The delays of the one-shot timers still to come, in the order in which they were asked for.
     QList<std::chrono::milliseconds> pendingDelays() const;
@@ -44,6 +52,7 @@ private:
 
     QDateTime m_date;
     std::chrono::milliseconds m_steady{0};
+    std::chrono::milliseconds m_slept{0};
     QList<Shot> m_shots;
     QList<Timer *> m_timers;
 };

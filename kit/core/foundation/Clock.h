@@ -48,6 +48,12 @@ public:
     /// Time on a clock that never jumps; only differences mean something.
     virtual std::chrono::milliseconds steadyTime() const = 0;
 
+    /// The same on a clock that goes on while the machine sleeps: time since it was started.
+    virtual std::chrono::milliseconds bootTime() const = 0;
+
+    /// Whether something that knows the time has set the calendar clock and nobody has changed it since.
+    virtual bool isSynchronised() const = 0;
+
     /// Runs `action` once on the calling thread's event loop, `delay` from now, unless `context` is destroyed
     /// first.
     virtual void callAfter(std::chrono::milliseconds delay, QObject *context,

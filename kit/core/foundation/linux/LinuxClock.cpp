@@ -8,9 +8,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <limits>
 #include <poll.h>
 #include <sys/timerfd.h>
+#include <sys/timex.h>
 #include <unistd.h>
 
 namespace dozely
@@ -117,6 +119,23 @@ QDateTime LinuxClock::currentDate() const
 milliseconds LinuxClock::steadyTime() const
 {
     return std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+milliseconds LinuxClock::bootTime() const
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_BOOTTIME, &time);
+    return std::chrono::seconds(time.tv_sec) +
+           std::chrono::duration_cast<milliseconds>(std::chrono::nanoseconds(time.tv_nsec));
+}
+
+bool LinuxClock::isSynchronised() const
+{
+    // Setting the clock by hand puts the error that the kernel estimates to its maximum, and so does time
+    // that passes without a word from who synchronises.
+    constexpr long largestError = 16'000'000; // microseconds
+    timex state{};
+    return ::adjtimex(&state) >= 0 && state.maxerror < largestError;
 }
 
 void LinuxClock::callAfter(milliseconds delay, QObject *context, std::function<void()> action)

@@ -39,6 +39,8 @@ class DOZELYKIT_AUTOTEST_EXPORT LinuxClock : public Clock
 public:
     QDateTime currentDate() const override;
     std::chrono::milliseconds steadyTime() const override;
+    std::chrono::milliseconds bootTime() const override;
+    bool isSynchronised() const override;
     void callAfter(std::chrono::milliseconds delay, QObject *context, std::function<void()> action) override;
     bool acquire(QSemaphore &semaphore, std::chrono::milliseconds limit) override;
     std::unique_ptr<AbsoluteTimer> makeAbsoluteTimer() override;

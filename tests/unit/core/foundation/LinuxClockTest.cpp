@@ -2,6 +2,7 @@
 #include "DozelyKit/core/foundation/linux/LinuxClock_p.h"
 #include "support/WaitUntil.h"
 
+#include <QFile>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -49,6 +50,19 @@ TEST(LinuxClock, TellsTheDateInUtc)
     EXPECT_EQ(date.timeSpec(), Qt::UTC);
     EXPECT_GE(date, before);
     EXPECT_LE(date, now());
+}
+
+TEST(LinuxClock, KnowsTheTimeSinceTheBootSleepIncluded)
+{
+    const auto uptime = [] {
+        QFile file("/proc/uptime");
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll().split(' ').value(0).toDouble() * 1000; // milliseconds
+    };
+    const double before = uptime();
+    const auto time = static_cast<double>(LinuxClock().bootTime().count());
+    EXPECT_GE(time, before - 10); // it is told in hundredths of a second
+    EXPECT_LE(time, uptime() + 20);
 }
 
 TEST(LinuxClock, HasASteadyTimeThatRunsWithRealTime)

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/power/KeyEventDriver.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/ZDRPowerManager.h"
+#include "hosts/daemon/DaemonController.h"
+#include "hosts/daemon/OccurrenceDatabase.h"
+#include "hosts/daemon/PinnedConsoleUser.h"
+#include "support/FakeClock.h"
+#include "support/FakeConsoleUser.h"
+#include "support/PrintTo.h"
+#include "unit/hosts/BundleFixture.h"
+
+using namespace dozely;
+
+using namespace std::chrono_literals;
+
+/// A daemon whose clock is right when it begins at noon and then set by nobody who knows the time. Its
+/// schedule is for ten minutes later; the plug-in allows thirty seconds.
+class WrongClockTest : public BundleFixture
+{
+protected:
+    WrongClockTest()
+    {
+        Port<PowerEventScheduler>::current() = machine;
+        Port<KeyEventDriver>::current() = std::make_shared<NoKeys>();
+        makeProbe();
+        writeStore({changed(entry("a", noon().addSecs(600)), "Parameters", parameters)});
+        ZDRPowerManager::sharedInstance();
+        start();
+        clock.synchronised = false;
+    }
+    void start()
+    {
+        daemon = std::make_unique<DaemonController>(
+            clock, std::make_shared<PinnedConsoleUser>(std::make_shared<FakeConsoleUser>()));
+    }
+    void jump(std::chrono::seconds by)
+    {
+        clock.jumpTo(clock.currentDate().addDuration(by));
+        clock.advance(0ms);
+    }
+    qsizetype actions() const { return messages().filter("Probe acts in the daemon: hello").size(); }
+    qsizetype skips() const { return messages().filter("was skipped").size(); }
+
+    const QVariantMap parameters{{"Acts In User Agent", 0LL}, {"Text", "hello"}, {"Time Out", -30LL}};
+    std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
+    FakeClock clock{noon()};
+    std::unique_ptr<DaemonController> daemon;
+};
+
+TEST_F(WrongClockTest, AJumpOfAYearAndBackConsumesNothing)
+{
+    jump(24h * 365);
+    clock.advance(59s);
+    EXPECT_EQ(skips(), 0);
+    jump(-24h * 365);
+    clock.advance(8min);
+    EXPECT_EQ(actions(), 0);
+    clock.advance(1min + 1s);
+    EXPECT_EQ(actions(), 1);
+    EXPECT_EQ(skips(), 0);
+}
+
+TEST_F(WrongClockTest, WhatAJumpMakesDueIsDecidedWhenTheClockHasStoodForAMinute)
+{
+    jump(610s);
+    EXPECT_EQ(actions(), 0) << "ten seconds late, by a clock that may be wrong";
+    clock.advance(59s);
+    EXPECT_EQ(actions(), 0);
+    clock.advance(2s);
+    EXPECT_EQ(actions(), 1) << "the minute of the doubt makes nothing late";
+}
+
+TEST_F(WrongClockTest, WhatAJumpMakesLateIsSkippedWhenTheClockHasStoodForAMinute)
+{
+    jump(24h);
+    EXPECT_EQ(skips(), 0);
+    clock.advance(61s);
+    EXPECT_EQ(skips(), 1);
+}
+
+TEST_F(WrongClockTest, ASynchronisedClockIsBelievedAtOnce)
+{
+    clock.synchronised = true;
+    jump(610s);
+    EXPECT_EQ(actions(), 1);
+}
+
+TEST_F(WrongClockTest, WhatComesDueAfterTheJumpRunsAtItsTime)
+{
+    writeStore({changed(entry("a", noon().addSecs(24 * 3600 + 10)), "Parameters", parameters)});
+    start();
+    jump(24h);
+    clock.advance(11s);
+    EXPECT_EQ(actions(), 1);
+}
+
+TEST_F(WrongClockTest, AfterSleepNothingWaits)
+{
+    clock.sleep(610s);
+    clock.advance(0ms);
+    EXPECT_EQ(actions(), 1);
+}
+
+TEST_F(WrongClockTest, ADaemonThatStartsByAClockThatIsAYearAheadConsumesNothing)
+{
+    daemon.reset();
+    clock.jumpTo(noon().addYears(1));
+    start();
+    clock.advance(30s);
+    EXPECT_EQ(skips(), 0);
+    jump(-24h * 365);
+    clock.advance(11min);
+    EXPECT_EQ(actions(), 1);
+    EXPECT_EQ(skips(), 0);
+}
