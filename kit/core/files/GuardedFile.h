@@ -31,19 +31,11 @@ public:
         SystemAndThisUser, ///< Also that of the effective user of this process.
     };
 
-    /// What it is to have the lock. Programs exclude each other only when they agree in it.
-    enum class LockBy {
-        Existence,  ///< The lock file is there; it goes with the lock, and is stale when its maker is gone.
-        Descriptor, ///< The lock file stays, and has the kernel's lock; for its owner alone, since whoever
-                    ///< can open it can keep it from everybody.
-    };
-
     struct Terms {
         QString path;    ///< Written out in full, below the root folder.
         qint64 largest;  ///< Bytes.
         int mode = 0644; ///< The permission bits of the file.
         Owners owners = Owners::System;
-        LockBy lockBy = LockBy::Existence;
     };
 
     /// What happens to a file that was set aside earlier.
@@ -80,8 +72,10 @@ public:
     /// The whole content; nothing when there is no such file. A link is not followed.
     Result<std::optional<QByteArray>> read() const;
 
-    /// Takes the lock that is named after the file with ".lock" behind it, waiting for at most `limit`. The
-    /// folder is made where there is none, writable for its owner alone.
+    /// Takes the lock: the kernel's, on the file of the same name with ".lock" behind it, waiting for at most
+    /// `limit`. That file stays, and is for its owner alone, since whoever can open it can keep the lock from
+    /// everybody; what lies there of an earlier holder means nothing. The folder is made where there is none,
+    /// writable for its owner alone.
     Result<Lock> lock(std::chrono::milliseconds limit = std::chrono::seconds(5)) const;
 
     /// Replaces the file as replaceFileAtomically does; makes the folder as `lock` does. Null, or what could

@@ -11,7 +11,6 @@
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -59,8 +58,7 @@ namespace dozely
 {
 
 struct GuardedFile::Lock::Held {
-    std::unique_ptr<QLockFile> file; // either
-    Descriptor descriptor;           // or
+    Descriptor descriptor;
 };
 
 GuardedFile::Lock::Lock(std::unique_ptr<Held> held) : m_held(std::move(held)) {}
@@ -103,16 +101,10 @@ Result<GuardedFile::Lock> GuardedFile::lock(std::chrono::milliseconds limit) con
     const Error isBusy{QString("%1 is being changed by another program").arg(path()), busy};
     const Error cannotBeMade{QString("The lock file of %1 cannot be made").arg(path())};
     auto held = std::make_unique<Lock::Held>();
-    if (m_terms.lockBy == LockBy::Existence) {
-        held->file = std::make_unique<QLockFile>(name);
-        held->file->setStaleLockTime(0); // a lock is stale only when its holder is gone
-        if (!held->file->tryLock(static_cast<int>(limit.count())))
-            return held->file->error() == QLockFile::LockFailedError ? isBusy : cannotBeMade;
-        return Lock(std::move(held));
-    }
     held->descriptor.reset(::open(QFile::encodeName(name).constData(),
                                   O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    if (!held->descriptor.isValid())
+    // Earlier versions left files that others may read, and with that lock.
+    if (!held->descriptor.isValid() || ::fchmod(held->descriptor.get(), S_IRUSR | S_IWUSR) != 0)
         return cannotBeMade;
     if (const int failure = takeLock(held->descriptor.get(), limit); failure != 0)
         return failure == EWOULDBLOCK ? isBusy : Error{qt_error_string(failure)};

@@ -78,7 +78,7 @@ QByteArray dataOf(const Content &content)
 GuardedFile eventFile()
 {
     return GuardedFile({PowerEventStore::path(), PropertyList::maximumSize, fileMode,
-                        GuardedFile::Owners::SystemAndThisUser, GuardedFile::LockBy::Descriptor});
+                        GuardedFile::Owners::SystemAndThisUser});
 }
 } // namespace
 

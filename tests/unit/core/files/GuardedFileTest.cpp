@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QProcess>
 
 #include <gmock/gmock.h>
@@ -27,10 +26,9 @@ class GuardedFileTest : public testing::Test
 protected:
     GuardedFileTest() { ::umask(022); }
 
-    GuardedFile file(GuardedFile::LockBy lockBy = GuardedFile::LockBy::Existence,
-                     GuardedFile::Owners owners = GuardedFile::Owners::System) const
+    GuardedFile file(GuardedFile::Owners owners = GuardedFile::Owners::System) const
     {
-        return GuardedFile({path, 100, 0640, owners, lockBy});
+        return GuardedFile({path, 100, 0640, owners});
     }
     QByteArray contentOf(const QString &name) const
     {
@@ -143,7 +141,7 @@ TEST_F(GuardedFileTest, OfTheUserIsBelievedWhereThatIsAsked)
         ASSERT_EQ(::chown(qPrintable(root.path()), Identity::ordinaryUser, Identity::ordinaryUser), 0);
     }
     EXPECT_EQ(file().read().ok(), !isRoot);
-    const auto users = file(GuardedFile::LockBy::Existence, GuardedFile::Owners::SystemAndThisUser).read();
+    const auto users = file(GuardedFile::Owners::SystemAndThisUser).read();
     ASSERT_TRUE(users) << users.error().text.toStdString();
     EXPECT_EQ(*users, std::optional<QByteArray>("content"));
 }
@@ -157,26 +155,25 @@ TEST_F(GuardedFileTest, IsNotBelievedBelowARootFolderOfNobody)
     EXPECT_EQ(content.error().name, GuardedFile::untrusted);
 }
 
-TEST_F(GuardedFileTest, KeepsQtsLockFileWhileItIsLocked)
+TEST_F(GuardedFileTest, IsLockedWhateverEarlierHoldersLeftInTheLockFile)
 {
-    QLockFile other(path + ".lock");
-    {
-        const auto lock = file().lock();
+    root.makeFolder("/var/lib/room");
+    for (const QByteArray &left :
+         {QByteArray(), QByteArray("1\ndozely-admin\nhost\n"), QByteArray("damaged")}) {
+        QFile lockFile(path + ".lock");
+        ASSERT_TRUE(lockFile.open(QIODevice::WriteOnly));
+        lockFile.write(left);
+        lockFile.close();
+        ASSERT_EQ(::chmod(qPrintable(lockFile.fileName()), 0644), 0);
+        const auto lock = file().lock(0ms);
         ASSERT_TRUE(lock) << lock.error().text.toStdString();
-        EXPECT_FALSE(other.tryLock());
-        EXPECT_EQ(other.error(), QLockFile::LockFailedError);
+        EXPECT_EQ(modeOf(lockFile.fileName()), 0600U) << "others could hold it";
     }
-    EXPECT_FALSE(QFileInfo::exists(path + ".lock"));
-    ASSERT_TRUE(other.tryLock());
-    const auto lock = file().lock(1ms);
-    ASSERT_FALSE(lock);
-    EXPECT_EQ(lock.error().name, GuardedFile::busy);
-    EXPECT_THAT(lock.error().text.toStdString(), HasSubstr("being changed by another program"));
 }
 
 TEST_F(GuardedFileTest, KeepsTheKernelsLockWhileItIsLocked)
 {
-    const GuardedFile guarded = file(GuardedFile::LockBy::Descriptor);
+    const GuardedFile guarded = file();
     {
         const auto lock = guarded.lock();
         ASSERT_TRUE(lock) << lock.error().text.toStdString();
@@ -193,7 +190,7 @@ TEST_F(GuardedFileTest, KeepsTheKernelsLockWhileItIsLocked)
 TEST_F(GuardedFileTest, IsNotLockedWhereNoLockFileCanBeMade)
 {
     root.makeFolder("/var/lib/room/file.lock");
-    const auto descriptor = file(GuardedFile::LockBy::Descriptor).lock(1ms);
+    const auto descriptor = file().lock(1ms);
     ASSERT_FALSE(descriptor);
     EXPECT_THAT(descriptor.error().text.toStdString(), HasSubstr("lock file"));
     QFile occupied(root.join("/occupied"));
