@@ -7,8 +7,12 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 
+#include <cctype>
 #include <cerrno>
+#include <ctime>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,6 +21,38 @@ namespace dozely
 
 namespace
 {
+constexpr char temporaryPrefix[] = ".dozely-";
+
+/// So old nobody's temporary is that is still at it.
+constexpr time_t longestWriting = 600; // seconds
+
+/// ".dozely-" and up to sixteen hexadecimal digits.
+bool isTemporary(const QByteArray &name)
+{
+    if (!name.startsWith(temporaryPrefix))
+        return false;
+    const QByteArray number = name.mid(qsizetype(sizeof temporaryPrefix) - 1);
+    bool isNumber = false;
+    number.toULongLong(&isNumber, 16);
+    return isNumber && std::isxdigit(static_cast<unsigned char>(number[0]));
+}
+
+/// Removes what programs left behind that were killed between making a temporary and renaming it.
+void sweep(int folder)
+{
+    const int readable = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::unique_ptr<DIR, int (*)(DIR *)> entries(readable < 0 ? nullptr : ::fdopendir(readable),
+                                                       ::closedir);
+    while (const dirent *entry = entries ? ::readdir(entries.get()) : nullptr) {
+        struct stat status {
+        };
+        if (isTemporary(entry->d_name) &&
+            ::fstatat(folder, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode) &&
+            status.st_mtime < ::time(nullptr) - longestWriting)
+            ::unlinkat(folder, entry->d_name, 0);
+    }
+}
+
 bool writeAll(int descriptor, const QByteArray &content)
 {
     qsizetype done = 0;
@@ -57,8 +93,9 @@ Result<void> replaceFileAtomically(const QString &path, const QByteArray &conten
         ::open(QFile::encodeName(target.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.get() < 0)
         return fail(errno);
+    sweep(folder.get());
     const QByteArray temporary =
-        ".dozely-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16);
+        temporaryPrefix + QByteArray::number(QRandomGenerator::system()->generate64(), 16);
     if (!replaceIn(folder.get(), temporary, name, content, mode)) {
         const int code = errno;
         ::unlinkat(folder.get(), temporary.constData(), 0);

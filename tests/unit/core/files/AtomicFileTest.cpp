@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/files/AtomicFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
@@ -53,6 +54,23 @@ TEST_F(AtomicFileTest, ReplacesTheOldContentForWhoOpensItLaterOnly)
     ASSERT_TRUE(replaceFileAtomically(path, "new", 0600));
     EXPECT_EQ(reader.readAll(), "old content");
     EXPECT_EQ(content(), "new");
+}
+
+TEST_F(AtomicFileTest, SweepsAwayWhatKilledProgramsLeft)
+{
+    const auto leave = [&](const QString &name, int minutesAgo) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-60 * minutesAgo),
+                                     QFileDevice::FileModificationTime));
+    };
+    leave(".dozely-0123456789abcdef", 11);
+    leave(".dozely-1", 11);
+    leave(".dozely-2", 0);      // may be of a program that is at it
+    leave(".dozely-notes", 11); // somebody else's
+    ASSERT_TRUE(QDir(folder.path()).mkdir(".dozely-3"));
+    ASSERT_TRUE(replaceFileAtomically(path, "new", 0600));
+    EXPECT_EQ(entries(), QStringList({".dozely-2", ".dozely-3", ".dozely-notes", "store.plist"}));
 }
 
 TEST_F(AtomicFileTest, ReplacesALinkAndNotWhatItLeadsTo)
