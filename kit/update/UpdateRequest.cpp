@@ -44,11 +44,12 @@ QStringList UpdateRequest::Facts::missing() const
 qint32 UpdateRequest::countOfEnabledSchedules()
 {
     const GuardedFile file(
-        {RootFolder::join("/Library/Preferences/com.dozely.plist"), PropertyList::maximumSize});
+        {RootFolder::join("/Library/Preferences/com.dozely.plist"), PropertyList::ofTheSystem.size});
     const auto data = file.read();
     if (data && !*data)
         return 0;
-    const auto store = data ? PropertyList::fromData(**data) : Result<QVariant>(data.error());
+    const auto store = data ? PropertyList::fromData(**data, nullptr, PropertyList::ofTheSystem)
+                            : Result<QVariant>(data.error());
     if (!store) {
         ZDRLog("The schedules are not counted. %@.",
                data ? QString("\"%1\": %2").arg(file.path(), store.error().text) : store.error().text);

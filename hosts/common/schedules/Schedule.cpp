@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/schedules/Schedule.h"
 
+#include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <QDir>
 #include <QStringList>
+
+#include <algorithm>
 
 using namespace dozely;
 
@@ -13,6 +17,10 @@ namespace
 {
 const QStringList knownKeys{"Identifier", "Name", "Is Enabled", "Bundle Path",
                             "Parameters", "Date", "Time Zone",  "Owner"};
+
+/// Those that both forms of a property list know.
+constexpr int firstYear = 1;
+constexpr int lastYear = 9999;
 
 /// Collects the first fault of an entry.
 class EntryReader
@@ -75,6 +83,19 @@ QDateTime roundedUp(const QDateTime &date)
     return QDateTime::fromMSecsSinceEpoch(over ? milliseconds + 1000 - over : milliseconds, Qt::UTC);
 }
 
+/// Whether a date that cannot be read stands anywhere in `value`. Its depth is that of a property list.
+bool holdsDamage(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<PropertyList::DamagedDate>())
+        return true;
+    if (value.typeId() == QMetaType::QVariantMap) {
+        const QVariantMap map = value.toMap();
+        return std::any_of(map.cbegin(), map.cend(), holdsDamage);
+    }
+    const QVariantList list = value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList();
+    return std::any_of(list.cbegin(), list.cend(), holdsDamage);
+}
+
 bool isCleanFixedPath(const QString &path)
 {
     return path.startsWith('/') && path.size() > 1 && !path.contains(QChar(0)) &&
@@ -103,6 +124,12 @@ Result<Schedule> Schedule::fromEntry(const QVariant &entry)
         reader.complain("\"Bundle Path\" is not an absolute path");
     if (!schedule.date.isValid())
         reader.complain("\"Date\" is not a date");
+    else if (const int year = roundedUp(schedule.date).date().year(); year < firstYear || year > lastYear)
+        reader.complain("\"Date\" is out of range");
+    for (auto key = map.cbegin(); key != map.cend(); ++key) {
+        if (holdsDamage(*key))
+            reader.complain(QString("\"%1\" holds a date that cannot be read").arg(logLabel(key.key())));
+    }
     if (!schedule.timeZone.isEmpty() && !isTimeZoneName(schedule.timeZone))
         reader.complain("\"Time Zone\" is not known");
     if (!reader.fault().isEmpty())

@@ -24,7 +24,7 @@ struct Root {
 Result<Root> rootOf(const QByteArray &data)
 {
     Root root;
-    const auto list = PropertyList::fromData(data, &root.format);
+    const auto list = PropertyList::fromData(data, &root.format, PropertyList::ofTheSystem);
     if (!list)
         return list.error();
     if (list->typeId() != QMetaType::QVariantMap)
@@ -70,7 +70,7 @@ QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
 
 GuardedFile storeFile()
 {
-    return GuardedFile({ScheduleStore::path(), PropertyList::maximumSize, storeMode});
+    return GuardedFile({ScheduleStore::path(), PropertyList::ofTheSystem.size, storeMode});
 }
 } // namespace
 
@@ -92,9 +92,12 @@ Result<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data)
         content.faults += QString("%1 is bad: %2").arg(entryLabel(index, entry), why);
         if (entry.typeId() == QMetaType::QVariantMap) {
             const QVariant identifier = entry.toMap().value("Identifier");
-            if (identifier.typeId() == QMetaType::QString)
+            if (identifier.typeId() == QMetaType::QString && !identifier.toString().isEmpty()) {
                 content.faultyIdentifiers.insert(identifier.toString());
+                return;
+            }
         }
+        content.hasUnknown = true;
     });
     for (qsizetype i = 0; i < entries.size(); ++i) {
         if (good.contains(i))
@@ -147,7 +150,7 @@ Result<QByteArray> ScheduleStore::rewritten(const std::optional<QByteArray> &dat
         after += schedule.toEntry();
     }
     root.dictionary.insert(arrayKey, after);
-    QByteArray result = PropertyList::toData(root.dictionary, root.format);
+    QByteArray result = PropertyList::toData(root.dictionary, root.format, PropertyList::ofTheSystem);
     if (result.isNull())
         return Error{"the schedules are too many or hold a value that a property list cannot carry"};
     return result;

@@ -23,6 +23,7 @@ struct Content {
     QList<Schedule> schedules;
     QStringList faults;              ///< One sentence for each bad entry, naming it.
     QSet<QString> faultyIdentifiers; ///< Of those bad entries that have a readable one.
+    bool hasUnknown = false;         ///< Whether one has none.
 };
 
 /// The store's full path.

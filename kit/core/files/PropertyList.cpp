@@ -20,15 +20,15 @@ constexpr char binaryMagic[] = "bplist00";
 constexpr char byteOrderMark[] = "\xef\xbb\xbf";
 } // namespace
 
-Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format)
+Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format, const Terms &terms)
 {
-    if (data.size() > maximumSize)
-        return refusal(QString("it is larger than %1 bytes").arg(maximumSize));
+    if (data.size() > terms.size)
+        return refusal(QString("it is larger than %1 bytes").arg(terms.size));
     const bool binary = data.startsWith(binaryMagic);
     const QByteArray content = data.startsWith(byteOrderMark) ? data.mid(3).trimmed() : data.trimmed();
     if (!binary && !content.startsWith('<'))
         return refusal("it is neither XML nor binary");
-    auto value = binary ? PropertyListBinary::read(data) : PropertyListXml::read(content);
+    auto value = binary ? PropertyListBinary::read(data, terms) : PropertyListXml::read(content, terms);
     if (!value)
         return refusal(value.error().text);
     if (format)
@@ -47,14 +47,14 @@ Result<QVariant> PropertyList::fromFile(const QString &path, Format *format, boo
     return value;
 }
 
-QByteArray PropertyList::toData(const QVariant &value, Format format)
+QByteArray PropertyList::toData(const QVariant &value, Format format, const Terms &terms)
 {
-    if (!PropertyListValue::fits(value, format))
+    if (!PropertyListValue::fits(value, format, terms))
         return {};
     const QByteArray data =
         format == Format::Binary ? PropertyListBinary::write(value) : PropertyListXml::write(value);
     // What is too large to be read back must not replace what can be.
-    return data.size() <= maximumSize ? data : QByteArray();
+    return data.size() <= terms.size ? data : QByteArray();
 }
 
 } // namespace dozely

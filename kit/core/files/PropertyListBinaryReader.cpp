@@ -18,7 +18,7 @@ namespace
 class BinaryReader
 {
 public:
-    explicit BinaryReader(QByteArrayView data) : m_data(data) {}
+    BinaryReader(QByteArrayView data, const PropertyList::Terms &terms) : m_data(data), m_terms(terms) {}
 
     Result<QVariant> read()
     {
@@ -49,8 +49,8 @@ private:
         if (m_objects == 0 || top >= m_objects || m_table < headerSize || m_table > end ||
             m_objects > (end - m_table) / m_offsetWidth)
             return refuse("its table of objects is damaged");
-        if (m_objects > static_cast<quint64>(PropertyList::maximumNodes))
-            return refuse(PropertyListValue::tooMany());
+        if (m_objects > static_cast<quint64>(m_terms.nodes))
+            return refuse(PropertyListValue::tooMany(m_terms));
         m_onTheWay.assign(m_objects, false);
         return object(top, 0);
     }
@@ -78,8 +78,8 @@ private:
     {
         if (index >= m_objects)
             return refuse("it refers to an object that it does not hold");
-        if (++m_nodes > PropertyList::maximumNodes)
-            return refuse(PropertyListValue::tooMany());
+        if (++m_nodes > m_terms.nodes)
+            return refuse(PropertyListValue::tooMany(m_terms));
         if (m_onTheWay[index])
             return refuse("a container in it holds itself");
         quint64 at = number(m_table + index * m_offsetWidth, m_offsetWidth);
@@ -136,8 +136,9 @@ private:
             outside();
             return false;
         }
+        // A list may refer to one text thousands of times, and each reference makes a copy of it.
         m_bytes += count * width;
-        if (m_bytes > PropertyListValue::maximumUnfoldedBytes)
+        if (m_bytes > static_cast<quint64>(m_terms.unfoldedBytes))
             refuse("it unfolds to too many bytes");
         return m_refusal.isEmpty();
     }
@@ -174,7 +175,11 @@ private:
         if (!lies(at, 1, 8))
             return {};
         const auto date = PropertyListValue::dateAfter2001(std::bit_cast<double>(number(at, 8)));
-        return date ? QVariant(*date) : refuse("a date in it is out of range");
+        if (date)
+            return *date;
+        return m_terms.keepsDamagedDates ? QVariant::fromValue(PropertyList::DamagedDate{
+                                               m_data.sliced(qsizetype(at), 8).toByteArray()})
+                                         : refuse("a date in it is out of range");
     }
 
     QVariant narrowText(quint64 at, quint64 count)
@@ -241,6 +246,7 @@ private:
     QVariant unknown() { return refuse("it holds a value of an unknown kind"); }
 
     QByteArrayView m_data;
+    const PropertyList::Terms &m_terms;
     QString m_refusal;
     quint64 m_offsetWidth = 0;
     quint64 m_referenceWidth = 0;
@@ -252,9 +258,9 @@ private:
 };
 } // namespace
 
-Result<QVariant> PropertyListBinary::read(const QByteArray &data)
+Result<QVariant> PropertyListBinary::read(const QByteArray &data, const PropertyList::Terms &terms)
 {
-    return BinaryReader(data).read();
+    return BinaryReader(data, terms).read();
 }
 
 } // namespace dozely

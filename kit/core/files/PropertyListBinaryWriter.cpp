@@ -120,6 +120,8 @@ private:
             return '\x33' +
                    bigEndian(std::bit_cast<quint64>(PropertyListValue::secondsAfter2001(value.toDateTime())),
                              8);
+        case Kind::DamagedDate:
+            return '\x33' + value.value<PropertyList::DamagedDate>().content;
         default:
             return {};
         }

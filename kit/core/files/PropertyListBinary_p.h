@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Result.h"
-
-#include <QByteArray>
-#include <QVariant>
+#include "DozelyKit/core/files/PropertyList.h"
 
 namespace dozely
 {
@@ -18,7 +15,7 @@ namespace PropertyListBinary
 /// refers to the next one many times over, so that some hundred bytes unfold to gigabytes; a container that
 /// holds itself never ends; a large text is referred to thousands of times and copied each time; an offset or
 /// a length points outside.
-Result<QVariant> read(const QByteArray &data);
+Result<QVariant> read(const QByteArray &data, const PropertyList::Terms &terms);
 
 /// `value` is one that PropertyListValue::fits() let pass.
 QByteArray write(const QVariant &value);

@@ -13,7 +13,9 @@ namespace dozely
 
 namespace
 {
+using PropertyList::DamagedDate;
 using PropertyList::Format;
+using PropertyList::Terms;
 using PropertyListValue::Kind;
 
 constexpr qint64 startOf2001 = 978'307'200'000; // milliseconds since 1970 UTC
@@ -24,12 +26,12 @@ constexpr qint64 maximumMilliseconds = 1LL << 51;
 class Examination
 {
 public:
-    explicit Examination(Format format) : m_format(format) {}
+    Examination(Format format, const Terms &terms) : m_format(format), m_terms(terms) {}
 
     /// `depth` counts the containers around the value.
     bool fits(const QVariant &value, int depth = 0)
     {
-        if (++m_nodes > PropertyList::maximumNodes)
+        if (++m_nodes > m_terms.nodes)
             return false;
         switch (PropertyListValue::kindOf(value)) {
         case Kind::None:
@@ -45,6 +47,8 @@ public:
             return bytes(value.toByteArray().size());
         case Kind::Date:
             return date(value.toDateTime());
+        case Kind::DamagedDate:
+            return m_terms.keepsDamagedDates && damagedDate(value.value<DamagedDate>().content);
         case Kind::Array: {
             const QVariantList list = value.toList();
             return depth < PropertyList::maximumDepth &&
@@ -83,8 +87,8 @@ private:
     /// What is written once for many references counts for each of them when it is read.
     bool bytes(qsizetype count)
     {
-        m_bytes += static_cast<quint64>(count);
-        return m_bytes <= PropertyListValue::maximumUnfoldedBytes;
+        m_bytes += count;
+        return m_bytes <= m_terms.unfoldedBytes;
     }
 
     /// XML has four digits for a year.
@@ -98,14 +102,26 @@ private:
                    : std::abs(date.toMSecsSinceEpoch() - startOf2001) <= maximumMilliseconds;
     }
 
+    /// Only where it came from a list of this form.
+    bool damagedDate(const QByteArray &content)
+    {
+        if (m_format == Format::Binary)
+            return content.size() == sizeof(double);
+        const auto characters = PropertyListValue::fromUtf8(content);
+        return characters && text(*characters);
+    }
+
     Format m_format;
+    const Terms &m_terms;
     int m_nodes = 0;
-    quint64 m_bytes = 0;
+    qint64 m_bytes = 0;
 };
 } // namespace
 
 PropertyListValue::Kind PropertyListValue::kindOf(const QVariant &value)
 {
+    if (value.metaType() == QMetaType::fromType<DamagedDate>())
+        return Kind::DamagedDate;
     switch (value.typeId()) {
     case QMetaType::Bool:
         return Kind::Boolean;
@@ -140,9 +156,9 @@ PropertyListValue::Kind PropertyListValue::kindOf(const QVariant &value)
     }
 }
 
-bool PropertyListValue::fits(const QVariant &value, Format format)
+bool PropertyListValue::fits(const QVariant &value, Format format, const Terms &terms)
 {
-    return Examination(format).fits(value);
+    return Examination(format, terms).fits(value);
 }
 
 QVariant PropertyListValue::integer(quint64 number)
@@ -177,9 +193,9 @@ QString PropertyListValue::tooDeep()
     return QString("it nests deeper than %1 levels").arg(PropertyList::maximumDepth);
 }
 
-QString PropertyListValue::tooMany()
+QString PropertyListValue::tooMany(const Terms &terms)
 {
-    return QString("it holds more than %1 values").arg(PropertyList::maximumNodes);
+    return QString("it holds more than %1 values").arg(terms.nodes);
 }
 
 } // namespace dozely

@@ -15,14 +15,14 @@ namespace dozely
 namespace PropertyListValue
 {
 /// What a property list knows; None is everything else.
-enum class Kind { None, Boolean, Integer, Real, Text, Data, Date, Array, Dictionary };
+enum class Kind { None, Boolean, Integer, Real, Text, Data, Date, DamagedDate, Array, Dictionary };
 
 /// The kind as which `value` is written.
 Kind kindOf(const QVariant &value);
 
 /// Whether a list of this form can carry `value` and be read back: no limit is broken, no date is out of
 /// range, and no text holds what the form has no place for.
-bool fits(const QVariant &value, PropertyList::Format format);
+bool fits(const QVariant &value, PropertyList::Format format, const PropertyList::Terms &terms = {});
 
 /// An integer as a qint64, or as a quint64 when it is too large for that.
 QVariant integer(quint64 number);
@@ -38,13 +38,9 @@ double secondsAfter2001(const QDateTime &date);
 /// Absent when the bytes are no UTF-8. A byte order mark is a character like others.
 std::optional<QString> fromUtf8(QByteArrayView bytes);
 
-/// Bytes of texts and data after unfolding. A binary list may refer to one text thousands of times, and each
-/// reference makes a copy of it.
-constexpr quint64 maximumUnfoldedBytes = 16 * PropertyList::maximumSize;
-
 /// The clauses for the limits that both forms have.
 QString tooDeep();
-QString tooMany();
+QString tooMany(const PropertyList::Terms &terms);
 } // namespace PropertyListValue
 
 } // namespace dozely

@@ -20,7 +20,7 @@ using PropertyListXmlLeaf::isBlank;
 class XmlReader
 {
 public:
-    explicit XmlReader(QStringView document) : m_text(document) {}
+    XmlReader(QStringView document, const PropertyList::Terms &terms) : m_text(document), m_terms(terms) {}
 
     Result<QVariant> read()
     {
@@ -186,13 +186,15 @@ private:
         const QString content = text(tag);
         const QVariant value =
             m_refusal.isEmpty() ? PropertyListXmlLeaf::read(tag.name, content) : QVariant();
+        if (!value.isValid() && m_refusal.isEmpty() && tag.name == u"date" && m_terms.keepsDamagedDates)
+            return QVariant::fromValue(PropertyList::DamagedDate{content.toUtf8()});
         return value.isValid() ? value : refuse(QString("it holds a damaged %1").arg(tag.name));
     }
 
     bool countsOneMore()
     {
-        if (++m_nodes > PropertyList::maximumNodes)
-            refuse(PropertyListValue::tooMany());
+        if (++m_nodes > m_terms.nodes)
+            refuse(PropertyListValue::tooMany(m_terms));
         return m_refusal.isEmpty();
     }
 
@@ -285,6 +287,7 @@ private:
     }
 
     QStringView m_text;
+    const PropertyList::Terms &m_terms;
     qsizetype m_at = 0;
     QString m_refusal;
     int m_nodes = 0;
@@ -298,7 +301,7 @@ bool isOutOfPlace(QChar c)
 }
 } // namespace
 
-Result<QVariant> PropertyListXml::read(const QByteArray &data)
+Result<QVariant> PropertyListXml::read(const QByteArray &data, const PropertyList::Terms &terms)
 {
     auto document = PropertyListValue::fromUtf8(data);
     if (!document)
@@ -306,7 +309,7 @@ Result<QVariant> PropertyListXml::read(const QByteArray &data)
     document->replace("\r\n", "\n").replace('\r', '\n');
     if (std::any_of(document->cbegin(), document->cend(), isOutOfPlace))
         return Error{"it holds a character that XML does not know"};
-    return XmlReader(*document).read();
+    return XmlReader(*document, terms).read();
 }
 
 } // namespace dozely

@@ -69,6 +69,10 @@ private:
         case Kind::Date:
             element(depth, "date", value.toDateTime().toUTC().toString(u"yyyy-MM-ddTHH:mm:ssZ").toLatin1());
             break;
+        case Kind::DamagedDate:
+            element(depth, "date",
+                    escaped(QString::fromUtf8(value.value<PropertyList::DamagedDate>().content)));
+            break;
         case Kind::Array:
             array(depth, value.toList());
             break;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/schedules/ScheduleStore.h"
+
+#include "DozelyKit/core/files/GuardedFile.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/HostFixture.h"
 
 #include <QDir>
-#include <QLockFile>
+#include <QtEndian>
 
 #include <unistd.h>
 
@@ -208,19 +210,81 @@ TEST_F(ScheduleStoreTest, ThatIsBadIsNotEdited)
 TEST_F(ScheduleStoreTest, IsNotEditedWhileAnotherProgramHoldsItsLock)
 {
     writeStore({entry("a")});
-    QLockFile other(root.join(storePath) + ".lock");
-    other.setStaleLockTime(0);
-    ASSERT_TRUE(other.tryLock());
+    const auto other = GuardedFile({root.join(storePath), 0}).lock();
+    ASSERT_TRUE(other);
     const auto edited = ScheduleStore::edit(keepAll, std::chrono::milliseconds(1));
     ASSERT_FALSE(edited);
     EXPECT_THAT(edited.error().text.toStdString(), HasSubstr("being changed by another program"));
+}
+
+TEST_F(ScheduleStoreTest, HoldsTenThousandSchedules)
+{
+    constexpr int many = 10'000;
+    const auto edited = ScheduleStore::edit([](QList<Schedule> &schedules) {
+        for (int i = 0; i < many; ++i)
+            schedules += schedule(QString("schedule-%1").arg(i));
+        return true;
+    });
+    ASSERT_TRUE(edited) << edited.error().text.toStdString();
+    const auto content = ScheduleStore::read();
+    ASSERT_TRUE(content) << content.error().text.toStdString();
+    ASSERT_EQ(content->schedules.size(), many);
+    EXPECT_EQ(content->schedules.last(), schedule("schedule-9999"));
+    EXPECT_FALSE(PropertyList::fromData(read(storePath))) << "other lists have the limits that they had";
+}
+
+TEST_F(ScheduleStoreTest, HasOneBadEntryWhereADateCannotBeRead)
+{
+    const QByteArray good = storeOf({entry("a"), entry("b"), entry("c")});
+    for (const char *const date :
+         {"12026-03-14T12:00:00Z", "2026-13-14T12:00:00Z", "tomorrow &amp; then", ""}) {
+        QByteArray store = good;
+        const qsizetype place = store.indexOf("<date>", store.indexOf("<date>") + 1) + 6; // of "b"
+        store.replace(place, 20, QByteArray(date));
+        write(storePath, store);
+        const auto content = ScheduleStore::read();
+        ASSERT_TRUE(content) << content.error().text.toStdString();
+        EXPECT_EQ(identifiersOf(content->schedules), QStringList({"a", "c"}));
+        ASSERT_EQ(content->faults.size(), 1);
+        EXPECT_EQ(content->faults.first(),
+                  R"(Schedule entry 2 ("Name of b", "b") is bad: "Date" is not a date)");
+        ASSERT_TRUE(editedBy([](QList<Schedule> &schedules) {
+            schedules.removeLast();
+            return true;
+        }));
+        EXPECT_THAT(read(storePath).toStdString(), HasSubstr(std::string("<date>") + date + "</date>"));
+    }
+}
+
+TEST_F(ScheduleStoreTest, HasOneBadEntryWhereADateOfABinaryListIsOutOfRange)
+{
+    QByteArray store = PropertyList::toData(
+        QVariantMap{{"Schedule Array", QVariantList{entry("a"), entry("b", noon().addSecs(1))}}},
+        PropertyList::Format::Binary);
+    const QByteArray infinite = QByteArray::fromHex("337ff0000000000000");
+    const double seconds = noon().addSecs(1).toSecsSinceEpoch() - 978'307'200.0;
+    QByteArray date(8, 0);
+    qToBigEndian(seconds, date.data());
+    ASSERT_EQ(store.count('3' + date), 1);
+    store.replace('3' + date, infinite);
+    write(storePath, store);
+    const auto content = ScheduleStore::read();
+    ASSERT_TRUE(content) << content.error().text.toStdString();
+    EXPECT_EQ(identifiersOf(content->schedules), QStringList{"a"});
+    EXPECT_EQ(content->faults.size(), 1);
+    ASSERT_TRUE(editedBy([](QList<Schedule> &schedules) {
+        schedules += schedule("c");
+        return true;
+    }));
+    EXPECT_TRUE(read(storePath).contains(infinite));
+    EXPECT_EQ(identifiersOf(ScheduleStore::read()->schedules), QStringList({"a", "c"}));
 }
 
 TEST_F(ScheduleStoreTest, RefusesToGrowBeyondWhatIsRead)
 {
     const auto edited = ScheduleStore::edit([](QList<Schedule> &schedules) {
         Schedule large = schedule("a");
-        large.parameters["Text"] = QString(PropertyList::maximumSize, 'x');
+        large.parameters["Text"] = QString(16 << 20, 'x');
         schedules += large;
         return true;
     });
