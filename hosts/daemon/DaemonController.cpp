@@ -11,6 +11,8 @@
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
+#include <QScopeGuard>
+
 using namespace dozely;
 
 namespace
@@ -55,6 +57,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, &m_power, &PowerPlanner::renew);
     connect(&m_power, &PowerPlanner::systemWoke, this, &DaemonController::waitForNext);
     connect(&m_performer.waits(), &AgentWaits::tryAgain, this, &DaemonController::waitForNext);
+    connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     rereadStore();
 }
@@ -65,8 +68,15 @@ DaemonController::~DaemonController()
     m_keeper.flush();
 }
 
+bool DaemonController::canWait() const
+{
+    return m_timer->isWorking();
+}
+
 void DaemonController::rereadStore()
 {
+    m_keeper.scheduler().beginWait();
+    const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
     m_keeper.readStore();
     m_anticipation.forgetGone();
     waitForNext();
@@ -146,6 +156,8 @@ QList<Occurrence> DaemonController::dueNow() const
 void DaemonController::performDue()
 {
     lookAtClock();
+    m_keeper.scheduler().beginWait();
+    const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
     const QList<Occurrence> due = dueNow();
     m_performer.decide(due);
     // Each is started in a turn of its own, so that requests and signals are served in between.

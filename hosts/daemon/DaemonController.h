@@ -34,6 +34,9 @@ public:
                      const OccurrenceDatabase::Limits &limits = {});
     ~DaemonController() override;
 
+    /// False when the machine refused the timer without which nothing comes due.
+    bool canWait() const;
+
 private:
     void rereadStore();
     void waitForNext();

@@ -174,20 +174,21 @@ QStringList OccurrenceRecord::interruptBegun()
     return interrupted;
 }
 
-bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates)
+bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates,
+                             const std::function<bool(const QString &)> &isGone)
 {
     bool dropped = false;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end();) {
-        const auto current = currentDates.constFind(schedule.key());
-        if (current == currentDates.cend()) {
+        const QDateTime current = currentDates.value(schedule.key());
+        if (isGone(schedule.key())) {
             m_asked.removeIf([&](const Key &key) { return key.first == schedule.key(); });
             schedule = m_entries.erase(schedule);
             dropped = true;
             continue;
         }
-        int others = static_cast<int>(schedule->size()) - (schedule->contains(*current) ? 1 : 0);
+        int others = static_cast<int>(schedule->size()) - (schedule->contains(current) ? 1 : 0);
         for (auto entry = schedule->begin(); entry != schedule->end() && others > remembered;) {
-            if (entry.key() == *current || !entry->isOver()) {
+            if (entry.key() == current || !entry->isOver()) {
                 ++entry;
                 continue;
             }

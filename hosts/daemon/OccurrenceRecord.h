@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 /// What became of an occurrence.
@@ -78,10 +79,11 @@ public:
     /// Turns what is begun into interrupted; "identifier at date" of each.
     QStringList interruptBegun();
 
-    /// Drops from memory what is no longer needed, which is no change: all of a schedule that `currentDates`
-    /// (identifier to date) does not hold, and of the others all but the current date's, what is not over,
-    /// and the latest few. True when something was dropped.
-    bool prune(const QHash<QString, QDateTime> &currentDates);
+    /// Drops from memory what is no longer needed, which is no change: all of a schedule that is gone, and of
+    /// the others all but the current date's (`currentDates`, by identifier), what is not over, and the
+    /// latest few. True when something was dropped.
+    bool prune(const QHash<QString, QDateTime> &currentDates,
+               const std::function<bool(const QString &identifier)> &isGone);
 
     /// Reads what earlier versions wrote. An error when the bytes are not a whole record: one that is damaged
     /// in part cannot tell what ran.

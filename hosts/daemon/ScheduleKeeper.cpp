@@ -14,6 +14,12 @@ namespace
 /// Gathers the ends of several occurrences in one write; their beginnings are on disk by then.
 constexpr std::chrono::milliseconds saveDelay(50);
 
+/// Between attempts to read a store that cannot be read.
+/// @{
+constexpr std::chrono::seconds firstPause(1);
+constexpr std::chrono::seconds longestPause(60);
+/// @}
+
 constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
 
 /// So much of what one user asks for is remembered: a bound for the record, whatever programs of that user
@@ -22,7 +28,7 @@ constexpr qsizetype mostAskedByOneUser = 200;
 } // namespace
 
 ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, QObject *parent)
-    : QObject(parent), m_clock(clock), m_scheduler(clock)
+    : QObject(parent), m_clock(clock), m_scheduler(clock), m_pause(firstPause)
 {
     m_database.setLimits(limits);
     loadRecord();
@@ -41,20 +47,34 @@ void ScheduleKeeper::loadRecord()
         saveSoon();
 }
 
+void ScheduleKeeper::tryAgainLater()
+{
+    m_clock.callAfter(m_pause, this, [this, reading = m_reading] {
+        if (reading != m_reading)
+            return; // it was read meanwhile
+        m_pause = std::min(2 * m_pause, longestPause);
+        Q_EMIT storeMayBeReadable();
+    });
+}
+
 void ScheduleKeeper::readStore()
 {
+    ++m_reading;
     QStringList complaints;
     if (auto content = ScheduleStore::read()) {
         complaints = content->faults;
         const bool exists = content->exists;
-        keep(std::move(content->schedules), content->faultyIdentifiers);
-        content = ScheduleStore::Content();
-        // What a bad entry stands for is not known, so nothing is forgotten.
-        if (exists && complaints.isEmpty())
-            forgetGone();
+        keep(std::exchange(content->schedules, {}), content->faultyIdentifiers);
+        if (exists)
+            forgetGone(content->faultyIdentifiers, content->hasUnknown);
+        m_wasEverRead = true;
+        m_pause = firstPause;
     } else {
-        complaints += QString("%1 cannot be used, its schedules stay as they were: %2")
-                          .arg(ScheduleStore::path(), content.error().text);
+        const char *const whatNow =
+            m_wasEverRead ? "its schedules stay as they were" : "none of its schedules was read";
+        complaints +=
+            QString("%1 cannot be used, %2: %3").arg(ScheduleStore::path(), whatNow, content.error().text);
+        tryAgainLater();
     }
     for (const QString &complaint : complaints) {
         if (!m_complaints.contains(complaint))
@@ -76,23 +96,25 @@ OccurrenceDatabase::CurrentDate ScheduleKeeper::currentDates() const
     return [dates](const QString &identifier) { return dates.value(identifier); };
 }
 
-void ScheduleKeeper::forgetGone()
+/// What a bad entry stands for is kept: all there is, when one does not even have a readable identifier.
+void ScheduleKeeper::forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown)
 {
     flush();
     if (m_scheduler.record().hasChanges())
         return; // what the disk does not have yet is not dropped from memory
+    const auto dates = currentDates();
+    const auto isGone = [&](const QString &identifier) {
+        return !hasUnknown && !faultyIdentifiers.contains(identifier) && !dates(identifier).isValid();
+    };
     for (const auto &[identifier, date] : m_scheduler.record().asked()) {
-        if (!m_scheduler.schedule(identifier))
+        if (isGone(identifier))
             ZDRLog("Schedule %@ was not performed: it was removed", logLabel(identifier));
     }
-    m_scheduler.pruneRecord();
+    m_scheduler.pruneRecord(isGone);
     if (!m_mayHoldGone)
         return;
-    const auto dates = currentDates();
-    const auto forgotten =
-        m_database.forget([&](const QString &identifier) { return !dates(identifier).isValid(); },
-                          m_clock.currentDate().addDays(-daysRemembered), dates);
-    m_mayHoldGone = !forgotten;
+    const auto forgotten = m_database.forget(isGone, m_clock.currentDate().addDays(-daysRemembered), dates);
+    m_mayHoldGone = !forgotten || hasUnknown || !faultyIdentifiers.isEmpty();
 }
 
 /// Whatever became of an occurrence earlier, however long ago, it does not come due again: what the schedules

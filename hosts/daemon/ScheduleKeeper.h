@@ -26,6 +26,8 @@ public:
     const Scheduler &scheduler() const { return m_scheduler; }
 
     /// Reads the store again and logs what is new about it: the number of schedules, and each fault once.
+    /// What could not be read may be readable later though nothing tells of it: then storeMayBeReadable
+    /// comes.
     void readStore();
 
     /// Notes an occurrence that `userId` asks for now, and blocks until the disk has it. An error, and
@@ -54,11 +56,17 @@ public:
     /// Saves what is not saved yet. Blocks.
     void flush();
 
+Q_SIGNALS:
+    /// The store could not be read, and it is time to try again: a second later at first, then ever more
+    /// seldom, each minute at last.
+    void storeMayBeReadable();
+
 private:
     void loadRecord();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
-    void forgetGone();
+    void tryAgainLater();
+    void forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown);
     OccurrenceDatabase::CurrentDate currentDates() const;
     void saveSoon();
     dozely::Result<void> save();
@@ -68,6 +76,9 @@ private:
     QStringList m_complaints; // about the store, as last logged
     QString m_saveError;      // as last logged
     qsizetype m_scheduleCount = -1;
+    bool m_wasEverRead = false; // the store
+    std::chrono::seconds m_pause;
+    quint64 m_reading = 0;
     OccurrenceDatabase m_database;
     bool m_isSaveComing = false;
     bool m_mayHoldGone = true; // the record, of schedules that are gone

@@ -25,6 +25,17 @@ constexpr qint64 longestPause = 1000; // milliseconds
 
 /// Several requests that each take the longest time allowed; not a machine that slept.
 constexpr qint64 longestWait = 60'000; // milliseconds
+
+bool isShort(const QDateTime &start, const QDateTime &end)
+{
+    return start.msecsTo(end) <= longestWait;
+}
+
+/// Dates are whole seconds, and nothing begins to wait at the very millisecond.
+QDateTime startOfSecond(const QDateTime &date)
+{
+    return QDateTime::fromSecsSinceEpoch(date.toSecsSinceEpoch(), Qt::UTC);
+}
 } // namespace
 
 QDateTime Occurrence::calendarDate() const
@@ -46,12 +57,12 @@ std::optional<Schedule> Scheduler::schedule(const QString &identifier) const
     return {};
 }
 
-bool Scheduler::pruneRecord()
+bool Scheduler::pruneRecord(const std::function<bool(const QString &)> &isGone)
 {
     QHash<QString, QDateTime> currentDates;
     for (const Schedule &schedule : m_schedules)
         currentDates.insert(schedule.identifier, schedule.date);
-    return m_record.prune(currentDates);
+    return m_record.prune(currentDates, isGone);
 }
 
 bool Scheduler::isOpen(const Schedule &schedule) const
@@ -134,24 +145,31 @@ std::chrono::milliseconds Scheduler::allowedLateness(const Occurrence &occurrenc
 
 bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
 {
-    const bool isExcused = m_waitEnd.isValid() && occurrence.date >= m_waitStart &&
-                           occurrence.date < m_waitEnd && m_waitStart.msecsTo(m_waitEnd) <= longestWait;
+    const QDateTime now = m_clock.currentDate();
+    const bool isExcused = m_wait.end.isValid() && isShort(m_wait.start, m_wait.end) &&
+                           occurrence.date >= startOfSecond(m_wait.start) && occurrence.date < m_wait.end;
+    const bool waitsNow = m_waits > 0 && isShort(m_presentWait, now);
+    const QDateTime &from = isExcused ? m_wait.end : occurrence.date;
     const bool wasHeldUp = m_excusedUntil.isValid() && occurrence.date <= m_excusedUntil;
-    return (isExcused ? m_waitEnd : occurrence.date).msecsTo(m_clock.currentDate()) >
-           (allowedLateness(occurrence, timeOut) + (wasHeldUp ? m_excusedFor : std::chrono::milliseconds(0)))
-               .count();
+    const auto allowed =
+        allowedLateness(occurrence, timeOut) + (wasHeldUp ? m_excusedFor : std::chrono::milliseconds(0));
+    return from.msecsTo(waitsNow ? m_presentWait : now) > allowed.count();
 }
 
 void Scheduler::beginWait()
 {
+    if (m_waits++ > 0)
+        return;
     const QDateTime now = m_clock.currentDate();
-    if (!m_waitEnd.isValid() || std::abs(m_waitEnd.msecsTo(now)) > longestPause)
-        m_waitStart = now;
+    const bool goesOn = m_wait.end.isValid() && isShort(m_wait.start, m_wait.end) &&
+                        std::abs(m_wait.end.msecsTo(now)) <= longestPause;
+    m_presentWait = goesOn ? m_wait.start : now;
 }
 
 void Scheduler::endWait()
 {
-    m_waitEnd = m_clock.currentDate();
+    if (--m_waits == 0)
+        m_wait = {m_presentWait, m_clock.currentDate()};
 }
 
 Occurrence Scheduler::makeOccurrenceNow(const Schedule &schedule) const

@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <chrono>
+#include <functional>
 
 namespace dozely
 {
@@ -51,8 +52,9 @@ public:
     const QList<Schedule> &schedules() const { return m_schedules; }
     std::optional<Schedule> schedule(const QString &identifier) const;
 
-    /// Forgets what the schedules in force make needless; true when there was something.
-    bool pruneRecord();
+    /// Forgets what the schedules in force, and those that are gone, make needless; true when there was
+    /// something.
+    bool pruneRecord(const std::function<bool(const QString &identifier)> &isGone);
 
     /// The date of the earliest occurrence that due will give, which may be past; absent when there is none.
     std::optional<QDateTime> nextDate() const;
@@ -75,9 +77,11 @@ public:
     /// How late an occurrence is now, in whole seconds; negative before its date.
     std::chrono::seconds lateness(const Occurrence &occurrence) const;
 
-    /// Between the two the daemon waits for an agent, which may take its time on purpose. What comes due
-    /// meanwhile is not too late by that: its lateness is judged from the end of the wait. A wait of more
-    /// than a minute, in which the machine may have slept, excuses nothing.
+    /// Between the two everything else waits: for the daemon's own work, or for an agent, which may take its
+    /// time on purpose. Nothing is too late by that. What comes due in the same second or meanwhile is judged
+    /// from the end of the wait, and what is judged meanwhile as if it were its beginning. Waits within
+    /// waits, and those that follow one another closely, are one. A wait of more than a minute, in which the
+    /// machine may have slept, excuses nothing.
     void beginWait();
     void endWait();
 
@@ -132,6 +136,11 @@ private:
     QDateTime m_doubtedUntil;
     QDateTime m_excusedUntil;
     std::chrono::milliseconds m_excusedFor{0};
-    QDateTime m_waitStart;
-    QDateTime m_waitEnd;
+    struct Wait {
+        QDateTime start;
+        QDateTime end;
+    };
+    Wait m_wait;             // the last that ended
+    QDateTime m_presentWait; // the start of the one that goes on
+    int m_waits = 0;         // within one another, that go on
 };

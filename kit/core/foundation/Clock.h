@@ -27,6 +27,9 @@ public:
     virtual void start(const QDateTime &due) = 0;
     virtual void stop() = 0;
 
+    /// False for one that the machine refused, which never fires.
+    virtual bool isWorking() const { return true; }
+
 Q_SIGNALS:
     /// The date has come. The timer is stopped.
     void due();

@@ -18,6 +18,7 @@ public:
 
     void start(const QDateTime &due) override;
     void stop() override;
+    bool isWorking() const override { return m_descriptor >= 0; }
 
 protected:
     /// Reads the descriptor: 0 when the date has come, else the error number: ECANCELED when the clock was

@@ -31,6 +31,12 @@ protected:
                               QVariantMap{{"Identifier", "b"}, {"Date", noon()}, {"State", "skipped"}}}}},
             PropertyList::Format::Binary);
     }
+    /// Those that have no current date are gone.
+    static bool prune(OccurrenceRecord &record, const QHash<QString, QDateTime> &currentDates)
+    {
+        return record.prune(currentDates,
+                            [&](const QString &identifier) { return !currentDates.contains(identifier); });
+    }
     static constexpr char earlierPath[] = "/var/lib/dozely/occurrences.plist";
 };
 
@@ -58,7 +64,7 @@ TEST_F(OccurrenceRecordTest, KnowsWhatChanged)
     EXPECT_EQ(changes.value({"b", noon()})->state, Done);
     EXPECT_FALSE(changes.value({"c", noon()}));
     record.forgetChanges();
-    EXPECT_TRUE(record.prune({}));
+    EXPECT_TRUE(prune(record, {}));
     EXPECT_FALSE(record.hasChanges()) << "that is for memory alone";
 }
 
@@ -74,10 +80,10 @@ TEST_F(OccurrenceRecordTest, TurnsWhatWasBegunIntoInterruptedOnce)
 TEST_F(OccurrenceRecordTest, ForgetsSchedulesThatAreGone)
 {
     OccurrenceRecord record = sample();
-    EXPECT_TRUE(record.prune({{"b", noon()}}));
+    EXPECT_TRUE(prune(record, {{"b", noon()}}));
     EXPECT_FALSE(record.find("a", noon()));
     EXPECT_TRUE(record.find("b", noon()));
-    EXPECT_FALSE(record.prune({{"b", noon()}}));
+    EXPECT_FALSE(prune(record, {{"b", noon()}}));
 }
 
 TEST_F(OccurrenceRecordTest, KeepsTheCurrentDateAndTheLatestOthers)
@@ -85,7 +91,7 @@ TEST_F(OccurrenceRecordTest, KeepsTheCurrentDateAndTheLatestOthers)
     OccurrenceRecord record;
     for (int day = 0; day < 9; ++day)
         record.set("a", noon().addDays(day), {Done, {}, {}});
-    EXPECT_TRUE(record.prune({{"a", noon().addDays(1)}}));
+    EXPECT_TRUE(prune(record, {{"a", noon().addDays(1)}}));
     EXPECT_EQ(record.dates("a"), QList<QDateTime>({noon().addDays(1), noon().addDays(7), noon().addDays(8)}));
 }
 
@@ -188,7 +194,7 @@ TEST_F(OccurrenceRecordTest, PrunesNothingThatIsAskedForUnlessItsScheduleIsGone)
     for (int i = 1; i < 9; ++i)
         record.set("a", noon().addSecs(i), {Asked, {}, {}, 501u});
     record.set("b", noon(), {Asked, {}, {}, 501u});
-    EXPECT_TRUE(record.prune({{"a", noon()}}));
+    EXPECT_TRUE(prune(record, {{"a", noon()}}));
     EXPECT_EQ(record.dates("a").size(), 8);
     EXPECT_EQ(record.asked().size(), 8);
 }

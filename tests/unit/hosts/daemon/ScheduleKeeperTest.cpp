@@ -6,6 +6,7 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -264,7 +265,62 @@ TEST_F(ScheduleKeeperTest, ForgetsNothingWhileTheStoreIsBad)
     write(storePath, "text");
     EXPECT_TRUE(isRemembered()) << "no property list";
     writeStore({entry("b"), "text"});
-    EXPECT_TRUE(isRemembered()) << "a bad entry";
+    EXPECT_TRUE(isRemembered()) << "an entry of which nobody can say what it stands for";
+    writeStore({entry("b"), changed(entry("a"), "Date", "tomorrow")});
+    EXPECT_TRUE(isRemembered()) << "its entry is bad";
+}
+
+TEST_F(ScheduleKeeperTest, ForgetsWhatIsGoneAlthoughAnEntryOfTheStoreIsBad)
+{
+    writeStore({entry("a", noon().addSecs(3600)), entry("bad")});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    keeper.note(occurrenceOf("bad"), OccurrenceState::Done);
+    keeper.flush();
+    ASSERT_TRUE(keeper.noteAsked({schedule("bad"), noon().addSecs(5)}, 501));
+    writeStore({changed(entry("bad"), "Date", "tomorrow")});
+    keeper.readStore();
+    EXPECT_FALSE(savedState("a"));
+    EXPECT_EQ(savedState("bad"), OccurrenceState::Done);
+    EXPECT_EQ(keeper.scheduler().record().asked().size(), 1);
+    EXPECT_TRUE(keeper.scheduler().record().dates("a").isEmpty());
+}
+
+TEST_F(ScheduleKeeperTest, SaysWhatItCouldNotReadAndTriesAgain)
+{
+    writeStore({entry("a")});
+    ASSERT_EQ(::chmod(qPrintable(root.join(storePath)), 0666), 0);
+    ScheduleKeeper keeper(clock);
+    EXPECT_THAT(linesOfReading(keeper),
+                ElementsAre(HasSubstr("none of its schedules was read"), "Schedules: 0"));
+    ASSERT_EQ(::chmod(qPrintable(root.join(storePath)), 0644), 0);
+    int readings = 0;
+    QObject::connect(&keeper, &ScheduleKeeper::storeMayBeReadable, &keeper, [&] {
+        ++readings;
+        keeper.readStore();
+    });
+    clock.advance(1s);
+    EXPECT_EQ(readings, 1);
+    EXPECT_EQ(identifiersOf(keeper), QStringList{"a"});
+    clock.advance(3600s);
+    EXPECT_EQ(readings, 1);
+}
+
+TEST_F(ScheduleKeeperTest, TriesAgainEverMoreSeldom)
+{
+    write(storePath, "text");
+    ScheduleKeeper keeper(clock);
+    int readings = 0;
+    QObject::connect(&keeper, &ScheduleKeeper::storeMayBeReadable, &keeper, [&] {
+        ++readings;
+        keeper.readStore();
+        keeper.readStore(); // as when the store is changed meanwhile
+    });
+    keeper.readStore();
+    clock.advance(3600s);
+    EXPECT_GE(readings, 60);
+    EXPECT_LE(readings, 67);
 }
 
 TEST_F(ScheduleKeeperTest, SaysOnceThatTheRecordCannotBeSaved)

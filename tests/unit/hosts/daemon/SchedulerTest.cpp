@@ -104,7 +104,7 @@ TEST_F(SchedulerTest, GivesAScheduleAgainOnceItHasANewDate)
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done);
     scheduler.setSchedules({schedule("a", noon().addSecs(60))});
     EXPECT_EQ(scheduler.nextDate(), noon().addSecs(60));
-    scheduler.pruneRecord();
+    scheduler.pruneRecord([](const QString &) { return false; });
     scheduler.setSchedules({schedule("a")}); // the date that it had before
     EXPECT_FALSE(scheduler.nextDate());
 }

@@ -67,3 +67,36 @@ TEST_F(SchedulerWaitTest, AWaitInWhichTheMachineSleptExcusesNothing)
     wait(61s);
     EXPECT_TRUE(isTooLate(1));
 }
+
+TEST_F(SchedulerWaitTest, WhatIsDueInTheSecondInWhichTheWaitBeganIsNotTooLateByThat)
+{
+    clock.advance(400ms);
+    wait(20s);
+    EXPECT_FALSE(isTooLate(0));
+    EXPECT_TRUE(isTooLate(-1));
+}
+
+TEST_F(SchedulerWaitTest, WhileTheDaemonIsAtItNothingGetsTooLate)
+{
+    clock.advance(3s);
+    scheduler.beginWait();
+    clock.advance(20s);
+    EXPECT_FALSE(isTooLate(0)) << "3 s when it began";
+    EXPECT_FALSE(isTooLate(10));
+    EXPECT_TRUE(isTooLate(-3)) << "6 s when it began";
+    clock.advance(41s);
+    EXPECT_TRUE(isTooLate(0)) << "the machine may have slept";
+    scheduler.endWait();
+}
+
+TEST_F(SchedulerWaitTest, AWaitWithinWorkIsPartOfIt)
+{
+    scheduler.beginWait();
+    wait(10s);
+    clock.advance(10s);
+    EXPECT_FALSE(isTooLate(0));
+    scheduler.endWait();
+    EXPECT_FALSE(isTooLate(0));
+    clock.advance(6s);
+    EXPECT_TRUE(isTooLate(0));
+}
