@@ -13,6 +13,7 @@
 #include "hosts/common/program/HostOptions.h"
 #include "hosts/common/program/HostRootObject.h"
 #include "hosts/daemon/DaemonController.h"
+#include "hosts/daemon/InstanceLock.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 
 #include <csignal>
@@ -40,6 +41,17 @@ int main(int argc, char **argv)
         return HostOptions::badUsage;
     }
 
+    // Before anything that the other one would notice.
+    const auto instance = InstanceLock::take();
+    if (!instance) {
+        ZDRLog("dozelyd: %@", instance.error().text);
+        if (instance.error().name == GuardedFile::busy) {
+            std::fputs(qPrintable("dozelyd: " + instance.error().text + '\n'), stderr);
+            return 1;
+        }
+        // A disk that takes no lock file is no reason to perform nothing.
+    }
+
     const auto console = std::make_shared<PinnedConsoleUser>(Port<ConsoleUser>::current());
     Port<ConsoleUser>::current() = console;
     const LoopSignal interruption({SIGINT}, [] { QCoreApplication::quit(); });
@@ -59,7 +71,13 @@ int main(int argc, char **argv)
     {
         Port<PowerEventScheduler>::current()->keepArmed();
         DaemonController controller(*Port<Clock>::current(), console, limits);
-        status = QCoreApplication::exec();
+        if (controller.canWait()) {
+            status = QCoreApplication::exec();
+        } else {
+            // Whoever started this starts it again; one that stayed would never perform anything.
+            ZDRLog("dozelyd cannot wait for dates and ends: the machine has no timer for it");
+            status = 1;
+        }
     }
     // Closed while there is still an event loop to take leave of.
     center->setObserver(nullptr);

@@ -80,11 +80,13 @@ void HostSystem::switchTo(quint32 user)
 }
 
 std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStringList &arguments,
-                                            std::optional<quint32> user)
+                                            std::optional<quint32> user, const QString &preloaded)
 {
     auto process = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
+    if (!preloaded.isEmpty())
+        environment.insert("LD_PRELOAD", preloaded);
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::SeparateChannels);
     process->setChildProcessModifier([user] {
@@ -137,9 +139,10 @@ void HostSystem::kill(std::unique_ptr<QProcess> &process)
     process.reset();
 }
 
-HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments)
+HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments,
+                                  const QString &preloaded)
 {
-    const auto process = start(program, arguments, {});
+    const auto process = start(program, arguments, {}, preloaded);
     const bool ended = waitUntil([&] { return process->state() == QProcess::NotRunning; });
     return {ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
             process->readAllStandardError()};

@@ -41,7 +41,8 @@ protected:
         int status;
         QByteArray errors;
     };
-    Ended run(const QString &program, const QStringList &arguments);
+    /// With `preloaded`, a library that stands between the program and the machine.
+    Ended run(const QString &program, const QStringList &arguments, const QString &preloaded = {});
 
     /// Posts an order as the console user; true when the target took it.
     bool postAsAgentUser(const QString &target, const NSNotification &order);
@@ -79,7 +80,7 @@ protected:
 private:
     /// As the given user, or as whoever runs the test.
     std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments,
-                                    std::optional<quint32> user);
+                                    std::optional<quint32> user, const QString &preloaded = {});
     void copyProgram(const QString &from, const QString &fixedPath) const;
     void startLogind();
     int m_sessions = 0;

@@ -587,6 +587,51 @@ TEST_F(HostsTest, AnExceptionThatLeavesAPlugInsSlotIsOneLineAndTheDaemonGoesOn)
     EXPECT_EQ(endOf(daemon), 0);
 }
 
+TEST_F(HostsTest, ASecondDaemonOfARootFolderEndsAndDisturbsNothing)
+{
+    startDaemon();
+    startAgent();
+    const Ended second = run("/usr/sbin/dozelyd", {"--root", root.path()});
+    EXPECT_EQ(second.status, 1);
+    EXPECT_THAT(second.errors.toStdString(), HasSubstr("another dozelyd"));
+    EXPECT_EQ(countOf("another dozelyd"), 1);
+    EXPECT_EQ(countOf("dozelyd started"), 1);
+    EXPECT_TRUE(isListening(agentSocket())) << "the folder of sockets was not cleared";
+    writeStore({probeEntry("hello", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: hello"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: hello"), 1);
+    kill(daemon);
+    startDaemon();
+    EXPECT_EQ(countOf("dozelyd started"), 2) << "the kernel gave the lock back";
+}
+
+TEST_F(HostsTest, ADaemonThatCannotWaitForDatesEndsInsteadOfPerformingNothing)
+{
+    const Ended ended = run("/usr/sbin/dozelyd", {"--root", root.path()}, NO_TIMERS);
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_TRUE(logs("dozelyd cannot wait for dates and ends"));
+    EXPECT_EQ(countOf("dozelyd ended"), 1);
+}
+
+TEST_F(HostsTest, WhatComesDueWhileAnAgentThatDoesNotAnswerIsWaitedForIsNotLate)
+{
+    startDaemon();
+    startAgent();
+    const QDateTime date = soon();
+    writeStore({probeEntry("session", inSession, date), probeEntry("later", inDaemon, date.addSecs(1))});
+    ASSERT_TRUE(logs("Schedules: 2"));
+    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    // Added while the daemon waits, and due in the very second in which it began to.
+    ASSERT_TRUE(waitUntil([&] { return QDateTime::currentDateTimeUtc() >= date.addMSecs(100); }));
+    writeStore({probeEntry("session", inSession, date), probeEntry("later", inDaemon, date.addSecs(1)),
+                probeEntry("same", inDaemon, date)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: later"));
+    EXPECT_TRUE(logs("Probe acts in the daemon: same"));
+    EXPECT_GT(date.msecsTo(QDateTime::currentDateTimeUtc()), 3000) << "nothing was waited for";
+    EXPECT_EQ(countOf("was skipped"), 0);
+    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+}
+
 TEST_F(HostsTest, ADaemonThatIsToKeepNoOccurrencesRefuses)
 {
     for (const QString number : {"0", "-1", "many"}) {
