@@ -2,6 +2,7 @@
 #include "DozelyKit/core/broadcast/NSDistributedNotificationCenter.h"
 
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
+#include "DozelyKit/core/foundation/Equality.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 
 #include <QMetaMethod>
@@ -67,7 +68,7 @@ struct NSDistributedNotificationCenter::Private {
             return deliver(posted);
         std::erase_if(waiting, [&posted](const Posted &earlier) {
             return earlier.notification.name() == posted.notification.name() &&
-                   earlier.notification.object() == posted.notification.object();
+                   isEqual(earlier.notification.object(), posted.notification.object());
         });
         if (waiting.size() < mostWaiting)
             waiting.push_back(posted);

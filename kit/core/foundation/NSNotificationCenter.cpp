@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 
+#include "DozelyKit/core/foundation/Equality.h"
+
 #include <QPointer>
 
 #include <algorithm>
@@ -20,7 +22,7 @@ struct Registration {
     bool matches(const NSNotification &notification) const
     {
         return (name.isNull() || name == notification.name()) &&
-               (!object.isValid() || object == notification.object());
+               (!object.isValid() || dozely::isEqual(object, notification.object()));
     }
 };
 } // namespace
@@ -86,7 +88,7 @@ void NSNotificationCenter::removeObserver(QObject *observer, const QString &name
     d->forgetIf([&](const Registration &registration) {
         return registration.observer.isNull() ||
                (registration.observer == observer && (name.isNull() || registration.name == name) &&
-                (!object.isValid() || registration.object == object));
+                (!object.isValid() || dozely::isEqual(registration.object, object)));
     });
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
 
+#include "DozelyKit/core/foundation/Equality.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -34,8 +36,9 @@ struct WDNotificationCenter::Private {
 
     Sender *sender(const QVariant &object)
     {
-        const auto found = std::find_if(_notificationObjects.begin(), _notificationObjects.end(),
-                                        [&object](const Sender &sender) { return sender.object == object; });
+        const auto found =
+            std::find_if(_notificationObjects.begin(), _notificationObjects.end(),
+                         [&object](const Sender &sender) { return dozely::isEqual(sender.object, object); });
         return found == _notificationObjects.end() ? nullptr : &*found;
     }
 };

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/ArrayExtensions.h"
 
+#include "DozelyKit/core/foundation/Equality.h"
 #include "DozelyKit/core/foundation/NSException.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
+using dozely::isEqual;
 using zandorSoftwaresExtensions::moveObjectToIndex;
 
 namespace
@@ -81,4 +83,11 @@ TEST(MoveObjectToIndex, RaisesARangeExceptionBeyondTheEndAndLeavesTheListAsItWas
         }
         EXPECT_EQ(list, QVariantList({"a", "b", "c"}));
     }
+}
+
+TEST(MoveObjectToIndex, LeavesWhatHasTheSameTextButIsOfAnotherTypeWhereItIs)
+{
+    EXPECT_TRUE(isEqual(moved({"5", 5, "a"}, 5, 0), QVariantList({5, "5", "a"})));
+    EXPECT_TRUE(isEqual(moved({QByteArray("x"), "x", 1}, "x", 3), QVariantList({QByteArray("x"), 1, "x"})));
+    EXPECT_TRUE(isEqual(moved({5, "5", "a", "b"}, 5, 2), QVariantList({"5", 5, "a", "b"}))) << "none is lost";
 }

@@ -245,3 +245,15 @@ TEST(NSNotificationCenter, HasOneDefaultCenterForTheProcess)
     EXPECT_EQ(&NSNotificationCenter::defaultCenter(), &NSNotificationCenter::defaultCenter());
     EXPECT_EQ(listener.names.size(), 1);
 }
+
+TEST(NSNotificationCenter, TellsANumberFromItsText)
+{
+    NSNotificationCenter center;
+    Listener listener;
+    center.addObserver(&listener, "heard", "Sleep", 5);
+    center.postNotificationName("Sleep", "5");
+    EXPECT_TRUE(listener.names.isEmpty());
+    center.removeObserver(&listener, "Sleep", "5");
+    center.postNotificationName("Sleep", qlonglong(5)); // as it is after a journey over the wire
+    EXPECT_EQ(listener.names.size(), 1);
+}

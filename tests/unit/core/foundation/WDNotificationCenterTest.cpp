@@ -228,3 +228,14 @@ TEST(WDNotificationCenter, ReportsNothingWhenNobodyObserves)
     WDNotificationCenter::init()->postNotification(NSNotification(actEvent, daemonSender));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
+
+TEST(WDNotificationCenter, TellsANumberFromItsText)
+{
+    const auto center = WDNotificationCenter::init();
+    const auto observer = std::make_shared<RecordingObserver>();
+    center->addObserver(observer, "first", actEvent, 5);
+    center->postNotification(NSNotification(actEvent, "5"));
+    EXPECT_TRUE(observer->calls.isEmpty());
+    center->postNotification(NSNotification(actEvent, qlonglong(5)));
+    EXPECT_EQ(observer->calls.size(), 1);
+}
