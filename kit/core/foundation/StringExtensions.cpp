@@ -50,6 +50,8 @@ QString zandorSoftwaresExtensions::resolveAlias(const QString &path)
 
 QString zandorSoftwaresExtensions::resolveContainedAliases(const QString &path)
 {
+    if (path.isEmpty())
+        return ""; // a text, where joining nothing gives none
     QStringList components = pathComponents(path);
     for (qsizetype count = 1; components.size() > count - 1; ++count) {
         const QString prefix = pathWithComponents(components.mid(0, count));
@@ -74,8 +76,8 @@ QString zandorSoftwaresExtensions::randomStringWithLength(qint32 length)
 {
     constexpr int letters = 25; // "a" to "y": there is no "z"
     constexpr int fairBelow =
-        250; // the largest multiple of 25 in a byte; the rest would favour the first letters
-    QString text;
+        250;          // the largest multiple of 25 in a byte; the rest would favour the first letters
+    QString text(""); // which is a text; a default one is none
     if (length <= 0)
         return text;
     text.reserve(length);

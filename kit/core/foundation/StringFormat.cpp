@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <locale.h>
 
 using namespace dozely;
 
@@ -86,7 +87,27 @@ QString integerText(const Conversion &conversion, const QVariant &argument)
     return QString::fromLatin1(text.data());
 }
 
-// Not snprintf: its decimal sign depends on the locale.
+// While it lives, this thread prints numbers with a point, whatever language its user speaks.
+class PlainLocale
+{
+public:
+    PlainLocale() : m_former(::uselocale(plain())) {}
+    ~PlainLocale() { ::uselocale(m_former); }
+    PlainLocale(const PlainLocale &) = delete;
+    PlainLocale &operator=(const PlainLocale &) = delete;
+
+private:
+    // Null, which changes nothing, when there is no memory for it.
+    static locale_t plain()
+    {
+        static locale_t const locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+
+    locale_t m_former;
+};
+
+// Not QString::asprintf: it rounds 0.5 up and knows no negative 0.
 QString fractionText(const Conversion &conversion, const QVariant &argument)
 {
     const bool isNumber =
@@ -95,7 +116,11 @@ QString fractionText(const Conversion &conversion, const QVariant &argument)
         '%' + conversion.flags + QByteArray::number(conversion.width) +
         (conversion.precision >= 0 ? '.' + QByteArray::number(conversion.precision) : QByteArray()) +
         conversion.type;
-    return QString::asprintf(specification.constData(), isNumber ? argument.toDouble() : 0.0);
+    constexpr std::size_t mostDigits = 310; // before the point
+    std::array<char, mostDigits + widest + 32> text{};
+    const PlainLocale locale;
+    std::snprintf(text.data(), text.size(), specification.constData(), isNumber ? argument.toDouble() : 0.0);
+    return QString::fromLatin1(text.data());
 }
 
 QString textArgument(const QVariant &argument)

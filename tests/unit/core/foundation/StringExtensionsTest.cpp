@@ -187,6 +187,7 @@ TEST_F(StringExtensions, ResolveContainedAliasesKeepsPartsThatDoNotExist)
 TEST(ResolveContainedAliases, OfAnEmptyPathIsEmptyAndOfTheRootTheRoot)
 {
     EXPECT_EQ(resolveContainedAliases(""), QString(""));
+    EXPECT_FALSE(resolveContainedAliases("").isNull()) << "an empty text is not none";
     EXPECT_EQ(resolveContainedAliases("/"), QString("/"));
 }
 
@@ -253,6 +254,9 @@ TEST(RandomStringWithLength, IsAnotherTextEachTime)
 
 TEST(RandomStringWithLength, IsEmptyForZeroOrLess)
 {
-    for (const qint32 length : {0, -1, std::numeric_limits<qint32>::min()})
-        EXPECT_TRUE(randomStringWithLength(length).isEmpty()) << length;
+    for (const qint32 length : {0, -1, std::numeric_limits<qint32>::min()}) {
+        const QString text = randomStringWithLength(length);
+        EXPECT_TRUE(text.isEmpty()) << length;
+        EXPECT_FALSE(text.isNull()) << "an empty text is not none";
+    }
 }

@@ -102,15 +102,20 @@ TEST(StringWithFormat, FormatsIntegersExactlyAsPrintf)
 TEST(StringWithFormat, FormatsFractionsAsPrintfInTheCLocale)
 {
     std::setlocale(LC_NUMERIC, "C");
-    for (const char *format :
-         {"[%f]", "[%.2f]", "[%8.3f]", "[%-10.1f]", "[%+g]", "[%e]", "[%.3e]", "[%g]", "[%010.2f]"}) {
-        for (const double number : {0.0, 1.0, -2.5, 3.14159265, 1e10, 1e-7}) {
-            char expected[64];
+    for (const char *format : {"[%f]", "[%.2f]",    "[%8.3f]", "[%-10.1f]", "[%+g]",   "[%e]",    "[%.3e]",
+                               "[%g]", "[%010.2f]", "[%.0f]",  "[%.0e]",    "[%.1f]",  "[%#.0f]", "[% f]",
+                               "[%G]", "[%E]",      "[%.17g]", "[%.20f]",   "[%5.0f]", "[%-8.1e]"}) {
+        for (const double number :
+             {0.0, -0.0, 0.5, 1.5, 2.5, -0.5, 0.25, 0.125, 1.0, -2.5, 3.14159265, 1e10, 1e-7, 1e22, 5e-324,
+              std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()}) {
+            char expected[128];
             std::snprintf(expected, sizeof expected, format, number);
             EXPECT_EQ(text(format, {number}), QString(expected)) << format << ' ' << number;
         }
     }
     EXPECT_EQ(text("%.1f", {3}), QString("3.0"));
+    EXPECT_EQ(text("%.0f", {0.5}), QString("0"));
+    EXPECT_EQ(text("%f", {std::numeric_limits<double>::max()}).size(), 316);
 }
 
 TEST(StringWithFormat, CutsTheFractionOfANumberThatIsPrintedAsInteger)
