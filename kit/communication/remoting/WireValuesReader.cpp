@@ -187,7 +187,7 @@ private:
         if (!elements(WireTypes::alignmentOf(type[0]),
                       [&] { return value(type, &values.emplaceBack(), depth); }))
             return false;
-        *result = std::move(values);
+        *result = values;
         return true;
     }
 
@@ -204,7 +204,7 @@ private:
         };
         if (!elements(WireTypes::alignmentOf('{'), entry))
             return false;
-        *result = std::move(map);
+        *result = map;
         return true;
     }
 

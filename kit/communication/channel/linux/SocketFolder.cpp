@@ -102,16 +102,16 @@ void removeWhatWasMovedAside(Descriptor parent)
 /// Moves the entry of `folder` to where it is removed from, a subfolder of `parent`.
 bool moveAside(Descriptor parent, int folder, const QByteArray &name)
 {
-    const auto isMoved = [&] {
-        const Descriptor removed = makeRemovedFolder(parent.get());
-        return removed.isValid() &&
-               ::renameat(folder, name.constData(), removed.get(), randomName("").constData()) == 0;
-    };
     // Twice: the folder may have been removed as empty in between.
-    if (!isMoved() && !isMoved())
-        return false;
-    removeWhatWasMovedAside(std::move(parent));
-    return true;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const Descriptor removed = makeRemovedFolder(parent.get());
+        if (removed.isValid() &&
+            ::renameat(folder, name.constData(), removed.get(), randomName("").constData()) == 0) {
+            removeWhatWasMovedAside(std::move(parent));
+            return true;
+        }
+    }
+    return false;
 }
 
 /// Tells of an entry that neither this user nor the system's has put there.

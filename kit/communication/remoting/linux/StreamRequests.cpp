@@ -169,7 +169,7 @@ void State::limitReplies()
 
 Result<void> State::send(WireMessage &message, const QVariantList &values)
 {
-    if (const auto written = WireValues::write(values, &message); !written)
+    if (auto written = WireValues::write(values, &message); !written)
         return written;
     message.serial = ++m_lastSerial;
     if (message.serial == 0) // after four thousand million

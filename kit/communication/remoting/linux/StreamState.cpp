@@ -47,7 +47,7 @@ constexpr quint64 largest(bool isTrusted)
 
 std::shared_ptr<State> State::make(int descriptor, Side side, const StreamOptions &options)
 {
-    const std::shared_ptr<State> stream(new State(descriptor, side, options));
+    std::shared_ptr<State> stream(new State(descriptor, side, options));
     const auto user = stream->peer ? std::optional<quint32>(stream->peer->userId) : std::nullopt;
     try {
         stream->m_source = stream->loop.add(descriptor, POLLIN, stream.get(), user);

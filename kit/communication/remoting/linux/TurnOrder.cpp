@@ -21,8 +21,6 @@ void TurnOrder::add(quint64 source, User user)
 
 std::optional<quint64> TurnOrder::next()
 {
-    if (m_waiting == 0)
-        return {};
     Account *first = nullptr;
     for (auto each = m_accounts.begin(); each != m_accounts.end();) {
         Account &account = each->second;
@@ -34,6 +32,8 @@ std::optional<quint64> TurnOrder::next()
             first = &account;
         ++each;
     }
+    if (!first)
+        return {};
     m_level = std::max(m_level, first->taken);
     const quint64 source = first->sources.front();
     first->sources.pop_front();
