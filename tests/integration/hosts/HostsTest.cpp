@@ -255,14 +255,15 @@ TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
 
 TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)
 {
-    constexpr int many = 200;
+    constexpr int many = 400;
     startDaemon();
     const QDateTime date = soon();
     QVariantList schedules;
     for (int i = 0; i < many; ++i)
         schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
     writeStore(schedules);
-    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > many / 4; }));
+    // Soon: on a busy machine the rest run while this process waits for its turn.
+    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > 10; }));
     kill(daemon);
     startDaemon();
     // What was not started was lost, and is told.

@@ -47,13 +47,15 @@ bool isRepetition(const QDateTime &told)
 }
 } // namespace
 
-/// Blocks sleep that nobody forces. "idle" too: a desktop counts the time until it asks for sleep by that; and
-/// the lid's switch, for which the manager by default cares about no other lock.
+/// Blocks sleep that nobody forces. "idle" too: a desktop counts the time until it asks for sleep by that;
+/// and the lid's switch, for which the manager by default cares about no other lock.
 class LogindPower::ActionInhibition : public Inhibition
 {
 public:
     ActionInhibition(LogindPower &power, const QString &reason)
-        : m_power(&power), m_alive(&power.m_context), m_lock({"sleep:idle:handle-lid-switch", reason, "block"})
+        : m_power(&power),
+          m_alive(&power.m_context),
+          m_lock({"sleep:idle:handle-lid-switch", reason, "block"})
     {
         m_power->m_actionLocks.push_back(&m_lock);
         m_power->connectToBus();
