@@ -48,7 +48,8 @@ public:
     /// kernel has no room to watch it.
     quint64 add(int descriptor, short events, Source *source, std::optional<quint32> user = {});
     quint64 addListener(int descriptor, Source *source);
-    /// With no events at all not even the end of the stream is told.
+    /// With no events at all not even the end of the stream is told. Raises NSException as add, when there
+    /// were none before.
     void setEvents(quint64 id, short events);
     void setDeadline(quint64 id, std::optional<Moment> deadline);
     /// The source has more to do although its descriptor may be quiet.

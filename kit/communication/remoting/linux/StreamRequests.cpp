@@ -221,7 +221,11 @@ void State::settle()
         return;
     const int reading = m_waitsForRoom ? 0 : POLLIN;
     const int writing = m_output.isEmpty() ? 0 : POLLOUT;
-    loop.setEvents(m_source, static_cast<short>(reading | writing));
+    try {
+        loop.setEvents(m_source, static_cast<short>(reading | writing));
+    } catch (const NSException &) {
+        drop(); // the kernel has no room to watch it again, and nobody would look at it any more
+    }
 }
 
 quint32 State::begin(const Request &request, bool expectsReply)
