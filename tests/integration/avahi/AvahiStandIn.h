@@ -54,7 +54,7 @@ public:
 private:
     QJsonValue answer()
     {
-        constexpr int patience = 20'000; // milliseconds; only bounds a failing test
+        constexpr int patience = 60'000; // milliseconds; only bounds a failing test
         while (!m_process.canReadLine() && m_process.waitForReadyRead(patience)) {
         }
         const QByteArray line =

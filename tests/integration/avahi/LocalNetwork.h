@@ -60,10 +60,13 @@ public:
         return answer();
     }
 
-    /// What the neighbour knows of a service of this name.
-    QJsonObject found(const QString &name)
+    /// What the neighbour is answered when it asks for a service of this name; nothing when it is not, for
+    /// so many milliseconds.
+    QJsonObject found(const QString &name, int patience = 60'000)
     {
-        return neighbour({{"do", "resolve"}, {"name", name}, {"type", "_dozely._tcp"}}).toObject();
+        return neighbour(
+                   {{"do", "resolve"}, {"name", name}, {"type", "_dozely._tcp"}, {"patience", patience}})
+            .toObject();
     }
 
     std::unique_ptr<PrivateBus> bus; ///< To be replaced by a test that loses it.
@@ -134,7 +137,7 @@ private:
 
     QJsonValue answer()
     {
-        constexpr int patience = 20'000; // milliseconds; only bounds a failing test
+        constexpr int patience = 60'000; // milliseconds; only bounds a failing test
         while (!m_neighbour.canReadLine() && m_neighbour.waitForReadyRead(patience)) {
         }
         // A document must be a list or an object.

@@ -54,7 +54,7 @@ TEST(NetService, IsFoundByAnotherHostAsItWasPublished)
                   protocolSpecificInformationDictionary(service));
 
         service.stop();
-        EXPECT_TRUE(waitUntil([&] { return network.found("Kitchen").isEmpty(); }));
+        EXPECT_TRUE(waitUntil([&] { return network.found("Kitchen", 2'000).isEmpty(); }));
     }));
 }
 

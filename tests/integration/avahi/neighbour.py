@@ -7,7 +7,8 @@ Waits for the interface, gives it the address and obeys lines of JSON, each of w
     {"do": "publish", "name", "type", "port", "txt": HEX, "addresses": [TEXT...]}
     {"do": "update", "txt": HEX}        another TXT record for what it published
     {"do": "withdraw"}
-    {"do": "resolve", "name", "type"}   what it finds: {"port", "addresses", "txt": HEX}, or null
+    {"do": "resolve", "name", "type", "patience": MILLISECONDS}
+                                        what it is answered: {"port", "addresses", "txt": HEX}, or null
 """
 import json
 import socket
@@ -54,7 +55,8 @@ def obey(order):
         network.unregister_all_services()
         return True
     kind = order["type"] + ".local."
-    info = network.get_service_info(kind, order["name"] + "." + kind, timeout=4000)
+    with Zeroconf(interfaces=[ADDRESS], ip_version=IPVersion.V4Only) as asking:  # which remembers nothing
+        info = asking.get_service_info(kind, order["name"] + "." + kind, timeout=order["patience"])
     return info and {"port": info.port, "addresses": info.parsed_addresses(), "txt": info.text.hex()}
 
 
