@@ -55,6 +55,14 @@ class Judging(unittest.TestCase):
         self.assertEqual(self.broken(pings={"machine": pinged(30.0), "root": pinged(129.0)}, late_ms={"daemon": [1, 2, 79]}),
                          [])
 
+    def test_the_short_form_has_room_for_a_machine_that_is_not_quiet(self):
+        slow = copy.deepcopy(GOOD) | {"late_ms": {"daemon": [1, 2, 1050], "session": [3, 4, 5]}}
+        slow["pings"]["root"] = pinged(1100.0)
+        self.assertEqual(run.judge(ATTACK, slow, run.SHORT_ROOM), [])
+        slow["late_ms"]["daemon"][-1] += 2
+        slow["pings"]["root"] = pinged(1102.0)
+        self.assertEqual(len(run.judge(ATTACK, slow, run.SHORT_ROOM)), 2)
+
     def test_a_machine_that_does_not_answer_measures_nothing(self):
         self.assertEqual(len(self.broken(pings={"machine": pinged(30.0, failed=1)})), 1)
 
