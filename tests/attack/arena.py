@@ -19,7 +19,7 @@ import wire
 FIRST_ATTACKER = 4711  # user ids; nobody is logged in under them
 BYSTANDER = 4799  # a user who attacks nobody
 DESCRIPTORS = 1024  # what a service manager and a login give a program at first
-START_LIMIT = 15.0  # seconds
+START_LIMIT = 40.0  # seconds
 
 NAMESPACE_MARK = "DOZELY_ATTACK_NAMESPACE"
 

@@ -11,7 +11,7 @@
 /// Runs the event loop until `condition` holds; false when it still does not after `limit`, which only bounds
 /// a failing test. The condition is looked at after every event and every 5 ms.
 template<class Condition>
-bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(20))
+bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(60))
 {
     const QDeadlineTimer deadline(limit);
     QTimer pulse;

@@ -117,12 +117,12 @@ public:
         return m_replies;
     }
 
-    /// Waits until so many have come; false when the other side closes before, or 20 s have passed.
+    /// Waits until so many have come; false when the other side closes before, or 60 s have passed.
     bool waitForReplies(int count)
     {
         pollfd polled{m_socket, POLLIN, 0};
         while (replies() < count) {
-            if (::poll(&polled, 1, 20'000) <= 0 || (polled.revents & POLLHUP) != 0)
+            if (::poll(&polled, 1, 60'000) <= 0 || (polled.revents & POLLHUP) != 0)
                 return replies() >= count;
         }
         return true;

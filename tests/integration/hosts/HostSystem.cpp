@@ -23,7 +23,7 @@ const QString library = "/usr/lib/libDozelyKit.so.0";
 const QString interfaceLibrary = "/usr/lib/libDozelyInterface.so.0";
 const QString logind = "org.freedesktop.login1";
 constexpr rlim_t usualDescriptors = 1024; // what a program gets from most service managers
-constexpr int patience = 20'000;          // milliseconds; only bounds a failing test
+constexpr int patience = 60'000;          // milliseconds; only bounds a failing test
 } // namespace
 
 HostSystem::HostSystem()

@@ -10,7 +10,7 @@ using namespace dozely;
 
 namespace
 {
-constexpr int patience = 20'000; // milliseconds; only bounds a failing test
+constexpr int patience = 60'000; // milliseconds; only bounds a failing test
 constexpr char mock[] = "org.freedesktop.DBus.Mock";
 } // namespace
 

@@ -71,8 +71,8 @@ TEST_F(SocketFolderRemoval, OfThirtyThousandLevelsNeedsAHandfulOfDescriptors)
 
 TEST_F(SocketFolderRemoval, OfAWideTreeOfFoldersLeavesNothing)
 {
-    for (int i = 0; i < 20; ++i) {
-        for (int j = 0; j < 20; ++j)
+    for (int i = 0; i < 10; ++i) {
+        for (int j = 0; j < 10; ++j)
             ASSERT_TRUE(QDir().mkpath(root.join(folderPath) + QStringLiteral("/%1/%2/%1").arg(i).arg(j)));
     }
     EXPECT_TRUE(SocketFolder::wipe(folderPath));

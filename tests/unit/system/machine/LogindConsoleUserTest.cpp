@@ -164,6 +164,6 @@ TEST_F(LogindConsoleUserTest, IsNobodyWithinTwoSecondsWhenTheBusStaysMute)
     QElapsedTimer time;
     time.start();
     EXPECT_FALSE(console.current());
-    EXPECT_GE(time.elapsed(), 1'900); // it did wait for an answer
-    EXPECT_LT(time.elapsed(), 3'000); // and the time-out of authentication, 90 s, did not apply
+    EXPECT_GE(time.elapsed(), 1'900);  // it did wait for an answer
+    EXPECT_LT(time.elapsed(), 20'000); // and the time-out of authentication, 90 s, did not apply
 }
