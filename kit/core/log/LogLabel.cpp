@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/log/LogLabel.h"
 
+#include <algorithm>
+
 namespace dozely
 {
 
 namespace
 {
+// Control characters, and the separators of lines and of paragraphs; by number, since every log line is
+// looked at.
 bool breaksTheLine(QChar c)
 {
-    return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-           c.category() == QChar::Separator_Paragraph;
+    const char16_t code = c.unicode();
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x2028 || code == 0x2029;
 }
 
 QString standIn(QChar c, LineBreaks breaks)
@@ -26,9 +30,14 @@ QString standIn(QChar c, LineBreaks breaks)
 }
 } // namespace
 
+bool isOneLine(QStringView text)
+{
+    return std::none_of(text.begin(), text.end(), breaksTheLine);
+}
+
 QString logLabel(const QString &text, qsizetype longest, LineBreaks breaks)
 {
-    QString label;
+    QString label = text.isNull() ? QString() : QString(""); // of none there is none
     for (const QChar c : QStringView(text).left(longest))
         label += breaksTheLine(c) ? standIn(c, breaks) : QString(c);
     if (text.size() <= longest)

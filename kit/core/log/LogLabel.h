@@ -18,6 +18,9 @@ enum class LineBreaks {
     Escapes, ///< "\u000a": shows what was there.
 };
 
+/// Whether the text holds no character that would end the line or steer a terminal. Any thread.
+bool isOneLine(QStringView text);
+
 /// No limit to the length of a label.
 constexpr qsizetype wholeText = std::numeric_limits<qsizetype>::max();
 

@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/AppendLine_p.h"
+#include "DozelyKit/core/log/LogLabel.h"
 
 #include <QStringEncoder>
 #include <QVarLengthArray>
@@ -36,6 +37,21 @@ void appendText(Bytes &bytes, QStringView text)
     const qsizetype size = bytes.size();
     bytes.resize(size + encoder.requiredSpace(text.size()));
     bytes.resize(encoder.appendToBuffer(bytes.data() + size, text) - bytes.data());
+}
+
+// What comes from elsewhere in a message must not begin a line in another's name, or steer the terminal of
+// who reads the log.
+void appendMessage(Bytes &bytes, const QString &message)
+{
+    // Some texts of the system bring a line end of their own, which leaves an empty line.
+    const bool hasLineEnd = message.endsWith(u'\n');
+    const QStringView text = QStringView(message).chopped(hasLineEnd ? 1 : 0);
+    if (isOneLine(text))
+        appendText(bytes, text);
+    else
+        appendText(bytes, logLabel(text.toString(), wholeText));
+    if (hasLineEnd)
+        append(bytes, "\n");
 }
 
 Bytes logPath()
@@ -109,15 +125,25 @@ void writeStamp(char *stamp)
     std::memcpy(stamp, last.stamp.data(), stampLength);
 }
 
+// What the log does not take is kept by whoever keeps the console log of this process, a line each.
+void tellConsole(std::string_view line)
+{
+    while (line.ends_with('\n'))
+        line.remove_suffix(1);
+    NSLogText(logLabel(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())), wholeText));
+}
+
 // Appends `line`, at whose head the stamp's place was left free.
-void appendStamped(Bytes &line, const char *path, quint32 effectiveUserID = NSProcessInfo::effectiveUserID())
+void appendStamped(Bytes &line, const char *path, HalfLine last,
+                   quint32 effectiveUserID = NSProcessInfo::effectiveUserID())
 {
     writeStamp(line.data());
     const std::string_view bytes(line.constData(), static_cast<std::size_t>(line.size()));
-    const AppendResult result = appendLine(path, bytes, effectiveUserID == 0);
-    if (result.openError != 0)
+    const AppendResult result = appendLine(path, bytes, effectiveUserID == 0, last);
+    if (result.openError != 0) {
         NSLog("Could not open file for writing (errno: %d)", result.openError);
-    else if (result.writeError != 0)
+        tellConsole(bytes);
+    } else if (result.writeError != 0)
         NSLog("Could not write to file (errno: %d)", result.writeError);
 }
 
@@ -134,19 +160,19 @@ void appendAs(std::string_view role, const QString &message)
     append(line, " - ");
     append(line, role);
     append(line, "): ");
-    appendText(line, message);
+    appendMessage(line, message);
     append(line, "\n");
-    appendStamped(line, logPath().constData(), effectiveUserID);
+    appendStamped(line, logPath().constData(), HalfLine::Close, effectiveUserID);
 }
 
 void appendWithName(const QString &process, const QString &message)
 {
     Bytes line(stampLength);
-    appendText(line, process);
+    appendMessage(line, process);
     append(line, " ");
-    appendText(line, message);
+    appendMessage(line, message);
     append(line, "\n");
-    appendStamped(line, logPath().constData());
+    appendStamped(line, logPath().constData(), HalfLine::Close);
 }
 } // namespace
 
@@ -154,7 +180,7 @@ void ZDRAppendStringToFile(const QString &string, const QString &path)
 {
     Bytes line(stampLength);
     appendText(line, string);
-    appendStamped(line, path.toUtf8().constData());
+    appendStamped(line, path.toUtf8().constData(), HalfLine::Continue);
 }
 
 void ZDRLogDaemon(const QString &message)

@@ -4,8 +4,10 @@
 #include "DozelyKit/core/foundation/StringFormat.h"
 
 /// The shared log, "/var/log/dozely.log" below the root folder: one line a message, opened, appended to and
-/// closed each time. Any thread may log; nothing is locked, lines interleave whole. A message that cannot be
-/// written is lost, and the console log says so.
+/// closed each time. Any thread may log; nothing is locked, lines interleave whole, and half a line that a
+/// full disk left is closed first. In a message, control characters and separators of lines are blanks, but
+/// for a line end at its own end. When the file does not open, the console log has the error and the line
+/// itself; a line that could not be written whole is lost, and the console log says so.
 /// @{
 
 /// Appends the time stamp ("Mar 04 09:15:02", local time, English month), a blank and `string`, which brings

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -31,16 +32,38 @@ bool isFstatDear()
     return isDear;
 }
 
-// Type and permissions of the open file; 0 when they cannot be told.
-mode_t modeOf(int descriptor)
+struct FileState {
+    mode_t mode = 0; // type and permissions; 0 when they cannot be told
+    off_t size = 0;
+};
+
+FileState stateOf(int descriptor)
 {
     if (!isFstatDear()) {
         struct stat status = {};
-        return ::fstat(descriptor, &status) == 0 ? status.st_mode : 0;
+        return ::fstat(descriptor, &status) == 0 ? FileState{status.st_mode, status.st_size} : FileState();
     }
     struct statx status = {};
-    constexpr unsigned wanted = STATX_TYPE | STATX_MODE; // and no times
-    return ::statx(descriptor, "", AT_EMPTY_PATH, wanted, &status) == 0 ? status.stx_mode : 0;
+    constexpr unsigned wanted = STATX_TYPE | STATX_MODE | STATX_SIZE; // and no times
+    return ::statx(descriptor, "", AT_EMPTY_PATH, wanted, &status) == 0
+               ? FileState{status.stx_mode, static_cast<off_t>(status.stx_size)}
+               : FileState();
+}
+
+// O_NONBLOCK: a pipe put in the log's place must not hold up whoever logs. Readable, to see how the file
+// ends; who may only write appends all the same.
+int openForAppending(const char *path)
+{
+    constexpr int flags = O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    const int descriptor = ::open(path, O_RDWR | flags, openMode);
+    return descriptor < 0 && errno == EACCES ? ::open(path, O_WRONLY | flags, openMode) : descriptor;
+}
+
+// Whether the last line has no end, as a disk that was full leaves it. False where that cannot be told.
+bool endsInHalfALine(int descriptor, off_t size)
+{
+    char last = '\n';
+    return size > 0 && ::pread(descriptor, &last, 1, size - 1) == 1 && last != '\n';
 }
 
 // A file that did not open for writing may still take a new mode. The descriptor stands for the very file
@@ -60,28 +83,32 @@ void openUnwritableFileToAll(const char *path)
 }
 } // namespace
 
-AppendResult appendLine(const char *path, std::string_view line, bool openToAll)
+AppendResult appendLine(const char *path, std::string_view line, bool openToAll, HalfLine last)
 {
     AppendResult result;
-    // O_NONBLOCK: a pipe put in the log's place must not hold up whoever logs.
-    const int descriptor = ::open(
-        path, O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, openMode);
+    const int descriptor = openForAppending(path);
     if (descriptor < 0) {
         result.openError = errno;
         if (openToAll)
             openUnwritableFileToAll(path);
         return result;
     }
-    const mode_t mode = modeOf(descriptor);
-    if (!S_ISREG(mode)) {
+    const FileState file = stateOf(descriptor);
+    if (!S_ISREG(file.mode)) {
         result.openError = EINVAL;
         ::close(descriptor);
         return result;
     }
+    std::string closing;
+    if (last == HalfLine::Close && endsInHalfALine(descriptor, file.size)) {
+        closing = '\n';
+        closing += line;
+        line = closing;
+    }
     const ssize_t written = ::write(descriptor, line.data(), line.size());
     if (written != static_cast<ssize_t>(line.size()))
         result.writeError = written < 0 ? errno : ENOSPC;
-    if (openToAll && (mode & permissionBits) != openMode)
+    if (openToAll && (file.mode & permissionBits) != openMode)
         ::fchmod(descriptor, openMode);
     ::close(descriptor);
     return result;

@@ -15,6 +15,8 @@ TEST(LogLabel, StaysWithinOneLineAndALimit)
     EXPECT_EQ(logLabel(QString(1000, 'x')), QString(200, 'x') + "...");
     EXPECT_EQ(logLabel(QString(200, 'x')), QString(200, 'x'));
     EXPECT_EQ(logLabel(QString()), QString());
+    EXPECT_TRUE(logLabel(QString()).isNull());
+    EXPECT_FALSE(logLabel("").isNull()) << "an empty text is not none";
 }
 
 TEST(LogLabel, IsAsLongAsItMayBe)

@@ -265,3 +265,15 @@ TEST_F(ZDRLogLine, LinesOfSeveralThreadsAndProcessesInterleaveWhole)
     for (const QString &line : written)
         ASSERT_TRUE(whole.match(line).hasMatch()) << qPrintable(line);
 }
+
+TEST_F(ZDRLogLine, IsOneWhateverItsMessageHolds)
+{
+    const QString text = QString("first\nMar 04 09:15:02 (1 - 1 - 0 - Daemon): forged\r\x1b[2J") +
+                         QChar(0x9b) + QChar(0x85) + QChar(0x2028) + "end\n";
+    ZDRLog("%@", text);
+    ZDRLogDaemon(text);
+    ASSERT_EQ(root.logLines().size(), 2) << root.logContent().constData();
+    for (const QString &line : root.logLines())
+        EXPECT_TRUE(line.endsWith("first Mar 04 09:15:02 (1 - 1 - 0 - Daemon): forged  [2J   end"))
+            << qPrintable(line);
+}
