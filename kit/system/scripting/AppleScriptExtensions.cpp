@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
+#include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/ProgramEnvironment.h"
@@ -17,10 +18,12 @@ namespace
 /// Writes what became of an execution: `errorInfo` is empty when nothing went wrong.
 void logOutcome(const std::optional<NSAppleScript::Result> &result, const QVariantMap &errorInfo)
 {
+    constexpr qsizetype longest = 1 << 20; // characters: a script may hold far more than a log should
     if (!errorInfo.isEmpty())
-        ZDRLog("Erreur lors de l'execution du script AS: %@", errorInfo.value(NSAppleScriptErrorMessage));
+        ZDRLog("Erreur lors de l'execution du script AS: %@",
+               logLabel(errorInfo.value(NSAppleScriptErrorMessage).toString(), longest));
     else if (result && !result->stringValue().isNull())
-        ZDRLog("Resultat de l'execution du script AS: %@", result->stringValue());
+        ZDRLog("Resultat de l'execution du script AS: %@", logLabel(result->stringValue(), longest));
 }
 } // namespace
 

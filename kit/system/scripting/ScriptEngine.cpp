@@ -6,8 +6,10 @@
 #include "DozelyKit/system/scripting/ScriptLocale_p.h"
 #include "DozelyKit/system/scripting/ScriptValue_p.h"
 
+#include <QScopedValueRollback>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <cstdlib>
 #include <lua.hpp>
 
@@ -17,7 +19,11 @@ namespace dozely
 namespace
 {
 constexpr int stepsBetweenChecks = 100;
+constexpr char notEnoughMemory[] = "not enough memory"; // as the interpreter says it
 constexpr int chunkIndex = 1; // where the compiled script lies on the interpreter's stack
+
+/// Of the script that runs on this thread; a function that a script calls may run another one.
+thread_local ScriptBudget *runningBudget = nullptr;
 
 /// The interpreter's memory: counted, and refused beyond the limit.
 void *reallocate(void *budgetAddress, void *block, std::size_t oldSize, std::size_t newSize)
@@ -29,14 +35,17 @@ void *reallocate(void *budgetAddress, void *block, std::size_t oldSize, std::siz
         budget.memory -= former;
         return nullptr;
     }
-    if (newSize > static_cast<std::size_t>(std::numeric_limits<qint64>::max() / 2))
+    const bool isPossible = newSize <= static_cast<std::size_t>(std::numeric_limits<qint64>::max() / 2);
+    const qint64 growth = isPossible ? static_cast<qint64>(newSize) - former : 0;
+    const bool isAllowed = isPossible && (growth <= 0 || budget.memory + growth <= budget.limits.memory);
+    void *moved = isAllowed ? std::realloc(block, newSize) : nullptr;
+    if (!moved) {
+        budget.noteRefusal(block, newSize);
         return nullptr;
-    const qint64 growth = static_cast<qint64>(newSize) - former;
-    if (growth > 0 && budget.memory + growth > budget.limits.memory)
-        return nullptr;
-    void *moved = std::realloc(block, newSize);
-    if (moved)
-        budget.memory += growth;
+    }
+    budget.memory += growth;
+    if (growth > 0)
+        budget.noteGrowth();
     return moved;
 }
 
@@ -63,6 +72,8 @@ void ScriptBudget::renew()
     m_steps = 0;
     m_deadline = Port<Clock>::current()->steadyTime() + limits.time;
     m_exhaustion = nullptr;
+    m_refusedSize = 0;
+    m_logged = 0;
 }
 
 void ScriptBudget::spend(lua_State *lua, quint64 steps)
@@ -76,6 +87,41 @@ void ScriptBudget::spend(lua_State *lua, quint64 steps)
         return;
     lua_sethook(lua, countSteps, LUA_MASKCOUNT, 1);
     luaL_error(lua, "%s", m_exhaustion);
+}
+
+void ScriptBudget::needMemory(lua_State *lua, quint64 bytes)
+{
+    if (bytes <= static_cast<quint64>(std::max<qint64>(limits.memory, 0)))
+        return;
+    exhaustMemory();
+    spend(lua, 0);
+}
+
+void ScriptBudget::noteRefusal(const void *block, std::size_t size)
+{
+    if (m_refusedSize == size && m_refusedBlock == block)
+        exhaustMemory();
+    m_refusedBlock = block;
+    m_refusedSize = size;
+}
+
+void ScriptBudget::exhaustMemory()
+{
+    if (!m_exhaustion)
+        m_exhaustion = notEnoughMemory;
+}
+
+bool ScriptBudget::takeLogRoom(qsizetype bytes)
+{
+    m_logged = bytes <= mostLogged - m_logged ? m_logged + bytes : mostLogged + 1;
+    return m_logged <= mostLogged;
+}
+
+QString ScriptBudget::exhaustion() const
+{
+    if (!m_exhaustion || m_exhaustion == notEnoughMemory)
+        return m_exhaustion;
+    return QString("%1.").arg(m_exhaustion);
 }
 
 void ScriptEngine::Close::operator()(lua_State *lua) const
@@ -135,18 +181,24 @@ Result<QString> ScriptEngine::execute()
     const ScriptLocale locale;
     lua_State *lua = m_lua.get();
     m_budget.renew();
+    const QScopedValueRollback running(runningBudget, &m_budget);
     lua_sethook(lua, countSteps, LUA_MASKCOUNT, stepsBetweenChecks);
     lua_pushvalue(lua, chunkIndex);
     const int status = lua_pcall(lua, 0, 1, 0);
     auto outcome = [&]() -> Result<QString> {
-        if (m_budget.exhaustion()) // even where the script caught the error as its last act
-            return Error{QString::fromLatin1(m_budget.exhaustion()) + '.'};
+        if (const QString why = m_budget.exhaustion(); !why.isNull())
+            return Error{why}; // even where the script caught the error as its last act
         if (status != LUA_OK)
             return Error{message()};
         return ScriptValue::text(lua, -1);
     }();
     lua_settop(lua, chunkIndex);
     return outcome;
+}
+
+bool ScriptEngine::takeLogRoom(qsizetype bytes)
+{
+    return !runningBudget || runningBudget->takeLogRoom(bytes);
 }
 
 QString ScriptEngine::message() const

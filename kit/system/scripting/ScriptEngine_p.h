@@ -28,12 +28,33 @@ public:
     /// Begins an execution.
     void renew();
 
+    /// What an error costs that is caught: raising one takes far longer than an instruction.
+    static constexpr quint64 stepsPerError = 500;
+
+    /// What a script may write to the log in one execution, in bytes.
+    static constexpr qsizetype mostLogged = 1 << 20;
+
     /// Counts steps; raises an error of the script when they, or the time, are used up, and then at each
     /// instruction to come, so that no script can catch it and go on.
     void spend(lua_State *lua, quint64 steps);
 
-    /// Why the execution has to end; null as long as it may go on.
-    const char *exhaustion() const { return m_exhaustion; }
+    /// Raises an error of the script when it may never hold so many bytes.
+    void needMemory(lua_State *lua, quint64 bytes);
+
+    /// To be told of bytes that were refused, and of those that were given. The interpreter asks once more
+    /// after it has collected its garbage; when that was in vain, the execution ends: to catch that error is
+    /// of no use.
+    /// @{
+    void noteRefusal(const void *block, std::size_t size);
+    void noteGrowth() { m_refusedSize = 0; }
+    /// @}
+    void exhaustMemory();
+
+    /// Takes bytes from what may be logged; false when there are not so many left, and from then on.
+    bool takeLogRoom(qsizetype bytes);
+
+    /// Why the execution has to end, in a sentence; null as long as it may go on.
+    QString exhaustion() const;
 
     NSAppleScript::Limits limits;
     qint64 memory = 0; ///< Bytes that the interpreter holds.
@@ -42,6 +63,9 @@ private:
     quint64 m_steps = 0;
     std::chrono::milliseconds m_deadline{0}; // on the steady clock
     const char *m_exhaustion = nullptr;
+    const void *m_refusedBlock = nullptr;
+    std::size_t m_refusedSize = 0; // 0: what was asked for last was given
+    qsizetype m_logged = 0;        // bytes
 };
 
 /// One interpreter with one script. The interpreter is built to raise its errors as C++ exceptions:
@@ -67,6 +91,10 @@ public:
 
     /// Runs what was compiled. The text of its result, null when it has none.
     Result<QString> execute();
+
+    /// Takes so many bytes from what the script that runs on this thread may still write to the log; false
+    /// when it may not. True where none runs.
+    static bool takeLogRoom(qsizetype bytes);
 
 private:
     struct Close {

@@ -8,6 +8,7 @@
 #include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
+#include "DozelyKit/system/scripting/ScriptEngine_p.h"
 
 #include <mutex>
 
@@ -37,7 +38,11 @@ QString textArgument(const QVariantList &arguments, int index, const QString &wh
 /// log(value): one line, whatever the value holds: a script is not to write lines in another's name.
 QVariant logValue(const QVariantList &arguments)
 {
-    ZDRLog("%@", logLabel(descriptionOf(arguments.value(0)), wholeText));
+    constexpr qsizetype restOfLine = 100; // bytes, about: the stamp and who writes
+    const QString line = logLabel(descriptionOf(arguments.value(0)), wholeText);
+    if (!ScriptEngine::takeLogRoom(line.toUtf8().size() + restOfLine))
+        refuse("the script writes too much to the log");
+    ZDRLog("%@", line);
     return {};
 }
 

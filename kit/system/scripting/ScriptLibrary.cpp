@@ -5,6 +5,7 @@
 #include "DozelyKit/system/scripting/ScriptLocale_p.h"
 #include "DozelyKit/system/scripting/ScriptText_p.h"
 #include "DozelyKit/system/scripting/ScriptValue_p.h"
+#include "DozelyKit/system/scripting/ScriptWork_p.h"
 
 #include <algorithm>
 #include <lua.hpp>
@@ -17,9 +18,6 @@ namespace dozely
 namespace
 {
 using Names = std::vector<std::string_view>;
-
-/// More would let one call of the library run for minutes, and nothing counts steps within a call.
-constexpr lua_Integer longestRange = 1 << 21;
 
 /// Takes everything else out of the table on top.
 void keepOnly(lua_State *lua, const Names &names)
@@ -49,28 +47,6 @@ void setField(lua_State *lua, const char *name, lua_CFunction function)
     lua_setfield(lua, -2, name);
 }
 
-/// load(text [, name [, environment]]): as the language's own, but for texts alone. Compiled code could make
-/// the interpreter do anything.
-int loadText(lua_State *lua)
-{
-    std::size_t size = 0;
-    luaL_checktype(lua, 1, LUA_TSTRING);
-    const char *source = lua_tolstring(lua, 1, &size);
-    const char *name = luaL_optstring(lua, 2, "=text");
-    const bool hasEnvironment = !lua_isnone(lua, 3) && lua_gettop(lua) >= 3;
-    if (luaL_loadbufferx(lua, source, size, name, "t") != LUA_OK) {
-        lua_pushnil(lua);
-        lua_insert(lua, -2);
-        return 2; // nil and the message
-    }
-    if (hasEnvironment) {
-        lua_pushvalue(lua, 3);
-        if (!lua_setupvalue(lua, -2, 1))
-            lua_pop(lua, 1);
-    }
-    return 1;
-}
-
 /// setmetatable without "__gc": such a function runs while nothing counts its steps.
 int setMetatable(lua_State *lua)
 {
@@ -89,16 +65,16 @@ int setMetatable(lua_State *lua)
     return 1;
 }
 
-/// What an error costs that is caught: raising one takes far longer than an instruction.
-constexpr quint64 stepsPerError = 500;
-
 /// Calls the function below its `count` arguments; what it gave, or the error, takes their place. Whether it
 /// ended well.
 bool callProtected(lua_State *lua, int count)
 {
-    if (lua_pcall(lua, count, LUA_MULTRET, 0) == LUA_OK)
+    const int status = lua_pcall(lua, count, LUA_MULTRET, 0);
+    if (status == LUA_OK)
         return true;
-    ScriptBudget::of(lua).spend(lua, stepsPerError);
+    if (status == LUA_ERRMEM)
+        ScriptBudget::of(lua).exhaustMemory();
+    ScriptBudget::of(lua).spend(lua, ScriptBudget::stepsPerError);
     return false;
 }
 
@@ -134,39 +110,6 @@ int protectedCallWithHandler(lua_State *lua)
     return lua_gettop(lua);
 }
 
-/// A function of the table library (first upvalue) that goes from one index to another; where the first of
-/// them stands among the arguments is the second upvalue, 0 when the function takes none.
-int callWithinRange(lua_State *lua)
-{
-    for (int index = 1; index <= lua_gettop(lua); ++index) {
-        // Who says how long a table is could make the library count for years.
-        if (lua_istable(lua, index) && luaL_getmetafield(lua, index, "__len") != LUA_TNIL)
-            luaL_error(lua, "a table with \"__len\" is not accepted here");
-    }
-    if (const int first = static_cast<int>(lua_tointeger(lua, lua_upvalueindex(2)))) {
-        const auto from = luaL_optinteger(lua, first, 1);
-        const auto to = luaL_optinteger(lua, first + 1, static_cast<lua_Integer>(lua_rawlen(lua, 1)));
-        if (to >= from && static_cast<lua_Unsigned>(to) - static_cast<lua_Unsigned>(from) > longestRange)
-            luaL_error(lua, "the range is too large");
-    }
-    lua_pushvalue(lua, lua_upvalueindex(1));
-    lua_insert(lua, 1);
-    lua_call(lua, lua_gettop(lua) - 1, LUA_MULTRET);
-    return lua_gettop(lua);
-}
-
-void guardTableFunctions(lua_State *lua)
-{
-    const std::pair<const char *, int> functions[] = {{"concat", 3}, {"insert", 0}, {"move", 2},
-                                                      {"remove", 0}, {"sort", 0},   {"unpack", 2}};
-    for (const auto &[name, firstOfRange] : functions) {
-        lua_getfield(lua, -1, name);
-        lua_pushinteger(lua, firstOfRange);
-        lua_pushcclosure(lua, callWithinRange, 2);
-        lua_setfield(lua, -2, name);
-    }
-}
-
 /// Calls the registered function that the upvalue points to.
 int callRegistered(lua_State *lua)
 {
@@ -195,9 +138,9 @@ int callRegistered(lua_State *lua)
 void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
 {
     openPart(lua, "_G", luaopen_base,
-             {"_G", "_VERSION", "assert", "error", "getmetatable", "ipairs", "next", "pairs", "rawequal",
-              "rawget", "rawlen", "rawset", "select", "tonumber", "tostring", "type"});
-    setField(lua, "load", loadText);
+             {"_G", "_VERSION", "assert", "error", "getmetatable", "ipairs", "load", "next", "pairs",
+              "rawequal", "rawget", "rawlen", "rawset", "select", "tonumber", "tostring", "type"});
+    ScriptWork::countGlobalFunctions(lua);
     setField(lua, "pcall", protectedCall);
     setField(lua, "xpcall", protectedCallWithHandler);
     setField(lua, "setmetatable", setMetatable);
@@ -208,13 +151,16 @@ void ScriptLibrary::open(lua_State *lua, const ScriptFunctions &functions)
     openPart(lua, LUA_STRLIBNAME, luaopen_string,
              {"byte", "char", "format", "len", "lower", "pack", "packsize", "rep", "reverse", "sub", "unpack",
               "upper"});
+    ScriptWork::countTextFunctions(lua);
     ScriptText::addFunctions(lua);
     openPart(lua, LUA_TABLIBNAME, luaopen_table,
              {"concat", "insert", "move", "pack", "remove", "sort", "unpack"});
-    guardTableFunctions(lua);
+    ScriptWork::countTableFunctions(lua);
     openPart(lua, LUA_UTF8LIBNAME, luaopen_utf8,
              {"char", "charpattern", "codepoint", "codes", "len", "offset"});
+    ScriptWork::countUtf8Functions(lua);
     openPart(lua, LUA_OSLIBNAME, luaopen_os, {"clock", "date", "difftime", "time"});
+    ScriptWork::countDateFunctions(lua);
 
     lua_newtable(lua);
     for (auto function = functions.cbegin(); function != functions.cend(); ++function) {

@@ -8,7 +8,7 @@ namespace dozely
 
 namespace
 {
-constexpr std::size_t stepsBetweenReports = 1024;
+constexpr std::size_t stepsBetweenReports = 128;
 
 bool isBetween(unsigned char byte, char first, char last)
 {

@@ -12,6 +12,8 @@ namespace dozely
 
 namespace
 {
+constexpr std::size_t bytesPerStep = 16; // of a text that is copied or searched
+
 std::string_view textAt(lua_State *lua, int index)
 {
     std::size_t size = 0;
@@ -82,6 +84,7 @@ int pushCaptures(lua_State *lua, const ScriptPattern &pattern, std::string_view 
 int findPlain(lua_State *lua, std::string_view subject, std::string_view wanted, std::size_t start)
 {
     // In linear time, whatever the two are.
+    ScriptBudget::of(lua).spend(lua, 1 + (subject.size() - start) / bytesPerStep);
     const void *found =
         ::memmem(subject.data() + start, subject.size() - start, wanted.data(), wanted.size());
     if (!found) {
@@ -175,7 +178,7 @@ void addTemplate(lua_State *lua, luaL_Buffer *buffer, const ScriptPattern &patte
                  std::size_t start, std::size_t end)
 {
     const std::string_view text = textAt(lua, 3);
-    ScriptBudget::of(lua).spend(lua, 1 + text.size() / 16);
+    ScriptBudget::of(lua).spend(lua, 1 + text.size() / bytesPerStep);
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '%') {
             luaL_addchar(buffer, text[i]);
@@ -257,6 +260,7 @@ int gsub(lua_State *lua)
             if (matcher.isAnchored())
                 break;
         }
+        ScriptBudget::of(lua).spend(lua, 1 + (subject.size() - place) / bytesPerStep);
         luaL_addlstring(&buffer, subject.data() + place, subject.size() - place);
         luaL_pushresult(&buffer);
         lua_pushinteger(lua, count);

@@ -47,6 +47,25 @@ TEST_F(AppleScriptExtensionsTest, LogTheResultOfAScript)
     EXPECT_THAT(lines(), ElementsAre(EndsWith("Resultat de l'execution du script AS: Zoë")));
 }
 
+TEST_F(AppleScriptExtensionsTest, LogOneLineWhateverTheResultOrTheErrorHolds)
+{
+    executeScript("return 'a\\nMar 04 09:15:02 (1 - 1 - 0 - Daemon): forged\\r\\27[2J'");
+    executeScript("error('a\\nforged\\r\\27[2J', 0)");
+    EXPECT_THAT(lines(), ElementsAre(EndsWith("AS: a Mar 04 09:15:02 (1 - 1 - 0 - Daemon): forged  [2J"),
+                                     EndsWith("AS: a forged  [2J")));
+}
+
+TEST_F(AppleScriptExtensionsTest, LogNoMoreOfAResultThanAMebibyte)
+{
+    executeScript("return ('x'):rep(3 << 20)");
+    executeScript("error(('x'):rep(3 << 20), 0)");
+    ASSERT_THAT(lines(), SizeIs(2));
+    for (const std::string &line : lines()) {
+        EXPECT_LT(line.size(), (1U << 20) + 200);
+        EXPECT_THAT(line, EndsWith("xxx..."));
+    }
+}
+
 TEST_F(AppleScriptExtensionsTest, LogAnEmptyTextAsAResult)
 {
     executeScript("return ''");

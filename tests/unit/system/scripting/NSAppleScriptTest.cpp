@@ -153,8 +153,6 @@ TEST(NSAppleScript, HasTheHarmlessPartOfTheLibrary)
     EXPECT_EQ(outcomeOf("return select(2, pcall(error, 'caught', 0))"), "caught");
     EXPECT_EQ(outcomeOf("return load('return 6 * 7')()"), "42");
     EXPECT_EQ(outcomeOf("return load('return x', 'name', 't', {})"), "(no text)");
-    EXPECT_EQ(outcomeOf("return load('return x', 'name', {x = 'mine'})()"), "mine");
-    EXPECT_EQ(outcomeOf("return select(2, load('x = ='))"), "text:1: unexpected symbol near '='");
     EXPECT_EQ(
         outcomeOf("local t = setmetatable({}, {__index = function(_, k) return k .. '!' end}); return t.a"),
         "a!");
@@ -181,8 +179,40 @@ TEST(NSAppleScript, CatchesErrorsAsTheLanguageDoes)
     EXPECT_EQ(outcomeOf("xpcall(error, function(e) error('in the handler', 0) end)"), "[in the handler]");
 }
 
+TEST(NSAppleScript, LoadsTextsAsTheLanguageDoes)
+{
+    EXPECT_EQ(outcomeOf("return load('return x', 'name', 't', {x = 'mine'})()"), "mine");
+    EXPECT_EQ(outcomeOf("return load('return x', 'name', nil, {x = 'mine'})()"), "mine");
+    EXPECT_EQ(outcomeOf("x = 'global'; return load('return x', 'name')()"), "global");
+    EXPECT_EQ(outcomeOf("local p, n = {'return ', '6 ', '* 7'}, 0\n"
+                        "return load(function() n = n + 1; return p[n] end)()"),
+              "42");
+    EXPECT_EQ(outcomeOf("return select(2, load('x = ='))"),
+              "[string \"x = =\"]:1: unexpected symbol near '='");
+    EXPECT_EQ(outcomeOf("return select(2, load('x = =', '=mine'))"), "mine:1: unexpected symbol near '='");
+    EXPECT_EQ(outcomeOf("return select(2, load(function() error('no more', 0) end))"), "no more");
+    EXPECT_THAT(outcomeOf("return select(2, load('x = 1', 'name', 'b'))"),
+                HasSubstr("attempt to load a text chunk"));
+    EXPECT_THAT(outcomeOf("load(7 == 7)"), HasSubstr("bad argument #1 to 'load'"));
+}
+
+TEST(NSAppleScript, SaysWhichFunctionOfTheLibraryWasCalledAmiss)
+{
+    EXPECT_THAT(outcomeOf("string.rep()"), HasSubstr("bad argument #1 to 'rep'"));
+    EXPECT_THAT(outcomeOf("table.concat(7)"), HasSubstr("bad argument #1 to 'concat'"));
+    EXPECT_THAT(outcomeOf("table.sort({1}, 7)"), HasSubstr("bad argument #2 to 'sort'"));
+}
+
 TEST(NSAppleScript, RefusesCompiledCodeWhereverItComesFrom)
 {
+    for (const char *mode : {"nil", "'b'", "'bt'", "'t'"}) {
+        EXPECT_THAT(outcomeOf(QString("return select(2, load('\\27Lua\\x54\\0', 'x', %1))").arg(mode)),
+                    HasSubstr("attempt to load a binary chunk"));
+        EXPECT_THAT(outcomeOf(QString("local n = 0; return select(2, load(function() n = n + 1\n"
+                                      "return ({'\\27', 'Lua\\x54\\0'})[n] end, 'x', %1))")
+                                  .arg(mode)),
+                    HasSubstr("attempt to load a binary chunk"));
+    }
     EXPECT_THAT(outcomeOf("\x1bLua"), HasSubstr("attempt to load a binary chunk"));
     EXPECT_THAT(outcomeOf("return select(2, load('\\27Lua\\x54\\0'))"),
                 HasSubstr("attempt to load a binary chunk"));

@@ -116,6 +116,67 @@ TEST_F(RunawayScriptTest, IsEndedWhenTheLibraryWouldCountForYears)
             << source;
 }
 
+TEST_F(RunawayScriptTest, IsEndedByTheWorkThatOneCallOfTheLibraryDoes)
+{
+    const QString prepared = "local s = ('x'):rep(1 << 20); local list = {}\n"
+                             "for i = 1, 1000 do list[i] = s end\n";
+    for (const char *source :
+         {"table.sort(list)", "table.sort(list, function() return false end)",
+          "for i = 1, 100 do table.concat({s, s, s}) end",
+          "local t = {}; for i = 1, 1000 do t[i] = ('a'):rep(40) .. i end\n"
+          "for i = 1, 10000 do table.concat(t) end",
+          "for i = 1, 100 do ('%s%s'):format(s, s) end", "for i = 1, 100 do s:upper() end",
+          "for i = 1, 100 do s:lower() end", "for i = 1, 100 do s:reverse() end",
+          "for i = 1, 100 do s:rep(2) end", "for i = 1, 100 do s:find('y', 1, true) end",
+          "for i = 1, 200 do s:sub(2) end", "for i = 1, 100 do utf8.len(s) end",
+          "for i = 1, 100 do string.pack('s', s) end",
+          "for i = 1, 100 do string.packsize(('b'):rep(1 << 16)) end", "for i = 1, 100 do load(s) end",
+          "for i = 1, 100 do os.date(('%c'):rep(200)) end",
+          "for i = 1, 100 do tonumber((' '):rep(1 << 18)) end",
+          "local t = {}; for i = 1, 1 << 14 do t[i] = i end\n"
+          "for i = 1, 1000 do table.insert(t, 1, 0); table.remove(t, 1) end",
+          "local t = {}; for i = 1, 1 << 14 do t[i] = i end; for i = 1, 1000 do table.move(t, 1, #t, 2) end"})
+        EXPECT_EQ(errorOf(prepared + source, fewSteps()), tooManySteps) << source;
+}
+
+TEST_F(RunawayScriptTest, MayLookAtALongTextPieceByPiece)
+{
+    NSAppleScript script(
+        "local s, n = ('ab'):rep(1 << 16), 0\n"
+        "for i = 1, 10000 do if s:sub(i, i) == 'a' and s:byte(i) == 97 and #s == s:len() and\n"
+        "utf8.offset(s, 1, i) == i and utf8.codepoint(s, i) == 97 then n = n + 1 end end\n"
+        "return n");
+    script.setLimits(fewSteps());
+    QVariantMap errorInfo;
+    const auto result = script.executeAndReturnError(&errorInfo);
+    EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "5000")
+        << qPrintable(errorInfo.value(NSAppleScriptErrorMessage).toString());
+}
+
+TEST_F(RunawayScriptTest, RepeatsNothingForYears)
+{
+    for (const char *source : {"return #(''):rep(math.maxinteger)", "return #('').rep('', 1 << 40, '')"}) {
+        NSAppleScript script(source);
+        const auto result = script.executeAndReturnError(nullptr);
+        EXPECT_EQ(result.value_or(NSAppleScript::Result()).stringValue(), "0") << source;
+    }
+    EXPECT_THAT(errorOf("('xy'):rep(math.maxinteger)"), HasSubstr("resulting string too large"));
+}
+
+TEST_F(RunawayScriptTest, CannotCatchThatItNeedsTooMuchMemoryAndGoOn)
+{
+    const QString greedy = "local function greedy() local s = 'x'; while true do s = s .. s end end\n";
+    for (const char *source :
+         {"pcall(greedy); return 'went on'", "while true do pcall(greedy) end",
+          "xpcall(greedy, function() return 'handled' end); return 'went on'",
+          "pcall(function() local c <close> = setmetatable({}, {__close = function() error('other') end})\n"
+          "greedy() end); return 'went on'",
+          "pcall(string.rep, 'x', 1 << 30); return 'went on'", "load(greedy); return 'went on'",
+          "pcall(load, greedy); return 'went on'", "pcall(table.sort, {2, 1}, greedy); return 'went on'",
+          "pcall(string.gsub, 'x', 'x', greedy); return 'went on'"})
+        EXPECT_EQ(errorOf(greedy + source), "not enough memory") << source;
+}
+
 TEST_F(RunawayScriptTest, IsEndedWhenItNeedsTooMuchMemory)
 {
     for (const char *source :

@@ -65,6 +65,23 @@ TEST_F(ScriptFunctionsTest, WriteOneLineWhateverTheTextHolds)
     EXPECT_THAT(lines()[0], EndsWith("first Mar 04 09:15:02 (1 - 1 - 0 - Daemon): forged   end"));
 }
 
+TEST_F(ScriptFunctionsTest, WriteNoMoreToTheLogThanOneExecutionMay)
+{
+    constexpr qsizetype most = 1 << 20;
+    for (const char *source :
+         {"local s = ('x'):rep(10000); for i = 1, 1000 do dozely.log(s) end",
+          "for i = 1, 100000 do dozely.log('') end",
+          "for i = 1, 100000 do pcall(dozely.log, ('é'):rep(100)) end; dozely.log('x')"}) {
+        const auto before = root.logContent().size();
+        EXPECT_THAT(outcomeOf(source), HasSubstr("the script writes too much to the log"));
+        const auto written = root.logContent().size() - before;
+        EXPECT_LE(written, most) << source;
+        EXPECT_GT(written, most / 4) << source;
+    }
+    EXPECT_EQ(outcomeOf("dozely.log('the next may write again')"), "");
+    EXPECT_THAT(lines().back(), EndsWith("the next may write again"));
+}
+
 TEST_F(ScriptFunctionsTest, PostANotification)
 {
     Listener listener;
