@@ -27,12 +27,12 @@ WDDaemonPlugIn::~WDDaemonPlugIn() = default;
 // Exactly 1, while the configuration side takes any number but 0 for yes.
 bool WDDaemonPlugIn::needsWakeUp() const
 {
-    return integerParameter(ParameterKey::needsWakeUp) == 1;
+    return longIntegerParameter(ParameterKey::needsWakeUp) == 1;
 }
 
 bool WDDaemonPlugIn::needsStartup() const
 {
-    return integerParameter(ParameterKey::needsStartup) == 1;
+    return longIntegerParameter(ParameterKey::needsStartup) == 1;
 }
 
 bool WDDaemonPlugIn::anticipateInUserAgentNow()

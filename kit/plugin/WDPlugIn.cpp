@@ -76,7 +76,8 @@ QDateTime WDPlugIn::calendarDate() const
 
 qint64 WDPlugIn::timeBeforeSelfAnticipation() const
 {
-    return integerParameter(ParameterKey::alert) == 0 ? -1 : integerParameter(ParameterKey::delayBeforeAlert);
+    return longIntegerParameter(ParameterKey::alert) == 0 ? -1
+                                                          : integerParameter(ParameterKey::delayBeforeAlert);
 }
 
 qint32 WDPlugIn::timeOut() const
@@ -87,4 +88,9 @@ qint32 WDPlugIn::timeOut() const
 qint32 WDPlugIn::integerParameter(const QString &key) const
 {
     return d->parameters ? integerValue(d->parameters->value(key)) : 0;
+}
+
+qint64 WDPlugIn::longIntegerParameter(const QString &key) const
+{
+    return d->parameters ? longIntegerValue(d->parameters->value(key)) : 0;
 }

@@ -76,8 +76,11 @@ public:
     qint32 timeOut() const override;
 
 protected:
-    /// A parameter's integer value; 0 when the key is missing.
+    /// A parameter's integer value, cut to 32 bits; 0 when the key is missing.
     qint32 integerParameter(const QString &key) const;
+
+    /// The same, whole: for what is compared with 0 or 1, which a number cut to 32 bits could become.
+    qint64 longIntegerParameter(const QString &key) const;
 
 private:
     struct Private;

@@ -50,12 +50,12 @@ void WDPrefPanePlugIn::setSetupView(QObject *view)
 
 bool WDPrefPanePlugIn::needsWakeUp() const
 {
-    return integerParameter(ParameterKey::needsWakeUp) != 0;
+    return longIntegerParameter(ParameterKey::needsWakeUp) != 0;
 }
 
 bool WDPrefPanePlugIn::needsStartup() const
 {
-    return integerParameter(ParameterKey::needsStartup) != 0;
+    return longIntegerParameter(ParameterKey::needsStartup) != 0;
 }
 
 void WDPrefPanePlugIn::setNeedsWakeUp(bool needsWakeUp)

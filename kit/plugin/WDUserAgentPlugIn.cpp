@@ -61,7 +61,7 @@ void WDUserAgentPlugIn::stopAction() {}
 
 void WDUserAgentPlugIn::anticipateBeforeSelfAction()
 {
-    if (integerParameter(ParameterKey::alert) != 0)
+    if (longIntegerParameter(ParameterKey::alert) != 0)
         showUserNotification();
 }
 

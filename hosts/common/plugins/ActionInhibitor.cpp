@@ -14,7 +14,7 @@ bool inhibitsSleep(const QVariantMap &bundleInfo)
     const QVariant value = bundleInfo.value(InfoKey::inhibitsSleep);
     if (!value.isValid())
         return true;
-    return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) != 0;
+    return value.typeId() == QMetaType::Bool ? value.toBool() : longIntegerValue(value) != 0;
 }
 } // namespace
 

@@ -10,7 +10,7 @@ namespace
 {
 bool isTrue(const QVariant &value)
 {
-    return value.typeId() == QMetaType::Bool ? value.toBool() : integerValue(value) == 1;
+    return value.typeId() == QMetaType::Bool ? value.toBool() : longIntegerValue(value) == 1;
 }
 } // namespace
 

@@ -60,8 +60,8 @@ void WDConfiguratorCell::setObjectValue(const QVariant &value)
         d->name = entry.value("Name").toString();
         d->time = entry.value("Time").toString();
         d->action = entry.value("Action").toString();
-        d->startup = integerValue(entry.value("Startup")) == 1;
-        d->wakeup = integerValue(entry.value("Wake Up")) == 1;
+        d->startup = longIntegerValue(entry.value("Startup")) == 1;
+        d->wakeup = longIntegerValue(entry.value("Wake Up")) == 1;
     }
     NSTextFieldCell::setObjectValue(value);
 }

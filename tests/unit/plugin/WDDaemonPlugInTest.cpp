@@ -41,8 +41,8 @@ TEST_F(WDDaemonPlugInTest, NeedsWakeUpForExactlyOneNotForTwoOrAStringOfLetters)
     EXPECT_TRUE(needsWakeUp(1));
     EXPECT_TRUE(needsWakeUp(true));
     EXPECT_TRUE(needsWakeUp("1"));
-    for (const QVariant &value :
-         {QVariant(0), QVariant(2), QVariant(-1), QVariant("yes"), QVariant(QVariantList{1})})
+    for (const QVariant &value : {QVariant(0), QVariant(2), QVariant(-1), QVariant("yes"),
+                                  QVariant(QVariantList{1}), QVariant((1LL << 32) + 1)})
         EXPECT_FALSE(needsWakeUp(value)) << qPrintable(value.toString());
 }
 
@@ -51,7 +51,8 @@ TEST_F(WDDaemonPlugInTest, NeedsStartupForExactlyOneAStringWithThatDigitIncluded
     EXPECT_FALSE(WDDaemonPlugIn().needsStartup());
     EXPECT_TRUE(needsStartup("1"));
     EXPECT_TRUE(needsStartup(1));
-    for (const QVariant &value : {QVariant(0), QVariant(2), QVariant("2"), QVariant("on")})
+    for (const QVariant &value :
+         {QVariant(0), QVariant(2), QVariant("2"), QVariant("on"), QVariant((1LL << 32) + 1)})
         EXPECT_FALSE(needsStartup(value)) << qPrintable(value.toString());
 }
 

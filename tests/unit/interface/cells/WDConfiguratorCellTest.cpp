@@ -88,6 +88,7 @@ INSTANTIATE_TEST_SUITE_P(Flags, Dot,
                                          DotCase{true, false, "StartupDot.png"},
                                          DotCase{1.9, 0.9, "StartupDot.png"},
                                          DotCase{1, QVariant(), "StartupDot.png"},
+                                         DotCase{(1LL << 32) + 1, (1LL << 32) + 1, "NoneDot.png"},
                                          DotCase{QVariant(), QVariant(), "NoneDot.png"}));
 
 TEST(WDConfiguratorCell, IsNeitherStartedUpNorWokenAtFirst)

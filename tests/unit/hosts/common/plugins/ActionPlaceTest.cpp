@@ -16,6 +16,7 @@ TEST(WhereAnActionBelongs, IsSaidByTheParameterThenByTheBundleThenByItsModules)
     EXPECT_TRUE(inSession(true, module));
     EXPECT_FALSE(inSession(0LL, saysSession));
     EXPECT_FALSE(inSession(2LL, saysSession));
+    EXPECT_FALSE(inSession((1LL << 32) + 1, saysSession));
     EXPECT_TRUE(ActionPlace::actsInUserAgent({}, saysSession));
     EXPECT_FALSE(ActionPlace::actsInUserAgent({}, saysDaemon));
     EXPECT_FALSE(ActionPlace::actsInUserAgent({}, module));
