@@ -3,6 +3,8 @@
 
 #include "DozelyKit/communication/events/AEMacRoman_p.h"
 #include "DozelyKit/communication/events/AEManager.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
 
 #include <QStringDecoder>
@@ -75,13 +77,24 @@ ZDRAppleEvent::appleEventWithEventClassForProcessWithSignature(AEEventClass even
 
 ProcessSerialNumber ZDRAppleEvent::psnOfProcessWithSignature(OSType signature)
 {
+    // Where several users are logged in, each has such processes, and may send to his own and root's alone.
+    const quint32 own = NSProcessInfo::effectiveUserID();
+    const auto root = RootFolder::owner();
+    ProcessSerialNumber ofRoot;
+    ProcessSerialNumber ofAnother;
     ProcessSerialNumber number;
     while (GetNextProcess(&number) == noErr) {
         ProcessInfoRec information;
-        if (GetProcessInformation(number, &information) == noErr && information.processSignature == signature)
-            break;
+        if (GetProcessInformation(number, &information) != noErr || information.processSignature != signature)
+            continue;
+        if (information.userId == own)
+            return number;
+        ProcessSerialNumber &first =
+            information.userId == 0 || information.userId == root ? ofRoot : ofAnother;
+        if (first == ProcessSerialNumber())
+            first = number;
     }
-    return number;
+    return ofRoot == ProcessSerialNumber() ? ofAnother : ofRoot;
 }
 
 AEDesc *ZDRAppleEvent::carbonEvent()

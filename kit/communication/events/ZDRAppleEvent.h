@@ -22,13 +22,14 @@ public:
     appleEventWithAppleEventDescriptor(const std::shared_ptr<NSAppleEventDescriptor> &descriptor);
     static std::shared_ptr<ZDRAppleEvent> appleEventWithCarbonEvent(AEDesc carbonEvent);
 
-    /// A new event for the first running process with the signature, with a number of its own as return ID.
-    /// Where there is no such process it is addressed to none.
+    /// A new event for the running process with the signature that psnOfProcessWithSignature finds, with a
+    /// number of its own as return ID. Where there is no such process it is addressed to none.
     static std::shared_ptr<ZDRAppleEvent>
     appleEventWithEventClassForProcessWithSignature(AEEventClass eventClass, AEEventID eventID,
                                                     OSType signature);
 
-    /// The number of the first process with the signature, in order of number; both words 0 when none runs.
+    /// The number of the first process with the signature, in order of number, among those of this process's
+    /// user; where there is none, among root's, then among all; both words 0 when none runs.
     static ProcessSerialNumber psnOfProcessWithSignature(OSType signature);
 
     ZDRAppleEvent(const ZDRAppleEvent &) = delete;

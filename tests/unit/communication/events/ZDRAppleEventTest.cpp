@@ -3,6 +3,9 @@
 #include "DozelyKit/communication/events/AEManager.h"
 #include "DozelyKit/communication/events/AEProcesses.h"
 #include "DozelyKit/communication/remoting/NSSocketPort.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "unit/core/foundation/OtherProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -333,6 +336,37 @@ TEST_F(ZDRAppleEventTest, FindsTheFirstProcessWithTheSignature)
     Port<AEProcesses>::current() = processes;
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("two ")), (ProcessSerialNumber{0, 200}));
     EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(fourCharCode("one ")), (ProcessSerialNumber{0, 100}));
+}
+
+TEST_F(ZDRAppleEventTest, FindsAProcessOfItsOwnUserFirstThenOneOfRoot)
+{
+    const quint32 own = NSProcessInfo::effectiveUserID();
+    const quint32 root = RootFolder::owner().value_or(0);
+    constexpr quint32 stranger = 54321;
+    constexpr OSType wanted = fourCharCode("many");
+    const auto processes = std::make_shared<FakeProcesses>();
+    Port<AEProcesses>::current() = processes;
+    processes->running = {
+        {100, stranger, wanted}, {200, root, wanted}, {300, own, fourCharCode("else")}, {400, own, wanted}};
+    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(wanted),
+              (ProcessSerialNumber{0, own == root ? 200U : 400U}));
+    processes->running.removeLast();
+    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(wanted), (ProcessSerialNumber{0, 200}));
+    processes->running.removeAt(1);
+    EXPECT_EQ(ZDRAppleEvent::psnOfProcessWithSignature(wanted), (ProcessSerialNumber{0, 100}));
+}
+
+TEST_F(ZDRAppleEventTest, FindsItsOwnUsersProcessAsAnOrdinaryUser)
+{
+    constexpr OSType wanted = fourCharCode("many");
+    const auto outcome = consoleOfOrdinaryUser([] {
+        const auto processes = std::make_shared<FakeProcesses>();
+        Port<AEProcesses>::current() = processes;
+        processes->running = {
+            {100, 4242, wanted}, {200, 0, wanted}, {300, NSProcessInfo::effectiveUserID(), wanted}};
+        std::fprintf(stderr, "%u", ZDRAppleEvent::psnOfProcessWithSignature(wanted).lowLongOfPSN);
+    });
+    EXPECT_EQ(outcome, QByteArray("300"));
 }
 
 TEST_F(ZDRAppleEventTest, FindsANumberWithBothWordsZeroWhereNoProcessHasTheSignature)
