@@ -44,8 +44,8 @@ std::optional<ConsoleUser::User> LogindConsoleUser::current()
     const QString name = ask("Name").toString();
     const QVariant userId = ask("User").toList().value(0); // user id, object path
     // An id that could not be read is absent, never 0.
-    if (sessionClass.isEmpty() || sessionClass == "greeter" || name.isEmpty() ||
-        userId.metaType() != QMetaType::fromType<quint32>())
+    if (sessionClass.isEmpty() || sessionClass == "greeter" || sessionClass == "lock-screen" ||
+        name.isEmpty() || userId.metaType() != QMetaType::fromType<quint32>())
         return std::nullopt;
     return User{name, userId.toUInt()};
 }

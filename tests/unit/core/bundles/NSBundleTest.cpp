@@ -337,4 +337,16 @@ TEST(UserLanguages, AreThoseOfTheLocaleUnlessSet)
     EXPECT_TRUE(languages.contains("fr-CA") && languages.contains("fr")) << languages.join(' ').toStdString();
 }
 
+TEST(UserLanguages, AreNoneInThePlainLocale)
+{
+    qputenv("LANGUAGE", "");
+    qputenv("LC_ALL", "C");
+    EXPECT_EQ(UserLanguages::current(), QStringList());
+    for (const char *plain : {"C", "POSIX", "C.UTF-8"}) {
+        UserLanguages::set({plain, "de-DE"});
+        EXPECT_EQ(UserLanguages::current(), QStringList({"de-DE", "de"})) << plain;
+    }
+    UserLanguages::set({});
+}
+
 #include "NSBundleTest.moc"

@@ -111,6 +111,15 @@ TEST_F(LogindConsoleUserTest, IsNobodyWhileAGreeterShows)
     EXPECT_FALSE(console.current());
 }
 
+TEST_F(LogindConsoleUserTest, IsNobodyWhileALockScreenOfItsOwnSessionShows)
+{
+    startLogind();
+    addSession("c1", "seat0", 1001, "alice");
+    ASSERT_TRUE(console.current());
+    setProperty(QString(session) + "c1", "org.freedesktop.login1.Session", "Class", "<'lock-screen'>");
+    EXPECT_FALSE(console.current());
+}
+
 TEST_F(LogindConsoleUserTest, IsNobodyWhenTheSeatHasNoActiveSession)
 {
     startLogind();
