@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 using namespace dozely;
@@ -96,6 +97,12 @@ int schedule(const QString &type, const QDateTime &time)
     if (!eventsLike(time, type).isEmpty())
         return success;
     const qint32 code = scheduler().schedule(time, ownName, type);
+    if (code == EINVAL || code == ERANGE ||
+        code == EDOM) // of all that was asked for, only the time may be wrong
+        return complain(time <= Port<Clock>::current()->currentDate()
+                            ? "the date has passed"
+                            : "the machine's clock cannot keep that time",
+                        failed);
     return code == 0 ? success : complain(sentenceFor(code), failed);
 }
 

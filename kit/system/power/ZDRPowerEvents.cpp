@@ -42,6 +42,11 @@ QString eventType(const QString &key)
 /// True when the tool said that it did it.
 bool scheduleWithPmset(const QDateTime &date, const QString &type)
 {
+    // It is told a year in two digits, and would take the one of another century for one of this.
+    if (const int year = date.toLocalTime().date().year(); year < 2000 || year > 2099) {
+        ZDRLog("pmset keeps no time outside the years 2000 to 2099");
+        return false;
+    }
     ChildProgram tool;
     tool.path = RootFolder::join("/usr/bin/pmset");
     tool.arguments = QStringList{"schedule", type, date.toLocalTime().toString("MM/dd/yy HH:mm:ss")};

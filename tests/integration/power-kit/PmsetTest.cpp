@@ -163,6 +163,18 @@ TEST_F(PmsetTest, RefusesADateThatHasPassed)
     EXPECT_EQ(outcome.error, "pmset: the date has passed\n");
 }
 
+TEST_F(PmsetTest, SaysInWordsAboutTimeWhatTheClockCannotKeep)
+{
+    // A file of the kernel that takes 0, and no number of today's seconds, as a clock of short reach does.
+    const QString alarm = root.join("/sys/class/rtc/rtc0/wakealarm");
+    ASSERT_TRUE(QFile::remove(alarm));
+    ASSERT_TRUE(QFile::link("/proc/self/oom_score_adj", alarm));
+    const Outcome outcome = run({"schedule", "wake", farAway});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.error, "pmset: the machine's clock cannot keep that time\n");
+    EXPECT_THAT(scheduler().scheduledEvents(), IsEmpty());
+}
+
 TEST_F(PmsetTest, FailsWithoutAClock)
 {
     ASSERT_TRUE(QFile::remove(root.join("/sys/class/rtc/rtc0/wakealarm")));

@@ -302,3 +302,18 @@ TEST_F(ZDRPowerEventsTest, NoOrZeroStartupIsNoDate)
     controllerHolds({});
     EXPECT_FALSE(ZDRPowerManager::startupDate().isValid());
 }
+
+TEST_F(ZDRPowerEventsTest, AsksPmsetForNoTimeThatItsTwoDigitsOfAYearCannotTell)
+{
+    makePmset(0);
+    scheduler->scheduleResult = 22;
+    for (const int year : {1999, 2100, 2126}) {
+        const QDateTime date({year, 12, 31}, {12, 0}, Qt::UTC);
+        EXPECT_EQ(manager->setAutoEventAtDate("AutoWake", date), -1);
+        EXPECT_THAT(pmsetArguments(), IsEmpty()) << year;
+        EXPECT_THAT(log().mid(log().size() - 3),
+                    ElementsAre("Trying Panther method...", "Trying pmset method...",
+                                "pmset keeps no time outside the years 2000 to 2099"))
+            << "and not that it was done";
+    }
+}
