@@ -128,13 +128,13 @@ void PowerCommand::sleep(const AdminOptions &options)
     if (!power.canSleep())
         throw AdminError(ExitStatus::Failed,
                          "There is no login manager that could put this machine to sleep.");
-    ZDRLog("The machine is put to sleep by user %d.", Identity::caller());
     if (!power.sleep()) {
         if (isSystem())
             throw AdminError(ExitStatus::Failed, "The machine does not let itself be put to sleep.");
         throw AdminError(ExitStatus::NotPermitted,
                          "The machine does not let you put it to sleep; try it as root.");
     }
+    ZDRLog("The machine is put to sleep by user %d.", Identity::caller());
     if (options.isSet("json"))
         Output::json({{"accepted", true}});
     else

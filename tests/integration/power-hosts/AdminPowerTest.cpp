@@ -15,6 +15,7 @@
 using namespace dozely;
 
 using testing::HasSubstr;
+using testing::Not;
 
 namespace
 {
@@ -190,6 +191,7 @@ TEST_F(AdminPowerTest, SleepSaysThatItWasRefused)
     const auto sleep = tool.run({"sleep"});
     EXPECT_EQ(sleep.status, 1);
     EXPECT_EQ(sleep.errors, "Dozely Admin: The machine does not let itself be put to sleep.\n");
+    EXPECT_THAT(tool.root.logContent().toStdString(), Not(HasSubstr("put to sleep")));
 }
 
 TEST_F(AdminPowerTest, AddHasTheMachineWokenOrSwitchedOn)
