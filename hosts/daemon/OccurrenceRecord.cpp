@@ -157,9 +157,9 @@ QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
     return m_entries.value(identifier).keys();
 }
 
-QStringList OccurrenceRecord::interruptBegun()
+QList<OccurrenceRecord::Key> OccurrenceRecord::interruptBegun()
 {
-    QStringList interrupted;
+    QList<Key> interrupted;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end(); ++schedule) {
         for (auto entry = schedule->begin(); entry != schedule->end(); ++entry) {
             if (entry->state != OccurrenceState::Begun)
@@ -168,7 +168,7 @@ QStringList OccurrenceRecord::interruptBegun()
             entry->handedTo.reset();
             entry->handedOver = {};
             m_changed.insert({schedule.key(), entry.key()});
-            interrupted += schedule.key() + " at " + entry.key().toString(Qt::ISODate);
+            interrupted += {schedule.key(), entry.key()};
         }
     }
     return interrupted;

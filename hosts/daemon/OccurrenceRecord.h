@@ -76,8 +76,8 @@ public:
     /// Forgets one occurrence.
     void remove(const QString &identifier, const QDateTime &date);
 
-    /// Turns what is begun into interrupted; "identifier at date" of each.
-    QStringList interruptBegun();
+    /// Turns what is begun into interrupted; which that was.
+    QList<Key> interruptBegun();
 
     /// Drops from memory what is no longer needed, which is no change: all of a schedule that is gone, and of
     /// the others all but the current date's (`currentDates`, by identifier), what is not over, and the

@@ -7,6 +7,8 @@
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
 
+#include <utility>
+
 using namespace dozely;
 
 namespace
@@ -40,8 +42,7 @@ void ScheduleKeeper::loadRecord()
     for (const QString &complaint : std::as_const(opened.complaints))
         ZDRLog("%@", logLabel(complaint));
     m_scheduler.setNothingKnownBefore(opened.nothingKnownBefore);
-    for (const QString &occurrence : opened.record.interruptBegun())
-        ZDRLog("Schedule %@ was interrupted and is not repeated", logLabel(occurrence));
+    m_interrupted = opened.record.interruptBegun();
     m_scheduler.record() = std::move(opened.record);
     if (m_scheduler.record().hasChanges())
         saveSoon();
@@ -55,6 +56,17 @@ void ScheduleKeeper::tryAgainLater()
         m_pause = std::min(2 * m_pause, longestPause);
         Q_EMIT storeMayBeReadable();
     });
+}
+
+/// Once the store was read, which has the names.
+void ScheduleKeeper::tellInterrupted()
+{
+    for (const auto &[identifier, date] : std::exchange(m_interrupted, {})) {
+        const auto schedule = m_scheduler.schedule(identifier);
+        const QString name =
+            schedule ? QString("\"%1\"").arg(logLabel(schedule->name)) : logLabel(identifier); // it is gone
+        ZDRLog("Schedule %@ at %@ was interrupted and is not repeated", name, date.toString(Qt::ISODate));
+    }
 }
 
 void ScheduleKeeper::readStore()
@@ -85,6 +97,7 @@ void ScheduleKeeper::readStore()
         m_scheduleCount = m_scheduler.schedules().size();
         ZDRLog("Schedules: %lld", static_cast<qlonglong>(m_scheduleCount));
     }
+    tellInterrupted();
     CompactSchedules::giveFreeMemoryBack();
 }
 

@@ -63,6 +63,7 @@ Q_SIGNALS:
 
 private:
     void loadRecord();
+    void tellInterrupted();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
     void tryAgainLater();
@@ -73,8 +74,9 @@ private:
 
     dozely::Clock &m_clock;
     Scheduler m_scheduler;
-    QStringList m_complaints; // about the store, as last logged
-    QString m_saveError;      // as last logged
+    QList<OccurrenceRecord::Key> m_interrupted; // and not yet logged
+    QStringList m_complaints;                   // about the store, as last logged
+    QString m_saveError;                        // as last logged
     qsizetype m_scheduleCount = -1;
     bool m_wasEverRead = false; // the store
     std::chrono::seconds m_pause;

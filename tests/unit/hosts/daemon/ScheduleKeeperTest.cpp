@@ -183,11 +183,15 @@ TEST_F(ScheduleKeeperTest, SavesWhatIsLeftWhenItIsTold)
 TEST_F(ScheduleKeeperTest, LogsWhatItFindsBegunAsInterruptedAndDoesNotRepeatIt)
 {
     writeStore({entry("a")});
-    ScheduleKeeper(clock).noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
+    ScheduleKeeper(clock).noteBegun(
+        {{occurrenceOf("a"), ActingPlace::Daemon}, {occurrenceOf("gone"), ActingPlace::Daemon}});
     ScheduleKeeper restarted(clock);
-    EXPECT_EQ(messages(),
-              QStringList{"Schedule a at 2026-03-14T12:00:00Z was interrupted and is not repeated"});
-    restarted.readStore();
+    EXPECT_THAT(
+        linesOfReading(restarted),
+        ElementsAre("Schedules: 1",
+                    "Schedule \"Name of a\" at 2026-03-14T12:00:00Z was interrupted and is not repeated",
+                    "Schedule gone at 2026-03-14T12:00:00Z was interrupted and is not repeated"));
+    EXPECT_TRUE(linesOfReading(restarted).empty());
     EXPECT_TRUE(restarted.scheduler().due().isEmpty());
     restarted.flush();
     EXPECT_EQ(savedState("a"), OccurrenceState::Interrupted);
