@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
 #include "hosts/common/events/EventScriptFunction.h"
@@ -31,7 +32,9 @@ int printOutcome(NSAppleScript *script, QVariantMap errorInfo)
 {
     const auto result = script ? script->executeAndReturnError(&errorInfo) : std::nullopt;
     if (!result)
-        return complain(errorInfo.value(NSAppleScriptErrorMessage).toString(), failure);
+        return complain(
+            dozely::logLabel(errorInfo.value(NSAppleScriptErrorMessage).toString(), dozely::wholeText),
+            failure);
     if (!result->stringValue().isNull())
         print(stdout, result->stringValue());
     return success;

@@ -80,6 +80,7 @@ TEST_F(OsascriptTest, TellsAnErrorAndEndsWithStatusOne)
         EXPECT_EQ(outcome.output, "");
         EXPECT_EQ(outcome.error.rfind("osascript: ", 0), 0U) << outcome.error;
     }
+    EXPECT_EQ(run({"-e", "error('a\\nforged\\r\\27[2J', 0)"}).error, "osascript: a forged  [2J\n");
     EXPECT_THAT(run({root.join("/missing")}).error, HasSubstr("osascript: Cannot read"));
     EXPECT_EQ(run({root.join("/missing")}).status, 1);
 }
