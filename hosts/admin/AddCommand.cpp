@@ -72,6 +72,7 @@ void AddCommand::run(const AdminOptions &options)
     schedule.identifier = QUuid::createUuid().toString(QUuid::WithoutBraces);
     schedule.name = scheduleName(options);
     schedule.isEnabled = !options.isSet("disabled");
+    schedule.staysWhenOver = options.isSet("stays");
     schedule.parameters = ParameterOptions::read(options);
     schedule.date = moment.date;
     schedule.timeZone = moment.timeZone;

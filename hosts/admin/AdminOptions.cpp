@@ -12,10 +12,11 @@ const char *const description =
     R"(Shows and changes the schedules, asks whether the system's processes are alive, shows the log.
 
 Commands:
-  list                           Show all schedules.
+  list                           Show all schedules, and what became of those that are over.
   add NAME ...                   Add a schedule: what is to be done (--bundle or --program)
                                  and when (--date or --in).
   remove SCHEDULE                Remove a schedule.
+  clean                          Remove the schedules that are over, but for those that stay.
   enable SCHEDULE                Let a schedule come due.
   disable SCHEDULE               Keep a schedule, but never let it come due.
   run SCHEDULE                   Have the daemon perform a schedule's action now.
@@ -50,8 +51,9 @@ const QHash<QString, Rule> &rules()
          {1,
           1,
           {"json", "bundle", "program", "argument", "date", "time-zone", "in", "parameter", "parameters",
-           "alert", "in-daemon", "in-session", "wake", "power-on", "disabled", "owner"}}},
+           "alert", "in-daemon", "in-session", "wake", "power-on", "disabled", "owner", "stays"}}},
         {"remove", {1, 1, {"json"}}},
+        {"clean", {0, 0, {"json"}}},
         {"enable", {1, 1, {"json"}}},
         {"disable", {1, 1, {"json"}}},
         {"run", {1, 1, {"json"}}},
@@ -88,6 +90,7 @@ QList<QCommandLineOption> ownOptions()
         {"wake", "add: wake the machine for it, a minute ahead."},
         {"power-on", "add: switch the machine on for it, three minutes ahead."},
         {"disabled", "add: the schedule is not to come due before it is enabled."},
+        {"stays", "add: the schedule is not removed when it is over, but by \"remove\"."},
         {"owner", "add: whose schedule it is; yours without it.", "USER"},
         {"lines", "log: how many lines to show first, 20 without it.", "N"},
         {"follow", "log: go on showing lines as they come."},

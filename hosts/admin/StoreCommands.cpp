@@ -9,6 +9,7 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/plugins/ActionPlace.h"
+#include "hosts/common/record/RecordedOutcomes.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 
 #include <QFileInfo>
@@ -58,7 +59,7 @@ QString placeOfAction(const Schedule &schedule)
     return ActionPlace::actsInUserAgent(schedule.parameters, bundleInfo) ? "session" : "daemon";
 }
 
-QStringList tableRow(const Schedule &schedule)
+QStringList tableRow(const Schedule &schedule, const QString &outcome)
 {
     const QString place = placeOfAction(schedule);
     return {schedule.name,
@@ -67,9 +68,62 @@ QStringList tableRow(const Schedule &schedule)
             schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone,
             QFileInfo(schedule.bundlePath).completeBaseName(),
             place.isNull() ? "?" : place,
+            outcome,
             schedule.owner ? Identity::nameOf(*schedule.owner) : "-",
             schedule.identifier};
 }
+
+/// What became of the schedules' occurrences, as far as the caller may know it.
+class Outcomes
+{
+public:
+    Outcomes() : m_outcomes(RecordedOutcomes::open()) {}
+
+    /// Why nothing is known; empty when something is, or when the caller simply may not.
+    QString fault() const
+    {
+        const bool mayNot = !m_outcomes && m_outcomes.error().name == RecordedOutcomes::notPermitted;
+        return m_outcomes || mayNot ? QString() : m_outcomes.error().text;
+    }
+    bool areKnown() const { return m_outcomes.ok(); }
+
+    std::optional<RecordedOutcome> of(const Schedule &schedule) const
+    {
+        const auto found = m_outcomes ? m_outcomes->find(schedule.identifier, schedule.date)
+                                      : Result<std::optional<RecordedOutcome>>(m_outcomes.error());
+        return found ? *found : std::nullopt;
+    }
+
+    /// In one or two words.
+    QString nameFor(const Schedule &schedule) const
+    {
+        if (!areKnown())
+            return "?";
+        const auto outcome = of(schedule);
+        if (!outcome)
+            return schedule.isEnabled ? "to come" : "-";
+        const bool hasFailed = outcome->exitStatus.value_or(0) != 0;
+        return hasFailed ? QString("%1 (exit %2)").arg(outcome->state).arg(*outcome->exitStatus)
+                         : outcome->state;
+    }
+
+    /// For programs.
+    QVariant describe(const Schedule &schedule) const
+    {
+        const auto outcome = of(schedule);
+        if (!outcome)
+            return {};
+        const auto number = [](std::optional<qint64> value) { return value ? QVariant(*value) : QVariant(); };
+        return QVariantMap{{"state", outcome->state},
+                           {"isOver", outcome->isOver()},
+                           {"begun", outcome->begun.isValid() ? QVariant(outcome->begun) : QVariant()},
+                           {"lateness", number(outcome->lateness)},
+                           {"exitStatus", number(outcome->exitStatus)}};
+    }
+
+private:
+    Result<RecordedOutcomes> m_outcomes;
+};
 
 void setEnabled(const AdminOptions &options, bool isEnabled)
 {
@@ -133,6 +187,7 @@ QVariantMap StoreCommands::describe(const Schedule &schedule)
             {"bundlePath", schedule.bundlePath},
             {"parameters", schedule.parameters},
             {"date", schedule.date},
+            {"staysWhenOver", schedule.staysWhenOver},
             {"timeZone", schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone},
             {"actsIn", place.isNull() ? QVariant() : place},
             {"owner", schedule.owner ? QVariant(*schedule.owner) : QVariant()}};
@@ -141,23 +196,32 @@ QVariantMap StoreCommands::describe(const Schedule &schedule)
 void StoreCommands::list(const AdminOptions &options)
 {
     const ScheduleStore::Content content = readStore();
+    const Outcomes outcomes;
     if (options.isSet("json")) {
         QVariantList schedules;
-        for (const Schedule &schedule : content.schedules)
-            schedules += describe(schedule);
-        Output::json({{"schedules", schedules}, {"faults", content.faults}});
+        for (const Schedule &schedule : content.schedules) {
+            QVariantMap described = describe(schedule);
+            described.insert("occurrence", outcomes.describe(schedule));
+            schedules += described;
+        }
+        Output::json({{"schedules", schedules},
+                      {"faults", content.faults},
+                      {"outcomesAreKnown", outcomes.areKnown()}});
         return;
     }
     QList<QStringList> rows;
     for (const Schedule &schedule : content.schedules)
-        rows += tableRow(schedule);
+        rows += tableRow(schedule, outcomes.nameFor(schedule));
     if (rows.isEmpty())
         Output::line("There are no schedules.");
     else
-        Output::table({"NAME", "ENABLED", "DATE", "TIME ZONE", "ACTION", "RUNS IN", "OWNER", "IDENTIFIER"},
-                      rows);
+        Output::table(
+            {"NAME", "ENABLED", "DATE", "TIME ZONE", "ACTION", "RUNS IN", "STATE", "OWNER", "IDENTIFIER"},
+            rows);
     for (const QString &fault : content.faults)
         Output::remark(fault + ".");
+    if (!outcomes.fault().isEmpty())
+        Output::remark(QString("What became of the schedules cannot be told: %1.").arg(outcomes.fault()));
 }
 
 void StoreCommands::remove(const AdminOptions &options)

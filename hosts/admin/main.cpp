@@ -4,6 +4,7 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/ChannelCommands.h"
+#include "hosts/admin/CleanCommand.h"
 #include "hosts/admin/EventCommand.h"
 #include "hosts/admin/LogCommand.h"
 #include "hosts/admin/Output.h"
@@ -23,12 +24,19 @@ using Command = std::function<void(const AdminOptions &)>;
 const QHash<QString, Command> &commands()
 {
     static const QHash<QString, Command> table{
-        {"list", StoreCommands::list},       {"add", AddCommand::run},
-        {"remove", StoreCommands::remove},   {"enable", StoreCommands::enable},
-        {"disable", StoreCommands::disable}, {"run", ChannelCommands::run},
-        {"ping", ChannelCommands::ping},     {"log", LogCommand::run},
-        {"power", PowerCommand::run},        {"sleep", PowerCommand::sleep},
-        {"update", UpdateCommand::run},      {"event", EventCommand::run},
+        {"list", StoreCommands::list},
+        {"add", AddCommand::run},
+        {"remove", StoreCommands::remove},
+        {"enable", StoreCommands::enable},
+        {"disable", StoreCommands::disable},
+        {"run", ChannelCommands::run},
+        {"ping", ChannelCommands::ping},
+        {"clean", CleanCommand::run},
+        {"log", LogCommand::run},
+        {"power", PowerCommand::run},
+        {"sleep", PowerCommand::sleep},
+        {"update", UpdateCommand::run},
+        {"event", EventCommand::run},
     };
     return table;
 }

@@ -20,7 +20,7 @@ QByteArray CompactSchedules::freeze(const QList<Schedule> &schedules)
     for (const Schedule &schedule : schedules) {
         stream << schedule.identifier << schedule.name << schedule.isEnabled << schedule.bundlePath
                << schedule.parameters << schedule.date << schedule.timeZone << schedule.owner.has_value()
-               << schedule.owner.value_or(0) << schedule.otherKeys;
+               << schedule.owner.value_or(0) << schedule.staysWhenOver << schedule.otherKeys;
     }
     return frozen;
 }
@@ -39,7 +39,7 @@ QList<Schedule> CompactSchedules::thaw(const QByteArray &frozen)
         quint32 owner = 0;
         stream >> schedule.identifier >> schedule.name >> schedule.isEnabled >> schedule.bundlePath >>
             schedule.parameters >> schedule.date >> schedule.timeZone >> hasOwner >> owner >>
-            schedule.otherKeys;
+            schedule.staysWhenOver >> schedule.otherKeys;
         if (hasOwner)
             schedule.owner = owner;
         schedule.bundlePath = pool.shared(schedule.bundlePath);

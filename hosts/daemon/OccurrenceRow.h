@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/record/Sqlite.h"
 #include "hosts/daemon/OccurrenceRecord.h"
-#include "hosts/daemon/Sqlite.h"
 
 /// One row of the table of occurrences, and the statements that are about rows.
 namespace OccurrenceRow

@@ -7,6 +7,7 @@
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "hosts/daemon/CompactSchedules.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace dozely;
@@ -22,6 +23,11 @@ constexpr std::chrono::seconds firstPause(1);
 constexpr std::chrono::seconds longestPause(60);
 /// @}
 
+/// A clock that is wrong when the machine starts has been set right by then.
+constexpr std::chrono::hours firstRemoval(1);
+constexpr std::chrono::hours betweenRemovals(24);
+constexpr qint64 daysShown = 30; // a schedule that is over
+
 constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
 
 /// So much of what one user asks for is remembered: a bound for the record, whatever programs of that user
@@ -34,6 +40,59 @@ ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &l
 {
     m_database.setLimits(limits);
     loadRecord();
+    removeOverAfter(firstRemoval);
+}
+
+void ScheduleKeeper::removeOverAfter(std::chrono::hours delay)
+{
+    m_clock.callAfter(delay, this, [this] {
+        removeOver();
+        removeOverAfter(betweenRemovals);
+    });
+}
+
+bool ScheduleKeeper::isLongOver(const Schedule &schedule) const
+{
+    const auto entry = m_scheduler.record().find(schedule.identifier, schedule.date);
+    const QList<OccurrenceRecord::Key> &asked = m_scheduler.record().asked();
+    const bool isAskedFor = std::any_of(asked.cbegin(), asked.cend(), [&](const OccurrenceRecord::Key &key) {
+        return key.first == schedule.identifier;
+    });
+    if (schedule.staysWhenOver || !entry || !entry->isOver() || isAskedFor)
+        return false;
+    QDateTime end = schedule.date;
+    for (const QDateTime &later : {entry->begun, entry->handedOver}) {
+        if (later.isValid())
+            end = std::max(end, later);
+    }
+    return end.addDays(daysShown) < m_clock.currentDate();
+}
+
+void ScheduleKeeper::removeOver()
+{
+    QList<Schedule> over;
+    for (const Schedule &schedule : m_scheduler.schedules()) {
+        if (isLongOver(schedule))
+            over += schedule;
+    }
+    if (over.isEmpty())
+        return;
+    flush();
+    const auto edited = ScheduleStore::edit(
+        [&](QList<Schedule> &schedules) {
+            // One that was changed meanwhile is another.
+            over.removeIf([&](const Schedule &schedule) { return !schedules.contains(schedule); });
+            schedules.removeIf([&](const Schedule &schedule) { return over.contains(schedule); });
+            return true;
+        },
+        std::chrono::milliseconds(0));
+    if (!edited) {
+        ZDRLog("What is over stays in the store: %@", logLabel(edited.error().text));
+        return;
+    }
+    for (const Schedule &schedule : std::as_const(over))
+        ZDRLog("Schedule \"%@\" was removed: it is over for %lld days", logLabel(schedule.name),
+               static_cast<qlonglong>(daysShown));
 }
 
 void ScheduleKeeper::loadRecord()

@@ -53,6 +53,10 @@ public:
     /// Notes that an action in the daemon has ended, with the exit status of the program that it ran.
     void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
 
+    /// Removes from the store what is over for 30 days and is not to stay. Nothing happens while another
+    /// program changes the store. Blocks.
+    void removeOver();
+
     /// Saves what is not saved yet. Blocks.
     void flush();
 
@@ -67,6 +71,8 @@ private:
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
     void tryAgainLater();
+    void removeOverAfter(std::chrono::hours delay);
+    bool isLongOver(const Schedule &schedule) const;
     void forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown);
     OccurrenceDatabase::CurrentDate currentDates() const;
     void saveSoon();

@@ -51,6 +51,7 @@ HOST_ARROWS = {
     "hosts/common/orders": ("hosts/common/faults",),
     "hosts/common/plugins": ("hosts/common/faults",),
     "hosts/common/program": ("hosts/common/orders",),
+    "hosts/common/record": (),
     "hosts/common/schedules": (),
     "hosts/admin": (COMMON,),
     "hosts/agent": (COMMON,),

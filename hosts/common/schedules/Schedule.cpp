@@ -15,8 +15,8 @@ using namespace dozely;
 
 namespace
 {
-const QStringList knownKeys{"Identifier", "Name", "Is Enabled", "Bundle Path",
-                            "Parameters", "Date", "Time Zone",  "Owner"};
+const QStringList knownKeys{"Identifier", "Name",      "Is Enabled", "Bundle Path",    "Parameters",
+                            "Date",       "Time Zone", "Owner",      "Stays When Over"};
 
 /// Those that both forms of a property list know.
 constexpr int firstYear = 1;
@@ -118,6 +118,7 @@ Result<Schedule> Schedule::fromEntry(const QVariant &entry)
     schedule.date = reader.required<QDateTime>("Date", "a date");
     schedule.timeZone = reader.optional<QString>("Time Zone", "a string");
     schedule.owner = readOwner(map, reader);
+    schedule.staysWhenOver = reader.optional<bool>("Stays When Over", "a boolean");
     if (schedule.identifier.isEmpty())
         reader.complain("\"Identifier\" is empty");
     if (!isCleanFixedPath(schedule.bundlePath))
@@ -153,6 +154,8 @@ QVariantMap Schedule::toEntry() const
     entry.insert("Date", roundedUp(date));
     if (!timeZone.isEmpty())
         entry.insert("Time Zone", timeZone);
+    if (staysWhenOver)
+        entry.insert("Stays When Over", true);
     if (owner)
         entry.insert("Owner", static_cast<qint64>(*owner));
     return entry;

@@ -19,6 +19,7 @@ struct Schedule {
     QDateTime date;               ///< UTC, whole seconds.
     QString timeZone;             ///< IANA name; empty stands for UTC.
     std::optional<quint32> owner; ///< The user whose schedule it is; absent: nobody's but root's.
+    bool staysWhenOver = false;   ///< Otherwise it is removed some time after its occurrence.
     QVariantMap otherKeys;        ///< Keys that this version does not know, kept as they were read.
 
     /// The entry as a schedule; an error says why it is none ("\"Date\" is not a date").

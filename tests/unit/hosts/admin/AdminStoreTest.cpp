@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/files/PropertyList.h"
+#include "hosts/common/record/Sqlite.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 #include "unit/hosts/admin/AdminTool.h"
 
@@ -31,6 +32,33 @@ protected:
     {
         EXPECT_EQ(entries().size(), 1);
         return entries().value(0).toMap();
+    }
+
+    struct Row {
+        QString name;
+        QString state;
+        std::optional<qint64> exitStatus;
+    };
+    QString recordPath() const { return tool.root.join("/var/lib/dozely/occurrences.db"); }
+    /// Adds a schedule for each row, which the record has, and "open", which it has not.
+    void record(const QList<Row> &rows)
+    {
+        tool.root.makeFolder("/var/lib/dozely");
+        const auto database =
+            Sqlite::open(recordPath(), Sqlite::File::MayBeMade, std::chrono::milliseconds(0));
+        ASSERT_TRUE(database);
+        ASSERT_TRUE(database->run("PRAGMA journal_mode = WAL; CREATE TABLE occurrences (identifier TEXT, "
+                                  "date INTEGER, state TEXT, begun INTEGER, lateness INTEGER, "
+                                  "exit_status INTEGER)"));
+        ASSERT_EQ(::chmod(qPrintable(recordPath()), 0600), 0);
+        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, ?2, ?3, ?2, 0, ?4)");
+        for (const Row &row : rows) {
+            const QStringList more = row.name == "stays" ? QStringList{"--stays"} : QStringList();
+            insertion.bind(1, tool.add(row.name, more)).bind(3, row.state).bind(4, row.exitStatus);
+            const QDateTime date = entries().constLast().toMap()["Date"].toDateTime();
+            ASSERT_TRUE(insertion.bind(2, date.toMSecsSinceEpoch()).run());
+        }
+        tool.add("open");
     }
 
     AdminTool tool;
@@ -72,6 +100,52 @@ TEST_F(AdminStoreTest, AddWritesEveryKeyOfAnEntry)
                                {"Time Zone", "Europe/Paris"},
                                {"Owner", 4711LL}};
     EXPECT_EQ(entry, expected);
+}
+
+TEST_F(AdminStoreTest, ListShowsWhatBecameOfASchedule)
+{
+    record({{"done", "done", 0}, {"failed", "done", 3}, {"skipped", "skipped", {}}, {"begun", "begun", {}}});
+    const std::string forPeople = tool.run({"list"}).output.toStdString();
+    for (const char *state : {"done ", "done (exit 3)", "skipped", "begun", "to come"})
+        EXPECT_THAT(forPeople, HasSubstr(state));
+    const QJsonObject json = tool.run({"list", "--json"}).json();
+    EXPECT_EQ(json["outcomesAreKnown"], true);
+    const QJsonArray schedules = json["schedules"].toArray();
+    ASSERT_EQ(schedules.size(), 5);
+    EXPECT_EQ(schedules[1]["occurrence"]["exitStatus"], 3);
+    EXPECT_EQ(schedules[2]["occurrence"]["state"], "skipped");
+    EXPECT_EQ(schedules[2]["occurrence"]["isOver"], true);
+    EXPECT_EQ(schedules[3]["occurrence"]["isOver"], false);
+    EXPECT_TRUE(schedules[4]["occurrence"].isNull());
+}
+
+TEST_F(AdminStoreTest, ListHasNoOutcomesForWhoMayNotReadTheRecord)
+{
+    if (::geteuid() != 0) {
+        record({{"done", "done", 0}});
+        ASSERT_EQ(::chmod(qPrintable(recordPath()), 0), 0);
+    } else {
+        record({{"done", "done", 0}});
+    }
+    const auto result = tool.run({"list", "--json"}, true);
+    EXPECT_EQ(result.status, 0) << result.errors.constData();
+    EXPECT_EQ(result.json()["outcomesAreKnown"], false);
+    EXPECT_EQ(tool.run({"clean"}, true).status, 3);
+    EXPECT_EQ(entries().size(), 2);
+}
+
+TEST_F(AdminStoreTest, CleanRemovesWhatIsOverUnlessItIsToStay)
+{
+    record({{"done", "done", 0}, {"stays", "done", 0}, {"begun", "begun", {}}, {"removed", "removed", {}}});
+    const auto result = tool.run({"clean"});
+    EXPECT_EQ(result.status, 0) << result.errors.constData();
+    EXPECT_EQ(result.output, "\"done\" is over and removed.\n\"removed\" is over and removed.\n");
+    QStringList left;
+    for (const QVariant &entry : entries())
+        left += entry.toMap()["Name"].toString();
+    EXPECT_EQ(left, QStringList({"stays", "begun", "open"}));
+    EXPECT_EQ(tool.run({"clean"}).output, "No schedule is over.\n");
+    EXPECT_THAT(tool.root.logContent().toStdString(), HasSubstr("which is over, was removed by user"));
 }
 
 TEST_F(AdminStoreTest, AddTellsProgramsWhatItAdded)

@@ -11,8 +11,8 @@ TEST(AdminUsage, HelpNamesEveryCommandAndExitStatus)
     const auto help = tool.run({"--help"});
     EXPECT_EQ(help.status, 0);
     for (const char *word :
-         {"list", "add NAME", "remove SCHEDULE", "enable SCHEDULE", "disable SCHEDULE", "run SCHEDULE",
-          "ping agent [USER]", "log", "--follow", "--json", "3 not permitted"})
+         {"list", "add NAME", "remove SCHEDULE", "clean", "enable SCHEDULE", "disable SCHEDULE",
+          "run SCHEDULE", "ping agent [USER]", "log", "--follow", "--json", "3 not permitted"})
         EXPECT_THAT(help.output.toStdString(), HasSubstr(word));
 }
 

@@ -311,6 +311,32 @@ TEST_F(ScheduleKeeperTest, SaysWhatItCouldNotReadAndTriesAgain)
     EXPECT_EQ(readings, 1);
 }
 
+TEST_F(ScheduleKeeperTest, RemovesWhatIsOverForThirtyDaysUnlessItIsToStay)
+{
+    writeStore({entry("over"), changed(entry("stays"), "Stays When Over", true), entry("open"),
+                changed(entry("bad"), "Date", "tomorrow"), entry("changed")});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    for (const char *identifier : {"over", "stays", "changed"})
+        keeper.note(occurrenceOf(identifier), OccurrenceState::Done);
+    const auto stored = [&] {
+        QStringList identifiers;
+        for (const QVariant &one :
+             dozely::PropertyList::fromData(read(storePath))->toMap()["Schedule Array"].toList())
+            identifiers += one.toMap()["Identifier"].toString();
+        return identifiers;
+    };
+    clock.advance(30 * 24h);
+    EXPECT_EQ(stored().size(), 5);
+    writeStore({entry("over"), changed(entry("stays"), "Stays When Over", true), entry("open"),
+                changed(entry("bad"), "Date", "tomorrow"), changed(entry("changed"), "Name", "New")});
+    clock.advance(24h);
+    EXPECT_EQ(stored(), QStringList({"stays", "open", "bad", "changed"}));
+    EXPECT_EQ(messages().filter("it is over for 30 days").size(), 1);
+    keeper.readStore();
+    EXPECT_FALSE(savedState("over"));
+}
+
 TEST_F(ScheduleKeeperTest, TriesAgainEverMoreSeldom)
 {
     write(storePath, "text");

@@ -54,7 +54,7 @@ public:
     /// Name of the error that says that the file is no whole database.
     static constexpr char damaged[] = "damaged";
 
-    enum class File { MustExist, MayBeMade };
+    enum class File { ReadOnly, MustExist, MayBeMade };
 
     /// Waits at most `patience` for other programs, in this and in every later operation.
     static dozely::Result<Sqlite> open(const QString &path, File file, std::chrono::milliseconds patience);

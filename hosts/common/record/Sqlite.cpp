@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/Sqlite.h"
+#include "hosts/common/record/Sqlite.h"
 
 #include <QFile>
 
@@ -23,9 +23,10 @@ void Sqlite::Close::operator()(sqlite3 *database) const
 Result<Sqlite> Sqlite::open(const QString &path, File file, std::chrono::milliseconds patience)
 {
     sqlite3 *database = nullptr;
+    const int access = file == File::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     const int making = file == File::MayBeMade ? SQLITE_OPEN_CREATE : 0;
     const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &database,
-                                     SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW | making, nullptr);
+                                     access | SQLITE_OPEN_NOFOLLOW | making, nullptr);
     Sqlite opened;
     opened.m_database.reset(database);
     if (code != SQLITE_OK)

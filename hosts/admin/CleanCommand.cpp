@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/CleanCommand.h"
+
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Identity.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/StoreCommands.h"
+#include "hosts/common/record/RecordedOutcomes.h"
+
+using namespace dozely;
+
+namespace
+{
+[[noreturn]] void fail(const Error &error)
+{
+    throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
+                                                                  : ExitStatus::Failed,
+                     QString("What is over cannot be told: %1.").arg(error.text));
+}
+
+bool isOver(const Schedule &schedule, const RecordedOutcomes &outcomes)
+{
+    const auto outcome = outcomes.find(schedule.identifier, schedule.date);
+    if (!outcome)
+        fail(outcome.error());
+    return *outcome && (*outcome)->isOver();
+}
+} // namespace
+
+void CleanCommand::run(const AdminOptions &options)
+{
+    const auto outcomes = RecordedOutcomes::open();
+    if (!outcomes)
+        fail(outcomes.error());
+    QList<Schedule> removed;
+    StoreCommands::change([&](QList<Schedule> &schedules) {
+        schedules.removeIf([&](const Schedule &schedule) {
+            const bool goes = !schedule.staysWhenOver && isOver(schedule, *outcomes);
+            if (goes)
+                removed += schedule;
+            return goes;
+        });
+    });
+    QVariantList described;
+    for (const Schedule &schedule : std::as_const(removed)) {
+        ZDRLog("Schedule \"%@\" (%@), which is over, was removed by user %d.", logLabel(schedule.name),
+               logLabel(schedule.identifier), Identity::caller());
+        described += StoreCommands::describe(schedule);
+    }
+    if (options.isSet("json")) {
+        Output::json({{"schedules", described}});
+        return;
+    }
+    for (const Schedule &schedule : std::as_const(removed))
+        Output::line(Output::escaped(QString("\"%1\" is over and removed.").arg(schedule.name)));
+    if (removed.isEmpty())
+        Output::line("No schedule is over.");
+}
