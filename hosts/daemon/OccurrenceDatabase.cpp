@@ -35,7 +35,7 @@ CREATE TABLE occurrences (
     identifier TEXT NOT NULL,
     date INTEGER NOT NULL,
     state TEXT NOT NULL CHECK (state IN ('asked', 'begun', 'done', 'skipped', 'not performed', 'removed',
-                                         'interrupted')),
+                                         'interrupted', 'unknown')),
     asked_by INTEGER,
     begun INTEGER,
     lateness INTEGER,

@@ -246,7 +246,7 @@ void OccurrencePerformer::actInUserAgent(const Ready &ready)
         if (WDCommunicationCenter::lastPostOutcome() == WDCommunicationCenter::PostOutcome::NotSent)
             waitForAgent(ready);
         else
-            notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
+            noteUnknown(ready.occurrence, *ready.user);
         return;
     }
     m_waits.noteAnswer(*ready.user);
@@ -311,6 +311,16 @@ void OccurrencePerformer::actInDaemon(const Ready &ready)
     }
     m_running.keep(ready.plugIn,
                    [this, ready] { m_keeper.noteDone(ready.occurrence, exitStatusOf(*ready.plugIn)); });
+}
+
+/// An agent that was slow and has it all the same may hand it back, as any that it was handed.
+void OccurrencePerformer::noteUnknown(const Occurrence &occurrence, quint32 userId)
+{
+    m_waits.end(occurrence);
+    m_keeper.note(occurrence, OccurrenceState::Unknown, userId);
+    ZDRLog(
+        "%@ was sent to the agent of user %u, which did not answer: it is not known whether it was performed",
+        labelOf(occurrence), userId);
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)

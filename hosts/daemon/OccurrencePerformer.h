@@ -84,6 +84,7 @@ private:
     void actInDaemon(const Ready &ready);
     std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);
+    void noteUnknown(const Occurrence &occurrence, quint32 userId);
     void notPerformed(const Occurrence &occurrence, const QString &why);
 
     ScheduleKeeper &m_keeper;

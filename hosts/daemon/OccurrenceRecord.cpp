@@ -27,6 +27,7 @@ constexpr StateName stateNames[] = {
     {OccurrenceState::NotPerformed, "not performed"},
     {OccurrenceState::Removed, "removed"},
     {OccurrenceState::Interrupted, "interrupted"},
+    {OccurrenceState::Unknown, "unknown"},
 };
 
 /// Absent for what is no number of a user.

@@ -21,6 +21,7 @@ enum class OccurrenceState {
     NotPerformed, ///< Its action could not be started.
     Removed,      ///< Dropped at the wish of the user whose agent had it.
     Interrupted,  ///< Begun by a daemon that died before the end.
+    Unknown,      ///< Sent to an agent that did not answer: it may have been performed.
 };
 
 /// Where an action was performed.

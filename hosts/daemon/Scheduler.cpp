@@ -26,6 +26,12 @@ constexpr qint64 longestPause = 1000; // milliseconds
 /// Several requests that each take the longest time allowed; not a machine that slept.
 constexpr qint64 longestWait = 60'000; // milliseconds
 
+/// Whether an agent may have what is in this state.
+bool mayBeHeld(OccurrenceState state)
+{
+    return state == OccurrenceState::Done || state == OccurrenceState::Unknown;
+}
+
 bool isShort(const QDateTime &start, const QDateTime &end)
 {
     return start.msecsTo(end) <= longestWait;
@@ -237,8 +243,7 @@ std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &
         if (isWithdrawn || schedule.fullBundlePath() != bundlePath)
             continue;
         const auto entry = m_record.find(schedule.identifier, utc);
-        if (!entry || entry->state != OccurrenceState::Done ||
-            !OrderPermissions::mayHandBack(userId, entry->handedTo) ||
+        if (!entry || !mayBeHeld(entry->state) || !OrderPermissions::mayHandBack(userId, entry->handedTo) ||
             entry->handedOver.addDuration(longestHandOver) < now)
             continue;
         if (schedule.parameters == parameters)
