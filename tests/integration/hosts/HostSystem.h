@@ -36,6 +36,9 @@ protected:
     /// Ends a program with SIGKILL.
     static void kill(std::unique_ptr<QProcess> &process);
 
+    /// Puts a program into the system that is not there from the start.
+    void copyProgram(const QString &from, const QString &fixedPath) const;
+
     /// Runs a program of the system to its end; exit status and standard error stream.
     struct Ended {
         int status;
@@ -81,7 +84,6 @@ private:
     /// As the given user, or as whoever runs the test.
     std::unique_ptr<QProcess> start(const QString &program, const QStringList &arguments,
                                     std::optional<quint32> user, const QString &preloaded = {});
-    void copyProgram(const QString &from, const QString &fixedPath) const;
     void startLogind();
     int m_sessions = 0;
 };

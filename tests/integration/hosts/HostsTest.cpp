@@ -634,6 +634,23 @@ TEST_F(HostsTest, WhatComesDueWhileAnAgentThatDoesNotAnswerIsWaitedForIsNotLate)
     EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
 }
 
+TEST_F(HostsTest, WhatIsOverIsCleanedAwayBesideTheDaemon)
+{
+    copyProgram(ADMIN_PROGRAM, "/usr/bin/dozely-admin");
+    startDaemon();
+    writeStore({probeEntry("over", inDaemon), probeEntry("later", inDaemon, soon().addSecs(3600))});
+    ASSERT_TRUE(logs("Probe acts in the daemon: over"));
+    const auto clean = [this] {
+        const Ended ended = run("/usr/bin/dozely-admin", {"--root", root.path(), "clean"});
+        EXPECT_EQ(ended.status, 0) << ended.errors.constData();
+        return !read(storePath).contains("Name of over");
+    };
+    EXPECT_TRUE(waitUntil(clean)) << "the end of an action is on disk a little later";
+    EXPECT_TRUE(read(storePath).contains("Name of later"));
+    EXPECT_TRUE(logs("Schedules: 1"));
+    EXPECT_EQ(countOf("which is over, was removed"), 1);
+}
+
 TEST_F(HostsTest, ADaemonThatIsToKeepNoOccurrencesRefuses)
 {
     for (const QString number : {"0", "-1", "many"}) {
