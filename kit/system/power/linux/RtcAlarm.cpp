@@ -23,9 +23,11 @@ namespace
 {
 constexpr qint64 longestFile = 4096; // bytes: a page, as the kernel has it
 constexpr qint64 day = 86'400;       // seconds
+constexpr qint64 hour = 3600;
 // How far alarms reach, with a minute to spare: a year, a month, or a day, by what the clock's alarm can
-// hold.
-constexpr qint64 reaches[] = {365 * day - 60, 28 * day - 60, day - 60};
+// hold; some that count seconds reach less.
+constexpr qint64 reaches[] = {365 * day - 60, 28 * day - 60, day - 60, 12 * hour - 60,
+                              6 * hour - 60,  hour - 60,     900};
 // Alarms of some clocks go by whole minutes.
 constexpr qint64 resolution = 60;
 // A clock and the system's are read one after the other; less than this is no difference.

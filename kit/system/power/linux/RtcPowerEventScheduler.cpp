@@ -119,6 +119,8 @@ RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm with
     Content content = store->content();
     dropPast(content.events);
     Content former = content;
+    const auto clock = RtcAlarm::find(m_writer);
+    const auto formerAlarm = clock ? clock->armedFor() : std::nullopt;
     if ((failure = change(content)) != 0)
         return {failure};
     const int alarmFailure = setAlarm(content);
@@ -128,6 +130,10 @@ RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm with
         return {0, alarmFailure};
     former.armed = content.armed;
     setAlarm(former);
+    if (formerAlarm && !clock->armedFor()) {
+        qint64 reached = 0;
+        clock->set(*formerAlarm, &reached); // somebody else's comes back
+    }
     store->save(former);
     return {failure};
 }

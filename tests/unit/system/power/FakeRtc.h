@@ -67,6 +67,7 @@ public:
     QByteArrayList written; ///< In order.
     qint64 horizon =
         std::numeric_limits<qint64>::max() / 2; ///< Seconds from now on that an alarm may lie away.
+    qint64 refused = 0;                         ///< The one time that it does not take.
     int failure = 0;                            ///< Of every write.
     bool isDeaf = false;                        ///< Takes what is written and does nothing.
     qint64 resolution = 1;                      ///< Alarms are cut to multiples of these seconds.
@@ -85,7 +86,7 @@ private:
         }
         if (alarm() > time())
             return EBUSY;
-        if (value - time() > horizon)
+        if (value - time() > horizon || value == refused)
             return EINVAL;
         setAlarm(value / resolution * resolution);
         return 0;

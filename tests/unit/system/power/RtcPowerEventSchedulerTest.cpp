@@ -288,6 +288,22 @@ TEST_F(RtcPowerEventSchedulerTest, ArmsTheFormerEventAgainWhenANewOneCannotBe)
     EXPECT_EQ(alarm(), 2 * hour);
 }
 
+TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheAlarmOfSomebodyElseAsItWas)
+{
+    rtc.setAlarm(in(500));
+    rtc.refused = in(100);
+    EXPECT_EQ(schedule(100, wake), EINVAL);
+    EXPECT_EQ(alarm(), 500);
+    EXPECT_THAT(scheduler.scheduledEvents(), IsEmpty());
+}
+
+TEST_F(RtcPowerEventSchedulerTest, AClockThatReachesHoursOnlyIsStepped)
+{
+    rtc.horizon = 6 * hour;
+    EXPECT_EQ(schedule(day, wake), 0);
+    EXPECT_EQ(alarm(), 6 * hour - 60);
+}
+
 TEST_F(RtcPowerEventSchedulerTest, AnAlarmThatDoesNotReadBackIsAFailure)
 {
     rtc.isDeaf = true;
