@@ -90,6 +90,14 @@ inline constexpr QLatin1StringView program("Program"); ///< A string, the progra
 inline constexpr QLatin1StringView arguments("Arguments"); ///< A list of strings; missing: none.
 } // namespace CommandKey
 
+/// Parameters of Sleep.plugin and PowerOff.plugin.
+namespace PowerKey
+{
+/// The integer 1: the machine sleeps, or goes off, also when others have forbidden that for ten minutes. Any
+/// other value and a missing key: it is given up then.
+inline constexpr QLatin1StringView force("Force");
+} // namespace PowerKey
+
 /// The orders: notifications by which daemon, agent and admin tool tell each other what to do, posted by
 /// WDCommunicationCenter and heard on WDNotificationCenter. The object of each is an OrderSender, the user
 /// info has keys of OrderKey. Who receives one asks the kernel who posted it, and believes nothing that the

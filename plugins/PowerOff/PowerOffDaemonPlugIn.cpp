@@ -2,13 +2,27 @@
 #include "plugins/PowerOff/PowerOffDaemonPlugIn.h"
 
 #include "DozelyKit/core/log/ZDRLog.h"
-#include "DozelyKit/system/power/SystemPower.h"
+#include "DozelyKit/plugin/Names.h"
 
 using namespace dozely;
 
-void PowerOffDaemonPlugIn::actInDaemon()
+namespace
+{
+void switchOff()
 {
     ZDRLog("PowerOff: the machine is asked to switch itself off.");
     if (!Port<SystemPower>::current()->powerOff())
         ZDRLog("PowerOff: the machine does not let itself be switched off.");
+}
+} // namespace
+
+PowerOffDaemonPlugIn::PowerOffDaemonPlugIn() : m_order(SystemPower::Change::PowerOff, "PowerOff", switchOff)
+{
+    connect(&m_order, &PowerOrder::ended, this, &PowerOffDaemonPlugIn::actionDidFinish);
+}
+
+void PowerOffDaemonPlugIn::actInDaemon()
+{
+    const bool isForced = integerParameter(PowerKey::force) == 1;
+    m_order.give(isForced ? PowerOrder::AtLast::Done : PowerOrder::AtLast::GivenUp);
 }

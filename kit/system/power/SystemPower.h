@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/Port.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -35,6 +36,9 @@ public:
         virtual ~Inhibition() = default;
     };
 
+    /// What may happen to the machine.
+    enum class Change { Sleep, PowerOff };
+
     virtual ~SystemPower() = default;
 
     /// From now on `listener` is told the power messages, each from the event loop. The machine waits with a
@@ -56,6 +60,14 @@ public:
     /// Switches the machine off now, also when somebody else wants it on. True when that was accepted; it
     /// follows after everybody who listens has allowed it. Blocks for at most ten seconds.
     virtual bool powerOff() = 0;
+
+    /// Who forbids a change for now, this system itself left out: names and reasons for people ("apt:
+    /// Upgrades packages"). What sleep and powerOff order happens all the same: ask before. Empty as well
+    /// when nobody can be asked. Blocks for at most two seconds.
+    virtual QStringList blockers(Change change) = 0;
+
+    /// Whether the machine is about to be switched off or restarted. Blocks for at most two seconds.
+    virtual bool isGoingOff() = 0;
 
     /// Keeps the machine from falling asleep by itself (idle, a closed lid) until the object is destroyed;
     /// what root forces, and a shutdown, are not kept from happening. `reason` is shown to people. Never

@@ -121,6 +121,32 @@ TEST_F(RealLogindTest, AnActionsLockDoesNotKeepRootFromForcingSleep)
     }));
 }
 
+TEST_F(RealLogindTest, NamesWhoForbidsAChangeButNotItself)
+{
+    EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {
+        const auto power = Port<SystemPower>::current();
+        const auto own = power->inhibitSleep("A backup runs");
+        ASSERT_TRUE(waitUntil([&] { return logind.locks().contains(blockLock); }));
+        EXPECT_THAT(power->blockers(SystemPower::Change::Sleep), IsEmpty());
+        const auto bus = BusConnection::open(BusConnection::Bus::System);
+        ASSERT_TRUE(bus);
+        const auto take = [&](const QString &what, const QString &mode) {
+            return (*bus)->call({"org.freedesktop.login1", "/org/freedesktop/login1",
+                                 "org.freedesktop.login1.Manager", "Inhibit"},
+                                "ssss", {what, QString("apt"), QString("Upgrades packages"), mode},
+                                QDeadlineTimer(std::chrono::seconds(10)));
+        };
+        const auto delay = take("shutdown:sleep", "delay");
+        ASSERT_TRUE(delay);
+        EXPECT_THAT(power->blockers(SystemPower::Change::PowerOff), IsEmpty());
+        const auto block = take("shutdown", "block");
+        ASSERT_TRUE(block);
+        EXPECT_THAT(power->blockers(SystemPower::Change::PowerOff), ElementsAre("apt: Upgrades packages"));
+        EXPECT_THAT(power->blockers(SystemPower::Change::Sleep), IsEmpty());
+        EXPECT_FALSE(power->isGoingOff());
+    }));
+}
+
 TEST_F(RealLogindTest, WhoNoLongerListensHoldsNoLock)
 {
     EXPECT_TRUE(PrivateLogind::holds([](PrivateLogind &logind) {

@@ -65,6 +65,8 @@ public:
         ++powerOffs;
         return !refusesPowerOff;
     }
+    QStringList blockers(Change) override { return blocking; }
+    bool isGoingOff() override { return goesOff; }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override
     {
         reasons += reason;
@@ -73,7 +75,9 @@ public:
 
     void send(quint32 messageType) { m_listener(messageType, nullptr); }
 
-    QStringList reasons; // of all inhibitions ever taken
+    QStringList reasons;  // of all inhibitions ever taken
+    QStringList blocking; // who forbids whatever is asked for
+    bool goesOff = false;
     int inhibitions = 0; // that are held now
     int consents = 0;
     int sleeps = 0;

@@ -2,12 +2,16 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 #include "hosts/common/plugins/PlugInLoader.h"
+#include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
 #include <QDirIterator>
+#include <QSignalSpy>
 
 using namespace dozely;
+
+using namespace std::chrono_literals;
 
 /// The bundles that put the machine to sleep and switch it off, as they are built.
 class PowerPlugInsTest : public BundleFixture
@@ -64,6 +68,56 @@ TEST_F(PowerPlugInsTest, PowerOffSaysThatTheMachineRefused)
     power->refusesPowerOff = true;
     make<WDDaemonPlugIn>(daemonLoader, "PowerOff")->actInDaemon();
     EXPECT_EQ(messages().last(), "PowerOff: the machine does not let itself be switched off.");
+}
+
+TEST_F(PowerPlugInsTest, BothWaitWhileOthersForbidItAndNameThem)
+{
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    for (const QString name : {"Sleep", "PowerOff"}) {
+        power->sleeps = power->powerOffs = 0;
+        power->blocking = {"apt: Upgrades packages"};
+        const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, name);
+        plugIn->setParameters(QVariantMap{});
+        QSignalSpy ended(plugIn.get(), SIGNAL(actionDidFinish()));
+        plugIn->actInDaemon();
+        EXPECT_EQ(messages().last(),
+                  name + ": held up by apt: Upgrades packages; tried again for ten minutes.");
+        bool isActing = false;
+        QMetaObject::invokeMethod(plugIn.get(), "isActing", Q_RETURN_ARG(bool, isActing));
+        EXPECT_TRUE(isActing);
+        clock->advance(9min);
+        EXPECT_EQ(power->sleeps + power->powerOffs, 0);
+        EXPECT_EQ(messages().filter(name + ": held up").size(), 1) << "once";
+        power->blocking.clear();
+        clock->advance(10s);
+        EXPECT_EQ(power->sleeps + power->powerOffs, 1);
+        EXPECT_EQ(ended.size(), 1);
+    }
+}
+
+TEST_F(PowerPlugInsTest, AfterTenMinutesItIsGivenUpUnlessTheScheduleForcesIt)
+{
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    power->blocking = {"apt: Upgrades packages"};
+    for (const bool isForced : {false, true}) {
+        const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, isForced ? "PowerOff" : "Sleep");
+        plugIn->setParameters(isForced ? QVariantMap{{"Force", 1LL}} : QVariantMap{});
+        QSignalSpy ended(plugIn.get(), SIGNAL(actionDidFinish()));
+        plugIn->actInDaemon();
+        clock->advance(10min - 1ms);
+        EXPECT_EQ(ended.size(), 0);
+        EXPECT_EQ(power->powerOffs + power->sleeps, 0);
+        clock->advance(1ms);
+        EXPECT_EQ(ended.size(), 1);
+        EXPECT_EQ(power->powerOffs + power->sleeps, isForced ? 1 : 0);
+        EXPECT_EQ(messages()
+                      .filter(isForced ? "PowerOff: done although held up by apt: Upgrades packages."
+                                       : "Sleep: given up, held up by apt: Upgrades packages.")
+                      .size(),
+                  1);
+    }
 }
 
 TEST_F(PowerPlugInsTest, BothActInTheDaemonAndDoNotKeepTheMachineAwake)

@@ -22,6 +22,8 @@ constexpr char service[] = "org.freedesktop.login1";
 constexpr char managerPath[] = "/org/freedesktop/login1";
 constexpr char managerInterface[] = "org.freedesktop.login1.Manager";
 
+constexpr char ourselves[] = "com.dozely"; // in LogindLock
+
 constexpr seconds findingTime{2};
 constexpr seconds orderTime{10};
 constexpr seconds answerTime{10};
@@ -329,6 +331,42 @@ bool LogindPower::sleep()
 bool LogindPower::powerOff()
 {
     return order("PowerOff");
+}
+
+QStringList LogindPower::blockers(Change change)
+{
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
+    if (!bus)
+        return {};
+    const auto reply = (*bus)->call({service, managerPath, managerInterface, "ListInhibitors"}, "", {},
+                                    QDeadlineTimer(findingTime));
+    const QString wanted = change == Change::Sleep ? "sleep" : "shutdown";
+    QStringList blockers;
+    for (const QVariant &inhibitor : BusConnection::firstOf(reply).toList()) {
+        const QVariantList parts = inhibitor.toList(); // what, who, why, mode, user, process
+        const QString who = parts.value(1).toString();
+        if (parts.value(3).toString() == "block" && who != ourselves &&
+            parts.value(0).toString().split(':').contains(wanted))
+            blockers += QString("%1: %2").arg(who, parts.value(2).toString());
+    }
+    return blockers;
+}
+
+bool LogindPower::isGoingOff()
+{
+    const QDeadlineTimer deadline(findingTime);
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
+    if (!bus)
+        return false;
+    const auto isPreparing =
+        (*bus)->property({service, managerPath, managerInterface, "PreparingForShutdown"}, deadline);
+    if (isPreparing && isPreparing->toBool())
+        return true;
+    // Who forces the end asks the service manager itself.
+    const auto state = (*bus)->property({"org.freedesktop.systemd1", "/org/freedesktop/systemd1",
+                                         "org.freedesktop.systemd1.Manager", "SystemState"},
+                                        deadline);
+    return state && state->toString() == "stopping";
 }
 
 std::unique_ptr<SystemPower::Inhibition> LogindPower::inhibitSleep(const QString &reason)

@@ -35,6 +35,8 @@ public:
     bool canSleep() override;
     bool sleep() override;
     bool powerOff() override;
+    QStringList blockers(Change change) override;
+    bool isGoingOff() override;
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override;
 
     /// Whether the machine waits for us, should it be put to sleep now.

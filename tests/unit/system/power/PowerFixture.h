@@ -73,6 +73,8 @@ public:
         return !refusesSleep;
     }
     bool powerOff() override { return true; }
+    QStringList blockers(Change) override { return {}; }
+    bool isGoingOff() override { return false; }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &) override
     {
         return std::make_unique<Inhibition>();
