@@ -2,10 +2,12 @@
 #include "hosts/daemon/PowerPlanner.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/PlugInLoader.h"
@@ -86,10 +88,15 @@ void PowerPlanner::zoneMayHaveChanged()
     renew();
 }
 
-void PowerPlanner::systemWillChange(const NSNotification &)
+void PowerPlanner::systemWillChange(const NSNotification &notification)
 {
     m_isSystemChanging = true;
     update();
+    // SIGTERM is told as a power-off, too. It may be a restart of this service alone; or the machine's end
+    // that the login manager has not announced.
+    if (notification.name() == ZDRPowerManagerSystemWillPowerOff &&
+        Port<SystemPower>::current()->isGoingOff())
+        Port<PowerEventScheduler>::current()->arm(PowerEventScheduler::Phase::PoweringOff);
 }
 
 void PowerPlanner::systemDidWake(const NSNotification &)

@@ -209,6 +209,23 @@ TEST_F(PowerHostsTest, BeforePowerOffTheAlarmIsForSwitchingOnAndTheDaemonEnds)
     daemon.reset();
 }
 
+TEST_F(PowerHostsTest, SigtermWhileTheMachineGoesOffLeavesTheAlarmForSwitchingOn)
+{
+    for (const bool goesOff : {false, true}) {
+        startDaemon();
+        ASSERT_TRUE(listens());
+        const QDateTime date = inSeconds(3600);
+        writeStore({probeEntry("a", wake, date), probeEntry("b", powerOn, date.addSecs(600))});
+        ASSERT_TRUE(isArmedFor(date, wakeLead));
+        // It has begun, and its announcement did not come.
+        ASSERT_TRUE(bus.call(
+            logind, logindPath, "org.freedesktop.DBus.Properties.Set",
+            {"org.freedesktop.login1.Manager", "PreparingForShutdown", goesOff ? "<true>" : "<false>"}));
+        EXPECT_EQ(endOf(daemon), 0);
+        EXPECT_TRUE(goesOff ? isArmedFor(date.addSecs(600), powerOnLead) : isArmedFor(date, wakeLead));
+    }
+}
+
 TEST_F(PowerHostsTest, SigtermIsAPowerOffInTheLogAndACleanEnd)
 {
     startDaemon();
