@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/ClockDoubt.h"
 #include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/daemon/AnticipationPlan.h"
-#include "hosts/daemon/ClockDoubt.h"
 #include "hosts/daemon/OccurrencePerformer.h"
 #include "hosts/daemon/OrderRate.h"
 #include "hosts/daemon/PowerPlanner.h"
@@ -60,7 +60,7 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
     AnticipationPlan m_anticipation;
-    ClockDoubt m_clockDoubt;
+    dozely::ClockDoubt m_clockDoubt;
     PowerPlanner m_power;
     OrderRate m_rate;
     StoreWatcher m_watcher;

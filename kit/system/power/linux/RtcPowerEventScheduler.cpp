@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 
-#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/system/power/PowerMessages.h"
 
@@ -45,21 +44,22 @@ bool matters(const Event &event, Phase phase)
     return true;
 }
 
-/// The earliest date that matters; null for none.
+QList<Event> withoutPast(QList<Event> events)
+{
+    const QDateTime date = now();
+    events.removeIf([&](const Event &event) { return event.time <= date; });
+    return events;
+}
+
+/// The earliest date to come that matters; null for none.
 QDateTime earliest(const QList<Event> &events, Phase phase)
 {
     QDateTime date;
-    for (const Event &event : events) {
+    for (const Event &event : withoutPast(events)) {
         if (matters(event, phase) && (date.isNull() || event.time < date))
             date = event.time;
     }
     return date;
-}
-
-void dropPast(QList<Event> &events)
-{
-    const QDateTime date = now();
-    events.removeIf([&](const Event &event) { return event.time <= date; });
 }
 
 /// Whether the alarm is the one that was set for an event of ours.
@@ -78,6 +78,16 @@ const std::shared_ptr<RtcPowerEventScheduler> &RtcPowerEventScheduler::ofThisPro
     static auto *const scheduler =
         new std::shared_ptr<RtcPowerEventScheduler>(std::make_shared<RtcPowerEventScheduler>());
     return *scheduler;
+}
+
+bool RtcPowerEventScheduler::isClockSure()
+{
+    if (!m_doubt) {
+        m_clock = Port<Clock>::current();
+        m_doubt.emplace(*m_clock);
+    }
+    m_doubt->look();
+    return !m_doubt->isDoubted();
 }
 
 /// Sets the alarm for what `content` holds, and notes there what it was set to.
@@ -117,7 +127,8 @@ RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm with
     if (!store)
         return {failure};
     Content content = store->content();
-    dropPast(content.events);
+    if (isClockSure())
+        content.events = withoutPast(content.events);
     Content former = content;
     const auto clock = RtcAlarm::find(m_writer);
     const auto formerAlarm = clock ? clock->armedFor() : std::nullopt;
@@ -168,9 +179,7 @@ qint32 RtcPowerEventScheduler::cancel(const QDateTime &time, const QString &owne
 
 QList<Event> RtcPowerEventScheduler::scheduledEvents()
 {
-    QList<Event> events = PowerEventStore::peek().events;
-    dropPast(events);
-    return events;
+    return withoutPast(PowerEventStore::peek().events);
 }
 
 qint32 RtcPowerEventScheduler::arm(Phase phase)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/ClockDoubt.h"
 #include "DozelyKit/system/power/linux/PowerEventStore_p.h"
 #include "DozelyKit/system/power/linux/RtcAlarm_p.h"
 
@@ -10,9 +12,10 @@
 namespace dozely
 {
 
-class AbsoluteTimer;
-
 /// Power events in a file of their own, and the wake alarm of a real-time clock.
+///
+/// An event that has passed is forgotten, but not by a clock that is doubted: set back, it has the event
+/// again, which nobody but its owner could ask for anew.
 ///
 /// Codes are errno values: EINVAL (date, type or owner), ENODEV (no clock with an alarm), ENOENT (no such
 /// event), EACCES and the like.
@@ -48,10 +51,13 @@ private:
     };
     Outcome change(WithoutAlarm withoutAlarm, const std::function<int(PowerEventStore::Content &)> &change);
     int setAlarm(PowerEventStore::Content &content) const;
+    bool isClockSure();
     void rearm(Phase phase);
 
     RtcAlarm::Writer m_writer;
     Phase m_phase = Phase::Running;
+    std::shared_ptr<Clock> m_clock;         // that is looked at
+    std::optional<ClockDoubt> m_doubt;      // since the first change
     std::unique_ptr<AbsoluteTimer> m_timer; // present while this process keeps the alarm
     bool m_isFailureReported = false;
 };

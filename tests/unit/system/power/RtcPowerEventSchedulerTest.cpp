@@ -304,6 +304,33 @@ TEST_F(RtcPowerEventSchedulerTest, AClockThatReachesHoursOnlyIsStepped)
     EXPECT_EQ(alarm(), 6 * hour - 60);
 }
 
+TEST_F(RtcPowerEventSchedulerTest, AClockThatIsWrongForAMomentCostsNoEvent)
+{
+    ASSERT_EQ(schedule(day, powerOn, "pmset"), 0);
+    clock->synchronised = false;
+    clock->jumpTo(at(365 * day));
+    EXPECT_EQ(scheduler.arm(Phase::Running), 0);
+    RtcPowerEventScheduler ofAnother{rtc.writer()}; // started by that clock
+    EXPECT_EQ(ofAnother.arm(Phase::Running), 0);
+    EXPECT_THAT(scheduler.scheduledEvents(), IsEmpty()) << "it is past, for all that is known";
+    clock->jumpTo(at(60));
+    EXPECT_EQ(scheduler.arm(Phase::Running), 0);
+    EXPECT_THAT(scheduler.scheduledEvents(), ElementsAre(Event{at(day), "pmset", powerOn}));
+    EXPECT_EQ(alarm(), day - 60) << "by a clock that was not set";
+}
+
+TEST_F(RtcPowerEventSchedulerTest, AnEventThatIsPastIsForgottenOnceTheClockIsSure)
+{
+    ASSERT_EQ(schedule(day, powerOn, "pmset"), 0);
+    clock->synchronised = false;
+    clock->jumpTo(at(2 * day));
+    EXPECT_EQ(scheduler.arm(Phase::Running), 0);
+    EXPECT_FALSE(PowerEventStore::peek().events.isEmpty());
+    pass(60s);
+    EXPECT_EQ(scheduler.arm(Phase::Running), 0);
+    EXPECT_TRUE(PowerEventStore::peek().events.isEmpty()) << "it has stood for a minute";
+}
+
 TEST_F(RtcPowerEventSchedulerTest, AnAlarmThatDoesNotReadBackIsAFailure)
 {
     rtc.isDeaf = true;

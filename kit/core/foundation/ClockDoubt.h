@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Export.h"
+
 #include <QDateTime>
 
 #include <chrono>
@@ -8,8 +10,8 @@
 
 namespace dozely
 {
+
 class Clock;
-} // namespace dozely
 
 /// Whether the calendar clock can be believed. A clock whose battery is dead, or that a person mistypes, is
 /// wrong for a moment; what it makes late in that moment must not be given up, nor performed.
@@ -19,15 +21,16 @@ class Clock;
 /// has stood for a minute, when it says that it is synchronised, or when it is back where it was. Time that
 /// the machine slept is no jump.
 ///
-/// Only looks; whoever has it decides what to do.
-class ClockDoubt
+/// Only looks; whoever has it decides what to do. A plain value; may be used from any thread, by one at a
+/// time.
+class DOZELYKIT_EXPORT ClockDoubt
 {
 public:
     static constexpr std::chrono::minutes largestStep{5};
     static constexpr std::chrono::seconds timeToStand{60};
 
     /// `clock` must outlive the object.
-    explicit ClockDoubt(const dozely::Clock &clock);
+    explicit ClockDoubt(const Clock &clock);
 
     /// Looks at the clock.
     void look();
@@ -54,7 +57,7 @@ private:
     std::chrono::milliseconds offset() const;
     void believe();
 
-    const dozely::Clock &m_clock;
+    const Clock &m_clock;
     std::optional<std::chrono::milliseconds> m_believed; // the calendar's offset to the time since the boot
     std::chrono::milliseconds m_seen;                    // the same when it was looked at last
     std::optional<std::chrono::milliseconds> m_since;    // when the doubt began
@@ -62,3 +65,5 @@ private:
     QDateTime m_until;
     Excuse m_excuse;
 };
+
+} // namespace dozely

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/ClockDoubt.h"
+#include "DozelyKit/core/foundation/ClockDoubt.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 
 #include <gtest/gtest.h>
+
+using namespace dozely;
 
 using namespace std::chrono_literals;
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/ClockDoubt.h"
+#include "DozelyKit/core/foundation/ClockDoubt.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
 
-using namespace dozely;
+namespace dozely
+{
 
 using std::chrono::milliseconds;
 
@@ -63,3 +64,5 @@ void ClockDoubt::believe()
     m_since.reset();
     m_until = {};
 }
+
+} // namespace dozely
