@@ -23,6 +23,12 @@ constexpr qsizetype mostInATurn = 1000;
 /// A clock that is doubted is looked at so often.
 constexpr std::chrono::seconds clockLooks(1);
 
+/// A clock that is wrong when the machine starts has as a rule been set right by the first removal.
+/// @{
+constexpr std::chrono::hours firstRemoval(1);
+constexpr std::chrono::hours betweenRemovals(24);
+/// @}
+
 QString senderLabel(const ReceivedOrder &order)
 {
     return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
@@ -59,6 +65,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     connect(&m_performer.waits(), &AgentWaits::tryAgain, this, &DaemonController::waitForNext);
     connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
+    removeOverAfter(firstRemoval);
     rereadStore();
 }
 
@@ -117,6 +124,18 @@ void DaemonController::lookAtClock()
     m_clock.callAfter(clockLooks, this, [this] {
         m_isWatchingClock = false;
         waitForNext();
+    });
+}
+
+/// A clock that is doubted removes nothing: it is asked again an hour later.
+void DaemonController::removeOverAfter(std::chrono::hours delay)
+{
+    m_clock.callAfter(delay, this, [this] {
+        lookAtClock();
+        const bool isSure = !m_clockDoubt.isDoubted();
+        if (isSure)
+            m_keeper.removeOver();
+        removeOverAfter(isSure ? betweenRemovals : firstRemoval);
     });
 }
 

@@ -46,6 +46,7 @@ private:
     void announceNext();
     void watchConsole();
     void lookAtClock();
+    void removeOverAfter(std::chrono::hours delay);
 
     void daemonMustAct(const ReceivedOrder &order);
     void daemonMustRemove(const ReceivedOrder &order);

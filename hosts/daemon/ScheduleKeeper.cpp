@@ -23,9 +23,6 @@ constexpr std::chrono::seconds firstPause(1);
 constexpr std::chrono::seconds longestPause(60);
 /// @}
 
-/// A clock that is wrong when the machine starts has been set right by then.
-constexpr std::chrono::hours firstRemoval(1);
-constexpr std::chrono::hours betweenRemovals(24);
 constexpr qint64 daysShown = 30; // a schedule that is over
 
 constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
@@ -40,15 +37,6 @@ ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &l
 {
     m_database.setLimits(limits);
     loadRecord();
-    removeOverAfter(firstRemoval);
-}
-
-void ScheduleKeeper::removeOverAfter(std::chrono::hours delay)
-{
-    m_clock.callAfter(delay, this, [this] {
-        removeOver();
-        removeOverAfter(betweenRemovals);
-    });
 }
 
 bool ScheduleKeeper::isLongOver(const Schedule &schedule) const

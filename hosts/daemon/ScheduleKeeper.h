@@ -54,7 +54,8 @@ public:
     void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
 
     /// Removes from the store what is over for 30 days and is not to stay. Nothing happens while another
-    /// program changes the store. Blocks.
+    /// program changes the store. By a clock that is doubted anything may be long over: do not call it then.
+    /// Blocks.
     void removeOver();
 
     /// Saves what is not saved yet. Blocks.
@@ -71,7 +72,6 @@ private:
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
     void tryAgainLater();
-    void removeOverAfter(std::chrono::hours delay);
     bool isLongOver(const Schedule &schedule) const;
     void forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown);
     OccurrenceDatabase::CurrentDate currentDates() const;

@@ -327,10 +327,12 @@ TEST_F(ScheduleKeeperTest, RemovesWhatIsOverForThirtyDaysUnlessItIsToStay)
         return identifiers;
     };
     clock.advance(30 * 24h);
+    keeper.removeOver();
     EXPECT_EQ(stored().size(), 5);
     writeStore({entry("over"), changed(entry("stays"), "Stays When Over", true), entry("open"),
                 changed(entry("bad"), "Date", "tomorrow"), changed(entry("changed"), "Name", "New")});
     clock.advance(24h);
+    keeper.removeOver();
     EXPECT_EQ(stored(), QStringList({"stays", "open", "bad", "changed"}));
     EXPECT_EQ(messages().filter("it is over for 30 days").size(), 1);
     keeper.readStore();

@@ -2,12 +2,13 @@
 #include "DozelyKit/system/power/KeyEventDriver.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
+#include "hosts/common/record/RecordedOutcomes.h"
 #include "hosts/daemon/DaemonController.h"
-#include "hosts/daemon/OccurrenceDatabase.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "support/FakeClock.h"
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
+#include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"
 
 using namespace dozely;
@@ -113,4 +114,27 @@ TEST_F(WrongClockTest, ADaemonThatStartsByAClockThatIsAYearAheadConsumesNothing)
     clock.advance(11min);
     EXPECT_EQ(actions(), 1);
     EXPECT_EQ(skips(), 0);
+}
+
+TEST_F(WrongClockTest, NothingCountsAsLongOverWhileTheClockIsDoubted)
+{
+    clock.advance(601s);
+    ASSERT_EQ(actions(), 1);
+    ASSERT_TRUE(waitUntil([this] {
+        clock.advance(100ms); // what became of it is saved a little later
+        const auto outcomes = RecordedOutcomes::open();
+        const auto outcome = outcomes ? outcomes->find("a", noon().addSecs(600)) : outcomes.error();
+        return outcome && *outcome && (*outcome)->isOver();
+    }));
+    const auto isStored = [this] { return read(storePath).contains("Name of a"); };
+    // The first removal is an hour after the start.
+    clock.advance(1h - 30s - clock.steadyTime());
+    jump(24h * 365);
+    clock.advance(31s);
+    EXPECT_TRUE(isStored());
+    jump(-24h * 365);
+    clock.advance(29 * 24h);
+    EXPECT_TRUE(isStored());
+    clock.advance(2 * 24h);
+    EXPECT_FALSE(isStored());
 }
