@@ -16,6 +16,9 @@ using namespace dozely;
 
 namespace
 {
+/// Some time less than the daemon waits for an answer, 5 s at least.
+constexpr std::chrono::seconds certainlyInTime(3);
+
 QList<PlugInLoader::Source> trustedSources()
 {
     QList<PlugInLoader::Source> sources;
@@ -79,21 +82,38 @@ void UserAgentController::userAgentMustAct(const ReceivedOrder &received)
     const auto made = makePlugIn(order->bundlePath);
     if (!made) {
         ZDRLog("The action was not performed: %@", made.error().text);
+        reportOutcome(*order, OrderOutcome::notPerformed);
         return;
     }
     const auto &plugIn = *made;
     const QString label = logLabel(order->bundlePath.section('/', -1));
     ZDRLog("%@ acts in the session", label);
+    const QDateTime start = Port<Clock>::current()->currentDate();
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(order->parameters);
         plugIn->setCalendarDate(order->date);
         plugIn->loadNib();
         plugIn->actInUserAgent();
     });
-    if (thrown)
+    if (thrown) { // nobody knows how far it came
         ZDRLog("%@ raised: %@", label, *thrown);
-    else
-        m_running.keep(plugIn);
+        return;
+    }
+    m_running.keep(plugIn);
+    // The daemon takes for performed what was answered in time. An order is not sent before its date.
+    if (start >= order->date.addDuration(certainlyInTime))
+        reportOutcome(*order, OrderOutcome::performed);
+}
+
+/// BLOCKING: as a request of WDCommunicationCenter.
+void UserAgentController::reportOutcome(const Order &order, QLatin1StringView outcome)
+{
+    GuardedPosting::postToDaemon(NSNotification(OrderName::daemonMustNoteOutcome,
+                                                QString(OrderSender::daemon),
+                                                {{OrderKey::bundlePath, order.bundlePath},
+                                                 {OrderKey::date, order.date},
+                                                 {OrderKey::parameters, order.parameters},
+                                                 {OrderKey::outcome, QString(outcome)}}));
 }
 
 void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)

@@ -38,6 +38,7 @@ private:
     static std::optional<Order> orderIn(const ReceivedOrder &received);
 
     void userAgentMustAct(const ReceivedOrder &received);
+    static void reportOutcome(const Order &order, QLatin1StringView outcome);
     void userAgentMustAnticipate(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 

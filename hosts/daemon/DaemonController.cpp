@@ -54,6 +54,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     };
     receive(OrderName::daemonMustAct, OrderSender::daemon, &DaemonController::daemonMustAct);
     receive(OrderName::daemonMustRemove, OrderSender::daemon, &DaemonController::daemonMustRemove);
+    receive(OrderName::daemonMustNoteOutcome, OrderSender::daemon, &DaemonController::daemonMustNoteOutcome);
     OrderReceiver::receiveBeforeAnswer(OrderName::daemonMustRunNow, OrderSender::admin, this,
                                        [this](const ReceivedOrder &order) { daemonMustRunNow(order); });
     receive(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent,
@@ -218,6 +219,27 @@ void DaemonController::daemonMustAct(const ReceivedOrder &order)
     else
         ZDRLog("%@ from %@ refused: that user's agent has no such occurrence", order.name,
                senderLabel(order));
+}
+
+/// What tells nothing new is no fault: an agent reports whenever its answer may have come too late.
+void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
+{
+    const QVariant date = order.userInfo.value(OrderKey::date);
+    const QString outcome = order.userInfo.value(OrderKey::outcome).toString();
+    const bool isPerformed = outcome == OrderOutcome::performed;
+    if (!order.peer || date.typeId() != QMetaType::QDateTime ||
+        (!isPerformed && outcome != OrderOutcome::notPerformed))
+        return;
+    const auto handedOver = [&](OccurrenceState state) {
+        return m_keeper.scheduler().handedOver(
+            *order.peer, order.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
+            order.userInfo.value(OrderKey::parameters).toMap(), state);
+    };
+    auto occurrence = handedOver(OccurrenceState::Unknown);
+    if (!occurrence && !isPerformed)
+        occurrence = handedOver(OccurrenceState::Done);
+    if (occurrence)
+        m_performer.noteOutcome(*occurrence, *order.peer, isPerformed);
 }
 
 QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &order) const

@@ -50,6 +50,7 @@ private:
 
     void daemonMustAct(const ReceivedOrder &order);
     void daemonMustRemove(const ReceivedOrder &order);
+    void daemonMustNoteOutcome(const ReceivedOrder &order);
     void daemonMustRunNow(const ReceivedOrder &order);
     void daemonMustAnticipateAgain(const ReceivedOrder &order);
     [[noreturn]] void refuse(const ReceivedOrder &order, OrderRefusal::Kind kind, const QString &why) const;

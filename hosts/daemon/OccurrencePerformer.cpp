@@ -323,6 +323,16 @@ void OccurrencePerformer::noteUnknown(const Occurrence &occurrence, quint32 user
         labelOf(occurrence), userId);
 }
 
+void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 userId, bool isPerformed)
+{
+    if (!isPerformed) {
+        notPerformed(occurrence, QString("the agent of user %1 could not begin it").arg(userId));
+        return;
+    }
+    m_keeper.note(occurrence, OccurrenceState::Done, userId);
+    ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
+}
+
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
 {
     m_waits.end(occurrence);

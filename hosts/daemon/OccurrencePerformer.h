@@ -14,7 +14,7 @@ class ScheduleKeeper;
 class WDDaemonPlugIn;
 
 /// Performs occurrences through the daemon-side class of their plug-ins, and notes what became of each. Every
-/// one ends in exactly one line of the log that says so.
+/// one ends in exactly one line of the log that says so, and one more where an agent has something to add.
 ///
 /// BLOCKING: handing an occurrence to an agent waits as a request of WDCommunicationCenter does.
 class OccurrencePerformer : public QObject
@@ -44,6 +44,10 @@ public:
 
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
+
+    /// What the agent of `userId`, which was handed an occurrence, says of it: that it was performed although
+    /// the answer came too late, or that it was not performed although it was answered.
+    void noteOutcome(const Occurrence &occurrence, quint32 userId, bool isPerformed);
 
     /// What became of the wish to announce an occurrence.
     struct Announcement {

@@ -253,3 +253,18 @@ std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &
     }
     return held;
 }
+
+std::optional<Occurrence> Scheduler::handedOver(quint32 userId, const QString &bundlePath,
+                                                const QDateTime &date, const QVariantMap &parameters,
+                                                OccurrenceState state) const
+{
+    const QDateTime utc = date.toUTC();
+    for (const Schedule &schedule : m_schedules) {
+        if (schedule.fullBundlePath() != bundlePath || schedule.parameters != parameters)
+            continue;
+        const auto entry = m_record.find(schedule.identifier, utc);
+        if (entry && entry->state == state && OrderPermissions::mayHandBack(userId, entry->handedTo))
+            return Occurrence{schedule, utc};
+    }
+    return {};
+}

@@ -118,6 +118,12 @@ public:
     std::optional<Occurrence> heldByAgent(quint32 userId, const QString &bundlePath, const QDateTime &date,
                                           const QVariantMap &parameters = {}) const;
 
+    /// An occurrence in this state that the agent of `userId` has been handed, by what the order carried.
+    /// Unlike heldByAgent it matters neither how long ago that was nor what became of the schedule meanwhile,
+    /// and the parameters must be equal: what happened is told, nothing is to be done.
+    std::optional<Occurrence> handedOver(quint32 userId, const QString &bundlePath, const QDateTime &date,
+                                         const QVariantMap &parameters, OccurrenceState state) const;
+
     const OccurrenceRecord &record() const { return m_record; }
     OccurrenceRecord &record() { return m_record; }
 

@@ -123,6 +123,11 @@ inline constexpr QLatin1StringView daemonMustAct("DaemonMustActEvent");
 /// the occurrence.
 inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
 
+/// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
+/// it from the agent's answer: it may have come too late, and it is given before the action. Sender: daemon.
+/// Keys: bundlePath, date, parameters, outcome. Believed from the user whose agent has the occurrence.
+inline constexpr QLatin1StringView daemonMustNoteOutcome("DaemonMustNoteOutcomeEvent");
+
 /// From the admin tool to the daemon: perform a schedule now, whatever its date. Sender: admin. Key:
 /// scheduleIdentifier. Obeyed from root and the schedule's owner.
 inline constexpr QLatin1StringView daemonMustRunNow("DaemonMustRunNowEvent");
@@ -148,7 +153,15 @@ inline constexpr QLatin1StringView bundlePath("Schedule Bundle Path");        //
 inline constexpr QLatin1StringView date("Schedule Date");                     ///< QDateTime, with its zone.
 inline constexpr QLatin1StringView parameters("Schedule Parameters");         ///< QVariantMap.
 inline constexpr QLatin1StringView scheduleIdentifier("Schedule Identifier"); ///< QString, as in the store.
+inline constexpr QLatin1StringView outcome("Schedule Outcome");               ///< QString, an OrderOutcome.
 } // namespace OrderKey
+
+/// What became of an occurrence.
+namespace OrderOutcome
+{
+inline constexpr QLatin1StringView performed("done");
+inline constexpr QLatin1StringView notPerformed("not performed"); ///< Certainly: it was not begun.
+} // namespace OrderOutcome
 
 /// The keys of the user info of the alert that WDUserAgentPlugIn shows, for those who show or answer it.
 namespace AlertKey

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/common/record/RecordedOutcomes.h"
 #include "hosts/daemon/OccurrenceDatabase.h"
 #include "integration/hosts/HostSystem.h"
 #include "support/PrintTo.h"
@@ -7,6 +8,8 @@
 #include <QTimeZone>
 
 #include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using testing::ContainsRegex;
@@ -39,6 +42,13 @@ protected:
                               {{"Schedule Date", date},
                                {"Schedule Bundle Path", schedule("any").fullBundlePath()},
                                {"Schedule Parameters", QVariantMap{{"Text", "made up"}}}});
+    }
+    /// What the record says of an occurrence; no text when it says nothing.
+    static QString outcomeOf(const QString &identifier, const QDateTime &date)
+    {
+        const auto outcomes = RecordedOutcomes::open();
+        const auto outcome = outcomes ? outcomes->find(identifier, date) : outcomes.error();
+        return outcome && *outcome ? (*outcome)->state : QString();
     }
     static NSNotification runNow(const QString &identifier)
     {
@@ -389,6 +399,70 @@ TEST_F(HostsTest, TheLockOfAnAgentThatDiesInTheMiddleIsGivenBack)
     EXPECT_EQ(countOf("it is not known whether it was performed"), 1) << "only the one that was lost";
     EXPECT_EQ(countOf("was not performed"), 0) << "nobody knows that";
     EXPECT_EQ(countOf("Probe acts in the session: lost"), 0) << "who knows how far the first agent came";
+}
+
+TEST_F(HostsTest, WhatAnAgentPerformsAlthoughItAnsweredTooLateIsRecordedAsPerformed)
+{
+    startDaemon();
+    startAgent();
+    const QByteArray pipe = root.join("/pipe").toUtf8();
+    ASSERT_EQ(::mkfifo(pipe.constData(), 0644), 0);
+    const QDateTime date = soon();
+    writeStore({probeEntry("first", with(inSession, "Holds Up Next", QString(pipe)), date),
+                probeEntry("late", inSession, date.addSecs(2))});
+    ASSERT_TRUE(logs("\"Name of late\" was sent to the agent"));
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date.addSecs(2)) == "unknown"; }));
+    const int writer = ::open(pipe.constData(), O_WRONLY); // waits for the agent, which reads
+    ASSERT_GE(writer, 0);
+    ::close(writer);
+    ASSERT_TRUE(logs("Probe acts in the session: late"));
+    EXPECT_TRUE(logs("\"Name of late\" was performed all the same by the agent of user"));
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date.addSecs(2)) == "done"; }));
+    EXPECT_EQ(countOf("all the same"), 1);
+    EXPECT_EQ(countOf("Probe acts in the session: late"), 1);
+    EXPECT_EQ(countOf("was not performed"), 0);
+}
+
+TEST_F(HostsTest, WhatAnAgentThatHasItCannotPerformIsRecordedAsNotPerformed)
+{
+    startDaemon();
+    startAgent();
+    makeBundle("Halved", {{"CFBundleIdentifier", "com.dozely.halved"}, {"WDDaemonModule", "ProbePlugIn.so"}});
+    QVariantMap halved = probeEntry("halved", inSession);
+    const QDateTime date = halved["Date"].toDateTime();
+    halved["Bundle Path"] = QString(plugIns) + "/Halved.plugin";
+    writeStore({halved});
+    ASSERT_TRUE(logs("\"Name of halved\" was handed to the agent"));
+    EXPECT_TRUE(logs("\"Name of halved\" was not performed: the agent of user"));
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("halved", date) == "not performed"; }));
+}
+
+TEST_F(HostsTest, AnOutcomeIsBelievedFromTheAgentThatHasTheOccurrenceAlone)
+{
+    startDaemon();
+    startAgent();
+    const QVariantMap entry = probeEntry("hello", inSession);
+    const QDateTime date = entry["Date"].toDateTime();
+    writeStore({entry});
+    ASSERT_TRUE(logs("\"Name of hello\" was handed to the agent"));
+    const auto report = [&](const QVariant &parameters, const QString &outcome) {
+        return NSNotification("DaemonMustNoteOutcomeEvent", "com.dozely.Daemon",
+                              {{"Schedule Bundle Path", root.join(entry["Bundle Path"].toString())},
+                               {"Schedule Date", date},
+                               {"Schedule Parameters", parameters},
+                               {"Schedule Outcome", outcome}});
+    };
+    if (::geteuid() == 0) { // anybody else can be nobody else
+        ASSERT_TRUE(postAs(agentUser() + 1, "daemon", report(entry["Parameters"], "not performed")));
+    }
+    ASSERT_TRUE(postAsAgentUser("daemon", report(QVariantMap{{"Text", "of another"}}, "not performed")));
+    ASSERT_TRUE(postAsAgentUser("daemon", report(entry["Parameters"], "made up")));
+    ASSERT_TRUE(postAsAgentUser("daemon", report(entry["Parameters"], "done")));
+    writeStore({entry, probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(outcomeOf("hello", date), "done");
+    EXPECT_EQ(countOf("was not performed"), 0);
+    EXPECT_EQ(countOf("all the same"), 0);
 }
 
 TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)

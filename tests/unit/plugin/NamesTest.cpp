@@ -16,6 +16,7 @@ TEST(Names, OfOrdersTheirSendersAndTheirKeysNeverChange)
     EXPECT_EQ(OrderName::userAgentMustAnticipate, "UserAgentMustAnticipateEvent");
     EXPECT_EQ(OrderName::daemonMustAct, "DaemonMustActEvent");
     EXPECT_EQ(OrderName::daemonMustRemove, "DaemonMustRemoveEvent");
+    EXPECT_EQ(OrderName::daemonMustNoteOutcome, "DaemonMustNoteOutcomeEvent");
     EXPECT_EQ(OrderName::daemonMustRunNow, "DaemonMustRunNowEvent");
     EXPECT_EQ(OrderName::daemonMustAnticipateAgain, "DaemonMustAnticipateAgainEvent");
     EXPECT_EQ(OrderSender::userAgent, "com.dozely.UserAgent");
@@ -25,6 +26,9 @@ TEST(Names, OfOrdersTheirSendersAndTheirKeysNeverChange)
     EXPECT_EQ(OrderKey::date, "Schedule Date");
     EXPECT_EQ(OrderKey::parameters, "Schedule Parameters");
     EXPECT_EQ(OrderKey::scheduleIdentifier, "Schedule Identifier");
+    EXPECT_EQ(OrderKey::outcome, "Schedule Outcome");
+    EXPECT_EQ(OrderOutcome::performed, "done");
+    EXPECT_EQ(OrderOutcome::notPerformed, "not performed");
     EXPECT_EQ(AlertKey::date, "Schedule Date");
 }
 

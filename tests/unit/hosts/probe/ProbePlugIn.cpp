@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/WDNotificationCenter.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 
 #include <QTimer>
 
+#include <fcntl.h>
 #include <stdexcept>
+#include <unistd.h>
 
 /// Runs the script that the parameters hold, in the host itself.
 static void runScript(const QVariantMap &parameters)
@@ -13,6 +17,23 @@ static void runScript(const QVariantMap &parameters)
     if (parameters.contains("Script"))
         zandorSoftwaresExtensions::executeScript(parameters["Script"].toString());
 }
+
+/// Keeps the next order from being answered until somebody writes to a named pipe.
+class LateAnswer : public QObject
+{
+    Q_OBJECT
+public:
+    explicit LateAnswer(QString pipe) : m_pipe(std::move(pipe)) {}
+
+    Q_INVOKABLE void hold(const NSNotification &)
+    {
+        if (!m_pipe.isEmpty())
+            ::close(::open(qPrintable(std::exchange(m_pipe, {})), O_RDONLY));
+    }
+
+private:
+    QString m_pipe;
+};
 
 /// A plug-in for tests: writes into the log where it acts, and does what its parameters say.
 class ProbeDaemonPlugIn : public WDDaemonPlugIn
@@ -85,6 +106,10 @@ public:
         if (then == "throw")
             throw std::runtime_error("the probe was told to");
         m_isActing = then == "go on";
+        if (parameters()->contains("Holds Up Next"))
+            WDNotificationCenter::defaultCenter()->addObserver(
+                std::make_shared<LateAnswer>(parameters()->value("Holds Up Next").toString()), "hold",
+                "UserAgentMustActEvent", "com.dozely.UserAgent");
         if (then.startsWith("remove"))
             cancelEvent();
         if (then.endsWith("act in the daemon")) {
