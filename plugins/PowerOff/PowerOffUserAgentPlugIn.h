@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/plugin/WDPlugIn.h"
+#include "plugins/common/BlockerNotice.h"
 
 /// The alert before the daemon switches the machine off, which the user may cancel. Nothing acts in the
 /// session.
@@ -9,8 +10,15 @@ class PowerOffUserAgentPlugIn : public WDUserAgentPlugIn
 {
     Q_OBJECT
 public:
+    /// Shows the alert, and beside it who forbids the action for now.
+    void anticipateBeforeSelfAction() override;
+    void stopAnticipation() override;
+
     /// "Cancel" was pressed in the alert: the daemon is asked to drop the occurrence.
     Q_INVOKABLE void
     userNotificationCenterDidActivateNotification(NSUserNotificationCenter *center,
                                                   const std::shared_ptr<NSUserNotification> &notification);
+
+private:
+    BlockerNotice m_notice{dozely::SystemPower::Change::PowerOff};
 };

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "support/FakeClock.h"
+#include "support/FakeUserNotificationPresenter.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
@@ -117,6 +119,38 @@ TEST_F(PowerPlugInsTest, AfterTenMinutesItIsGivenUpUnlessTheScheduleForcesIt)
                                        : "Sleep: given up, held up by apt: Upgrades packages.")
                       .size(),
                   1);
+    }
+}
+
+TEST_F(PowerPlugInsTest, BesideTheAlertANoticeNamesWhoForbidsIt)
+{
+    const auto desktop = std::make_shared<FakeUserNotificationPresenter>();
+    Port<UserNotificationPresenter>::current() = desktop;
+    UserLanguages::set({"en"});
+    for (const QString name : {"Sleep", "PowerOff"}) {
+        desktop->shown.clear();
+        desktop->closed.clear();
+        power->blocking = {"apt: Upgrades\npackages"};
+        const auto plugIn = make<WDUserAgentPlugIn>(agentLoader, name);
+        plugIn->setParameters(QVariantMap{{"Alert", 1LL}, {"Delay before alert", 60LL}});
+        plugIn->setCalendarDate(noon());
+        plugIn->anticipateBeforeSelfAction();
+        ASSERT_EQ(desktop->shown.size(), 2);
+        EXPECT_EQ(desktop->shown[0], plugIn->userNotification());
+        EXPECT_EQ(desktop->shown[0]->actionButtonTitle(), "Cancel");
+        EXPECT_EQ(desktop->shown[1]->title(), plugIn->userNotification()->title());
+        EXPECT_EQ(desktop->shown[1]->informativeText(),
+                  "Forbidden for now by: apt: Upgrades packages. The action waits, ten minutes at most.");
+        EXPECT_TRUE(desktop->shown[1]->actionButtonTitle().isEmpty());
+        plugIn->stopAnticipation();
+        EXPECT_EQ(desktop->closed.size(), 2);
+        power->blocking.clear();
+        plugIn->anticipateBeforeSelfAction();
+        EXPECT_EQ(desktop->shown.size(), 3) << "the alert alone";
+        power->blocking = {"apt: Upgrades packages"};
+        plugIn->setParameters(QVariantMap{{"Alert", 0LL}});
+        plugIn->anticipateBeforeSelfAction();
+        EXPECT_EQ(desktop->shown.size(), 3) << "no alert is wanted";
     }
 }
 
