@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -34,19 +35,28 @@ bool isFstatDear()
 
 struct FileState {
     mode_t mode = 0; // type and permissions; 0 when they cannot be told
+    dev_t device = 0;
+    ino_t number = 0;
     off_t size = 0;
 };
+
+// The file as this thread's last line left it, when that is whole. As long as it is no longer than that,
+// nobody else has written, and there is no half line to look for.
+thread_local FileState lastLeft;
 
 FileState stateOf(int descriptor)
 {
     if (!isFstatDear()) {
         struct stat status = {};
-        return ::fstat(descriptor, &status) == 0 ? FileState{status.st_mode, status.st_size} : FileState();
+        return ::fstat(descriptor, &status) == 0
+                   ? FileState{status.st_mode, status.st_dev, status.st_ino, status.st_size}
+                   : FileState();
     }
     struct statx status = {};
-    constexpr unsigned wanted = STATX_TYPE | STATX_MODE | STATX_SIZE; // and no times
+    constexpr unsigned wanted = STATX_TYPE | STATX_MODE | STATX_INO | STATX_SIZE; // and no times
     return ::statx(descriptor, "", AT_EMPTY_PATH, wanted, &status) == 0
-               ? FileState{status.stx_mode, static_cast<off_t>(status.stx_size)}
+               ? FileState{status.stx_mode, ::makedev(status.stx_dev_major, status.stx_dev_minor),
+                           static_cast<ino_t>(status.stx_ino), static_cast<off_t>(status.stx_size)}
                : FileState();
 }
 
@@ -60,10 +70,12 @@ int openForAppending(const char *path)
 }
 
 // Whether the last line has no end, as a disk that was full leaves it. False where that cannot be told.
-bool endsInHalfALine(int descriptor, off_t size)
+bool endsInHalfALine(int descriptor, const FileState &file)
 {
+    if (file.size == lastLeft.size && file.number == lastLeft.number && file.device == lastLeft.device)
+        return false;
     char last = '\n';
-    return size > 0 && ::pread(descriptor, &last, 1, size - 1) == 1 && last != '\n';
+    return file.size > 0 && ::pread(descriptor, &last, 1, file.size - 1) == 1 && last != '\n';
 }
 
 // A file that did not open for writing may still take a new mode. The descriptor stands for the very file
@@ -100,7 +112,7 @@ AppendResult appendLine(const char *path, std::string_view line, bool openToAll,
         return result;
     }
     std::string closing;
-    if (last == HalfLine::Close && endsInHalfALine(descriptor, file.size)) {
+    if (last == HalfLine::Close && endsInHalfALine(descriptor, file)) {
         closing = '\n';
         closing += line;
         line = closing;
@@ -108,6 +120,9 @@ AppendResult appendLine(const char *path, std::string_view line, bool openToAll,
     const ssize_t written = ::write(descriptor, line.data(), line.size());
     if (written != static_cast<ssize_t>(line.size()))
         result.writeError = written < 0 ? errno : ENOSPC;
+    const bool isWhole = result.writeError == 0 && line.ends_with('\n');
+    lastLeft = isWhole ? file : FileState();
+    lastLeft.size += isWhole ? written : 0;
     if (openToAll && (file.mode & permissionBits) != openMode)
         ::fchmod(descriptor, openMode);
     ::close(descriptor);

@@ -235,6 +235,23 @@ TEST_F(ZDRLogFile, ThatEndsWithHalfALineHasItClosedBeforeTheNext)
     EXPECT_TRUE(root.logLines().at(2).endsWith("Daemon): message"));
 }
 
+TEST_F(ZDRLogFile, HasHalfALineClosedThatSomebodyElseLeftAfterOurLast)
+{
+    ZDRLogDaemon("message");
+    QFile file(root.join("/var/log/dozely.log"));
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("half a li");
+    file.close();
+    ZDRLogDaemon("message");
+    EXPECT_EQ(root.logLines().size(), 3);
+    // Another file of the same length in its place.
+    const qsizetype length = content(path()).size();
+    ASSERT_TRUE(file.rename(root.join("/var/log/dozely.log.1")));
+    makeFile(path(), 0666, QByteArray(length, 'x'));
+    ZDRLogDaemon("message");
+    EXPECT_EQ(root.logLines().size(), 2);
+}
+
 TEST_F(ZDRLogFile, ThatHadNoRoomForAWholeLineBeginsTheNextOnItsOwn)
 {
     makeFile(path(), 0666, "full\n");
