@@ -56,7 +56,7 @@ void WDPlugIn::setParameters(const std::shared_ptr<const QVariantMap> &parameter
 
 void WDPlugIn::setParameters(const QVariantMap &parameters)
 {
-    d->parameters = std::make_shared<QVariantMap>(parameters);
+    setParameters(std::make_shared<const QVariantMap>(parameters)); // which a plug-in may have overridden
 }
 
 std::shared_ptr<QVariantMap> WDPlugIn::parameters() const

@@ -66,6 +66,7 @@ public:
     QString pluginName() const;
 
     void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override;
+    /// The same for a dictionary; goes by the one above, which alone a plug-in overrides.
     void setParameters(const QVariantMap &parameters);
     std::shared_ptr<QVariantMap> parameters() const override;
     void setCalendarDate(const QDateTime &date) override;

@@ -49,6 +49,26 @@ TEST_F(WDPlugInTest, IsNamedPluginNameWithoutALocalisation)
     EXPECT_EQ(WDPlugIn().pluginName(), "Plugin Name");
 }
 
+TEST_F(WDPlugInTest, HearsOfItsParametersByOneOperationHoweverTheyAreGiven)
+{
+    class Listening : public WDPlugIn
+    {
+    public:
+        using WDPlugIn::setParameters;
+        void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override
+        {
+            WDPlugIn::setParameters(parameters);
+            heard = parameters ? *parameters : QVariantMap();
+        }
+        QVariantMap heard;
+    };
+    const QVariantMap given{{"Alert", 1}};
+    Listening plugIn;
+    plugIn.setParameters(given);
+    EXPECT_EQ(plugIn.heard, given);
+    EXPECT_EQ(*plugIn.parameters(), given);
+}
+
 TEST_F(WDPlugInTest, StoresACopyOfItsParametersThatIsAnotherObject)
 {
     WDPlugIn plugIn;
