@@ -190,6 +190,15 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
         return {};
     }
     const auto &plugIn = *made;
+    const QVariantMap bundleInfo = plugIn->bundle()->infoDictionary();
+    const bool isForSession = place == Place::AsConfigured &&
+                              ActionPlace::actsInUserAgent(occurrence.schedule.parameters, bundleInfo);
+    if (const auto why = ActionPlace::reasonAgainst(isForSession, bundleInfo)) {
+        notPerformed(occurrence, QString("%1 cannot act in the %2: %3")
+                                     .arg(logLabel(plugIn->bundle()->bundlePath()),
+                                          QString(isForSession ? "session" : "daemon"), *why));
+        return {};
+    }
     bool isTooLate = false;
     const auto thrown = GuardedPosting::guardPlugIn([&] {
         plugIn->setParameters(occurrence.schedule.parameters);
@@ -207,9 +216,6 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
                static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
         return {};
     }
-    const bool isForSession =
-        place == Place::AsConfigured &&
-        ActionPlace::actsInUserAgent(occurrence.schedule.parameters, plugIn->bundle()->infoDictionary());
     return Possible{plugIn, isForSession};
 }
 

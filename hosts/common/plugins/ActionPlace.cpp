@@ -12,7 +12,24 @@ bool isTrue(const QVariant &value)
 {
     return value.typeId() == QMetaType::Bool ? value.toBool() : longIntegerValue(value) == 1;
 }
+
+bool isYesOrNo(const QVariant &value)
+{
+    return value.typeId() == QMetaType::Bool || value.typeId() == QMetaType::LongLong ||
+           value.typeId() == QMetaType::Int || value.typeId() == QMetaType::QString;
+}
 } // namespace
+
+std::optional<QString> ActionPlace::reasonAgainst(bool actsInUserAgent, const QVariantMap &bundleInfo)
+{
+    const QVariant said = bundleInfo.value(InfoKey::actsInUserAgent);
+    if (said.isValid() && !isYesOrNo(said))
+        return QString("its \"%1\" is neither true nor false").arg(InfoKey::actsInUserAgent);
+    const auto key = actsInUserAgent ? InfoKey::userAgentModule : InfoKey::daemonModule;
+    if (bundleInfo.value(key).toString().isEmpty())
+        return QString("it names no \"%1\"").arg(key);
+    return {};
+}
 
 bool ActionPlace::isSaidBy(const QVariantMap &parameters)
 {

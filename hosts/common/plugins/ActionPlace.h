@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
 #include <QVariantMap>
+
+#include <optional>
 
 /// Where actions run.
 namespace ActionPlace
@@ -14,4 +17,8 @@ bool actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInf
 
 /// Whether the parameters alone say it, so that the bundle need not be looked at.
 bool isSaidBy(const QVariantMap &parameters);
+
+/// Why a bundle with this Info dictionary, empty where it has none that can be read, can do nothing there: it
+/// names no module for that place, or what it says of the place is neither yes nor no. Absent when it can.
+std::optional<QString> reasonAgainst(bool actsInUserAgent, const QVariantMap &bundleInfo);
 } // namespace ActionPlace

@@ -204,6 +204,38 @@ TEST_F(OccurrencePerformerTest, SaysInOneLineThatABundleIsMissing)
     EXPECT_THAT(lastMessage(), HasSubstr("was not performed: There is no bundle"));
 }
 
+TEST_F(OccurrencePerformerTest, DoesNotCallDoneWhatABundleWithoutTheModuleForItsPlaceCannotDo)
+{
+    const auto refusal = [this](const QVariantMap &info, qint64 inSession) {
+        const qsizetype before = messages().size();
+        Occurrence occurrence = probe({{"Acts In User Agent", inSession}});
+        occurrence.schedule.bundlePath = makeBundle(QString("Bare%1").arg(before), info);
+        performDue(occurrence);
+        EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+        EXPECT_EQ(messages().size(), before + 1);
+        keeper.scheduler().record() = {};
+        return lastMessage();
+    };
+    EXPECT_THAT(refusal({{"WDUserAgentModule", "ProbePlugIn.so"}}, 0),
+                HasSubstr("Bare0.plugin cannot act in the daemon: it names no \"WDDaemonModule\""));
+    console->user = ConsoleUser::User{"alice", 4711};
+    EXPECT_THAT(refusal({{"CFBundleIdentifier", "bare"}}, 1),
+                HasSubstr("cannot act in the session: it names no \"WDUserAgentModule\""));
+    EXPECT_THAT(refusal({{"WDUserAgentModule", "ProbePlugIn.so"}, {"WDActsInUserAgent", QVariantList{}}}, 1),
+                HasSubstr("its \"WDActsInUserAgent\" is neither true nor false"));
+}
+
+TEST_F(OccurrencePerformerTest, DoesNotCallDoneWhatABundleWithoutAReadableInfoDictionaryCannotDo)
+{
+    Occurrence occurrence = probe({});
+    occurrence.schedule.parameters.remove("Acts In User Agent");
+    occurrence.schedule.bundlePath = makeBundle("Broken", {});
+    write(occurrence.schedule.bundlePath + "/Contents/Info.plist", "<plist><dict><key>");
+    performDue(occurrence);
+    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
+    EXPECT_EQ(messages().size(), 1);
+}
+
 TEST_F(OccurrencePerformerTest, SaysInOneLineWhatIsWrongWithAModuleAndGoesOn)
 {
     const auto performBad = [this](const QString &name, const QStringList &modules) {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/ActionPlace.h"
 
+#include "support/PrintTo.h"
+
+#include <QDateTime>
+
 #include <gtest/gtest.h>
 
 TEST(WhereAnActionBelongs, IsSaidByTheParameterThenByTheBundleThenByItsModules)
@@ -21,6 +25,29 @@ TEST(WhereAnActionBelongs, IsSaidByTheParameterThenByTheBundleThenByItsModules)
     EXPECT_FALSE(ActionPlace::actsInUserAgent({}, saysDaemon));
     EXPECT_FALSE(ActionPlace::actsInUserAgent({}, module));
     EXPECT_TRUE(ActionPlace::actsInUserAgent({}, {}));
+}
+
+TEST(WhereAnActionBelongs, IsNoPlaceForABundleWithoutTheModuleForIt)
+{
+    EXPECT_EQ(ActionPlace::reasonAgainst(false, {{"WDUserAgentModule", "x.so"}}),
+              "it names no \"WDDaemonModule\"");
+    EXPECT_EQ(ActionPlace::reasonAgainst(true, {{"WDDaemonModule", "x.so"}}),
+              "it names no \"WDUserAgentModule\"");
+    EXPECT_EQ(ActionPlace::reasonAgainst(true, {}), "it names no \"WDUserAgentModule\"");
+    EXPECT_FALSE(ActionPlace::reasonAgainst(false, {{"WDDaemonModule", "x.so"}}));
+    EXPECT_FALSE(ActionPlace::reasonAgainst(true, {{"WDUserAgentModule", "x.so"}}));
+}
+
+TEST(WhereAnActionBelongs, IsNotKnownWhereTheBundleSaysNeitherYesNorNo)
+{
+    const auto reason = [](const QVariant &said) {
+        return ActionPlace::reasonAgainst(false, {{"WDDaemonModule", "x.so"}, {"WDActsInUserAgent", said}});
+    };
+    for (const QVariant &odd : {QVariant(QVariantList{1}), QVariant(QVariantMap()), QVariant(QByteArray("1")),
+                                QVariant(QDateTime::currentDateTimeUtc()), QVariant(0.5)})
+        EXPECT_EQ(reason(odd), "its \"WDActsInUserAgent\" is neither true nor false") << odd.typeName();
+    for (const QVariant &good : {QVariant(true), QVariant(0LL), QVariant("1")})
+        EXPECT_FALSE(reason(good)) << good.typeName();
 }
 
 TEST(WhereAnActionBelongs, IsTheSessionForTrueAndOneAloneAndNeedsAModuleWithAName)
