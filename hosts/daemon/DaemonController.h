@@ -37,8 +37,10 @@ public:
     /// False when the machine refused the timer without which nothing comes due.
     bool canWait() const;
 
-private:
+    /// Reads the schedules again, which happens by itself when their file changes. BLOCKING: for the disk.
     void rereadStore();
+
+private:
     void waitForNext();
     QList<Occurrence> dueNow() const;
     void performDue();

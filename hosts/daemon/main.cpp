@@ -15,6 +15,7 @@
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/InstanceLock.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
+#include "hosts/daemon/ServiceNotices.h"
 
 #include <csignal>
 #include <cstdio>
@@ -71,7 +72,13 @@ int main(int argc, char **argv)
     {
         Port<PowerEventScheduler>::current()->keepArmed();
         DaemonController controller(*Port<Clock>::current(), console, limits);
+        ServiceNotices notices(*Port<Clock>::current()); // tells the end before it comes
+        const LoopSignal hangup({SIGHUP}, [&] {
+            ZDRLog("dozelyd reads its schedules again");
+            notices.reload([&] { controller.rereadStore(); });
+        });
         if (controller.canWait()) {
+            notices.ready();
             status = QCoreApplication::exec();
         } else {
             // Whoever started this starts it again; one that stayed would never perform anything.

@@ -67,7 +67,7 @@ protected:
 
     /// Waits until a line of the log contains `part`.
     testing::AssertionResult logs(const QString &part,
-                                  std::chrono::seconds limit = std::chrono::seconds(20)) const;
+                                  std::chrono::seconds limit = std::chrono::seconds(60)) const;
     qsizetype countOf(const QString &part) const;
 
     QString socketPath(const QString &name) const;

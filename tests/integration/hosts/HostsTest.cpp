@@ -228,6 +228,16 @@ TEST_F(HostsTest, BothProgramsEndWith0OnSigterm)
     EXPECT_EQ(countOf("dozelyd ended"), 1);
 }
 
+TEST_F(HostsTest, ADaemonReadsItsSchedulesAgainOnSighup)
+{
+    startDaemon();
+    ASSERT_EQ(::kill(static_cast<pid_t>(daemon->processId()), SIGHUP), 0);
+    EXPECT_TRUE(logs("dozelyd reads its schedules again"));
+    writeStore({probeEntry("hello", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: hello")) << "it did not end";
+    EXPECT_EQ(endOf(daemon), 0);
+}
+
 TEST_F(HostsTest, ADaemonThatIsKilledAndStartedAgainNeitherRepeatsNorForgets)
 {
     startDaemon();
