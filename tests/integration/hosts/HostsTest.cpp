@@ -125,6 +125,20 @@ TEST_F(HostsTest, MayHaveAsManyDescriptorsAsTheMachineLetsThem)
     }
 }
 
+TEST_F(HostsTest, HaveNoLibraryInMemoryThatOnlyServersOrKeysNeed)
+{
+    startDaemon();
+    startAgent();
+    for (const auto *process : {&daemon, &agent}) {
+        QFile maps(QString("/proc/%1/maps").arg((*process)->processId()));
+        ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+        const QByteArray text = maps.readAll();
+        EXPECT_TRUE(text.contains("libDozelyKit")) << "these are the right ones";
+        for (const char *library : {"libcurl", "libevdev", "libssl"})
+            EXPECT_FALSE(text.contains(library)) << library;
+    }
+}
+
 TEST_F(HostsTest, AScriptInTheAgentSendsAnAppleEvent)
 {
     // The agent has its signature from there.

@@ -19,8 +19,13 @@ constexpr qsizetype largestHead = 256 << 10;
 constexpr qsizetype longestReason = 197; // characters, and three dots
 } // namespace
 
-CurlExchange::CurlExchange(const HttpRequest &request, const CurlHttpClient::Options &options)
-    : m_request(request), m_options(options), m_easy(curl_easy_init()), m_multi(curl_multi_init())
+CurlExchange::CurlExchange(const CurlLibrary &curl, const HttpRequest &request,
+                           const CurlHttpClient::Options &options)
+    : m_curl(curl),
+      m_request(request),
+      m_options(options),
+      m_easy(curl.easy_init()),
+      m_multi(curl.multi_init())
 {
     if (!m_easy || !m_multi)
         return;
@@ -32,12 +37,12 @@ CurlExchange::CurlExchange(const HttpRequest &request, const CurlHttpClient::Opt
 CurlExchange::~CurlExchange()
 {
     if (m_easy && m_multi)
-        curl_multi_remove_handle(m_multi.get(), m_easy.get());
+        m_curl.multi_remove_handle(m_multi.get(), m_easy.get());
 }
 
 void CurlExchange::append(CurlList &list, const QByteArray &line)
 {
-    curl_slist *longer = curl_slist_append(list.get(), line.constData());
+    curl_slist *longer = m_curl.slist_append(list.get(), line.constData());
     m_isSet = m_isSet && longer;
     if (longer) {
         (void)list.release(); // it is the head of the longer one
@@ -129,7 +134,7 @@ std::optional<CURLcode> CurlExchange::run()
     auto stalled = SteadyClock::now() + m_options.noProgress;
     for (;;) {
         int running = 0;
-        if (curl_multi_perform(m_multi.get(), &running) != CURLM_OK)
+        if (m_curl.multi_perform(m_multi.get(), &running) != CURLM_OK)
             return CURLE_FAILED_INIT;
         if (running == 0)
             break;
@@ -140,14 +145,14 @@ std::optional<CURLcode> CurlExchange::run()
         }
         int active = 0;
         const auto wait = std::min<milliseconds::rep>(left.count(), INT_MAX);
-        if (curl_multi_poll(m_multi.get(), nullptr, 0, static_cast<int>(wait), &active) != CURLM_OK)
+        if (m_curl.multi_poll(m_multi.get(), nullptr, 0, static_cast<int>(wait), &active) != CURLM_OK)
             return CURLE_FAILED_INIT;
         // A socket with something to read or with room to write, after all of that was used up: things move.
         if (active > 0)
             stalled = SteadyClock::now() + m_options.noProgress;
     }
     int left = 0;
-    const CURLMsg *message = curl_multi_info_read(m_multi.get(), &left);
+    const CURLMsg *message = m_curl.multi_info_read(m_multi.get(), &left);
     return message && message->msg == CURLMSG_DONE ? message->data.result : CURLE_FAILED_INIT;
 }
 
@@ -157,14 +162,14 @@ QString CurlExchange::reason(CURLcode code) const
     if (!m_refusal.isEmpty())
         return m_refusal;
     const QString text =
-        QString::fromUtf8(m_error.front() != '\0' ? m_error.data() : curl_easy_strerror(code)).simplified();
+        QString::fromUtf8(m_error.front() != '\0' ? m_error.data() : m_curl.easy_strerror(code)).simplified();
     return logLabel(text, longestReason, LineBreaks::QuestionMarks);
 }
 
 Result<QByteArray> CurlExchange::perform()
 {
     std::optional<CURLcode> code = CURLE_FAILED_INIT;
-    if (m_easy && m_multi && m_isSet && curl_multi_add_handle(m_multi.get(), m_easy.get()) == CURLM_OK)
+    if (m_easy && m_multi && m_isSet && m_curl.multi_add_handle(m_multi.get(), m_easy.get()) == CURLM_OK)
         code = run();
     if (code == CURLE_OK)
         return m_answer;

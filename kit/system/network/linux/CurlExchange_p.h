@@ -2,31 +2,29 @@
 #pragma once
 
 #include "DozelyKit/system/network/linux/CurlHttpClient_p.h"
+#include "DozelyKit/system/network/linux/CurlLibrary_p.h"
 
 #include <array>
-#include <curl/curl.h>
 #include <memory>
 #include <optional>
 
 namespace dozely
 {
 
-struct CurlEndEasy {
-    void operator()(CURL *easy) const { curl_easy_cleanup(easy); }
+struct CurlEnd {
+    void operator()(CURL *easy) const { CurlLibrary::open()->easy_cleanup(easy); }
+    void operator()(curl_slist *list) const { CurlLibrary::open()->slist_free_all(list); }
 };
-struct CurlEndMulti {
-    void operator()(CURLM *multi) const { curl_multi_cleanup(multi); }
+struct CurlEndMulti { // CURL and CURLM are both void
+    void operator()(CURLM *multi) const { CurlLibrary::open()->multi_cleanup(multi); }
 };
-struct CurlEndList {
-    void operator()(curl_slist *list) const { curl_slist_free_all(list); }
-};
-using CurlList = std::unique_ptr<curl_slist, CurlEndList>;
+using CurlList = std::unique_ptr<curl_slist, CurlEnd>;
 
-/// One request and its answer. The request and the options must outlive it.
+/// One request and its answer, where libcurl could be opened. Request, options and library must outlive it.
 class CurlExchange
 {
 public:
-    CurlExchange(const HttpRequest &request, const CurlHttpClient::Options &options);
+    CurlExchange(const CurlLibrary &curl, const HttpRequest &request, const CurlHttpClient::Options &options);
     ~CurlExchange();
     CurlExchange(const CurlExchange &) = delete;
     CurlExchange &operator=(const CurlExchange &) = delete;
@@ -38,7 +36,7 @@ private:
     template<class Value>
     void set(CURLoption option, Value value)
     {
-        m_isSet = m_isSet && curl_easy_setopt(m_easy.get(), option, value) == CURLE_OK;
+        m_isSet = m_isSet && m_curl.easy_setopt(m_easy.get(), option, value) == CURLE_OK;
     }
     void append(CurlList &list, const QByteArray &line);
     void setRequest();
@@ -50,12 +48,13 @@ private:
     static size_t takeBody(char *data, size_t size, size_t count, void *self);
     static size_t takeHead(char *data, size_t size, size_t count, void *self);
 
+    const CurlLibrary &m_curl;
     const HttpRequest &m_request;
     const CurlHttpClient::Options &m_options;
     CurlList m_headers; // what the handles refer to comes before them, and goes after them
     CurlList m_connectTo;
     std::array<char, CURL_ERROR_SIZE> m_error{};
-    std::unique_ptr<CURL, CurlEndEasy> m_easy;
+    std::unique_ptr<CURL, CurlEnd> m_easy;
     std::unique_ptr<CURLM, CurlEndMulti> m_multi;
     QByteArray m_answer;
     qsizetype m_headSize = 0;

@@ -8,10 +8,10 @@ namespace dozely
 
 Result<QByteArray> CurlHttpClient::send(const HttpRequest &request)
 {
-    static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-    if (ready != CURLE_OK)
+    const CurlLibrary *const curl = CurlLibrary::open();
+    if (!curl)
         return Error{"the transport cannot be used"};
-    return CurlExchange(request, m_options).perform();
+    return CurlExchange(*curl, request, m_options).perform();
 }
 
 } // namespace dozely

@@ -3,14 +3,13 @@
 
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/system/power/linux/EvdevLibrary_p.h"
 
 #include <QFile>
 
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <libevdev/libevdev-uinput.h>
-#include <libevdev/libevdev.h>
 #include <unistd.h>
 
 namespace dozely
@@ -39,13 +38,13 @@ constexpr qint16 ejectSubtype = 10;
 constexpr qint16 sleepSubtype = 11;
 
 struct FreeDescription {
-    void operator()(libevdev *description) const { libevdev_free(description); }
+    void operator()(libevdev *description) const { EvdevLibrary::open()->free(description); }
 };
 
 bool isNotThere(int failure)
 {
-    return failure == ENOENT || failure == EACCES || failure == EPERM || failure == ENODEV ||
-           failure == ENXIO || failure == ENOTDIR;
+    return failure == ELIBACC || failure == ENOENT || failure == EACCES || failure == EPERM ||
+           failure == ENODEV || failure == ENXIO || failure == ENOTDIR;
 }
 } // namespace
 
@@ -55,14 +54,15 @@ struct UinputKeyDriver::Device {
 
     ~Device()
     {
-        libevdev_uinput_destroy(keyboard);
+        if (keyboard)
+            EvdevLibrary::open()->uinput_destroy(keyboard);
         ::close(file);
     }
 
     int write(int type, int code, int value) const
     {
-        return -libevdev_uinput_write_event(keyboard, static_cast<unsigned>(type),
-                                            static_cast<unsigned>(code), value);
+        return -EvdevLibrary::open()->uinput_write_event(keyboard, static_cast<unsigned>(type),
+                                                         static_cast<unsigned>(code), value);
     }
 
     int send(int key, int value) const
@@ -99,16 +99,19 @@ int UinputKeyDriver::makeDevice(int file)
 {
     auto device = std::make_unique<Device>();
     device->file = file;
-    const std::unique_ptr<libevdev, FreeDescription> description(libevdev_new());
+    const EvdevLibrary *const evdev = EvdevLibrary::open();
+    if (!evdev)
+        return ELIBACC;
+    const std::unique_ptr<libevdev, FreeDescription> description(evdev->make());
     if (!description)
         return ENOMEM;
-    libevdev_set_name(description.get(), "Dozely keys");
-    libevdev_set_id_bustype(description.get(), BUS_VIRTUAL);
+    evdev->set_name(description.get(), "Dozely keys");
+    evdev->set_id_bustype(description.get(), BUS_VIRTUAL);
     for (const int key : auxKeys)
-        libevdev_enable_event_code(description.get(), EV_KEY, static_cast<unsigned>(key), nullptr);
+        evdev->enable_event_code(description.get(), EV_KEY, static_cast<unsigned>(key), nullptr);
     for (const int key : {KEY_SLEEP, boundToNothing})
-        libevdev_enable_event_code(description.get(), EV_KEY, static_cast<unsigned>(key), nullptr);
-    const int result = libevdev_uinput_create_from_device(description.get(), file, &device->keyboard);
+        evdev->enable_event_code(description.get(), EV_KEY, static_cast<unsigned>(key), nullptr);
+    const int result = evdev->uinput_create_from_device(description.get(), file, &device->keyboard);
     if (result == 0)
         m_device = std::move(device);
     return -result;
