@@ -4,9 +4,11 @@
 #include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
 #include "DozelyKit/system/machine/linux/ChildStart_p.h"
 
+#include <chrono>
 #include <csignal>
 #include <optional>
 #include <poll.h>
+#include <sys/wait.h>
 #include <utility>
 
 extern "C" {
@@ -16,10 +18,42 @@ extern "C" {
 namespace dozely
 {
 
+namespace
+{
+/// Between looks at a child that has no descriptor to wait on.
+constexpr std::chrono::milliseconds pause(100);
+
+bool hasEnded(pid_t child)
+{
+    siginfo_t information{};
+    return ::waitid(P_PID, static_cast<id_t>(child), &information, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+           information.si_pid != 0;
+}
+} // namespace
+
 struct RunningProgram::Private {
     explicit Private(const ChildProgram &program, ChildProgram::Ended ended)
         : start(program), ended(std::move(ended))
     {
+    }
+
+    /// Has the event loop come back for the end.
+    void awaitEnd()
+    {
+        if (process.isValid())
+            watch.watch(process.get(), POLLIN);
+        else if (failure)
+            watch.setDeadline(DescriptorWatch::Moment{}); // told from the event loop, as any end
+        else
+            watch.setDeadline(std::chrono::steady_clock::now() + pause);
+    }
+
+    void look()
+    {
+        if (!failure && !process.isValid() && !hasEnded(child))
+            awaitEnd();
+        else
+            finish();
     }
 
     /// How the child ended, or why there is none; tells it. The object may be gone afterwards.
@@ -44,9 +78,9 @@ struct RunningProgram::Private {
     ChildStart start;
     ChildProgram::Ended ended;
     pid_t child = 0;              // 0 when there is none that has to be waited for
-    std::optional<Error> failure; // why it cannot be watched
-    Descriptor process;
-    DescriptorWatch watch{[this] { finish(); }};
+    std::optional<Error> failure; // why there is none
+    Descriptor process;           // none when the machine had no descriptor left for it: it runs all the same
+    DescriptorWatch watch{[this] { look(); }};
 };
 
 RunningProgram::RunningProgram(const ChildProgram &program, ChildProgram::Ended ended)
@@ -55,15 +89,10 @@ RunningProgram::RunningProgram(const ChildProgram &program, ChildProgram::Ended 
     if (const auto child = d->start.fork(-1)) {
         d->child = *child;
         d->process.reset(::pidfd_open(*child, 0));
-        if (!d->process.isValid())
-            d->failure = ChildStart::failure("pidfd_open");
     } else {
         d->failure = child.error();
     }
-    if (d->failure)
-        d->watch.setDeadline(DescriptorWatch::Moment{}); // told from the event loop, as any end
-    else
-        d->watch.watch(d->process.get(), POLLIN);
+    d->awaitEnd();
 }
 
 RunningProgram::~RunningProgram()
