@@ -35,7 +35,8 @@ QString labelOf(const Occurrence &occurrence)
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
 }
 
-/// What a plug-in that runs a program says of its end; absent for one that says nothing.
+/// What a plug-in that runs a program says of its end, -1 when it was not started; absent for one that says
+/// nothing.
 std::optional<qint64> exitStatusOf(WDPlugIn &plugIn)
 {
     if (plugIn.metaObject()->indexOfMethod("exitStatus()") < 0)
@@ -44,7 +45,7 @@ std::optional<qint64> exitStatusOf(WDPlugIn &plugIn)
     const auto thrown = thrownBy([&] {
         QMetaObject::invokeMethod(&plugIn, "exitStatus", Qt::DirectConnection, Q_RETURN_ARG(int, status));
     });
-    return thrown || status < 0 ? std::nullopt : std::optional<qint64>(status);
+    return thrown ? std::nullopt : std::optional<qint64>(status);
 }
 
 /// The user in whose session alone a schedule may act; absent for one of root's, which acts for whoever is
@@ -315,8 +316,16 @@ void OccurrencePerformer::actInDaemon(const Ready &ready)
         notPerformed(ready.occurrence, *thrown);
         return;
     }
-    m_running.keep(ready.plugIn,
-                   [this, ready] { m_keeper.noteDone(ready.occurrence, exitStatusOf(*ready.plugIn)); });
+    m_running.keep(ready.plugIn, [this, ready] { noteEnd(ready); });
+}
+
+void OccurrencePerformer::noteEnd(const Ready &ready)
+{
+    const auto exitStatus = exitStatusOf(*ready.plugIn);
+    if (exitStatus && *exitStatus < 0)
+        m_keeper.note(ready.occurrence, OccurrenceState::NotPerformed); // the plug-in has logged why
+    else
+        m_keeper.noteDone(ready.occurrence, exitStatus);
 }
 
 /// An agent that was slow and has it all the same may hand it back, as any that it was handed.

@@ -86,6 +86,7 @@ private:
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Ready &ready);
     void actInDaemon(const Ready &ready);
+    void noteEnd(const Ready &ready);
     std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);

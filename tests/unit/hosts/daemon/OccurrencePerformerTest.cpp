@@ -129,9 +129,13 @@ TEST_F(OccurrencePerformerTest, RecordsWhereAndHowLateAnActionBeganAndHowItsProg
     EXPECT_EQ(entry.begun, noon().addMSecs(1500));
     EXPECT_EQ(entry.lateness, 1500);
     EXPECT_EQ(entry.exitStatus, 3);
-    keeper.scheduler().record() = {};
-    performDue(probe({}));
-    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarted)
+{
+    makeProbe();
+    performDue(probe({{"Goes On", "for a while"}, {"Exit Status", -1LL}}));
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::NotPerformed; }));
     EXPECT_FALSE(keeper.scheduler().record().find("a", noon())->exitStatus);
 }
 

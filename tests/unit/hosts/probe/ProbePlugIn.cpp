@@ -77,7 +77,7 @@ public:
 
     Q_INVOKABLE int exitStatus() const
     {
-        return parameters()->contains("Exit Status") ? integerParameter("Exit Status") : -1;
+        return parameters()->contains("Exit Status") ? integerParameter("Exit Status") : 0;
     }
 
 Q_SIGNALS:
