@@ -14,6 +14,7 @@ enum Way : int64_t {
     DiskFullFromThere, ///< It fails, and so does each call after it that needs the disk, with ENOSPC.
 };
 
+constexpr int64_t whoeverComes = -1; ///< In the place of a process that is counted: the next one that begins.
 constexpr int timerCount = 4;
 constexpr int tracedCalls = 256;
 constexpr int traceLength = 160;

@@ -62,6 +62,8 @@ __attribute__((constructor)) void begin()
     for (const char *const name : {"LD_PRELOAD", "DOZELY_SHIM", "DOZELY_SHIM_TIMERS"})
         ::unsetenv(name);
     page = static_cast<Page *>(memory);
+    int64_t next = whoeverComes;
+    page->counted.compare_exchange_strong(next, ::getpid());
 }
 
 [[noreturn]] void die()

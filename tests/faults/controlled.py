@@ -24,6 +24,7 @@ RECORD = "var/lib/dozely/occurrences.db"
 NONE, FAIL, DIE_BEFORE, DIE_AFTER, CUT_SHORT, DISK_FULL = range(6)
 SECOND = 1_000_000_000  # in nanoseconds
 PAST = SECOND // 1000  # a machine is a little late, and timers are set for a nanosecond after the date
+WHOEVER_COMES = -1
 TIMERS = 4
 PAGE_SIZE = 64 << 10
 TRACED_CALLS, TRACE_LENGTH = 256, 160
@@ -63,7 +64,8 @@ class Page:
         self.numbers = memoryview(self.memory).cast("q")
 
     def arm(self, process, number, way):
-        """The process's next calls are counted; that happens to the one of this number, 0 for none."""
+        """The process's next calls are counted; that happens to the one of this number, 0 for none. WHOEVER_COMES is the
+        next process that begins."""
         self.numbers[COUNTED] = 0
         self.numbers[FIRED] = self.numbers[CALLS] = 0
         self.numbers[TARGET], self.numbers[WAY] = number, way
