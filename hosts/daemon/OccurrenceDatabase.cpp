@@ -184,6 +184,7 @@ OccurrenceDatabase::Opened OccurrenceDatabase::open(const QDateTime &now)
             opened.nothingKnownBefore = now;
             isUnknown = true;
             if (loaded.error().name != Sqlite::damaged) {
+                m_isUnread = true;
                 opened.complaints += "The record of occurrences cannot be opened: " + loaded.error().text;
                 return opened;
             }
@@ -282,6 +283,12 @@ Result<void> OccurrenceDatabase::ensureOpen()
     auto existing = openExisting();
     if (!existing)
         return existing.error();
+    // What has begun by now is not on disk yet: what is there was begun by a daemon that died.
+    if (m_isUnread) {
+        if (auto done = existing->run(OccurrenceRow::interruptBegun); !done)
+            return done;
+        m_isUnread = false;
+    }
     m_database = *std::move(existing);
     return {};
 }
@@ -307,7 +314,7 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
 {
     if (auto open = ensureOpen(); !open)
         return open;
-    return m_database->transaction([&]() -> Result<void> {
+    auto written = m_database->transaction([&]() -> Result<void> {
         auto insertion = m_database->prepare(OccurrenceRow::insertOrReplace);
         auto removal = m_database->prepare("DELETE FROM occurrences WHERE identifier = ?1 AND date = ?2");
         QSet<QString> over;
@@ -340,6 +347,11 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
         }
         return {};
     });
+    // One of its files may have been opened for reading alone, for want of a descriptor: opened anew before
+    // the next.
+    if (!written)
+        m_database.reset();
+    return written;
 }
 
 Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &)> &isGone,

@@ -61,5 +61,6 @@ private:
     void moveAside() const;
 
     std::optional<Sqlite> m_database;
+    bool m_isUnread = false; ///< There was one at the start, which could not be opened then.
     Limits m_limits;
 };

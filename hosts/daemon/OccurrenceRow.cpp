@@ -22,6 +22,10 @@ const char *const OccurrenceRow::removeOld =
     "DELETE FROM occurrences WHERE identifier = ?1 AND date < ?2 AND date IS NOT ?3 "
     "AND state NOT IN ('asked', 'begun')";
 
+const char *const OccurrenceRow::interruptBegun =
+    "UPDATE occurrences SET state = 'interrupted', handed_to = NULL, handed_over = NULL "
+    "WHERE state = 'begun'";
+
 namespace
 {
 std::optional<qint64> milliseconds(const QDateTime &date)

@@ -22,6 +22,9 @@ extern const char *const trimAsker;
 /// ?1 identifier, ?2 the date before which nothing that is over stays, but for ?3, the current date.
 extern const char *const removeOld;
 
+/// For a daemon that did not begin any of it itself.
+extern const char *const interruptBegun;
+
 SqliteStatement &bind(SqliteStatement &statement, const OccurrenceRecord::Key &key,
                       const OccurrenceEntry &entry);
 

@@ -31,6 +31,10 @@ Result<Sqlite> Sqlite::open(const QString &path, File file, std::chrono::millise
     opened.m_database.reset(database);
     if (code != SQLITE_OK)
         return errorOf(database);
+    // A file that just now could not be opened for writing, for want of a descriptor, would be opened for
+    // reading, and nothing ever written.
+    if (file != File::ReadOnly && sqlite3_db_readonly(database, "main") == 1)
+        return Error{QString("%1 cannot be opened for writing").arg(path)};
     sqlite3_busy_timeout(database, static_cast<int>(patience.count()));
     return opened;
 }
