@@ -17,7 +17,7 @@ namespace
 /// Gathers the ends of several occurrences in one write; their beginnings are on disk by then.
 constexpr std::chrono::milliseconds saveDelay(50);
 
-/// Between attempts to read a store that cannot be read.
+/// Between attempts to read a store that cannot be read, and to save a record that the disk refuses.
 /// @{
 constexpr std::chrono::seconds firstPause(1);
 constexpr std::chrono::seconds longestPause(60);
@@ -33,7 +33,7 @@ constexpr qsizetype mostAskedByOneUser = 200;
 } // namespace
 
 ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, QObject *parent)
-    : QObject(parent), m_clock(clock), m_scheduler(clock), m_pause(firstPause)
+    : QObject(parent), m_clock(clock), m_scheduler(clock), m_pause(firstPause), m_savePause(firstPause)
 {
     m_database.setLimits(limits);
     loadRecord();
@@ -271,14 +271,30 @@ void ScheduleKeeper::saveSoon()
     });
 }
 
+void ScheduleKeeper::saveAgainLater()
+{
+    if (m_isSaveRepeated)
+        return;
+    m_isSaveRepeated = true;
+    m_clock.callAfter(m_savePause, this, [this] {
+        m_isSaveRepeated = false;
+        m_savePause = std::min(2 * m_savePause, longestPause);
+        flush();
+    });
+}
+
 Result<void> ScheduleKeeper::save()
 {
     OccurrenceRecord &record = m_scheduler.record();
     if (!record.hasChanges())
         return {};
     auto saved = m_database.write(record.changes(), currentDates());
-    if (saved)
+    if (saved) {
         record.forgetChanges();
+        m_savePause = firstPause;
+    } else {
+        saveAgainLater();
+    }
     const QString error = saved ? QString() : saved.error().text;
     if (!error.isEmpty() && error != m_saveError)
         ZDRLog("The record of occurrences could not be saved: %@", logLabel(error));

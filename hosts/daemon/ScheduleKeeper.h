@@ -76,6 +76,7 @@ private:
     void forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown);
     OccurrenceDatabase::CurrentDate currentDates() const;
     void saveSoon();
+    void saveAgainLater();
     dozely::Result<void> save();
 
     dozely::Clock &m_clock;
@@ -89,5 +90,7 @@ private:
     quint64 m_reading = 0;
     OccurrenceDatabase m_database;
     bool m_isSaveComing = false;
+    bool m_isSaveRepeated = false; // since the disk refused
+    std::chrono::seconds m_savePause;
     bool m_mayHoldGone = true; // the record, of schedules that are gone
 };

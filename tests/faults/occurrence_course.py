@@ -81,8 +81,7 @@ class OccurrenceCourse:
         self.page.disarm()
         may_be_lost = had_fault and self.may_be_lost(first, number, way)
         self.bring_back()
-        if way in DEADLY:  # whereas what could not be recorded is with the next
-            self.wait_for_outcomes(first)
+        self.wait_for_outcomes(first)
         self.hosts.move_clock(second.date)
         self.wait_for_outcomes(second, first)
         if with_restart:

@@ -37,8 +37,7 @@ class StartCourse(OccurrenceCourse):
         self.page.disarm()
         # Without a record the daemon takes what was due for performed.
         may_be_lost = had_fault and (way not in DEADLY or self.hosts.state(due, of_killed=True) is not None)
-        if way in DEADLY:
-            self.wait_for_outcomes(due)
+        self.wait_for_outcomes(due)
         self.hosts.move_clock(later.date)
         self.wait_for_outcomes(later, due, begun)
         return had_fault, self.judge_each({begun: True, due: may_be_lost, later: False})

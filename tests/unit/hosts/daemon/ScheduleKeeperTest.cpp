@@ -365,3 +365,16 @@ TEST_F(ScheduleKeeperTest, SaysOnceThatTheRecordCannotBeSaved)
     EXPECT_THAT(messages().first().toStdString(), HasSubstr("could not be saved"));
     EXPECT_TRUE(keeper.scheduler().record().find("b", noon())) << "remembered all the same";
 }
+
+TEST_F(ScheduleKeeperTest, SavesByItselfWhatTheDiskRefused)
+{
+    write("/var/lib", "a file where a folder belongs");
+    ScheduleKeeper keeper(clock);
+    keeper.noteBegun({{occurrenceOf("a"), ActingPlace::Daemon}});
+    EXPECT_TRUE(keeper.scheduler().record().hasChanges());
+    ASSERT_TRUE(QFile::remove(root.join("/var/lib")));
+    clock.advance(999ms);
+    EXPECT_TRUE(keeper.scheduler().record().hasChanges());
+    clock.advance(1ms);
+    EXPECT_FALSE(keeper.scheduler().record().hasChanges());
+}
