@@ -7,7 +7,6 @@ import contextlib
 import datetime
 import mmap
 import os
-import plistlib
 import shutil
 import signal
 import sqlite3
@@ -233,10 +232,6 @@ class Hosts:
     def store_bytes(self):
         with open(self.system.path(STORE), "rb") as file:
             return file.read()
-
-    def stored(self):
-        """The identifiers in the store."""
-        return {entry["Identifier"] for entry in plistlib.loads(self.store_bytes())["Schedule Array"]}
 
     def states(self, path=None):
         """What the record on disk says of each occurrence: its state by identifier and date."""
