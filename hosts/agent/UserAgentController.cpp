@@ -57,20 +57,13 @@ UserAgentController::~UserAgentController()
     }
 }
 
-std::optional<UserAgentController::Order> UserAgentController::orderIn(const ReceivedOrder &received)
+std::optional<AgentOrder> UserAgentController::orderIn(const ReceivedOrder &received)
 {
-    if (!OrderPermissions::isSystem(received.peer, RootFolder::owner())) {
-        ZDRLog("%@ refused: it comes from %@, not from the daemon", received.name,
-               received.peer ? QString("user %1").arg(*received.peer) : QString("an unknown user"));
-        return {};
-    }
-    const QVariant date = received.userInfo.value(OrderKey::date);
-    if (date.typeId() != QMetaType::QDateTime) {
-        ZDRLog("%@ refused: it names no date", received.name);
-        return {};
-    }
-    return Order{received.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
-                 received.userInfo.value(OrderKey::parameters).toMap()};
+    auto order = AgentOrder::in(received);
+    if (order)
+        return *std::move(order);
+    ZDRLog("%@ refused: %@", received.name, order.error().text);
+    return {};
 }
 
 void UserAgentController::userAgentMustAct(const ReceivedOrder &received)
@@ -106,7 +99,7 @@ void UserAgentController::userAgentMustAct(const ReceivedOrder &received)
 }
 
 /// BLOCKING: as a request of WDCommunicationCenter.
-void UserAgentController::reportOutcome(const Order &order, QLatin1StringView outcome)
+void UserAgentController::reportOutcome(const AgentOrder &order, QLatin1StringView outcome)
 {
     GuardedPosting::postToDaemon(NSNotification(OrderName::daemonMustNoteOutcome,
                                                 QString(OrderSender::daemon),

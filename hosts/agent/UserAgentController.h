@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/agent/AgentOrder.h"
 #include "hosts/agent/AlertKeeper.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "hosts/common/plugins/RunningActions.h"
@@ -28,17 +29,11 @@ public:
     ~UserAgentController() override;
 
 private:
-    /// What an order that is to be obeyed says.
-    struct Order {
-        QString bundlePath;
-        QDateTime date;
-        QVariantMap parameters;
-    };
-    /// Absent, with a line in the log, when the order is not from the system or names no date.
-    static std::optional<Order> orderIn(const ReceivedOrder &received);
+    /// Absent, with a line in the log, when the order is refused.
+    static std::optional<AgentOrder> orderIn(const ReceivedOrder &received);
 
     void userAgentMustAct(const ReceivedOrder &received);
-    static void reportOutcome(const Order &order, QLatin1StringView outcome);
+    static void reportOutcome(const AgentOrder &order, QLatin1StringView outcome);
     void userAgentMustAnticipate(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 
