@@ -97,9 +97,12 @@ private:
         if (!date.isValid())
             return false;
         const int year = date.toUTC().date().year();
-        return m_format == Format::Xml
-                   ? year >= 1 && year <= 9999
-                   : std::abs(date.toMSecsSinceEpoch() - startOf2001) <= maximumMilliseconds;
+        if (m_format == Format::Xml)
+            return year >= 1 && year <= 9999;
+        // No difference is taken: it need not be a number any more.
+        const qint64 milliseconds = date.toMSecsSinceEpoch();
+        return milliseconds >= startOf2001 - maximumMilliseconds &&
+               milliseconds <= startOf2001 + maximumMilliseconds;
     }
 
     /// Only where it came from a list of this form.

@@ -186,6 +186,10 @@ TEST_P(PropertyListInEachFormat, RefusesToWriteADateThatItCouldNotReadBack)
     for (const int year : {-200'000, 200'000})
         EXPECT_TRUE(PropertyList::toData(QDateTime({year, 1, 1}, {0, 0}, Qt::UTC), GetParam()).isNull())
             << year;
+    // So far away that the distance from another date is no number any more.
+    for (const qint64 end : {std::numeric_limits<qint64>::min() + 1, std::numeric_limits<qint64>::max()})
+        EXPECT_TRUE(PropertyList::toData(QDateTime::fromMSecsSinceEpoch(end, Qt::UTC), GetParam()).isNull())
+            << end;
 }
 
 TEST_P(PropertyListInEachFormat, RefusesToWriteWhatItCannotCarry)
