@@ -141,13 +141,18 @@ Result<Sqlite> OccurrenceDatabase::openExisting() const
     if (version.number(0) != formatVersion)
         return Error{"its format is not known", Sqlite::damaged};
     (void)version.next();
-    auto check = database->prepare("PRAGMA quick_check(1)");
+    // The long check, which compares indexes and tables: a row that an index has lost would not be found.
+    auto check = database->prepare("PRAGMA integrity_check(1)");
     const auto isChecked = check.next();
     if (!isChecked)
         return isChecked.error();
     if (check.text(0) != "ok")
         return Error{check.text(0), Sqlite::damaged};
     (void)check.next();
+    // Nothing is run here: tables of another form are refused now and not at the first occurrence.
+    auto fits = database->prepare(OccurrenceRow::explainInsertion);
+    if (const auto isPrepared = fits.next(); !isPrepared)
+        return isPrepared.error();
     return database;
 }
 

@@ -8,6 +8,9 @@ const char *const OccurrenceRow::insertOrReplace =
 const char *const OccurrenceRow::insertOrIgnore =
     "INSERT OR IGNORE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)";
 
+const char *const OccurrenceRow::explainInsertion =
+    "EXPLAIN INSERT INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)";
+
 const char *const OccurrenceRow::trimSchedule =
     "DELETE FROM occurrences WHERE identifier = ?1 AND state NOT IN ('asked', 'begun') AND date IS NOT ?3 "
     "AND date <= (SELECT date FROM occurrences WHERE identifier = ?1 AND date IS NOT ?3 "

@@ -13,6 +13,9 @@ extern const char *const insertOrReplace;
 extern const char *const insertOrIgnore;
 /// @}
 
+/// Says how a row would be inserted, and fails where the table is another one.
+extern const char *const explainInsertion;
+
 /// ?1 identifier, ?2 how many stay, ?3 the current date, which stays too.
 extern const char *const trimSchedule;
 

@@ -10,7 +10,8 @@ using namespace dozely;
 Error Sqlite::errorOf(sqlite3 *database)
 {
     const int code = database ? sqlite3_errcode(database) : SQLITE_NOMEM;
-    const bool isDamaged = code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
+    // SQLITE_ERROR is about the statement: it names a table or column that is not there.
+    const bool isDamaged = code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_ERROR;
     return {database ? QString::fromUtf8(sqlite3_errmsg(database)) : QString("no memory is left"),
             isDamaged ? QByteArray(damaged) : QByteArray()};
 }

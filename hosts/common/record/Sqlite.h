@@ -51,7 +51,7 @@ private:
 class Sqlite
 {
 public:
-    /// Name of the error that says that the file is no whole database.
+    /// Name of the error that says that the file is no whole database, or not the one that was expected.
     static constexpr char damaged[] = "damaged";
 
     enum class File { ReadOnly, MustExist, MayBeMade };

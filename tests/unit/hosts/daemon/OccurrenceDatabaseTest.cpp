@@ -40,6 +40,11 @@ protected:
         EXPECT_EQ(::stat(qPrintable(root.join(fixedPath)), &status), 0);
         return status.st_mode & 07777;
     }
+    /// The database, past the daemon.
+    Sqlite raw() const
+    {
+        return std::move(Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {})).value();
+    }
     QString damaged() const { return root.join(recordPath) + ".damaged"; }
 };
 
@@ -166,6 +171,38 @@ TEST_F(OccurrenceDatabaseTest, ThatIsCutShortAnywhereIsDamaged)
         QFile::remove(root.join(recordPath));
         QFile::remove(damaged());
     }
+}
+
+TEST_F(OccurrenceDatabaseTest, WhoseTablesAreOthersIsDamaged)
+{
+    for (const char *statement : {"DROP TABLE occurrences", "DROP TABLE knowledge",
+                                  "ALTER TABLE occurrences DROP COLUMN exit_status"}) {
+        openedAt(noon());
+        ASSERT_TRUE(raw().run(statement)) << statement;
+        OccurrenceDatabase database;
+        const auto opened = database.open(noon());
+        ASSERT_EQ(opened.complaints.size(), 1) << statement;
+        EXPECT_THAT(opened.complaints.first().toStdString(), HasSubstr("is damaged and was moved aside"));
+        EXPECT_TRUE(database.write(change("a", noon(), {Begun, {}, {}}), noDate)) << statement;
+    }
+}
+
+TEST_F(OccurrenceDatabaseTest, WhoseIndexHasLostARowIsDamaged)
+{
+    openedAt(noon());
+    const auto setIndex = [&](const char *states) {
+        const auto text =
+            QString("PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = 'CREATE INDEX not_over "
+                    "ON occurrences (state) WHERE state IN (%1)' WHERE name = 'not_over'")
+                .arg(states);
+        ASSERT_TRUE(raw().run(text.toUtf8().constData()));
+    };
+    setIndex("''asked''");
+    ASSERT_TRUE(raw().run("INSERT INTO occurrences (identifier, date, state) VALUES ('a', 5, 'begun')"));
+    setIndex("''asked'', ''begun''");
+    const auto opened = openedAt(noon());
+    EXPECT_EQ(opened.complaints.size(), 1) << "what has begun is not seen, and nobody says so";
+    EXPECT_EQ(opened.nothingKnownBefore, noon());
 }
 
 TEST_F(OccurrenceDatabaseTest, OfWhichOnlyTheDamagedOneIsLeftKnowsNothing)
