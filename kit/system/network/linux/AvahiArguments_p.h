@@ -16,13 +16,13 @@ constexpr quint32 noFlags = 0U;
 
 /// The strings of a TXT record, one `ay` each. The daemon refuses those that are empty or have no key, which
 /// mean nothing to anybody.
-QVariantList txtStrings(const QByteArray &record);
+DOZELYKIT_AUTOTEST_EXPORT QVariantList txtStrings(const QByteArray &record);
 
 /// The record whose strings the daemon told (`aay`).
-QByteArray recordFrom(const QVariantList &strings);
+DOZELYKIT_AUTOTEST_EXPORT QByteArray recordFrom(const QVariantList &strings);
 
 /// The text, such as the path of an object, that an operation gave; one that gave none has failed.
-Result<QString> textIn(const BusConnection::Reply &reply);
+DOZELYKIT_AUTOTEST_EXPORT Result<QString> textIn(const BusConnection::Reply &reply);
 
 NetServices::Problem problemOf(const Error &error);
 } // namespace AvahiArguments

@@ -3,7 +3,6 @@
 
 #include "DozelyKit/system/network/linux/AvahiArguments_p.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace dozely
@@ -18,17 +17,6 @@ constexpr quint32 withoutAddress = 8; // the lookup flag: addresses are asked fo
 constexpr quint16 internetClass = 1;
 constexpr quint16 addressRecord = 1;      // A
 constexpr quint16 longAddressRecord = 28; // AAAA
-constexpr qsizetype sizeOfIPv4 = 4;
-constexpr qsizetype sizeOfIPv6 = 16;
-
-// A host that announces addresses without end is to cost no more memory than this.
-constexpr qsizetype mostAddresses = 64;
-
-bool isOfLink(const QByteArray &bytes)
-{
-    return bytes.size() == sizeOfIPv6 && static_cast<quint8>(bytes.at(0)) == 0xFE &&
-           (static_cast<quint8>(bytes.at(1)) & 0xC0) == 0x80; // fe80::/10
-}
 } // namespace
 
 AvahiResolution::AvahiResolution(std::shared_ptr<AvahiDaemon> daemon, const NetServices::Service &service,
@@ -48,7 +36,7 @@ void AvahiResolution::forgetBrowsers()
 {
     m_browsing.reset();
     m_browserSignals.reset();
-    m_told.clear();
+    m_findings.forgetAddresses();
     for (const QByteArray &path : std::exchange(m_browsers, {}))
         m_daemon->free(path, browserInterface);
 }
@@ -58,7 +46,7 @@ void AvahiResolution::forgetAll()
     forgetBrowsers();
     m_attempt.reset();
     m_resolverSignals.reset();
-    m_hostName.clear();
+    m_findings.forgetHost();
     m_daemon->free(std::exchange(m_resolver, {}), resolverInterface);
 }
 
@@ -132,19 +120,15 @@ void AvahiResolution::resolverTold(const BusConnection::Signal &signal)
 
 void AvahiResolution::resolverFound(const QVariantList &arguments)
 {
-    // interface, protocol, name, type, domain, host, address protocol, address, port, TXT, flags
-    constexpr qsizetype count = 11;
-    if (arguments.size() != count)
-        return;
-    const int interface = arguments.at(0).toInt();
-    const QString host = arguments.at(5).toString();
-    m_port = static_cast<quint16>(arguments.at(8).toUInt());
-    m_record = AvahiArguments::recordFrom(arguments.at(9).toList());
-    if (host == m_hostName && interface == m_interface)
+    switch (m_findings.resolved(arguments)) {
+    case AvahiFindings::Change::Record:
         return report();
+    case AvahiFindings::Change::Host:
+        break;
+    default:
+        return;
+    }
     forgetBrowsers();
-    m_hostName = host;
-    m_interface = interface;
     m_browsing = std::make_shared<int>(0);
     m_browserSignals =
         m_daemon->subscribe(browserInterface, [this](const auto &signal) { browserTold(signal); });
@@ -155,44 +139,21 @@ void AvahiResolution::resolverFound(const QVariantList &arguments)
 void AvahiResolution::startBrowser(quint16 recordType)
 {
     make("RecordBrowserNew", "iisqqu",
-         {m_interface, AvahiArguments::any, m_hostName, internetClass, recordType, AvahiArguments::noFlags},
+         {m_findings.interface(), AvahiArguments::any, m_findings.hostName(), internetClass, recordType,
+          AvahiArguments::noFlags},
          browserInterface, m_browsing, [this](const QByteArray &path) { m_browsers += path; });
 }
 
 void AvahiResolution::browserTold(const BusConnection::Signal &signal)
 {
-    // interface, protocol, name, class, type, data, flags
-    constexpr qsizetype count = 7;
-    if (!m_browsers.contains(signal.path) || signal.arguments.size() != count)
-        return;
-    const int interface = signal.arguments.at(0).toInt();
-    const QByteArray bytes = signal.arguments.at(5).toByteArray();
-    if (bytes.size() != sizeOfIPv4 && bytes.size() != sizeOfIPv6)
-        return;
-    Told told{interface, signal.arguments.at(1).toInt(), {}};
-    told.address.family =
-        bytes.size() == sizeOfIPv4 ? NetServices::Address::Family::IPv4 : NetServices::Address::Family::IPv6;
-    told.address.bytes = bytes;
-    told.address.scope = isOfLink(bytes) ? static_cast<quint32>(std::max(0, interface)) : 0;
-    const bool isKnown = m_told.contains(told);
-    if (signal.name == "ItemNew" && !isKnown && m_told.size() < mostAddresses)
-        m_told += told;
-    else if (signal.name == "ItemRemove" && isKnown)
-        m_told.removeOne(told);
-    else
-        return;
-    report();
+    if (m_browsers.contains(signal.path) &&
+        m_findings.browsed(signal.name, signal.arguments) == AvahiFindings::Change::Addresses)
+        report();
 }
 
 void AvahiResolution::report()
 {
-    NetServices::Findings findings{m_hostName, m_port, {}, m_record};
-    for (const Told &told : m_told) {
-        NetServices::Address address = told.address;
-        address.port = m_port;
-        if (!findings.addresses.contains(address))
-            findings.addresses += address;
-    }
+    const NetServices::Findings findings = m_findings.findings();
     if (!findings.addresses.isEmpty())
         m_handler.found(findings);
 }

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/system/network/NetServices.h"
 #include "DozelyKit/system/network/linux/AvahiDaemon_p.h"
+#include "DozelyKit/system/network/linux/AvahiFindings_p.h"
 
 namespace dozely
 {
@@ -20,15 +21,6 @@ public:
     AvahiResolution &operator=(const AvahiResolution &) = delete;
 
 private:
-    /// An address, once for each interface and protocol over which the network told it.
-    struct Told {
-        int interface;
-        int protocol;
-        NetServices::Address address;
-
-        bool operator==(const Told &) const = default;
-    };
-
     void daemonIsReady() override;
     void daemonIsNotReady(bool isAway, const QString &text) override;
 
@@ -54,11 +46,7 @@ private:
     QByteArrayList m_browsers;
     std::unique_ptr<BusConnection::Subscription> m_resolverSignals;
     std::unique_ptr<BusConnection::Subscription> m_browserSignals;
-    int m_interface = -1;
-    QString m_hostName;
-    quint16 m_port = 0;
-    QByteArray m_record;
-    QList<Told> m_told; ///< In the order in which they came.
+    AvahiFindings m_findings;
 };
 
 } // namespace dozely
