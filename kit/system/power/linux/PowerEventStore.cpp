@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/power/linux/PowerEventStore_p.h"
 
-#include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/ProblemReport.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
@@ -41,7 +40,8 @@ std::optional<Event> eventIn(const QVariant &entry)
 
 Result<Content> parse(const QByteArray &data)
 {
-    const auto list = PropertyList::fromData(data);
+    Content content;
+    const auto list = PropertyList::fromData(data, &content.form);
     if (!list)
         return list.error();
     QVariantMap root = list->toMap();
@@ -49,7 +49,6 @@ Result<Content> parse(const QByteArray &data)
     const QVariant version = root.take(formatKey);
     if (events.typeId() != QMetaType::QVariantList || version != QVariant(format))
         return Error{"it is no list of power events"};
-    Content content;
     if (root.value(armedKey).typeId() == QMetaType::LongLong)
         content.armed = root.take(armedKey).toLongLong();
     for (const QVariant &entry : events.toList()) {
@@ -72,7 +71,7 @@ QByteArray dataOf(const Content &content)
     root.insert(eventsKey, entries);
     if (content.armed)
         root.insert(armedKey, *content.armed);
-    return PropertyList::toData(root, PropertyList::Format::Xml);
+    return PropertyList::toData(root, content.form);
 }
 
 GuardedFile eventFile()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/files/GuardedFile.h"
+#include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 
 #include <QVariantMap>
@@ -26,6 +27,8 @@ public:
             armed;            ///< What the clock's alarm was last set to for one of them, by that clock.
         QVariantList foreign; ///< Entries of the file that are no events.
         QVariantMap rest;     ///< Other keys of the file.
+        /// That of the file, which stays: not all that one form carries is carried by the other.
+        PropertyList::Format form = PropertyList::Format::Xml;
         bool operator==(const Content &) const = default;
     };
 

@@ -124,6 +124,25 @@ TEST_F(PowerEventStoreTest, KeepsEntriesAndKeysThatItDoesNotKnow)
     EXPECT_THAT(problems, IsEmpty());
 }
 
+TEST_F(PowerEventStoreTest, KeepsTheFormOfItsFile)
+{
+    // Neither fractions of seconds nor control characters could be kept in XML.
+    const QVariantMap root{{"Format", 1LL},
+                           {"Events", QVariantList{QVariantMap{{"Note", "bell\a"}}}},
+                           {"Changed", QDateTime({2026, 3, 14}, {5, 55, 0, 250}, Qt::UTC)}};
+    putFile(PropertyList::toData(root, PropertyList::Format::Binary));
+    PowerEventStore::Content content = open()->content();
+    const PowerEventStore::Content before = content;
+    content.events = someContent().events;
+    ASSERT_EQ(open()->save(content), 0);
+    const auto after = open()->content();
+    EXPECT_EQ(after.events, content.events);
+    EXPECT_EQ(after.foreign, before.foreign);
+    EXPECT_EQ(after.rest, before.rest);
+    EXPECT_TRUE(fileContent().startsWith("bplist"));
+    EXPECT_THAT(problems, IsEmpty());
+}
+
 TEST_F(PowerEventStoreTest, SetsADamagedFileAsideAndSaysSo)
 {
     putFile("not a property list");
