@@ -32,7 +32,7 @@ Result<void> LogReader::open()
         return Error{"it is not a file"};
     }
     m_file = std::make_unique<QFile>();
-    m_begun.clear();
+    forgetBegun();
     if (!m_file->open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle)) {
         const Error error{m_file->errorString()};
         m_file.reset();
@@ -68,7 +68,7 @@ QList<QByteArray> LogReader::newLines()
     QList<QByteArray> lines;
     if (m_file) {
         if (m_file->size() < m_file->pos()) {
-            m_begun.clear();
+            forgetBegun();
             m_file->seek(0);
         }
         readRest(lines);
@@ -89,19 +89,28 @@ bool LogReader::wasExchanged() const
            (ours.st_dev != there.st_dev || ours.st_ino != there.st_ino);
 }
 
+void LogReader::forgetBegun()
+{
+    m_begun.clear();
+    m_isInPieces = false;
+}
+
 void LogReader::readRest(QList<QByteArray> &lines)
 {
     for (QByteArray block = m_file->read(blockSize); !block.isEmpty(); block = m_file->read(blockSize)) {
         m_begun += block;
         qsizetype begin = 0;
         for (qsizetype end = m_begun.indexOf('\n'); end >= 0; end = m_begun.indexOf('\n', begin)) {
-            lines += m_begun.mid(begin, end - begin);
+            if (end > begin || !m_isInPieces) // nothing is left of a line whose last piece was given
+                lines += m_begun.mid(begin, end - begin);
+            m_isInPieces = false;
             begin = end + 1;
         }
         m_begun.remove(0, begin);
         if (m_begun.size() > longestLine) {
             lines += m_begun;
             m_begun.clear();
+            m_isInPieces = true;
         }
     }
 }

@@ -30,9 +30,11 @@ public:
 
 private:
     bool wasExchanged() const;
+    void forgetBegun();
     void readRest(QList<QByteArray> &lines);
 
     QString m_path;
     std::unique_ptr<QFile> m_file;
-    QByteArray m_begun; // a line without its end so far
+    QByteArray m_begun;        // a line without its end so far
+    bool m_isInPieces = false; // whether pieces of that line were given
 };

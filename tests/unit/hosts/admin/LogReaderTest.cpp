@@ -82,6 +82,15 @@ TEST_F(LogReaderTest, ShowsALineThatNeverEndsInPieces)
     EXPECT_GE(size, 128 * 1024);
 }
 
+TEST_F(LogReaderTest, EndsALongLineWithItsLastPiece)
+{
+    append(QByteArray(128 * 1024, 'x'));
+    ASSERT_TRUE(reader.open());
+    EXPECT_THAT(reader.newLines(), ElementsAre(QByteArray(128 * 1024, 'x')));
+    append("\n\nnext\n");
+    EXPECT_THAT(reader.newLines(), ElementsAre("", "next"));
+}
+
 TEST_F(LogReaderTest, DoesNotWaitForAPipeOrReadAFolder)
 {
     ASSERT_EQ(::mkfifo(qPrintable(path), 0600), 0);
