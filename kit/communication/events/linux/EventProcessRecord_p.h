@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/communication/events/AEProcesses.h"
+#include "DozelyKit/core/foundation/Export.h"
 
 #include <QByteArray>
 
@@ -18,7 +19,7 @@ namespace EventProcessRecord
 QByteArray freshName(qint32 identifier);
 
 /// The process id in a record's name; absent for a name of another form.
-std::optional<qint32> identifierIn(const QByteArray &name);
+DOZELYKIT_AUTOTEST_EXPORT std::optional<qint32> identifierIn(const QByteArray &name);
 
 /// The socket's name beside the record's.
 inline QByteArray socketOf(const QByteArray &name)
@@ -42,10 +43,10 @@ bool isInPlace(int record, const QByteArray &name);
 
 /// What the record says of a process that runs now; absent for any other record. Never for this process's
 /// own records: closing them would give up their locks.
-std::optional<AEProcesses::Process> read(int folder, const QByteArray &name);
+DOZELYKIT_AUTOTEST_EXPORT std::optional<AEProcesses::Process> read(int folder, const QByteArray &name);
 
 /// Removes this user's records that nobody holds any more, and their sockets.
-void sweep(int folder);
+DOZELYKIT_AUTOTEST_EXPORT void sweep(int folder);
 } // namespace EventProcessRecord
 
 } // namespace dozely
