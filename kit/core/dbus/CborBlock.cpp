@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 
 #include <QCborStreamWriter>
+#include <QStringEncoder>
 #include <QTimeZone>
 
 #include <algorithm>
@@ -103,7 +104,7 @@ public:
             m_cbor.append(value.toDouble());
             return true;
         case QMetaType::QString:
-            m_cbor.append(QStringView(value.toString()));
+            text(value.toString());
             return true;
         case QMetaType::QByteArray:
             m_cbor.append(value.toByteArray());
@@ -151,11 +152,22 @@ private:
                m_cbor.endArray();
     }
 
+    /// Half of a surrogate pair becomes U+FFFD; the writer of Qt would make it "?".
+    void text(const QString &text)
+    {
+        if (text.isValidUtf16()) {
+            m_cbor.append(QStringView(text));
+            return;
+        }
+        const QByteArray bytes = QStringEncoder(QStringEncoder::Utf8)(text);
+        m_cbor.appendTextString(bytes.constData(), bytes.size());
+    }
+
     bool map(const QVariantMap &map, int depth)
     {
         m_cbor.startMap(static_cast<quint64>(map.size()));
         for (auto it = map.begin(); it != map.end(); ++it) {
-            m_cbor.append(QStringView(it.key()));
+            text(it.key());
             if (!write(it.value(), depth + 1))
                 return false;
         }

@@ -54,6 +54,20 @@ TEST(CborBlock, CarriesEveryKindOfValue)
         EXPECT_EQ(throughBlock(value), value);
 }
 
+TEST(CborBlock, HasTheReplacementCharacterForHalfOfAPair)
+{
+    const QString half = QString("a") + QChar(0xD800) + "b";
+    const QString replaced = QString("a") + QChar(0xFFFD) + "b";
+    EXPECT_EQ(throughBlock(half), QVariant(replaced));
+    EXPECT_EQ(throughBlock(QStringList{half}), QVariant(QVariantList{replaced}));
+    EXPECT_EQ(throughBlock(QVariantMap{{half, 1LL}}), QVariant(QVariantMap{{replaced, 1LL}}));
+    const auto notification = CborBlock::encode(QVariant::fromValue(NSNotification(half)));
+    ASSERT_TRUE(notification);
+    EXPECT_EQ(CborBlock::decodeNotification(*notification)->name(), replaced);
+    const QString pair = QString::fromUtf8("\xf0\x9f\x98\x80");
+    EXPECT_EQ(throughBlock(pair), QVariant(pair));
+}
+
 TEST(CborBlock, KeepsTheZoneOfADate)
 {
     const QDateTime paris({2026, 3, 14}, {6, 55}, QTimeZone("Europe/Paris"));
