@@ -47,7 +47,8 @@ public:
     /// As it stands in the input, up to `most` bytes.
     QByteArray bytes(int most = 32)
     {
-        const QByteArray taken = m_bytes.mid(m_at, below(most + 1));
+        const int size = below(most + 1);
+        const QByteArray taken = m_bytes.mid(m_at, size);
         m_at += taken.size();
         return QByteArray(taken.constData(), taken.size()); // a copy, whose end is its own
     }
