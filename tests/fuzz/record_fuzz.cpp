@@ -253,8 +253,9 @@ void checkTakingOver(Steer &steer, const FuzzedSystem &system)
     }
     const auto format = steer.flag() ? PropertyList::Format::Binary : PropertyList::Format::Xml;
     const QVariant root = QVariantMap{{"Format", 1}, {"Occurrences", list}};
-    const QByteArray bytes = steer.below(8) == 0 ? steer.rest() : PropertyList::toData(root, format);
-    const bool isWhole = isGood && bytes == PropertyList::toData(root, format) && !bytes.isNull();
+    const QByteArray whole = PropertyList::toData(root, format); // null for a text that XML cannot carry
+    const QByteArray bytes = steer.below(8) == 0 ? steer.rest() : whole;
+    const bool isWhole = isGood && !whole.isNull() && bytes == whole;
     system.write(propertyList, bytes);
     OccurrenceDatabase record;
     const auto opened = record.open(system.now());
