@@ -451,7 +451,9 @@ TEST_F(HostsTest, WhatAnAgentThatHasItCannotPerformIsRecordedAsNotPerformed)
 {
     startDaemon();
     startAgent();
-    makeBundle("Halved", {{"CFBundleIdentifier", "com.dozely.halved"}, {"WDDaemonModule", "ProbePlugIn.so"}});
+    makeBundle("Halved", {{"CFBundleIdentifier", "com.dozely.halved"},
+                          {"WDDaemonModule", "ProbePlugIn.so"},
+                          {"WDUserAgentModule", "Missing.so"}});
     QVariantMap halved = probeEntry("halved", inSession);
     const QDateTime date = halved["Date"].toDateTime();
     halved["Bundle Path"] = QString(plugIns) + "/Halved.plugin";
