@@ -29,13 +29,21 @@ def widgets(node):
             yield from widgets(child)
 
 
+class Gone(Exception):
+    """What is looked at has gone meanwhile."""
+
+
 def place(node):
-    extents = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+    component = node.get_component_iface()
+    if component is None:
+        raise Gone
+    extents = component.get_extents(Atspi.CoordType.SCREEN)
     return [extents.x, extents.y, extents.width, extents.height]
 
 
 def is_showing(node):
-    return node.get_state_set().contains(Atspi.StateType.SHOWING)
+    states = node.get_state_set()
+    return states is not None and states.contains(Atspi.StateType.SHOWING)
 
 
 def alert_in(window):
@@ -65,7 +73,7 @@ def look(name):
                 alert = alert_in(window)
                 if alert is not None:
                     return alert
-    except GLib.Error:
+    except (Gone, GLib.Error):
         pass
     return None
 
