@@ -9,6 +9,7 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
+#include "hosts/admin/Feasibility.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ParameterOptions.h"
@@ -78,6 +79,11 @@ void AddCommand::run(const AdminOptions &options)
     schedule.timeZone = moment.timeZone;
     schedule.owner = owner(options);
     schedule.bundlePath = bundlePath(options);
+    if (const auto why = options.isSet("anyway") ? std::nullopt : Feasibility::reasonAgainst(schedule)) {
+        throw AdminError(ExitStatus::Failed,
+                         QString("Nothing could come of it: %1. With --anyway it is added all the same.")
+                             .arg(Output::escaped(*why)));
+    }
     StoreCommands::change([&](QList<Schedule> &schedules) { schedules += schedule; });
 
     ZDRLog("Schedule \"%@\" (%@) was added by user %d.", logLabel(schedule.name), schedule.identifier,

@@ -33,6 +33,10 @@ inline constexpr QLatin1StringView prefPaneModule("WDPrefPaneModule");
 /// ParameterKey::actsInUserAgent goes first.
 inline constexpr QLatin1StringView actsInUserAgent("WDActsInUserAgent");
 
+/// True (or 1): the action is possible in the daemon alone; the module for the session shows nothing but the
+/// alert.
+inline constexpr QLatin1StringView actsInDaemonOnly("WDActsInDaemonOnly");
+
 /// False (or 0): the machine may fall asleep while the action goes on, as one that puts it to sleep needs.
 inline constexpr QLatin1StringView inhibitsSleep("WDInhibitsSleep");
 

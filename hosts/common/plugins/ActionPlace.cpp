@@ -28,6 +28,8 @@ std::optional<QString> ActionPlace::reasonAgainst(bool actsInUserAgent, const QV
     const auto key = actsInUserAgent ? InfoKey::userAgentModule : InfoKey::daemonModule;
     if (bundleInfo.value(key).toString().isEmpty())
         return QString("it names no \"%1\"").arg(key);
+    if (actsInUserAgent && isTrue(bundleInfo.value(InfoKey::actsInDaemonOnly)))
+        return QString("it acts in the daemon alone");
     return {};
 }
 

@@ -19,6 +19,7 @@ bool actsInUserAgent(const QVariantMap &parameters, const QVariantMap &bundleInf
 bool isSaidBy(const QVariantMap &parameters);
 
 /// Why a bundle with this Info dictionary, empty where it has none that can be read, can do nothing there: it
-/// names no module for that place, or what it says of the place is neither yes nor no. Absent when it can.
+/// names no module for that place, it cannot act in a session, or what it says of the place is neither yes
+/// nor no. Absent when it can.
 std::optional<QString> reasonAgainst(bool actsInUserAgent, const QVariantMap &bundleInfo);
 } // namespace ActionPlace

@@ -151,7 +151,7 @@ TEST_F(AdminStoreTest, CleanRemovesWhatIsOverUnlessItIsToStay)
 TEST_F(AdminStoreTest, AddTellsProgramsWhatItAdded)
 {
     const auto result =
-        tool.run({"add", "A", "--bundle", "Command", "--in", "60", "--disabled", "--in-daemon", "--json"});
+        tool.run({"add", "A", "--program", "/bin/true", "--in", "60", "--disabled", "--in-daemon", "--json"});
     const QJsonObject schedule = result.json()["schedule"].toObject();
     EXPECT_EQ(schedule["identifier"].toString(), onlyEntry()["Identifier"].toString());
     EXPECT_EQ(schedule["name"], "A");
@@ -167,7 +167,8 @@ TEST_F(AdminStoreTest, TellsWhereAnActionRunsByTheRuleOfTheDaemon)
     int bundles = 0;
     const auto actsIn = [&](const QString &key, const QVariant &value) {
         const QString name = QString("Bundle%1").arg(++bundles);
-        QVariantMap info{{"CFBundleIdentifier", name}, {"WDDaemonModule", "x.so"}};
+        QVariantMap info{
+            {"CFBundleIdentifier", name}, {"WDDaemonModule", "x.so"}, {"WDUserAgentModule", "x.so"}};
         info.insert(key, value);
         QFile file(
             tool.root.makeFolder("/Library/Application Support/Dozely/PlugIns/" + name + ".plugin/Contents") +
@@ -224,18 +225,57 @@ TEST_F(AdminStoreTest, AddRefusesABundleThatIsNotThere)
 
 TEST_F(AdminStoreTest, AddRefusesAnUnknownOwnerAndABadParameterFile)
 {
-    EXPECT_EQ(tool.run({"add", "A", "--bundle", "Command", "--in", "9", "--owner", "no such user"}).status,
-              1);
-    EXPECT_EQ(
-        tool.run({"add", "A", "--bundle", "Command", "--in", "9", "--parameters", "/gone.plist"}).status, 1);
+    const auto complaint = [this](const QStringList &more) {
+        const auto result = tool.run(QStringList{"add", "A", "--program", "/bin/true", "--in", "9"} + more);
+        EXPECT_EQ(result.status, 1);
+        return result.errors.toStdString();
+    };
+    EXPECT_THAT(complaint({"--owner", "no such user"}), HasSubstr("There is no user \"no such user\""));
+    EXPECT_THAT(complaint({"--parameters", "/gone.plist"}), HasSubstr("/gone.plist cannot be used"));
     EXPECT_TRUE(tool.store().isEmpty());
+}
+
+TEST_F(AdminStoreTest, AddRefusesWhatNothingCanComeOfUnlessToldAnyway)
+{
+    const auto makeBundle = [this](const QString &name, const QVariantMap &info) {
+        QFile file(
+            tool.root.makeFolder("/Library/Application Support/Dozely/PlugIns/" + name + ".plugin/Contents") +
+            "/Info.plist");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(PropertyList::toData(info, PropertyList::Format::Xml));
+    };
+    makeBundle("Bare", {{"CFBundleIdentifier", "bare"}});
+    makeBundle("Off",
+               {{"WDDaemonModule", "x.so"}, {"WDUserAgentModule", "x.so"}, {"WDActsInDaemonOnly", true}});
+    const QList<std::pair<QStringList, const char *>> cases{
+        {{"--bundle", "Command"}, "the parameters name no program"},
+        {{"--bundle", "Command", "--parameter", "Program=bin/true"}, "\"bin/true\" is not an absolute path"},
+        {{"--program", "/no/such/program"}, "there is no program /no/such/program"},
+        {{"--program", "/usr"}, "there is no program /usr"},
+        {{"--program", "/etc/passwd"}, "/etc/passwd is no program that can be run"},
+        {{"--bundle", "Bare"}, "Bare cannot act in the session: it names no \"WDUserAgentModule\""},
+        {{"--bundle", "Bare", "--in-daemon"},
+         "Bare cannot act in the daemon: it names no \"WDDaemonModule\""},
+        {{"--bundle", "Off", "--in-session"}, "Off cannot act in the session: it acts in the daemon alone"},
+    };
+    for (const auto &[what, complaint] : cases) {
+        const QStringList command = QStringList{"add", "A", "--in", "60"} + what;
+        const QByteArray before = tool.store();
+        const auto refused = tool.run(command);
+        EXPECT_EQ(refused.status, 1) << complaint;
+        EXPECT_THAT(refused.errors.toStdString(), HasSubstr(complaint));
+        EXPECT_THAT(refused.errors.toStdString(), HasSubstr("--anyway"));
+        EXPECT_EQ(tool.store(), before);
+        EXPECT_EQ(tool.run(command + QStringList{"--anyway"}).status, 0) << complaint;
+        EXPECT_NE(tool.store(), before);
+    }
 }
 
 TEST_F(AdminStoreTest, AddRefusesWhatWouldMakeTheStoreTooLongToRead)
 {
     tool.add("A");
     const QByteArray before = tool.store();
-    QStringList arguments{"add", "B", "--bundle", "Command", "--in", "60"};
+    QStringList arguments{"add", "B", "--program", "/bin/true", "--in", "60"};
     for (int i = 0; i < 10; ++i)
         arguments += {"--parameter", QString("Key%1=%2").arg(i).arg(QString(120'000, 'x'))};
     const auto result = tool.run(arguments);

@@ -36,6 +36,10 @@ TEST(WhereAnActionBelongs, IsNoPlaceForABundleWithoutTheModuleForIt)
     EXPECT_EQ(ActionPlace::reasonAgainst(true, {}), "it names no \"WDUserAgentModule\"");
     EXPECT_FALSE(ActionPlace::reasonAgainst(false, {{"WDDaemonModule", "x.so"}}));
     EXPECT_FALSE(ActionPlace::reasonAgainst(true, {{"WDUserAgentModule", "x.so"}}));
+    const QVariantMap alertAlone{
+        {"WDDaemonModule", "x.so"}, {"WDUserAgentModule", "x.so"}, {"WDActsInDaemonOnly", true}};
+    EXPECT_EQ(ActionPlace::reasonAgainst(true, alertAlone), "it acts in the daemon alone");
+    EXPECT_FALSE(ActionPlace::reasonAgainst(false, alertAlone));
 }
 
 TEST(WhereAnActionBelongs, IsNotKnownWhereTheBundleSaysNeitherYesNorNo)
