@@ -1,0 +1,66 @@
+# SPDX-License-Identifier: MIT
+"""How each part of the scenario is judged. A part returns in a sentence what was seen, or raises what was not."""
+
+import time
+
+from emulator import Failure
+
+# Seconds; they only bound a run that fails. Everything is emulated, processor included.
+SLEEP_LIMIT = 300.0  # until the machine sleeps
+WAKE_LIMIT = 300.0
+ACT_LIMIT = 300.0
+POWER_OFF_LIMIT = 420.0
+PART_LIMIT = 420.0
+
+WAKE_TOLERANCE = 3.0  # how far from the alarm's second the machine may wake
+ACT_TOLERANCE = 5  # how late the action may be; its time-out
+ALARM_TOLERANCE = 1.0  # the clock's registers count whole seconds
+DAY = 86400
+
+
+def sleep_and_wake(scenario, fact):
+    """The machine goes to sleep and its clock wakes it at the alarm; when both happened."""
+    alarm = int(scenario.wait_for_fact("the guest to go to sleep", PART_LIMIT, fact))
+    asleep, _ = scenario.wait_for_event("the machine to sleep", SLEEP_LIMIT, "SUSPEND")
+    woken, _ = scenario.wait_for_event("the machine's clock to wake it", WAKE_LIMIT, "WAKEUP")
+    scenario.transcript.write(f"machine: slept for {woken - asleep:.1f} s, woke {woken - alarm:+.1f} s from the alarm")
+    if abs(woken - alarm) > WAKE_TOLERANCE:
+        raise Failure("something else than the alarm woke the machine")
+    return asleep, woken
+
+
+def sleep_wake_act(scenario):
+    _, woken = sleep_and_wake(scenario, "wakes-at")
+    if "acted" in scenario.facts:
+        raise Failure("the action ran before the machine woke")
+    scenario.wait_for_fact("the action", ACT_LIMIT, "acted")
+    action = scenario.action("acted")
+    action.must_be_in_time("the action", ACT_TOLERANCE)
+    if action.scheduled < woken:
+        raise Failure("the machine woke after the action was due")
+    scenario.wait_for_fact("the other schedule", ACT_LIMIT, "not-due")
+    scenario.action("not-due").must_be_to_come("the other action")
+    return "asleep, woken by the RTC, acted"
+
+
+def power_off(scenario):
+    starts = int(scenario.wait_for_fact("the guest to power off", POWER_OFF_LIMIT, "powers-on-at"))
+    _, data = scenario.wait_for_event("the machine to power off", POWER_OFF_LIMIT, "SHUTDOWN")
+    if data.get("reason") != "guest-shutdown":
+        raise Failure(f"the machine did not power itself off: {data.get('reason')}")
+    registers = scenario.machine.clock()
+    of_day = lambda seconds: time.strftime("%H:%M:%S", time.gmtime(seconds))
+    scenario.transcript.write(
+        f"machine: off; the clock's register B is {registers['control']:#04x} "
+        f"(alarm {'armed' if registers['isArmed'] else 'off'}), "
+        f"alarm {of_day(registers['alarm'])}, now {of_day(registers['now'])}")
+    if not registers["isArmed"]:
+        raise Failure("the machine is off and no alarm is armed")
+    distance = (registers["alarm"] - starts + DAY // 2) % DAY - DAY // 2
+    if abs(distance) > ALARM_TOLERANCE:
+        raise Failure(f"the alarm is {distance} s from where it should be, {of_day(starts)}")
+    return "powered off with the alarm armed"
+
+
+# In the order in which they go; the last one switches the machine off.
+PARTS = {"sleep": (sleep_wake_act, power_off)}
