@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """How each part of the scenario is judged. A part returns in a sentence what was seen, or raises what was not."""
 
+import re
 import time
 
 from emulator import Failure
@@ -17,6 +18,9 @@ ACT_TOLERANCE = 5  # how late the action may be; its time-out
 ALARM_TOLERANCE = 1.0  # the clock's registers count whole seconds
 DAY = 86400
 
+# What the record has of an action that went on when the service was restarted.
+AFTER_RESTART = "interrupted"
+
 
 def sleep_and_wake(scenario, fact):
     """The machine goes to sleep and its clock wakes it at the alarm; when both happened."""
@@ -27,6 +31,23 @@ def sleep_and_wake(scenario, fact):
     if abs(woken - alarm) > WAKE_TOLERANCE:
         raise Failure("something else than the alarm woke the machine")
     return asleep, woken
+
+
+def restart(scenario):
+    scenario.wait_for_fact("the restart of the service", PART_LIMIT, "restart-over")
+    long = scenario.action("restart-long")
+    if long.runs != 1:
+        raise Failure(f"the action ran {long.runs} times")
+    if long.state != AFTER_RESTART:
+        raise Failure(f"the action is recorded as {long.state}, not as {AFTER_RESTART}")
+    if (long.ended is not None) != (AFTER_RESTART == "done"):
+        raise Failure(f"the action {'came' if long.ended else 'did not come'} to its end, but is {AFTER_RESTART}")
+    scenario.action("restart-after").must_be_in_time("the next action", ACT_TOLERANCE)
+    right, seen = re.fullmatch(r"right=(\d+) seen=(\S+)", scenario.facts["restart-alarms"]).groups()
+    strange = set(seen.split(",")) - {right, "none"}  # an alarm is cleared before it is set
+    if strange:
+        raise Failure(f"meanwhile the alarm was armed for {', '.join(sorted(strange))} instead of {right}")
+    return f"service restarted, the action is {AFTER_RESTART} and not repeated, the next one ran, the alarm stood"
 
 
 def sleep_wake_act(scenario):
@@ -63,4 +84,4 @@ def power_off(scenario):
 
 
 # In the order in which they go; the last one switches the machine off.
-PARTS = {"sleep": (sleep_wake_act, power_off)}
+PARTS = {"restart": (restart,), "sleep": (sleep_wake_act, power_off)}

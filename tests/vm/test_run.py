@@ -5,6 +5,7 @@
 import os
 import sys
 import unittest
+import unittest.mock
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
@@ -128,6 +129,44 @@ class PowerOff(Judging):
 
     def test_refuses_a_machine_that_was_switched_off(self):
         self.refuse("did not power itself off", self.story("host-qmp-quit"), clock(3600))
+
+
+class Restart(Judging):
+    part = staticmethod(parts.restart)
+
+    def story(self, seen="8000,none", after={}, **changes):
+        return [fact(f"restart-alarms right=8000 seen={seen}"),
+                action("restart-long", 1000, 1000, **{"state": "interrupted", **changes}),
+                action("restart-after", 1035, **{"begun": 1035, "ended": 1035, **after}), fact("restart-over yes")]
+
+    def setUp(self):
+        self.expect("interrupted")
+
+    def expect(self, state):
+        patch = unittest.mock.patch.object(parts, "AFTER_RESTART", state)
+        patch.start()
+        self.addCleanup(patch.stop)
+
+    def test_believes_the_whole_story(self):
+        self.judge(self.story())
+        self.judge(self.story(seen="8000"))
+
+    def test_expects_an_action_that_outlives_the_daemon_to_end(self):
+        self.expect("done")
+        self.judge(self.story(state="done", ended=1020))
+        self.refuse("did not come to its end", self.story(state="done"))
+        self.refuse("recorded as interrupted", self.story())
+
+    def test_refuses_an_action_that_was_repeated_or_is_recorded_as_something_else(self):
+        self.refuse("ran 2 times", self.story(runs=2))
+        self.refuse("recorded as done", self.story(state="done"))
+        self.refuse("came to its end, but is interrupted", self.story(ended=1020))
+
+    def test_refuses_a_next_action_that_did_not_run(self):
+        self.refuse("ran 0 times", self.story(after={"runs": 0}))
+
+    def test_refuses_another_alarm(self):
+        self.refuse("armed for 9000 instead of 8000", self.story(seen="8000,9000,none"))
 
 
 if __name__ == "__main__":
