@@ -16,6 +16,9 @@ PART_LIMIT = 420.0
 WAKE_TOLERANCE = 3.0  # how far from the alarm's second the machine may wake
 ACT_TOLERANCE = 5  # how late the action may be; its time-out
 ALARM_TOLERANCE = 1.0  # the clock's registers count whole seconds
+CLOCKS_APART = 2.0  # the machine reads its clock in whole seconds, at boot and at waking
+BELIEF = 60  # a clock that was doubted at the start is believed when it has stood for so long
+BELIEF_TOLERANCE = 20
 DAY = 86400
 
 # What the record has of an action that went on when the service was restarted.
@@ -48,6 +51,23 @@ def restart(scenario):
     if strange:
         raise Failure(f"meanwhile the alarm was armed for {', '.join(sorted(strange))} instead of {right}")
     return f"service restarted, the action is {AFTER_RESTART} and not repeated, the next one ran, the alarm stood"
+
+
+def clock(scenario):
+    scenario.wait_for_fact("the clock to be wrong and set right twice", 2 * PART_LIMIT, "clock-over")
+    for when, belief in (("start", BELIEF), ("running", 0)):
+        right = int(scenario.facts[f"clock-was-right-again-{when}"])
+        held, following = scenario.action(f"clock-held-{when}"), scenario.action(f"clock-next-{when}")
+        if not held.scheduled < right < following.scheduled:
+            raise Failure("the clock was not wrong when it should have been; is the machine too busy?")
+        what = "the action of the wrong minute"
+        held.must_be_done_once(what)
+        wait = held.begun - right
+        if not belief - CLOCKS_APART <= wait <= belief + BELIEF_TOLERANCE:
+            raise Failure(f"{what} ran {wait} s after the clock was right")
+        following.must_be_in_time("the action after that", ACT_TOLERANCE)
+    scenario.action("clock-far").must_be_to_come("the action of two hours later")
+    return "clock a year ahead, when the daemon started and while it ran: nothing was consumed, all ran when it was right"
 
 
 def sleep_wake_act(scenario):
@@ -84,4 +104,4 @@ def power_off(scenario):
 
 
 # In the order in which they go; the last one switches the machine off.
-PARTS = {"restart": (restart,), "sleep": (sleep_wake_act, power_off)}
+PARTS = {"restart": (restart,), "clock": (clock,), "sleep": (sleep_wake_act, power_off)}

@@ -131,6 +131,39 @@ class PowerOff(Judging):
         self.refuse("did not power itself off", self.story("host-qmp-quit"), clock(3600))
 
 
+class Clock(Judging):
+    part = staticmethod(parts.clock)
+
+    def story(self, held_start={}, held_running={}, next_running={}, far={}, running=1200):
+        start = 1000  # when the clock is right again, as it is a second time
+        return [fact(f"clock-was-right-again-start {start}"), fact(f"clock-was-right-again-running {running}"),
+                action("clock-held-start", 990, **{"begun": 1060, "ended": 1060, **held_start}),
+                action("clock-next-start", 1030, 1030, 1030),
+                action("clock-held-running", 1190, **{"begun": 1200, "ended": 1200, **held_running}),
+                action("clock-next-running", 1230, **{"begun": 1231, "ended": 1231, **next_running}),
+                action("clock-far", 8000, **far), fact("clock-over yes")]
+
+    def test_believes_the_whole_story(self):
+        self.judge(self.story())
+
+    def test_refuses_what_was_given_up(self):
+        self.refuse("ran 0 times", self.story(held_start={"runs": 0, "state": "skipped"}))
+        self.refuse("ran 0 times", self.story(held_running={"runs": 0, "state": "skipped"}))
+        self.refuse("two hours later", self.story(far={"state": "skipped"}))
+
+    def test_refuses_what_came_early_late_or_twice(self):
+        self.refuse("10 s after the clock was right", self.story(held_start={"begun": 1010}))
+        self.refuse("-5 s after the clock was right", self.story(held_running={"begun": 1195}))
+        self.refuse("30 s after the clock was right", self.story(held_running={"begun": 1230}))
+        self.refuse("6 s late", self.story(next_running={"begun": 1236}))
+        self.refuse("ran 2 times", self.story(held_running={"runs": 2}))
+        self.refuse("two hours later", self.story(far={"begun": 900}))
+
+    def test_refuses_what_shows_nothing(self):
+        self.refuse("not wrong when it should", self.story(running=1190))
+        self.refuse("not wrong when it should", self.story(running=1230))
+
+
 class Restart(Judging):
     part = staticmethod(parts.restart)
 
