@@ -17,6 +17,8 @@ WAKE_TOLERANCE = 3.0  # how far from the alarm's second the machine may wake
 ACT_TOLERANCE = 5  # how late the action may be; its time-out
 ALARM_TOLERANCE = 1.0  # the clock's registers count whole seconds
 CLOCKS_APART = 2.0  # the machine reads its clock in whole seconds, at boot and at waking
+SUSPEND_TOLERANCE = 40.0  # from the end of an action until the machine, free to, sleeps
+CLOSED_MEANWHILE = 10  # the lid has to be closed for so much of the action to show something
 BELIEF = 60  # a clock that was doubted at the start is believed when it has stood for so long
 BELIEF_TOLERANCE = 20
 DAY = 86400
@@ -70,6 +72,32 @@ def clock(scenario):
     return "clock a year ahead, when the daemon started and while it ran: nothing was consumed, all ran when it was right"
 
 
+def lid(scenario):
+    asleep, woken = sleep_and_wake(scenario, "lid-wakes-at")
+    again, _ = scenario.wait_for_event("the machine to sleep again", ACT_LIMIT, "SUSPEND")
+    scenario.machine.command("system_wakeup")
+    scenario.wait_for_event("the machine to be woken", WAKE_LIMIT, "WAKEUP")
+    scenario.wait_for_fact("what the guest saw", PART_LIMIT, "lid-over")
+
+    during, closed = scenario.action("lid-during"), int(scenario.facts["lid-closed"])
+    before = scenario.action("lid-before")
+    for what, action, slept in (("the action during which the lid was closed", during, asleep),
+                                ("the action before which the lid was closed", before, again)):
+        action.must_be_in_time(what, ACT_TOLERANCE)
+        if action.sleeps or slept < action.ended - CLOCKS_APART:
+            raise Failure(f"the machine slept before the end of {what}")
+        if slept > action.ended + SUSPEND_TOLERANCE:
+            raise Failure(f"the machine slept only {slept - action.ended:.0f} s after {what}")
+        scenario.transcript.write(f"machine: slept {slept - action.ended:+.1f} s from the end of {what}")
+    if not during.begun <= closed <= during.ended - CLOSED_MEANWHILE:
+        raise Failure("the lid was not closed during the action; is the machine too busy?")
+    if before.scheduled < woken:
+        raise Failure("the machine woke after the action was due")
+    if scenario.facts["lid-is-locked"] != "1":
+        raise Failure("no lock was seen between waking and the action")
+    return "lid closed, during an action and before one: awake until its end, then asleep again"
+
+
 def sleep_wake_act(scenario):
     _, woken = sleep_and_wake(scenario, "wakes-at")
     if "acted" in scenario.facts:
@@ -104,4 +132,4 @@ def power_off(scenario):
 
 
 # In the order in which they go; the last one switches the machine off.
-PARTS = {"restart": (restart,), "clock": (clock,), "sleep": (sleep_wake_act, power_off)}
+PARTS = {"restart": (restart,), "clock": (clock,), "lid": (lid,), "sleep": (sleep_wake_act, power_off)}

@@ -131,6 +131,42 @@ class PowerOff(Judging):
         self.refuse("did not power itself off", self.story("host-qmp-quit"), clock(3600))
 
 
+class Lid(Judging):
+    part = staticmethod(parts.lid)
+    BEGUN = ALARM - 100  # the action during which the lid is closed
+
+    def story(self, asleep=BEGUN + 22, again=ACTS + 12, closed=BEGUN + 3, locked=1, during={}, before={}):
+        return [fact(f"lid-wakes-at {ALARM}"), event("SUSPEND", asleep), event("WAKEUP", ALARM + 1),
+                fact(f"lid-closed {closed}"),
+                action("lid-during", self.BEGUN, **{"begun": self.BEGUN, "ended": self.BEGUN + 20, **during}),
+                fact(f"lid-is-locked {locked}"), event("SUSPEND", again), event("WAKEUP", again + 2),
+                action("lid-before", ACTS, **{"begun": ACTS, "ended": ACTS + 8, **before}), fact("lid-over yes")]
+
+    def test_believes_the_whole_story(self):
+        self.judge(self.story())
+
+    def test_refuses_a_machine_that_slept_before_an_end(self):
+        self.refuse("slept before the end", self.story(asleep=self.BEGUN + 10))
+        self.refuse("slept before the end", self.story(again=ALARM + 31))
+        self.refuse("slept before the end", self.story(during={"sleeps": 1}))
+        self.refuse("slept before the end", self.story(before={"sleeps": 1}))
+
+    def test_refuses_a_machine_that_slept_late_or_not_at_all(self):
+        self.refuse("slept only 50 s", self.story(again=ACTS + 58))
+        story = self.story()
+        self.refuse("the emulator ended", story[:6] + story[8:])
+
+    def test_refuses_an_action_that_was_late_or_did_not_end(self):
+        self.refuse("6 s late", self.story(before={"begun": ACTS + 6, "ended": ACTS + 14}))
+        self.refuse("not come to its end", self.story(during={"ended": None}))
+        self.refuse("recorded as interrupted", self.story(during={"state": "interrupted"}))
+
+    def test_refuses_what_shows_nothing(self):
+        self.refuse("lid was not closed during", self.story(closed=self.BEGUN + 15))
+        self.refuse("lid was not closed during", self.story(closed=self.BEGUN - 1))
+        self.refuse("no lock", self.story(locked=0))
+
+
 class Clock(Judging):
     part = staticmethod(parts.clock)
 
