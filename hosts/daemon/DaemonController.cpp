@@ -85,6 +85,7 @@ void DaemonController::rereadStore()
 {
     m_keeper.scheduler().beginWait();
     const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
+    lookAtClock(); // what is long ago is forgotten
     m_keeper.readStore();
     m_anticipation.forgetGone();
     waitForNext();

@@ -173,8 +173,12 @@ void ScheduleKeeper::forgetGone(const QSet<QString> &faultyIdentifiers, bool has
     m_scheduler.pruneRecord(isGone);
     if (!m_mayHoldGone)
         return;
-    const auto forgotten = m_database.forget(isGone, m_clock.currentDate().addDays(-daysRemembered), dates);
-    m_mayHoldGone = !forgotten || hasUnknown || !faultyIdentifiers.isEmpty();
+    // By a clock that is doubted nothing is long ago.
+    const bool isDoubted = m_scheduler.isClockDoubted();
+    const QDateTime oldest = isDoubted ? QDateTime::fromSecsSinceEpoch(0, Qt::UTC)
+                                       : m_clock.currentDate().addDays(-daysRemembered);
+    const auto forgotten = m_database.forget(isGone, oldest, dates);
+    m_mayHoldGone = !forgotten || isDoubted || hasUnknown || !faultyIdentifiers.isEmpty();
 }
 
 /// Whatever became of an occurrence earlier, however long ago, it does not come due again: what the schedules

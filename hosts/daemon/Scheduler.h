@@ -44,6 +44,7 @@ public:
     /// While the clock is doubted nothing up to `until` comes due, nor what is asked for with such a date;
     /// null ends that.
     void setDoubted(const QDateTime &until) { m_doubtedUntil = until; }
+    bool isClockDoubted() const { return m_doubtedUntil.isValid(); }
 
     /// What has a date up to `until` was held up for `duration`, which is no lateness of its own.
     void excuse(const QDateTime &until, std::chrono::milliseconds duration);

@@ -116,6 +116,26 @@ TEST_F(WrongClockTest, ADaemonThatStartsByAClockThatIsAYearAheadConsumesNothing)
     EXPECT_EQ(skips(), 0);
 }
 
+TEST_F(WrongClockTest, ADaemonThatStartsByAClockThatIsYearsAheadForgetsNoHistory)
+{
+    clock.advance(601s);
+    ASSERT_EQ(actions(), 1);
+    writeStore({changed(entry("a", noon().addYears(3)), "Parameters", parameters)});
+    daemon.reset();
+    const auto isRemembered = [] {
+        const auto outcomes = RecordedOutcomes::open();
+        const auto outcome = outcomes ? outcomes->find("a", noon().addSecs(600)) : outcomes.error();
+        return outcome && outcome->has_value();
+    };
+    ASSERT_TRUE(isRemembered());
+    clock.jumpTo(noon().addYears(2));
+    start();
+    EXPECT_TRUE(isRemembered());
+    clock.advance(61s); // it stands: it is believed
+    daemon->rereadStore();
+    EXPECT_FALSE(isRemembered());
+}
+
 TEST_F(WrongClockTest, NothingCountsAsLongOverWhileTheClockIsDoubted)
 {
     clock.advance(601s);
