@@ -23,6 +23,6 @@ PowerOffDaemonPlugIn::PowerOffDaemonPlugIn() : m_order(SystemPower::Change::Powe
 
 void PowerOffDaemonPlugIn::actInDaemon()
 {
-    const bool isForced = integerParameter(PowerKey::force) == 1;
+    const bool isForced = longIntegerParameter(PowerKey::force) == 1;
     m_order.give(isForced ? PowerOrder::AtLast::Done : PowerOrder::AtLast::GivenUp);
 }

@@ -14,6 +14,6 @@ SleepDaemonPlugIn::SleepDaemonPlugIn()
 
 void SleepDaemonPlugIn::actInDaemon()
 {
-    const bool isForced = integerParameter(PowerKey::force) == 1;
+    const bool isForced = longIntegerParameter(PowerKey::force) == 1;
     m_order.give(isForced ? PowerOrder::AtLast::Done : PowerOrder::AtLast::GivenUp);
 }

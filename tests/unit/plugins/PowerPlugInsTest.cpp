@@ -122,6 +122,21 @@ TEST_F(PowerPlugInsTest, AfterTenMinutesItIsGivenUpUnlessTheScheduleForcesIt)
     }
 }
 
+TEST_F(PowerPlugInsTest, NoNumberButOneForcesIt)
+{
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    power->blocking = {"apt: Upgrades packages"};
+    for (const QString name : {"Sleep", "PowerOff"}) {
+        const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, name);
+        plugIn->setParameters(QVariantMap{{"Force", (1LL << 32) + 1}});
+        plugIn->actInDaemon();
+        clock->advance(10min);
+        EXPECT_EQ(messages().last(), name + ": given up, held up by apt: Upgrades packages.");
+    }
+    EXPECT_EQ(power->powerOffs + power->sleeps, 0);
+}
+
 TEST_F(PowerPlugInsTest, BesideTheAlertANoticeNamesWhoForbidsIt)
 {
     const auto desktop = std::make_shared<FakeUserNotificationPresenter>();
