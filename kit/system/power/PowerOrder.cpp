@@ -5,6 +5,8 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 
+#include <utility>
+
 namespace dozely
 {
 
@@ -22,8 +24,9 @@ PowerOrder::PowerOrder(SystemPower::Change change, QString name, std::function<v
 void PowerOrder::give(AtLast atLast)
 {
     m_atLast = atLast;
-    m_isWaiting = true;
     m_deadline = Port<Clock>::current()->steadyTime() + longestWait;
+    if (std::exchange(m_isWaiting, true))
+        return; // it is tried again soon
     m_told.clear();
     tryAgain();
 }

@@ -26,14 +26,15 @@ public:
     /// `name` begins the lines of the log; `order` is called when the change may happen.
     PowerOrder(SystemPower::Change change, QString name, std::function<void()> order);
 
-    /// Orders the change now, or as soon as nobody forbids it.
+    /// Orders the change now, or as soon as nobody forbids it. While it waits, another call only begins the
+    /// ten minutes anew.
     void give(AtLast atLast);
 
     /// Whether it is still to be ordered.
     bool isWaiting() const { return m_isWaiting; }
 
 Q_SIGNALS:
-    /// It was ordered or given up, after it had to wait.
+    /// It was ordered or given up; within `give` when it did not have to wait.
     void ended();
 
 private:

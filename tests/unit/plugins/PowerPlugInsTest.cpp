@@ -137,6 +137,22 @@ TEST_F(PowerPlugInsTest, NoNumberButOneForcesIt)
     EXPECT_EQ(power->powerOffs + power->sleeps, 0);
 }
 
+TEST_F(PowerPlugInsTest, TwoOrdersWhileOneWaitsAreOne)
+{
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    power->blocking = {"apt: Upgrades packages"};
+    const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, "PowerOff");
+    QSignalSpy ended(plugIn.get(), SIGNAL(actionDidFinish()));
+    plugIn->actInDaemon();
+    clock->advance(5s);
+    plugIn->actInDaemon();
+    power->blocking.clear();
+    clock->advance(1min);
+    EXPECT_EQ(power->powerOffs, 1);
+    EXPECT_EQ(ended.size(), 1);
+}
+
 TEST_F(PowerPlugInsTest, BesideTheAlertANoticeNamesWhoForbidsIt)
 {
     const auto desktop = std::make_shared<FakeUserNotificationPresenter>();
