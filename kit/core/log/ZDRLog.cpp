@@ -39,17 +39,21 @@ void appendText(Bytes &bytes, QStringView text)
     bytes.resize(encoder.appendToBuffer(bytes.data() + size, text) - bytes.data());
 }
 
-// What comes from elsewhere in a message must not begin a line in another's name, or steer the terminal of
-// who reads the log.
-void appendMessage(Bytes &bytes, const QString &message)
+// What comes from elsewhere must not begin a line in another's name, or steer the terminal of who reads the
+// log.
+void appendOneLine(Bytes &bytes, QStringView text)
 {
-    // Some texts of the system bring a line end of their own, which leaves an empty line.
-    const bool hasLineEnd = message.endsWith(u'\n');
-    const QStringView text = QStringView(message).chopped(hasLineEnd ? 1 : 0);
     if (isOneLine(text))
         appendText(bytes, text);
     else
         appendText(bytes, logLabel(text.toString(), wholeText));
+}
+
+void appendMessage(Bytes &bytes, const QString &message)
+{
+    // Some texts of the system bring a line end of their own, which leaves an empty line.
+    const bool hasLineEnd = message.endsWith(u'\n');
+    appendOneLine(bytes, QStringView(message).chopped(hasLineEnd ? 1 : 0));
     if (hasLineEnd)
         append(bytes, "\n");
 }
@@ -168,7 +172,7 @@ void appendAs(std::string_view role, const QString &message)
 void appendWithName(const QString &process, const QString &message)
 {
     Bytes line(stampLength);
-    appendMessage(line, process);
+    appendOneLine(line, process);
     append(line, " ");
     appendMessage(line, message);
     append(line, "\n");

@@ -158,6 +158,13 @@ TEST_F(ZDRLogLine, ComparesProcessNamesExactly)
         EXPECT_EQ(lineOfProcess(name), name + " message");
 }
 
+TEST_F(ZDRLogLine, ALineEndInAProcessNameBeginsNoLine)
+{
+    EXPECT_EQ(lineOfProcess("tool\n").toStdString(), "tool  message");
+    EXPECT_EQ(lineOfProcess("\ntool\r\n").toStdString(), " tool   message");
+    EXPECT_EQ(root.logContent().count('\n'), 2);
+}
+
 TEST_F(ZDRLogLine, TheFourRoleFunctionsWriteTheirRoleWhateverTheProcessIsCalled)
 {
     NSProcessInfo::setProcessName("some tool");
