@@ -26,7 +26,12 @@ bool isOver(const Schedule &schedule, const RecordedOutcomes &outcomes)
     const auto outcome = outcomes.find(schedule.identifier, schedule.date);
     if (!outcome)
         fail(outcome.error());
-    return *outcome && (*outcome)->isOver();
+    if (!*outcome || !(*outcome)->isOver())
+        return false;
+    const auto isInUse = outcomes.isInUse(schedule.identifier); // it was asked for once more
+    if (!isInUse)
+        fail(isInUse.error());
+    return !*isInUse;
 }
 } // namespace
 

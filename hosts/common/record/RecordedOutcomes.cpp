@@ -51,3 +51,12 @@ Result<std::optional<RecordedOutcome>> RecordedOutcomes::find(const QString &ide
         outcome.begun = QDateTime::fromMSecsSinceEpoch(*begun, Qt::UTC);
     return std::optional(outcome);
 }
+
+Result<bool> RecordedOutcomes::isInUse(const QString &identifier) const
+{
+    if (!m_database)
+        return false;
+    auto search = m_database->prepare("SELECT 1 FROM occurrences "
+                                      "WHERE identifier = ?1 AND state IN ('asked', 'begun')");
+    return search.bind(1, identifier).next();
+}

@@ -35,6 +35,9 @@ public:
     dozely::Result<std::optional<RecordedOutcome>> find(const QString &identifier,
                                                         const QDateTime &date) const;
 
+    /// Whether any occurrence of a schedule, whatever its date, is asked for or runs.
+    dozely::Result<bool> isInUse(const QString &identifier) const;
+
 private:
     std::optional<Sqlite> m_database;
 };

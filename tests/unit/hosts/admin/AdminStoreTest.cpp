@@ -134,6 +134,20 @@ TEST_F(AdminStoreTest, ListHasNoOutcomesForWhoMayNotReadTheRecord)
     EXPECT_EQ(entries().size(), 2);
 }
 
+TEST_F(AdminStoreTest, CleanLeavesWhatSomebodyHasAskedForOrWhatRunsAgain)
+{
+    record({{"done", "done", 0}, {"asked", "done", 0}, {"runs", "done", 0}});
+    const auto database = Sqlite::open(recordPath(), Sqlite::File::MustExist, std::chrono::milliseconds(0));
+    ASSERT_TRUE(database);
+    for (const auto &[place, state] : {std::pair(1, "asked"), std::pair(2, "begun")}) {
+        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, 1, ?2, NULL, 0, NULL)");
+        insertion.bind(1, entries().at(place).toMap()["Identifier"].toString()).bind(2, QString(state));
+        ASSERT_TRUE(insertion.run());
+    }
+    EXPECT_EQ(tool.run({"clean"}).output, "\"done\" is over and removed.\n");
+    EXPECT_EQ(entries().size(), 3);
+}
+
 TEST_F(AdminStoreTest, CleanRemovesWhatIsOverUnlessItIsToStay)
 {
     record({{"done", "done", 0}, {"stays", "done", 0}, {"begun", "begun", {}}, {"removed", "removed", {}}});
