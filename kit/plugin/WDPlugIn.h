@@ -124,8 +124,9 @@ public:
     /// does.
     bool actInUserAgentNow() override;
 
-    /// Performs the action here; does nothing unless overridden. Must return soon: the daemon waits. An
-    /// action that goes on afterwards tells so (see WDPlugInFactory).
+    /// Performs the action here; does nothing unless overridden. Must return soon: the daemon waits, and its
+    /// service manager ends one that stands still for three minutes. An action that goes on afterwards tells
+    /// so (see WDPlugInFactory).
     void actInDaemon() override;
 
     /// -5.

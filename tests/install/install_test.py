@@ -153,6 +153,8 @@ class InstallTest(unittest.TestCase):
         daemon = (self.prefix / "lib/systemd/system/dozelyd.service").read_text(encoding="utf-8")
         self.assertIn(f"ExecStart={PREFIX}/sbin/dozelyd\n", daemon)
         self.assertRegex(daemon, r"(?m)^After=.*\btime-sync\.target\b")
+        # It is fed half-way: as much has to be left for a script of a plug-in, which may take a minute.
+        self.assertGreaterEqual(int(re.search(r"(?m)^WatchdogSec=(\d+)$", daemon).group(1)) / 2, 90)
         self.assertTrue((self.stage / AGENT.lstrip("/")).is_file())
         unit = (self.prefix / "lib/systemd/user/dozely-agent.service").read_text(encoding="utf-8")
         self.assertIn(f'ExecStart="{AGENT}"\n', unit)
