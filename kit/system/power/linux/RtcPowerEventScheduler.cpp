@@ -132,6 +132,7 @@ RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm with
     Content former = content;
     const auto clock = RtcAlarm::find(m_writer);
     const auto formerAlarm = clock ? clock->armedFor() : std::nullopt;
+    const bool wasOurs = isOurs(formerAlarm, former);
     if ((failure = change(content)) != 0)
         return {failure};
     const int alarmFailure = setAlarm(content);
@@ -141,9 +142,11 @@ RtcPowerEventScheduler::Outcome RtcPowerEventScheduler::change(WithoutAlarm with
         return {0, alarmFailure};
     former.armed = content.armed;
     setAlarm(former);
-    if (formerAlarm && !clock->armedFor()) {
+    const auto left = clock ? clock->armedFor() : std::nullopt;
+    if (formerAlarm && (!left || (!wasOurs && *left > *formerAlarm))) {
         qint64 reached = 0;
         clock->set(*formerAlarm, &reached); // somebody else's comes back
+        former.armed = wasOurs ? formerAlarm : std::nullopt;
     }
     store->save(former);
     return {failure};

@@ -297,6 +297,16 @@ TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheAlarmOfSomebodyElseAsIt
     EXPECT_THAT(scheduler.scheduledEvents(), IsEmpty());
 }
 
+TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheAlarmOfSomebodyElseThatComesBeforeAnEventOfOurs)
+{
+    ASSERT_EQ(schedule(day, wake), 0);
+    rtc.setAlarm(in(500));
+    rtc.refused = in(100);
+    EXPECT_EQ(schedule(100, wake), EINVAL);
+    EXPECT_EQ(alarm(), 500);
+    EXPECT_THAT(scheduler.scheduledEvents(), SizeIs(1));
+}
+
 TEST_F(RtcPowerEventSchedulerTest, AClockThatReachesHoursOnlyIsStepped)
 {
     rtc.horizon = 6 * hour;
