@@ -123,9 +123,11 @@ void DaemonController::lookAtClock()
     if (!m_clockDoubt.isDoubted() || m_isWatchingClock)
         return;
     m_isWatchingClock = true;
-    m_clock.callAfter(clockLooks, this, [this] {
+    m_clock.callAfter(clockLooks, this, [this, until] {
         m_isWatchingClock = false;
-        waitForNext();
+        lookAtClock();
+        if (m_clockDoubt.until() != until || !m_clockDoubt.isDoubted())
+            waitForNext();
     });
 }
 
