@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+//
+// What a daemon that was killed or started again finds, and what it makes of it.
+#include "hosts/daemon/OccurrenceDatabase.h"
+#include "integration/hosts/HostsFixture.h"
+
+TEST_F(HostsTest, ADaemonThatIsKilledAndStartedAgainNeitherRepeatsNorForgets)
+{
+    startDaemon();
+    // Late enough would be a repetition, were it not remembered.
+    const QVariantMap patient = with(inDaemon, "Time Out", -3600LL);
+    const QVariantMap first = probeEntry("first", patient);
+    writeStore({first});
+    ASSERT_TRUE(logs("Probe acts in the daemon: first"));
+    kill(daemon);
+    const QVariantMap missed = probeEntry("missed", patient, soon().addSecs(-60));
+    writeStore({first, missed});
+    startDaemon();
+    ASSERT_TRUE(logs("Probe acts in the daemon: missed"));
+    const QVariantMap third = probeEntry("third", patient);
+    writeStore({first, missed, third});
+    ASSERT_TRUE(logs("Probe acts in the daemon: third"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: first"), 1);
+    EXPECT_EQ(countOf("Probe acts in the daemon: missed"), 1);
+}
+
+TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
+{
+    startDaemon();
+    const QVariantMap endless =
+        probeEntry("endless", with(with(inDaemon, "Goes On", "for ever"), "Time Out", -3600LL));
+    writeStore({endless});
+    ASSERT_TRUE(logs("Probe acts in the daemon: endless"));
+    kill(daemon);
+    startDaemon();
+    ASSERT_TRUE(logs("was interrupted and is not repeated"));
+    writeStore({endless, probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: endless"), 1);
+}
+
+TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)
+{
+    constexpr int many = 400;
+    startDaemon();
+    const QDateTime date = soon();
+    QVariantList schedules;
+    for (int i = 0; i < many; ++i)
+        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
+    writeStore(schedules);
+    // Soon: on a busy machine the rest run while this process waits for its turn.
+    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > 10; }));
+    kill(daemon);
+    startDaemon();
+    writeStore(schedules + QVariantList{probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    // What was not started was lost, and is told before anything else is begun.
+    for (int i = 0; i < many; ++i) {
+        const QString identifier = QString("m%1.").arg(i);
+        const qsizetype acted = countOf(QString("Probe acts in the daemon: %1,").arg(identifier));
+        EXPECT_LE(acted, 1) << i;
+        EXPECT_GE(acted + countOf(QString("Schedule \"Name of %1\" at ").arg(identifier)), 1) << i;
+    }
+    EXPECT_LT(countOf("Probe acts in the daemon: m"), many) << "it was killed too late to show anything";
+}
+
+TEST_F(HostsTest, OfManyThatBeginTogetherThoseThatWereNotStartedRunAfterAnOrderlyRestart)
+{
+    constexpr int many = 200;
+    startDaemon();
+    const QDateTime date = soon();
+    QVariantList schedules;
+    for (int i = 0; i < many; ++i)
+        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
+    writeStore(schedules);
+    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > many / 4; }));
+    EXPECT_EQ(endOf(daemon), 0);
+    startDaemon();
+    EXPECT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") >= many; }));
+    for (int i = 0; i < many; ++i)
+        EXPECT_EQ(countOf(QString("Probe acts in the daemon: m%1.,").arg(i)), 1) << i;
+}
+
+TEST_F(HostsTest, ADamagedRecordRepeatsNothingAlthoughTheDaemonIsKilledBeforeItSaves)
+{
+    startDaemon();
+    const QVariantMap ran = probeEntry("ran", with(inDaemon, "Time Out", -3600LL));
+    writeStore({ran});
+    ASSERT_TRUE(logs("Probe acts in the daemon: ran"));
+    kill(daemon);
+    for (const char *companion : {"", "-wal", "-shm"})
+        QFile::remove(root.join(recordPath) + companion);
+    write(recordPath, "damaged");
+    startDaemon();
+    kill(daemon);
+    startDaemon();
+    EXPECT_TRUE(logs("was skipped: it may have run before the record was lost"));
+    writeStore({ran, probeEntry("next", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: ran"), 1);
+}
+
+TEST_F(HostsTest, WhatWasAcknowledgedRunsOnceAlthoughTheDaemonIsKilled)
+{
+    constexpr int rounds = 20;
+    constexpr int ordersARound = 5;
+    QVariantList schedules;
+    for (int i = 0; i < rounds * ordersARound; ++i)
+        schedules += probeEntry(QString("s%1.").arg(i), inDaemon, soon().addSecs(3600));
+    writeStore(schedules);
+    QStringList acknowledged;
+    for (int round = 0; round < rounds; ++round) {
+        startDaemon();
+        QHash<QString, std::shared_ptr<QProcess>> posters;
+        for (int i = 0; i < ordersARound; ++i) {
+            const QString identifier = QString("s%1.").arg(round * ordersARound + i);
+            posters.insert(identifier, startPostAs(agentUser(), "daemon", runNow(identifier)));
+        }
+        const auto ended = [&] {
+            return std::count_if(posters.begin(), posters.end(),
+                                 [](const auto &poster) { return poster->state() == QProcess::NotRunning; });
+        };
+        // Killed when some of them have their answers.
+        EXPECT_TRUE(waitUntil([&] { return ended() > round % ordersARound; }));
+        kill(daemon);
+        EXPECT_TRUE(waitUntil([&] { return ended() == ordersARound; }));
+        for (auto poster = posters.cbegin(); poster != posters.cend(); ++poster) {
+            if ((*poster)->exitStatus() == QProcess::NormalExit && (*poster)->exitCode() == 0)
+                acknowledged += poster.key();
+        }
+    }
+    startDaemon();
+    EXPECT_GE(acknowledged.size(), rounds);
+    const auto isLost = [this](const QString &identifier) {
+        return countOf("Probe acts in the daemon: " + identifier) == 0 &&
+               countOf(QString("Schedule \"Name of %1\" at ").arg(identifier)) == 0; // it was interrupted
+    };
+    QStringList lost = acknowledged;
+    EXPECT_TRUE(waitUntil([&] {
+        lost.removeIf([&](const QString &identifier) { return !isLost(identifier); });
+        return lost.isEmpty();
+    })) << lost.join(' ').toStdString();
+    for (int i = 0; i < rounds * ordersARound; ++i)
+        EXPECT_LE(countOf(QString("Probe acts in the daemon: s%1.,").arg(i)), 1) << i;
+}
