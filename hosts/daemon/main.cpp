@@ -7,6 +7,7 @@
 #include "DozelyKit/system/machine/ConsoleUser.h"
 #include "DozelyKit/system/machine/ProcessPriority.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/common/events/EventScriptFunction.h"
 #include "hosts/common/program/HostApplication.h"
@@ -51,6 +52,12 @@ int main(int argc, char **argv)
             return 1;
         }
         // A disk that takes no lock file is no reason to perform nothing.
+    }
+
+    if (Port<SystemPower>::current()->isGoingOff()) {
+        // What began now would be cut short. Whoever started this does so again, should that be called off.
+        ZDRLog("dozelyd does not begin: the machine goes off");
+        return 0;
     }
 
     const auto console = std::make_shared<PinnedConsoleUser>(Port<ConsoleUser>::current());

@@ -226,6 +226,23 @@ TEST_F(PowerHostsTest, SigtermWhileTheMachineGoesOffLeavesTheAlarmForSwitchingOn
     }
 }
 
+TEST_F(PowerHostsTest, ADaemonThatIsStartedWhileTheMachineGoesOffBeginsNothing)
+{
+    const auto goOff = [&](bool goesOff) {
+        return bus.call(
+            logind, logindPath, "org.freedesktop.DBus.Properties.Set",
+            {"org.freedesktop.login1.Manager", "PreparingForShutdown", goesOff ? "<true>" : "<false>"});
+    };
+    writeStore({probeEntry("a", with({{"Acts In User Agent", 0LL}}, "Time Out", -3600LL))});
+    ASSERT_TRUE(goOff(true));
+    EXPECT_EQ(run("/usr/sbin/dozelyd", {"--root", root.path()}).status, 0);
+    EXPECT_EQ(countOf("dozelyd does not begin: the machine goes off"), 1);
+    EXPECT_EQ(countOf("dozelyd started"), 0);
+    ASSERT_TRUE(goOff(false));
+    startDaemon();
+    EXPECT_TRUE(logs("Probe acts in the daemon: a"));
+}
+
 TEST_F(PowerHostsTest, SigtermIsAPowerOffInTheLogAndACleanEnd)
 {
     startDaemon();
