@@ -276,6 +276,7 @@ class Rounds:
         acknowledged, answer = self.add(by_hand=True).end()
         if not acknowledged:
             self.complain(f"nothing can be added any more: {answer}")
+        self.hosts.wait_for_agent()  # one that begins knows nothing of SIGTERM yet
         self.broken += self.hosts.stop() + self.hosts.leftovers()
         self.verdicts |= {name: schedule.verdict for name, schedule in self.schedules.items()}
         for name, count in self.hosts.performed().items():
