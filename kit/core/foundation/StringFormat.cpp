@@ -72,17 +72,17 @@ QString integerText(const Conversion &conversion, const QVariant &argument)
     const bool isSigned = conversion.type == 'd' || conversion.type == 'i';
     if (isSigned && conversion.isPlain()) // nearly every one, and the log is to cost little
         return QString::number(static_cast<qint64>(shifted) >> unused);
-    QByteArray specification = '%' + conversion.flags + QByteArray::number(conversion.width);
+    QByteArray cFormat = '%' + conversion.flags + QByteArray::number(conversion.width);
     if (conversion.precision >= 0)
-        specification += '.' + QByteArray::number(conversion.precision);
-    specification += "ll";
-    specification += conversion.type;
+        cFormat += '.' + QByteArray::number(conversion.precision);
+    cFormat += "ll";
+    cFormat += conversion.type;
     std::array<char, widest + 32> text{};
     if (isSigned)
-        std::snprintf(text.data(), text.size(), specification.constData(),
+        std::snprintf(text.data(), text.size(), cFormat.constData(),
                       static_cast<long long>(static_cast<qint64>(shifted) >> unused));
     else
-        std::snprintf(text.data(), text.size(), specification.constData(),
+        std::snprintf(text.data(), text.size(), cFormat.constData(),
                       static_cast<unsigned long long>(shifted >> unused));
     return QString::fromLatin1(text.data());
 }
@@ -112,14 +112,14 @@ QString fractionText(const Conversion &conversion, const QVariant &argument)
 {
     const bool isNumber =
         argument.typeId() != QMetaType::QString && argument.typeId() != QMetaType::QByteArray;
-    const QByteArray specification =
+    const QByteArray cFormat =
         '%' + conversion.flags + QByteArray::number(conversion.width) +
         (conversion.precision >= 0 ? '.' + QByteArray::number(conversion.precision) : QByteArray()) +
         conversion.type;
     constexpr std::size_t mostDigits = 310; // before the point
     std::array<char, mostDigits + widest + 32> text{};
     const PlainLocale locale;
-    std::snprintf(text.data(), text.size(), specification.constData(), isNumber ? argument.toDouble() : 0.0);
+    std::snprintf(text.data(), text.size(), cFormat.constData(), isNumber ? argument.toDouble() : 0.0);
     return QString::fromLatin1(text.data());
 }
 
