@@ -7,10 +7,10 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
-#include "hosts/common/faults/ThrownBy.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
+#include "hosts/common/plugins/ActionState.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 
@@ -33,19 +33,6 @@ QList<PlugInLoader::Source> trustedSources()
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
-}
-
-/// What a plug-in that runs a program says of its end, -1 when it was not started; absent for one that says
-/// nothing.
-std::optional<qint64> exitStatusOf(WDPlugIn &plugIn)
-{
-    if (plugIn.metaObject()->indexOfMethod("exitStatus()") < 0)
-        return {};
-    int status = -1;
-    const auto thrown = thrownBy([&] {
-        QMetaObject::invokeMethod(&plugIn, "exitStatus", Qt::DirectConnection, Q_RETURN_ARG(int, status));
-    });
-    return thrown ? std::nullopt : std::optional<qint64>(status);
 }
 
 /// The user in whose session alone a schedule may act; absent for one of root's, which acts for whoever is
@@ -321,7 +308,7 @@ void OccurrencePerformer::actInDaemon(const Ready &ready)
 
 void OccurrencePerformer::noteEnd(const Ready &ready)
 {
-    const auto exitStatus = exitStatusOf(*ready.plugIn);
+    const auto exitStatus = ActionState::exitStatus(*ready.plugIn);
     if (exitStatus && *exitStatus < 0)
         m_keeper.note(ready.occurrence, OccurrenceState::NotPerformed); // the plug-in has logged why
     else

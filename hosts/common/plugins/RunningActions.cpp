@@ -1,26 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/RunningActions.h"
 
-#include "DozelyKit/core/log/ZDRLog.h"
-#include "hosts/common/faults/ThrownBy.h"
+#include "hosts/common/plugins/ActionState.h"
 
 #include <algorithm>
-
-namespace
-{
-bool isActing(WDPlugIn &plugIn)
-{
-    if (plugIn.metaObject()->indexOfMethod("isActing()") < 0)
-        return false;
-    bool acting = false;
-    const auto thrown = thrownBy([&] {
-        QMetaObject::invokeMethod(&plugIn, "isActing", Qt::DirectConnection, Q_RETURN_ARG(bool, acting));
-    });
-    if (thrown)
-        ZDRLog("A plug-in was asked whether it acts and raised: %@", *thrown);
-    return !thrown && acting;
-}
-} // namespace
 
 void RunningActions::keep(const std::shared_ptr<WDPlugIn> &plugIn, std::function<void()> finished)
 {
@@ -35,8 +18,9 @@ void RunningActions::keep(const std::shared_ptr<WDPlugIn> &plugIn, std::function
 
 void RunningActions::dropFinished()
 {
-    const auto firstFinished = std::stable_partition(
-        m_running.begin(), m_running.end(), [](const Running &running) { return isActing(*running.plugIn); });
+    const auto firstFinished =
+        std::stable_partition(m_running.begin(), m_running.end(),
+                              [](const Running &running) { return ActionState::isActing(*running.plugIn); });
     std::vector<Running> finished(std::make_move_iterator(firstFinished),
                                   std::make_move_iterator(m_running.end()));
     m_running.erase(firstFinished, m_running.end());

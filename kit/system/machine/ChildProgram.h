@@ -18,8 +18,8 @@ namespace dozely
 
 class RunningProgram;
 
-/// A program that is run beside this one. It leads a session of its own; standard input and error are
-/// /dev/null, and so is standard output unless it is read; no other descriptor, no blocked or ignored signal
+/// A program that is run beside this one. It leads a session of its own; standard error is
+/// /dev/null, and so are standard input unless one is given and standard output unless it is read; no other descriptor, no blocked or ignored signal
 /// and no environment variable but the given ones reaches it. Its limit of open descriptors and its
 /// nice value are those that this process had before DescriptorLimit and ProcessPriority raised its own.
 ///
@@ -30,6 +30,7 @@ struct DOZELYKIT_EXPORT ChildProgram {
     QByteArrayList environment; ///< Entries NAME=VALUE.
     QString workingFolder = QStringLiteral("/");
     bool needsFolder = false; ///< Not started where its folder is not to be had; else it works in "/" then.
+    int input = -1;           ///< An open descriptor that becomes its standard input; -1 for /dev/null.
 
     /// How a program ended, and what it wrote to its standard output.
     struct Ending {

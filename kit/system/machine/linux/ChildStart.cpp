@@ -42,6 +42,7 @@ ChildStart::ChildStart(const ChildProgram &program)
     : m_path(QFile::encodeName(program.path)),
       m_folder(QFile::encodeName(program.workingFolder)),
       m_needsFolder(program.needsFolder),
+      m_input(program.input),
       m_environment(program.environment)
 {
     m_arguments += m_path;
@@ -62,8 +63,8 @@ ChildStart::Failure ChildStart::become(int output) const
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (null < 0 || ::dup2(output < 0 ? null : output, STDOUT_FILENO) < 0 || ::dup2(null, STDIN_FILENO) < 0 ||
-        ::dup2(null, STDERR_FILENO) < 0)
+    if (null < 0 || ::dup2(m_input < 0 ? null : m_input, STDIN_FILENO) < 0 ||
+        ::dup2(output < 0 ? null : output, STDOUT_FILENO) < 0 || ::dup2(null, STDERR_FILENO) < 0)
         return {"dup2", errno};
     // Not closed at once: one of them tells the parent when the start fails.
     if (::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) != 0)

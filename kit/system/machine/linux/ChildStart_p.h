@@ -53,6 +53,7 @@ private:
     QByteArray m_path;
     QByteArray m_folder;
     bool m_needsFolder;
+    int m_input;
     QByteArrayList m_arguments;
     QByteArrayList m_environment;
     std::vector<char *> m_argumentVector;

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/performing/OrderStream.h"
+
+#include "DozelyKit/core/files/PropertyList.h"
+#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <sys/mman.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace dozely;
+
+namespace
+{
+/// Room for one descriptor beside a message.
+union Control {
+    char bytes[CMSG_SPACE(sizeof(int))];
+    cmsghdr alignment;
+};
+
+Error failure(const char *what)
+{
+    return Error{QString("%1: %2").arg(QString(what), qt_error_string(errno))};
+}
+} // namespace
+
+Result<void> OrderStream::send(int socket, const PerformanceOrder &order)
+{
+    const QByteArray data = order.toData();
+    if (data.isEmpty())
+        return Error{"the parameters cannot be sent"};
+    const Descriptor memory(::memfd_create("order", MFD_CLOEXEC));
+    QFile file;
+    if (!memory.isValid() || !file.open(memory.get(), QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(data) != data.size())
+        return failure("memory");
+    char byte = 'O';
+    iovec content{&byte, 1};
+    Control control{};
+    msghdr message{};
+    message.msg_iov = &content;
+    message.msg_iovlen = 1;
+    message.msg_control = control.bytes;
+    message.msg_controllen = sizeof control.bytes;
+    cmsghdr *const header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof(int));
+    const int number = memory.get();
+    std::memcpy(CMSG_DATA(header), &number, sizeof number);
+    if (::sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) != 1)
+        return failure("sendmsg");
+    return {};
+}
+
+bool OrderStream::go(int socket)
+{
+    const char byte = 'G';
+    return ::send(socket, &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
+}
+
+Result<PerformanceOrder> OrderStream::read(int socket)
+{
+    char byte = 0;
+    iovec content{&byte, 1};
+    Control control{};
+    msghdr message{};
+    message.msg_iov = &content;
+    message.msg_iovlen = 1;
+    message.msg_control = control.bytes;
+    message.msg_controllen = sizeof control.bytes;
+    ssize_t size = 0;
+    do {
+        size = ::recvmsg(socket, &message, MSG_CMSG_CLOEXEC);
+    } while (size < 0 && errno == EINTR);
+    if (size < 0)
+        return failure("standard input");
+    const cmsghdr *const header = size == 1 ? CMSG_FIRSTHDR(&message) : nullptr;
+    if (!header || header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS ||
+        header->cmsg_len != CMSG_LEN(sizeof(int)))
+        return Error{"standard input brings no order; hosts of the system start this program"};
+    int number = -1;
+    std::memcpy(&number, CMSG_DATA(header), sizeof number);
+    const Descriptor memory(number);
+    QFile file;
+    if (::lseek(memory.get(), 0, SEEK_SET) != 0 || !file.open(memory.get(), QIODevice::ReadOnly) ||
+        file.size() > PropertyList::ofTheSystem.size)
+        return Error{"the order cannot be read"};
+    return PerformanceOrder::fromData(file.readAll());
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Result.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QVariantMap>
+
+#include <chrono>
+
+/// What a performer is told to do: one occurrence of one schedule, and within which limits. A plain value,
+/// which travels over an inherited descriptor.
+struct PerformanceOrder {
+    /// So long, unless a bundle says otherwise, may an action take to end once it was asked to.
+    static constexpr std::chrono::seconds usualTimeToEnd{90};
+
+    QString schedule;            ///< Its name, for people.
+    QString bundlePath;          ///< The full path.
+    QVariantMap parameters = {}; ///< The plug-in's.
+    QDateTime date = {};         ///< The occurrence's, in its time zone.
+
+    /// The file that stands for this performance, which the performer locks as long as it goes on: the full
+    /// path. What became of it is written beside it (PerformanceOutcome::pathBeside).
+    QString place;
+
+    std::chrono::seconds longest{0};                ///< The action is ended after so long; 0 for never.
+    std::chrono::seconds timeToEnd{usualTimeToEnd}; ///< From being asked to end to being killed.
+
+    QByteArray toData() const;
+
+    /// An error for what toData has not written.
+    static dozely::Result<PerformanceOrder> fromData(const QByteArray &data);
+
+    bool operator==(const PerformanceOrder &) const = default;
+};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/performing/PerformanceOutcome.h"
+
+#include "DozelyKit/core/files/PropertyList.h"
+
+using namespace dozely;
+
+namespace
+{
+constexpr QLatin1StringView hasBegunKey("Has Begun");
+constexpr QLatin1StringView failureKey("Failure");
+constexpr QLatin1StringView exitStatusKey("Exit Status");
+constexpr QLatin1StringView endedKey("Ended");
+constexpr QLatin1StringView outputKey("Output");
+} // namespace
+
+QByteArray PerformanceOutcome::toData() const
+{
+    QVariantMap map{{hasBegunKey, hasBegun}, {failureKey, failure}, {endedKey, ended}, {outputKey, output}};
+    if (exitStatus)
+        map.insert(exitStatusKey, *exitStatus);
+    return PropertyList::toData(map, PropertyList::Format::Binary);
+}
+
+Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
+{
+    const auto list = PropertyList::fromData(data);
+    if (!list)
+        return list.error();
+    const QVariantMap map = list->toMap();
+    const QVariant status = map.value(exitStatusKey);
+    if (map.value(hasBegunKey).typeId() != QMetaType::Bool ||
+        map.value(failureKey).typeId() != QMetaType::QString ||
+        map.value(endedKey).typeId() != QMetaType::QDateTime ||
+        map.value(outputKey).typeId() != QMetaType::QByteArray ||
+        (status.isValid() && status.typeId() != QMetaType::LongLong))
+        return Error{"it is no outcome of an action"};
+    return PerformanceOutcome{map.value(hasBegunKey).toBool(), map.value(failureKey).toString(),
+                              status.isValid() ? std::optional<qint64>(status.toLongLong()) : std::nullopt,
+                              map.value(endedKey).toDateTime(), map.value(outputKey).toByteArray()};
+}

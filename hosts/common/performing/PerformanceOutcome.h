@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Result.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+
+/// What became of one performance, as its performer saw it. A plain value; on disk until the host has taken
+/// it over, so that a host which was started again meanwhile finds it.
+struct PerformanceOutcome {
+    /// Of what an action writes to its standard streams the last so many bytes are kept.
+    static constexpr qsizetype mostOutput = 64 << 10;
+
+    bool hasBegun = false;                 ///< Whether the action was called.
+    QString failure = {};                  ///< A clause that says why it is none that succeeded; else empty.
+    std::optional<qint64> exitStatus = {}; ///< Of the program that it ran, where there was one.
+    QDateTime ended = {};                  ///< UTC.
+    QByteArray output = {};                ///< What the action wrote last.
+
+    QByteArray toData() const;
+
+    /// An error for what toData has not written.
+    static dozely::Result<PerformanceOutcome> fromData(const QByteArray &data);
+
+    /// The file for the outcome of the performance at `place`.
+    static QString pathBeside(const QString &place) { return place + ".outcome"; }
+
+    bool operator==(const PerformanceOutcome &) const = default;
+};

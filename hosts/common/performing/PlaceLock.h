@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Result.h"
+#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+
+#include <QString>
+
+/// The file that stands for one performance: a host makes it, the performer has it locked as long as it goes
+/// on. The kernel gives the lock back, however the performer ends (open file
+/// description locks, fcntl(2)).
+namespace PlaceLock
+{
+/// Makes the file. An error when there is one, or none can be made.
+dozely::Result<void> make(const QString &place);
+
+/// Takes the lock for as long as the descriptor is open. An error when somebody has it, and when the host has
+/// removed the file.
+dozely::Result<dozely::Descriptor> take(const QString &place);
+
+/// Whether somebody has the lock: a performer that is ready or at work.
+bool isHeld(const QString &place);
+
+/// Sees to it that nothing begins at this place any more: removes the file, unless a performer has the lock.
+/// False when one has.
+bool takeBack(const QString &place);
+} // namespace PlaceLock

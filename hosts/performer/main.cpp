@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/performing/OrderStream.h"
+#include "hosts/common/performing/PlaceLock.h"
+#include "hosts/common/program/HostApplication.h"
+#include "hosts/common/program/HostOptions.h"
+#include "hosts/performer/Actor.h"
+#include "hosts/performer/Supervisor.h"
+
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace dozely;
+
+namespace
+{
+struct Pipe {
+    Descriptor readEnd;
+    Descriptor writeEnd;
+
+    bool open()
+    {
+        int ends[2];
+        if (::pipe2(ends, O_CLOEXEC) != 0)
+            return false;
+        readEnd.reset(ends[0]);
+        writeEnd.reset(ends[1]);
+        return true;
+    }
+};
+
+int fail(const QString &why)
+{
+    std::fprintf(stderr, "dozely-performer: %s\n", qPrintable(why));
+    return 1;
+}
+
+void doNotBlock(const Descriptor &descriptor)
+{
+    ::fcntl(descriptor.get(), F_SETFL, ::fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
+}
+
+/// The process that acts: its input is nothing, its output the supervisor's.
+void becomeActor(const Descriptor &output, const sigset_t &formerSignals)
+{
+    ::setsid();
+    const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    ::dup2(nothing.get(), STDIN_FILENO);
+    ::dup2(output.get(), STDOUT_FILENO);
+    ::dup2(output.get(), STDERR_FILENO);
+    ::sigprocmask(SIG_SETMASK, &formerSignals, nullptr);
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    ::umask(022);
+    HostApplication application(argc, argv, "dozely-performer");
+    HostOptions options(
+        "Performs one action of a schedule, as a host of the system asks for it on standard input.");
+    if (const auto status = options.parse(QCoreApplication::arguments()))
+        return *status;
+
+    Descriptor host(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
+    const auto order = OrderStream::read(host.get());
+    if (!order)
+        return fail(order.error().text);
+    const auto lock = PlaceLock::take(order->place);
+    if (!lock)
+        return fail(lock.error().text);
+
+    Pipe go;
+    Pipe report;
+    Pipe output;
+    if (!go.open() || !report.open() || !output.open())
+        return fail(qt_error_string(errno));
+    // Whatever loses its parent stays with this process, which ends all of it when it has to.
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+    sigset_t heard;
+    sigset_t former;
+    ::sigemptyset(&heard);
+    for (const int number : {SIGTERM, SIGINT, SIGCHLD})
+        ::sigaddset(&heard, number);
+    ::sigprocmask(SIG_BLOCK, &heard, &former);
+    Descriptor signalDescriptor(::signalfd(-1, &heard, SFD_CLOEXEC | SFD_NONBLOCK));
+    const pid_t actor = signalDescriptor.isValid() ? ::fork() : -1;
+    if (actor < 0)
+        return fail(qt_error_string(errno));
+    if (actor == 0) {
+        host.reset();
+        go.writeEnd.reset();
+        becomeActor(output.writeEnd, former);
+        return Actor(*order, std::move(go.readEnd), std::move(report.writeEnd)).perform();
+    }
+    doNotBlock(report.readEnd);
+    doNotBlock(output.readEnd);
+    go.readEnd.reset();
+    report.writeEnd.reset();
+    output.writeEnd.reset();
+    return Supervisor(*order,
+                      {std::move(host), std::move(go.writeEnd), std::move(report.readEnd),
+                       std::move(output.readEnd)},
+                      std::move(signalDescriptor), actor)
+        .run();
+}

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/system/machine/ChildProgram.h"
+#include "DozelyKit/system/machine/RunningProgram.h"
+#include "hosts/common/performing/OrderStream.h"
+#include "hosts/common/performing/PerformanceOutcome.h"
+#include "hosts/common/performing/PlaceLock.h"
+#include "support/PrintTo.h"
+#include "support/WaitUntil.h"
+#include "unit/hosts/BundleFixture.h"
+
+#include <QTimeZone>
+
+#include <csignal>
+#include <sys/socket.h>
+
+using namespace dozely;
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// One performer, a real process, below a scratch root.
+class PerformerTest : public BundleFixture
+{
+protected:
+    PerformerTest()
+    {
+        root.makeFolder("/var/lib/dozely/performing");
+        order.schedule = "Backup";
+        order.bundlePath =
+            root.join(makeBundle("Trouble", {{"WDDaemonModule", "TroublePlugIn.so"}}, {PROBE_MODULE}));
+        order.date = noon().toTimeZone(QTimeZone("Europe/Paris"));
+        order.place = root.join("/var/lib/dozely/performing/one");
+        EXPECT_TRUE(PlaceLock::make(order.place));
+    }
+
+    void start()
+    {
+        int ends[2];
+        ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+        host.reset(ends[0]);
+        const Descriptor theirs(ends[1]);
+        ChildProgram program{PERFORMER_PROGRAM, {"--root", root.path()}, {}};
+        program.input = theirs.get();
+        performer = program.start([this](const Result<ChildProgram::Ending> &how) { ending = how; });
+    }
+
+    /// Has it do something, at once; what became of it.
+    PerformanceOutcome perform(const QString &wish)
+    {
+        begin(wish);
+        return outcome();
+    }
+    void begin(const QString &wish)
+    {
+        order.parameters.insert("Do", wish);
+        order.parameters.insert("Marks", root.join("/marks"));
+        start();
+        EXPECT_TRUE(OrderStream::send(host.get(), order));
+        EXPECT_TRUE(OrderStream::go(host.get()));
+    }
+    PerformanceOutcome outcome()
+    {
+        EXPECT_TRUE(waitUntil([&] { return ending.has_value(); }));
+        QFile file(PerformanceOutcome::pathBeside(order.place));
+        if (!file.open(QIODevice::ReadOnly))
+            return {false, "there is no outcome"};
+        const auto read = PerformanceOutcome::fromData(file.readAll());
+        return read ? *read : PerformanceOutcome{false, read.error().text};
+    }
+    QByteArray marks() const
+    {
+        QFile file(root.join("/marks"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    int exitStatus() const { return ending && *ending ? (*ending)->status : -1; }
+
+    PerformanceOrder order;
+    Descriptor host;
+    std::optional<Result<ChildProgram::Ending>> ending;
+    std::unique_ptr<RunningProgram> performer;
+};
+
+TEST_F(PerformerTest, PerformsOnceAndWritesDownThatItDid)
+{
+    const PerformanceOutcome done = perform("nothing");
+    EXPECT_TRUE(done.hasBegun);
+    EXPECT_EQ(done.failure, "");
+    EXPECT_FALSE(done.exitStatus);
+    EXPECT_TRUE(done.ended.isValid());
+    EXPECT_EQ(marks(), "acted\n");
+    EXPECT_EQ(exitStatus(), 0);
+    EXPECT_TRUE(PlaceLock::takeBack(order.place)) << "the lock is free again";
+}
+
+TEST_F(PerformerTest, ActsWhenItIsLetGoAndNotBefore)
+{
+    order.parameters.insert("Marks", root.join("/marks"));
+    start();
+    ASSERT_TRUE(OrderStream::send(host.get(), order));
+    ASSERT_TRUE(waitUntil([&] { return PlaceLock::isHeld(order.place); })) << "it is ready";
+    EXPECT_EQ(marks(), "");
+    EXPECT_FALSE(PlaceLock::takeBack(order.place)) << "it is too late for that";
+    EXPECT_TRUE(OrderStream::go(host.get()));
+    EXPECT_TRUE(outcome().hasBegun);
+    EXPECT_EQ(marks(), "acted\n");
+}
+
+TEST_F(PerformerTest, DoesNothingForAHostThatEndsBeforeItIsTime)
+{
+    order.parameters.insert("Marks", root.join("/marks"));
+    start();
+    ASSERT_TRUE(OrderStream::send(host.get(), order));
+    host.reset();
+    ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
+    EXPECT_EQ(marks(), "");
+    EXPECT_FALSE(QFile::exists(PerformanceOutcome::pathBeside(order.place)));
+}
+
+TEST_F(PerformerTest, GoesOnWhenTheHostEndsAfterwards)
+{
+    begin("go on");
+    host.reset();
+    EXPECT_EQ(outcome().failure, "");
+    EXPECT_EQ(marks(), "acted\nfinished\n");
+}
+
+TEST_F(PerformerTest, TellsTheExitStatusOfTheProgramThatAnActionRan)
+{
+    order.parameters.insert("Exit Status", 3LL);
+    EXPECT_EQ(perform("go on").exitStatus, 3);
+    EXPECT_EQ(exitStatus(), 1);
+}
+
+TEST_F(PerformerTest, SaysWhatAnActionRaised)
+{
+    const PerformanceOutcome raised = perform("throw");
+    EXPECT_TRUE(raised.hasBegun);
+    EXPECT_EQ(raised.failure, "the plug-in was told to");
+}
+
+TEST_F(PerformerTest, SaysThatABundleThatRaisesBeforeItsActionHasNotBegun)
+{
+    const PerformanceOutcome raised = perform("throw when asked");
+    EXPECT_FALSE(raised.hasBegun);
+    EXPECT_EQ(raised.failure, "the plug-in was told to");
+    EXPECT_EQ(marks(), "");
+}
+
+TEST_F(PerformerTest, SaysThatABundleIsNotThere)
+{
+    order.bundlePath += ".gone";
+    const PerformanceOutcome refused = perform("nothing");
+    EXPECT_FALSE(refused.hasBegun);
+    EXPECT_THAT(refused.failure.toStdString(), StartsWith("There is no bundle"));
+}
+
+TEST_F(PerformerTest, SaysHowAnActionEndedItsProcess)
+{
+    EXPECT_EQ(perform("exit").failure, "its process ended by itself with status 0");
+    EXPECT_EQ(exitStatus(), 1);
+}
+
+TEST_F(PerformerTest, SaysBySignalWhichAnActionWasEnded)
+{
+    const PerformanceOutcome crashed = perform("crash");
+    EXPECT_TRUE(crashed.hasBegun);
+    EXPECT_THAT(crashed.failure.toStdString(), HasSubstr("was ended by signal 11"));
+}
+
+TEST_F(PerformerTest, EndsAnActionThatTakesTooLong)
+{
+    order.longest = 1s;
+    EXPECT_EQ(perform("hang").failure, "it took longer than 1 s");
+}
+
+TEST_F(PerformerTest, EndsAnActionWhenItIsAskedTo)
+{
+    begin("hang");
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
+    performer->sendSignal(SIGTERM);
+    EXPECT_EQ(outcome().failure, "it was asked to end");
+}
+
+TEST_F(PerformerTest, KillsWhatDoesNotEndWhenItIsAskedTo)
+{
+    order.longest = 1s;
+    order.timeToEnd = 0s;
+    EXPECT_EQ(perform("refuse to end").failure, "it took longer than 1 s");
+}
+
+TEST_F(PerformerTest, KillsWhatAnActionHasLeftInASessionOfItsOwn)
+{
+    order.longest = 1s;
+    order.timeToEnd = 0s;
+    EXPECT_EQ(perform("leave a child that does not end").failure, "it took longer than 1 s");
+    EXPECT_EQ(marks(), "acted\n");
+}
+
+TEST_F(PerformerTest, KeepsTheEndOfWhatAnActionPrints)
+{
+    const PerformanceOutcome printed = perform("print");
+    EXPECT_EQ(printed.output.size(), PerformanceOutcome::mostOutput);
+    EXPECT_TRUE(printed.output.endsWith("line 99999\nline 100000\n"));
+}
+
+TEST_F(PerformerTest, PerformsNothingAtAPlaceThatSomebodyHas)
+{
+    const auto held = PlaceLock::take(order.place);
+    ASSERT_TRUE(held);
+    begin("nothing");
+    ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
+    EXPECT_EQ(exitStatus(), 1);
+    EXPECT_EQ(marks(), "");
+}
+
+TEST_F(PerformerTest, PerformsNothingAtAPlaceThatTheHostHasTakenBack)
+{
+    EXPECT_TRUE(PlaceLock::takeBack(order.place));
+    begin("nothing");
+    ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
+    EXPECT_EQ(exitStatus(), 1);
+    EXPECT_EQ(marks(), "");
+}
+
+TEST_F(PerformerTest, RefusesWhatIsNoOrder)
+{
+    start();
+    ASSERT_EQ(::send(host.get(), "G", 1, MSG_NOSIGNAL), 1);
+    ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
+    EXPECT_EQ(exitStatus(), 1);
+}

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "DozelyKit/plugin/WDPlugInFactory.h"
+
+#include <QFile>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace
+{
+/// What the action leaves, so that a test can count.
+void mark(const QVariantMap &parameters, const char *text)
+{
+    QFile file(parameters.value("Marks").toString());
+    if (file.open(QIODevice::Append))
+        file.write(text);
+}
+} // namespace
+
+/// A plug-in for tests that does what its parameter "Do" says.
+class TroubleDaemonPlugIn : public WDDaemonPlugIn
+{
+    Q_OBJECT
+public:
+    void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override
+    {
+        WDDaemonPlugIn::setParameters(parameters);
+        if (what() == "throw when asked")
+            throw std::runtime_error("the plug-in was told to");
+    }
+
+    void actInDaemon() override
+    {
+        mark(*parameters(), "acted\n");
+        const QString wish = what();
+        if (wish == "throw")
+            throw std::runtime_error("the plug-in was told to");
+        if (wish == "exit")
+            ::_exit(0);
+        if (wish == "crash")
+            ::raise(SIGSEGV);
+        if (wish == "hang")
+            ::pause();
+        if (wish == "refuse to end") {
+            ::signal(SIGTERM, SIG_IGN);
+            for (;;)
+                ::pause();
+        }
+        if (wish == "leave a child that does not end") {
+            if (::fork() == 0) {
+                ::setsid();
+                ::signal(SIGTERM, SIG_IGN);
+                for (;;)
+                    ::pause();
+            }
+            ::pause();
+        }
+        if (wish == "print") {
+            for (int line = 1; line <= 100'000; ++line)
+                std::printf("line %d\n", line);
+            std::fflush(stdout);
+        }
+        if (wish == "go on") {
+            m_isActing = true;
+            QTimer::singleShot(0, this, [this] {
+                mark(*parameters(), "finished\n");
+                m_isActing = false;
+                Q_EMIT actionDidFinish();
+            });
+        }
+    }
+
+    Q_INVOKABLE bool isActing() const { return m_isActing; }
+    Q_INVOKABLE int exitStatus() const { return parameters()->value("Exit Status", -1).toInt(); }
+
+Q_SIGNALS:
+    void actionDidFinish();
+
+private:
+    QString what() const { return parameters() ? parameters()->value("Do").toString() : QString(); }
+
+    bool m_isActing = false;
+};
+
+class TroubleFactory : public QObject, public WDPlugInFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID WDPlugInFactory_iid)
+    Q_INTERFACES(WDPlugInFactory)
+public:
+    std::unique_ptr<WDPlugIn> make() override { return std::make_unique<TroubleDaemonPlugIn>(); }
+};
+
+#include "TroublePlugIn.moc"
