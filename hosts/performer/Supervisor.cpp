@@ -79,7 +79,7 @@ bool Supervisor::isOver() const
 void Supervisor::wait()
 {
     std::array<pollfd, 4> watched{{{m_signals.get(), POLLIN, 0},
-                                   {m_ends.host.get(), POLLIN, 0},
+                                   {m_mayStillGo ? m_ends.host.get() : -1, POLLIN, 0},
                                    {m_ends.report.get(), POLLIN, 0},
                                    {m_ends.output.get(), POLLIN, 0}}};
     int limit = -1;
@@ -111,7 +111,7 @@ void Supervisor::hearHost()
     const ssize_t size = ::read(m_ends.host.get(), &byte, 1);
     if (size < 0 && (errno == EINTR || errno == EAGAIN))
         return;
-    m_ends.host.reset(); // from now on the host may come and go
+    m_mayStillGo = false; // from now on the host may come and go; it sees the end of this process
     if (size == 1) {
         [[maybe_unused]] const ssize_t written = ::write(m_ends.go.get(), &byte, 1);
         m_ends.go.reset();

@@ -53,6 +53,7 @@ private:
     PerformanceOutcome m_outcome;
     QByteArray m_reports;            // not whole yet
     std::optional<int> m_waitStatus; // of the actor, once it has ended
+    bool m_mayStillGo = true;        // the host has not said
     bool m_isDone = false;           // it said so
     bool m_isCalledOff = false;      // by the host, before it began
     bool m_isStopping = false;

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
+#include "PerformerFixture.h"
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PerformanceOutcome.h"
 #include "hosts/common/performing/PlaceLock.h"
-#include "support/PrintTo.h"
-#include "support/WaitUntil.h"
-#include "unit/hosts/BundleFixture.h"
-
-#include <QTimeZone>
 
 #include <csignal>
 #include <sys/socket.h>
@@ -20,17 +16,12 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 /// One performer, a real process, below a scratch root.
-class PerformerTest : public BundleFixture
+class PerformerTest : public PerformerFixture
 {
 protected:
     PerformerTest()
     {
-        root.makeFolder("/var/lib/dozely/performing");
-        order.schedule = "Backup";
-        order.bundlePath =
-            root.join(makeBundle("Trouble", {{"WDDaemonModule", "TroublePlugIn.so"}}, {PROBE_MODULE}));
-        order.date = noon().toTimeZone(QTimeZone("Europe/Paris"));
-        order.place = root.join("/var/lib/dozely/performing/one");
+        order.place = folder + "/one";
         EXPECT_TRUE(PlaceLock::make(order.place));
     }
 
@@ -54,7 +45,6 @@ protected:
     void begin(const QString &wish)
     {
         order.parameters.insert("Do", wish);
-        order.parameters.insert("Marks", root.join("/marks"));
         start();
         EXPECT_TRUE(OrderStream::send(host.get(), order));
         EXPECT_TRUE(OrderStream::go(host.get()));
@@ -68,14 +58,8 @@ protected:
         const auto read = PerformanceOutcome::fromData(file.readAll());
         return read ? *read : PerformanceOutcome{false, read.error().text};
     }
-    QByteArray marks() const
-    {
-        QFile file(root.join("/marks"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
     int exitStatus() const { return ending && *ending ? (*ending)->status : -1; }
 
-    PerformanceOrder order;
     Descriptor host;
     std::optional<Result<ChildProgram::Ending>> ending;
     std::unique_ptr<RunningProgram> performer;
@@ -95,7 +79,6 @@ TEST_F(PerformerTest, PerformsOnceAndWritesDownThatItDid)
 
 TEST_F(PerformerTest, ActsWhenItIsLetGoAndNotBefore)
 {
-    order.parameters.insert("Marks", root.join("/marks"));
     start();
     ASSERT_TRUE(OrderStream::send(host.get(), order));
     ASSERT_TRUE(waitUntil([&] { return PlaceLock::isHeld(order.place); })) << "it is ready";
@@ -108,7 +91,6 @@ TEST_F(PerformerTest, ActsWhenItIsLetGoAndNotBefore)
 
 TEST_F(PerformerTest, DoesNothingForAHostThatEndsBeforeItIsTime)
 {
-    order.parameters.insert("Marks", root.join("/marks"));
     start();
     ASSERT_TRUE(OrderStream::send(host.get(), order));
     host.reset();

@@ -35,16 +35,27 @@ public:
 
     void actInDaemon() override
     {
-        mark(*parameters(), "acted\n");
         const QString wish = what();
+        if (wish != "hang")
+            mark(*parameters(), "acted\n");
         if (wish == "throw")
             throw std::runtime_error("the plug-in was told to");
         if (wish == "exit")
             ::_exit(0);
         if (wish == "crash")
             ::raise(SIGSEGV);
-        if (wish == "hang")
+        if (wish == "hang") {
+            QFile file(parameters()->value("Marks").toString() + ".supervisor");
+            if (file.open(QIODevice::WriteOnly))
+                file.write(QByteArray::number(::getppid()));
+            file.close();
+            mark(*parameters(), "acted\n");
             ::pause();
+        }
+        if (wish == "wait") {
+            m_isActing = true;
+            waitForMark();
+        }
         if (wish == "refuse to end") {
             ::signal(SIGTERM, SIG_IGN);
             for (;;)
@@ -66,11 +77,7 @@ public:
         }
         if (wish == "go on") {
             m_isActing = true;
-            QTimer::singleShot(0, this, [this] {
-                mark(*parameters(), "finished\n");
-                m_isActing = false;
-                Q_EMIT actionDidFinish();
-            });
+            QTimer::singleShot(0, this, &TroubleDaemonPlugIn::finish);
         }
     }
 
@@ -81,6 +88,22 @@ Q_SIGNALS:
     void actionDidFinish();
 
 private:
+    void finish()
+    {
+        mark(*parameters(), "finished\n");
+        m_isActing = false;
+        Q_EMIT actionDidFinish();
+    }
+
+    /// Until the test has made a file beside the marks.
+    void waitForMark()
+    {
+        if (QFile::exists(parameters()->value("Marks").toString() + ".go"))
+            finish();
+        else
+            QTimer::singleShot(5, this, &TroubleDaemonPlugIn::waitForMark);
+    }
+
     QString what() const { return parameters() ? parameters()->value("Do").toString() : QString(); }
 
     bool m_isActing = false;

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/performing/PerformanceOrder.h"
+#include "hosts/common/performing/PerformanceOutcome.h"
+
+#include <QHash>
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+namespace dozely
+{
+class Clock;
+}
+
+/// The actions of a host, each in a performer, a process of its own, which outlives the host. A host that was
+/// started again finds those that go on, and the outcomes of those that ended meanwhile.
+///
+/// A performance has a name, of letters and digits alone, which must be another one for each that the host
+/// does not know to be over.
+///
+/// THREADING: the main thread. BLOCKING: start, until the performer's program runs, some milliseconds.
+class Performances : public QObject
+{
+    Q_OBJECT
+public:
+    using Ended = std::function<void(const PerformanceOutcome &)>;
+
+    /// `program` is the performer's, `folder` the one for its files, both full paths. Nobody else may be able
+    /// to write there. `clock` must outlive the object.
+    Performances(QString program, QString folder, dozely::Clock &clock);
+    ~Performances() override;
+
+    /// Starts a performer, which makes itself ready and waits. `order.place` need not be set. From then on
+    /// `ended` is called once, from the event loop: at its end, and also when it ends before it was let go.
+    /// An error when it cannot be started; then `ended` is not called.
+    dozely::Result<void> prepare(const QString &name, PerformanceOrder order, Ended ended);
+
+    /// Lets one that is ready act; false when it has ended.
+    bool go(const QString &name);
+
+    /// Takes up one of an earlier process. False when it neither goes on nor has left an outcome: whoever
+    /// performed it was cut short, or never began, and no longer can. `ended` as for prepare.
+    bool adopt(const QString &name, Ended ended);
+
+    /// Removes what nobody will ask for any more: all but those of these names.
+    void sweep(const QStringList &names) const;
+
+private:
+    struct Running;
+    QString placeOf(const QString &name) const;
+    void finish(const QString &name);
+    void lookAtAdopted();
+    std::optional<PerformanceOutcome> takeOutcome(const QString &name) const;
+
+    const QString m_program;
+    const QString m_folder;
+    dozely::Clock &m_clock;
+    QHash<QString, std::shared_ptr<Running>> m_running;
+    bool m_isLooking = false;
+};
