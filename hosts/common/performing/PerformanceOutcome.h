@@ -17,7 +17,8 @@ struct PerformanceOutcome {
 
     bool hasBegun = false;                 ///< Whether the action was called.
     QString failure = {};                  ///< A clause that says why it is none that succeeded; else empty.
-    std::optional<qint64> exitStatus = {}; ///< Of the program that it ran, where there was one.
+    /// Of the program that it ran, where there was one; negative when that could not be started.
+    std::optional<qint64> exitStatus = {};
     QDateTime ended = {};                  ///< UTC.
     QByteArray output = {};                ///< What the action wrote last.
 

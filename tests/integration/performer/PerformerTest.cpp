@@ -70,7 +70,7 @@ TEST_F(PerformerTest, PerformsOnceAndWritesDownThatItDid)
     const PerformanceOutcome done = perform("nothing");
     EXPECT_TRUE(done.hasBegun);
     EXPECT_EQ(done.failure, "");
-    EXPECT_FALSE(done.exitStatus);
+    EXPECT_EQ(done.exitStatus, 0);
     EXPECT_TRUE(done.ended.isValid());
     EXPECT_EQ(marks(), "acted\n");
     EXPECT_EQ(exitStatus(), 0);

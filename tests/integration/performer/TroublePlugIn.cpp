@@ -82,7 +82,7 @@ public:
     }
 
     Q_INVOKABLE bool isActing() const { return m_isActing; }
-    Q_INVOKABLE int exitStatus() const { return parameters()->value("Exit Status", -1).toInt(); }
+    Q_INVOKABLE int exitStatus() const { return parameters()->value("Exit Status", 0).toInt(); }
 
 Q_SIGNALS:
     void actionDidFinish();
