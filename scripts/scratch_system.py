@@ -6,6 +6,7 @@ import datetime
 import os
 import plistlib
 import pwd
+import re
 import shutil
 import signal
 import subprocess
@@ -95,15 +96,22 @@ class System:
     def path(self, relative):
         return os.path.join(self.root, relative)
 
+    def helper_programs(self):
+        """Where the hosts look for the programs that they start, as the build was told."""
+        with open(os.path.join(self.build, "CMakeCache.txt"), encoding="utf-8") as file:
+            cache = dict(re.findall(r"^(CMAKE_INSTALL_(?:PREFIX|LIBEXECDIR)):\w+=(.*)$", file.read(), re.MULTILINE))
+        return os.path.join(cache["CMAKE_INSTALL_PREFIX"], cache["CMAKE_INSTALL_LIBEXECDIR"] or "libexec").lstrip("/")
+
     def lay_out(self, more_plug_ins=()):
         for folder in ("Library/Preferences", PLUG_INS, "private/var/tmp", "run", "var/lib/dozely", "var/log",
-                       "marks/daemon", "marks/session", "usr/bin", "usr/sbin", "usr/lib"):
-            os.makedirs(self.path(folder), mode=0o755)
+                       "marks/daemon", "marks/session", "usr/bin", "usr/sbin", "usr/lib", self.helper_programs()):
+            os.makedirs(self.path(folder), mode=0o755, exist_ok=True)
         copies = [
             ("bundles/Dozely.app", APPLICATION),
             ("bundles/PlugIns/Command.plugin", PLUG_INS + "/Command.plugin"),
             ("hosts/daemon/dozelyd", "usr/sbin/dozelyd"),
             ("hosts/admin/dozely-admin", "usr/bin/dozely-admin"),
+            ("hosts/performer/dozely-performer", self.helper_programs() + "/dozely-performer"),
             ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
             ("kit/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
         ]

@@ -38,9 +38,13 @@ QString senderLabel(const ReceivedOrder &order)
 DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console,
                                    const OccurrenceDatabase::Limits &limits)
     : m_clock(clock),
-      m_keeper(clock, limits),
+      m_performances(Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock),
+      m_keeper(clock, limits,
+               [this](const OccurrenceRecord::Key &key) {
+                   return m_performances.isThere(DaemonActions::nameOf(key));
+               }),
       m_console(std::move(console)),
-      m_performer(m_keeper, m_console, clock),
+      m_performer(m_keeper, m_performances, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
       m_clockDoubt(clock),
       m_power(m_keeper.scheduler(), clock, m_performer.plugIns()),
@@ -68,6 +72,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     removeOverAfter(firstRemoval);
     rereadStore();
+    m_performer.takeUp();
 }
 
 DaemonController::~DaemonController()
@@ -94,10 +99,14 @@ void DaemonController::rereadStore()
 void DaemonController::waitForNext()
 {
     lookAtClock();
+    m_performer.prepareSoonDue();
     auto next = m_performer.hasMore() ? m_clock.currentDate() : m_keeper.scheduler().nextDate();
     const auto announcement = nextAnnouncement();
     if (announcement && (!next || *announcement < *next))
         next = announcement;
+    const auto preparation = m_performer.nextPreparation();
+    if (preparation && (!next || *preparation < *next))
+        next = preparation;
     if (next)
         m_timer->start(*next); // a date that is past comes due at once
     else

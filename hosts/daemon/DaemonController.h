@@ -60,6 +60,7 @@ private:
     std::optional<Occurrence> heldOccurrence(const ReceivedOrder &order) const;
 
     dozely::Clock &m_clock;
+    Performances m_performances;
     ScheduleKeeper m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;

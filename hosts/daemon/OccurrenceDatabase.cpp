@@ -6,6 +6,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/daemon/OccurrenceFile.h"
 #include "hosts/daemon/OccurrenceRow.h"
+#include "hosts/daemon/OccurrenceTables.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,31 +27,6 @@ constexpr qint64 handOverMilliseconds = 3600 * 1000;
 
 /// Files that SQLite keeps beside a database.
 const QStringList companions{"-wal", "-shm", "-journal"};
-
-/// The one of `user_version`.
-constexpr qint64 formatVersion = 1;
-
-constexpr char schema[] = R"(
-CREATE TABLE occurrences (
-    identifier TEXT NOT NULL,
-    date INTEGER NOT NULL,
-    state TEXT NOT NULL CHECK (state IN ('asked', 'begun', 'done', 'skipped', 'not performed', 'removed',
-                                         'interrupted', 'unknown')),
-    asked_by INTEGER,
-    begun INTEGER,
-    lateness INTEGER,
-    place TEXT CHECK (place IN ('daemon', 'session')),
-    handed_to INTEGER,
-    handed_over INTEGER,
-    exit_status INTEGER,
-    PRIMARY KEY (identifier, date)
-) STRICT, WITHOUT ROWID;
-CREATE INDEX not_over ON occurrences (state) WHERE state IN ('asked', 'begun');
-CREATE INDEX handed_over ON occurrences (handed_over) WHERE handed_over IS NOT NULL;
-CREATE INDEX asked_by ON occurrences (asked_by, date) WHERE asked_by IS NOT NULL;
-CREATE TABLE knowledge (nothing_known_before INTEGER) STRICT;
-PRAGMA user_version = 1;
-)";
 
 QString damagedPath()
 {
@@ -102,15 +78,8 @@ Result<void> OccurrenceDatabase::make(const std::optional<QDateTime> &nothingKno
         const auto database = Sqlite::open(unfinished, Sqlite::File::MustExist, patience);
         if (!database)
             return database.error();
-        const auto made = database->transaction([&]() -> Result<void> {
-            if (auto tables = database->run(schema); !tables)
-                return tables;
-            auto insertion = database->prepare("INSERT INTO knowledge VALUES (?1)");
-            insertion.bind(1, nothingKnownBefore
-                                  ? std::optional<qint64>(nothingKnownBefore->toMSecsSinceEpoch())
-                                  : std::nullopt);
-            return insertion.run();
-        });
+        const auto made =
+            database->transaction([&] { return OccurrenceTables::make(*database, nothingKnownBefore); });
         if (!made)
             return made;
         if (auto mode = database->run("PRAGMA journal_mode = WAL"); !mode)
@@ -134,13 +103,6 @@ Result<Sqlite> OccurrenceDatabase::openExisting() const
     // FULL: a commit is on disk when it returns, also after a power cut; one synchronisation for each.
     if (const auto mode = database->run("PRAGMA synchronous = FULL"); !mode)
         return mode.error();
-    auto version = database->prepare("PRAGMA user_version");
-    const auto hasVersion = version.next();
-    if (!hasVersion)
-        return hasVersion.error();
-    if (version.number(0) != formatVersion)
-        return Error{"its format is not known", Sqlite::damaged};
-    (void)version.next();
     // The long check, which compares indexes and tables: a row that an index has lost would not be found.
     auto check = database->prepare("PRAGMA integrity_check(1)");
     const auto isChecked = check.next();
@@ -149,6 +111,8 @@ Result<Sqlite> OccurrenceDatabase::openExisting() const
     if (check.text(0) != "ok")
         return Error{check.text(0), Sqlite::damaged};
     (void)check.next();
+    if (const auto isUpToDate = OccurrenceTables::bringUpToDate(*database); !isUpToDate)
+        return isUpToDate.error();
     // Nothing is run here: tables of another form are refused now and not at the first occurrence.
     auto fits = database->prepare(OccurrenceRow::explainInsertion);
     if (const auto isPrepared = fits.next(); !isPrepared)
@@ -315,7 +279,7 @@ Result<std::optional<OccurrenceEntry>> OccurrenceDatabase::find(const Occurrence
 }
 
 Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
-                                       const CurrentDate &currentDate)
+                                       const CurrentDate &currentDate, const Outputs &outputs)
 {
     if (auto open = ensureOpen(); !open)
         return open;
@@ -337,6 +301,8 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
             if (entry->askedBy)
                 askers += *entry->askedBy;
         }
+        if (auto done = writeOutputs(outputs); !done)
+            return done;
         auto trim = m_database->prepare(OccurrenceRow::trimSchedule);
         for (const QString &identifier : std::as_const(over)) {
             const QDateTime current = currentDate(identifier);
@@ -357,6 +323,21 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
     if (!written)
         m_database.reset();
     return written;
+}
+
+Result<void> OccurrenceDatabase::writeOutputs(const Outputs &outputs) const
+{
+    auto insertion = m_database->prepare(OccurrenceRow::insertOutput);
+    auto trim = m_database->prepare(OccurrenceRow::trimOutputs);
+    for (auto output = outputs.cbegin(); output != outputs.cend(); ++output) {
+        const auto &[identifier, date] = output.key();
+        insertion.bind(1, identifier).bind(2, date.toMSecsSinceEpoch()).bindBytes(3, *output);
+        if (auto done = insertion.run(); !done)
+            return done;
+        if (auto done = trim.bind(1, identifier).bind(2, outputsOfASchedule).run(); !done)
+            return done;
+    }
+    return {};
 }
 
 Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &)> &isGone,

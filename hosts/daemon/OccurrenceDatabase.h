@@ -43,9 +43,16 @@ public:
     /// The date at which a schedule is to run, whose occurrence is never forgotten; invalid for none.
     using CurrentDate = std::function<QDateTime(const QString &identifier)>;
 
-    /// Writes what changed, or that it is gone, at once: on return the disk has all of it, or nothing and an
-    /// error comes back. Forgets what goes beyond the limits.
-    dozely::Result<void> write(const OccurrenceRecord::Changes &changes, const CurrentDate &currentDate);
+    /// What actions wrote last, by occurrence.
+    using Outputs = QHash<OccurrenceRecord::Key, QByteArray>;
+
+    /// Outputs of so many occurrences of a schedule are kept, the latest ones.
+    static constexpr qint64 outputsOfASchedule = 10;
+
+    /// Writes what changed, or that it is gone, and outputs, at once: on return the disk has all of it, or
+    /// nothing and an error comes back. Forgets what goes beyond the limits.
+    dozely::Result<void> write(const OccurrenceRecord::Changes &changes, const CurrentDate &currentDate,
+                               const Outputs &outputs = {});
 
     /// Forgets all of every schedule whose identifier `isGone` names, and what is over and older than
     /// `oldest`, except a schedule's current date.
@@ -57,6 +64,7 @@ private:
     dozely::Result<Sqlite> openExisting() const;
     dozely::Result<void> make(const std::optional<QDateTime> &nothingKnownBefore) const;
     dozely::Result<void> loadInto(Opened &opened, const QDateTime &now);
+    dozely::Result<void> writeOutputs(const Outputs &outputs) const;
     void takeOverPropertyList(Opened &opened, const QDateTime &now);
     void moveAside() const;
 

@@ -10,7 +10,6 @@
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
-#include "hosts/common/plugins/ActionState.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 
@@ -49,12 +48,13 @@ QString couldNotBeReached(quint32 userId)
 }
 } // namespace
 
-OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console,
-                                         Clock &clock)
+OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
+                                         std::shared_ptr<PinnedConsoleUser> console, Clock &clock)
     : m_keeper(keeper),
       m_console(std::move(console)),
       m_clock(clock),
       m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); }),
+      m_actions(keeper, performances),
       m_waits(clock, keeper.scheduler())
 {
 }
@@ -132,6 +132,40 @@ void OccurrencePerformer::takeBack()
     for (const Ready &ready : m_ready)
         m_keeper.takeBack(ready.occurrence);
     m_ready.clear();
+}
+
+void OccurrencePerformer::prepareSoonDue()
+{
+    const Scheduler &scheduler = m_keeper.scheduler();
+    if (hasMore() || scheduler.isClockDoubted()) // those that have begun need what was prepared for them
+        return;
+    m_actions.callOffUnless([&](const Occurrence &occurrence) {
+        const auto schedule = scheduler.schedule(occurrence.schedule.identifier);
+        return schedule == occurrence.schedule && scheduler.isOpen(*schedule);
+    });
+    const QDateTime now = m_clock.currentDate();
+    const QDateTime latest = now.addDuration(preparationTime);
+    for (const Schedule &schedule : scheduler.schedules()) {
+        if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule))
+            continue;
+        const Occurrence occurrence{schedule, schedule.date};
+        const auto bundle = m_actions.mayPrepare(occurrence) ? m_loader.bundle(schedule.fullBundlePath())
+                                                             : Error{"there is no need"};
+        if (bundle && !ActionPlace::actsInUserAgent(schedule.parameters, (*bundle)->infoDictionary()))
+            m_actions.prepare(occurrence, (*bundle)->infoDictionary());
+    }
+}
+
+std::optional<QDateTime> OccurrencePerformer::nextPreparation() const
+{
+    std::optional<QDateTime> next;
+    const QDateTime earliest = m_clock.currentDate().addDuration(preparationTime);
+    for (const Schedule &schedule : m_keeper.scheduler().schedules()) {
+        if (schedule.date > earliest && (!next || schedule.date < *next) &&
+            m_keeper.scheduler().isOpen(schedule))
+            next = schedule.date;
+    }
+    return next ? std::optional(next->addDuration(-preparationTime)) : std::nullopt;
 }
 
 OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurrence &occurrence)
@@ -298,21 +332,7 @@ bool OccurrencePerformer::postToAgent(quint32 userId, const std::function<bool()
 
 void OccurrencePerformer::actInDaemon(const Ready &ready)
 {
-    ZDRLog("%@ acts in the daemon", labelOf(ready.occurrence));
-    if (const auto thrown = GuardedPosting::guardPlugIn([&] { ready.plugIn->actInDaemon(); })) {
-        notPerformed(ready.occurrence, *thrown);
-        return;
-    }
-    m_running.keep(ready.plugIn, [this, ready] { noteEnd(ready); });
-}
-
-void OccurrencePerformer::noteEnd(const Ready &ready)
-{
-    const auto exitStatus = ActionState::exitStatus(*ready.plugIn);
-    if (exitStatus && *exitStatus < 0)
-        m_keeper.note(ready.occurrence, OccurrenceState::NotPerformed); // the plug-in has logged why
-    else
-        m_keeper.noteDone(ready.occurrence, exitStatus);
+    m_actions.perform(ready.occurrence, ready.plugIn->bundle()->infoDictionary());
 }
 
 /// An agent that was slow and has it all the same may hand it back, as any that it was handed.

@@ -3,8 +3,8 @@
 
 #include "DozelyKit/core/foundation/Result.h"
 #include "hosts/common/plugins/PlugInLoader.h"
-#include "hosts/common/plugins/RunningActions.h"
 #include "hosts/daemon/AgentWaits.h"
+#include "hosts/daemon/DaemonActions.h"
 
 #include <deque>
 #include <vector>
@@ -21,9 +21,21 @@ class OccurrencePerformer : public QObject
 {
     Q_OBJECT
 public:
-    /// `keeper` and `clock` must outlive the object.
-    OccurrencePerformer(ScheduleKeeper &keeper, std::shared_ptr<PinnedConsoleUser> console,
-                        dozely::Clock &clock);
+    /// `keeper`, `performances` and `clock` must outlive the object.
+    OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
+                        std::shared_ptr<PinnedConsoleUser> console, dozely::Clock &clock);
+
+    /// Takes up the actions that an earlier daemon began. Once, when the schedules have been read.
+    void takeUp() { m_actions.takeUp(); }
+
+    /// So long before its date an action of the daemon is made ready.
+    static constexpr std::chrono::seconds preparationTime{2};
+
+    /// Makes ready what comes due soon, and calls off what does not any more.
+    void prepareSoonDue();
+
+    /// When there is next something to make ready; absent when there is nothing.
+    std::optional<QDateTime> nextPreparation() const;
 
     /// Decides what becomes of those that came due or were asked for. One is skipped when it is later than
     /// its plug-in's time-out, and held back in the scheduler while it is for a session whose agent cannot be
@@ -86,7 +98,6 @@ private:
     dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Ready &ready);
     void actInDaemon(const Ready &ready);
-    void noteEnd(const Ready &ready);
     std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
     bool postToAgent(quint32 userId, const std::function<bool()> &post);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
@@ -96,7 +107,7 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     dozely::Clock &m_clock;
     PlugInLoader m_loader; // outlives the plug-in objects
-    RunningActions m_running;
+    DaemonActions m_actions;
     std::deque<Ready> m_ready; // recorded as begun
     AgentWaits m_waits;
 };

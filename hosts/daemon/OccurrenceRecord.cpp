@@ -28,6 +28,7 @@ constexpr StateName stateNames[] = {
     {OccurrenceState::Removed, "removed"},
     {OccurrenceState::Interrupted, "interrupted"},
     {OccurrenceState::Unknown, "unknown"},
+    {OccurrenceState::Failed, "failed"},
 };
 
 /// Absent for what is no number of a user.
@@ -158,12 +159,13 @@ QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
     return m_entries.value(identifier).keys();
 }
 
-QList<OccurrenceRecord::Key> OccurrenceRecord::interruptBegun()
+QList<OccurrenceRecord::Key> OccurrenceRecord::interruptBegun(
+    const std::function<bool(const Key &, const OccurrenceEntry &)> &goesOn)
 {
     QList<Key> interrupted;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end(); ++schedule) {
         for (auto entry = schedule->begin(); entry != schedule->end(); ++entry) {
-            if (entry->state != OccurrenceState::Begun)
+            if (entry->state != OccurrenceState::Begun || goesOn({schedule.key(), entry.key()}, *entry))
                 continue;
             entry->state = OccurrenceState::Interrupted;
             entry->handedTo.reset();
@@ -173,6 +175,18 @@ QList<OccurrenceRecord::Key> OccurrenceRecord::interruptBegun()
         }
     }
     return interrupted;
+}
+
+QList<OccurrenceRecord::Key> OccurrenceRecord::begunInDaemon() const
+{
+    QList<Key> begun;
+    for (auto schedule = m_entries.cbegin(); schedule != m_entries.cend(); ++schedule) {
+        for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry) {
+            if (entry->state == OccurrenceState::Begun && entry->place == ActingPlace::Daemon)
+                begun += {schedule.key(), entry.key()};
+        }
+    }
+    return begun;
 }
 
 bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates,

@@ -20,8 +20,9 @@ enum class OccurrenceState {
     Skipped,      ///< Found too late.
     NotPerformed, ///< Its action could not be started.
     Removed,      ///< Dropped at the wish of the user whose agent had it.
-    Interrupted,  ///< Begun by a daemon that died before the end.
+    Interrupted,  ///< Begun, and cut short without anybody who could tell how.
     Unknown,      ///< Sent to an agent that did not answer: it may have been performed.
+    Failed,       ///< Performed, but not to a good end.
 };
 
 /// Where an action was performed.
@@ -37,6 +38,8 @@ struct OccurrenceEntry {
     std::optional<qint64> lateness = {}; ///< Milliseconds: when it began, or was found too late.
     ActingPlace place = ActingPlace::Unknown;
     std::optional<qint64> exitStatus = {}; ///< Of the program that it ran, where that is known.
+    QDateTime ended = {};                  ///< When an action in a performer ended, UTC.
+    QString failure = {};                  ///< Why it failed: a clause; empty when it did not.
 
     /// Whether nothing becomes of it any more by itself.
     bool isOver() const { return state != OccurrenceState::Asked && state != OccurrenceState::Begun; }
@@ -77,8 +80,11 @@ public:
     /// Forgets one occurrence.
     void remove(const QString &identifier, const QDateTime &date);
 
-    /// Turns what is begun into interrupted; which that was.
-    QList<Key> interruptBegun();
+    /// Turns what is begun, and does not go on, into interrupted; which that was.
+    QList<Key> interruptBegun(const std::function<bool(const Key &, const OccurrenceEntry &)> &goesOn);
+
+    /// What is begun in the daemon.
+    QList<Key> begunInDaemon() const;
 
     /// Drops from memory what is no longer needed, which is no change: all of a schedule that is gone, and of
     /// the others all but the current date's (`currentDates`, by identifier), what is not over, and the

@@ -4,12 +4,12 @@
 using namespace dozely;
 
 const char *const OccurrenceRow::insertOrReplace =
-    "INSERT OR REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)";
+    "INSERT OR REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
 const char *const OccurrenceRow::insertOrIgnore =
-    "INSERT OR IGNORE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)";
+    "INSERT OR IGNORE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
 
 const char *const OccurrenceRow::explainInsertion =
-    "EXPLAIN INSERT INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)";
+    "EXPLAIN INSERT INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
 
 const char *const OccurrenceRow::trimSchedule =
     "DELETE FROM occurrences WHERE identifier = ?1 AND state NOT IN ('asked', 'begun') AND date IS NOT ?3 "
@@ -24,6 +24,14 @@ const char *const OccurrenceRow::trimAsker =
 const char *const OccurrenceRow::removeOld =
     "DELETE FROM occurrences WHERE identifier = ?1 AND date < ?2 AND date IS NOT ?3 "
     "AND state NOT IN ('asked', 'begun')";
+
+const char *const OccurrenceRow::insertOutput =
+    "INSERT OR REPLACE INTO outputs SELECT ?1, ?2, ?3 WHERE EXISTS "
+    "(SELECT 1 FROM occurrences WHERE identifier = ?1 AND date = ?2)";
+
+const char *const OccurrenceRow::trimOutputs =
+    "DELETE FROM outputs WHERE identifier = ?1 AND date <= (SELECT date FROM outputs WHERE identifier = ?1 "
+    "ORDER BY date DESC LIMIT 1 OFFSET ?2)";
 
 const char *const OccurrenceRow::interruptBegun =
     "UPDATE occurrences SET state = 'interrupted', handed_to = NULL, handed_over = NULL "
@@ -72,7 +80,9 @@ SqliteStatement &OccurrenceRow::bind(SqliteStatement &statement, const Occurrenc
         statement.bind(7, QString(entry.place == ActingPlace::Daemon ? "daemon" : "session"));
     return statement.bind(8, widened(entry.handedTo))
         .bind(9, milliseconds(entry.handedOver))
-        .bind(10, entry.exitStatus);
+        .bind(10, entry.exitStatus)
+        .bind(11, milliseconds(entry.ended))
+        .bind(12, entry.failure);
 }
 
 Result<std::pair<OccurrenceRecord::Key, OccurrenceEntry>>
@@ -92,5 +102,7 @@ OccurrenceRow::read(const SqliteStatement &statement)
                   : place == "session" ? ActingPlace::Session
                                        : ActingPlace::Unknown;
     entry.exitStatus = statement.number(9);
+    entry.ended = dateOf(statement.number(10));
+    entry.failure = statement.text(11);
     return std::pair(OccurrenceRecord::Key(statement.text(0), dateOf(statement.number(1))), entry);
 }

@@ -25,6 +25,12 @@ extern const char *const trimAsker;
 /// ?1 identifier, ?2 the date before which nothing that is over stays, but for ?3, the current date.
 extern const char *const removeOld;
 
+/// ?1 identifier, ?2 date, ?3 output; nothing for an occurrence that is gone.
+extern const char *const insertOutput;
+
+/// ?1 identifier, ?2 of how many occurrences the output stays.
+extern const char *const trimOutputs;
+
 /// For a daemon that did not begin any of it itself.
 extern const char *const interruptBegun;
 

@@ -30,13 +30,16 @@ constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
 /// So much of what one user asks for is remembered: a bound for the record, whatever programs of that user
 /// do.
 constexpr qsizetype mostAskedByOneUser = 200;
+
+constexpr qsizetype mostOutputsInMemory = 1000;
 } // namespace
 
-ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, QObject *parent)
+ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, const GoesOn &goesOn,
+                               QObject *parent)
     : QObject(parent), m_clock(clock), m_scheduler(clock), m_pause(firstPause), m_savePause(firstPause)
 {
     m_database.setLimits(limits);
-    loadRecord();
+    loadRecord(goesOn);
 }
 
 bool ScheduleKeeper::isLongOver(const Schedule &schedule) const
@@ -83,13 +86,15 @@ void ScheduleKeeper::removeOver()
                static_cast<qlonglong>(daysShown));
 }
 
-void ScheduleKeeper::loadRecord()
+void ScheduleKeeper::loadRecord(const GoesOn &goesOn)
 {
     OccurrenceDatabase::Opened opened = m_database.open(m_clock.currentDate());
     for (const QString &complaint : std::as_const(opened.complaints))
         ZDRLog("%@", logLabel(complaint));
     m_scheduler.setNothingKnownBefore(opened.nothingKnownBefore);
-    m_interrupted = opened.record.interruptBegun();
+    m_interrupted = opened.record.interruptBegun([&](const auto &key, const OccurrenceEntry &entry) {
+        return entry.place == ActingPlace::Daemon && goesOn && goesOn(key);
+    });
     m_scheduler.record() = std::move(opened.record);
     if (m_scheduler.record().hasChanges())
         saveSoon();
@@ -253,9 +258,19 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
     saveSoon();
 }
 
-void ScheduleKeeper::noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus)
+void ScheduleKeeper::noteInterrupted(const Occurrence &occurrence)
 {
-    m_scheduler.noteDone(occurrence, exitStatus);
+    note(occurrence, OccurrenceState::Interrupted);
+    m_interrupted += {occurrence.schedule.identifier, occurrence.date};
+    tellInterrupted();
+}
+
+void ScheduleKeeper::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
+{
+    m_scheduler.noteEnd(occurrence, outcome);
+    // While the disk refuses, what would grow without end is given up.
+    if (!outcome.output.isEmpty() && m_outputs.size() < mostOutputsInMemory)
+        m_outputs.insert({occurrence.schedule.identifier, occurrence.date}, outcome.output);
     saveSoon();
 }
 
@@ -292,9 +307,10 @@ Result<void> ScheduleKeeper::save()
     OccurrenceRecord &record = m_scheduler.record();
     if (!record.hasChanges())
         return {};
-    auto saved = m_database.write(record.changes(), currentDates());
+    auto saved = m_database.write(record.changes(), currentDates(), m_outputs);
     if (saved) {
         record.forgetChanges();
+        m_outputs.clear();
         m_savePause = firstPause;
     } else {
         saveAgainLater();

@@ -18,9 +18,14 @@ class ScheduleKeeper : public QObject
 {
     Q_OBJECT
 public:
-    /// Opens the record; `limits` says how much of it is kept. `clock` and `parent` must outlive the object.
+    /// Whether an action that another daemon began in a process of its own goes on, or has left word of its
+    /// end.
+    using GoesOn = std::function<bool(const OccurrenceRecord::Key &)>;
+
+    /// Opens the record; `limits` says how much of it is kept. What was begun and does not go on was
+    /// interrupted; without `goesOn` nothing goes on. `clock` and `parent` must outlive the object.
     explicit ScheduleKeeper(dozely::Clock &clock, const OccurrenceDatabase::Limits &limits = {},
-                            QObject *parent = nullptr);
+                            const GoesOn &goesOn = {}, QObject *parent = nullptr);
 
     Scheduler &scheduler() { return m_scheduler; }
     const Scheduler &scheduler() const { return m_scheduler; }
@@ -50,8 +55,11 @@ public:
     /// Notes what became of an occurrence; the disk has it a little later, or after flush.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 
-    /// Notes that an action in the daemon has ended, with the exit status of the program that it ran.
-    void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
+    /// Notes, and tells in the log, that an action was cut short and nobody knows how far it came.
+    void noteInterrupted(const Occurrence &occurrence);
+
+    /// Notes how an action in the daemon has ended, and what it wrote.
+    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome);
 
     /// Removes from the store what is over for 30 days and is not to stay. Nothing happens while another
     /// program changes the store. By a clock that is doubted anything may be long over: do not call it then.
@@ -67,7 +75,7 @@ Q_SIGNALS:
     void storeMayBeReadable();
 
 private:
-    void loadRecord();
+    void loadRecord(const GoesOn &goesOn);
     void tellInterrupted();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
@@ -89,6 +97,7 @@ private:
     std::chrono::seconds m_pause;
     quint64 m_reading = 0;
     OccurrenceDatabase m_database;
+    OccurrenceDatabase::Outputs m_outputs; // not saved yet
     bool m_isSaveComing = false;
     bool m_isSaveRepeated = false; // since the disk refused
     std::chrono::seconds m_savePause;

@@ -212,11 +212,17 @@ void Scheduler::takeBack(const Occurrence &occurrence)
         m_record.remove(occurrence.schedule.identifier, occurrence.date);
 }
 
-void Scheduler::noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus)
+void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
 {
-    note(occurrence, OccurrenceState::Done);
+    const bool isPerformed = outcome.isPerformed();
+    note(occurrence, !isPerformed              ? OccurrenceState::NotPerformed
+                     : outcome.isSuccess() ? OccurrenceState::Done
+                                               : OccurrenceState::Failed);
     auto entry = *m_record.find(occurrence.schedule.identifier, occurrence.date);
-    entry.exitStatus = exitStatus;
+    if (isPerformed)
+        entry.exitStatus = outcome.exitStatus;
+    entry.ended = outcome.ended;
+    entry.failure = outcome.failure;
     m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
 }
 

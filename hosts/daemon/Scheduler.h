@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/performing/PerformanceOutcome.h"
 #include "hosts/common/schedules/Schedule.h"
 #include "hosts/daemon/OccurrenceRecord.h"
 
@@ -106,8 +107,8 @@ public:
     /// Remembers that one which was about to begin certainly did not: it is as it was before.
     void takeBack(const Occurrence &occurrence);
 
-    /// Remembers that an action has ended, with the exit status of the program that it ran.
-    void noteDone(const Occurrence &occurrence, std::optional<qint64> exitStatus);
+    /// Remembers how an action ended.
+    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome);
 
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});

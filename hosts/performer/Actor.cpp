@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/common/events/EventScriptFunction.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionState.h"
 #include "hosts/performer/Report.h"
@@ -44,6 +45,7 @@ bool Actor::mayGo() const
 
 int Actor::perform()
 {
+    EventScriptFunction::registerFunction();
     const auto refuse = [this](const QString &why) {
         Report::send(m_report.get(), Report::Kind::Refused, why);
         return 0;

@@ -22,7 +22,7 @@ struct PerformanceOrder {
 
     /// The file that stands for this performance, which the performer locks as long as it goes on: the full
     /// path. What became of it is written beside it (PerformanceOutcome::pathBeside).
-    QString place;
+    QString place = {};
 
     std::chrono::seconds longest{0};                ///< The action is ended after so long; 0 for never.
     std::chrono::seconds timeToEnd{usualTimeToEnd}; ///< From being asked to end to being killed.

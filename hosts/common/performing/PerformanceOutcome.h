@@ -19,8 +19,13 @@ struct PerformanceOutcome {
     QString failure = {};                  ///< A clause that says why it is none that succeeded; else empty.
     /// Of the program that it ran, where there was one; negative when that could not be started.
     std::optional<qint64> exitStatus = {};
-    QDateTime ended = {};                  ///< UTC.
+    QDateTime ended = {};                  ///< UTC; invalid when the performer ended without a word.
     QByteArray output = {};                ///< What the action wrote last.
+
+    /// Whether it came to the action itself, and to the program that it runs.
+    bool isPerformed() const { return hasBegun && exitStatus.value_or(0) >= 0; }
+    /// Whether nothing went wrong, for all that is known.
+    bool isSuccess() const { return isPerformed() && failure.isEmpty() && exitStatus.value_or(0) == 0; }
 
     QByteArray toData() const;
 

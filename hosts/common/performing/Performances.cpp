@@ -24,6 +24,15 @@ namespace
 /// Between two looks at those of an earlier process, whose end nobody tells.
 constexpr std::chrono::seconds betweenLooks(1);
 
+/// What an action finds is what it would have found within the host.
+QByteArrayList ownEnvironment()
+{
+    QByteArrayList environment;
+    for (char **entry = environ; *entry; ++entry)
+        environment += *entry;
+    return environment;
+}
+
 constexpr qint64 largestOutcome = 1 << 20; // bytes
 } // namespace
 
@@ -32,6 +41,11 @@ struct Performances::Running {
     Descriptor host; ///< The performer has the other end; none for one of an earlier process.
     std::unique_ptr<DescriptorWatch> watch;
 };
+
+QString Performances::programNamed(const QString &name)
+{
+    return RootFolder::join(QString(DOZELY_LIBEXECDIR) + '/' + name);
+}
 
 Performances::Performances(QString program, QString folder, Clock &clock)
     : m_program(std::move(program)), m_folder(std::move(folder)), m_clock(clock)
@@ -57,7 +71,7 @@ Result<void> Performances::prepare(const QString &name, PerformanceOrder order, 
     const Descriptor theirs(ends[1]);
     if (auto made = PlaceLock::make(order.place); !made)
         return made;
-    ChildProgram program{m_program, {"--root", RootFolder::path()}, {}};
+    ChildProgram program{m_program, {"--root", RootFolder::path()}, ownEnvironment()};
     program.input = theirs.get();
     // Sent before there is somebody to read it: it waits.
     auto sent = OrderStream::send(running->host.get(), order);
@@ -77,10 +91,22 @@ bool Performances::go(const QString &name)
     return running && OrderStream::go(running->host.get());
 }
 
-bool Performances::adopt(const QString &name, Ended ended)
+void Performances::callOff(const QString &name)
+{
+    // The end of the connection is how the performer learns of it; it removes nothing.
+    if (m_running.remove(name) > 0)
+        QFile::remove(placeOf(name));
+}
+
+bool Performances::isThere(const QString &name) const
 {
     const bool goesOn = PlaceLock::isHeld(placeOf(name)) || !PlaceLock::takeBack(placeOf(name));
-    if (!goesOn && !QFile::exists(PerformanceOutcome::pathBeside(placeOf(name))))
+    return goesOn || QFile::exists(PerformanceOutcome::pathBeside(placeOf(name)));
+}
+
+bool Performances::adopt(const QString &name, Ended ended)
+{
+    if (!isThere(name))
         return false;
     auto running = std::make_shared<Running>();
     running->ended = std::move(ended);
@@ -127,7 +153,7 @@ void Performances::finish(const QString &name)
     const auto running = m_running.take(name); // stays for as long as its own handler runs
     const auto outcome = takeOutcome(name);
     QFile::remove(placeOf(name));
-    running->ended(outcome.value_or(PerformanceOutcome{false, "its performer ended without a word"}));
+    running->ended(outcome.value_or(PerformanceOutcome{true, "its performer ended without a word"}));
 }
 
 void Performances::sweep(const QStringList &names) const

@@ -28,6 +28,9 @@ class Performances : public QObject
 public:
     using Ended = std::function<void(const PerformanceOutcome &)>;
 
+    /// The full path of a performer's program, which lies where the system's helper programs are.
+    static QString programNamed(const QString &name);
+
     /// `program` is the performer's, `folder` the one for its files, both full paths. Nobody else may be able
     /// to write there. `clock` must outlive the object.
     Performances(QString program, QString folder, dozely::Clock &clock);
@@ -40,6 +43,12 @@ public:
 
     /// Lets one that is ready act; false when it has ended.
     bool go(const QString &name);
+
+    /// Ends one that was not let go; `ended` is not called.
+    void callOff(const QString &name);
+
+    /// Whether one of an earlier process goes on, or has left word of its end.
+    bool isThere(const QString &name) const;
 
     /// Takes up one of an earlier process. False when it neither goes on nor has left an outcome: whoever
     /// performed it was cut short, or never began, and no longer can. `ended` as for prepare.

@@ -76,6 +76,13 @@ SqliteStatement &SqliteStatement::bind(int parameter, std::optional<qint64> numb
     return *this;
 }
 
+SqliteStatement &SqliteStatement::bindBytes(int parameter, const QByteArray &bytes)
+{
+    sqlite3_bind_blob(m_statement.get(), parameter, bytes.constData(), static_cast<int>(bytes.size()),
+                      SQLITE_TRANSIENT);
+    return *this;
+}
+
 Result<bool> SqliteStatement::next()
 {
     const int code = m_statement ? sqlite3_step(m_statement.get()) : SQLITE_ERROR;
@@ -113,4 +120,10 @@ std::optional<qint64> SqliteStatement::number(int column) const
     if (sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL)
         return {};
     return sqlite3_column_int64(m_statement.get(), column);
+}
+
+QByteArray SqliteStatement::bytes(int column) const
+{
+    const auto *bytes = static_cast<const char *>(sqlite3_column_blob(m_statement.get(), column));
+    return {bytes, sqlite3_column_bytes(m_statement.get(), column)};
 }

@@ -23,6 +23,7 @@ public:
     /// @{
     SqliteStatement &bind(int parameter, const QString &text);
     SqliteStatement &bind(int parameter, std::optional<qint64> number);
+    SqliteStatement &bindBytes(int parameter, const QByteArray &bytes);
     /// @}
 
     /// Goes on to the next row: whether there is one. BLOCKING: for the disk.
@@ -35,6 +36,7 @@ public:
     /// @{
     QString text(int column) const;
     std::optional<qint64> number(int column) const;
+    QByteArray bytes(int column) const;
     /// @}
 
 private:

@@ -210,9 +210,10 @@ void ZDRLogAdmin(const QString &message)
 void ZDRLogText(const QString &message)
 {
     const QString process = NSProcessInfo::processName();
-    if (process == u"dozelyd")
+    // What a performer has to say comes from an action of its host.
+    if (process == u"dozelyd" || process == u"dozely-performer")
         ZDRLogDaemon(message);
-    else if (process == u"Dozely Agent")
+    else if (process == u"Dozely Agent" || process == u"dozely-session-performer")
         ZDRLogUserAgent(message);
     else if (process == u"Dozely")
         ZDRLogPrefPane(message);

@@ -17,6 +17,7 @@ namespace
 const QString daemonProgram = "/usr/sbin/dozelyd";
 const QString agentProgram =
     "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent";
+const QString performerProgram = QString(LIBEXEC_FOLDER) + "/dozely-performer";
 const QString dyingAgentProgram = "/usr/lib/dying_agent";
 const QString posterProgram = "/usr/lib/order_poster";
 const QString library = "/usr/lib/libDozelyKit.so.0";
@@ -31,6 +32,7 @@ HostSystem::HostSystem()
     // Copies, since the console user need not be able to read the build folder.
     copyProgram(DAEMON_PROGRAM, daemonProgram);
     copyProgram(AGENT_PROGRAM, agentProgram);
+    copyProgram(PERFORMER_PROGRAM, performerProgram);
     copyProgram(DYING_AGENT_PROGRAM, dyingAgentProgram);
     copyProgram(POSTER_PROGRAM, posterProgram);
     copyProgram(KIT_LIBRARY, library);
@@ -49,6 +51,7 @@ HostSystem::~HostSystem()
         if (*process)
             kill(*process);
     }
+    killPerformers();
     if (HasFailure())
         std::fprintf(stderr, "The log:\n%s", root.logContent().constData());
 }
@@ -137,6 +140,17 @@ void HostSystem::kill(std::unique_ptr<QProcess> &process)
     process->kill();
     process->waitForFinished(patience);
     process.reset();
+}
+
+void HostSystem::killPerformers() const
+{
+    for (const QString &entry : QDir("/proc").entryList(QDir::Dirs)) {
+        bool isNumber = false;
+        const pid_t process = entry.toInt(&isNumber);
+        const QString program = isNumber ? QFile::symLinkTarget("/proc/" + entry + "/exe") : QString();
+        if (program.startsWith(root.path() + '/') && program.contains("performer"))
+            ::kill(process, SIGKILL);
+    }
 }
 
 HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments,

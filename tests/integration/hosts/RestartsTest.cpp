@@ -32,11 +32,52 @@ TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
     writeStore({endless});
     ASSERT_TRUE(logs("Probe acts in the daemon: endless"));
     kill(daemon);
+    killPerformers(); // as a power cut does
     startDaemon();
     ASSERT_TRUE(logs("was interrupted and is not repeated"));
     writeStore({endless, probeEntry("next", inDaemon)});
     ASSERT_TRUE(logs("Probe acts in the daemon: next"));
     EXPECT_EQ(countOf("Probe acts in the daemon: endless"), 1);
+}
+
+TEST_F(HostsTest, AnActionGoesOnWhileTheDaemonIsStartedAgainWhichRecordsItsEnd)
+{
+    for (const bool isKilled : {false, true}) {
+        startDaemon();
+        const QString end = root.join(QString("/end%1").arg(isKilled));
+        const QString name = isKilled ? "killed" : "stopped";
+        const QVariantMap entry =
+            probeEntry(name, with(with(inDaemon, "Goes On Until There Is", end), "Exit Status", 3LL));
+        writeStore({entry});
+        ASSERT_TRUE(logs("Probe acts in the daemon: " + name));
+        if (isKilled)
+            kill(daemon);
+        else
+            EXPECT_EQ(endOf(daemon), 0);
+        startDaemon();
+        ASSERT_TRUE(logs(QString("Schedule \"Name of %1\" was begun by an earlier daemon").arg(name)));
+        const QDateTime date = entry["Date"].toDateTime();
+        EXPECT_EQ(outcomeOf(name, date), "begun");
+        QFile(end).open(QIODevice::WriteOnly);
+        EXPECT_TRUE(waitUntil([&] { return outcomeOf(name, date) == "failed"; }));
+        EXPECT_EQ(countOf(QString("Schedule \"Name of %1\" failed: its program ended with status 3").arg(name)), 1);
+        EXPECT_EQ(countOf("Probe acts in the daemon: " + name), 1);
+        kill(daemon);
+    }
+}
+
+TEST_F(HostsTest, AnActionThatEndedWhileThereWasNoDaemonIsRecordedByTheNext)
+{
+    startDaemon();
+    const QString end = root.join("/end");
+    const QVariantMap entry = probeEntry("alone", with(inDaemon, "Goes On Until There Is", end));
+    writeStore({entry});
+    ASSERT_TRUE(logs("Probe acts in the daemon: alone"));
+    EXPECT_EQ(endOf(daemon), 0);
+    QFile(end).open(QIODevice::WriteOnly);
+    ASSERT_TRUE(logs("Probe terminated"));
+    startDaemon();
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("alone", entry["Date"].toDateTime()) == "done"; }));
 }
 
 TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)

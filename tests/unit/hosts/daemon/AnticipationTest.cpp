@@ -5,12 +5,12 @@
 #include "support/FakeClock.h"
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
-#include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/PerformingFixture.h"
 
 using namespace dozely;
 
 /// A probe that is to be announced a minute before.
-class AnticipationTest : public BundleFixture
+class AnticipationTest : public PerformingFixture
 {
 protected:
     Occurrence probe(const QString &announcing = {}) const
@@ -23,7 +23,8 @@ protected:
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console), clock};
+    Performances performances{Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock};
+    OccurrencePerformer performer{keeper, performances, std::make_shared<PinnedConsoleUser>(console), clock};
 };
 
 TEST_F(AnticipationTest, SaysThatNobodyIsLoggedIn)

@@ -235,11 +235,75 @@ TEST_F(OccurrenceDatabaseTest, OfALaterFormatIsRefused)
     {
         const auto database = Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {});
         ASSERT_TRUE(database);
-        ASSERT_TRUE(database->run("PRAGMA user_version = 2"));
+        ASSERT_TRUE(database->run("PRAGMA user_version = 3"));
     }
     const auto opened = openedAt(noon());
     ASSERT_EQ(opened.complaints.size(), 1);
     EXPECT_THAT(opened.complaints.first().toStdString(), HasSubstr("its format is not known"));
+}
+
+TEST_F(OccurrenceDatabaseTest, OfTheFirstFormatIsBroughtUpToDate)
+{
+    {
+        root.makeFolder("/var/lib/dozely");
+        QFile(root.join(recordPath)).open(QIODevice::WriteOnly);
+        const auto database = Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {});
+        ASSERT_TRUE(database);
+        ASSERT_TRUE(database->run(
+            "CREATE TABLE occurrences (identifier TEXT NOT NULL, date INTEGER NOT NULL, state TEXT NOT NULL "
+            "CHECK (state IN ('asked', 'begun', 'done')), asked_by INTEGER, begun INTEGER, lateness INTEGER, "
+            "place TEXT, handed_to INTEGER, handed_over INTEGER, exit_status INTEGER, "
+            "PRIMARY KEY (identifier, date)) STRICT, WITHOUT ROWID;"
+            "CREATE INDEX not_over ON occurrences (state) WHERE state IN ('asked', 'begun');"
+            "CREATE INDEX handed_over ON occurrences (handed_over) WHERE handed_over IS NOT NULL;"
+            "CREATE INDEX asked_by ON occurrences (asked_by, date) WHERE asked_by IS NOT NULL;"
+            "CREATE TABLE knowledge (nothing_known_before INTEGER) STRICT;"
+            "INSERT INTO knowledge VALUES (NULL);"
+            "INSERT INTO occurrences VALUES ('a', 5, 'done', 501, 6, 1, 'daemon', NULL, NULL, 3);"
+            "PRAGMA user_version = 1"));
+    }
+    OccurrenceDatabase database;
+    const auto opened = database.open(noon());
+    EXPECT_TRUE(opened.complaints.isEmpty());
+    EXPECT_FALSE(opened.nothingKnownBefore.isValid());
+    const auto old = database.find(Key("a", QDateTime::fromMSecsSinceEpoch(5, Qt::UTC)));
+    ASSERT_TRUE(old && *old);
+    EXPECT_EQ((*old)->exitStatus, 3);
+    EXPECT_EQ((*old)->askedBy, 501u);
+    OccurrenceEntry failed{Failed, {}, {}};
+    failed.failure = "it was asked to end";
+    failed.ended = noon();
+    ASSERT_TRUE(database.write(change("b", noon(), failed), noDate));
+    const auto found = database.find(Key("b", noon()));
+    ASSERT_TRUE(found && *found);
+    EXPECT_EQ(**found, failed);
+}
+
+TEST_F(OccurrenceDatabaseTest, KeepsWhatTheLatestActionsOfAScheduleWrote)
+{
+    const auto dates = [&] {
+        QList<qint64> dates;
+        const auto database = raw();
+        auto rows = database.prepare("SELECT date, output FROM outputs ORDER BY date");
+        while (*rows.next()) {
+            EXPECT_EQ(rows.bytes(1), QByteArray("a\0b", 3));
+            dates += *rows.number(0) / 1000 - noon().toSecsSinceEpoch();
+        }
+        return dates;
+    };
+    OccurrenceDatabase database;
+    database.open(noon());
+    for (int i = 0; i < 12; ++i) {
+        const Key key("a", noon().addSecs(i));
+        ASSERT_TRUE(database.write(change("a", key.second, {Done, {}, {}}), noDate,
+                                   {{key, QByteArray("a\0b", 3)}}));
+    }
+    EXPECT_EQ(dates(), QList<qint64>({2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
+    ASSERT_TRUE(database.write(change("a", noon().addSecs(11), {Failed, {}, {}}), noDate));
+    ASSERT_TRUE(database.write({{Key("a", noon().addSecs(10)), std::nullopt}}, noDate));
+    EXPECT_EQ(dates(), QList<qint64>({2, 3, 4, 5, 6, 7, 8, 9, 11})) << "it goes with its occurrence";
+    ASSERT_TRUE(database.write({}, noDate, {{Key("gone", noon()), QByteArray("a\0b", 3)}}));
+    EXPECT_EQ(dates().size(), 9);
 }
 
 TEST_F(OccurrenceDatabaseTest, TakesOverTheEarlierRecordOnce)

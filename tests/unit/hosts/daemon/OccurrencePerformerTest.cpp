@@ -9,7 +9,7 @@
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
-#include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/PerformingFixture.h"
 
 #include <unistd.h>
 
@@ -21,7 +21,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 /// Acts in the daemon, at noon by the clock.
-class OccurrencePerformerTest : public BundleFixture
+class OccurrencePerformerTest : public PerformingFixture
 {
 protected:
     Occurrence probe(QVariantMap parameters) const
@@ -56,17 +56,19 @@ protected:
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    OccurrencePerformer performer{keeper, std::make_shared<PinnedConsoleUser>(console), clock};
+    Performances performances{Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock};
+    OccurrencePerformer performer{keeper, performances, std::make_shared<PinnedConsoleUser>(console), clock};
 };
 
 TEST_F(OccurrencePerformerTest, PerformsInTheDaemonWithParametersAndDate)
 {
     makeProbe();
     performDue(probe({}));
-    EXPECT_EQ(messages(), QStringList({"Probe initialised", "Schedule \"Name of a\" acts in the daemon",
-                                       "Probe acts in the daemon: hello, 2026-03-14 13:00:00 +0100"}));
     EXPECT_EQ(state(), OccurrenceState::Begun);
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    EXPECT_EQ(messages().mid(1),
+              QStringList({"Schedule \"Name of a\" acts in the daemon", "Probe initialised",
+                           "Probe acts in the daemon: hello, 2026-03-14 13:00:00 +0100", "Probe terminated"}));
 }
 
 TEST_F(OccurrencePerformerTest, RecordsAllAsBegunBeforeAnyIsStarted)
@@ -115,7 +117,7 @@ TEST_F(OccurrencePerformerTest, KeepsAPlugInWhoseActionGoesOnUntilItIsFinished)
     makeProbe();
     performDue(probe({{"Goes On", "for a while"}}));
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
-    EXPECT_EQ(lastMessage(), "Probe finished");
+    EXPECT_THAT(messages(), testing::Contains(QString("Probe finished")));
 }
 
 TEST_F(OccurrencePerformerTest, RecordsWhereAndHowLateAnActionBeganAndHowItsProgramEnded)
@@ -123,7 +125,8 @@ TEST_F(OccurrencePerformerTest, RecordsWhereAndHowLateAnActionBeganAndHowItsProg
     makeProbe();
     clock.advance(1500ms);
     performDue(probe({{"Goes On", "for a while"}, {"Exit Status", 3LL}}));
-    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Failed; }));
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" failed: its program ended with status 3");
     const auto entry = *keeper.scheduler().record().find("a", noon());
     EXPECT_EQ(entry.place, ActingPlace::Daemon);
     EXPECT_EQ(entry.begun, noon().addMSecs(1500));
@@ -264,8 +267,9 @@ TEST_F(OccurrencePerformerTest, SaysThatAnActionRaised)
 {
     makeProbe();
     performDue(probe({{"Throws", true}}));
-    EXPECT_EQ(state(), OccurrenceState::NotPerformed);
-    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: the probe was told to");
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Failed; }));
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" failed: the probe was told to");
+    EXPECT_EQ(keeper.scheduler().record().find("a", noon())->failure, "the probe was told to");
 }
 
 TEST_F(OccurrencePerformerTest, SaysThatNobodyIsLoggedIn)
@@ -373,7 +377,7 @@ TEST_F(OccurrencePerformerTest, PerformsAnOccurrenceThatIsHandedBackInTheDaemon)
     makeProbe();
     performer.performHandedBack(probe({{"Acts In User Agent", 1LL}}));
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
-    EXPECT_THAT(lastMessage(), HasSubstr("Probe acts in the daemon"));
+    EXPECT_EQ(messages().filter("Probe acts in the daemon").size(), 1);
 }
 
 TEST(PinnedConsoleUser, HoldsTheUserStillUntilItIsReleased)

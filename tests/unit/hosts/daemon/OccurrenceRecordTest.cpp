@@ -7,6 +7,9 @@ using namespace dozely;
 
 using enum OccurrenceState;
 
+/// What was begun was begun by a process that is gone.
+const auto nothingGoesOn = [](const auto &, const OccurrenceEntry &) { return false; };
+
 class OccurrenceRecordTest : public HostFixture
 {
 protected:
@@ -55,7 +58,7 @@ TEST_F(OccurrenceRecordTest, KnowsWhatChanged)
     record.restore({"a", noon()}, {Begun, {}, {}});
     EXPECT_FALSE(record.hasChanges());
     record.set("b", noon(), {Done, {}, {}});
-    record.interruptBegun();
+    record.interruptBegun(nothingGoesOn);
     record.set("c", noon(), {Done, {}, {}});
     record.remove("c", noon());
     const auto changes = record.changes();
@@ -72,9 +75,9 @@ TEST_F(OccurrenceRecordTest, TurnsWhatWasBegunIntoInterruptedOnce)
 {
     OccurrenceRecord record = sample();
     record.set("c", noon(), {Begun, {}, {}});
-    EXPECT_EQ(record.interruptBegun(), (QList<OccurrenceRecord::Key>{{"c", noon()}}));
+    EXPECT_EQ(record.interruptBegun(nothingGoesOn), (QList<OccurrenceRecord::Key>{{"c", noon()}}));
     EXPECT_EQ(record.find("c", noon())->state, Interrupted);
-    EXPECT_TRUE(record.interruptBegun().isEmpty());
+    EXPECT_TRUE(record.interruptBegun(nothingGoesOn).isEmpty());
 }
 
 TEST_F(OccurrenceRecordTest, ForgetsSchedulesThatAreGone)

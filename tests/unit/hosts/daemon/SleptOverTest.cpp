@@ -8,7 +8,7 @@
 #include "support/FakeClock.h"
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
-#include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/PerformingFixture.h"
 
 using namespace dozely;
 
@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 /// A daemon whose machine sleeps over the date of a schedule. That schedule is for a minute past noon, and
 /// its plug-in allows thirty seconds.
-class SleptOverTest : public BundleFixture
+class SleptOverTest : public PerformingFixture
 {
 protected:
     SleptOverTest()
@@ -42,7 +42,7 @@ protected:
         power->send(kIOMessageSystemHasPoweredOn);
         clock.advance(0ms);
     }
-    bool acted() const { return !messages().filter("Probe acts in the daemon: hello").isEmpty(); }
+    bool acted() const { return !messages().filter("\" acts in the daemon").isEmpty(); }
 
     std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
     FakeClock clock{noon()};

@@ -9,7 +9,7 @@
 #include "support/FakeConsoleUser.h"
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
-#include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/PerformingFixture.h"
 
 using namespace dozely;
 
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 /// A daemon whose clock is right when it begins at noon and then set by nobody who knows the time. Its
 /// schedule is for ten minutes later; the plug-in allows thirty seconds.
-class WrongClockTest : public BundleFixture
+class WrongClockTest : public PerformingFixture
 {
 protected:
     WrongClockTest()
@@ -40,7 +40,7 @@ protected:
         clock.jumpTo(clock.currentDate().addDuration(by));
         clock.advance(0ms);
     }
-    qsizetype actions() const { return messages().filter("Probe acts in the daemon: hello").size(); }
+    qsizetype actions() const { return messages().filter("\" acts in the daemon").size(); }
     qsizetype skips() const { return messages().filter("was skipped").size(); }
 
     const QVariantMap parameters{{"Acts In User Agent", 0LL}, {"Text", "hello"}, {"Time Out", -30LL}};

@@ -5,6 +5,7 @@
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 
+#include <QFile>
 #include <QTimer>
 
 #include <fcntl.h>
@@ -57,6 +58,8 @@ public:
         m_isActing = parameters()->contains("Goes On");
         if (parameters()->value("Goes On") == "for a while")
             QTimer::singleShot(0, this, &ProbeDaemonPlugIn::finish);
+        if (parameters()->contains("Goes On Until There Is"))
+            waitForFile();
     }
 
     qint32 timeOut() const override
@@ -84,6 +87,15 @@ Q_SIGNALS:
     void actionDidFinish();
 
 private:
+    void waitForFile()
+    {
+        m_isActing = true;
+        if (QFile::exists(parameters()->value("Goes On Until There Is").toString()))
+            finish();
+        else
+            QTimer::singleShot(10, this, &ProbeDaemonPlugIn::waitForFile);
+    }
+
     void finish()
     {
         m_isActing = false;

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/DaemonActions.h"
+
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
+#include "hosts/daemon/ScheduleKeeper.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <sys/stat.h>
+
+using namespace dozely;
+
+namespace
+{
+QString labelOf(const Occurrence &occurrence)
+{
+    return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
+}
+} // namespace
+
+DaemonActions::DaemonActions(ScheduleKeeper &keeper, Performances &performances)
+    : m_keeper(keeper), m_performances(performances)
+{
+}
+
+QString DaemonActions::folder()
+{
+    const QString path = RootFolder::join("/var/lib/dozely/performing");
+    if (QDir().mkpath(path))
+        ::chmod(QFile::encodeName(path).constData(), 0700);
+    return path;
+}
+
+DaemonActions::Key DaemonActions::keyOf(const Occurrence &occurrence)
+{
+    return {occurrence.schedule.identifier, occurrence.date};
+}
+
+QString DaemonActions::nameOf(const Key &key)
+{
+    const QByteArray text = key.first.toUtf8() + '\n' + QByteArray::number(key.second.toMSecsSinceEpoch());
+    return QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex();
+}
+
+void DaemonActions::takeUp()
+{
+    QStringList names;
+    for (const Key &key : m_keeper.scheduler().record().begunInDaemon()) {
+        const auto schedule = m_keeper.scheduler().schedule(key.first);
+        Occurrence occurrence{schedule.value_or(Schedule()), key.second};
+        if (!schedule)
+            occurrence.schedule.name = occurrence.schedule.identifier = key.first;
+        const QString name = nameOf(key);
+        names += name;
+        const bool isThere = m_performances.adopt(
+            name, [this, occurrence](const PerformanceOutcome &outcome) { endedLater(occurrence, outcome); });
+        if (isThere)
+            ZDRLog("%@ was begun by an earlier daemon", labelOf(occurrence));
+        else // it has ended since the record was read
+            endedLater(occurrence, {});
+    }
+    m_performances.sweep(names);
+}
+
+bool DaemonActions::mayPrepare(const Occurrence &occurrence) const
+{
+    return m_prepared.size() < mostPrepared && !m_prepared.contains(keyOf(occurrence));
+}
+
+void DaemonActions::prepare(const Occurrence &occurrence, const QVariantMap &)
+{
+    if (!mayPrepare(occurrence))
+        return;
+    m_prepared.insert(keyOf(occurrence), {occurrence, !start(occurrence).ok()});
+}
+
+void DaemonActions::callOffUnless(const std::function<bool(const Occurrence &)> &isToBePerformed)
+{
+    m_prepared.removeIf([&](const auto &prepared) {
+        const bool isGone = !isToBePerformed(prepared->occurrence);
+        if (isGone)
+            m_performances.callOff(nameOf(prepared.key()));
+        return isGone;
+    });
+}
+
+Result<void> DaemonActions::start(const Occurrence &occurrence)
+{
+    PerformanceOrder order{occurrence.schedule.name, occurrence.schedule.fullBundlePath(),
+                           occurrence.schedule.parameters, occurrence.calendarDate()};
+    return m_performances.prepare(
+        nameOf(keyOf(occurrence)), std::move(order),
+        [this, occurrence](const PerformanceOutcome &outcome) { ended(occurrence, outcome); });
+}
+
+void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bundleInfo)
+{
+    const Key key = keyOf(occurrence);
+    const QString name = nameOf(key);
+    const auto prepared = m_prepared.constFind(key);
+    bool isReady = prepared != m_prepared.cend() && !prepared->isInVain;
+    if (isReady && prepared->occurrence.schedule != occurrence.schedule) {
+        m_performances.callOff(name);
+        isReady = false;
+    }
+    m_prepared.remove(key); // from here on its end is that of the action
+    m_awake.insert(key, m_inhibitor.hold(bundleInfo));
+    ZDRLog("%@ acts in the daemon", labelOf(occurrence));
+    if (!isReady) {
+        if (const auto started = start(occurrence); !started) {
+            ended(occurrence, {false, started.error().text});
+            return;
+        }
+    }
+    m_performances.go(name); // one that has ended meanwhile tells so
+}
+
+/// For one that an earlier daemon began, and perhaps did not let go any more.
+void DaemonActions::endedLater(const Occurrence &occurrence, const PerformanceOutcome &outcome)
+{
+    if (outcome.ended.isValid())
+        ended(occurrence, outcome);
+    else
+        m_keeper.noteInterrupted(occurrence);
+}
+
+void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome &outcome)
+{
+    if (const auto prepared = m_prepared.find(keyOf(occurrence)); prepared != m_prepared.end()) {
+        prepared->isInVain = true;
+        return;
+    }
+    m_awake.remove(keyOf(occurrence));
+    m_keeper.noteEnd(occurrence, outcome);
+    if (!outcome.hasBegun)
+        ZDRLog("%@ was not performed: %@", labelOf(occurrence), outcome.failure);
+    else if (!outcome.failure.isEmpty())
+        ZDRLog("%@ failed: %@", labelOf(occurrence), outcome.failure);
+    else if (outcome.exitStatus.value_or(0) > 0)
+        ZDRLog("%@ failed: its program ended with status %lld", labelOf(occurrence),
+               static_cast<qlonglong>(*outcome.exitStatus));
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/performing/Performances.h"
+#include "hosts/common/plugins/ActionInhibitor.h"
+#include "hosts/daemon/Scheduler.h"
+
+#include <QHash>
+#include <QObject>
+
+class ScheduleKeeper;
+
+/// The actions that are the daemon's own to perform, each in a performer: from the moment before its date, at
+/// which the performer is made ready, to its end, which is noted and told in the log. Meanwhile the machine
+/// is kept from falling asleep by itself (ActionInhibitor).
+///
+/// An action outlives the daemon; the next one takes it up again.
+///
+/// THREADING: the main thread. BLOCKING: perform and prepare, until a program runs, some milliseconds.
+class DaemonActions : public QObject
+{
+    Q_OBJECT
+public:
+    /// So many performers at most wait for the dates of their occurrences.
+    static constexpr qsizetype mostPrepared = 32;
+
+    /// Both must outlive the object.
+    DaemonActions(ScheduleKeeper &keeper, Performances &performances);
+
+    /// Where performers have their files; made, and closed to others, when it is not there.
+    static QString folder();
+
+    /// The name of an occurrence's performance.
+    static QString nameOf(const OccurrenceRecord::Key &key);
+
+    /// Takes up what the record says was begun, and removes what is left of everything else. Once, when the
+    /// schedules have been read.
+    void takeUp();
+
+    /// Has a performer made ready. It may find that it cannot; that is told when the time has come. Nothing
+    /// happens for an occurrence that was prepared before, even in vain, nor when there are enough.
+    void prepare(const Occurrence &occurrence, const QVariantMap &bundleInfo);
+    bool mayPrepare(const Occurrence &occurrence) const;
+
+    /// Ends what was prepared for occurrences that are not to be performed any more, or not like that.
+    void callOffUnless(const std::function<bool(const Occurrence &)> &isToBePerformed);
+
+    /// Performs an occurrence that is recorded as begun.
+    void perform(const Occurrence &occurrence, const QVariantMap &bundleInfo);
+
+private:
+    using Key = OccurrenceRecord::Key;
+    static Key keyOf(const Occurrence &occurrence);
+    dozely::Result<void> start(const Occurrence &occurrence);
+    void ended(const Occurrence &occurrence, const PerformanceOutcome &outcome);
+    void endedLater(const Occurrence &occurrence, const PerformanceOutcome &outcome);
+
+    ScheduleKeeper &m_keeper;
+    Performances &m_performances;
+    ActionInhibitor m_inhibitor;
+    struct Prepared {
+        Occurrence occurrence;
+        bool isInVain; ///< Its performer has ended.
+    };
+    QHash<Key, Prepared> m_prepared;
+    QHash<Key, std::shared_ptr<const void>> m_awake; // by what goes on
+};
