@@ -41,7 +41,8 @@ ARROWS = {
 # Headers of a floor rather than of a room: what exports its classes.
 FLOOR_HEADERS = {"interface": ("interface/Export.h",)}
 # Programs and bundles without widgets: a root process loads no widget library.
-WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/admin", "hosts/osascript", "hosts/pmset")
+WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/performer", "hosts/admin", "hosts/osascript",
+                   "hosts/pmset")
 # The same for what includes headers of hosts/: a program may include itself and all that the programs share, no other program.
 # A new program or room gets a row.
 COMMON = "hosts/common/*"
@@ -49,6 +50,7 @@ HOST_ARROWS = {
     "hosts/common/events": (),
     "hosts/common/faults": (),
     "hosts/common/orders": ("hosts/common/faults",),
+    "hosts/common/performing": (),
     "hosts/common/plugins": ("hosts/common/faults",),
     "hosts/common/program": ("hosts/common/orders",),
     "hosts/common/record": (),

@@ -35,12 +35,12 @@ protected:
                                     {"WDDaemonModule", "ProbePlugIn.so"},
                                     {"WDUserAgentModule", "ProbePlugIn.so"}});
     }
-    /// The lines of the log without the name of this program before them.
+    /// The lines of the log without what says who wrote them: this program, or a performer for the daemon.
     QStringList messages() const
     {
         QStringList messages;
         for (const QString &line : root.logLines())
-            messages += line.section(' ', 1);
+            messages += line.startsWith('(') ? line.section("): ", 1) : line.section(' ', 1);
         return messages;
     }
 
