@@ -59,6 +59,7 @@ HOST_ARROWS = {
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
+    "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),
     "examples/gallery": ("hosts/agent",),  # shows the alert's window
 }

@@ -2,7 +2,7 @@
 #include "hosts/common/performing/OrderStream.h"
 
 #include "DozelyKit/core/files/PropertyList.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 
 #include <QFile>
 

@@ -3,9 +3,9 @@
 
 #include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PlaceLock.h"

@@ -3,8 +3,8 @@
 
 #include "DozelyKit/communication/channel/linux/BackgroundWork_p.h"
 #include "DozelyKit/communication/channel/linux/TreeRemover_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 #include "DozelyKit/core/log/AbuseLog.h"
 
 #include <QFile>

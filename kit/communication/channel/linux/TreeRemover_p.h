@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/Export.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 
 #include <QByteArray>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/events/AEWakeUp_p.h"
 #include "DozelyKit/communication/remoting/linux/StreamLoop_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/NSException.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>

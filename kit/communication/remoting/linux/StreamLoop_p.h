@@ -2,8 +2,8 @@
 #pragma once
 
 #include "DozelyKit/communication/remoting/linux/TurnOrder_p.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 
 #include <functional>
 #include <memory>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 
 #include <deque>
 #include <map>

@@ -4,9 +4,9 @@
 #include "DozelyKit/core/files/AtomicFile.h"
 #include "DozelyKit/core/files/RegularFile_p.h"
 #include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 
 #include <QDeadlineTimer>
 #include <QFile>

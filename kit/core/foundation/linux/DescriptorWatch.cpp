@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 
 #include <QSocketNotifier>
 #include <QTimer>

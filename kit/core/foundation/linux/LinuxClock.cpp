@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LinuxClock_p.h"
 
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
 
 #include <QTimer>
 

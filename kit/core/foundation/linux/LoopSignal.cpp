@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/LoopSignal.h"
 
+#include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/StringFormat.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
 
 #include <array>
 #include <atomic>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/RunningProgram.h"
 
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/system/machine/linux/ChildStart_p.h"
 
 #include <chrono>

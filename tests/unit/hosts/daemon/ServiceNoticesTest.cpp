@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/ServiceNotices.h"
 
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "support/FakeClock.h"
 
 #include <QTemporaryDir>

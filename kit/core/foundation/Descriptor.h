@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <unistd.h>
+#include "DozelyKit/core/foundation/Export.h"
+
 #include <utility>
 
 namespace dozely
@@ -25,12 +26,7 @@ public:
     /// Gives the descriptor away: whoever calls this closes it.
     int release() { return std::exchange(m_number, -1); }
     /// Closes what it holds and takes over `number`.
-    void reset(int number = -1)
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = number;
-    }
+    DOZELYKIT_EXPORT void reset(int number = -1);
 
 private:
     int m_number;

@@ -21,7 +21,7 @@ namespace dozely
 /// alone, never from within a function of this class. LIFETIME: `wake` may do anything, destroy this object
 /// included. The descriptor stays the caller's, who closes it after this has let go of it: its number may
 /// soon be somebody else's. Nothing blocks.
-class DOZELYKIT_AUTOTEST_EXPORT DescriptorWatch
+class DOZELYKIT_EXPORT DescriptorWatch
 {
 public:
     using Moment = std::chrono::steady_clock::time_point;
