@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/performer/Actor.h"
 
-#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/common/events/EventScriptFunction.h"
@@ -15,21 +14,11 @@
 
 using namespace dozely;
 
-namespace
-{
-/// Code that runs here comes from folders that nobody but the system's owner can write.
-QList<PlugInLoader::Source> trustedSources()
-{
-    const auto owner = RootFolder::owner();
-    return owner ? QList<PlugInLoader::Source>{{QString(), {*owner}}} : QList<PlugInLoader::Source>();
-}
-} // namespace
-
 Actor::Actor(PerformanceOrder order, Descriptor go, Descriptor report)
     : m_order(std::move(order)),
       m_go(std::move(go)),
       m_report(std::move(report)),
-      m_loader(InfoKey::daemonModule, trustedSources())
+      m_loader(InfoKey::daemonModule, PlugInLoader::sourcesOfTheSystem())
 {
 }
 

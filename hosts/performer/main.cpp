@@ -4,6 +4,7 @@
 #include "hosts/common/program/HostApplication.h"
 #include "hosts/common/program/HostOptions.h"
 #include "hosts/performer/Actor.h"
+#include "hosts/performer/Asker.h"
 #include "hosts/performer/Supervisor.h"
 
 #include <csignal>
@@ -44,12 +45,17 @@ void doNotBlock(const Descriptor &descriptor)
     ::fcntl(descriptor.get(), F_SETFL, ::fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
 }
 
+void readNothing()
+{
+    const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    ::dup2(nothing.get(), STDIN_FILENO);
+}
+
 /// The process that acts: its input is nothing, its output the supervisor's.
 void becomeActor(const Descriptor &output, const sigset_t &formerSignals)
 {
     ::setsid();
-    const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-    ::dup2(nothing.get(), STDIN_FILENO);
+    readNothing();
     ::dup2(output.get(), STDOUT_FILENO);
     ::dup2(output.get(), STDERR_FILENO);
     ::sigprocmask(SIG_SETMASK, &formerSignals, nullptr);
@@ -62,10 +68,16 @@ int main(int argc, char **argv)
     HostApplication application(argc, argv, "dozely-performer");
     HostOptions options(
         "Performs one action of a schedule, as a host of the system asks for it on standard input.");
+    const QCommandLineOption ask("ask", "Ask plug-ins what the host wants to know, and perform nothing.");
+    options.parser().addOption(ask);
     if (const auto status = options.parse(QCoreApplication::arguments()))
         return *status;
 
     Descriptor host(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
+    if (options.parser().isSet(ask)) {
+        readNothing();
+        return Asker(std::move(host)).run();
+    }
     const auto order = OrderStream::read(host.get());
     if (!order)
         return fail(order.error().text);

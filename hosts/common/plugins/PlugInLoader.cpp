@@ -2,6 +2,7 @@
 #include "hosts/common/plugins/PlugInLoader.h"
 
 #include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/faults/ThrownBy.h"
@@ -10,6 +11,12 @@
 #include <QFileInfo>
 
 using namespace dozely;
+
+QList<PlugInLoader::Source> PlugInLoader::sourcesOfTheSystem()
+{
+    const auto owner = RootFolder::owner();
+    return owner ? QList<Source>{{QString(), {*owner}}} : QList<Source>();
+}
 
 PlugInLoader::PlugInLoader(QString roleKey, QList<Source> sources, Maker withoutModule)
     : m_roleKey(std::move(roleKey)), m_sources(std::move(sources)), m_withoutModule(std::move(withoutModule))

@@ -24,6 +24,9 @@ public:
         QString folder;
         QList<quint32> owners;
     };
+    /// Those of a root process: bundles anywhere that nobody but the system's owner can write.
+    static QList<Source> sourcesOfTheSystem();
+
     using Maker = std::function<std::unique_ptr<WDPlugIn>()>;
 
     /// `roleKey` is the Info key that names the role's module: "WDDaemonModule", "WDUserAgentModule". A

@@ -2,11 +2,13 @@
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -19,6 +21,31 @@ void mark(const QVariantMap &parameters, const char *text)
     if (file.open(QIODevice::Append))
         file.write(text);
 }
+
+/// One of the ways to go wrong.
+void goWrong(const QString &how)
+{
+    if (how == "crash")
+        ::raise(SIGSEGV);
+    if (how == "hang") {
+        for (;;)
+            ::pause();
+    }
+    if (how == "exit")
+        std::exit(0);
+    if (how == "throw")
+        throw std::runtime_error("the plug-in was told to");
+}
+
+/// What goes wrong before anybody can tell the module what to do stands in a file of its bundle.
+const bool goesOn = [] {
+    Dl_info module{};
+    ::dladdr(reinterpret_cast<const void *>(&goWrong), &module);
+    QFile file(QFileInfo(QFile::decodeName(module.dli_fname)).path() + "/../AtLoading");
+    if (file.open(QIODevice::ReadOnly))
+        goWrong(QString::fromUtf8(file.readAll()));
+    return true;
+}();
 } // namespace
 
 /// A plug-in for tests that does what its parameter "Do" says.
@@ -31,6 +58,19 @@ public:
         WDDaemonPlugIn::setParameters(parameters);
         if (what() == "throw when asked")
             throw std::runtime_error("the plug-in was told to");
+    }
+
+    bool needsWakeUp() const override
+    {
+        goWrong(wish("Wake Up"));
+        return WDDaemonPlugIn::needsWakeUp();
+    }
+
+    qint32 timeOut() const override
+    {
+        goWrong(wish("Time Out"));
+        mark(*parameters(), "asked\n");
+        return parameters()->value("Answer", -7).toInt();
     }
 
     void actInDaemon() override
@@ -104,9 +144,22 @@ private:
             QTimer::singleShot(5, this, &TroubleDaemonPlugIn::waitForMark);
     }
 
-    QString what() const { return parameters() ? parameters()->value("Do").toString() : QString(); }
+    QString what() const { return wish("Do"); }
+    QString wish(const QString &key) const { return parameters() ? parameters()->value(key).toString() : QString(); }
 
     bool m_isActing = false;
+};
+
+/// The same, which hands occurrences to agents in a way of its own.
+class OwnWayPlugIn : public TroubleDaemonPlugIn
+{
+    Q_OBJECT
+public:
+    bool actInUserAgentNow() override
+    {
+        mark(*parameters(), "handed over\n");
+        return WDDaemonPlugIn::actInUserAgentNow();
+    }
 };
 
 class TroubleFactory : public QObject, public WDPlugInFactory
@@ -115,7 +168,22 @@ class TroubleFactory : public QObject, public WDPlugInFactory
     Q_PLUGIN_METADATA(IID WDPlugInFactory_iid)
     Q_INTERFACES(WDPlugInFactory)
 public:
-    std::unique_ptr<WDPlugIn> make() override { return std::make_unique<TroubleDaemonPlugIn>(); }
+    bool initializeClass(const std::shared_ptr<NSBundle> &bundle) override
+    {
+        goWrong(bundle->objectForInfoDictionaryKey("At Initialising").toString());
+        m_hasItsOwnWay = bundle->objectForInfoDictionaryKey("Own Way").toBool();
+        return true;
+    }
+
+    std::unique_ptr<WDPlugIn> make() override
+    {
+        if (m_hasItsOwnWay)
+            return std::make_unique<OwnWayPlugIn>();
+        return std::make_unique<TroubleDaemonPlugIn>();
+    }
+
+private:
+    bool m_hasItsOwnWay = false;
 };
 
 #include "TroublePlugIn.moc"

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/AskingPerformer.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
+#include "DozelyKit/system/machine/ChildProgram.h"
+#include "DozelyKit/system/machine/RunningProgram.h"
+#include "hosts/common/performing/OrderStream.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <poll.h>
+#include <sys/socket.h>
+#include <utility>
+
+using namespace dozely;
+
+namespace
+{
+QString howItEnded(const Result<ChildProgram::Ending> &ending)
+{
+    if (!ending)
+        return ending.error().text;
+    if (ending->signal != 0)
+        return QString("its process was ended by signal %1 (%2)")
+            .arg(ending->signal)
+            .arg(QString::fromLocal8Bit(::strsignal(ending->signal)));
+    return QString("its process ended by itself with status %1").arg(ending->status);
+}
+} // namespace
+
+AskingPerformer::AskingPerformer(QString program, Clock &clock)
+    : m_program(std::move(program)), m_clock(clock)
+{
+}
+
+AskingPerformer::~AskingPerformer() = default;
+
+void AskingPerformer::ask(const PerformanceOrder &question, Replied replied)
+{
+    m_question = question;
+    m_replied = std::move(replied);
+    if (m_state == State::None)
+        begin();
+    else if (m_state == State::Ready)
+        send();
+}
+
+void AskingPerformer::finish()
+{
+    if (isAsking() || m_state != State::Ready)
+        return;
+    m_state = State::Ending;
+    m_watch.reset();
+    m_host.reset();
+    limit(timeToAnswer);
+}
+
+void AskingPerformer::begin()
+{
+    m_state = State::Beginning;
+    limit(timeToBegin);
+    int ends[2];
+    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) == 0) {
+        m_host.reset(ends[0]);
+        const Descriptor theirs(ends[1]);
+        ChildProgram program{m_program, {"--ask", "--root", RootFolder::path()}, {}};
+        program.input = theirs.get();
+        m_watch = std::make_unique<DescriptorWatch>([this] { hear(); });
+        m_watch->watch(m_host.get(), POLLIN);
+        m_performer = program.start(
+            [this](const Result<ChildProgram::Ending> &ending) { ended(howItEnded(ending)); });
+        return;
+    }
+    const QString why = qt_error_string(errno);
+    QMetaObject::invokeMethod(this, [this, why] { ended(why); }, Qt::QueuedConnection);
+}
+
+void AskingPerformer::send()
+{
+    limit(timeToAnswer);
+    const auto sent = OrderStream::send(m_host.get(), m_question);
+    if (sent)
+        return;
+    const auto because = sent.error();
+    QMetaObject::invokeMethod(
+        this,
+        [this, because] {
+            if (isAsking())
+                reply(Reply::Kind::Answered, because);
+        },
+        Qt::QueuedConnection);
+}
+
+void AskingPerformer::hear()
+{
+    const auto packet = receive();
+    if (packet && packet->isEmpty())
+        m_watch->watch(-1, 0); // it is about to end, or pretends to
+    else if (packet)
+        take(*packet);
+}
+
+/// Empty at the end of the stream; absent while there is nothing.
+std::optional<QByteArray> AskingPerformer::receive() const
+{
+    QByteArray packet(PlugInAnswer::mostBytes + 1, Qt::Uninitialized);
+    const ssize_t size =
+        ::recv(m_host.get(), packet.data(), static_cast<size_t>(packet.size()), MSG_DONTWAIT);
+    if (size < 0 && (errno == EAGAIN || errno == EINTR))
+        return {};
+    return packet.first(std::max<ssize_t>(size, 0));
+}
+
+void AskingPerformer::take(const QByteArray &packet)
+{
+    if (m_state == State::Beginning) {
+        m_state = State::Ready;
+        m_limit.reset();
+        if (isAsking())
+            send();
+    } else if (m_state == State::Ready && isAsking()) {
+        m_limit.reset();
+        reply(Reply::Kind::Answered, PlugInAnswer::fromPacket(packet));
+    }
+}
+
+void AskingPerformer::ended(const QString &how)
+{
+    // What it has said last may not have been heard yet.
+    const bool mayHaveAnswered = m_state == State::Ready && isAsking() && m_host.isValid();
+    const auto packet = mayHaveAnswered ? receive() : std::nullopt;
+    if (!packet || packet->isEmpty())
+        return end(how);
+    const auto replied = std::exchange(m_replied, nullptr);
+    end(how);
+    replied({Reply::Kind::Answered, PlugInAnswer::fromPacket(*packet)});
+}
+
+/// Ends the performer, in whatever it is; `why` is for who waits for its answer.
+void AskingPerformer::end(const QString &why)
+{
+    const State former = std::exchange(m_state, State::None);
+    m_limit.reset();
+    m_watch.reset();
+    m_host.reset();
+    m_performer.reset();
+    if (!isAsking())
+        return;
+    if (former == State::Ending)
+        begin();
+    else if (former == State::Beginning)
+        reply(Reply::Kind::NotStarted, Error{QString("%1 could not be started: %2").arg(m_program, why)});
+    else
+        reply(Reply::Kind::Died, Error{why});
+}
+
+void AskingPerformer::reply(Reply::Kind kind, const Result<PlugInAnswer> &answer)
+{
+    const auto replied = std::exchange(m_replied, nullptr);
+    replied({kind, answer});
+}
+
+void AskingPerformer::limit(std::chrono::milliseconds duration)
+{
+    m_limit = m_clock.steadyTime() + duration;
+    watchLimit();
+}
+
+/// Most limits are never reached: a timer that fires soon enough is left alone.
+void AskingPerformer::watchLimit()
+{
+    if (!m_limit || (m_timer && *m_timer <= *m_limit))
+        return;
+    m_timer = m_limit;
+    m_clock.callAfter(*m_limit - m_clock.steadyTime(), this, [this, moment = *m_limit] {
+        if (m_timer == moment)
+            m_timer.reset();
+        lookAtLimit();
+    });
+}
+
+void AskingPerformer::lookAtLimit()
+{
+    if (!m_limit || m_clock.steadyTime() < *m_limit)
+        return watchLimit();
+    const auto allowed = m_state == State::Beginning ? timeToBegin : timeToAnswer;
+    end(QString("it took longer than %1 s").arg(allowed.count()));
+}

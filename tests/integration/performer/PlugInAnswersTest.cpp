@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "PlugInAnswersFixture.h"
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using PlugInAnswersTest = PlugInAnswersFixture;
+
+TEST_F(PlugInAnswersTest, AreWhatThePlugInSays)
+{
+    const auto schedule = trouble({{"Needs Wake Up", 1LL}, {"Alert", 1LL}, {"Delay before alert", 60LL}});
+    EXPECT_FALSE(answers->of(schedule)) << "nobody has been asked yet";
+    const auto answer = known(schedule);
+    ASSERT_TRUE(answer);
+    EXPECT_TRUE(answer->needsWakeUp);
+    EXPECT_FALSE(answer->needsStartup);
+    EXPECT_EQ(answer->timeOut, -7);
+    EXPECT_EQ(answer->timeBeforeSelfAnticipation, 60);
+    EXPECT_EQ(answer->pluginName, "Plugin Name");
+    EXPECT_EQ(answer->bundleInfo.value("WDDaemonModule"), "TroublePlugIn.so");
+    EXPECT_FALSE(answer->handsOverItself);
+    EXPECT_FALSE(answer->announcesItself);
+}
+
+TEST_F(PlugInAnswersTest, TellWhetherAPlugInHandsOverInAWayOfItsOwn)
+{
+    makeTrouble("OwnWay", {{"Own Way", true}});
+    const auto answer = known(scheduleOf("OwnWay"));
+    ASSERT_TRUE(answer);
+    EXPECT_TRUE(answer->handsOverItself);
+    EXPECT_FALSE(answer->announcesItself);
+}
+
+TEST_F(PlugInAnswersTest, AreToldFromTheEventLoop)
+{
+    EXPECT_FALSE(answers->of(trouble()));
+    EXPECT_EQ(told, 0);
+    ASSERT_TRUE(waitUntil([&] { return told > 0; }));
+    EXPECT_TRUE(answers->of(trouble())->ok());
+}
+
+TEST_F(PlugInAnswersTest, AreAskedForOnceForEqualParameters)
+{
+    auto first = trouble();
+    auto second = trouble();
+    second.identifier = "another";
+    EXPECT_FALSE(answers->of(first));
+    EXPECT_FALSE(answers->of(second));
+    EXPECT_TRUE(known(first));
+    EXPECT_TRUE(known(second));
+    EXPECT_EQ(marks(), "asked\n");
+}
+
+TEST_F(PlugInAnswersTest, DependOnTheParameters)
+{
+    const auto first = trouble({{"Answer", -1LL}});
+    const auto second = trouble({{"Answer", -2LL}});
+    EXPECT_EQ(known(first)->timeOut, -1);
+    EXPECT_EQ(known(second)->timeOut, -2);
+    EXPECT_EQ(known(first)->timeOut, -1);
+}
+
+TEST_F(PlugInAnswersTest, ForManySchedulesAllCome)
+{
+    constexpr int many = 1500; // more than may wait
+    QList<Schedule> schedules;
+    for (int i = 0; i < many; ++i)
+        schedules += trouble({{"Answer", i % 3LL}, {"Number", static_cast<qint64>(i)}});
+    const auto areAllKnown = [&] {
+        return std::all_of(schedules.cbegin(), schedules.cend(),
+                           [&](const Schedule &schedule) { return answers->of(schedule).has_value(); });
+    };
+    // As their user does, looks again whenever there is more to be known.
+    while (!areAllKnown()) {
+        const int before = told;
+        ASSERT_TRUE(waitUntil([&] { return told > before; }));
+    }
+    EXPECT_EQ(known(schedules[1499])->timeOut, 1499 % 3);
+    EXPECT_EQ(marks().count('\n'), many);
+}
+
+TEST_F(PlugInAnswersTest, OfWhatIsDueComeFirst)
+{
+    for (int i = 0; i < 500; ++i)
+        EXPECT_FALSE(answers->of(trouble({{"Number", static_cast<qint64>(i)}})));
+    const auto due = trouble({{"Number", 499LL}});
+    EXPECT_FALSE(answers->of(due, Urgency::Due));
+    ASSERT_TRUE(waitUntil([&] { return told > 0; }));
+    EXPECT_TRUE(answers->of(due));
+    EXPECT_LT(marks().count('\n'), 500);
+}
+
+TEST_F(PlugInAnswersTest, OfABundleWithoutModuleForTheDaemonAreTheBases)
+{
+    makeBundle("Session", {{"WDUserAgentModule", "TroublePlugIn.so"}});
+    write(QString(plugIns) + "/Session.plugin/Contents/Resources/en.lproj/Localizable.strings",
+          "\"Plugin Name\" = \"Reminder\";");
+    const auto schedule = scheduleOf("Session", {{"Needs Startup", 1LL}, {"Alert", 0LL}});
+    const auto answer = answers->of(schedule);
+    ASSERT_TRUE(answer) << "nobody need be asked";
+    ASSERT_TRUE(*answer);
+    EXPECT_TRUE((*answer)->needsStartup);
+    EXPECT_EQ((*answer)->timeOut, -5);
+    EXPECT_EQ((*answer)->timeBeforeSelfAnticipation, -1);
+    EXPECT_EQ((*answer)->pluginName, "Reminder");
+    EXPECT_EQ(answers->bundleInfo(schedule)->value("WDUserAgentModule"), "TroublePlugIn.so");
+}
+
+TEST_F(PlugInAnswersTest, AreNoneForABundleThatIsNotThereUntilItIs)
+{
+    const auto schedule = scheduleOf("Later");
+    EXPECT_THAT(reason(schedule), StartsWith("There is no bundle"));
+    EXPECT_FALSE(answers->bundleInfo(schedule));
+    makeTrouble("Later");
+    EXPECT_TRUE(waitUntil([&] {
+        const auto answer = answers->of(schedule);
+        return answer && answer->ok();
+    }));
+}
+
+TEST_F(PlugInAnswersTest, AreNoneForABundleThatOthersCanWrite)
+{
+    ASSERT_TRUE(known(trouble()));
+    ::chmod(qPrintable(order.bundlePath + "/Contents"), 0777);
+    EXPECT_TRUE(waitUntil([&] { return !answers->of(trouble())->ok(); }));
+    EXPECT_THAT(reason(trouble()), HasSubstr("is not trusted"));
+}
+
+TEST_F(PlugInAnswersTest, SayThatAModuleIsMissing)
+{
+    makeBundle("Empty", {{"WDDaemonModule", "Gone.so"}}, {});
+    EXPECT_THAT(reason(scheduleOf("Empty")), HasSubstr("there is no such module"));
+}
+
+TEST_F(PlugInAnswersTest, AreAskedForAnewWhenTheModuleIsReplaced)
+{
+    ASSERT_TRUE(known(trouble()));
+    const QString module = order.bundlePath + "/Contents/Linux/TroublePlugIn.so";
+    ASSERT_TRUE(QFile::remove(module));
+    ASSERT_TRUE(QFile::copy(PROBE_MODULE, module));
+    ::chmod(qPrintable(module), 0755);
+    ASSERT_TRUE(waitUntil([&] { return !answers->of(trouble()); })) << "what is known is of yesterday";
+    ASSERT_TRUE(known(trouble()));
+    EXPECT_EQ(marks(), "asked\nasked\n");
+}
+
+TEST_F(PlugInAnswersTest, AreForgottenWhenNoScheduleNeedsThem)
+{
+    const auto kept = trouble({{"Number", 1LL}});
+    const auto gone = trouble({{"Number", 2LL}});
+    ASSERT_TRUE(known(kept));
+    ASSERT_TRUE(known(gone));
+    answers->keepOnly({kept});
+    EXPECT_TRUE(answers->of(kept));
+    EXPECT_FALSE(answers->of(gone));
+    ASSERT_TRUE(known(gone)) << "it is asked again";
+    answers->keepOnly({});
+    EXPECT_FALSE(answers->of(kept));
+}
+
+TEST_F(PlugInAnswersTest, AreNoneWithoutAPerformer)
+{
+    answers = std::make_unique<PlugInAnswers>(root.join("/no-performer"), clock);
+    EXPECT_THAT(reason(trouble()), HasSubstr("no-performer could not be started"));
+    EXPECT_THAT(reason(trouble({{"Number", 1LL}})), HasSubstr("no-performer could not be started"));
+    EXPECT_EQ(messages().size(), 1) << lines();
+}
