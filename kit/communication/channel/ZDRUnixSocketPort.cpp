@@ -8,8 +8,11 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <optional>
+#include <unistd.h>
 
 using namespace dozely;
 
@@ -61,6 +64,29 @@ void clearFolder()
     ZDRLog("Cleared sockets folder");
 }
 
+std::once_flag initialization;
+bool worksForAnother = false;
+
+/// The socket file that is to go with this process.
+struct OwnFile {
+    pid_t process = 0; // a child that is forked has none
+    QString path;
+    std::optional<SocketFolder::SocketIdentity> identity;
+};
+
+OwnFile &ownFile()
+{
+    static auto &file = *new OwnFile; // for the end of the process
+    return file;
+}
+
+void removeOwnFile()
+{
+    const OwnFile &file = ownFile();
+    if (file.process == ::getpid() && file.identity && SocketFolder::socketAt(file.path) == file.identity)
+        SocketFolder::clearEntry(file.path);
+}
+
 } // namespace
 
 ZDRUnixSocketPort::ZDRUnixSocketPort() = default;
@@ -75,11 +101,15 @@ ZDRUnixSocketPort::~ZDRUnixSocketPort()
 
 void ZDRUnixSocketPort::initialize()
 {
-    static std::once_flag done;
-    std::call_once(done, [] {
+    std::call_once(initialization, [] {
         if (NSProcessInfo::effectiveUserID() == 0)
             clearFolder();
     });
+}
+
+void ZDRUnixSocketPort::workForAnother()
+{
+    std::call_once(initialization, [] { worksForAnother = true; });
 }
 
 void ZDRUnixSocketPort::clearExistingSockets()
@@ -137,10 +167,16 @@ std::shared_ptr<ZDRUnixSocketPort> ZDRUnixSocketPort::port()
     static std::mutex creation;
     const std::lock_guard guard(creation);
     if (!shared) {
-        shared = initAsServerWithName(
+        const QString name =
             stringWithFormat(QStringLiteral("%@.%d.%@"),
                              {NSProcessInfo::processName(), NSProcessInfo::effectiveUserID(),
-                              zandorSoftwaresExtensions::randomStringWithLength(replySuffixLength)}));
+                              zandorSoftwaresExtensions::randomStringWithLength(replySuffixLength)});
+        shared = initAsServerWithName(name);
+        if (shared && worksForAnother) {
+            const QString path = pathOfName(name);
+            ownFile() = {::getpid(), path, SocketFolder::socketAt(path)};
+            std::atexit(removeOwnFile);
+        }
     }
     return shared;
 }

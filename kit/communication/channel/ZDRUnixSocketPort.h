@@ -8,8 +8,8 @@
 /// A socket port with a name: its socket file lies in "/private/var/tmp/com.dozely" below the root folder.
 ///
 /// The first use of the class in a process whose effective user is root wipes and recreates that folder (mode
-/// 0777). No operation ever removes the socket file of a port that goes away; the next server of the name
-/// replaces it.
+/// 0777), unless it works for another process that has done so. No operation ever removes the socket file of
+/// a port that goes away; the next server of the name replaces it.
 ///
 /// THREADING: the main thread, as the connections that use it.
 class DOZELYKIT_EXPORT ZDRUnixSocketPort : public NSSocketPort
@@ -27,6 +27,11 @@ public:
     /// The process's shared server port, made at the first call under the process name, the effective user id
     /// and three random letters. Null when it could not be made; the next call tries again.
     static std::shared_ptr<ZDRUnixSocketPort> port();
+
+    /// For a process that another one starts to do a part of its work, as the daemon does for each action: to
+    /// the folder it is the other one, which has used the class before. Its first use clears nothing, and the
+    /// socket file of its shared server port goes when it ends. Before the first use.
+    static void workForAnother();
 
     /// Removes the socket folder and everything in it, without following links, and creates it again.
     static void clearExistingSockets();

@@ -67,6 +67,29 @@ INSTANTIATE_TEST_SUITE_P(
                     Operation{"clearing", [] { ZDRUnixSocketPort::clearExistingSockets(); }, 2}),
     [](const auto &info) { return std::string(info.param.name); });
 
+TEST_F(ZDRUnixSocketPortClearing, IsNotDoneByWhoWorksForAnother)
+{
+    writeFile(path("of-the-daemon"));
+    EXPECT_TRUE(Identity::holdsAsRoot([&] {
+        ZDRUnixSocketPort::workForAnother();
+        EXPECT_TRUE(ZDRUnixSocketPort::port());
+        EXPECT_TRUE(contentOfSocketFolder().contains("of-the-daemon"));
+        EXPECT_EQ(clearings(), 0);
+    }));
+}
+
+TEST_F(ZDRUnixSocketPortClearing, IsLeftToNobodyByWhoWorksForAnother)
+{
+    EXPECT_EXIT(
+        {
+            ZDRUnixSocketPort::workForAnother();
+            const auto port = ZDRUnixSocketPort::port();
+            std::exit(port && contentOfSocketFolder().size() == 1 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_THAT(contentOfSocketFolder(), IsEmpty());
+}
+
 TEST_F(ZDRUnixSocketPortClearing, IsDoneByTheEffectiveRootWhoeverTheRealUserIs)
 {
     // Only root can have two identities; for anybody else the two are one.
