@@ -3,9 +3,9 @@
 
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/plugin/Names.h"
-#include "hosts/common/events/EventScriptFunction.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionState.h"
+#include "hosts/performer/HandOver.h"
 #include "hosts/performer/Report.h"
 
 #include <QCoreApplication>
@@ -34,7 +34,7 @@ bool Actor::mayGo() const
 
 int Actor::perform()
 {
-    EventScriptFunction::registerFunction();
+    HandOver::holdConsole(m_order);
     const auto refuse = [this](const QString &why) {
         Report::send(m_report.get(), Report::Kind::Refused, why);
         return 0;
@@ -60,6 +60,8 @@ int Actor::perform()
     if (!mayGo())
         return 0;
     Report::send(m_report.get(), Report::Kind::Begun);
+    if (m_order.deed != PerformanceOrder::Deed::Act)
+        return handOver(*plugIn);
     if (const auto raised = GuardedPosting::guardPlugIn([&] { plugIn->actInDaemon(); })) {
         Report::send(m_report.get(), Report::Kind::Raised, *raised);
         return 0;
@@ -69,6 +71,18 @@ int Actor::perform()
         connect(plugIn, SIGNAL(actionDidFinish()), this, SLOT(endWhenDone()), Qt::QueuedConnection);
     QMetaObject::invokeMethod(this, &Actor::endWhenDone, Qt::QueuedConnection);
     return QCoreApplication::exec();
+}
+
+int Actor::handOver(WDDaemonPlugIn &plugIn) const
+{
+    auto delivery = PerformanceOutcome::Delivery::None;
+    const auto raised = GuardedPosting::guardPlugIn([&] { delivery = HandOver::run(plugIn, m_order.deed); });
+    if (raised)
+        delivery = HandOver::ofFailedPost();
+    Report::send(m_report.get(), Report::Kind::Delivered, QString::number(static_cast<int>(delivery)));
+    Report::send(m_report.get(), raised ? Report::Kind::Raised : Report::Kind::Done,
+                 raised.value_or(QString()));
+    return 0;
 }
 
 void Actor::endWhenDone()

@@ -23,6 +23,7 @@ public:
 
 private:
     bool mayGo() const;
+    int handOver(WDDaemonPlugIn &plugIn) const;
     Q_SLOT void endWhenDone();
 
     PerformanceOrder m_order;

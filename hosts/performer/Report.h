@@ -11,10 +11,11 @@
 namespace Report
 {
 enum class Kind : char {
-    Begun = 'B',   ///< The action is about to be called.
-    Refused = 'R', ///< It cannot be: the text says why.
-    Raised = 'X',  ///< It raised: the text says what.
-    Done = 'D',    ///< It is over; the text is the exit status of the program that it ran, or empty.
+    Begun = 'B',     ///< The action is about to be called.
+    Refused = 'R',   ///< It cannot be: the text says why.
+    Raised = 'X',    ///< It raised: the text says what.
+    Delivered = 'P', ///< What became of an occurrence that was to be handed over: a number (Delivery).
+    Done = 'D',      ///< It is over; the text is the exit status of the program that it ran, or empty.
 };
 
 /// Blocks until the pipe has taken it. A pipe that nobody reads any more is no reason not to act.

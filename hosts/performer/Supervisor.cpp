@@ -164,6 +164,9 @@ void Supervisor::hearReports()
         case Report::Kind::Raised:
             m_outcome.failure = text;
             break;
+        case Report::Kind::Delivered:
+            m_outcome.delivery = static_cast<PerformanceOutcome::Delivery>(status);
+            break;
         case Report::Kind::Done:
             m_isDone = true;
             if (isNumber)

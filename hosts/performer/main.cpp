@@ -5,6 +5,7 @@
 #include "hosts/common/program/HostOptions.h"
 #include "hosts/performer/Actor.h"
 #include "hosts/performer/Asker.h"
+#include "hosts/performer/Channel.h"
 #include "hosts/performer/Supervisor.h"
 
 #include <csignal>
@@ -76,6 +77,7 @@ int main(int argc, char **argv)
     Descriptor host(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
     if (options.parser().isSet(ask)) {
         readNothing();
+        const Channel channel;
         return Asker(std::move(host)).run();
     }
     const auto order = OrderStream::read(host.get());
@@ -106,6 +108,7 @@ int main(int argc, char **argv)
         host.reset();
         go.writeEnd.reset();
         becomeActor(output.writeEnd, former);
+        const Channel channel;
         return Actor(*order, std::move(go.readEnd), std::move(report.writeEnd)).perform();
     }
     doNotBlock(report.readEnd);

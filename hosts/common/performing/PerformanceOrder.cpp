@@ -17,6 +17,9 @@ constexpr QLatin1StringView zoneKey("Time Zone");
 constexpr QLatin1StringView placeKey("Place");
 constexpr QLatin1StringView longestKey("Longest");
 constexpr QLatin1StringView timeToEndKey("Time To End");
+constexpr QLatin1StringView deedKey("Deed");
+constexpr QLatin1StringView consoleUserKey("Console User");
+constexpr QLatin1StringView consoleUserNameKey("Console User Name");
 
 std::chrono::seconds secondsIn(const QVariant &value)
 {
@@ -31,15 +34,19 @@ bool isDuration(const QVariant &value)
 
 QByteArray PerformanceOrder::toData() const
 {
-    return PropertyList::toData(QVariantMap{{scheduleKey, schedule},
-                                            {bundlePathKey, bundlePath},
-                                            {parametersKey, parameters},
-                                            {dateKey, date.toUTC()},
-                                            {zoneKey, QString::fromUtf8(date.timeZone().id())},
-                                            {placeKey, place},
-                                            {longestKey, static_cast<qint64>(longest.count())},
-                                            {timeToEndKey, static_cast<qint64>(timeToEnd.count())}},
-                                PropertyList::Format::Binary, PropertyList::ofTheSystem);
+    QVariantMap map{{scheduleKey, schedule},
+                    {bundlePathKey, bundlePath},
+                    {parametersKey, parameters},
+                    {dateKey, date.toUTC()},
+                    {zoneKey, QString::fromUtf8(date.timeZone().id())},
+                    {placeKey, place},
+                    {longestKey, static_cast<qint64>(longest.count())},
+                    {timeToEndKey, static_cast<qint64>(timeToEnd.count())},
+                    {deedKey, static_cast<qint64>(deed)},
+                    {consoleUserNameKey, consoleUserName}};
+    if (consoleUser)
+        map.insert(consoleUserKey, static_cast<qint64>(*consoleUser));
+    return PropertyList::toData(map, PropertyList::Format::Binary, PropertyList::ofTheSystem);
 }
 
 Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
@@ -48,7 +55,7 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     if (!list)
         return list.error();
     const QVariantMap map = list->toMap();
-    for (const auto &key : {scheduleKey, bundlePathKey, zoneKey, placeKey}) {
+    for (const auto &key : {scheduleKey, bundlePathKey, zoneKey, placeKey, consoleUserNameKey}) {
         if (map.value(key).typeId() != QMetaType::QString)
             return Error{QString("the order has no \"%1\"").arg(key)};
     }
@@ -60,9 +67,20 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     const QTimeZone zone(map.value(zoneKey).toString().toUtf8());
     if (!zone.isValid())
         return Error{"the order's time zone is not known"};
-    return PerformanceOrder{
+    const QVariant deed = map.value(deedKey);
+    const QVariant user = map.value(consoleUserKey);
+    const bool isDeed = deed.typeId() == QMetaType::LongLong && deed.toLongLong() >= 0 &&
+                        deed.toLongLong() <= static_cast<qint64>(Deed::Announce);
+    if (!isDeed || (user.isValid() && user.typeId() != QMetaType::LongLong))
+        return Error{"the order does not say what is to be done"};
+    PerformanceOrder order{
         map.value(scheduleKey).toString(), map.value(bundlePathKey).toString(),
         map.value(parametersKey).toMap(),  map.value(dateKey).toDateTime().toTimeZone(zone),
         map.value(placeKey).toString(),    secondsIn(map.value(longestKey)),
         secondsIn(map.value(timeToEndKey))};
+    order.deed = static_cast<Deed>(deed.toInt());
+    order.consoleUserName = map.value(consoleUserNameKey).toString();
+    if (user.isValid())
+        order.consoleUser = static_cast<quint32>(user.toLongLong());
+    return order;
 }

@@ -8,6 +8,7 @@
 #include <QVariantMap>
 
 #include <chrono>
+#include <optional>
 
 /// What a performer is told to do: one occurrence of one schedule, and within which limits. A plain value,
 /// which travels over an inherited descriptor.
@@ -26,6 +27,21 @@ struct PerformanceOrder {
 
     std::chrono::seconds longest{0};                ///< The action is ended after so long; 0 for never.
     std::chrono::seconds timeToEnd{usualTimeToEnd}; ///< From being asked to end to being killed.
+
+    /// What is to be done with the occurrence, by the plug-in's class in its own way.
+    enum class Deed {
+        Act,      ///< WDDaemonPlugIn::actInDaemon.
+        HandOver, ///< actInUserAgentNow: for classes that have one of their own (PlugInAnswer).
+        Announce, ///< anticipateInUserAgentNow.
+    };
+    Deed deed = Deed::Act;
+
+    /// Who counts as the user at the console while the plug-in is at work, so that whom it tells is whom the
+    /// host had in mind; absent for whoever is there.
+    /// @{
+    std::optional<quint32> consoleUser = {};
+    QString consoleUserName = {};
+    /// @}
 
     QByteArray toData() const;
 

@@ -12,11 +12,16 @@ constexpr QLatin1StringView failureKey("Failure");
 constexpr QLatin1StringView exitStatusKey("Exit Status");
 constexpr QLatin1StringView endedKey("Ended");
 constexpr QLatin1StringView outputKey("Output");
+constexpr QLatin1StringView deliveryKey("Delivery");
 } // namespace
 
 QByteArray PerformanceOutcome::toData() const
 {
-    QVariantMap map{{hasBegunKey, hasBegun}, {failureKey, failure}, {endedKey, ended}, {outputKey, output}};
+    QVariantMap map{{hasBegunKey, hasBegun},
+                    {failureKey, failure},
+                    {endedKey, ended},
+                    {outputKey, output},
+                    {deliveryKey, static_cast<qint64>(delivery)}};
     if (exitStatus)
         map.insert(exitStatusKey, *exitStatus);
     return PropertyList::toData(map, PropertyList::Format::Binary);
@@ -35,7 +40,13 @@ Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
         map.value(outputKey).typeId() != QMetaType::QByteArray ||
         (status.isValid() && status.typeId() != QMetaType::LongLong))
         return Error{"it is no outcome of an action"};
-    return PerformanceOutcome{map.value(hasBegunKey).toBool(), map.value(failureKey).toString(),
-                              status.isValid() ? std::optional<qint64>(status.toLongLong()) : std::nullopt,
-                              map.value(endedKey).toDateTime(), map.value(outputKey).toByteArray()};
+    const QVariant delivery = map.value(deliveryKey);
+    if (delivery.typeId() != QMetaType::LongLong || delivery.toLongLong() < 0 ||
+        delivery.toLongLong() > static_cast<qint64>(Delivery::Unknown))
+        return Error{"it does not say what became of an action"};
+    PerformanceOutcome outcome{map.value(hasBegunKey).toBool(), map.value(failureKey).toString(),
+                               status.isValid() ? std::optional<qint64>(status.toLongLong()) : std::nullopt,
+                               map.value(endedKey).toDateTime(), map.value(outputKey).toByteArray()};
+    outcome.delivery = static_cast<Delivery>(delivery.toInt());
+    return outcome;
 }

@@ -15,12 +15,21 @@ struct PerformanceOutcome {
     /// Of what an action writes to its standard streams the last so many bytes are kept.
     static constexpr qsizetype mostOutput = 64 << 10;
 
-    bool hasBegun = false;                 ///< Whether the action was called.
-    QString failure = {};                  ///< A clause that says why it is none that succeeded; else empty.
+    bool hasBegun = false; ///< Whether the action was called.
+    QString failure = {};  ///< A clause that says why it is none that succeeded; else empty.
     /// Of the program that it ran, where there was one; negative when that could not be started.
     std::optional<qint64> exitStatus = {};
-    QDateTime ended = {};                  ///< UTC; invalid when the performer ended without a word.
-    QByteArray output = {};                ///< What the action wrote last.
+    QDateTime ended = {};   ///< UTC; invalid when the performer ended without a word.
+    QByteArray output = {}; ///< What the action wrote last.
+
+    /// What became of an occurrence that was to be handed over or announced.
+    enum class Delivery {
+        None,     ///< It was not tried.
+        Received, ///< The agent has it.
+        NotSent,  ///< The agent has certainly not had it, nor will it.
+        Unknown,  ///< The agent may have it.
+    };
+    Delivery delivery = Delivery::None;
 
     /// Whether it came to the action itself, and to the program that it runs.
     bool isPerformed() const { return hasBegun && exitStatus.value_or(0) >= 0; }

@@ -212,3 +212,44 @@ TEST_F(PerformerTest, RefusesWhatIsNoOrder)
     ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
     EXPECT_EQ(exitStatus(), 1);
 }
+
+TEST_F(PerformerTest, HandsOverInThePlugInsOwnWay)
+{
+    order.bundlePath =
+        root.join(makeBundle("OwnWay", {{"WDDaemonModule", "TroublePlugIn.so"}, {"Own Way", true}}));
+    order.deed = PerformanceOrder::Deed::HandOver;
+    order.parameters.insert("Hand Over", "itself");
+    const PerformanceOutcome done = perform("nothing");
+    EXPECT_EQ(done.failure, "");
+    EXPECT_EQ(done.delivery, PerformanceOutcome::Delivery::Received);
+    EXPECT_EQ(marks(), "handed over\n") << "and does not act";
+}
+
+TEST_F(PerformerTest, SaysThatAnAgentWhichIsNotThereHasNotHadAnOccurrence)
+{
+    order.deed = PerformanceOrder::Deed::HandOver;
+    order.consoleUser = 4711;
+    const PerformanceOutcome done = perform("nothing");
+    EXPECT_EQ(done.failure, "");
+    EXPECT_EQ(done.delivery, PerformanceOutcome::Delivery::NotSent);
+    EXPECT_EQ(marks(), "");
+}
+
+TEST_F(PerformerTest, SaysWhatHandingOverRaised)
+{
+    order.bundlePath =
+        root.join(makeBundle("OwnWay", {{"WDDaemonModule", "TroublePlugIn.so"}, {"Own Way", true}}));
+    order.deed = PerformanceOrder::Deed::HandOver;
+    order.parameters.insert("Hand Over", "throw");
+    const PerformanceOutcome done = perform("nothing");
+    EXPECT_EQ(done.failure, "the plug-in was told to");
+    EXPECT_EQ(done.delivery, PerformanceOutcome::Delivery::NotSent);
+}
+
+TEST_F(PerformerTest, AnnouncesThroughTheAgent)
+{
+    order.deed = PerformanceOrder::Deed::Announce;
+    order.consoleUser = 4711;
+    EXPECT_EQ(perform("nothing").delivery, PerformanceOutcome::Delivery::NotSent);
+    EXPECT_EQ(messages().filter("anticipateInUserAgentNow impossible").size(), 1);
+}

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 
 #include <QFile>
@@ -115,6 +116,12 @@ public:
                 std::printf("line %d\n", line);
             std::fflush(stdout);
         }
+        if (wish == "post") {
+            NSNotification order("DaemonMustRunNowEvent", "com.dozely.Admin",
+                                 {{"Schedule Identifier", parameters()->value("Schedule")}});
+            const bool isReceived = WDCommunicationCenter::sharedInstance()->postNotificationToDaemon(order);
+            mark(*parameters(), isReceived ? "received\n" : "lost\n");
+        }
         if (wish == "go on") {
             m_isActing = true;
             QTimer::singleShot(0, this, &TroubleDaemonPlugIn::finish);
@@ -126,6 +133,12 @@ public:
 
 Q_SIGNALS:
     void actionDidFinish();
+
+protected:
+    QString wish(const QString &key) const
+    {
+        return parameters() ? parameters()->value(key).toString() : QString();
+    }
 
 private:
     void finish()
@@ -145,7 +158,6 @@ private:
     }
 
     QString what() const { return wish("Do"); }
-    QString wish(const QString &key) const { return parameters() ? parameters()->value(key).toString() : QString(); }
 
     bool m_isActing = false;
 };
@@ -158,7 +170,8 @@ public:
     bool actInUserAgentNow() override
     {
         mark(*parameters(), "handed over\n");
-        return WDDaemonPlugIn::actInUserAgentNow();
+        goWrong(wish("Hand Over"));
+        return wish("Hand Over") == "itself" || WDDaemonPlugIn::actInUserAgentNow();
     }
 };
 
