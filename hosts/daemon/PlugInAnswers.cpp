@@ -6,8 +6,8 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/common/performing/AskingPerformer.h"
 #include "hosts/common/plugins/PlugInLoader.h"
-#include "hosts/daemon/AskingPerformer.h"
 #include "hosts/daemon/KnownBundle.h"
 
 #include <algorithm>
@@ -34,8 +34,7 @@ PlugInAnswer answerOfTheBase(const Schedule &schedule, const QString &pluginName
     WDDaemonPlugIn base;
     base.setParameters(schedule.parameters);
     base.setCalendarDate(schedule.calendarDate());
-    return {base.needsWakeUp(), base.needsStartup(),
-            base.timeOut(),     base.timeBeforeSelfAnticipation(),
+    return {base.needsWakeUp(), base.needsStartup(), base.timeOut(), base.timeBeforeSelfAnticipation(),
             pluginName};
 }
 

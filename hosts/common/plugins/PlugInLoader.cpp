@@ -2,6 +2,7 @@
 #include "hosts/common/plugins/PlugInLoader.h"
 
 #include "DozelyKit/core/files/TrustedPath.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
@@ -11,6 +12,14 @@
 #include <QFileInfo>
 
 using namespace dozely;
+
+namespace
+{
+QString modulePath(const std::shared_ptr<NSBundle> &bundle, const QString &moduleName)
+{
+    return bundle->bundlePath() + "/Contents/Linux/" + moduleName;
+}
+} // namespace
 
 QList<PlugInLoader::Source> PlugInLoader::sourcesOfTheSystem()
 {
@@ -57,7 +66,8 @@ Result<std::shared_ptr<WDPlugIn>> PlugInLoader::make(const std::shared_ptr<NSBun
     WDPlugInFactory *factory = nullptr;
     if (!moduleName.isEmpty()) {
         const auto known = m_classes.constFind(path);
-        const LoadedClass loaded = known != m_classes.cend() ? *known : load(bundle, moduleName);
+        LoadedClass loaded = known != m_classes.cend() ? *known : load(bundle, moduleName);
+        tellWhenReplaced(loaded, moduleName);
         if (loaded.factory) // what cannot be loaded may be mended meanwhile: look again at the next use
             m_classes.insert(path, loaded);
         if (!loaded.refusal.isEmpty())
@@ -78,11 +88,22 @@ Result<std::shared_ptr<WDPlugIn>> PlugInLoader::make(const std::shared_ptr<NSBun
                      .arg(logLabel(path), thrown.value_or("its factory made nothing"))};
 }
 
+void PlugInLoader::tellWhenReplaced(LoadedClass &loaded, const QString &moduleName) const
+{
+    const auto file = FileIdentity::of(modulePath(loaded.bundle, moduleName));
+    if (file == loaded.file)
+        return;
+    loaded.file = file;
+    ZDRLog("The module %@ of %@ was replaced: %@ uses the new one once it has been started again",
+           logLabel(moduleName), logLabel(loaded.bundle->bundlePath()), NSProcessInfo::processName());
+}
+
 PlugInLoader::LoadedClass PlugInLoader::load(const std::shared_ptr<NSBundle> &bundle,
                                              const QString &moduleName) const
 {
     LoadedClass loaded;
     loaded.bundle = bundle;
+    loaded.file = FileIdentity::of(modulePath(bundle, moduleName)); // before: what comes later is told of
     QObject *root = nullptr;
     QString why = "its name is not a file name";
     bool accepts = false;

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Result.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
+#include "hosts/common/plugins/FileIdentity.h"
 
 #include <QHash>
 #include <QList>
@@ -43,7 +44,8 @@ public:
 
     /// A new plug-in object of the bundle, its bundle set. The module's factory is initialised once, at its
     /// first use; one that refuses is not asked again, while a module that cannot be loaded is looked for at
-    /// each use. Never null.
+    /// each use. A module that was replaced since it was loaded goes on as it was, with one line in the log:
+    /// two of one name cannot live in a process. Never null.
     dozely::Result<std::shared_ptr<WDPlugIn>> make(const std::shared_ptr<NSBundle> &bundle);
 
     /// Tells every initialised factory that the host is done with it.
@@ -54,7 +56,9 @@ private:
         std::shared_ptr<NSBundle> bundle;
         WDPlugInFactory *factory = nullptr; // owned by its module; null when that cannot be loaded
         QString refusal;                    // why it cannot be used; empty when it can
+        FileIdentity file;                  // of its module, as it is or was told of
     };
+    void tellWhenReplaced(LoadedClass &loaded, const QString &moduleName) const;
     LoadedClass load(const std::shared_ptr<NSBundle> &bundle, const QString &moduleName) const;
 
     QString m_roleKey;

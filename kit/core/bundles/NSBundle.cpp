@@ -234,6 +234,7 @@ Result<QObject *> NSBundle::loadModule(const QString &fileName, const QByteArray
     if (isCompiledIn(d->path) || fileName.isEmpty() || fileName.contains('/') || fileName == "..")
         return Error{QString("Cannot load \"%1\": this is not the name of a module").arg(fileName)};
     const auto root = loadRootObject(d->path + "/Contents/Linux/" + fileName, interfaceId);
+    ModuleFile::detach(d->path + "/Contents"); // with the libraries that it brought along
     if (root)
         d->modules.insert({fileName, interfaceId}, *root);
     return root;

@@ -197,6 +197,21 @@ TEST_F(NSBundleTest, LoadsTheRootObjectOfAModuleOnce)
     EXPECT_EQ(*loading->loadModule("GoodModule.so", interfaceId), *root);
 }
 
+TEST_F(NSBundleTest, GoesOnWithAModuleWhoseFileIsWrittenOver)
+{
+    addModule("GoodModule.so");
+    const auto loading = bundle();
+    const auto root = loading->loadModule("GoodModule.so", interfaceId);
+    ASSERT_TRUE(root);
+    write("Linux/GoodModule.so", "This is no module any more."); // the same file, as "cp" does it
+    EXPECT_STREQ((*root)->metaObject()->className(), "GoodModule");
+    EXPECT_TRUE((*root)->inherits("GoodModule"));
+    EXPECT_EQ(NSBundle::bundleForClass((*root)->metaObject()), loading);
+    std::unique_ptr<QObject> another((*root)->metaObject()->newInstance());
+    ASSERT_TRUE(another) << "its code runs, too";
+    EXPECT_EQ(another->objectName(), "good");
+}
+
 TEST_F(NSBundleTest, RefusesAModuleOfAnotherInterfaceBeforeAnyOfItsCodeRuns)
 {
     addModule("ForeignModule.so");

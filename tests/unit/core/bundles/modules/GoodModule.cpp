@@ -7,7 +7,7 @@ class GoodModule : public QObject
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "com.dozely.test.Module/1")
 public:
-    GoodModule() { setObjectName("good"); }
+    Q_INVOKABLE GoodModule() { setObjectName("good"); }
 };
 
 #include "GoodModule.moc"

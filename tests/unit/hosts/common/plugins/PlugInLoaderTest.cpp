@@ -64,6 +64,28 @@ TEST_F(PlugInLoaderTest, InitialisesAClassOnceAndTerminatesItAtTheEnd)
     EXPECT_EQ(messages(), QStringList({"Probe initialised", "Probe terminated"}));
 }
 
+TEST_F(PlugInLoaderTest, GoesOnWithAModuleThatIsWrittenOverAndSaysSoOnce)
+{
+    const QString path = makeProbe();
+    ASSERT_TRUE(make(path));
+    const QString module = path + "/Contents/Linux/ProbePlugIn.so";
+    write(module, "This is no module any more."); // the same file, as "cp" does it
+    for (int i = 0; i < 2; ++i) {
+        const auto plugIn = make(path);
+        ASSERT_TRUE(plugIn) << error.toStdString();
+        plugIn->setParameters(QVariantMap{{"Time Out", -9LL}});
+        EXPECT_EQ(plugIn->timeOut(), -9);
+    }
+    ASSERT_EQ(messages().filter("was replaced").size(), 1);
+    EXPECT_THAT(messages().filter("was replaced").first().toStdString(),
+                HasSubstr("The module ProbePlugIn.so of " + root.join(path).toStdString() +
+                          " was replaced: "));
+    ASSERT_TRUE(QFile::remove(root.join(module)));
+    ASSERT_TRUE(QFile::copy(PROBE_MODULE, root.join(module)));
+    EXPECT_TRUE(make(path));
+    EXPECT_EQ(messages().filter("was replaced").size(), 2) << "another one";
+}
+
 TEST_F(PlugInLoaderTest, SaysThatABundleIsMissing)
 {
     EXPECT_FALSE(make("/no/such.plugin"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/AskingPerformer.h"
+#include "hosts/common/performing/AskingPerformer.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
@@ -70,12 +70,13 @@ void AskingPerformer::begin()
         program.input = theirs.get();
         m_watch = std::make_unique<DescriptorWatch>([this] { hear(); });
         m_watch->watch(m_host.get(), POLLIN);
-        m_performer = program.start(
-            [this](const Result<ChildProgram::Ending> &ending) { ended(howItEnded(ending)); });
+        m_performer =
+            program.start([this](const Result<ChildProgram::Ending> &ending) { ended(howItEnded(ending)); });
         return;
     }
     const QString why = qt_error_string(errno);
-    QMetaObject::invokeMethod(this, [this, why] { ended(why); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this, why] { ended(why); }, Qt::QueuedConnection);
 }
 
 void AskingPerformer::send()
