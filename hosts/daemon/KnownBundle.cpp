@@ -69,8 +69,7 @@ void KnownBundle::note(const ParametersDigest &digest, const Result<PlugInAnswer
     deathsAsked = 0; // whoever says why there is no answer is alive
 }
 
-void KnownBundle::noteDeath(const ParametersDigest &digest, const QString &why,
-                            std::chrono::milliseconds now)
+void KnownBundle::noteDeath(const ParametersDigest &digest, const QString &why, std::chrono::milliseconds now)
 {
     latestDeath = why;
     ++deathsAsked;

@@ -19,8 +19,8 @@ class NSBundle;
 struct KnownBundle {
     /// About one set of parameters.
     struct Entry {
-        qint32 answer = -1; ///< Among the answers; -1 for none.
-        qint32 reason = -1; ///< Among the reasons why there is none.
+        qint32 answer = -1;                  ///< Among the answers; -1 for none.
+        qint32 reason = -1;                  ///< Among the reasons why there is none.
         std::chrono::milliseconds failed{0}; ///< When that was, on the steady clock.
         qint32 deaths = 0;                   ///< How often it has killed who asked.
         bool isWaiting = false;              ///< It is to be asked, or being asked.

@@ -81,8 +81,7 @@ ParametersDigest ParametersDigest::of(const QVariantMap &parameters)
 {
     Writer writer;
     writer.add(parameters);
-    const QByteArray hash =
-        QCryptographicHash::hash(writer.written(), QCryptographicHash::Blake2s_128);
+    const QByteArray hash = QCryptographicHash::hash(writer.written(), QCryptographicHash::Blake2s_128);
     ParametersDigest digest;
     std::copy_n(hash.cbegin(), digest.bytes.size(), digest.bytes.begin());
     return digest;

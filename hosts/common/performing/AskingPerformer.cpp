@@ -50,6 +50,7 @@ void AskingPerformer::ask(const PerformanceOrder &question, Replied replied)
 
 void AskingPerformer::finish()
 {
+    m_finishesNext = isAsking() && m_state == State::Ready;
     if (isAsking() || m_state != State::Ready)
         return;
     m_state = State::Ending;
@@ -124,7 +125,10 @@ void AskingPerformer::take(const QByteArray &packet)
             send();
     } else if (m_state == State::Ready && isAsking()) {
         m_limit.reset();
-        reply(Reply::Kind::Answered, PlugInAnswer::fromPacket(packet));
+        const auto replied = std::exchange(m_replied, nullptr);
+        if (m_finishesNext)
+            finish();
+        replied({Reply::Kind::Answered, PlugInAnswer::fromPacket(packet)});
     }
 }
 
@@ -144,6 +148,7 @@ void AskingPerformer::ended(const QString &how)
 void AskingPerformer::end(const QString &why)
 {
     const State former = std::exchange(m_state, State::None);
+    m_finishesNext = false;
     m_limit.reset();
     m_watch.reset();
     m_host.reset();

@@ -54,8 +54,8 @@ public:
     /// asked. `replied` is called once, from the event loop, and may ask the next.
     void ask(const PerformanceOrder &question, Replied replied);
 
-    /// Lets the performer end when it is not asked anything: there is no more to ask, or what it has loaded is
-    /// of yesterday. The next question has a new one.
+    /// Lets the performer end, after its answer when it is being asked: there is no more to ask, or what it
+    /// has loaded is of yesterday. The next question has a new one.
     void finish();
 
 private:
@@ -80,6 +80,7 @@ private:
     std::unique_ptr<dozely::RunningProgram> m_performer;
     PerformanceOrder m_question;
     Replied m_replied; // while something is asked
+    bool m_finishesNext = false;
     std::optional<std::chrono::milliseconds> m_limit; // on the steady clock
     std::optional<std::chrono::milliseconds> m_timer; // when the next one looks at the limit
 };

@@ -25,15 +25,15 @@ QByteArray PlugInAnswer::toPacket(const Result<PlugInAnswer> &answer)
     if (!answer)
         return PropertyList::toData(QVariantMap{{whyKey, answer.error().text.left(longestText)}},
                                     PropertyList::Format::Binary);
-    const QByteArray packet = PropertyList::toData(
-        QVariantMap{{wakeUpKey, answer->needsWakeUp},
-                    {startupKey, answer->needsStartup},
-                    {timeOutKey, static_cast<qint64>(answer->timeOut)},
-                    {anticipationKey, answer->timeBeforeSelfAnticipation},
-                    {nameKey, answer->pluginName.left(longestText)},
-                    {handsOverKey, answer->handsOverItself},
-                    {announcesKey, answer->announcesItself}},
-        PropertyList::Format::Binary);
+    const QByteArray packet =
+        PropertyList::toData(QVariantMap{{wakeUpKey, answer->needsWakeUp},
+                                         {startupKey, answer->needsStartup},
+                                         {timeOutKey, static_cast<qint64>(answer->timeOut)},
+                                         {anticipationKey, answer->timeBeforeSelfAnticipation},
+                                         {nameKey, answer->pluginName.left(longestText)},
+                                         {handsOverKey, answer->handsOverItself},
+                                         {announcesKey, answer->announcesItself}},
+                             PropertyList::Format::Binary);
     return packet.isEmpty() ? toPacket(Error{"what its plug-in answers cannot be sent"}) : packet;
 }
 
@@ -56,8 +56,11 @@ Result<PlugInAnswer> PlugInAnswer::fromPacket(const QByteArray &packet)
         timeOut.toLongLong() != static_cast<qint32>(timeOut.toLongLong()) ||
         map.value(nameKey).typeId() != QMetaType::QString)
         return none;
-    return PlugInAnswer{map.value(wakeUpKey).toBool(),       map.value(startupKey).toBool(),
-                        static_cast<qint32>(timeOut.toLongLong()), anticipation.toLongLong(),
-                        map.value(nameKey).toString(),       map.value(handsOverKey).toBool(),
+    return PlugInAnswer{map.value(wakeUpKey).toBool(),
+                        map.value(startupKey).toBool(),
+                        static_cast<qint32>(timeOut.toLongLong()),
+                        anticipation.toLongLong(),
+                        map.value(nameKey).toString(),
+                        map.value(handsOverKey).toBool(),
                         map.value(announcesKey).toBool()};
 }

@@ -146,6 +146,21 @@ TEST_F(PlugInAnswersTest, AreAskedForAnewWhenTheModuleIsReplaced)
     EXPECT_EQ(marks(), "asked\nasked\n");
 }
 
+TEST_F(PlugInAnswersTest, OfAModuleThatIsReplacedWhileOthersAreAskedAreTheNewOnes)
+{
+    makeTrouble("Changing");
+    const auto changing = scheduleOf("Changing");
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_FALSE(answers->of(trouble({{"Number", static_cast<qint64>(i)}})));
+    EXPECT_EQ(known(changing, Urgency::Due)->timeOut, -7);
+    const QString module = root.join(changing.bundlePath + "/Contents/Linux/TroublePlugIn.so");
+    ASSERT_TRUE(QFile::remove(module));
+    ASSERT_TRUE(QFile::copy(OTHER_MODULE, module));
+    ASSERT_TRUE(waitUntil([&] { return !answers->of(changing, Urgency::Due); }));
+    EXPECT_EQ(known(changing, Urgency::Due)->timeOut, -5) << "and not what the performer had loaded before";
+    EXPECT_LT(marks().count('\n'), 1000) << "it came in between";
+}
+
 TEST_F(PlugInAnswersTest, AreForgottenWhenNoScheduleNeedsThem)
 {
     const auto kept = trouble({{"Number", 1LL}});
