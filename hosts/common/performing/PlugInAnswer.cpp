@@ -22,19 +22,16 @@ constexpr qsizetype longestText = PlugInAnswer::mostBytes / 8;
 
 QByteArray PlugInAnswer::toPacket(const Result<PlugInAnswer> &answer)
 {
-    if (!answer)
-        return PropertyList::toData(QVariantMap{{whyKey, answer.error().text.left(longestText)}},
-                                    PropertyList::Format::Binary);
-    const QByteArray packet =
-        PropertyList::toData(QVariantMap{{wakeUpKey, answer->needsWakeUp},
-                                         {startupKey, answer->needsStartup},
-                                         {timeOutKey, static_cast<qint64>(answer->timeOut)},
-                                         {anticipationKey, answer->timeBeforeSelfAnticipation},
-                                         {nameKey, answer->pluginName.left(longestText)},
-                                         {handsOverKey, answer->handsOverItself},
-                                         {announcesKey, answer->announcesItself}},
-                             PropertyList::Format::Binary);
-    return packet.isEmpty() ? toPacket(Error{"what its plug-in answers cannot be sent"}) : packet;
+    const QVariantMap map = answer ? QVariantMap{{wakeUpKey, answer->needsWakeUp},
+                                                 {startupKey, answer->needsStartup},
+                                                 {timeOutKey, static_cast<qint64>(answer->timeOut)},
+                                                 {anticipationKey, answer->timeBeforeSelfAnticipation},
+                                                 {nameKey, answer->pluginName.left(longestText)},
+                                                 {handsOverKey, answer->handsOverItself},
+                                                 {announcesKey, answer->announcesItself}}
+                                   : QVariantMap{{whyKey, answer.error().text.left(longestText)}};
+    const QByteArray packet = PropertyList::toData(map, PropertyList::Format::Binary);
+    return packet.isEmpty() ? toPacket(Error{"what its plug-in says is no text"}) : packet;
 }
 
 Result<PlugInAnswer> PlugInAnswer::fromPacket(const QByteArray &packet)

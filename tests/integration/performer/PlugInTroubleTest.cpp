@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/system/machine/ChildProgram.h"
+#include "DozelyKit/system/machine/RunningProgram.h"
 #include "PlugInAnswersFixture.h"
+#include "hosts/common/performing/OrderStream.h"
 
 #include <QTimer>
+
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace dozely;
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;
@@ -75,6 +84,37 @@ INSTANTIATE_TEST_SUITE_P(Everywhere, PlugInTrouble,
                                          Place{"InNeedsWakeUp", nullptr, "Wake Up", nullptr},
                                          Place{"InTimeOut", nullptr, "Time Out", nullptr}),
                          [](const auto &place) { return place.param.name; });
+
+TEST_F(PlugInAnswersFixture, EndWithWhoeverWantedToKnow)
+{
+    // A host that dies while a plug-in hangs, which would hang for ever.
+    const pid_t host = ::fork();
+    ASSERT_GE(host, 0);
+    if (host == 0) {
+        int ends[2];
+        const auto hanging = trouble({{"Time Out", "mark and hang"}});
+        PerformanceOrder question;
+        question.bundlePath = hanging.fullBundlePath();
+        question.parameters = hanging.parameters;
+        question.date = hanging.calendarDate();
+        const bool isMade = ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) == 0;
+        ChildProgram program{PERFORMER_PROGRAM, {"--ask", "--root", root.path()}, {}};
+        program.input = ends[1];
+        const auto performer = program.start([](const auto &) {});
+        const bool isAsked = isMade && OrderStream::send(ends[0], question).ok();
+        waitUntil([&] { return !isAsked || QFileInfo(root.join("/marks.asked")).size() > 0; });
+        ::_exit(isAsked ? 0 : 1); // without a word
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(host, &status, 0), host);
+    ASSERT_EQ(status, 0);
+    const pid_t performer = read("/marks.asked").toInt();
+    ASSERT_GT(performer, 1);
+    EXPECT_TRUE(waitUntil([&] {
+        QFile stat(QString("/proc/%1/stat").arg(performer));
+        return !stat.open(QIODevice::ReadOnly) || stat.readAll().contains(") Z ");
+    }));
+}
 
 using PlugInAnswersAfterTrouble = PlugInAnswersFixture;
 
