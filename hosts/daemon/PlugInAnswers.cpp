@@ -9,9 +9,9 @@
 #include "hosts/common/performing/AskingPerformer.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "hosts/daemon/KnownBundle.h"
+#include "hosts/daemon/WaitingQuestions.h"
 
-#include <algorithm>
-#include <deque>
+#include <utility>
 
 using namespace dozely;
 
@@ -24,9 +24,6 @@ namespace
 constexpr milliseconds pauseAfterFailure = std::chrono::minutes(1);
 /// or when it is due.
 constexpr milliseconds pauseWhenDue = std::chrono::seconds(5);
-
-/// Each waiting question holds its parameters.
-constexpr size_t mostWaiting = 1024;
 
 /// What the base of the plug-in classes answers.
 PlugInAnswer answerOfTheBase(const Schedule &schedule, const QString &pluginName)
@@ -50,11 +47,8 @@ PerformanceOrder questionAbout(const Schedule &schedule)
 } // namespace
 
 struct PlugInAnswers::Private {
-    struct Waiting {
-        PerformanceOrder question;
-        ParametersDigest digest;
-        quint64 generation; // of the bundle: what became another one is not asked about
-    };
+    using Question = WaitingQuestions::Question;
+
     Private(PlugInAnswers *owner, QString program, Clock &clock)
         : owner(owner), clock(clock), performer(std::move(program), clock)
     {
@@ -63,21 +57,18 @@ struct PlugInAnswers::Private {
     KnownBundle &look(const QString &path);
     std::optional<Result<Answers>> known(const KnownBundle &bundle, const KnownBundle::Entry &entry) const;
     bool mayAsk(const KnownBundle::Entry &entry, Urgency urgency) const;
-    bool wait(const Schedule &schedule, const ParametersDigest &digest, quint64 generation, Urgency urgency);
-    void goAhead(const QString &path, const ParametersDigest &digest);
     void askNext();
-    KnownBundle *bundleOf(const Waiting &asked);
-    void note(const Waiting &asked, bool wasDue, const AskingPerformer::Reply &reply);
-    void noteDeath(const Waiting &asked, KnownBundle &bundle, const QString &why);
-    void dropWaitingFor(const std::function<bool(const Waiting &)> &isUnwanted);
+    KnownBundle *bundleOf(const Question &asked);
+    void note(const Question &asked, const AskingPerformer::Reply &reply);
+    void noteDeath(const Question &asked, KnownBundle &bundle, const QString &why);
+    void dropWaitingFor(const std::function<bool(const Question &)> &isUnwanted);
     void tellSoon();
 
     PlugInAnswers *const owner;
     Clock &clock;
     PlugInLoader loader{InfoKey::daemonModule, PlugInLoader::sourcesOfTheSystem()};
     QHash<QString, KnownBundle> bundles; // by their full paths
-    std::deque<Waiting> due;
-    std::deque<Waiting> later;
+    WaitingQuestions waiting;
     std::optional<milliseconds> noPerformerSince;
     QString whyNoPerformer;
     quint64 latestGeneration = 0;
@@ -106,14 +97,16 @@ std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgen
     KnownBundle::Entry entry = bundle.entries.value(digest);
     if (entry.isWaiting) {
         if (urgency == Urgency::Due)
-            d->goAhead(schedule.fullBundlePath(), digest);
+            d->waiting.makeDue(schedule.fullBundlePath(), digest);
         return {};
     }
     if (!d->mayAsk(entry, urgency))
         return d->known(bundle, entry);
-    entry.isWaiting = d->wait(schedule, digest, bundle.generation, urgency);
-    if (!entry.isWaiting)
+    const bool isDue = urgency == Urgency::Due;
+    if (d->waiting.isFull() && !isDue)
         return {};
+    d->waiting.add({questionAbout(schedule), digest, bundle.generation, isDue});
+    entry.isWaiting = true;
     bundle.entries.insert(digest, entry);
     d->askNext();
     return {};
@@ -155,8 +148,8 @@ void PlugInAnswers::keepOnly(const QList<Schedule> &schedules)
         const auto digests = needed.constFind(path);
         return digests != needed.cend() && digests->contains(digest);
     };
-    d->dropWaitingFor([&](const Private::Waiting &waiting) {
-        return !isNeeded(waiting.question.bundlePath, waiting.digest);
+    d->dropWaitingFor([&](const Private::Question &question) {
+        return !isNeeded(question.about.bundlePath, question.digest);
     });
     d->bundles.removeIf([&](const auto &entry) { return !needed.contains(entry.key()); });
     for (auto bundle = d->bundles.begin(); bundle != d->bundles.end(); ++bundle)
@@ -216,54 +209,28 @@ bool PlugInAnswers::Private::mayAsk(const KnownBundle::Entry &entry, Urgency urg
     return entry.reason < 0 || isLongAgo(entry.failed);
 }
 
-/// Puts a question into its queue; false when that is full.
-bool PlugInAnswers::Private::wait(const Schedule &schedule, const ParametersDigest &digest,
-                                  quint64 generation, Urgency urgency)
-{
-    if (urgency == Urgency::Later && later.size() >= mostWaiting)
-        return false;
-    (urgency == Urgency::Due ? due : later).push_back({questionAbout(schedule), digest, generation});
-    return true;
-}
-
-void PlugInAnswers::Private::goAhead(const QString &path, const ParametersDigest &digest)
-{
-    const auto found = std::find_if(later.begin(), later.end(), [&](const Waiting &waiting) {
-        return waiting.digest == digest && waiting.question.bundlePath == path;
-    });
-    if (found == later.end())
-        return; // it is there already, or being asked
-    due.push_back(std::move(*found));
-    later.erase(found);
-}
-
 void PlugInAnswers::Private::askNext()
 {
     while (!performer.isAsking()) {
-        const bool isDue = !due.empty();
-        auto &queue = isDue ? due : later;
-        if (queue.empty()) {
+        const auto next = waiting.take();
+        if (!next) {
             performer.finish();
             return tellSoon();
         }
-        const auto next = std::make_shared<const Waiting>(std::move(queue.front()));
-        queue.pop_front();
-        if (!bundleOf(*next))
-            continue;
-        performer.ask(next->question, [this, next, isDue](const AskingPerformer::Reply &reply) {
-            note(*next, isDue, reply);
-        });
+        if (bundleOf(*next))
+            performer.ask(next->about,
+                          [this, asked = *next](const AskingPerformer::Reply &reply) { note(asked, reply); });
     }
 }
 
 /// Null when the bundle has become another one, or nobody needs it any more.
-KnownBundle *PlugInAnswers::Private::bundleOf(const Waiting &asked)
+KnownBundle *PlugInAnswers::Private::bundleOf(const Question &asked)
 {
-    const auto found = bundles.find(asked.question.bundlePath);
+    const auto found = bundles.find(asked.about.bundlePath);
     return found != bundles.end() && found->generation == asked.generation ? &*found : nullptr;
 }
 
-void PlugInAnswers::Private::note(const Waiting &asked, bool wasDue, const AskingPerformer::Reply &reply)
+void PlugInAnswers::Private::note(const Question &asked, const AskingPerformer::Reply &reply)
 {
     using Kind = AskingPerformer::Reply::Kind;
     if (reply.kind == Kind::NotStarted) {
@@ -273,8 +240,7 @@ void PlugInAnswers::Private::note(const Waiting &asked, bool wasDue, const Askin
         whyNoPerformer = reply.answer.error().text;
         for (KnownBundle &bundle : bundles)
             bundle.noneIsWaiting();
-        due.clear();
-        later.clear();
+        waiting = {};
         return tellSoon();
     }
     noPerformerSince.reset();
@@ -283,33 +249,31 @@ void PlugInAnswers::Private::note(const Waiting &asked, bool wasDue, const Askin
         noteDeath(asked, *bundle, reply.answer.error().text);
     else if (bundle && bundle->entries.contains(asked.digest))
         bundle->note(asked.digest, reply.answer, clock.steadyTime());
-    if (wasDue)
+    if (asked.isDue)
         tellSoon();
     askNext();
 }
 
-void PlugInAnswers::Private::noteDeath(const Waiting &asked, KnownBundle &bundle, const QString &why)
+void PlugInAnswers::Private::noteDeath(const Question &asked, KnownBundle &bundle, const QString &why)
 {
-    const QString path = asked.question.bundlePath;
+    const QString path = asked.about.bundlePath;
     bundle.noteDeath(asked.digest, why, clock.steadyTime());
     ZDRLog("Schedule \"%@\": its plug-in %@ went wrong when it was asked: %@%@",
-           logLabel(asked.question.schedule), logLabel(path), why, bundle.ending());
+           logLabel(asked.about.schedule), logLabel(path), why, bundle.ending());
     if (!bundle.isLeftAlone())
         return;
-    dropWaitingFor([&](const Waiting &waiting) { return waiting.question.bundlePath == path; });
+    dropWaitingFor([&](const Question &question) { return question.about.bundlePath == path; });
     tellSoon();
 }
 
-void PlugInAnswers::Private::dropWaitingFor(const std::function<bool(const Waiting &)> &isUnwanted)
+void PlugInAnswers::Private::dropWaitingFor(const std::function<bool(const Question &)> &isUnwanted)
 {
-    for (auto *queue : {&due, &later}) {
-        std::erase_if(*queue, [&](const Waiting &waiting) {
-            const bool isDropped = isUnwanted(waiting);
-            if (KnownBundle *const bundle = isDropped ? bundleOf(waiting) : nullptr)
-                bundle->entries.remove(waiting.digest);
-            return isDropped;
-        });
-    }
+    waiting.drop([&](const Question &question) {
+        const bool isDropped = isUnwanted(question);
+        if (KnownBundle *const bundle = isDropped ? bundleOf(question) : nullptr)
+            bundle->entries.remove(question.digest);
+        return isDropped;
+    });
 }
 
 void PlugInAnswers::Private::tellSoon()
