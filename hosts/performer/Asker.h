@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "hosts/common/performing/PerformanceOrder.h"
 #include "hosts/common/performing/PlugInAnswer.h"
 #include "hosts/common/plugins/PlugInLoader.h"

@@ -2,8 +2,8 @@
 #include "hosts/common/performing/AskingPerformer.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/linux/DescriptorWatch_p.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
 #include "hosts/common/performing/OrderStream.h"

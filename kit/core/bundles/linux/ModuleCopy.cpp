@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/bundles/ModuleFile_p.h"
 
-#include "DozelyKit/core/foundation/linux/Descriptor_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 
 #include <QByteArray>
 #include <QFile>
