@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "hosts/daemon/PlugInAnswers.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 
 #include <QCryptographicHash>
@@ -23,8 +24,8 @@ QString labelOf(const Occurrence &occurrence)
 }
 } // namespace
 
-DaemonActions::DaemonActions(ScheduleKeeper &keeper, Performances &performances)
-    : m_keeper(keeper), m_performances(performances)
+DaemonActions::DaemonActions(ScheduleKeeper &keeper, Performances &performances, PlugInAnswers &answers)
+    : m_keeper(keeper), m_performances(performances), m_answers(answers)
 {
 }
 
@@ -137,6 +138,10 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
     }
     m_awake.remove(keyOf(occurrence));
     m_keeper.noteEnd(occurrence, outcome);
+    if (outcome.hasDied)
+        m_answers.noteDeath(occurrence.schedule, outcome.failure);
+    else if (outcome.hasBegun)
+        m_answers.noteSuccess(occurrence.schedule);
     if (!outcome.hasBegun)
         ZDRLog("%@ was not performed: %@", labelOf(occurrence), outcome.failure);
     else if (!outcome.failure.isEmpty())

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QObject>
 
+class PlugInAnswers;
 class ScheduleKeeper;
 
 /// The actions that are the daemon's own to perform, each in a performer: from the moment before its date, at
@@ -24,8 +25,8 @@ public:
     /// So many performers at most wait for the dates of their occurrences.
     static constexpr qsizetype mostPrepared = 32;
 
-    /// Both must outlive the object.
-    DaemonActions(ScheduleKeeper &keeper, Performances &performances);
+    /// All must outlive the object.
+    DaemonActions(ScheduleKeeper &keeper, Performances &performances, PlugInAnswers &answers);
 
     /// Where performers have their files; made, and closed to others, when it is not there.
     static QString folder();
@@ -57,6 +58,7 @@ private:
 
     ScheduleKeeper &m_keeper;
     Performances &m_performances;
+    PlugInAnswers &m_answers;
     ActionInhibitor m_inhibitor;
     struct Prepared {
         Occurrence occurrence;

@@ -39,15 +39,16 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
                                    const OccurrenceDatabase::Limits &limits)
     : m_clock(clock),
       m_performances(Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock),
+      m_answers(Performances::programNamed("dozely-performer"), clock),
       m_keeper(clock, limits,
                [this](const OccurrenceRecord::Key &key) {
                    return m_performances.isThere(DaemonActions::nameOf(key));
                }),
       m_console(std::move(console)),
-      m_performer(m_keeper, m_performances, m_console, clock),
+      m_performer(m_keeper, m_performances, m_answers, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
       m_clockDoubt(clock),
-      m_power(m_keeper.scheduler(), clock, m_performer.plugIns()),
+      m_power(m_keeper.scheduler(), clock, m_answers),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_timer(clock.makeAbsoluteTimer())
 {
@@ -68,6 +69,15 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, &m_power, &PowerPlanner::renew);
     connect(&m_power, &PowerPlanner::systemWoke, this, &DaemonController::waitForNext);
     connect(&m_performer.waits(), &AgentWaits::tryAgain, this, &DaemonController::waitForNext);
+    connect(&m_performer, &OccurrencePerformer::tryAgain, this, [this] {
+        m_isAsking = false;
+        waitForNext();
+    });
+    connect(&m_performer, &OccurrencePerformer::announcementFailed, this,
+            [this](const Occurrence &occurrence, quint32 userId) {
+                m_anticipation.noteFailed(occurrence, userId);
+                waitForNext();
+            });
     connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     removeOverAfter(firstRemoval);
@@ -92,6 +102,7 @@ void DaemonController::rereadStore()
     const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
     lookAtClock(); // what is long ago is forgotten
     m_keeper.readStore();
+    m_answers.keepOnly(m_keeper.scheduler().schedules());
     m_anticipation.forgetGone();
     waitForNext();
 }
@@ -155,7 +166,8 @@ void DaemonController::removeOverAfter(std::chrono::hours delay)
 /// When something is to be announced; absent while a doubted clock may have brought that about.
 std::optional<QDateTime> DaemonController::nextAnnouncement() const
 {
-    return m_clockDoubt.step() > ClockDoubt::largestStep ? std::nullopt : m_anticipation.nextDate();
+    const bool isBroughtByClock = m_clockDoubt.step() > ClockDoubt::largestStep;
+    return m_isAsking || isBroughtByClock ? std::nullopt : m_anticipation.nextDate();
 }
 
 /// For as long as something is announced, somebody may switch in who has not been told.
@@ -206,6 +218,9 @@ void DaemonController::announceNext()
     if (!occurrence)
         return;
     const OccurrencePerformer::Announcement announcement = m_performer.anticipate(*occurrence);
+    m_isAsking = !announcement.isKnown;
+    if (m_isAsking)
+        return;
     if (!announcement.isWanted)
         m_anticipation.noteUnwanted(*occurrence);
     else if (announcement.told)

@@ -37,6 +37,9 @@ public:
     /// False when the machine refused the timer without which nothing comes due.
     bool canWait() const;
 
+    /// What the plug-ins of the schedules have answered.
+    PlugInAnswers &plugIns() { return m_answers; }
+
     /// Reads the schedules again, which happens by itself when their file changes. BLOCKING: for the disk.
     void rereadStore();
 
@@ -61,6 +64,7 @@ private:
 
     dozely::Clock &m_clock;
     Performances m_performances;
+    PlugInAnswers m_answers;
     ScheduleKeeper m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
@@ -71,5 +75,6 @@ private:
     StoreWatcher m_watcher;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     bool m_isWatchingConsole = false;
+    bool m_isAsking = false; // what the plug-in wants of which an occurrence is to be announced
     bool m_isWatchingClock = false;
 };

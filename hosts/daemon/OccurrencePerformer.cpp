@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/OccurrencePerformer.h"
 
-#include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
-#include "DozelyKit/plugin/Names.h"
-#include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
@@ -17,18 +14,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 using namespace dozely;
 
 namespace
 {
-/// Code that runs here comes from folders that nobody but the system's owner can write.
-QList<PlugInLoader::Source> trustedSources()
-{
-    const auto owner = RootFolder::owner();
-    return owner ? QList<PlugInLoader::Source>{{QString(), {*owner}}} : QList<PlugInLoader::Source>();
-}
-
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
@@ -42,6 +33,11 @@ std::optional<quint32> onlyUserOf(const Schedule &schedule)
     return isRoots ? std::nullopt : schedule.owner;
 }
 
+OccurrenceRecord::Key keyOf(const Occurrence &occurrence)
+{
+    return {occurrence.schedule.identifier, occurrence.date};
+}
+
 QString couldNotBeReached(quint32 userId)
 {
     return QString("the agent of user %1 could not be reached").arg(userId);
@@ -49,14 +45,17 @@ QString couldNotBeReached(quint32 userId)
 } // namespace
 
 OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
-                                         std::shared_ptr<PinnedConsoleUser> console, Clock &clock)
+                                         PlugInAnswers &answers, std::shared_ptr<PinnedConsoleUser> console,
+                                         Clock &clock)
     : m_keeper(keeper),
       m_console(std::move(console)),
       m_clock(clock),
-      m_loader(InfoKey::daemonModule, trustedSources(), [] { return std::make_unique<WDDaemonPlugIn>(); }),
-      m_actions(keeper, performances),
+      m_answers(answers),
+      m_posts(keeper.scheduler(), performances),
+      m_actions(keeper, performances, answers),
       m_waits(clock, keeper.scheduler())
 {
+    connect(&answers, &PlugInAnswers::answered, this, &OccurrencePerformer::takeAnswers);
 }
 
 void OccurrencePerformer::decide(const QList<Occurrence> &due)
@@ -68,12 +67,12 @@ void OccurrencePerformer::decide(const QList<Occurrence> &due)
             m_keeper.note(occurrence, OccurrenceState::Skipped);
             ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
         } else if (const auto possible = examine(occurrence, Place::AsConfigured, true)) {
-            (possible->isForSession ? forSessions : ready).push_back({occurrence, possible->plugIn, {}});
+            (possible->isForSession ? forSessions : ready).push_back({occurrence, possible->answers, {}});
         }
     }
     if (ready.empty()) {
         for (Ready &one : forSessions) {
-            one.user = reachableUser(one.occurrence, *one.plugIn);
+            one.user = reachableUser(one.occurrence, one.answers.timeOut);
             if (one.user)
                 ready.push_back(std::move(one));
         }
@@ -85,7 +84,9 @@ void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
 {
     if (const auto possible = examine(occurrence, Place::Daemon, false)) {
         m_keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
-        actInDaemon({occurrence, possible->plugIn, {}});
+        m_actions.perform(occurrence, possible->answers.bundleInfo);
+    } else if (m_unanswered.contains(keyOf(occurrence))) {
+        m_handedBack += occurrence;
     }
 }
 
@@ -114,7 +115,7 @@ void OccurrencePerformer::startNext()
     if (next.user)
         actInUserAgent(next);
     else
-        actInDaemon(next);
+        m_actions.perform(next.occurrence, next.answers.bundleInfo);
 }
 
 /// The others of that user were not sent; they wait like any whose agent cannot be reached.
@@ -146,13 +147,15 @@ void OccurrencePerformer::prepareSoonDue()
     const QDateTime now = m_clock.currentDate();
     const QDateTime latest = now.addDuration(preparationTime);
     for (const Schedule &schedule : scheduler.schedules()) {
-        if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule))
-            continue;
         const Occurrence occurrence{schedule, schedule.date};
-        const auto bundle = m_actions.mayPrepare(occurrence) ? m_loader.bundle(schedule.fullBundlePath())
-                                                             : Error{"there is no need"};
-        if (bundle && !ActionPlace::actsInUserAgent(schedule.parameters, (*bundle)->infoDictionary()))
-            m_actions.prepare(occurrence, (*bundle)->infoDictionary());
+        if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule) ||
+            !m_actions.mayPrepare(occurrence))
+            continue;
+        const auto known = m_answers.of(schedule);
+        const QVariantMap info = known && *known ? (*known)->bundleInfo : QVariantMap();
+        if (!info.isEmpty() && !ActionPlace::actsInUserAgent(schedule.parameters, info) &&
+            !ActionPlace::reasonAgainst(false, info))
+            m_actions.prepare(occurrence, info);
     }
 }
 
@@ -172,33 +175,32 @@ OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurren
 {
     const auto notAnnounced = [&](bool isWanted, const QString &why) {
         ZDRLog("%@ was not announced: %@", labelOf(occurrence), why);
-        return Announcement{isWanted};
+        return Announcement{.isWanted = isWanted};
     };
-    const auto made = makePlugIn(occurrence);
-    if (!made)
-        return notAnnounced(false, made.error().text);
-    const auto &plugIn = *made;
-    bool isWanted = false;
-    const auto thrown = GuardedPosting::guardPlugIn([&] {
-        plugIn->setParameters(occurrence.schedule.parameters);
-        plugIn->setCalendarDate(occurrence.calendarDate());
-        isWanted = plugIn->timeBeforeSelfAnticipation() != -1;
-    });
-    if (thrown)
-        return notAnnounced(false, *thrown);
-    if (!isWanted)
-        return {false};
+    const auto known = m_answers.of(occurrence.schedule, PlugInAnswers::Urgency::Due);
+    if (!known)
+        return {.isKnown = false};
+    if (!*known)
+        return notAnnounced(false, known->error().text);
+    if ((*known)->timeBeforeSelfAnticipation == -1)
+        return {.isWanted = false};
     const auto user = m_console->pin();
     const auto release = qScopeGuard([this] { m_console->release(); });
     if (!user)
         return notAnnounced(true, "nobody is logged in");
-    const bool isReceived = postToAgent(user->userId, [&] { return plugIn->anticipateInUserAgentNow(); });
-    if (!isReceived) {
+    const auto delivery = m_posts.announce(
+        occurrence, **known, *user, [this, occurrence, userId = user->userId](AgentPosts::Delivery later) {
+            if (later == AgentPosts::Delivery::Received)
+                return;
+            ZDRLog("%@ was not announced: %@", labelOf(occurrence), couldNotBeReached(userId));
+            Q_EMIT announcementFailed(occurrence, userId);
+        });
+    if (delivery && *delivery != AgentPosts::Delivery::Received) {
         (void)notAnnounced(true, couldNotBeReached(user->userId));
-        return {true, {}, user->userId};
+        return {.there = user->userId};
     }
     ZDRLog("%@ is announced by the agent of user %u", labelOf(occurrence), user->userId);
-    return {true, user->userId, user->userId};
+    return {.told = user->userId, .there = user->userId};
 }
 
 std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const Occurrence &occurrence,
@@ -206,53 +208,61 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
 {
     // One that waited for its agent was in time when it began to; how long it may wait is known there.
     const bool hasWaited = m_waits.userOf(occurrence).has_value();
-    const auto made = makePlugIn(occurrence);
-    if (!made) {
-        notPerformed(occurrence, made.error().text);
+    const auto known = m_answers.of(occurrence.schedule, PlugInAnswers::Urgency::Due);
+    const auto heldUp = waitForAnswers(keyOf(occurrence));
+    if (!known) {
+        m_keeper.scheduler().holdBack(keyOf(occurrence));
         return {};
     }
-    const auto &plugIn = *made;
-    const QVariantMap bundleInfo = plugIn->bundle()->infoDictionary();
-    const bool isForSession = place == Place::AsConfigured &&
-                              ActionPlace::actsInUserAgent(occurrence.schedule.parameters, bundleInfo);
-    if (const auto why = ActionPlace::reasonAgainst(isForSession, bundleInfo)) {
+    m_unanswered.remove(keyOf(occurrence));
+    if (!*known) {
+        notPerformed(occurrence, known->error().text);
+        return {};
+    }
+    const PlugInAnswers::Answers &answers = **known;
+    const bool isForSession =
+        place == Place::AsConfigured &&
+        ActionPlace::actsInUserAgent(occurrence.schedule.parameters, answers.bundleInfo);
+    if (const auto why = answers.isUsersOwn && isForSession
+                             ? std::nullopt
+                             : ActionPlace::reasonAgainst(isForSession, answers.bundleInfo)) {
         notPerformed(occurrence, QString("%1 cannot act in the %2: %3")
-                                     .arg(logLabel(plugIn->bundle()->bundlePath()),
+                                     .arg(logLabel(occurrence.schedule.fullBundlePath()),
                                           QString(isForSession ? "session" : "daemon"), *why));
         return {};
     }
-    bool isTooLate = false;
-    const auto thrown = GuardedPosting::guardPlugIn([&] {
-        plugIn->setParameters(occurrence.schedule.parameters);
-        plugIn->setCalendarDate(occurrence.calendarDate());
-        isTooLate =
-            mayBeTooLate && !hasWaited && m_keeper.scheduler().isTooLate(occurrence, plugIn->timeOut());
-    });
-    if (thrown) {
-        notPerformed(occurrence, *thrown);
-        return {};
-    }
+    const bool isTooLate =
+        mayBeTooLate && !hasWaited && m_keeper.scheduler().isTooLate(occurrence, answers.timeOut, heldUp);
     if (isTooLate) {
         m_keeper.note(occurrence, OccurrenceState::Skipped);
         ZDRLog("%@ was skipped: it is %lld s late", labelOf(occurrence),
                static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
         return {};
     }
-    return Possible{plugIn, isForSession};
+    return Possible{answers, isForSession};
 }
 
-Result<std::shared_ptr<WDDaemonPlugIn>> OccurrencePerformer::makePlugIn(const Occurrence &occurrence)
+/// For how long an occurrence has been waiting for its plug-in's answers.
+std::chrono::milliseconds OccurrencePerformer::waitForAnswers(const OccurrenceRecord::Key &key)
 {
-    const auto bundle = m_loader.bundle(occurrence.schedule.fullBundlePath());
-    if (!bundle)
-        return bundle.error();
-    const auto plugIn = m_loader.make(*bundle);
-    if (!plugIn)
-        return plugIn.error();
-    if (auto daemonPlugIn = std::dynamic_pointer_cast<WDDaemonPlugIn>(*plugIn))
-        return daemonPlugIn;
-    return Error{
-        QString("The module of %1 makes no plug-in for the daemon").arg(logLabel((*bundle)->bundlePath()))};
+    const auto now = m_clock.steadyTime();
+    const auto since = m_unanswered.find(key);
+    if (since != m_unanswered.end())
+        return now - *since;
+    m_unanswered.insert(key, now);
+    return std::chrono::milliseconds(0);
+}
+
+void OccurrencePerformer::takeAnswers()
+{
+    for (auto waiting = m_unanswered.cbegin(); waiting != m_unanswered.cend(); ++waiting)
+        m_keeper.scheduler().letGo(waiting.key());
+    m_unanswered.removeIf([this](const auto &waiting) {
+        return !m_keeper.scheduler().isToBePerformed(waiting.key()); // dropped meanwhile
+    });
+    for (const Occurrence &occurrence : std::exchange(m_handedBack, {}))
+        performHandedBack(occurrence);
+    Q_EMIT tryAgain();
 }
 
 void OccurrencePerformer::actInUserAgent(const Ready &ready)
@@ -266,29 +276,37 @@ void OccurrencePerformer::actInUserAgent(const Ready &ready)
         return;
     }
     const auto start = m_clock.steadyTime();
-    const bool isReceived = postToAgent(*ready.user, [&] { return ready.plugIn->actInUserAgentNow(); });
-    if (!isReceived) {
-        m_waits.noteFailure(*ready.user, m_clock.steadyTime() - start);
-        takeBackThoseFor(*ready.user);
-        // Once it was sent nobody knows how far it came, so it is not tried again.
-        if (WDCommunicationCenter::lastPostOutcome() == WDCommunicationCenter::PostOutcome::NotSent)
-            waitForAgent(ready);
-        else
-            noteUnknown(ready.occurrence, *ready.user);
+    const auto delivery =
+        m_posts.handOver(ready.occurrence, ready.answers, *user, [this, ready](AgentPosts::Delivery later) {
+            noteDelivery(ready, later, std::chrono::milliseconds(0));
+        });
+    if (delivery)
+        noteDelivery(ready, *delivery, m_clock.steadyTime() - start);
+}
+
+void OccurrencePerformer::noteDelivery(const Ready &ready, AgentPosts::Delivery delivery,
+                                       std::chrono::milliseconds took)
+{
+    if (delivery == AgentPosts::Delivery::Received) {
+        m_waits.noteAnswer(*ready.user);
+        m_keeper.note(ready.occurrence, OccurrenceState::Done, *ready.user);
+        ZDRLog("%@ was handed to the agent of user %u", labelOf(ready.occurrence), *ready.user);
         return;
     }
-    m_waits.noteAnswer(*ready.user);
-    m_keeper.note(ready.occurrence, OccurrenceState::Done, *ready.user);
-    ZDRLog("%@ was handed to the agent of user %u", labelOf(ready.occurrence), *ready.user);
+    m_waits.noteFailure(*ready.user, took);
+    takeBackThoseFor(*ready.user);
+    // Once it was sent nobody knows how far it came, so it is not tried again.
+    if (delivery == AgentPosts::Delivery::NotSent)
+        waitForAgent(ready);
+    else
+        noteUnknown(ready.occurrence, *ready.user);
 }
 
 /// It is as if nothing had been begun.
 void OccurrencePerformer::waitForAgent(const Ready &ready)
 {
-    qint32 timeOut = 0;
-    const auto thrown = GuardedPosting::guardPlugIn([&] { timeOut = ready.plugIn->timeOut(); });
     m_keeper.takeBack(ready.occurrence);
-    if (thrown || !m_waits.wait(ready.occurrence, *ready.user, timeOut))
+    if (!m_waits.wait(ready.occurrence, *ready.user, ready.answers.timeOut))
         notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
     else
         ZDRLog("%@ waits for the agent of user %u", labelOf(ready.occurrence), *ready.user);
@@ -297,8 +315,7 @@ void OccurrencePerformer::waitForAgent(const Ready &ready)
 /// The user at the console whose agent answers. Absent when the occurrence waits for one, or its
 /// time is over. It is for its owner alone; one of root's is for whoever is there when it comes due, and does
 /// not pass to somebody who logs in later.
-std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence,
-                                                          const WDDaemonPlugIn &plugIn)
+std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence, qint32 timeOut)
 {
     const auto console = m_console->current();
     const auto waitedFor = m_waits.userOf(occurrence);
@@ -312,7 +329,7 @@ std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occu
     if (isThere && m_waits.isReachable(user))
         return user;
     const bool isAnotherThere = console && !isThere;
-    if (!m_waits.wait(occurrence, user, plugIn.timeOut()))
+    if (!m_waits.wait(occurrence, user, timeOut))
         notPerformed(occurrence, isAnotherThere ? QString("user %1 is not at the console").arg(user)
                                                 : couldNotBeReached(user));
     else if (!waitedFor && isAnotherThere)
@@ -320,19 +337,6 @@ std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occu
     else if (!waitedFor)
         ZDRLog("%@ waits for the agent of user %u", labelOf(occurrence), user);
     return {};
-}
-
-bool OccurrencePerformer::postToAgent(quint32 userId, const std::function<bool()> &post)
-{
-    m_keeper.scheduler().beginWait();
-    const bool isReceived = GuardedPosting::guardAgentOfUser(userId, post);
-    m_keeper.scheduler().endWait();
-    return isReceived;
-}
-
-void OccurrencePerformer::actInDaemon(const Ready &ready)
-{
-    m_actions.perform(ready.occurrence, ready.plugIn->bundle()->infoDictionary());
 }
 
 /// An agent that was slow and has it all the same may hand it back, as any that it was handed.

@@ -2,27 +2,28 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Result.h"
-#include "hosts/common/plugins/PlugInLoader.h"
+#include "hosts/daemon/AgentPosts.h"
 #include "hosts/daemon/AgentWaits.h"
 #include "hosts/daemon/DaemonActions.h"
+#include "hosts/daemon/PlugInAnswers.h"
 
 #include <deque>
 #include <vector>
 
 class PinnedConsoleUser;
 class ScheduleKeeper;
-class WDDaemonPlugIn;
 
-/// Performs occurrences through the daemon-side class of their plug-ins, and notes what became of each. Every
+/// Decides what becomes of occurrences, has each performed in its place, and notes what became of it. Every
 /// one ends in exactly one line of the log that says so, and one more where an agent has something to add.
+/// No code of a plug-in runs in this process: performers ask them, and act.
 ///
 /// BLOCKING: handing an occurrence to an agent waits as a request of WDCommunicationCenter does.
 class OccurrencePerformer : public QObject
 {
     Q_OBJECT
 public:
-    /// `keeper`, `performances` and `clock` must outlive the object.
-    OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
+    /// All must outlive the object.
+    OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances, PlugInAnswers &answers,
                         std::shared_ptr<PinnedConsoleUser> console, dozely::Clock &clock);
 
     /// Takes up the actions that an earlier daemon began. Once, when the schedules have been read.
@@ -63,51 +64,60 @@ public:
 
     /// What became of the wish to announce an occurrence.
     struct Announcement {
+        bool isKnown = true;               ///< What the plug-in wants; else it is being asked.
         bool isWanted = true;              ///< The plug-in itself may not want it.
         std::optional<quint32> told = {};  ///< The user whose agent has it.
         std::optional<quint32> there = {}; ///< The user who was asked for.
     };
 
     /// Has the agent of the user at the console announce an occurrence. One line in the log, unless the
-    /// plug-in does not want it announced.
+    /// plug-in does not want it announced. One whose plug-in has a way of its own to do that counts as told;
+    /// announcementFailed comes when it was not.
     Announcement anticipate(const Occurrence &occurrence);
-
-    /// Makes the plug-in objects of the daemon.
-    PlugInLoader &plugIns() { return m_loader; }
 
     /// Tells when something that was held back is due again.
     const AgentWaits &waits() const { return m_waits; }
+
+Q_SIGNALS:
+    /// Something that waited for its plug-in's answers is due again, or can be announced.
+    void tryAgain();
+
+    /// The agent of `userId` does not announce it after all.
+    void announcementFailed(const Occurrence &occurrence, quint32 userId);
 
 private:
     enum class Place { AsConfigured, Daemon };
     /// One that is to be started, in the daemon or in the session of a user.
     struct Ready {
         Occurrence occurrence;
-        std::shared_ptr<WDDaemonPlugIn> plugIn;
+        PlugInAnswers::Answers answers;
         std::optional<quint32> user;
     };
     /// One that is neither skipped nor impossible.
     struct Possible {
-        std::shared_ptr<WDDaemonPlugIn> plugIn;
+        PlugInAnswers::Answers answers;
         bool isForSession;
     };
+    std::chrono::milliseconds waitForAnswers(const OccurrenceRecord::Key &key);
+    void takeAnswers();
     std::optional<Possible> examine(const Occurrence &occurrence, Place place, bool mayBeTooLate);
     void begin(std::vector<Ready> &&ready);
     void waitForAgent(const Ready &ready);
     void takeBackThoseFor(quint32 userId);
-    dozely::Result<std::shared_ptr<WDDaemonPlugIn>> makePlugIn(const Occurrence &occurrence);
     void actInUserAgent(const Ready &ready);
-    void actInDaemon(const Ready &ready);
-    std::optional<quint32> reachableUser(const Occurrence &occurrence, const WDDaemonPlugIn &plugIn);
-    bool postToAgent(quint32 userId, const std::function<bool()> &post);
+    void noteDelivery(const Ready &ready, AgentPosts::Delivery delivery, std::chrono::milliseconds took);
+    std::optional<quint32> reachableUser(const Occurrence &occurrence, qint32 timeOut);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
     void notPerformed(const Occurrence &occurrence, const QString &why);
 
     ScheduleKeeper &m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
     dozely::Clock &m_clock;
-    PlugInLoader m_loader; // outlives the plug-in objects
+    PlugInAnswers &m_answers;
+    AgentPosts m_posts;
     DaemonActions m_actions;
-    std::deque<Ready> m_ready; // recorded as begun
+    std::deque<Ready> m_ready;                                            // recorded as begun
+    QHash<OccurrenceRecord::Key, std::chrono::milliseconds> m_unanswered; // since when, on the steady clock
+    QList<Occurrence> m_handedBack;                                       // the same
     AgentWaits m_waits;
 };

@@ -9,6 +9,7 @@
 #include "hosts/common/performing/AskingPerformer.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 #include "hosts/daemon/KnownBundle.h"
+#include "hosts/daemon/UsersOwnBundle.h"
 #include "hosts/daemon/WaitingQuestions.h"
 
 #include <utility>
@@ -86,6 +87,8 @@ PlugInAnswers::~PlugInAnswers() = default;
 
 std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgency urgency)
 {
+    if (isUsersOwnBundle(schedule))
+        return Answers{answerOfTheBase(schedule, {}), {}, true};
     KnownBundle &bundle = d->look(schedule.fullBundlePath());
     if (!bundle.refusal.isEmpty())
         return Error{bundle.refusal};
@@ -110,14 +113,6 @@ std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgen
     bundle.entries.insert(digest, entry);
     d->askNext();
     return {};
-}
-
-Result<QVariantMap> PlugInAnswers::bundleInfo(const Schedule &schedule)
-{
-    const KnownBundle &bundle = d->look(schedule.fullBundlePath());
-    if (!bundle.refusal.isEmpty())
-        return Error{bundle.refusal};
-    return bundle.info;
 }
 
 void PlugInAnswers::noteDeath(const Schedule &schedule, const QString &why)

@@ -33,6 +33,10 @@ class PlugInAnswers : public QObject
 public:
     struct Answers : PlugInAnswer {
         QVariantMap bundleInfo; ///< The bundle's Info dictionary, one for all schedules of the bundle.
+
+        /// It is a bundle of the schedule's owner (isUsersOwnBundle), of which nothing is known here: the
+        /// base of the plug-in classes answers for it. It acts in the session.
+        bool isUsersOwn = false;
     };
 
     /// Due ones are asked before all others, and after five seconds again when that failed.
@@ -52,10 +56,6 @@ public:
     /// Whether the bundle is there and trusted is looked at anew, once a turn of the event loop for all
     /// schedules of a bundle.
     std::optional<dozely::Result<Answers>> of(const Schedule &schedule, Urgency urgency = Urgency::Later);
-
-    /// The Info dictionary of a schedule's bundle, which needs no asking; an error says why the bundle cannot
-    /// be used. To decide by where an action belongs (ActionPlace).
-    dozely::Result<QVariantMap> bundleInfo(const Schedule &schedule);
 
     /// The performer that acted for a schedule died, hung, or was killed: `why` is a clause for the log ("its
     /// process was ended by signal 11 (Segmentation fault)"). One line. Counts against the bundle.

@@ -9,8 +9,7 @@
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
-#include "hosts/common/orders/GuardedPosting.h"
-#include "hosts/common/plugins/PlugInLoader.h"
+#include "hosts/daemon/PlugInAnswers.h"
 
 #include <QFile>
 
@@ -60,10 +59,10 @@ QList<QDateTime> earliest(QList<QDateTime> dates)
 }
 } // namespace
 
-PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoader &loader)
+PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInAnswers &answers)
     : m_scheduler(scheduler),
       m_clock(clock),
-      m_loader(loader),
+      m_answers(answers),
       m_zoneWatcher(RootFolder::join(zoneFile), RootFolder::path(), clock),
       m_zone(zoneRules()),
       m_awakeTimer(clock.makeAbsoluteTimer())
@@ -73,6 +72,7 @@ PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInLoade
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillSleep);
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillPowerOff);
     center.addObserver(this, "systemDidWake", ZDRPowerManagerSystemDidWake);
+    connect(&m_answers, &PlugInAnswers::answered, this, &PowerPlanner::updateSoon);
     connect(&m_zoneWatcher, &StoreWatcher::changed, this, &PowerPlanner::zoneMayHaveChanged);
 }
 
@@ -156,17 +156,16 @@ void PowerPlanner::keepAwake()
             next = date;
     };
     for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto answer = m_answers.constFind(schedule.identifier);
-        if (answer == m_answers.cend() || !m_scheduler.isOpen(schedule))
+        const auto needs = m_needs.constFind(schedule.identifier);
+        if (needs == m_needs.cend() || !m_scheduler.isOpen(schedule))
             continue;
-        const Needs &needs = answer->needs;
         const QDateTime end = schedule.date.addDuration(longestHold);
-        const QDateTime begin = schedule.date.addDuration(needs.startup ? -powerOnLead : -wakeLead);
-        if (!(needs.wakeUp || needs.startup) || end <= now)
+        const QDateTime begin = schedule.date.addDuration(needs->startup ? -powerOnLead : -wakeLead);
+        if (end <= now)
             continue;
         lookAgainAt(begin > now ? begin : end);
         if (begin <= now && !awake)
-            awake = m_inhibitor.hold(needs.bundleInfo);
+            awake = m_inhibitor.hold(needs->bundleInfo);
     }
     if (m_awake && !awake)
         m_clock.callAfter(handOverTime, this, [held = std::move(m_awake)] {});
@@ -205,60 +204,29 @@ void PowerPlanner::take(const QList<Event> &wanted)
 QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
 {
     const QDateTime now = m_clock.currentDate();
-    QHash<QString, Answer> answers;
-    QHash<QString, std::shared_ptr<NSBundle>> bundles; // their trust is looked at once, not for each schedule
+    QHash<QString, Needs> needs;
     QList<QDateTime> wakes;
     QList<QDateTime> powerOns;
     for (const Schedule &schedule : m_scheduler.schedules()) {
         if (schedule.date.addDuration(longestHold) <= now || !m_scheduler.isOpen(schedule))
             continue;
-        const auto former = m_answers.constFind(schedule.identifier);
-        const bool isKnown = former != m_answers.cend() && former->bundlePath == schedule.bundlePath &&
-                             former->parameters == schedule.parameters;
-        const auto answer = isKnown ? std::optional(former->needs) : askPlugIn(schedule, bundles);
-        if (!answer)
-            continue; // its bundle may be put there before it comes due
-        const Needs needs = *answer;
-        answers.insert(schedule.identifier, {schedule.bundlePath, schedule.parameters, needs});
+        const auto known = m_answers.of(schedule);
+        if (!known || !*known || !((*known)->needsWakeUp || (*known)->needsStartup))
+            continue; // what is not known yet, or has no bundle yet, is looked at again
+        const PlugInAnswers::Answers &answers = **known;
+        needs.insert(schedule.identifier, {answers.needsStartup, answers.bundleInfo});
         const QDateTime wake = schedule.date.addDuration(-wakeLead);
         const QDateTime powerOn = schedule.date.addDuration(-powerOnLead);
-        if (needs.wakeUp && wake > now)
+        if (answers.needsWakeUp && wake > now)
             wakes += wake;
-        if (needs.startup && powerOn > now)
+        if (answers.needsStartup && powerOn > now)
             powerOns += powerOn;
     }
-    m_answers = answers;
+    m_needs = needs;
     QList<Event> events;
     for (const QDateTime &date : earliest(wakes))
         events += {date, ourselves, PowerEventScheduler::wake};
     for (const QDateTime &date : earliest(powerOns))
         events += {date, ourselves, PowerEventScheduler::powerOn};
     return events;
-}
-
-/// Absent for a bundle that cannot be used; that it cannot is told when its schedule comes due.
-std::optional<PowerPlanner::Needs> PowerPlanner::askPlugIn(const Schedule &schedule,
-                                                           QHash<QString, std::shared_ptr<NSBundle>> &bundles)
-{
-    const QString path = schedule.fullBundlePath();
-    if (!bundles.contains(path)) {
-        const auto found = m_loader.bundle(path);
-        bundles.insert(path, found ? *found : nullptr);
-    }
-    const auto bundle = bundles.value(path);
-    if (!bundle)
-        return {};
-    const auto made = m_loader.make(bundle);
-    const auto plugIn = made ? std::dynamic_pointer_cast<WDDaemonPlugIn>(*made) : nullptr;
-    if (!plugIn)
-        return {};
-    Needs needs;
-    const auto thrown = GuardedPosting::guardPlugIn([&] {
-        plugIn->setParameters(schedule.parameters);
-        plugIn->setCalendarDate(schedule.calendarDate());
-        needs = {plugIn->needsWakeUp(), plugIn->needsStartup(), bundle->infoDictionary()};
-    });
-    if (thrown)
-        ZDRLog("A plug-in was asked whether it needs the machine awake and raised: %@", *thrown);
-    return thrown ? Needs() : needs;
 }

@@ -17,9 +17,8 @@ class AbsoluteTimer;
 class Clock;
 } // namespace dozely
 
-class NSBundle;
 class NSNotification;
-class PlugInLoader;
+class PlugInAnswers;
 
 /// Has the machine woken, or switched on, in time for the schedules whose plug-ins need that: an event of our
 /// own a little ahead of each one's next occurrence, and none that no schedule stands for.
@@ -52,7 +51,7 @@ public:
     static constexpr qsizetype mostEvents = 64;
 
     /// All must outlive the object.
-    PowerPlanner(const Scheduler &scheduler, dozely::Clock &clock, PlugInLoader &loader);
+    PowerPlanner(const Scheduler &scheduler, dozely::Clock &clock, PlugInAnswers &answers);
     ~PowerPlanner() override;
 
     /// Brings the events in line with the schedules, now.
@@ -72,30 +71,22 @@ Q_SIGNALS:
 private:
     using Event = dozely::PowerEventScheduler::Event;
     struct Needs {
-        bool wakeUp = false;
-        bool startup = false;
-        QVariantMap bundleInfo = {};
-    };
-    struct Answer {
-        QString bundlePath;
-        QVariantMap parameters;
-        Needs needs;
+        bool startup;
+        QVariantMap bundleInfo;
     };
     void zoneMayHaveChanged();
     Q_INVOKABLE void systemWillChange(const NSNotification &notification);
     Q_INVOKABLE void systemDidWake(const NSNotification &notification);
     QList<Event> wantedEvents();
-    std::optional<Needs> askPlugIn(const Schedule &schedule,
-                                   QHash<QString, std::shared_ptr<NSBundle>> &bundles);
     void take(const QList<Event> &wanted);
     void keepAwake();
 
     const Scheduler &m_scheduler;
     dozely::Clock &m_clock;
-    PlugInLoader &m_loader;
+    PlugInAnswers &m_answers;
     StoreWatcher m_zoneWatcher;
     QByteArray m_zone;
-    QHash<QString, Answer> m_answers; // by the schedule's identifier
+    QHash<QString, Needs> m_needs; // of those that need the machine awake, by the schedule's identifier
     ActionInhibitor m_inhibitor{"A scheduled action is about to run"};
     std::shared_ptr<const void> m_awake; // while the machine is to stay awake for what is to come
     std::unique_ptr<dozely::AbsoluteTimer> m_awakeTimer;

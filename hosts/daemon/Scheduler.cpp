@@ -149,7 +149,8 @@ std::chrono::milliseconds Scheduler::allowedLateness(const Occurrence &occurrenc
                      std::chrono::milliseconds(-static_cast<qint64>(timeOut) * 1000)});
 }
 
-bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
+bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut,
+                          std::chrono::milliseconds heldUp) const
 {
     const QDateTime now = m_clock.currentDate();
     const bool isExcused = m_wait.end.isValid() && isShort(m_wait.start, m_wait.end) &&
@@ -157,8 +158,8 @@ bool Scheduler::isTooLate(const Occurrence &occurrence, qint32 timeOut) const
     const bool waitsNow = m_waits > 0 && isShort(m_presentWait, now);
     const QDateTime &from = isExcused ? m_wait.end : occurrence.date;
     const bool wasHeldUp = m_excusedUntil.isValid() && occurrence.date <= m_excusedUntil;
-    const auto allowed =
-        allowedLateness(occurrence, timeOut) + (wasHeldUp ? m_excusedFor : std::chrono::milliseconds(0));
+    const auto allowed = allowedLateness(occurrence, timeOut) + heldUp +
+                         (wasHeldUp ? m_excusedFor : std::chrono::milliseconds(0));
     return from.msecsTo(waitsNow ? m_presentWait : now) > allowed.count();
 }
 
@@ -215,9 +216,9 @@ void Scheduler::takeBack(const Occurrence &occurrence)
 void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
 {
     const bool isPerformed = outcome.isPerformed();
-    note(occurrence, !isPerformed              ? OccurrenceState::NotPerformed
+    note(occurrence, !isPerformed          ? OccurrenceState::NotPerformed
                      : outcome.isSuccess() ? OccurrenceState::Done
-                                               : OccurrenceState::Failed);
+                                           : OccurrenceState::Failed);
     auto entry = *m_record.find(occurrence.schedule.identifier, occurrence.date);
     if (isPerformed)
         entry.exitStatus = outcome.exitStatus;

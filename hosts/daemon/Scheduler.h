@@ -90,7 +90,9 @@ public:
     /// Whether that is more than a plug-in's time-out (seconds, negative) allows. One that was asked for may
     /// also be five minutes late: its daemon may have had to be started again, but nobody who said "now"
     /// means the next day.
-    bool isTooLate(const Occurrence &occurrence, qint32 timeOut) const;
+    /// Nor is anything too late by the time for which it was held up.
+    bool isTooLate(const Occurrence &occurrence, qint32 timeOut,
+                   std::chrono::milliseconds heldUp = std::chrono::milliseconds(0)) const;
 
     /// How late it may be.
     static std::chrono::milliseconds allowedLateness(const Occurrence &occurrence, qint32 timeOut);

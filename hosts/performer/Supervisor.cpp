@@ -63,8 +63,10 @@ int Supervisor::run()
     takeOutput();
     if (m_isCalledOff)
         return 1;
-    if (m_outcome.failure.isEmpty() && !m_isDone)
+    if (m_outcome.failure.isEmpty() && !m_isDone) {
         m_outcome.failure = endOf(*m_waitStatus);
+        m_outcome.hasDied = !WIFSIGNALED(*m_waitStatus) || WTERMSIG(*m_waitStatus) != SIGKILL;
+    }
     m_outcome.ended = QDateTime::currentDateTimeUtc();
     const bool isWritten = writeDown();
     return isWritten && m_outcome.failure.isEmpty() && m_outcome.exitStatus.value_or(0) == 0 ? 0 : 1;

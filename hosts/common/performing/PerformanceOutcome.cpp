@@ -13,6 +13,7 @@ constexpr QLatin1StringView exitStatusKey("Exit Status");
 constexpr QLatin1StringView endedKey("Ended");
 constexpr QLatin1StringView outputKey("Output");
 constexpr QLatin1StringView deliveryKey("Delivery");
+constexpr QLatin1StringView hasDiedKey("Has Died");
 } // namespace
 
 QByteArray PerformanceOutcome::toData() const
@@ -21,7 +22,8 @@ QByteArray PerformanceOutcome::toData() const
                     {failureKey, failure},
                     {endedKey, ended},
                     {outputKey, output},
-                    {deliveryKey, static_cast<qint64>(delivery)}};
+                    {deliveryKey, static_cast<qint64>(delivery)},
+                    {hasDiedKey, hasDied}};
     if (exitStatus)
         map.insert(exitStatusKey, *exitStatus);
     return PropertyList::toData(map, PropertyList::Format::Binary);
@@ -35,6 +37,7 @@ Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
     const QVariantMap map = list->toMap();
     const QVariant status = map.value(exitStatusKey);
     if (map.value(hasBegunKey).typeId() != QMetaType::Bool ||
+        map.value(hasDiedKey).typeId() != QMetaType::Bool ||
         map.value(failureKey).typeId() != QMetaType::QString ||
         map.value(endedKey).typeId() != QMetaType::QDateTime ||
         map.value(outputKey).typeId() != QMetaType::QByteArray ||
@@ -48,5 +51,6 @@ Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
                                status.isValid() ? std::optional<qint64>(status.toLongLong()) : std::nullopt,
                                map.value(endedKey).toDateTime(), map.value(outputKey).toByteArray()};
     outcome.delivery = static_cast<Delivery>(delivery.toInt());
+    outcome.hasDied = map.value(hasDiedKey).toBool();
     return outcome;
 }

@@ -31,6 +31,10 @@ struct PerformanceOutcome {
     };
     Delivery delivery = Delivery::None;
 
+    /// Whether the plug-in had its process end, by a crash or by itself. One that had to be killed is none
+    /// such: that may be another's fault.
+    bool hasDied = false;
+
     /// Whether it came to the action itself, and to the program that it runs.
     bool isPerformed() const { return hasBegun && exitStatus.value_or(0) >= 0; }
     /// Whether nothing went wrong, for all that is known.

@@ -105,14 +105,13 @@ TEST_F(PlugInAnswersTest, OfABundleWithoutModuleForTheDaemonAreTheBases)
     EXPECT_EQ((*answer)->timeOut, -5);
     EXPECT_EQ((*answer)->timeBeforeSelfAnticipation, -1);
     EXPECT_EQ((*answer)->pluginName, "Reminder");
-    EXPECT_EQ(answers->bundleInfo(schedule)->value("WDUserAgentModule"), "TroublePlugIn.so");
+    EXPECT_EQ((*answer)->bundleInfo.value("WDUserAgentModule"), "TroublePlugIn.so");
 }
 
 TEST_F(PlugInAnswersTest, AreNoneForABundleThatIsNotThereUntilItIs)
 {
     const auto schedule = scheduleOf("Later");
     EXPECT_THAT(reason(schedule), StartsWith("There is no bundle"));
-    EXPECT_FALSE(answers->bundleInfo(schedule));
     makeTrouble("Later");
     EXPECT_TRUE(waitUntil([&] {
         const auto answer = answers->of(schedule);

@@ -20,39 +20,46 @@ protected:
         return {schedule, schedule.date};
     }
 
+    OccurrencePerformer::Announcement anticipate(const Occurrence &occurrence)
+    {
+        waitForAnswers(answers, occurrence.schedule);
+        return performer.anticipate(occurrence);
+    }
+
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
     Performances performances{Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock};
-    OccurrencePerformer performer{keeper, performances, std::make_shared<PinnedConsoleUser>(console), clock};
+    PlugInAnswers answers{Performances::programNamed("dozely-performer"), clock};
+    OccurrencePerformer performer{keeper, performances, answers, std::make_shared<PinnedConsoleUser>(console),
+                                  clock};
 };
 
 TEST_F(AnticipationTest, SaysThatNobodyIsLoggedIn)
 {
     makeProbe();
-    const auto announcement = performer.anticipate(probe());
+    const auto announcement = anticipate(probe());
     EXPECT_TRUE(announcement.isWanted);
     EXPECT_FALSE(announcement.told);
-    EXPECT_EQ(messages(), QStringList({"Probe initialised",
-                                       "Schedule \"Name of a\" was not announced: nobody is logged in"}));
+    EXPECT_EQ(lastAboutSchedules(), "Schedule \"Name of a\" was not announced: nobody is logged in");
 }
 
 TEST_F(AnticipationTest, SaysThatTheAgentCouldNotBeReached)
 {
     makeProbe();
     console->user = ConsoleUser::User{"alice", 4242};
-    const auto announcement = performer.anticipate(probe());
+    const auto announcement = anticipate(probe());
     EXPECT_TRUE(announcement.isWanted);
     EXPECT_FALSE(announcement.told);
     EXPECT_EQ(messages().filter("impossible"), QStringList{"anticipateInUserAgentNow impossible"});
-    EXPECT_EQ(messages().last(),
+    EXPECT_EQ(lastAboutSchedules(),
               "Schedule \"Name of a\" was not announced: the agent of user 4242 could not be reached");
 }
 
 TEST_F(AnticipationTest, LeavesTheOccurrenceOpen)
 {
     makeProbe();
-    performer.anticipate(probe());
+    anticipate(probe());
     EXPECT_TRUE(keeper.scheduler().record().dates("a").isEmpty());
 }
 
@@ -60,21 +67,21 @@ TEST_F(AnticipationTest, AsksThePlugInItselfWhetherItWantsToBeAnnounced)
 {
     makeProbe();
     console->user = ConsoleUser::User{"alice", 4242};
-    EXPECT_FALSE(performer.anticipate(probe("unwanted")).isWanted);
-    EXPECT_EQ(messages(), QStringList{"Probe initialised"});
+    EXPECT_FALSE(anticipate(probe("unwanted")).isWanted);
+    EXPECT_EQ(lastAboutSchedules(), "");
 }
 
 TEST_F(AnticipationTest, SaysWhatThePlugInRaised)
 {
     makeProbe();
-    EXPECT_FALSE(performer.anticipate(probe("throws in the daemon")).isWanted);
-    EXPECT_EQ(messages().last(), "Schedule \"Name of a\" was not announced: the probe was told to");
+    EXPECT_FALSE(anticipate(probe("throws in the daemon")).isWanted);
+    EXPECT_EQ(lastAboutSchedules(), "Schedule \"Name of a\" was not announced: the probe was told to");
 }
 
 TEST_F(AnticipationTest, SaysThatTheBundleIsMissing)
 {
-    EXPECT_FALSE(performer.anticipate(probe()).isWanted);
+    EXPECT_FALSE(anticipate(probe()).isWanted);
     EXPECT_EQ(messages().size(), 1);
-    EXPECT_THAT(messages().last().toStdString(),
+    EXPECT_THAT(lastAboutSchedules().toStdString(),
                 testing::HasSubstr("\"Name of a\" was not announced: There is no bundle"));
 }

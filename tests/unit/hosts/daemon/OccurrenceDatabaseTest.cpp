@@ -295,8 +295,8 @@ TEST_F(OccurrenceDatabaseTest, KeepsWhatTheLatestActionsOfAScheduleWrote)
     database.open(noon());
     for (int i = 0; i < 12; ++i) {
         const Key key("a", noon().addSecs(i));
-        ASSERT_TRUE(database.write(change("a", key.second, {Done, {}, {}}), noDate,
-                                   {{key, QByteArray("a\0b", 3)}}));
+        ASSERT_TRUE(
+            database.write(change("a", key.second, {Done, {}, {}}), noDate, {{key, QByteArray("a\0b", 3)}}));
     }
     EXPECT_EQ(dates(), QList<qint64>({2, 3, 4, 5, 6, 7, 8, 9, 10, 11}));
     ASSERT_TRUE(database.write(change("a", noon().addSecs(11), {Failed, {}, {}}), noDate));

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "hosts/daemon/DaemonActions.h"
+#include "hosts/daemon/PlugInAnswers.h"
+#include "support/WaitUntil.h"
 #include "unit/hosts/BundleFixture.h"
 
 /// A scratch system that has the performer's program where the daemon looks for it.
@@ -13,5 +15,18 @@ protected:
         const QString program = Performances::programNamed("dozely-performer");
         QDir().mkpath(QFileInfo(program).path());
         EXPECT_TRUE(QFile::link(PERFORMER_PROGRAM, program));
+    }
+
+    /// The latest line of the log about a schedule. What the performers say comes when it comes.
+    QString lastAboutSchedules() const
+    {
+        const QStringList lines = messages().filter("Schedule \"");
+        return lines.isEmpty() ? QString() : lines.last();
+    }
+
+    /// Waits until a schedule's plug-in has answered, or never will.
+    static void waitForAnswers(PlugInAnswers &answers, const Schedule &schedule)
+    {
+        EXPECT_TRUE(waitUntil([&] { return answers.of(schedule, PlugInAnswers::Urgency::Due).has_value(); }));
     }
 };

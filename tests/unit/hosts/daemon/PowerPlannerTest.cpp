@@ -5,11 +5,11 @@
 #include "DozelyKit/system/power/KeyEventDriver.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
-#include "hosts/common/plugins/PlugInLoader.h"
+#include "hosts/daemon/PlugInAnswers.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
-#include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/PerformingFixture.h"
 
 using namespace dozely;
 
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 using testing::HasSubstr;
 
 /// A machine at noon with the probe's bundle; schedules are for later.
-class PowerPlannerTest : public BundleFixture
+class PowerPlannerTest : public PerformingFixture
 {
 protected:
     PowerPlannerTest()
@@ -45,8 +45,14 @@ protected:
     }
     void plan(const QList<Schedule> &schedules)
     {
-        scheduler.setSchedules(schedules);
+        setSchedules(schedules);
         planner.update();
+    }
+    void setSchedules(const QList<Schedule> &schedules)
+    {
+        scheduler.setSchedules(schedules);
+        for (const Schedule &schedule : schedules)
+            waitForAnswers(answers, schedule);
     }
     /// The machine's events, as "wake 600": the type and seconds from noon, with the owner when it is not us.
     QStringList events() const { return texts(machine->events); }
@@ -65,10 +71,8 @@ protected:
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>(noon());
     std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
     Scheduler scheduler{*clock};
-    PlugInLoader loader{"WDDaemonModule", {{QString(), {*RootFolder::owner()}}}, [] {
-                            return std::make_unique<WDDaemonPlugIn>();
-                        }};
-    PowerPlanner planner{scheduler, *clock, loader};
+    PlugInAnswers answers{Performances::programNamed("dozely-performer"), *clock};
+    PowerPlanner planner{scheduler, *clock, answers};
 };
 
 TEST_F(PowerPlannerTest, WakesAMinuteAheadAndPowersOnThreeMinutesAhead)
@@ -116,6 +120,10 @@ TEST_F(PowerPlannerTest, ABundleThatIsPutThereLaterIsAskedThen)
     plan({schedule});
     EXPECT_TRUE(machine->asked.isEmpty());
     makeBundle("Late", {{"WDDaemonModule", "ProbePlugIn.so"}});
+    EXPECT_TRUE(waitUntil([&] {
+        const auto known = answers.of(schedule);
+        return known && *known;
+    }));
     plan({schedule});
     EXPECT_EQ(events(), QStringList{"wake 540"});
 }
@@ -222,11 +230,11 @@ TEST_F(PowerPlannerTest, OfVeryManyOnlyTheEarliestAreAskedForAndTheOthersFollow)
 
 TEST_F(PowerPlannerTest, ManyWishesOfOneMomentAreOneUpdate)
 {
-    scheduler.setSchedules({wakeFor("a", 10min)});
+    setSchedules({wakeFor("a", 10min)});
     planner.updateSoon();
     planner.updateSoon();
     EXPECT_TRUE(machine->asked.isEmpty());
-    EXPECT_EQ(clock->pendingDelays().size(), 1);
+    EXPECT_EQ(clock->pendingDelays().count(100ms), 1);
     clock->advance(100ms);
     EXPECT_EQ(events(), QStringList{"wake 540"});
 }
@@ -258,10 +266,10 @@ TEST_F(PowerPlannerTest, ARefusalFallsBackToTheTool)
 TEST_F(PowerPlannerTest, TheEventsAreRightBeforeTheMachineSleepsAndBeforeItGoesOff)
 {
     ZDRPowerManager::sharedInstance();
-    scheduler.setSchedules({wakeFor("a", 10min)});
+    setSchedules({wakeFor("a", 10min)});
     power->send(kIOMessageSystemWillSleep);
     EXPECT_EQ(events(), QStringList{"wake 540"});
-    scheduler.setSchedules({powerOnFor("a", 10min)});
+    setSchedules({powerOnFor("a", 10min)});
     power->send(kIOMessageSystemWillPowerOff);
     EXPECT_EQ(events(), QStringList{"poweron 420"});
     EXPECT_EQ(power->consents, 2);

@@ -25,7 +25,7 @@ protected:
         Port<PowerEventScheduler>::current() = machine;
         Port<KeyEventDriver>::current() = std::make_shared<NoKeys>();
         makeProbe();
-        writeStore({changed(entry("a", noon().addSecs(600)), "Parameters", parameters)});
+        writeStore({a});
         ZDRPowerManager::sharedInstance();
         start();
         clock.synchronised = false;
@@ -34,6 +34,7 @@ protected:
     {
         daemon = std::make_unique<DaemonController>(
             clock, std::make_shared<PinnedConsoleUser>(std::make_shared<FakeConsoleUser>()));
+        waitForAnswers(daemon->plugIns(), *Schedule::fromEntry(a));
     }
     void jump(std::chrono::seconds by)
     {
@@ -44,6 +45,7 @@ protected:
     qsizetype skips() const { return messages().filter("was skipped").size(); }
 
     const QVariantMap parameters{{"Acts In User Agent", 0LL}, {"Text", "hello"}, {"Time Out", -30LL}};
+    const QVariantMap a = changed(entry("a", noon().addSecs(600)), "Parameters", parameters);
     std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
     FakeClock clock{noon()};
     std::unique_ptr<DaemonController> daemon;
