@@ -15,7 +15,8 @@ namespace dozely
 ///
 /// bool is `b`, double `d`, text `s`, QByteArray `ay`, QVariantMap a dictionary with text keys, QVariantList
 /// any other array or structure. Integers have their width, `o` and `g` are text, `h` is a BusDescriptor. A
-/// variant of the wire is the value that it holds; a QVariant that holds a QVariant is written as one.
+/// variant of the wire is the value that it holds; a QVariant that holds a QVariant is written as one, and a
+/// BusVariant as one of the type that it names.
 ///
 /// Any thread that the message's bus belongs to; nothing blocks.
 namespace BusCodec

@@ -21,7 +21,8 @@ namespace dozely
 ///
 /// A value of a message is a QVariant: bool, integers of their width, double, QString (texts, object paths
 /// and signatures), QByteArray (`ay`), QVariantMap (dictionaries with text keys), QVariantList (other arrays
-/// and structures), BusDescriptor (`h`). A variant of the wire is the value that it holds.
+/// and structures), BusDescriptor (`h`). A variant of the wire is the value that it holds; one that is to
+/// hold a type which its value does not tell is written as a BusVariant.
 ///
 /// Signals and the answers to asynchronous calls are delivered from the thread's Qt event loop, one after the
 /// other in the order in which they came, never from within a function of this class; a handler may do
@@ -129,7 +130,7 @@ private:
     std::shared_ptr<Private> d;
 };
 
-/// A file descriptor that came in a message; the last copy closes it.
+/// A file descriptor that came in a message, or is to be sent in one; the last copy closes it.
 class DOZELYKIT_AUTOTEST_EXPORT BusDescriptor
 {
 public:
@@ -143,6 +144,13 @@ private:
     std::shared_ptr<const int> m_descriptor;
 };
 
+/// A variant to be sent whose type is given: `signature` is one complete type, into which `value` must fit.
+struct BusVariant {
+    QByteArray signature;
+    QVariant value;
+};
+
 } // namespace dozely
 
 Q_DECLARE_METATYPE(dozely::BusDescriptor)
+Q_DECLARE_METATYPE(dozely::BusVariant)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
+#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
 
 #include <QStringList>
 #include <QVariantMap>
@@ -175,6 +176,10 @@ private:
         case SD_BUS_TYPE_SIGNATURE:
             return value.metaType() == QMetaType::fromType<QString>() ? text(type, value.toString().toUtf8())
                                                                       : misfit();
+        case SD_BUS_TYPE_UNIX_FD:
+            return value.metaType() == QMetaType::fromType<BusDescriptor>()
+                       ? number<int>(type, value.value<BusDescriptor>().get())
+                       : misfit();
         default:
             return misfit();
         }
@@ -215,12 +220,23 @@ private:
 
     bool variant(const QVariant &value, int depth)
     {
+        if (value.metaType() == QMetaType::fromType<BusVariant>())
+            return typedVariant(value.value<BusVariant>(), depth);
         const QVariant held = value.typeId() == QMetaType::QVariant ? value.value<QVariant>() : value;
         const char *const type = typeOf(held);
         if (!type)
             return homeless(held);
         return container(SD_BUS_TYPE_VARIANT, type, variantSize,
                          [&] { return this->value(type, held, depth); });
+    }
+
+    bool typedVariant(const BusVariant &typed, int depth)
+    {
+        if (typed.signature.isEmpty() || typeLength(typed.signature) != typed.signature.size())
+            return misfit();
+        const char *const type = typed.signature.constData();
+        return container(SD_BUS_TYPE_VARIANT, type, variantSize,
+                         [&] { return value(type, typed.value, depth); });
     }
 
     bool array(const char *element, const QVariant &value, int depth)

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace dozely;
 
@@ -91,6 +92,44 @@ TEST_F(BusConnectionTest, ReadsDictionariesStructuresListsAndBytes)
     EXPECT_EQ(parts[2].toByteArray(), QByteArray("\x00\xff", 2));
     EXPECT_EQ(parts[3].typeId(), QMetaType::QVariantList);
     EXPECT_TRUE(parts[3].toList().isEmpty());
+}
+
+TEST_F(BusConnectionTest, WritesAVariantOfTheTypeThatIsAskedFor)
+{
+    ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                         {"com.dozely.Test", "Type", "v", "s", "ret = args[0].signature"}));
+    ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                         {"com.dozely.Test", "Echo", "v", "v", "ret = args[0]"}));
+    const QVariant command = QVariantList{"/bin/true", QStringList{"true", "a"}, false};
+    const auto typed = [](const char *signature, const QVariant &value) {
+        return QVariant::fromValue(BusVariant{signature, value});
+    };
+    const QVariant commands = typed("a(sasb)", QVariantList{command});
+    EXPECT_EQ(echoOf("Type", "v", commands), "(sasb)");
+    EXPECT_EQ(echoOf("Echo", "v", commands),
+              QVariant(QVariantList{QVariant(QVariantList{"/bin/true", QVariantList{"true", "a"}, false})}));
+    EXPECT_EQ(echoOf("Echo", "v", typed("t", 5)), QVariant(quint64(5)));
+    // No type, two, and one into which the value does not fit.
+    const BusConnection::Member echo{logind, manager, "com.dozely.Test", "Echo"};
+    for (const QVariant &bad : {typed("", 5), typed("ii", 5), typed("as", 5), typed("a{sv", QVariantMap())})
+        EXPECT_FALSE(connection->call(echo, "v", {bad}, soon()));
+}
+
+TEST_F(BusConnectionTest, SendsADescriptor)
+{
+    ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                         {"com.dozely.Test", "Inode", "vh", "t",
+                          "import os\nret = dbus.UInt64(os.fstat(args[1].take()).st_ino)"}));
+    const BusDescriptor file(::open("/etc/hostname", O_RDONLY | O_CLOEXEC));
+    struct stat status {
+    };
+    ASSERT_EQ(::fstat(file.get(), &status), 0);
+    const BusConnection::Member inode{logind, manager, "com.dozely.Test", "Inode"};
+    const auto held = QVariant::fromValue(file);
+    const auto reply =
+        connection->call(inode, "vh", {QVariant::fromValue(BusVariant{"h", held}), held}, soon());
+    EXPECT_EQ(BusConnection::firstOf(reply), QVariant(quint64(status.st_ino)));
+    EXPECT_FALSE(connection->call(inode, "vh", {true, QVariant::fromValue(BusDescriptor())}, soon()));
 }
 
 TEST_F(BusConnectionTest, TellsTheNameAndTextOfAnErrorReply)
