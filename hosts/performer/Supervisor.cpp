@@ -103,7 +103,7 @@ void Supervisor::wait()
         if (m_isStopping)
             continueStopping();
         else
-            stop(QString("it took longer than %1 s").arg(m_order.longest.count()));
+            stop(QString("it took longer than %1 s").arg(m_order.limits.longest.count()));
     }
 }
 
@@ -117,8 +117,8 @@ void Supervisor::hearHost()
     if (size == 1) {
         [[maybe_unused]] const ssize_t written = ::write(m_ends.go.get(), &byte, 1);
         m_ends.go.reset();
-        if (m_order.longest.count() > 0)
-            m_deadline = steady_clock::now() + m_order.longest;
+        if (m_order.limits.longest.count() > 0)
+            m_deadline = steady_clock::now() + m_order.limits.longest;
     } else {
         m_isCalledOff = true;
         m_isStopping = true;
@@ -206,7 +206,7 @@ void Supervisor::stop(const QString &why)
         return;
     m_isStopping = true;
     m_outcome.failure = why;
-    m_deadline = steady_clock::now() + m_order.timeToEnd;
+    m_deadline = steady_clock::now() + m_order.limits.timeToEnd;
     Descendants::signal(::getpid(), SIGTERM);
 }
 

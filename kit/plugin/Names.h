@@ -87,6 +87,18 @@ inline constexpr QLatin1StringView needsStartup("Needs Startup");
 inline constexpr QLatin1StringView actsInUserAgent("Acts In User Agent");
 } // namespace ParameterKey
 
+/// Limits of an action, integers all of them: keys of a bundle's Info dictionary, and of a schedule's
+/// parameters, which go first. A missing key leaves what is usual. docs/actions.md says what comes of them.
+namespace LimitKey
+{
+inline constexpr QLatin1StringView nice("WDActionNice");           ///< -20 to 19, as setpriority(2) has it.
+inline constexpr QLatin1StringView cpuWeight("WDActionCPUWeight"); ///< 1 to 10000; others have 100.
+inline constexpr QLatin1StringView ioWeight("WDActionIOWeight");   ///< 1 to 10000; others have 100.
+inline constexpr QLatin1StringView memory("WDActionMemoryLimit");  ///< Bytes, 1 MiB at least.
+inline constexpr QLatin1StringView time("WDActionTimeLimit"); ///< Seconds until it is ended; 0 for never.
+inline constexpr QLatin1StringView timeToEnd("WDActionTimeToEnd"); ///< Seconds until it is killed then; 90.
+} // namespace LimitKey
+
 /// Parameters of Command.plugin.
 namespace CommandKey
 {

@@ -15,21 +15,10 @@ constexpr QLatin1StringView parametersKey("Parameters");
 constexpr QLatin1StringView dateKey("Date");
 constexpr QLatin1StringView zoneKey("Time Zone");
 constexpr QLatin1StringView placeKey("Place");
-constexpr QLatin1StringView longestKey("Longest");
-constexpr QLatin1StringView timeToEndKey("Time To End");
+constexpr QLatin1StringView limitsKey("Limits");
 constexpr QLatin1StringView deedKey("Deed");
 constexpr QLatin1StringView consoleUserKey("Console User");
 constexpr QLatin1StringView consoleUserNameKey("Console User Name");
-
-std::chrono::seconds secondsIn(const QVariant &value)
-{
-    return std::chrono::seconds(value.toLongLong());
-}
-
-bool isDuration(const QVariant &value)
-{
-    return value.typeId() == QMetaType::LongLong && value.toLongLong() >= 0;
-}
 } // namespace
 
 QByteArray PerformanceOrder::toData() const
@@ -40,8 +29,7 @@ QByteArray PerformanceOrder::toData() const
                     {dateKey, date.toUTC()},
                     {zoneKey, QString::fromUtf8(date.timeZone().id())},
                     {placeKey, place},
-                    {longestKey, static_cast<qint64>(longest.count())},
-                    {timeToEndKey, static_cast<qint64>(timeToEnd.count())},
+                    {limitsKey, limits.toMap()},
                     {deedKey, static_cast<qint64>(deed)},
                     {consoleUserNameKey, consoleUserName}};
     if (consoleUser)
@@ -62,8 +50,11 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     if (map.value(dateKey).typeId() != QMetaType::QDateTime ||
         map.value(parametersKey).typeId() != QMetaType::QVariantMap)
         return Error{"the order has no date or no parameters"};
-    if (!isDuration(map.value(longestKey)) || !isDuration(map.value(timeToEndKey)))
+    if (map.value(limitsKey).typeId() != QMetaType::QVariantMap)
         return Error{"the order has no limits"};
+    const auto limits = ActionLimits::fromMap(map.value(limitsKey).toMap());
+    if (!limits)
+        return limits.error();
     const QTimeZone zone(map.value(zoneKey).toString().toUtf8());
     if (!zone.isValid())
         return Error{"the order's time zone is not known"};
@@ -76,8 +67,7 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     PerformanceOrder order{
         map.value(scheduleKey).toString(), map.value(bundlePathKey).toString(),
         map.value(parametersKey).toMap(),  map.value(dateKey).toDateTime().toTimeZone(zone),
-        map.value(placeKey).toString(),    secondsIn(map.value(longestKey)),
-        secondsIn(map.value(timeToEndKey))};
+        map.value(placeKey).toString(),    *limits};
     order.deed = static_cast<Deed>(deed.toInt());
     order.consoleUserName = map.value(consoleUserNameKey).toString();
     if (user.isValid())

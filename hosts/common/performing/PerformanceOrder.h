@@ -2,20 +2,17 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Result.h"
+#include "hosts/common/performing/ActionLimits.h"
 
 #include <QDateTime>
 #include <QString>
 #include <QVariantMap>
 
-#include <chrono>
 #include <optional>
 
 /// What a performer is told to do: one occurrence of one schedule, and within which limits. A plain value,
 /// which travels over an inherited descriptor.
 struct PerformanceOrder {
-    /// So long, unless a bundle says otherwise, may an action take to end once it was asked to.
-    static constexpr std::chrono::seconds usualTimeToEnd{90};
-
     QString schedule;            ///< Its name, for people.
     QString bundlePath;          ///< The full path.
     QVariantMap parameters = {}; ///< The plug-in's.
@@ -25,8 +22,7 @@ struct PerformanceOrder {
     /// path. What became of it is written beside it (PerformanceOutcome::pathBeside).
     QString place = {};
 
-    std::chrono::seconds longest{0};                ///< The action is ended after so long; 0 for never.
-    std::chrono::seconds timeToEnd{usualTimeToEnd}; ///< From being asked to end to being killed.
+    ActionLimits limits = {};
 
     /// What is to be done with the occurrence, by the plug-in's class in its own way.
     enum class Deed {

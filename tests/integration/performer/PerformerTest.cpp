@@ -152,7 +152,7 @@ TEST_F(PerformerTest, SaysBySignalWhichAnActionWasEnded)
 
 TEST_F(PerformerTest, EndsAnActionThatTakesTooLong)
 {
-    order.longest = 1s;
+    order.limits.longest = 1s;
     EXPECT_EQ(perform("hang").failure, "it took longer than 1 s");
 }
 
@@ -166,15 +166,15 @@ TEST_F(PerformerTest, EndsAnActionWhenItIsAskedTo)
 
 TEST_F(PerformerTest, KillsWhatDoesNotEndWhenItIsAskedTo)
 {
-    order.longest = 1s;
-    order.timeToEnd = 0s;
+    order.limits.longest = 1s;
+    order.limits.timeToEnd = 0s;
     EXPECT_EQ(perform("refuse to end").failure, "it took longer than 1 s");
 }
 
 TEST_F(PerformerTest, KillsWhatAnActionHasLeftInASessionOfItsOwn)
 {
-    order.longest = 1s;
-    order.timeToEnd = 0s;
+    order.limits.longest = 1s;
+    order.limits.timeToEnd = 0s;
     EXPECT_EQ(perform("leave a child that does not end").failure, "it took longer than 1 s");
     EXPECT_EQ(marks(), "acted\n");
 }
