@@ -73,11 +73,11 @@ bool DaemonActions::mayPrepare(const Occurrence &occurrence) const
     return m_prepared.size() < mostPrepared && !m_prepared.contains(keyOf(occurrence));
 }
 
-void DaemonActions::prepare(const Occurrence &occurrence, const QVariantMap &)
+void DaemonActions::prepare(const Occurrence &occurrence, const QVariantMap &bundleInfo)
 {
     if (!mayPrepare(occurrence))
         return;
-    m_prepared.insert(keyOf(occurrence), {occurrence, !start(occurrence).ok()});
+    m_prepared.insert(keyOf(occurrence), {occurrence, !start(occurrence, bundleInfo).ok()});
 }
 
 void DaemonActions::callOffUnless(const std::function<bool(const Occurrence &)> &isToBePerformed)
@@ -90,10 +90,12 @@ void DaemonActions::callOffUnless(const std::function<bool(const Occurrence &)> 
     });
 }
 
-Result<void> DaemonActions::start(const Occurrence &occurrence)
+Result<void> DaemonActions::start(const Occurrence &occurrence, const QVariantMap &bundleInfo)
 {
-    PerformanceOrder order{occurrence.schedule.name, occurrence.schedule.fullBundlePath(),
-                           occurrence.schedule.parameters, occurrence.calendarDate()};
+    const Schedule &schedule = occurrence.schedule;
+    PerformanceOrder order{schedule.name, schedule.fullBundlePath(), schedule.parameters,
+                           occurrence.calendarDate()};
+    order.limits = ActionLimits::read(schedule.name, schedule.parameters, order.bundlePath, bundleInfo);
     return m_performances.prepare(
         nameOf(keyOf(occurrence)), std::move(order),
         [this, occurrence](const PerformanceOutcome &outcome) { ended(occurrence, outcome); });
@@ -113,7 +115,7 @@ void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bun
     m_awake.insert(key, m_inhibitor.hold(bundleInfo));
     ZDRLog("%@ acts in the daemon", labelOf(occurrence));
     if (!isReady) {
-        if (const auto started = start(occurrence); !started) {
+        if (const auto started = start(occurrence, bundleInfo); !started) {
             ended(occurrence, {false, started.error().text});
             return;
         }

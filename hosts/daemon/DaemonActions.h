@@ -52,7 +52,7 @@ public:
 private:
     using Key = OccurrenceRecord::Key;
     static Key keyOf(const Occurrence &occurrence);
-    dozely::Result<void> start(const Occurrence &occurrence);
+    dozely::Result<void> start(const Occurrence &occurrence, const QVariantMap &bundleInfo);
     void ended(const Occurrence &occurrence, const PerformanceOutcome &outcome);
     void endedLater(const Occurrence &occurrence, const PerformanceOutcome &outcome);
 

@@ -38,7 +38,9 @@ QString senderLabel(const ReceivedOrder &order)
 DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUser> console,
                                    const OccurrenceDatabase::Limits &limits)
     : m_clock(clock),
-      m_performances(Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock),
+      m_performances(PerformerStart::ofThisMachine(Performances::programNamed("dozely-performer"),
+                                                   ServiceManager::Whose::Machine),
+                     DaemonActions::folder(), clock),
       m_answers(Performances::programNamed("dozely-performer"), clock),
       m_keeper(clock, limits,
                [this](const OccurrenceRecord::Key &key) {

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/performer/Descendants.h"
+#include "hosts/performer/OwnUnit.h"
 
 #include <QFile>
 
@@ -14,6 +15,7 @@
 #include <cstring>
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,11 +49,13 @@ QString endOf(int waitStatus)
 }
 } // namespace
 
-Supervisor::Supervisor(PerformanceOrder order, Ends ends, Descriptor signalDescriptor, pid_t actor)
+Supervisor::Supervisor(PerformanceOrder order, Ends ends, Descriptor signalDescriptor, pid_t actor,
+                       bool isInUnit)
     : m_order(std::move(order)),
       m_ends(std::move(ends)),
       m_signals(std::move(signalDescriptor)),
-      m_actor(actor)
+      m_actor(actor),
+      m_isInUnit(isInUnit)
 {
 }
 
@@ -67,9 +71,18 @@ int Supervisor::run()
         m_outcome.failure = endOf(*m_waitStatus);
         m_outcome.hasDied = !WIFSIGNALED(*m_waitStatus) || WTERMSIG(*m_waitStatus) != SIGKILL;
     }
+    if (!m_isStopping && !hasSucceeded() && m_isInUnit && OwnUnit::hasRunOutOfMemory())
+        m_outcome.failure = "it took more memory than it may";
     m_outcome.ended = QDateTime::currentDateTimeUtc();
     const bool isWritten = writeDown();
-    return isWritten && m_outcome.failure.isEmpty() && m_outcome.exitStatus.value_or(0) == 0 ? 0 : 1;
+    // At once: a service manager that has a copy of this end closes it later.
+    ::shutdown(m_ends.host.get(), SHUT_RDWR);
+    return isWritten && hasSucceeded() ? 0 : 1;
+}
+
+bool Supervisor::hasSucceeded() const
+{
+    return m_outcome.failure.isEmpty() && m_outcome.exitStatus.value_or(0) == 0;
 }
 
 /// What was asked to end is over once nothing of it is left; else what the action left behind may stay.

@@ -26,8 +26,9 @@ public:
         dozely::Descriptor output; ///< Its standard output and error.
     };
 
-    /// `signals` is a signalfd(2) of SIGTERM, SIGINT and SIGCHLD, which are blocked here.
-    Supervisor(PerformanceOrder order, Ends ends, dozely::Descriptor signals, pid_t actor);
+    /// `signals` is a signalfd(2) of SIGTERM, SIGINT and SIGCHLD, which are blocked here. `isInUnit` says
+    /// that a service manager keeps the limits of a unit that has nothing else in it.
+    Supervisor(PerformanceOrder order, Ends ends, dozely::Descriptor signals, pid_t actor, bool isInUnit);
 
     /// The exit status of the process: 0 when the action succeeded, 1 when it did not, or was none.
     int run();
@@ -44,12 +45,14 @@ private:
     void stop(const QString &why);
     void continueStopping();
     bool isOver() const;
+    bool hasSucceeded() const;
     bool writeDown();
 
     PerformanceOrder m_order;
     Ends m_ends;
     dozely::Descriptor m_signals;
     const pid_t m_actor;
+    const bool m_isInUnit;
     PerformanceOutcome m_outcome;
     QByteArray m_reports;            // not whole yet
     std::optional<int> m_waitStatus; // of the actor, once it has ended

@@ -6,6 +6,7 @@
 #include "hosts/performer/Actor.h"
 #include "hosts/performer/Asker.h"
 #include "hosts/performer/Channel.h"
+#include "hosts/performer/OwnLimits.h"
 #include "hosts/performer/Supervisor.h"
 
 #include <csignal>
@@ -71,9 +72,11 @@ int main(int argc, char **argv)
         "Performs one action of a schedule, as a host of the system asks for it on standard input.");
     const QCommandLineOption ask("ask", "Ask plug-ins what the host wants to know, and perform nothing.");
     options.parser().addOption(ask);
+    options.parser().addOption({"in-unit", "A service manager keeps the action's limits."});
     if (const auto status = options.parse(QCoreApplication::arguments()))
         return *status;
 
+    const bool isInUnit = options.parser().isSet("in-unit");
     Descriptor host(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
     if (options.parser().isSet(ask)) {
         readNothing();
@@ -108,9 +111,13 @@ int main(int argc, char **argv)
         host.reset();
         go.writeEnd.reset();
         becomeActor(output.writeEnd, former);
+        if (!isInUnit)
+            OwnLimits::take(order->limits.program);
         const Channel channel;
         return Actor(*order, std::move(go.readEnd), std::move(report.writeEnd)).perform();
     }
+    // Whoever was to read may have ended, the machine's journal for one.
+    ::signal(SIGPIPE, SIG_IGN);
     doNotBlock(report.readEnd);
     doNotBlock(output.readEnd);
     go.readEnd.reset();
@@ -119,6 +126,6 @@ int main(int argc, char **argv)
     return Supervisor(*order,
                       {std::move(host), std::move(go.writeEnd), std::move(report.readEnd),
                        std::move(output.readEnd)},
-                      std::move(signalDescriptor), actor)
+                      std::move(signalDescriptor), actor, isInUnit)
         .run();
 }

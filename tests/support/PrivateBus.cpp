@@ -115,11 +115,16 @@ void PrivateBus::restart()
 
 bool PrivateBus::startMock(const QString &mockTemplate, const QString &name)
 {
+    // The distribution's interpreter: another one may come first and lack the module.
+    return startService("/usr/bin/python3", {"-m", "dbusmock", "--system", "--template", mockTemplate}, name);
+}
+
+bool PrivateBus::startService(const QString &program, const QStringList &arguments, const QString &name)
+{
     auto service = std::make_unique<QProcess>();
     service->setStandardOutputFile(m_folder.filePath(name + ".log"));
     service->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // The distribution's interpreter: another one may come first and lack the module.
-    service->start("/usr/bin/python3", {"-m", "dbusmock", "--system", "--template", mockTemplate});
+    service->start(program, arguments);
     m_services.push_back(std::move(service));
     return succeeds("gdbus", {"wait", "--system", "--timeout", "20", name});
 }

@@ -26,6 +26,10 @@ public:
     /// Starts a mock of a system service from a template of python3-dbusmock; true once it owns `name`.
     bool startMock(const QString &mockTemplate, const QString &name);
 
+    /// Starts a program that becomes a service, with what it prints on its standard error stream among this
+    /// process's own; true once it owns `name`. It is asked to end with the object.
+    bool startService(const QString &program, const QStringList &arguments, const QString &name);
+
     /// Ends the bus, as a machine that loses it does. Its address stays in the environment.
     void stop();
 

@@ -6,7 +6,9 @@
 #include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/system/machine/ChildProgram.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/core/foundation/DescriptorWatch.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PlaceLock.h"
 
@@ -24,15 +26,6 @@ namespace
 /// Between two looks at those of an earlier process, whose end nobody tells.
 constexpr std::chrono::seconds betweenLooks(1);
 
-/// What an action finds is what it would have found within the host.
-QByteArrayList ownEnvironment()
-{
-    QByteArrayList environment;
-    for (char **entry = environ; *entry; ++entry)
-        environment += *entry;
-    return environment;
-}
-
 constexpr qint64 largestOutcome = 1 << 20; // bytes
 } // namespace
 
@@ -40,6 +33,9 @@ struct Performances::Running {
     Ended ended;
     Descriptor host; ///< The performer has the other end; none for one of an earlier process.
     std::unique_ptr<DescriptorWatch> watch;
+    bool isLetGo = true;  ///< Or, of one of an earlier process, may have been.
+    bool isAsked = false; ///< Its start was asked for and not answered yet.
+    bool isOver = false;  ///< It has ended and left no outcome: why is to be found out.
 };
 
 QString Performances::programNamed(const QString &name)
@@ -47,8 +43,8 @@ QString Performances::programNamed(const QString &name)
     return RootFolder::join(QString(DOZELY_LIBEXECDIR) + '/' + name);
 }
 
-Performances::Performances(QString program, QString folder, Clock &clock)
-    : m_program(std::move(program)), m_folder(std::move(folder)), m_clock(clock)
+Performances::Performances(std::unique_ptr<PerformerStart> performers, QString folder, Clock &clock)
+    : m_folder(std::move(folder)), m_clock(clock), m_performers(std::move(performers))
 {
 }
 
@@ -71,31 +67,62 @@ Result<void> Performances::prepare(const QString &name, PerformanceOrder order, 
     const Descriptor theirs(ends[1]);
     if (auto made = PlaceLock::make(order.place); !made)
         return made;
-    ChildProgram program{m_program, {"--root", RootFolder::path()}, ownEnvironment()};
-    program.input = theirs.get();
     // Sent before there is somebody to read it: it waits.
-    auto sent = OrderStream::send(running->host.get(), order);
-    if (!sent || !program.launch()) {
+    if (auto sent = OrderStream::send(running->host.get(), order); !sent) {
         QFile::remove(order.place);
-        return sent ? Error{QString("%1 could not be started").arg(m_program)} : sent.error();
+        return sent;
     }
-    running->watch = std::make_unique<DescriptorWatch>([this, name] { finish(name); });
+    running->watch = std::make_unique<DescriptorWatch>([this, name] { hearEnd(name); });
     running->watch->watch(running->host.get(), POLLIN); // it says nothing but that it ends
+    running->isLetGo = false;
+    running->isAsked = true;
     m_running.insert(name, running);
+    m_performers->start({name, order.schedule, order.limits, theirs.get()},
+                        [this, name, asked = std::weak_ptr(running)](const Result<void> &started) {
+                            if (asked.lock() && asked.lock() == m_running.value(name))
+                                answered(name, started); // else it has ended, or was called off
+                        });
     return {};
+}
+
+void Performances::answered(const QString &name, const Result<void> &started)
+{
+    const auto running = m_running.value(name);
+    running->isAsked = false;
+    // One whose start nobody confirms may run all the same; then it has its place.
+    if (!started && PlaceLock::takeBack(placeOf(name)))
+        tell(name, PerformanceOutcome{false, started.error().text});
+    else if (running->isOver)
+        finish(name);
+}
+
+/// The other end is closed: by the performer, or because none was started.
+void Performances::hearEnd(const QString &name)
+{
+    const auto running = m_running.value(name); // stays for as long as its own handler runs
+    running->watch->watch(-1, 0);
+    if (!running->isAsked || QFile::exists(PerformanceOutcome::pathBeside(placeOf(name))))
+        finish(name);
+    else
+        running->isOver = true;
 }
 
 bool Performances::go(const QString &name)
 {
     const auto running = m_running.value(name);
-    return running && OrderStream::go(running->host.get());
+    if (!running || !OrderStream::go(running->host.get()))
+        return false;
+    running->isLetGo = true;
+    return true;
 }
 
 void Performances::callOff(const QString &name)
 {
     // The end of the connection is how the performer learns of it; it removes nothing.
-    if (m_running.remove(name) > 0)
-        QFile::remove(placeOf(name));
+    if (m_running.remove(name) == 0)
+        return;
+    m_performers->forget(name);
+    QFile::remove(placeOf(name));
 }
 
 bool Performances::isThere(const QString &name) const
@@ -124,7 +151,7 @@ void Performances::lookAtAdopted()
         m_isLooking = false;
         bool goesOn = false;
         for (const QString &name : m_running.keys()) {
-            if (m_running[name]->host.isValid())
+            if (m_running[name]->host.isValid() || m_running[name]->isOver)
                 continue;
             if (PlaceLock::isHeld(placeOf(name)))
                 goesOn = true;
@@ -150,10 +177,31 @@ std::optional<PerformanceOutcome> Performances::takeOutcome(const QString &name)
 
 void Performances::finish(const QString &name)
 {
-    const auto running = m_running.take(name); // stays for as long as its own handler runs
-    const auto outcome = takeOutcome(name);
+    if (const auto outcome = takeOutcome(name))
+        tell(name, *outcome);
+    else
+        finishWithoutOutcome(name);
+}
+
+void Performances::finishWithoutOutcome(const QString &name)
+{
+    const auto running = m_running.value(name);
+    running->isOver = true; // told once, when it is known
+    m_performers->tellEnd(name, [this, name, over = std::weak_ptr(running)](const QString &end) {
+        const auto ended = over.lock();
+        if (!ended || ended != m_running.value(name))
+            return; // called off meanwhile
+        const QString what = "its performer ended without a word";
+        tell(name, PerformanceOutcome{ended->isLetGo, end.isEmpty() ? what : what + ": " + end});
+    });
+}
+
+void Performances::tell(const QString &name, const PerformanceOutcome &outcome)
+{
+    const auto running = m_running.take(name);
+    m_performers->forget(name);
     QFile::remove(placeOf(name));
-    running->ended(outcome.value_or(PerformanceOutcome{true, "its performer ended without a word"}));
+    running->ended(outcome);
 }
 
 void Performances::sweep(const QStringList &names) const

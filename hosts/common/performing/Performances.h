@@ -3,6 +3,7 @@
 
 #include "hosts/common/performing/PerformanceOrder.h"
 #include "hosts/common/performing/PerformanceOutcome.h"
+#include "hosts/common/performing/PerformerStart.h"
 
 #include <QHash>
 #include <QObject>
@@ -15,30 +16,33 @@ namespace dozely
 class Clock;
 }
 
-/// The actions of a host, each in a performer, a process of its own, which outlives the host. A host that was
-/// started again finds those that go on, and the outcomes of those that ended meanwhile.
+/// The actions of a host, each in a performer, a process of its own, which outlives the host (PerformerStart
+/// says where). A host that was started again finds those that go on, and the outcomes of those that ended
+/// meanwhile.
 ///
 /// A performance has a name, of letters and digits alone, which must be another one for each that the host
 /// does not know to be over.
 ///
-/// THREADING: the main thread. BLOCKING: start, until the performer's program runs, some milliseconds.
+/// THREADING: the main thread. BLOCKING: prepare, where the way to start a performer does.
 class Performances : public QObject
 {
     Q_OBJECT
 public:
+    /// May not destroy the object.
     using Ended = std::function<void(const PerformanceOutcome &)>;
 
     /// The full path of a performer's program, which lies where the system's helper programs are.
     static QString programNamed(const QString &name);
 
-    /// `program` is the performer's, `folder` the one for its files, both full paths. Nobody else may be able
-    /// to write there. `clock` must outlive the object.
-    Performances(QString program, QString folder, dozely::Clock &clock);
+    /// `folder`, a full path, is the one for the performers' files. Nobody else may be able to write there.
+    /// `clock` must outlive the object.
+    Performances(std::unique_ptr<PerformerStart> performers, QString folder, dozely::Clock &clock);
     ~Performances() override;
 
     /// Starts a performer, which makes itself ready and waits. `order.place` need not be set. From then on
-    /// `ended` is called once, from the event loop: at its end, and also when it ends before it was let go.
-    /// An error when it cannot be started; then `ended` is not called.
+    /// `ended` is called once, from the event loop: at its end, also when it ends before it was let go, and
+    /// when it turns out that it cannot be started. An error when the machine lacks what that takes at once;
+    /// then `ended` is not called.
     dozely::Result<void> prepare(const QString &name, PerformanceOrder order, Ended ended);
 
     /// Lets one that is ready act; false when it has ended.
@@ -60,13 +64,17 @@ public:
 private:
     struct Running;
     QString placeOf(const QString &name) const;
+    void answered(const QString &name, const dozely::Result<void> &started);
+    void hearEnd(const QString &name);
     void finish(const QString &name);
+    void finishWithoutOutcome(const QString &name);
+    void tell(const QString &name, const PerformanceOutcome &outcome);
     void lookAtAdopted();
     std::optional<PerformanceOutcome> takeOutcome(const QString &name) const;
 
-    const QString m_program;
     const QString m_folder;
     dozely::Clock &m_clock;
     QHash<QString, std::shared_ptr<Running>> m_running;
     bool m_isLooking = false;
+    const std::unique_ptr<PerformerStart> m_performers; // the first to go: what it tells comes here
 };

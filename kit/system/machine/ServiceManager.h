@@ -65,7 +65,7 @@ public:
     /// property Result of org.freedesktop.systemd1(5); empty when it says nothing.
     void tellResult(const QString &name, Told told);
 
-    /// The unit need not be remembered any more.
+    /// The unit need not be remembered any more, nor started if it still waits.
     void forget(const QString &name);
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // What plug-ins post from a process that works for the daemon.
+#include "hosts/common/performing/ForkedStart.h"
 #include "hosts/common/performing/Performances.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
@@ -21,8 +22,8 @@ protected:
 
     PerformanceOutcome perform(PerformanceOrder order)
     {
-        Performances performances(PERFORMER_PROGRAM, root.join("/var/lib/dozely/performing"),
-                                  *Port<Clock>::current());
+        Performances performances(std::make_unique<ForkedStart>(PERFORMER_PROGRAM),
+                                  root.join("/var/lib/dozely/performing"), *Port<Clock>::current());
         std::optional<PerformanceOutcome> outcome;
         order.schedule = "Backup";
         order.date = noon().toTimeZone(QTimeZone("Europe/Paris"));

@@ -1,54 +1,37 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/common/performing/Performances.h"
-
-#include "DozelyKit/core/foundation/Clock.h"
-#include "PerformerFixture.h"
+#include "PerformancesFixture.h"
 #include "hosts/common/performing/PlaceLock.h"
 
-#include <QDir>
-
 #include <csignal>
+#include <ostream>
 
 using namespace dozely;
 
-using namespace std::chrono_literals;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::StartsWith;
 
-class PerformancesTest : public PerformerFixture
+enum class Way { Forked, InUnits };
+
+void PrintTo(Way way, std::ostream *stream)
+{
+    *stream << (way == Way::Forked ? "Forked" : "InUnits");
+}
+
+/// The same is expected of both ways to start a performer.
+class PerformancesTest : public PerformancesFixture, public testing::WithParamInterface<Way>
 {
 protected:
-    PerformancesTest() { start(); }
-
-    /// A host that has begun anew.
-    void start()
+    void SetUp() override
     {
-        performances = std::make_unique<Performances>(PERFORMER_PROGRAM, folder, *Port<Clock>::current());
+        if (GetParam() == Way::InUnits)
+            startManager();
+        start();
     }
-    Performances::Ended noting(const QString &name)
-    {
-        return [this, name](const PerformanceOutcome &outcome) { outcomes[name] += outcome; };
-    }
-    bool prepare(const QString &name, const QString &wish = "nothing")
-    {
-        order.parameters.insert("Do", wish);
-        return performances->prepare(name, order, noting(name)).ok();
-    }
-    /// What became of it, once it has ended.
-    PerformanceOutcome outcome(const QString &name)
-    {
-        EXPECT_TRUE(waitUntil([&] { return !outcomes[name].isEmpty(); }));
-        EXPECT_EQ(outcomes[name].size(), 1) << "told once";
-        return outcomes[name].value(0);
-    }
-    QStringList files() const { return QDir(folder).entryList(QDir::Files); }
-
-    std::unique_ptr<Performances> performances;
-    QHash<QString, QList<PerformanceOutcome>> outcomes;
 };
 
-TEST_F(PerformancesTest, TellTheEndOfEachOnceAndLeaveNothing)
+INSTANTIATE_TEST_SUITE_P(EachWay, PerformancesTest, testing::Values(Way::Forked, Way::InUnits),
+                         testing::PrintToStringParamName());
+
+TEST_P(PerformancesTest, TellTheEndOfEachOnceAndLeaveNothing)
 {
     for (const QString name : {"one", "two"}) {
         ASSERT_TRUE(prepare(name));
@@ -61,7 +44,7 @@ TEST_F(PerformancesTest, TellTheEndOfEachOnceAndLeaveNothing)
     EXPECT_FALSE(performances->go("one")) << "it has ended";
 }
 
-TEST_F(PerformancesTest, WaitForTheirMoment)
+TEST_P(PerformancesTest, WaitForTheirMoment)
 {
     ASSERT_TRUE(prepare("one"));
     ASSERT_TRUE(waitUntil([&] { return PlaceLock::isHeld(folder + "/one"); }));
@@ -70,7 +53,7 @@ TEST_F(PerformancesTest, WaitForTheirMoment)
     EXPECT_TRUE(outcome("one").hasBegun);
 }
 
-TEST_F(PerformancesTest, TellThatOneEndedBeforeItsMoment)
+TEST_P(PerformancesTest, TellThatOneEndedBeforeItsMoment)
 {
     ASSERT_TRUE(prepare("one", "throw when asked"));
     EXPECT_EQ(outcome("one").failure, "the plug-in was told to");
@@ -78,16 +61,18 @@ TEST_F(PerformancesTest, TellThatOneEndedBeforeItsMoment)
     EXPECT_FALSE(performances->go("one"));
 }
 
-TEST_F(PerformancesTest, SayWhyNoneCanBeStarted)
+TEST_P(PerformancesTest, SayThatNoneCouldBeStarted)
 {
-    Performances without(root.join("/no-performer"), folder, *Port<Clock>::current());
-    const auto started = without.prepare("one", order, noting("one"));
-    ASSERT_FALSE(started);
-    EXPECT_THAT(started.error().text.toStdString(), HasSubstr("no-performer could not be started"));
+    performances = make(root.join("/no-performer"));
+    ASSERT_TRUE(prepare("one"));
+    EXPECT_THAT(failure("one"),
+                HasSubstr(GetParam() == Way::Forked ? "no-performer could not be started"
+                                                    : "ended without a word: the service manager"));
+    EXPECT_FALSE(outcome("one").hasBegun);
     EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(PerformancesTest, GoOnWithoutTheirHostAndAreFoundByTheNext)
+TEST_P(PerformancesTest, GoOnWithoutTheirHostAndAreFoundByTheNext)
 {
     ASSERT_TRUE(prepare("one", "wait"));
     ASSERT_TRUE(performances->go("one"));
@@ -100,26 +85,29 @@ TEST_F(PerformancesTest, GoOnWithoutTheirHostAndAreFoundByTheNext)
     EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(PerformancesTest, ThatEndedWithoutTheirHostAreToldToTheNext)
+TEST_P(PerformancesTest, ThatEndedWithoutTheirHostAreToldToTheNext)
 {
-    ASSERT_TRUE(prepare("one", "crash"));
+    ASSERT_TRUE(prepare("one", "wait, then crash"));
     ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
     start();
+    write("/marks.go", "");
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(folder + "/one.outcome"); }));
     ASSERT_TRUE(performances->adopt("one", noting("one")));
     EXPECT_THAT(outcome("one").failure.toStdString(), HasSubstr("signal 11"));
 }
 
-TEST_F(PerformancesTest, ThatWereNotLetGoNeverBegin)
+TEST_P(PerformancesTest, ThatWereNotLetGoNeverBegin)
 {
     ASSERT_TRUE(prepare("one"));
+    ASSERT_TRUE(waitUntil([&] { return PlaceLock::isHeld(folder + "/one"); }));
     start();
     ASSERT_TRUE(waitUntil([&] { return !PlaceLock::isHeld(folder + "/one"); }));
     EXPECT_FALSE(performances->adopt("one", noting("one")));
     EXPECT_EQ(marks(), "");
 }
 
-TEST_F(PerformancesTest, WhosePerformerWasKilledAreToldAsThat)
+TEST_P(PerformancesTest, WhosePerformerWasKilledAreToldAsThat)
 {
     ASSERT_TRUE(prepare("one", "hang"));
     ASSERT_TRUE(performances->go("one"));
@@ -129,14 +117,20 @@ TEST_F(PerformancesTest, WhosePerformerWasKilledAreToldAsThat)
     const pid_t supervisor = marked.readAll().trimmed().toInt();
     ASSERT_GT(supervisor, 1);
     ASSERT_EQ(::kill(supervisor, SIGKILL), 0);
-    EXPECT_EQ(outcome("one").failure, "its performer ended without a word");
+    EXPECT_EQ(failure("one"), GetParam() == Way::Forked
+                                  ? "its performer ended without a word"
+                                  : "its performer ended without a word: the service manager calls that "
+                                    "\"signal\"");
+    EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(PerformancesTest, HaveNothingLeftOfWhatNobodyAsksForAnyMore)
+TEST_P(PerformancesTest, HaveNothingLeftOfWhatNobodyAsksForAnyMore)
 {
-    ASSERT_TRUE(prepare("kept", "crash"));
+    ASSERT_TRUE(prepare("kept", "wait, then crash"));
     ASSERT_TRUE(performances->go("kept"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
     start();
+    write("/marks.go", "");
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(folder + "/kept.outcome"); }));
     write("/var/lib/dozely/performing/old", "");
     write("/var/lib/dozely/performing/old.outcome", "");
@@ -145,7 +139,7 @@ TEST_F(PerformancesTest, HaveNothingLeftOfWhatNobodyAsksForAnyMore)
     EXPECT_EQ(files(), QStringList({"kept", "kept.outcome"}));
 }
 
-TEST_F(PerformancesTest, OfManyAtOnceAllEnd)
+TEST_P(PerformancesTest, OfManyAtOnceAllEnd)
 {
     constexpr int many = 60;
     for (int i = 0; i < many; ++i) {
@@ -155,4 +149,25 @@ TEST_F(PerformancesTest, OfManyAtOnceAllEnd)
     for (int i = 0; i < many; ++i)
         EXPECT_TRUE(outcome(QString::number(i)).hasBegun);
     EXPECT_EQ(marks().count('\n'), many);
+}
+
+TEST_P(PerformancesTest, KeepTheLimitsOfTheirActions)
+{
+    order.limits.program.nice = 7;
+    order.limits.program.ioWeight = 25;
+    order.limits.program.memory = 300 << 20;
+    ASSERT_TRUE(prepare("one", "tell limits"));
+    ASSERT_TRUE(performances->go("one"));
+    EXPECT_EQ(failure("one"), "");
+    // The stand-in for the service manager keeps none itself: there, nobody may have kept them.
+    EXPECT_EQ(marks(), GetParam() == Way::Forked ? "acted\nnice 7 io 2/6 data 314572800\n"
+                                                 : "acted\nnice 0 io 0/0 data -1\n");
+}
+
+TEST_P(PerformancesTest, WhoseOutputNobodyReadsGoOn)
+{
+    ASSERT_TRUE(prepare("one", "print"));
+    ASSERT_TRUE(performances->go("one"));
+    EXPECT_TRUE(outcome("one").output.endsWith("line 100000\n"));
+    EXPECT_EQ(failure("one"), "");
 }

@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <stdexcept>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
@@ -47,6 +49,20 @@ const bool goesOn = [] {
         goWrong(QString::fromUtf8(file.readAll()));
     return true;
 }();
+
+/// What is put upon this process.
+QByteArray limits()
+{
+    rlimit data{};
+    ::getrlimit(RLIMIT_DATA, &data);
+    const long priority = ::syscall(SYS_ioprio_get, 1, 0); // of this process
+    return QString("nice %1 io %2/%3 data %4\n")
+        .arg(::getpriority(PRIO_PROCESS, 0))
+        .arg(priority >> 13)
+        .arg(priority & 7)
+        .arg(static_cast<qint64>(data.rlim_cur))
+        .toUtf8();
+}
 } // namespace
 
 /// A plug-in for tests that does what its parameter "Do" says.
@@ -100,7 +116,7 @@ public:
             mark(*parameters(), "acted\n");
             ::pause();
         }
-        if (wish == "wait") {
+        if (wish == "wait" || wish == "wait, then crash") {
             m_isActing = true;
             waitForMark();
         }
@@ -118,6 +134,8 @@ public:
             }
             ::pause();
         }
+        if (wish == "tell limits")
+            mark(*parameters(), limits().constData());
         if (wish == "print") {
             for (int line = 1; line <= 100'000; ++line)
                 std::printf("line %d\n", line);
@@ -158,10 +176,12 @@ private:
     /// Until the test has made a file beside the marks.
     void waitForMark()
     {
-        if (QFile::exists(parameters()->value("Marks").toString() + ".go"))
+        if (!QFile::exists(parameters()->value("Marks").toString() + ".go"))
+            QTimer::singleShot(5, this, &TroubleDaemonPlugIn::waitForMark);
+        else if (what() == "wait")
             finish();
         else
-            QTimer::singleShot(5, this, &TroubleDaemonPlugIn::waitForMark);
+            ::raise(SIGSEGV);
     }
 
     QString what() const { return wish("Do"); }

@@ -147,6 +147,7 @@ void ServiceManager::tellResult(const QString &name, Told told)
 
 void ServiceManager::forget(const QString &name)
 {
+    d->waiting.remove_if([&](const Private::Waiting &each) { return each.name == name; });
     if (d->service.isThere())
         d->service.bus()->callLater(operation("UnrefUnit"), "s", {name}, answerLimit,
                                     [](const BusConnection::Reply &) {});

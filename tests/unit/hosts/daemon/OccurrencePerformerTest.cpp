@@ -64,7 +64,7 @@ protected:
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
-    Performances performances{Performances::programNamed("dozely-performer"), DaemonActions::folder(), clock};
+    Performances performances{performers(), DaemonActions::folder(), clock};
     PlugInAnswers answers{Performances::programNamed("dozely-performer"), clock};
     OccurrencePerformer performer{keeper, performances, answers, std::make_shared<PinnedConsoleUser>(console),
                                   clock};

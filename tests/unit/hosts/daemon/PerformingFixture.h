@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/performing/ForkedStart.h"
 #include "hosts/daemon/DaemonActions.h"
 #include "hosts/daemon/PlugInAnswers.h"
 #include "support/WaitUntil.h"
@@ -28,5 +29,10 @@ protected:
     static void waitForAnswers(PlugInAnswers &answers, const Schedule &schedule)
     {
         EXPECT_TRUE(waitUntil([&] { return answers.of(schedule, PlugInAnswers::Urgency::Due).has_value(); }));
+    }
+
+    static std::unique_ptr<PerformerStart> performers()
+    {
+        return std::make_unique<ForkedStart>(Performances::programNamed("dozely-performer"));
     }
 };
