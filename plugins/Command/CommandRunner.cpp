@@ -47,8 +47,9 @@ void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment 
     m_exitStatus = -1;
     m_startTime = Port<Clock>::current()->steadyTime();
     m_path = commandLine->program;
-    const ChildProgram program{commandLine->program, commandLine->arguments, environment.variables,
-                               environment.workingFolder, true};
+    ChildProgram program{commandLine->program, commandLine->arguments, environment.variables,
+                         environment.workingFolder, true};
+    program.sharesOutput = true; // what it prints is what its action prints
     m_program = program.start([this](const Result<ChildProgram::Ending> &ending) { reportEnd(ending); });
 }
 

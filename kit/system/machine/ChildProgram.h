@@ -18,10 +18,11 @@ namespace dozely
 
 class RunningProgram;
 
-/// A program that is run beside this one. It leads a session of its own; standard error is
-/// /dev/null, and so are standard input unless one is given and standard output unless it is read; no other descriptor, no blocked or ignored signal
-/// and no environment variable but the given ones reaches it. Its limit of open descriptors and its
-/// nice value are those that this process had before DescriptorLimit and ProcessPriority raised its own.
+/// A program that is run beside this one. It leads a session of its own; its standard streams are /dev/null,
+/// but for an input that is given, an output that is read, and an output that is shared; no other descriptor,
+/// no blocked or ignored signal and no environment variable but the given ones reaches it. Its limit of open
+/// descriptors and its nice value are those that this process had before DescriptorLimit and ProcessPriority
+/// raised its own.
 ///
 /// THREADING: any thread, without an event loop, but for `start`.
 struct DOZELYKIT_EXPORT ChildProgram {
@@ -31,6 +32,8 @@ struct DOZELYKIT_EXPORT ChildProgram {
     QString workingFolder = QStringLiteral("/");
     bool needsFolder = false; ///< Not started where its folder is not to be had; else it works in "/" then.
     int input = -1;           ///< An open descriptor that becomes its standard input; -1 for /dev/null.
+    /// Its standard output and error are this process's, unless `run` reads the output.
+    bool sharesOutput = false;
 
     /// How a program ended, and what it wrote to its standard output.
     struct Ending {

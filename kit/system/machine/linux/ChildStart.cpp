@@ -43,6 +43,7 @@ ChildStart::ChildStart(const ChildProgram &program)
       m_folder(QFile::encodeName(program.workingFolder)),
       m_needsFolder(program.needsFolder),
       m_input(program.input),
+      m_sharesOutput(program.sharesOutput),
       m_environment(program.environment)
 {
     m_arguments += m_path;
@@ -63,8 +64,11 @@ ChildStart::Failure ChildStart::become(int output) const
     ::sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr);
     const int null = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (null < 0 || ::dup2(m_input < 0 ? null : m_input, STDIN_FILENO) < 0 ||
-        ::dup2(output < 0 ? null : output, STDOUT_FILENO) < 0 || ::dup2(null, STDERR_FILENO) < 0)
+    if (null < 0 || ::dup2(m_input < 0 ? null : m_input, STDIN_FILENO) < 0)
+        return {"dup2", errno};
+    const int unread = m_sharesOutput ? STDOUT_FILENO : null;
+    const int unreadErrors = m_sharesOutput ? STDERR_FILENO : null;
+    if (::dup2(output < 0 ? unread : output, STDOUT_FILENO) < 0 || ::dup2(unreadErrors, STDERR_FILENO) < 0)
         return {"dup2", errno};
     // Not closed at once: one of them tells the parent when the start fails.
     if (::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) != 0)

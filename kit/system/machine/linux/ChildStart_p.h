@@ -29,7 +29,7 @@ public:
 
     explicit ChildStart(const ChildProgram &program);
 
-    /// Forks; the child becomes the program, with `output` as its standard output (-1 for /dev/null). The id
+    /// Forks; the child becomes the program, with `output` as its standard output (-1 for none). The id
     /// of the child, which has to be waited for. Once.
     Result<pid_t> fork(int output, Kinship kinship = Kinship::Child);
 
@@ -54,6 +54,7 @@ private:
     QByteArray m_folder;
     bool m_needsFolder;
     int m_input;
+    bool m_sharesOutput;
     QByteArrayList m_arguments;
     QByteArrayList m_environment;
     std::vector<char *> m_argumentVector;

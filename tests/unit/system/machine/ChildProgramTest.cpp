@@ -272,6 +272,32 @@ TEST(RunningProgram, TakesItsGroupWithItWhenDestroyed)
     ::close(reader);
 }
 
+TEST(ChildProgram, SharesTheOutputOfThisProcessWhereThatIsWanted)
+{
+    QTemporaryDir folder;
+    const QByteArray path = folder.filePath("shared").toUtf8();
+    for (const bool isShared : {false, true}) {
+        // In a process of its own, whose output is a file.
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const int file = ::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            ::dup2(file, STDOUT_FILENO);
+            ::dup2(file, STDERR_FILENO);
+            ChildProgram program = shell("echo seen; echo wrong >&2");
+            program.sharesOutput = isShared;
+            bool isOver = false;
+            const auto running = program.start([&](const auto &) { isOver = true; });
+            ::_exit(waitUntil([&] { return isOver; }) ? 0 : 1);
+        }
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), isShared ? "seen\nwrong\n" : "");
+    }
+}
+
 TEST(ChildProgram, HasTheLimitOfDescriptorsThatWasThereBeforeItWasRaised)
 {
     rlimit limit{};
