@@ -5,7 +5,6 @@
 import os
 import sys
 import unittest
-import unittest.mock
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
@@ -200,36 +199,46 @@ class Clock(Judging):
         self.refuse("not wrong when it should", self.story(running=1230))
 
 
+class Actions(Judging):
+    part = staticmethod(parts.actions)
+
+    def story(self, kept={}, **changes):
+        facts = {"limits": "nice=5 memory=99999744 cpu=30 drop-in=77", "go-on": "active", "output": "begun,ended",
+                 "eater": "failed 1", "stopped": "failed 1", **changes, "left": changes.get("left", "0 0")}
+        return [action("actions-kept", 1000, **{"begun": 1000, "ended": 1025, **kept}),
+                *(fact(f"actions-{name} {value}") for name, value in facts.items() if value is not None)]
+
+    def test_believes_the_whole_story(self):
+        self.judge(self.story())
+
+    def test_refuses_each_fact_that_is_missing_or_another(self):
+        for name in ("limits", "go-on", "output", "eater", "stopped"):
+            self.refuse(f"actions-{name} is None", self.story(**{name: None}))
+            self.refuse(f"actions-{name} is strange", self.story(**{name: "strange"}))
+        self.refuse("actions-left is 1 0", self.story(left="1 0"))
+
+    def test_refuses_an_action_that_did_not_go_on_or_was_repeated(self):
+        self.refuse("recorded as interrupted", self.story(kept={"state": "interrupted"}))
+        self.refuse("ran 2 times", self.story(kept={"runs": 2}))
+        self.refuse("not come to its end", self.story(kept={"ended": None}))
+
+
 class Restart(Judging):
     part = staticmethod(parts.restart)
 
     def story(self, seen="8000,none", after={}, **changes):
         return [fact(f"restart-alarms right=8000 seen={seen}"),
-                action("restart-long", 1000, 1000, **{"state": "interrupted", **changes}),
+                action("restart-long", 1000, **{"begun": 1000, "ended": 1020, **changes}),
                 action("restart-after", 1035, **{"begun": 1035, "ended": 1035, **after}), fact("restart-over yes")]
-
-    def setUp(self):
-        self.expect("interrupted")
-
-    def expect(self, state):
-        patch = unittest.mock.patch.object(parts, "AFTER_RESTART", state)
-        patch.start()
-        self.addCleanup(patch.stop)
 
     def test_believes_the_whole_story(self):
         self.judge(self.story())
         self.judge(self.story(seen="8000"))
 
-    def test_expects_an_action_that_outlives_the_daemon_to_end(self):
-        self.expect("done")
-        self.judge(self.story(state="done", ended=1020))
-        self.refuse("did not come to its end", self.story(state="done"))
-        self.refuse("recorded as interrupted", self.story())
-
-    def test_refuses_an_action_that_was_repeated_or_is_recorded_as_something_else(self):
+    def test_refuses_an_action_that_was_cut_short_repeated_or_is_recorded_as_something_else(self):
+        self.refuse("did not come to its end", self.story(ended=None))
         self.refuse("ran 2 times", self.story(runs=2))
-        self.refuse("recorded as done", self.story(state="done"))
-        self.refuse("came to its end, but is interrupted", self.story(ended=1020))
+        self.refuse("recorded as interrupted", self.story(state="interrupted"))
 
     def test_refuses_a_next_action_that_did_not_run(self):
         self.refuse("ran 0 times", self.story(after={"runs": 0}))
