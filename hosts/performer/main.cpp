@@ -86,7 +86,7 @@ int main(int argc, char **argv)
     const auto order = OrderStream::read(host.get());
     if (!order)
         return fail(order.error().text);
-    const auto lock = PlaceLock::take(order->place);
+    const auto lock = PlaceLock::take(order->place, order->placeMark);
     if (!lock)
         return fail(lock.error().text);
 

@@ -15,6 +15,7 @@ constexpr QLatin1StringView parametersKey("Parameters");
 constexpr QLatin1StringView dateKey("Date");
 constexpr QLatin1StringView zoneKey("Time Zone");
 constexpr QLatin1StringView placeKey("Place");
+constexpr QLatin1StringView placeMarkKey("Place Mark");
 constexpr QLatin1StringView limitsKey("Limits");
 constexpr QLatin1StringView deedKey("Deed");
 constexpr QLatin1StringView consoleUserKey("Console User");
@@ -29,6 +30,7 @@ QByteArray PerformanceOrder::toData() const
                     {dateKey, date.toUTC()},
                     {zoneKey, QString::fromUtf8(date.timeZone().id())},
                     {placeKey, place},
+                    {placeMarkKey, placeMark},
                     {limitsKey, limits.toMap()},
                     {deedKey, static_cast<qint64>(deed)},
                     {consoleUserNameKey, consoleUserName}};
@@ -50,6 +52,8 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     if (map.value(dateKey).typeId() != QMetaType::QDateTime ||
         map.value(parametersKey).typeId() != QMetaType::QVariantMap)
         return Error{"the order has no date or no parameters"};
+    if (map.value(placeMarkKey).typeId() != QMetaType::QByteArray)
+        return Error{"the order has no mark of its place"};
     if (map.value(limitsKey).typeId() != QMetaType::QVariantMap)
         return Error{"the order has no limits"};
     const auto limits = ActionLimits::fromMap(map.value(limitsKey).toMap());
@@ -64,10 +68,13 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
                         deed.toLongLong() <= static_cast<qint64>(Deed::Announce);
     if (!isDeed || (user.isValid() && user.typeId() != QMetaType::LongLong))
         return Error{"the order does not say what is to be done"};
-    PerformanceOrder order{
-        map.value(scheduleKey).toString(), map.value(bundlePathKey).toString(),
-        map.value(parametersKey).toMap(),  map.value(dateKey).toDateTime().toTimeZone(zone),
-        map.value(placeKey).toString(),    *limits};
+    PerformanceOrder order{map.value(scheduleKey).toString(),
+                           map.value(bundlePathKey).toString(),
+                           map.value(parametersKey).toMap(),
+                           map.value(dateKey).toDateTime().toTimeZone(zone),
+                           map.value(placeKey).toString(),
+                           map.value(placeMarkKey).toByteArray(),
+                           *limits};
     order.deed = static_cast<Deed>(deed.toInt());
     order.consoleUserName = map.value(consoleUserNameKey).toString();
     if (user.isValid())

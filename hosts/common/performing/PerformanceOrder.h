@@ -21,6 +21,7 @@ struct PerformanceOrder {
     /// The file that stands for this performance, which the performer locks as long as it goes on: the full
     /// path. What became of it is written beside it (PerformanceOutcome::pathBeside).
     QString place = {};
+    QByteArray placeMark = {}; ///< What that file holds, so that it is not taken for the next one there.
 
     ActionLimits limits = {};
 

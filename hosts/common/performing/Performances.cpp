@@ -6,14 +6,12 @@
 #include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
-#include "DozelyKit/core/foundation/Descriptor.h"
-#include "DozelyKit/core/foundation/DescriptorWatch.h"
-#include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PlaceLock.h"
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 
 #include <cerrno>
 #include <poll.h>
@@ -65,7 +63,8 @@ Result<void> Performances::prepare(const QString &name, PerformanceOrder order, 
     running->ended = std::move(ended);
     running->host.reset(ends[0]);
     const Descriptor theirs(ends[1]);
-    if (auto made = PlaceLock::make(order.place); !made)
+    order.placeMark = QByteArray::number(QRandomGenerator::global()->generate64(), 16);
+    if (auto made = PlaceLock::make(order.place, order.placeMark); !made)
         return made;
     // Sent before there is somebody to read it: it waits.
     if (auto sent = OrderStream::send(running->host.get(), order); !sent) {
@@ -118,7 +117,7 @@ bool Performances::go(const QString &name)
 
 void Performances::callOff(const QString &name)
 {
-    // The end of the connection is how the performer learns of it; it removes nothing.
+    // The end of the connection is how the performer learns of it, or a file that is not its own.
     if (m_running.remove(name) == 0)
         return;
     m_performers->forget(name);

@@ -11,12 +11,13 @@
 /// description locks, fcntl(2)).
 namespace PlaceLock
 {
-/// Makes the file. An error when there is one, or none can be made.
-dozely::Result<void> make(const QString &place);
+/// Makes the file, which holds `mark`, at most 64 bytes. An error when there is one, or none can be made.
+dozely::Result<void> make(const QString &place, const QByteArray &mark = {});
 
-/// Takes the lock for as long as the descriptor is open. An error when somebody has it, and when the host has
-/// removed the file.
-dozely::Result<dozely::Descriptor> take(const QString &place);
+/// Takes the lock for as long as the descriptor is open. An error when somebody has it, when the host has
+/// removed the file, and when that holds another mark: it has called one off and made room for the next,
+/// which is not disturbed.
+dozely::Result<dozely::Descriptor> take(const QString &place, const QByteArray &mark = {});
 
 /// Whether somebody has the lock: a performer that is ready or at work.
 bool isHeld(const QString &place);

@@ -151,6 +151,19 @@ TEST_P(PerformancesTest, OfManyAtOnceAllEnd)
     EXPECT_EQ(marks().count('\n'), many);
 }
 
+TEST_P(PerformancesTest, ThatAreCalledOffAreNotInTheWayOfTheNextOfTheirName)
+{
+    for (int i = 1; i <= 20; ++i) {
+        ASSERT_TRUE(prepare("one"));
+        performances->callOff("one");
+        ASSERT_TRUE(prepare("one"));
+        ASSERT_TRUE(performances->go("one"));
+        EXPECT_EQ(failure("one"), "");
+        outcomes.clear();
+        EXPECT_EQ(marks().count('\n'), i);
+    }
+}
+
 TEST_P(PerformancesTest, KeepTheLimitsOfTheirActions)
 {
     order.limits.program.nice = 7;
