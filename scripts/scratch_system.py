@@ -114,6 +114,7 @@ class System:
             ("hosts/performer/dozely-performer", self.helper_programs() + "/dozely-performer"),
             ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
             ("kit/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
+            ("kit/dozely", "usr/lib/dozely"),
         ]
         copies += [(f"bundles/PlugIns/{name}", f"{PLUG_INS}/{name}") for name in more_plug_ins]
         for source, target in copies:

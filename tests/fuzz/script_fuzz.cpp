@@ -20,8 +20,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     NSAppleScript::Limits limits;
     limits.instructions = 20'000;
     limits.memory = 1 << 20;
-    ScriptEngine engine(limits,
-                        {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
+    const auto made = ScriptEngine::make(
+        limits, {{"take", [](const QVariantList &arguments) { return QVariant(arguments); }}});
+    if (!made)
+        std::abort();
+    ScriptEngine &engine = **made;
     if (const auto compiled = engine.compile(*source, "fuzz"); !compiled) {
         if (compiled.error().text.isEmpty())
             std::abort();

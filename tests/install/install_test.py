@@ -86,6 +86,16 @@ class InstallTest(unittest.TestCase):
         for program in (AGENT, "/usr/bin/osascript", "/usr/bin/pmset"):
             run(str(self.stage / program.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
 
+    def test_an_installed_tree_runs_scripts(self):
+        tool = self.stage / "usr/bin/osascript"
+        run_script = lambda: run(str(tool), "-e", "return 6 * 7", LD_LIBRARY_PATH=str(self.library))
+        self.assertEqual(run_script(), "42\n")
+        modules = list((self.library / "dozely").iterdir())
+        self.assertEqual([module.name for module in modules if "ScriptEngine" in module.name],
+                         [module.name for module in modules])
+        self.assertNotIn("liblua", run("readelf", "-d", str(self.library / "libDozelyKit.so"), LC_ALL="C"))
+        self.assertIn("liblua", run("readelf", "-d", str(modules[0]), LC_ALL="C"))
+
     def build(self, source, *arguments, fails=False):
         folder = Path(tempfile.mkdtemp(dir=self.scratch))
         output = run("cmake", "-S", str(source), "-B", str(folder), "-G", "Ninja", f"-DCMAKE_CXX_COMPILER={CXX}",

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/files/RegularFile_p.h"
 #include "DozelyKit/system/scripting/ScriptEngine_p.h"
+#include "DozelyKit/system/scripting/ScriptLogRoom_p.h"
 
 #include <QFileInfo>
 
@@ -86,12 +87,16 @@ bool NSAppleScript::compileAndReturnError(QVariantMap *errorInfo)
         const std::lock_guard lock(registry().mutex);
         functions = registry().functions;
     }
-    auto engine = std::make_unique<ScriptEngine>(d->limits, functions);
-    if (const auto compiled = engine->compile(d->source, d->name); !compiled) {
+    auto engine = ScriptEngine::make(d->limits, functions);
+    if (!engine) {
+        tell(errorInfo, engine.error().text);
+        return false;
+    }
+    if (const auto compiled = (*engine)->compile(d->source, d->name); !compiled) {
         tell(errorInfo, compiled.error().text);
         return false;
     }
-    d->engine = std::move(engine);
+    d->engine = *std::move(engine);
     return true;
 }
 
@@ -104,6 +109,7 @@ std::optional<NSAppleScript::Result> NSAppleScript::executeAndReturnError(QVaria
 {
     if (!isCompiled() && !compileAndReturnError(errorInfo))
         return {};
+    const ScriptLogRoom logRoom;
     const auto text = d->engine->execute();
     if (!text) {
         tell(errorInfo, text.error().text);

@@ -8,7 +8,7 @@
 #include "DozelyKit/system/machine/ProgramEnvironment.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
 #include "DozelyKit/system/scripting/NSAppleScript.h"
-#include "DozelyKit/system/scripting/ScriptEngine_p.h"
+#include "DozelyKit/system/scripting/ScriptLogRoom_p.h"
 
 #include <mutex>
 
@@ -40,7 +40,7 @@ QVariant logValue(const QVariantList &arguments)
 {
     constexpr qsizetype restOfLine = 100; // bytes, about: the stamp and who writes
     const QString line = logLabel(descriptionOf(arguments.value(0)), wholeText);
-    if (!ScriptEngine::takeLogRoom(line.toUtf8().size() + restOfLine))
+    if (!ScriptLogRoom::take(line.toUtf8().size() + restOfLine))
         refuse("the script writes too much to the log");
     ZDRLog("%@", line);
     return {};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/system/scripting/ScriptEngine_p.h"
+#include "DozelyKit/system/scripting/LuaEngine_p.h"
 
 namespace dozely
 {

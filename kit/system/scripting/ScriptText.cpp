@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/scripting/ScriptText_p.h"
 
-#include "DozelyKit/system/scripting/ScriptEngine_p.h"
+#include "DozelyKit/system/scripting/LuaEngine_p.h"
 #include "DozelyKit/system/scripting/ScriptPattern_p.h"
 
 #include <cstring>

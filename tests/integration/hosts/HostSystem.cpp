@@ -38,6 +38,9 @@ HostSystem::HostSystem()
     copyProgram(KIT_LIBRARY, library);
     copyProgram(QFileInfo(KIT_LIBRARY).path() + "/" + QFileInfo(interfaceLibrary).fileName(),
                 interfaceLibrary);
+    const QDir modules(QFileInfo(KIT_LIBRARY).path() + "/dozely");
+    for (const QString &module : modules.entryList(QDir::Files))
+        copyProgram(modules.filePath(module), "/usr/lib/dozely/" + module);
     makeProbe();
     if (::geteuid() != 0)
         root.makeSocketFolder(); // only a root daemon makes it itself

@@ -78,7 +78,24 @@ TEST_F(HostsTest, MayHaveAsManyDescriptorsAsTheMachineLetsThem)
     }
 }
 
-TEST_F(HostsTest, HaveNoLibraryInMemoryThatOnlyServersOrKeysNeed)
+namespace
+{
+constexpr qsizetype mostLibraries = 30;
+
+/// The files of a process's memory map that are shared libraries.
+QSet<QByteArray> sharedLibraries(const QByteArray &maps)
+{
+    QSet<QByteArray> files;
+    for (const QByteArray &line : maps.split('\n')) {
+        const QByteArray file = line.mid(line.indexOf('/'));
+        if (line.contains('/') && file.contains(".so"))
+            files += file;
+    }
+    return files;
+}
+} // namespace
+
+TEST_F(HostsTest, HaveNoLibraryInMemoryThatOnlyServersKeysOrScriptsNeed)
 {
     startDaemon();
     startAgent();
@@ -87,9 +104,19 @@ TEST_F(HostsTest, HaveNoLibraryInMemoryThatOnlyServersOrKeysNeed)
         ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
         const QByteArray text = maps.readAll();
         EXPECT_TRUE(text.contains("libDozelyKit")) << "these are the right ones";
-        for (const char *library : {"libcurl", "libevdev", "libssl"})
+        for (const char *library : {"libcurl", "libevdev", "libssl", "liblua", "ScriptEngine"})
             EXPECT_FALSE(text.contains(library)) << library;
     }
+}
+
+TEST_F(HostsTest, TheDaemonHasFewLibrariesInMemory)
+{
+    startDaemon();
+    QFile maps(QString("/proc/%1/maps").arg(daemon->processId()));
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const auto libraries = sharedLibraries(maps.readAll());
+    EXPECT_GT(libraries.size(), 10) << "the map was understood";
+    EXPECT_LE(libraries.size(), mostLibraries) << testing::PrintToString(libraries.values());
 }
 
 TEST_F(HostsTest, AScriptInTheAgentSendsAnAppleEvent)

@@ -3,11 +3,13 @@
 #include "support/ScratchRoot.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 
 #include <gmock/gmock.h>
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace
 {
@@ -22,6 +24,7 @@ protected:
     Outcome run(const QStringList &arguments, const QString &program = OSASCRIPT)
     {
         QProcess process;
+        process.setProcessEnvironment(environment);
         process.start(program, arguments);
         EXPECT_TRUE(process.waitForFinished());
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
@@ -36,6 +39,7 @@ protected:
         return file.fileName();
     }
     ScratchRoot root;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
 };
 } // namespace
 
@@ -117,6 +121,22 @@ TEST_F(OsascriptTest, WritesTheOutcomeToTheLogWhenAskedTo)
               QStringList({"osascript Resultat de l'execution du script AS: 42",
                            "osascript Impossible de compiler le script",
                            "osascript Erreur lors de l'execution du script AS: script.lua:1: no"}));
+}
+
+TEST_F(OsascriptTest, SaysSoWhereTheScriptEngineIsMissing)
+{
+    // The library alone, without the module that lies beside it where it was built.
+    const QString folder = root.makeFolder("/usr/lib");
+    ASSERT_TRUE(QFile::copy(KIT_LIBRARY, folder + "/" + QFileInfo(KIT_LIBRARY).fileName()));
+    environment.insert("LD_LIBRARY_PATH", folder);
+    const Outcome outcome = run({"--root", root.path(), "-e", "return 1"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_THAT(outcome.error, StartsWith("osascript: The script engine cannot be opened: "));
+    EXPECT_THAT(outcome.error, HasSubstr((folder + "/dozely/ScriptEngine-").toStdString()));
+    EXPECT_THAT(outcome.error, HasSubstr("No such file"));
+    ASSERT_EQ(root.logLines().size(), 1);
+    EXPECT_THAT(root.logLines().first().toStdString(), HasSubstr("The script engine cannot be opened: "));
 }
 
 TEST_F(OsascriptTest, BelongsToTheSystemBelowWhichItLies)
