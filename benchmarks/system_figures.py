@@ -1,0 +1,164 @@
+# SPDX-License-Identifier: MIT
+"""Figures of a whole system: how long the daemon takes to start, how late actions begin, what it needs while idle."""
+
+import contextlib
+import datetime
+import os
+import statistics
+import time
+
+import scratch_system
+from scratch_system import schedule, utc_now
+
+STARTS = 20  # of the daemon
+OCCURRENCES = 20  # one a second
+CROWD = 1000  # actions due in one second
+CROWD_LIMIT = 120  # seconds for all of them; only bounds a failure
+DEEDS = ("hang", "crash", "fork", "memory", "output")  # of benchmarks/plugin/Neighbour.cpp
+IDLE = {1000: 12, 10000: 20}  # schedules of an idle daemon, and the MiB that it is to need at most
+AT_REST = 65  # seconds after which a daemon is idle: in its first minute it looks at a clock that nothing keeps right
+
+
+def start(system):
+    """From starting the daemon to its socket answering."""
+    socket = system.path(scratch_system.SOCKETS + "/dozelyd")
+    taken = []
+    for _ in range(STARTS):
+        if os.path.exists(socket):
+            os.unlink(socket)
+        begin = time.monotonic()
+        process = system.start_daemon()
+        while not os.path.exists(socket):
+            if process.poll() is not None:
+                raise scratch_system.Failure(f"dozelyd ended with status {process.returncode}")
+            time.sleep(0.0005)
+        taken.append((time.monotonic() - begin) * 1000)
+        system.stop_last()
+    return {"what": "start of the daemon to published, median", "value": statistics.median(taken), "unit": "ms",
+            "reach": 150, "detail": f"{STARTS} starts, longest {max(taken):.0f} ms"}
+
+
+def marks(path):
+    """What stopwatches wrote so far: milliseconds from the due time to the start of the action."""
+    if not os.path.exists(path):
+        return []
+    with open(path, encoding="ascii") as file:
+        return [float(line) for line in file]
+
+
+def stopwatches(place, marks_file, dates):
+    """Schedules whose actions write down how late they begin."""
+    parameters = {"File": marks_file, "Acts In User Agent": place == "session"}
+    return [schedule(f"stopwatch-{i}", date, "Stopwatch.plugin", parameters) for i, date in enumerate(dates)]
+
+
+def soon(seconds):
+    return utc_now().replace(microsecond=0) + datetime.timedelta(seconds=seconds)
+
+
+def series(system, name, place, others=lambda date, number: []):
+    """One occurrence a second, each beside what `others` gives; how late the action began."""
+    path = system.path(f"marks/{place}/{name}")
+    first = soon(4)
+    dates = [first + datetime.timedelta(seconds=i) for i in range(OCCURRENCES)]
+    beside = [other for number, date in enumerate(dates) for other in others(date, number)]
+    system.store(beside + stopwatches(place, path, dates))
+    system.wait_until(f"the last occurrence of \"{name}\"", OCCURRENCES + 20,
+                      lambda: len(marks(path)) == OCCURRENCES)
+    return marks(path)
+
+
+def lateness(system):
+    """From the due time to the start of the action, by place."""
+    for place in ("daemon", "session"):
+        late = series(system, "lateness", place)
+        yield {"what": f"due time to start of the action in the {place}, median", "value": statistics.median(late),
+               "unit": "ms", "reach": 5, "detail": f"{OCCURRENCES} occurrences, latest {max(late):.0f} ms"}
+
+
+def neighbours(system):
+    """What an action that misbehaves does to the lateness of another that is due at the same time."""
+    alone = series(system, "alone", "daemon")
+    beside = {}
+    for deed in DEEDS:
+        beside[deed] = series(system, deed, "daemon", lambda date, number, deed=deed: [
+            schedule(f"neighbour-{number}", date, "Neighbour.plugin", {"Deed": deed})])
+    for what, of in (("median", statistics.median), ("latest", max)):
+        worst = max(of(late) - of(alone) for late in beside.values())
+        each = ", ".join(f"{deed} {of(late):.0f}" for deed, late in beside.items())
+        yield {"what": f"an action beside one that misbehaves, later than alone by: {what} of {OCCURRENCES}",
+               "value": worst, "unit": "ms", "reach": 20, "detail": f"alone {of(alone):.0f} ms, beside {each} ms"}
+
+
+def crowd(system):
+    """Many actions of the daemon, all due in the same second."""
+    path = system.path("marks/daemon/crowd")
+    system.store(stopwatches("daemon", path, [soon(10)] * CROWD))
+    deadline = time.monotonic() + CROWD_LIMIT
+    while len(marks(path)) < CROWD and time.monotonic() < deadline:
+        time.sleep(0.2)
+    late = marks(path)
+    what = f"{CROWD} actions due in one second"
+    yield {"what": f"{what}: not performed", "value": CROWD - len(late), "unit": "", "reach": 0,
+           "detail": f"of those that were, the median began after {statistics.median(late or [0]):.0f} ms"}
+    yield {"what": f"{what}: the last began after", "value": max(late, default=0) / 1000, "unit": "s", "reach": 5,
+           "detail": ""}
+
+
+def switches(pid):
+    """Voluntary context switches of all threads so far."""
+    total = 0
+    for task in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{task}/status") as file:
+            total += sum(int(line.split()[1]) for line in file if line.startswith("voluntary"))
+    return total
+
+
+def shared_libraries(pid):
+    with open(f"/proc/{pid}/maps") as file:
+        return len({line.split()[-1] for line in file if ".so" in line.rpartition("/")[2]})
+
+
+def resident(pid):
+    """MiB that are resident, and how many of them are the process's own."""
+    with open(f"/proc/{pid}/status") as file:
+        fields = dict(line.split(":", 1) for line in file)
+    return int(fields["VmRSS"].split()[0]) / 1024, int(fields["RssAnon"].split()[0]) / 1024
+
+
+def idle(build, seconds):
+    """Daemons with many schedules that are not due soon, each in a system of its own, all watched at the same time."""
+    with contextlib.ExitStack() as stack:
+        pids = {}
+        for count in IDLE:
+            system = stack.enter_context(scratch_system.scratch(build))
+            system.lay_out()
+            system.start_bus()
+            system.start_hosts()
+            tomorrow = utc_now() + datetime.timedelta(days=1)
+            system.store([schedule(i, tomorrow + datetime.timedelta(minutes=i)) for i in range(count)])
+            pids[count] = system.process("dozelyd").pid
+        time.sleep(AT_REST)
+        before = {count: switches(pid) for count, pid in pids.items()}
+        time.sleep(seconds)
+        for count, pid in pids.items():
+            what = f"idle daemon with {count} schedules over {seconds} s"
+            memory, own = resident(pid)
+            yield {"what": f"{what}: resident memory", "value": memory, "unit": "MiB", "reach": IDLE[count],
+                   "detail": f"of which {own:.1f} MiB its own, the rest pages of shared libraries"}
+            yield {"what": f"{what}: voluntary context switches", "value": (switches(pid) - before[count]) / seconds,
+                   "unit": "/s", "reach": 0.15, "detail": ""}
+        yield {"what": "shared libraries in the daemon", "value": shared_libraries(pid), "unit": "", "reach": 30,
+               "detail": ""}
+
+
+def figures(build, idle_seconds):
+    with scratch_system.scratch(build) as system:
+        system.lay_out(["Stopwatch.plugin", "Neighbour.plugin"])
+        system.start_bus()
+        yield start(system)
+        system.start_hosts()
+        yield from lateness(system)
+        yield from crowd(system)
+        yield from neighbours(system)
+    yield from idle(build, idle_seconds)
