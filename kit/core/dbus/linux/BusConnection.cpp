@@ -24,13 +24,13 @@ int waitForBus(sd_bus *bus, const QDeadlineTimer &deadline)
     using std::chrono::microseconds;
     using std::chrono::nanoseconds;
 
-    const int descriptor = sd_bus_get_fd(bus);
-    const int events = sd_bus_get_events(bus);
+    const int descriptor = sdBus().get_fd(bus);
+    const int events = sdBus().get_events(bus);
     if (descriptor < 0 || events < 0)
         return std::min(descriptor, events);
     nanoseconds limit(std::max<qint64>(0, deadline.remainingTimeNSecs()));
     uint64_t due = UINT64_MAX; // CLOCK_MONOTONIC
-    if (const int result = sd_bus_get_timeout(bus, &due); result < 0)
+    if (const int result = sdBus().get_timeout(bus, &due); result < 0)
         return result;
     if (due != UINT64_MAX) {
         timespec now{};
@@ -55,9 +55,9 @@ Result<BusConnection::Private::Message> BusConnection::Private::makeCall(const M
                                                                          const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
-    const int result = sd_bus_message_new_method_call(bus.get(), &made, method.destination.constData(),
-                                                      method.path.constData(), method.interface.constData(),
-                                                      method.name.constData());
+    const int result = sdBus().message_new_method_call(bus.get(), &made, method.destination.constData(),
+                                                       method.path.constData(), method.interface.constData(),
+                                                       method.name.constData());
     Message message(made);
     if (result < 0)
         return busError(result);
@@ -68,7 +68,7 @@ Result<BusConnection::Private::Message> BusConnection::Private::makeCall(const M
 
 BusConnection::Reply BusConnection::Private::valuesOf(sd_bus_message *reply)
 {
-    if (const sd_bus_error *error = sd_bus_message_get_error(reply))
+    if (const sd_bus_error *error = sdBus().message_get_error(reply))
         return Error{QString::fromUtf8(error->message), error->name};
     auto values = BusCodec::read(reply);
     if (!values)
@@ -80,12 +80,12 @@ BusConnection::Reply BusConnection::Private::replyTo(sd_bus_message *call, const
 {
     Message reply;
     const auto keepReply = [](sd_bus_message *message, void *destination, sd_bus_error *) {
-        static_cast<Message *>(destination)->reset(sd_bus_message_ref(message));
+        static_cast<Message *>(destination)->reset(sdBus().message_ref(message));
         return 1;
     };
     sd_bus_slot *pending = nullptr;
     // The time-out of sd_bus_call_async begins only after authentication; the deadline covers both.
-    int result = sd_bus_call_async(bus.get(), &pending, call, keepReply, &reply, UINT64_MAX);
+    int result = sdBus().call_async(bus.get(), &pending, call, keepReply, &reply, UINT64_MAX);
     const Slot slot(pending); // taken back when this returns early, so that no late reply finds `reply` gone
     while (result >= 0 && !reply) {
         // The bus may be busy with other messages all the time: the deadline is looked at in any case.
@@ -109,8 +109,10 @@ BusConnection::~BusConnection()
 
 Result<std::unique_ptr<BusConnection>> BusConnection::open(Bus bus)
 {
+    if (!BusLibrary::open())
+        return busError(-ELIBACC);
     sd_bus *opened = nullptr;
-    const int result = bus == Bus::System ? sd_bus_open_system(&opened) : sd_bus_open_user(&opened);
+    const int result = bus == Bus::System ? sdBus().open_system(&opened) : sdBus().open_user(&opened);
     if (result < 0)
         return busError(result);
     auto state = std::make_shared<Private>();
@@ -170,14 +172,14 @@ Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray 
                                        const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
-    int result = sd_bus_message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
-                                           name.constData());
+    int result = sdBus().message_new_signal(d->bus.get(), &made, path.constData(), interface.constData(),
+                                            name.constData());
     const Private::Message message(made);
     if (result < 0)
         return busError(result);
     if (const auto appended = BusCodec::append(made, signature, arguments); !appended)
         return Error{appended.error().text, failedName};
-    result = sd_bus_send(d->bus.get(), made, nullptr);
+    result = sdBus().send(d->bus.get(), made, nullptr);
     if (result < 0)
         return busError(result);
     d->attachToEventLoop(); // what the socket did not take at once leaves from there
@@ -191,10 +193,10 @@ QVariant BusConnection::firstOf(const Reply &reply)
 
 QByteArray BusConnection::uniqueName() const
 {
-    if (sd_bus_is_ready(d->bus.get()) <= 0)
+    if (sdBus().is_ready(d->bus.get()) <= 0)
         return {};
     const char *name = nullptr;
-    return sd_bus_get_unique_name(d->bus.get(), &name) < 0 ? QByteArray() : QByteArray(name);
+    return sdBus().get_unique_name(d->bus.get(), &name) < 0 ? QByteArray() : QByteArray(name);
 }
 
 void BusConnection::onDisconnected(std::function<void()> handler)

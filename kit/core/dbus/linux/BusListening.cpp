@@ -42,7 +42,7 @@ struct BusConnection::Private::LaterCall {
 int BusConnection::Private::pull()
 {
     sd_bus_message *pulled = nullptr;
-    const int result = sd_bus_process(bus.get(), &pulled);
+    const int result = sdBus().process(bus.get(), &pulled);
     const Message message(pulled);
     const std::set<quint64> hearers = std::exchange(matched, {});
     if (message && !hearers.empty()) // anything else, a stranger's call too, is passed over
@@ -60,12 +60,12 @@ void BusConnection::callLater(const Member &method, const QByteArray &signature,
     if (message) {
         auto call = std::make_unique<Private::LaterCall>(Private::LaterCall{d, handler});
         const auto limit = std::chrono::duration_cast<std::chrono::microseconds>(timeout).count();
-        result = sd_bus_call_async(d->bus.get(), &slot, message->get(), Private::LaterCall::answered,
-                                   call.get(), static_cast<uint64_t>(limit));
+        result = sdBus().call_async(d->bus.get(), &slot, message->get(), Private::LaterCall::answered,
+                                    call.get(), static_cast<uint64_t>(limit));
         if (result >= 0) {
-            sd_bus_slot_set_destroy_callback(slot, Private::LaterCall::destroy);
-            sd_bus_slot_set_floating(slot, 1);
-            sd_bus_slot_unref(slot);
+            sdBus().slot_set_destroy_callback(slot, Private::LaterCall::destroy);
+            sdBus().slot_set_floating(slot, 1);
+            sdBus().slot_unref(slot);
             d->laterCalls.insert(call.release());
         }
     }
@@ -85,14 +85,14 @@ void BusConnection::Private::attachToEventLoop()
 void BusConnection::Private::rearm()
 {
     using Moment = DescriptorWatch::Moment;
-    const int descriptor = disconnected ? -1 : sd_bus_get_fd(bus.get());
-    const int events = descriptor < 0 ? 0 : sd_bus_get_events(bus.get());
+    const int descriptor = disconnected ? -1 : sdBus().get_fd(bus.get());
+    const int events = descriptor < 0 ? 0 : sdBus().get_events(bus.get());
     watch->watch(descriptor, static_cast<short>(std::max(events, 0)));
     uint64_t due = UINT64_MAX; // CLOCK_MONOTONIC, in microseconds
     const bool isLost = !disconnected && (descriptor < 0 || events < 0);
     if (!queue.empty() || isLost)
         watch->setDeadline(Moment::min());
-    else if (!disconnected && sd_bus_get_timeout(bus.get(), &due) >= 0 && due != UINT64_MAX)
+    else if (!disconnected && sdBus().get_timeout(bus.get(), &due) >= 0 && due != UINT64_MAX)
         watch->setDeadline(Moment(std::chrono::microseconds(due)));
     else
         watch->setDeadline(std::nullopt);
@@ -102,7 +102,7 @@ void BusConnection::Private::disconnect()
 {
     disconnected = true;
     watch->watch(-1, 0);
-    sd_bus_close(bus.get()); // calls from now on fail at once
+    sdBus().close(bus.get()); // calls from now on fail at once
     const Reply failure = Error{"The bus has gone away.", "org.freedesktop.DBus.Error.NoReply"};
     for (LaterCall *call : std::exchange(laterCalls, {}))
         queue.emplace_back([handler = std::move(call->handler), failure] { handler(failure); });
@@ -133,7 +133,7 @@ void BusConnection::Private::turn()
 void BusConnection::Private::abandon()
 {
     watch.reset();
-    sd_bus_close(bus.get()); // else each match would be taken back by a message of its own
+    sdBus().close(bus.get()); // else each match would be taken back by a message of its own
     listeners.clear();
     names.clear();
     queue.clear();

@@ -77,7 +77,7 @@ BusConnection::Private::Slot BusConnection::Private::match(const SignalSource &s
     const auto installed = [](sd_bus_message *, void *, sd_bus_error *) { return 1; };
     sd_bus_slot *slot = nullptr;
     if (!rule.isEmpty())
-        sd_bus_add_match_async(bus.get(), &slot, rule.constData(), heard, installed, data);
+        sdBus().add_match_async(bus.get(), &slot, rule.constData(), heard, installed, data);
     return Slot(slot);
 }
 
@@ -99,10 +99,10 @@ bool BusConnection::Private::isFrom(const Listener &listener, const QByteArray &
 
 void BusConnection::Private::queueSignal(sd_bus_message *message, std::set<quint64> hearers)
 {
-    Signal signal{sd_bus_message_get_sender(message),
-                  sd_bus_message_get_path(message),
-                  sd_bus_message_get_interface(message),
-                  sd_bus_message_get_member(message),
+    Signal signal{sdBus().message_get_sender(message),
+                  sdBus().message_get_path(message),
+                  sdBus().message_get_interface(message),
+                  sdBus().message_get_member(message),
                   {}};
     std::erase_if(hearers, [&](quint64 id) { return !isFrom(listeners.at(id), signal.sender); });
     if (hearers.empty())
@@ -159,8 +159,8 @@ int BusConnection::Private::Name::changed(sd_bus_message *message, void *data, s
 {
     auto *const name = static_cast<Name *>(data);
     const char *owner = nullptr;
-    if (qstrcmp(sd_bus_message_get_sender(message), busName) == 0 && // see isFrom
-        sd_bus_message_read(message, "sss", nullptr, nullptr, &owner) >= 0)
+    if (qstrcmp(sdBus().message_get_sender(message), busName) == 0 && // see isFrom
+        sdBus().message_read(message, "sss", nullptr, nullptr, &owner) >= 0)
         name->connection->setOwner(*name, owner);
     return 0;
 }
@@ -169,7 +169,7 @@ int BusConnection::Private::Name::answered(sd_bus_message *reply, void *data, sd
 {
     auto *const name = static_cast<Name *>(data);
     const char *owner = nullptr;
-    if (sd_bus_message_is_method_error(reply, nullptr) > 0 || sd_bus_message_read(reply, "s", &owner) < 0)
+    if (sdBus().message_is_method_error(reply, nullptr) > 0 || sdBus().message_read(reply, "s", &owner) < 0)
         owner = ""; // the name has none
     name->connection->setOwner(*name, owner);
     return 1;
@@ -191,7 +191,7 @@ void BusConnection::Private::follow(const QByteArray &name)
         makeCall({busName, busPath, busName, "GetNameOwner"}, "s", {QString::fromLatin1(name)});
     sd_bus_slot *slot = nullptr;
     if (question)
-        sd_bus_call_async(bus.get(), &slot, question->get(), Name::answered, &followed, UINT64_MAX);
+        sdBus().call_async(bus.get(), &slot, question->get(), Name::answered, &followed, UINT64_MAX);
     followed.question.reset(slot);
 }
 

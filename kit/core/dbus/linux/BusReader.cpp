@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
+
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
 
 #include <QVariantMap>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <systemd/sd-bus.h>
 
 namespace dozely
 {
@@ -25,7 +26,7 @@ public:
     bool all(QVariantList *values, int depth)
     {
         int atEnd = 0;
-        while ((atEnd = sd_bus_message_at_end(m, false)) == 0) {
+        while ((atEnd = sdBus().message_at_end(m, false)) == 0) {
             if (!value(&values->emplaceBack(), depth))
                 return false;
         }
@@ -50,7 +51,7 @@ private:
     {
         char type = 0;
         const char *contents = nullptr;
-        if (!spend(leastSize) || sd_bus_message_peek_type(m, &type, &contents) <= 0)
+        if (!spend(leastSize) || sdBus().message_peek_type(m, &type, &contents) <= 0)
             return false;
         switch (type) {
         case SD_BUS_TYPE_ARRAY:
@@ -100,7 +101,7 @@ private:
     bool number(char type, Store store)
     {
         Number v{};
-        if (sd_bus_message_read_basic(m, type, &v) <= 0)
+        if (sdBus().message_read_basic(m, type, &v) <= 0)
             return false;
         store(v);
         return true;
@@ -110,7 +111,7 @@ private:
     bool text(char type, Store store)
     {
         const char *v = nullptr;
-        if (sd_bus_message_read_basic(m, type, static_cast<void *>(&v)) <= 0 ||
+        if (sdBus().message_read_basic(m, type, static_cast<void *>(&v)) <= 0 ||
             !spend(static_cast<qsizetype>(std::strlen(v))))
             return false;
         store(v);
@@ -120,7 +121,7 @@ private:
     bool descriptor(QVariant *result)
     {
         int messages = -1; // goes with the message
-        if (sd_bus_message_read_basic(m, SD_BUS_TYPE_UNIX_FD, &messages) <= 0)
+        if (sdBus().message_read_basic(m, SD_BUS_TYPE_UNIX_FD, &messages) <= 0)
             return false;
         const int copy = ::fcntl(messages, F_DUPFD_CLOEXEC, 3);
         *result = QVariant::fromValue(BusDescriptor(copy));
@@ -132,14 +133,14 @@ private:
         const bool isArray = type == SD_BUS_TYPE_ARRAY;
         if (isArray && contents == "y")
             return bytes(result);
-        if (sd_bus_message_enter_container(m, type, contents.constData()) <= 0)
+        if (sdBus().message_enter_container(m, type, contents.constData()) <= 0)
             return false;
         if (isArray && (contents.startsWith("{s") || contents.startsWith("{o")))
-            return entries(contents, result, depth) && sd_bus_message_exit_container(m) >= 0;
+            return entries(contents, result, depth) && sdBus().message_exit_container(m) >= 0;
         if (type == SD_BUS_TYPE_VARIANT)
-            return value(result, depth) && sd_bus_message_exit_container(m) >= 0;
+            return value(result, depth) && sdBus().message_exit_container(m) >= 0;
         QVariantList values;
-        if (!all(&values, depth) || sd_bus_message_exit_container(m) < 0)
+        if (!all(&values, depth) || sdBus().message_exit_container(m) < 0)
             return false;
         *result = values;
         return true;
@@ -149,7 +150,7 @@ private:
     {
         const void *data = nullptr;
         size_t size = 0;
-        if (sd_bus_message_read_array(m, SD_BUS_TYPE_BYTE, &data, &size) < 0 ||
+        if (sdBus().message_read_array(m, SD_BUS_TYPE_BYTE, &data, &size) < 0 ||
             !spend(static_cast<qsizetype>(size)))
             return false;
         *result = QByteArray(static_cast<const char *>(data), static_cast<qsizetype>(size));
@@ -162,10 +163,11 @@ private:
         const QByteArray contents = entry.mid(1, entry.size() - 2); // without the braces
         QVariantMap map;
         int more = 0;
-        while ((more = sd_bus_message_enter_container(m, SD_BUS_TYPE_DICT_ENTRY, contents.constData())) > 0) {
+        while ((more = sdBus().message_enter_container(m, SD_BUS_TYPE_DICT_ENTRY, contents.constData())) >
+               0) {
             QString name;
             if (!text(contents.at(0), [&](const char *v) { name = QString::fromUtf8(v); }) ||
-                !value(&map[name], depth) || sd_bus_message_exit_container(m) < 0)
+                !value(&map[name], depth) || sdBus().message_exit_container(m) < 0)
                 return false;
         }
         *result = map;

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
 
 #include <deque>
 #include <map>
 #include <optional>
 #include <set>
-#include <systemd/sd-bus.h>
 
 namespace dozely
 {
@@ -20,13 +20,13 @@ namespace dozely
 struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Private> {
     struct ReleaseBus {
         // Not the variant that flushes: that one waits for a peer which may be mute.
-        void operator()(sd_bus *bus) const { sd_bus_close_unref(bus); }
+        void operator()(sd_bus *bus) const { sdBus().close_unref(bus); }
     };
     struct ReleaseMessage {
-        void operator()(sd_bus_message *message) const { sd_bus_message_unref(message); }
+        void operator()(sd_bus_message *message) const { sdBus().message_unref(message); }
     };
     struct ReleaseSlot {
-        void operator()(sd_bus_slot *slot) const { sd_bus_slot_unref(slot); }
+        void operator()(sd_bus_slot *slot) const { sdBus().slot_unref(slot); }
     };
     using BusPointer = std::unique_ptr<sd_bus, ReleaseBus>;
     using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;

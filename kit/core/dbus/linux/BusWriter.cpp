@@ -2,13 +2,14 @@
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/linux/BusConnection_p.h"
 
+#include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
+
 #include <QStringList>
 #include <QVariantMap>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <systemd/sd-bus.h>
 
 namespace dozely
 {
@@ -191,7 +192,7 @@ private:
         if (!value.canConvert<Number>())
             return misfit();
         const auto number = value.value<Number>();
-        return spend(numberSize) && check(sd_bus_message_append_basic(m, type, &number));
+        return spend(numberSize) && check(sdBus().message_append_basic(m, type, &number));
     }
 
     bool text(char type, const QByteArray &utf8)
@@ -200,22 +201,22 @@ private:
         if (utf8.contains('\0'))
             return misfit();
         return spend(lengthSize + utf8.size()) &&
-               check(sd_bus_message_append_basic(m, type, utf8.constData()));
+               check(sdBus().message_append_basic(m, type, utf8.constData()));
     }
 
     bool bytes(const QByteArray &value)
     {
         return spend(lengthSize + value.size()) &&
-               check(sd_bus_message_append_array(m, SD_BUS_TYPE_BYTE, value.constData(),
-                                                 static_cast<size_t>(value.size())));
+               check(sdBus().message_append_array(m, SD_BUS_TYPE_BYTE, value.constData(),
+                                                  static_cast<size_t>(value.size())));
     }
 
     /// Opens a container, lets `fill` append what is in it, closes it.
     template<class Fill>
     bool container(char type, const char *contents, qsizetype size, Fill fill)
     {
-        return spend(size) && check(sd_bus_message_open_container(m, type, contents)) && fill() &&
-               check(sd_bus_message_close_container(m));
+        return spend(size) && check(sdBus().message_open_container(m, type, contents)) && fill() &&
+               check(sdBus().message_close_container(m));
     }
 
     bool variant(const QVariant &value, int depth)
