@@ -23,6 +23,10 @@ BELIEF = 60  # a clock that was doubted at the start is believed when it has sto
 BELIEF_TOLERANCE = 20
 DAY = 86400
 
+# What the daemon may, of all that root may: of files whose they are and who may use them, and its nice value.
+DAEMON_POWERS = "80000b"  # CAP_CHOWN, CAP_DAC_OVERRIDE, CAP_FOWNER, CAP_SYS_NICE as the kernel writes them
+DAEMON_WRITES = ("/var/lib/dozely,/Library/Preferences,/private/var/tmp,/var/log/dozely.log,"
+                 "/sys/class/rtc/rtc0/wakealarm")
 
 def sleep_and_wake(scenario, fact):
     """The machine goes to sleep and its clock wakes it at the alarm; when both happened."""
@@ -33,6 +37,15 @@ def sleep_and_wake(scenario, fact):
     if abs(woken - alarm) > WAKE_TOLERANCE:
         raise Failure("something else than the alarm woke the machine")
     return asleep, woken
+
+
+def unit(scenario):
+    scenario.wait_for_fact("a look at the daemon's restrictions", PART_LIMIT, "unit-over")
+    for fact, expected in (("powers", DAEMON_POWERS), ("privileges", "1"), ("calls", "2"), ("devices", "closed"),
+                           ("network", "none"), ("writes", DAEMON_WRITES)):
+        if scenario.facts[f"unit-{fact}"] != expected:
+            raise Failure(f"the daemon's {fact} are {scenario.facts[f'unit-{fact}']}, not {expected}")
+    return "the daemon is closed in, and answers, arms the alarm, logs and reads its store again"
 
 
 def restart(scenario):
@@ -110,6 +123,8 @@ def sleep_wake_act(scenario):
     action.must_be_in_time("the action", ACT_TOLERANCE)
     if action.scheduled < woken:
         raise Failure("the machine woke after the action was due")
+    if scenario.facts["keyboards"] == "0":
+        raise Failure("the daemon pressed no key at waking")
     scenario.wait_for_fact("the other schedule", ACT_LIMIT, "not-due")
     scenario.action("not-due").must_be_to_come("the other action")
     return "asleep, woken by the RTC, acted"
@@ -135,4 +150,5 @@ def power_off(scenario):
 
 
 # In the order in which they go; the last one switches the machine off.
-PARTS = {"restart": (restart,), "actions": (actions,), "clock": (clock,), "lid": (lid,), "sleep": (sleep_wake_act, power_off)}
+PARTS = {"unit": (unit,), "restart": (restart,), "actions": (actions,), "clock": (clock,), "lid": (lid,),
+         "sleep": (sleep_wake_act, power_off)}

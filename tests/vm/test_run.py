@@ -73,9 +73,10 @@ class Judging(unittest.TestCase):
 class SleepWakeAct(Judging):
     part = staticmethod(parts.sleep_wake_act)
 
-    def story(self, woken=ALARM, acted=ACTS, other=action("not-due", ACTS + 90), **changes):
+    def story(self, woken=ALARM, acted=ACTS, other=action("not-due", ACTS + 90), keyboards=1, **changes):
         return [("line", "== Going to sleep"), fact(f"wakes-at {ALARM}"), event("SUSPEND", ALARM - 50),
-                event("WAKEUP", woken), action("acted", ACTS, acted, acted, **changes), other]
+                event("WAKEUP", woken), fact(f"keyboards {keyboards}"),
+                action("acted", ACTS, acted, acted, **changes), other]
 
     def test_believes_the_whole_story(self):
         self.judge(self.story())
@@ -102,7 +103,10 @@ class SleepWakeAct(Judging):
 
     def test_refuses_an_action_that_ran_before_the_machine_woke(self):
         story = self.story()
-        self.refuse("before the machine woke", story[:3] + [story[4], story[3]])
+        self.refuse("before the machine woke", story[:3] + [story[5], story[3], story[4]])
+
+    def test_refuses_a_waking_without_a_key(self):
+        self.refuse("no key", self.story(keyboards=0))
 
     def test_refuses_an_action_that_was_not_due(self):
         self.refuse("not due", self.story(other=action("not-due", ACTS + 90, ACTS, ACTS)))
@@ -110,6 +114,28 @@ class SleepWakeAct(Judging):
 
     def test_refuses_a_scenario_that_ended_by_itself(self):
         self.refuse("ended with status 1", [fact("ended 1")])
+
+
+class Unit(Judging):
+    part = staticmethod(parts.unit)
+
+    def story(self, **changes):
+        facts = {"powers": "80000b", "privileges": "1", "calls": "2", "devices": "closed", "network": "none",
+                 "writes": "/var/lib/dozely,/Library/Preferences,/private/var/tmp,/var/log/dozely.log,"
+                           "/sys/class/rtc/rtc0/wakealarm", **changes}
+        return [fact(f"unit-{name} {value}") for name, value in facts.items()] + [fact("unit-over yes")]
+
+    def test_believes_the_whole_story(self):
+        self.judge(self.story())
+
+    def test_refuses_a_daemon_that_may_more_or_less(self):
+        self.refuse("powers", self.story(powers="1ffffffffff"))
+        self.refuse("privileges", self.story(privileges="0"))
+        self.refuse("calls", self.story(calls="0"))
+        self.refuse("devices", self.story(devices="auto"))
+        self.refuse("network", self.story(network="shared"))
+        self.refuse("writes", self.story(writes="/var/lib/dozely"))
+        self.refuse("the emulator ended", self.story()[:-1])
 
 
 class PowerOff(Judging):
