@@ -28,6 +28,7 @@ DAEMON_POWERS = "80000b"  # CAP_CHOWN, CAP_DAC_OVERRIDE, CAP_FOWNER, CAP_SYS_NIC
 DAEMON_WRITES = ("/var/lib/dozely,/Library/Preferences,/private/var/tmp,/var/log/dozely.log,"
                  "/sys/class/rtc/rtc0/wakealarm")
 
+
 def sleep_and_wake(scenario, fact):
     """The machine goes to sleep and its clock wakes it at the alarm; when both happened."""
     alarm = int(scenario.wait_for_fact("the guest to go to sleep", PART_LIMIT, fact))
