@@ -13,11 +13,21 @@
 
 #include <algorithm>
 #include <sys/stat.h>
+#include <utility>
 
 using namespace dozely;
 
 namespace
 {
+/// Made, and closed to others.
+QString ownFolder(const QString &name)
+{
+    const QString path = RootFolder::join(name);
+    if (QDir().mkpath(path))
+        ::chmod(QFile::encodeName(path).constData(), 0700);
+    return path;
+}
+
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
@@ -27,14 +37,24 @@ QString labelOf(const Occurrence &occurrence)
 DaemonActions::DaemonActions(ScheduleKeeper &keeper, Performances &performances, PlugInAnswers &answers)
     : m_keeper(keeper), m_performances(performances), m_answers(answers)
 {
+    QStringList names;
+    for (const Key &key : m_keeper.scheduler().record().begunInDaemon())
+        names += nameOf(key);
+    m_performances.sweep(names);
+    connect(&m_keeper, &ScheduleKeeper::saved, this, [this] {
+        for (const QString &name : std::exchange(m_noted, {}))
+            m_performances.forget(name);
+    });
 }
 
 QString DaemonActions::folder()
 {
-    const QString path = RootFolder::join("/var/lib/dozely/performing");
-    if (QDir().mkpath(path))
-        ::chmod(QFile::encodeName(path).constData(), 0700);
-    return path;
+    return ownFolder("/var/lib/dozely/performing");
+}
+
+QString DaemonActions::spareFolder()
+{
+    return ownFolder("/run/dozely/performing"); // in memory
 }
 
 DaemonActions::Key DaemonActions::keyOf(const Occurrence &occurrence)
@@ -50,22 +70,20 @@ QString DaemonActions::nameOf(const Key &key)
 
 void DaemonActions::takeUp()
 {
-    QStringList names;
     for (const Key &key : m_keeper.scheduler().record().begunInDaemon()) {
         const auto schedule = m_keeper.scheduler().schedule(key.first);
         Occurrence occurrence{schedule.value_or(Schedule()), key.second};
         if (!schedule)
             occurrence.schedule.name = occurrence.schedule.identifier = key.first;
-        const QString name = nameOf(key);
-        names += name;
-        const bool isThere = m_performances.adopt(
-            name, [this, occurrence](const PerformanceOutcome &outcome) { endedLater(occurrence, outcome); });
+        const bool isThere =
+            m_performances.adopt(nameOf(key), [this, occurrence](const PerformanceOutcome &outcome) {
+                endedLater(occurrence, outcome);
+            });
         if (isThere)
             ZDRLog("%@ was begun by an earlier daemon", labelOf(occurrence));
         else // it has ended since the record was read
             endedLater(occurrence, {});
     }
-    m_performances.sweep(names);
 }
 
 bool DaemonActions::mayPrepare(const Occurrence &occurrence) const
@@ -114,13 +132,29 @@ void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bun
     m_prepared.remove(key); // from here on its end is that of the action
     m_awake.insert(key, m_inhibitor.hold(bundleInfo));
     ZDRLog("%@ acts in the daemon", labelOf(occurrence));
-    if (!isReady) {
-        if (const auto started = start(occurrence, bundleInfo); !started) {
-            ended(occurrence, {false, started.error().text});
-            return;
-        }
-    }
-    m_performances.go(name); // one that has ended meanwhile tells so
+    if (isReady && m_performances.go(name))
+        return;
+    if (isReady) // it has ended meanwhile
+        m_performances.callOff(name);
+    startNow(occurrence, bundleInfo);
+}
+
+void DaemonActions::startNow(const Occurrence &occurrence, const QVariantMap &bundleInfo)
+{
+    const QString name = nameOf(keyOf(occurrence));
+    // One that a daemon before this one made ready may not have heard yet that nobody will let it go.
+    const bool isThere = m_performances.adopt(name, [this, occurrence, bundleInfo](const PerformanceOutcome &outcome) {
+        if (outcome.ended.isValid())
+            ended(occurrence, outcome);
+        else
+            startNow(occurrence, bundleInfo);
+    });
+    if (isThere)
+        return;
+    if (const auto started = start(occurrence, bundleInfo); !started)
+        ended(occurrence, {false, started.error().text});
+    else
+        m_performances.go(name);
 }
 
 /// For one that an earlier daemon began, and perhaps did not let go any more.
@@ -139,6 +173,8 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
         return;
     }
     m_awake.remove(keyOf(occurrence));
+    m_performances.keep(nameOf(keyOf(occurrence)));
+    m_noted += nameOf(keyOf(occurrence));
     m_keeper.noteEnd(occurrence, outcome);
     if (outcome.hasDied)
         m_answers.noteDeath(occurrence.schedule, outcome.failure);

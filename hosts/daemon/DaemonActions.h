@@ -25,17 +25,20 @@ public:
     /// So many performers at most wait for the dates of their occurrences.
     static constexpr qsizetype mostPrepared = 32;
 
-    /// All must outlive the object.
+    /// All must outlive the object. Removes what is left of everything but of what the record says was begun.
     DaemonActions(ScheduleKeeper &keeper, Performances &performances, PlugInAnswers &answers);
 
-    /// Where performers have their files; made, and closed to others, when it is not there.
+    /// Where performers have their files, and where while the disk refuses; made, and closed to others, when
+    /// it is not there.
+    /// @{
     static QString folder();
+    static QString spareFolder();
+    /// @}
 
     /// The name of an occurrence's performance.
     static QString nameOf(const OccurrenceRecord::Key &key);
 
-    /// Takes up what the record says was begun, and removes what is left of everything else. Once, when the
-    /// schedules have been read.
+    /// Takes up what the record says was begun. Once, when the schedules have been read.
     void takeUp();
 
     /// Has a performer made ready. It may find that it cannot; that is told when the time has come. Nothing
@@ -53,6 +56,7 @@ private:
     using Key = OccurrenceRecord::Key;
     static Key keyOf(const Occurrence &occurrence);
     dozely::Result<void> start(const Occurrence &occurrence, const QVariantMap &bundleInfo);
+    void startNow(const Occurrence &occurrence, const QVariantMap &bundleInfo);
     void ended(const Occurrence &occurrence, const PerformanceOutcome &outcome);
     void endedLater(const Occurrence &occurrence, const PerformanceOutcome &outcome);
 
@@ -66,4 +70,5 @@ private:
     };
     QHash<Key, Prepared> m_prepared;
     QHash<Key, std::shared_ptr<const void>> m_awake; // by what goes on
+    QStringList m_noted;                             // names of what has ended and is not on disk yet
 };

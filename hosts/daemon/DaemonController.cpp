@@ -40,7 +40,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     : m_clock(clock),
       m_performances(PerformerStart::ofThisMachine(Performances::programNamed("dozely-performer"),
                                                    ServiceManager::Whose::Machine),
-                     DaemonActions::folder(), clock),
+                     DaemonActions::folder(), clock, DaemonActions::spareFolder()),
       m_answers(Performances::programNamed("dozely-performer"), clock),
       m_keeper(clock, limits,
                [this](const OccurrenceRecord::Key &key) {

@@ -103,9 +103,16 @@ std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgen
             d->waiting.makeDue(schedule.fullBundlePath(), digest);
         return {};
     }
-    if (!d->mayAsk(entry, urgency))
-        return d->known(bundle, entry);
     const bool isDue = urgency == Urgency::Due;
+    if (!d->mayAsk(entry, urgency)) {
+        if (auto known = d->known(bundle, entry))
+            return known;
+        if (!isDue)
+            return Error{d->whyNoPerformer};
+        // Nobody can ask it now, on a machine that has no process left for one. What is due is tried all the
+        // same.
+        return Answers{answerOfTheBase(schedule, bundle.pluginName), bundle.info};
+    }
     if (d->waiting.isFull() && !isDue)
         return {};
     d->waiting.add({questionAbout(schedule), digest, bundle.generation, isDue});
@@ -190,7 +197,7 @@ std::optional<Result<Answers>> PlugInAnswers::Private::known(const KnownBundle &
         return Answers{bundle.answers[entry.answer], bundle.info};
     if (entry.reason >= 0)
         return Error{bundle.reasons[entry.reason]};
-    return Error{whyNoPerformer};
+    return {};
 }
 
 bool PlugInAnswers::Private::mayAsk(const KnownBundle::Entry &entry, Urgency urgency) const
@@ -236,6 +243,7 @@ void PlugInAnswers::Private::note(const Question &asked, const AskingPerformer::
         for (KnownBundle &bundle : bundles)
             bundle.noneIsWaiting();
         waiting = {};
+        clock.callAfter(pauseAfterFailure, owner, [this] { tellSoon(); }); // then it is tried again
         return tellSoon();
     }
     noPerformerSince.reset();

@@ -49,7 +49,8 @@ public:
     PlugInAnswers(QString performer, dozely::Clock &clock);
     ~PlugInAnswers() override;
 
-    /// What is known of a schedule: the answers, or why there are none. The reason is a sentence without its
+    /// What is known of a schedule: the answers, or why there are none. For what is due the base of the
+    /// plug-in classes answers while no performer can be started. The reason is a sentence without its
     /// full stop for "Schedule ... was not performed: ". Absent while it is not known: it is then being
     /// asked, or will be once it is looked for again after `answered`.
     ///

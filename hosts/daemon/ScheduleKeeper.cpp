@@ -319,5 +319,7 @@ Result<void> ScheduleKeeper::save()
     if (!error.isEmpty() && error != m_saveError)
         ZDRLog("The record of occurrences could not be saved: %@", logLabel(error));
     m_saveError = error;
+    if (saved)
+        Q_EMIT this->saved();
     return saved;
 }

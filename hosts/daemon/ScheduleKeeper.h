@@ -70,6 +70,9 @@ public:
     void flush();
 
 Q_SIGNALS:
+    /// The disk has everything that was noted.
+    void saved();
+
     /// The store could not be read, and it is time to try again: a second later at first, then ever more
     /// seldom, each minute at last.
     void storeMayBeReadable();

@@ -234,12 +234,13 @@ void Supervisor::continueStopping()
 bool Supervisor::writeDown()
 {
     const QString path = PerformanceOutcome::pathBeside(m_order.place);
-    QFile file(path + ".new");
+    QFile file(PerformanceOutcome::unfinishedPathBeside(m_order.place));
     const QByteArray data = m_outcome.toData();
     if (file.open(QIODevice::WriteOnly) && file.write(data) == data.size() && file.flush() &&
         std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(path).constData()) == 0)
         return true;
     ZDRLog("What became of schedule \"%@\" could not be written down: %@", m_order.schedule,
            qt_error_string(errno));
+    file.remove();
     return false;
 }

@@ -6,15 +6,18 @@
 #include "hosts/performer/Actor.h"
 #include "hosts/performer/Asker.h"
 #include "hosts/performer/Channel.h"
+#include "hosts/performer/Descendants.h"
 #include "hosts/performer/OwnLimits.h"
 #include "hosts/performer/Supervisor.h"
 
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace dozely;
@@ -51,6 +54,26 @@ void readNothing()
 {
     const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
     ::dup2(nothing.get(), STDIN_FILENO);
+}
+
+/// Ends this process, and what it has started, when the supervisor is killed: the record has the action as
+/// failed then, and nobody would end it at its limits. A thread, since the plug-in may do whatever it likes
+/// with its own; the other end of the pipe for reports tells it.
+void endWithSupervisor(const Descriptor &report)
+{
+    const int own = ::fcntl(report.get(), F_DUPFD_CLOEXEC, 3);
+    sigset_t all;
+    sigset_t former;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &former); // signals are for the plug-in's thread
+    std::thread([own] {
+        pollfd watched{own, 0, 0};
+        while (::poll(&watched, 1, -1) <= 0) {
+        }
+        Descendants::signal(::getpid(), SIGKILL);
+        ::kill(::getpid(), SIGKILL);
+    }).detach();
+    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
 }
 
 /// The process that acts: its input is nothing, its output the supervisor's.
@@ -110,14 +133,16 @@ int main(int argc, char **argv)
     if (actor == 0) {
         host.reset();
         go.writeEnd.reset();
+        report.readEnd.reset();
+        output.readEnd.reset();
+        endWithSupervisor(report.writeEnd);
         becomeActor(output.writeEnd, former);
         if (!isInUnit)
             OwnLimits::take(order->limits.program);
         const Channel channel;
         return Actor(*order, std::move(go.readEnd), std::move(report.writeEnd)).perform();
     }
-    // Whoever was to read may have ended, the machine's journal for one.
-    ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGPIPE, SIG_IGN); // the action may be gone when it is let go, and so may who reads this output
     doNotBlock(report.readEnd);
     doNotBlock(output.readEnd);
     go.readEnd.reset();

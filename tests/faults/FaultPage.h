@@ -14,7 +14,12 @@ enum Way : int64_t {
     DiskFullFromThere, ///< It fails, and so does each call after it that needs the disk, with ENOSPC.
 };
 
-constexpr int64_t whoeverComes = -1; ///< In the place of a process that is counted: the next one that begins.
+/// In the place of a process that is counted.
+/// @{
+constexpr int64_t whoeverComes = -1;    ///< The next one that begins.
+constexpr int64_t whoeverIsForked = -2; ///< The next one that another one forks.
+/// @}
+
 constexpr int timerCount = 4;
 constexpr int tracedCalls = 256;
 constexpr int traceLength = 160;

@@ -3,7 +3,7 @@
 // Stands between a program and the machine, preloaded. It gives the program a clock that whoever started it
 // moves, and counts the program's calls that can go wrong: those that open for writing, write, synchronise,
 // rename, make processes and pipes, and send. At one of them it makes the machine refuse, or kills the
-// program before or after the call.
+// program before or after the call. What is written to a pipe that somebody reads is never refused.
 //
 // The clock is ShimClock.cpp, the calls are ShimCalls.cpp. All that is shared is one page of memory, a file
 // named by DOZELY_SHIM; controlled.py has the other end of it.

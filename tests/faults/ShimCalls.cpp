@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/socket.h>
@@ -22,6 +23,8 @@ namespace
     for (;;)
         ::syscall(SYS_kill, ::getpid(), SIGKILL);
 }
+
+constexpr int neverRefused = 0; // in the place of an error
 
 /// One call that is counted: says on its way in whether it is to be made, and on its way out whether that was
 /// all.
@@ -56,13 +59,12 @@ public:
     /// True with errno when the machine refuses.
     bool isRefused() const
     {
-        if (m_way == Fail)
-            errno = m_error;
-        if (m_way == DiskFullFromThere)
-            errno = ENOSPC;
-        return m_way == Fail || m_way == DiskFullFromThere;
+        const bool isRefused = m_error != neverRefused && (m_way == Fail || m_way == DiskFullFromThere);
+        if (isRefused)
+            errno = m_way == Fail ? m_error : ENOSPC;
+        return isRefused;
     }
-    bool isCutShort() const { return m_way == CutShort; }
+    bool isCutShort() const { return m_error != neverRefused && m_way == CutShort; }
 
 private:
     int m_error;
@@ -81,19 +83,31 @@ struct Target {
     char path[256];
 };
 
-bool isRegular(int descriptor)
+/// Whether a full disk matters to it.
+bool isOnDisk(const char *path)
 {
-    struct stat status = {};
-    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return !std::strstr(path, "/memfd:") && !std::strstr(path, "/run/dozely/");
 }
 
-/// Nothing but files: what goes to pipes and the like is never refused by a full disk.
+mode_t kindOf(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+/// Nothing but files and pipes.
 template<typename Make>
 ssize_t writing(const char *name, int file, size_t size, Make make)
 {
-    if (!page || page->counted != ::getpid() || !isRegular(file))
+    if (!page || page->counted != ::getpid())
         return make(size);
-    const Call call(name, Target(file).path, ENOSPC, true);
+    const mode_t kind = kindOf(file);
+    if (kind != S_IFREG && kind != S_IFIFO)
+        return make(size);
+    const Target target(file);
+    const bool isFile = kind == S_IFREG;
+    const Call call(isFile ? name : "tell", target.path, isFile ? ENOSPC : neverRefused,
+                    isFile && isOnDisk(target.path));
     return call.isRefused() ? -1 : make(call.isCutShort() && size > 1 ? size / 2 : size);
 }
 
@@ -108,7 +122,7 @@ int opening(const char *path, int flags, Make make)
 {
     if (!isForWriting(flags) || (flags & O_PATH) != 0)
         return make();
-    const Call call("open", path, EMFILE, true);
+    const Call call("open", path, EMFILE, isOnDisk(path));
     return call.isRefused() ? -1 : make();
 }
 
@@ -227,7 +241,13 @@ SHIM_CALL int renameat2(int fromFolder, const char *from, int toFolder, const ch
 
 SHIM_CALL pid_t fork()
 {
-    return calling("fork", "", EAGAIN, [] { return next<pid_t (*)()>("fork")(); });
+    return calling("fork", "", EAGAIN, [] {
+        const pid_t child = next<pid_t (*)()>("fork")();
+        int64_t forked = whoeverIsForked;
+        if (child == 0 && page)
+            page->counted.compare_exchange_strong(forked, ::getpid());
+        return child;
+    });
 }
 
 /// A function that is called returns once: a process of its own will do.

@@ -5,25 +5,32 @@ be refused a call or be killed at one. What stands between them and the machine 
 import collections
 import contextlib
 import datetime
+import fcntl
+import hashlib
 import mmap
 import os
 import shutil
 import signal
 import sqlite3
+import struct
 import subprocess
 import time
 
 import scratch_system
 
 LIMIT = 60.0  # seconds; only bounds a failure
+LEFT_LIMIT = 10.0  # the same, of which there may be many
 STORE = "Library/Preferences/com.dozely.plist"
 RECORD = "var/lib/dozely/occurrences.db"
+PERFORMING = ("var/lib/dozely/performing", "run/dozely/performing")
+PERFORMERS = ("dozely-performer", "dozely-session-performer")
+PREPARATION = datetime.timedelta(seconds=2)  # before its date an action is made ready
 
 # What FaultPage.h has.
 NONE, FAIL, DIE_BEFORE, DIE_AFTER, CUT_SHORT, DISK_FULL = range(6)
 SECOND = 1_000_000_000  # in nanoseconds
 PAST = SECOND // 1000  # a machine is a little late, and timers are set for a nanosecond after the date
-WHOEVER_COMES = -1
+WHOEVER_COMES, WHOEVER_IS_FORKED = -1, -2
 TIMERS = 4
 PAGE_SIZE = 64 << 10
 TRACED_CALLS, TRACE_LENGTH = 256, 160
@@ -64,7 +71,7 @@ class Page:
 
     def arm(self, process, number, way):
         """The process's next calls are counted; that happens to the one of this number, 0 for none. WHOEVER_COMES is the
-        next process that begins."""
+        next process that begins, WHOEVER_IS_FORKED the next one that is forked and goes on with the same program."""
         self.numbers[COUNTED] = 0
         self.numbers[FIRED] = self.numbers[CALLS] = 0
         self.numbers[TARGET], self.numbers[WAY] = number, way
@@ -72,6 +79,9 @@ class Page:
 
     def disarm(self):
         self.numbers[COUNTED] = 0
+
+    def counted(self):
+        return self.numbers[COUNTED]
 
     def fired(self):
         return self.numbers[FIRED] != 0
@@ -85,6 +95,21 @@ class Page:
         return calls
 
 
+def is_alive(process):
+    """Whether a process of that number is there and has not ended."""
+    with contextlib.suppress(OSError), open(f"/proc/{process}/stat", encoding="utf-8", errors="replace") as stat:
+        return stat.read().rpartition(")")[2].split()[0] not in "ZX"
+    return False
+
+
+def is_locked(path):
+    """Whether somebody has the lock of an open file description on it."""
+    lock = struct.pack("hhqqi4x", fcntl.F_WRLCK, os.SEEK_SET, 0, 0, 0)
+    with contextlib.suppress(FileNotFoundError), open(path, "r+b") as file:
+        return struct.unpack("hhqqi4x", fcntl.fcntl(file, fcntl.F_OFD_GETLK, lock))[0] != fcntl.F_UNLCK
+    return False
+
+
 class Hosts:
     """A daemon, and an agent if that is wanted, on a system whose bus runs."""
 
@@ -95,11 +120,12 @@ class Hosts:
         os.chmod(self.shim, 0o755)
         self.daemon_page = Page(system.path("run/daemon-page"))
         self.agent_page = Page(system.path("run/agent-page"))
+        self.performer_page = Page(system.path("run/performer-page"))
         self.timers = [os.eventfd(0, os.EFD_NONBLOCK | os.EFD_CLOEXEC) for _ in range(TIMERS)]
         self.daemon = self.agent = None
         self.dates = set()
         self.now = scratch_system.utc_now().replace(microsecond=0) + datetime.timedelta(hours=1)
-        for page in (self.daemon_page, self.agent_page):
+        for page in (self.daemon_page, self.agent_page, self.performer_page):
             page.numbers[START] = nanoseconds(self.now) - 86400 * SECOND
         self.move_clock(self.now)
 
@@ -108,15 +134,19 @@ class Hosts:
     def move_clock(self, date):
         """It is that date for all of them, and what waits for it goes on."""
         self.now = date
-        for page in (self.daemon_page, self.agent_page):
+        for page in (self.daemon_page, self.agent_page, self.performer_page):
             page.numbers[NOW] = nanoseconds(date) + PAST
         for i, timer in enumerate(self.timers):
             if 0 < self.daemon_page.numbers[DUE + i] <= nanoseconds(date) + PAST:
                 os.eventfd_write(timer, 1)
 
     def waits_for(self, date):
-        """Whether the daemon has read the store and has set a timer for that date."""
-        return nanoseconds(date) // SECOND in self.awaited()
+        """Whether the daemon has read the store and has set a timer for that date, or for making ready what comes then."""
+        return not self.awaited().isdisjoint(self.moments(date))
+
+    @staticmethod
+    def moments(date):
+        return {nanoseconds(moment) // SECOND for moment in (date, date - PREPARATION)}
 
     def awaited(self):
         """The seconds for which the daemon's timers wait."""
@@ -124,13 +154,22 @@ class Hosts:
 
     def store(self, occurrences):
         """Writes the store, with a schedule for each."""
-        self.dates = {nanoseconds(occurrence.date) // SECOND for occurrence in occurrences}
+        self.dates = set().union(*(self.moments(occurrence.date) for occurrence in occurrences))
         self.system.store([self.entry(occurrence) for occurrence in occurrences])
 
     # ---- the programs
 
     def environment(self, page):
         return {"LD_PRELOAD": self.shim, "DOZELY_SHIM": page.path}
+
+    def count_performers(self):
+        """Has the calls of performers counted, too; not of those that only ask."""
+        program = self.system.path(os.path.join(self.system.helper_programs(), PERFORMERS[0]))
+        os.rename(program, program + ".counted")
+        with open(program, "w", encoding="utf-8") as script:
+            variables = " ".join(f"{name}='{value}'" for name, value in self.environment(self.performer_page).items())
+            script.write(f"#!/bin/sh\ntest \"$1\" = --ask || export {variables}\nexec '{program}.counted' \"$@\"\n")
+        os.chmod(program, 0o755)
 
     def start_daemon(self):
         """A daemon on this root; returns at once."""
@@ -188,13 +227,55 @@ class Hosts:
         for process in (self.agent, self.daemon):
             if process is not None and process.poll() is None:
                 self.kill(process)
+        for process in self.performers():
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(process, signal.SIGKILL)
 
     # ---- what they do
 
     def marks(self, place):
         return self.system.path(f"marks/{place}/performed")
 
-    def entry(self, occurrence, script='echo "$0" >> "$1"'):
+    def performing(self):
+        """The files of performances in the daemon."""
+        return [os.path.join(folder, name) for folder in PERFORMING if os.path.isdir(self.system.path(folder))
+                for name in sorted(os.listdir(self.system.path(folder)))]
+
+    def is_ready(self, occurrence):
+        """Whether there is a performer for it, which waits or performs."""
+        name = hashlib.sha1(f"{occurrence.identifier}\n{nanoseconds(occurrence.date) // 1_000_000}".encode()).hexdigest()
+        return any(is_locked(self.system.path(os.path.join(folder, name))) for folder in PERFORMING)
+
+    def performers(self):
+        """The processes of performers, with their parents: supervisors, and actors, whose parents those are. One that only
+        asks plug-ins is none."""
+        found = {}
+        for process in filter(str.isdigit, os.listdir("/proc")):
+            with contextlib.suppress(OSError):
+                program = os.readlink(f"/proc/{process}/exe")
+                with open(f"/proc/{process}/stat", encoding="utf-8", errors="replace") as stat:
+                    state, parent = stat.read().rpartition(")")[2].split()[:2]
+                with open(f"/proc/{process}/cmdline", "rb") as line:
+                    only_asks = b"--ask" in line.read().split(b"\0")
+                name = os.path.basename(program).split(".")[0]
+                if not only_asks and program.startswith(self.system.root + "/") and name in PERFORMERS and state not in "ZX":
+                    found[int(process)] = int(parent)
+        return found
+
+    def hold(self, occurrence):
+        """Has an action wait, once it has left its mark, until what this returns is called."""
+        path = f"{self.marks(occurrence.place)}.{occurrence.identifier}"
+        os.mkfifo(path, 0o666)
+        pipe = os.open(path, os.O_RDWR | os.O_CLOEXEC)
+
+        def release():
+            os.write(pipe, b"\n")
+            until(f"the end of {occurrence.identifier}", lambda: not self.is_ready(occurrence))
+            os.close(pipe)
+            os.unlink(path)
+        return release
+
+    def entry(self, occurrence, script='echo "$0" >> "$1"; test ! -p "$1.$0" || read go < "$1.$0"'):
         """A schedule whose action leaves its mark: a line for each time that it is performed."""
         parameters = {"Program": "/bin/sh", "Arguments": ["-c", script, occurrence.identifier,
                                                           self.marks(occurrence.place)],
@@ -224,10 +305,18 @@ class Hosts:
 
     def leftovers(self):
         """Sentences about files that nobody needs any more."""
-        known = {"var/lib/dozely": {"occurrences.db", "occurrences.db-wal", "occurrences.db-shm", "dozelyd.lock"},
+        known = {"var/lib/dozely": {"occurrences.db", "occurrences.db-wal", "occurrences.db-shm", "dozelyd.lock",
+                                    "performing"},
                  "Library/Preferences": {"com.dozely.plist", "com.dozely.plist.lock"}}
         return [f"{folder}/{name} was left behind" for folder, names in known.items()
-                for name in sorted(set(os.listdir(self.system.path(folder))) - names)]
+                for name in sorted(set(os.listdir(self.system.path(folder))) - names)] + self.left_of_performances()
+
+    def left_of_performances(self):
+        """Sentences about what performances have left when all of them have ended, or are about to."""
+        with contextlib.suppress(Failure):
+            until("the end of all performances", lambda: not self.performing() and not self.performers(), LEFT_LIMIT)
+        return ([f"{name} was left behind" for name in self.performing()]
+                + [f"process {process} of a performer goes on" for process in self.performers()])
 
     def store_bytes(self):
         with open(self.system.path(STORE), "rb") as file:
@@ -259,12 +348,12 @@ class Hosts:
         return self.state(occurrence) not in (None, "asked", "begun")
 
 
-OVER_BY_ITSELF = ("done", "skipped", "not performed", "removed", "interrupted", "unknown")
+OVER_BY_ITSELF = ("done", "failed", "skipped", "not performed", "removed", "interrupted", "unknown")
 
 
-def judge(state, performed, may_be_lost=False):
+def judge(state, performed, may_be_lost=False, is_known=True):
     """What is wrong with an occurrence of which the record says that, and that left so many marks; None for nothing. Without
-    an excuse it is performed."""
+    an excuse it is performed. Of one that was handed to an agent, for example, it is not known how it ends."""
     if performed > 1:
         return f"it was performed {performed} times"
     if state not in OVER_BY_ITSELF:
@@ -273,4 +362,6 @@ def judge(state, performed, may_be_lost=False):
         return f"the record says '{state}' of it, and it was performed"
     if not may_be_lost and (state != "done" or not performed):
         return f"it was lost: the record says '{state}' of it, and it was performed {performed} times"
+    if is_known and (state, performed) in (("done", 0), ("interrupted", 1)):
+        return f"the record says '{state}' of it, and it was performed {performed} times"
     return None

@@ -26,11 +26,20 @@ class Judging(unittest.TestCase):
     def test_without_an_excuse_nothing_is_lost(self):
         for state in controlled.OVER_BY_ITSELF:
             self.assertIn("lost", controlled.judge(state, 0))
-            self.assertIsNone(controlled.judge(state, 0, may_be_lost=True))
+            self.assertIsNone(controlled.judge(state, 0, may_be_lost=True, is_known=False))
 
     def test_what_was_interrupted_may_have_been_performed(self):
-        for state in ("interrupted", "unknown"):
-            self.assertIsNone(controlled.judge(state, 1, may_be_lost=True))
+        for state in ("failed", "unknown"):
+            for performed in (0, 1):
+                self.assertIsNone(controlled.judge(state, performed, may_be_lost=True))
+
+    def test_what_was_performed_is_done_and_not_interrupted(self):
+        self.assertIn("performed 1 times", controlled.judge("interrupted", 1, may_be_lost=True))
+        self.assertIn("performed 0 times", controlled.judge("done", 0, may_be_lost=True))
+
+    def test_of_what_somebody_else_has_it_is_not_known_how_it_ends(self):
+        self.assertIsNone(controlled.judge("interrupted", 1, may_be_lost=True, is_known=False))
+        self.assertIsNone(controlled.judge("done", 0, may_be_lost=True, is_known=False))
 
     def test_something_becomes_of_everything(self):
         for state in (None, "asked", "begun"):

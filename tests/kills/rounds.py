@@ -7,16 +7,19 @@ import datetime
 import json
 import os
 import plistlib
+import select
 import signal
 import subprocess
 import time
 
 import controlled
 
-VICTIMS = ("daemon", "performer", "tool", "agent")
+VICTIMS = ("daemon", "supervisor", "actor", "program", "tool", "agent")
+OF_AN_ACTION = ("supervisor", "actor", "program")
 APART = datetime.timedelta(seconds=5)
 BY_HAND = datetime.timedelta(days=3000)  # a date that never comes: it is run by hand
-LONGEST_DELAY = {"daemon": 0.12, "performer": 0.05, "tool": 0.06, "agent": 0.12}  # seconds until the kill
+BEFORE = datetime.timedelta(seconds=1)  # by then an action in the daemon is made ready and not due yet
+LONGEST_DELAY = {"daemon": 0.12, "supervisor": 0.05, "actor": 0.05, "program": 0.05, "tool": 0.06, "agent": 0.12}  # seconds until the kill
 NEVER_ASKED = "never asked for"
 KEPT = 12  # schedules that are over and stay in the store
 
@@ -111,45 +114,52 @@ class Rounds:
                 break
         return tools
 
-    def performers(self):
-        """The processes of actions, with the names of their schedules."""
-        found = []
-        for host in (self.hosts.daemon, self.hosts.agent):
-            with contextlib.suppress(OSError):
-                for task in os.listdir(f"/proc/{host.pid}/task"):
-                    with open(f"/proc/{host.pid}/task/{task}/children", encoding="ascii") as children:
-                        found += map(int, children.read().split())
-        named = []
-        for process in found:
-            with contextlib.suppress(OSError), open(f"/proc/{process}/cmdline", "rb") as line:
+    def processes(self, victim):
+        """The processes of that kind, with the names of their schedules: None where nobody knows."""
+        performers = self.hosts.performers()
+        supervisors = {process for process, parent in performers.items() if parent not in performers}
+        actors = {process for process, parent in performers.items() if parent in supervisors}
+        # One that has lost its parents is its supervisor's, or nobody's.
+        hosts = supervisors | actors | {self.hosts.agent.pid}
+        programs = {process: name for process, (parent, name) in self.programs(performers).items()
+                    if name or parent in hosts}
+        if victim == "program":
+            return list(programs.items())
+        return [(process, None) for process in (supervisors if victim == "supervisor" else actors)]
+
+    def programs(self, performers):
+        """What may be the program of an action: its parent, and the name of its schedule, None where it does not say so."""
+        found = {}
+        for process in set(map(int, filter(str.isdigit, os.listdir("/proc")))) - performers.keys():
+            with contextlib.suppress(OSError), open(f"/proc/{process}/cmdline", "rb") as line, \
+                    open(f"/proc/{process}/stat", encoding="utf-8", errors="replace") as stat:
                 arguments = line.read().decode(errors="replace").split("\0")
-                name = arguments[3] if arguments[:2] == ["/bin/sh", "-c"] else self.name_of_exec(arguments)
-                named.append((process, name))
-        return named
+                parent = int(stat.read().rpartition(")")[2].split()[1])
+                if arguments[:2] == ["/bin/sh", "-c"] and len(arguments) > 4 and arguments[4].startswith(self.hosts.system.root):
+                    found[process] = parent, arguments[3]
+                elif arguments[:1] == ["sleep"]:
+                    found[process] = parent, None  # a shell that became its last program: any may be lost
+        return found
 
-    @staticmethod
-    def name_of_exec(arguments):
-        """A shell that became its last program no longer says whose it is: any may be lost."""
-        return None if arguments[:1] == ["sleep"] else ""
-
-    def kill_performer(self, tools, active):
-        """Kills an action's process. The names that may be lost by that; nothing when there was none."""
+    def kill_process(self, victim, tools, active):
+        """Kills a process of an action. The names that may be lost by that; nothing when there was none."""
         def is_there():
             states = self.hosts.states_by_identifier()
             refused = {tool.schedule.name for tool in tools if tool.process.poll() not in (None, 0)}
-            return [one for one in self.performers() if one[1] != ""] or all(
+            return self.processes(victim) or all(
                 schedule.name in refused or states.get(schedule.identifier) in controlled.OVER_BY_ITSELF
                 for schedule in active)
-        there = controlled.until("an action", is_there)
+        there = controlled.until(f"a process to kill ({victim})", is_there)
         if there is True:
             return set()
         process, name = self.random.choice(there)
         with contextlib.suppress(ProcessLookupError):
             descriptor = os.pidfd_open(process)
             try:
-                time.sleep(self.random.uniform(0, LONGEST_DELAY["performer"]))
+                time.sleep(self.random.uniform(0, LONGEST_DELAY[victim]))
                 signal.pidfd_send_signal(descriptor, signal.SIGKILL)
-                self.kills["performer"] += 1
+                select.select([descriptor], [], [], controlled.LIMIT)  # it has ended
+                self.kills[victim] += 1
                 return {name} if name else {schedule.name for schedule in active}
             finally:
                 os.close(descriptor)
@@ -157,8 +167,8 @@ class Rounds:
 
     def kill(self, victim, tools, active):
         """Kills the victim at a random moment from now. The names that may be lost."""
-        if victim == "performer":
-            return self.kill_performer(tools, active)
+        if victim in OF_AN_ACTION:
+            return self.kill_process(victim, tools, active)
         time.sleep(self.random.uniform(0, LONGEST_DELAY[victim]))
         if victim == "tool":
             tool = self.random.choice(tools)
@@ -190,12 +200,35 @@ class Rounds:
         active = [self.schedules[name] for name in sorted(self.expected)
                   if self.schedules[name].date == date or (self.schedules[name].was_asked
                                                            and not self.schedules[name].verdict)]
+        may_be_lost = self.make_ready(date, victim, tools, active) if self.random.random() < 0.5 else None
         self.hosts.move_clock(date)
-        may_be_lost = self.kill(victim, tools, active)
+        if may_be_lost is None:
+            may_be_lost = self.kill(victim, tools, active)
         asked = self.end_tools(tools)
         self.wait_for_outcomes(active, asked)
         for schedule in active:
             self.judge(schedule, victim, may_be_lost, asked)
+
+    def make_ready(self, date, victim, tools, active):
+        """The clock stands before the date, where performers are made ready. In half of all cases the victim is killed by then:
+        the names that may be lost, of which none is due yet. Otherwise nothing."""
+        due = [schedule for schedule in active if schedule.date == date and schedule.place == "daemon"]
+        self.hosts.move_clock(date - BEFORE)
+        if self.random.random() < 0.5:
+            controlled.until("all performers", lambda: all(self.is_ready(schedule) for schedule in due))
+        has_victim = victim in ("daemon", "agent") or (victim in ("supervisor", "actor") and due)
+        if not has_victim or self.random.random() < 0.5:
+            return None
+        may_be_lost = self.kill(victim, tools, active)
+        controlled.until("all performers without an action to end", self.has_each_its_actor)
+        return may_be_lost - {schedule.name for schedule in active if schedule.date == date}
+
+    def has_each_its_actor(self):
+        performers = self.hosts.performers()
+        return all(parent in performers or process in performers.values() for process, parent in performers.items())
+
+    def is_ready(self, schedule):
+        return self.hosts.is_ready(controlled.Occurrence(schedule.identifier, schedule.date, schedule.place))
 
     # ---- what came of it
 
@@ -266,7 +299,7 @@ class Rounds:
         if state == "done" and not is_excused:
             with contextlib.suppress(controlled.Failure):
                 controlled.until("the mark", lambda: self.hosts.performed()[schedule.name])
-        wrong = controlled.judge(state, self.hosts.performed()[schedule.name], is_excused)
+        wrong = controlled.judge(state, self.hosts.performed()[schedule.name], is_excused, schedule.place == "daemon")
         if wrong:
             self.complain(f"{schedule.name} ({schedule.place}, {victim} killed): {wrong}")
         schedule.verdict = state

@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QFile>
 
+#include <csignal>
 #include <sys/stat.h>
+#include <utility>
 
 using namespace dozely;
 
@@ -19,7 +21,27 @@ ScratchRoot::ScratchRoot() : m_folder("/tmp/dz-XXXXXX")
 
 ScratchRoot::~ScratchRoot()
 {
+    killPerformers();
     RootFolder::set("/");
+}
+
+/// Once more after each kill: one may just be starting another process.
+void ScratchRoot::killPerformers() const
+{
+    const QByteArray root = "--root" + QByteArray(1, '\0') + QFile::encodeName(path()) + '\0';
+    for (bool isKilled = true; std::exchange(isKilled, false);) {
+        for (const QString &entry : QDir("/proc").entryList(QDir::Dirs)) {
+            bool isNumber = false;
+            const pid_t process = entry.toInt(&isNumber);
+            QFile commandLine(QString("/proc/%1/cmdline").arg(process));
+            if (!isNumber || !commandLine.open(QIODevice::ReadOnly))
+                continue;
+            const QByteArray line = commandLine.readAll();
+            if (line.contains(root) && line.left(line.indexOf('\0')).contains("performer") &&
+                ::kill(process, SIGKILL) == 0)
+                isKilled = true;
+        }
+    }
 }
 
 QString ScratchRoot::makeFolder(const QString &fixedPath, int mode) const

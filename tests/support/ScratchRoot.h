@@ -26,6 +26,9 @@ public:
     QStringList logLines() const;
     QByteArray logContent() const;
 
+    /// Ends all performers that were started below this root. They outlive their hosts, and the test.
+    void killPerformers() const;
+
 private:
     QTemporaryDir m_folder;
 };

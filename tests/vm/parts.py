@@ -52,6 +52,8 @@ def unit(scenario):
 def restart(scenario):
     scenario.wait_for_fact("the restart of the service", PART_LIMIT, "restart-over")
     scenario.action("restart-long").must_be_done_once("the action that went on")
+    if scenario.facts["restart-told"] != "1":
+        raise Failure(f"{scenario.facts['restart-told']} lines of the log say that an earlier daemon began it")
     scenario.action("restart-after").must_be_in_time("the next action", ACT_TOLERANCE)
     right, seen = re.fullmatch(r"right=(\d+) seen=(\S+)", scenario.facts["restart-alarms"]).groups()
     strange = set(seen.split(",")) - {right, "none"}  # an alarm is cleared before it is set

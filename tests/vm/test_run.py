@@ -252,14 +252,17 @@ class Actions(Judging):
 class Restart(Judging):
     part = staticmethod(parts.restart)
 
-    def story(self, seen="8000,none", after={}, **changes):
-        return [fact(f"restart-alarms right=8000 seen={seen}"),
+    def story(self, seen="8000,none", after={}, told=1, **changes):
+        return [fact(f"restart-alarms right=8000 seen={seen}"), fact(f"restart-told {told}"),
                 action("restart-long", 1000, **{"begun": 1000, "ended": 1020, **changes}),
                 action("restart-after", 1035, **{"begun": 1035, "ended": 1035, **after}), fact("restart-over yes")]
 
     def test_believes_the_whole_story(self):
         self.judge(self.story())
         self.judge(self.story(seen="8000"))
+
+    def test_refuses_an_action_that_the_next_daemon_did_not_find(self):
+        self.refuse("0 lines of the log", self.story(told=0))
 
     def test_refuses_an_action_that_was_cut_short_repeated_or_is_recorded_as_something_else(self):
         self.refuse("did not come to its end", self.story(ended=None))

@@ -47,6 +47,8 @@ struct PerformanceOutcome {
 
     /// The file for the outcome of the performance at `place`.
     static QString pathBeside(const QString &place) { return place + ".outcome"; }
+    /// The same while it is written.
+    static QString unfinishedPathBeside(const QString &place) { return pathBeside(place) + ".new"; }
 
     bool operator==(const PerformanceOutcome &) const = default;
 };

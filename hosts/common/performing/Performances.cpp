@@ -41,8 +41,11 @@ QString Performances::programNamed(const QString &name)
     return RootFolder::join(QString(DOZELY_LIBEXECDIR) + '/' + name);
 }
 
-Performances::Performances(std::unique_ptr<PerformerStart> performers, QString folder, Clock &clock)
-    : m_folder(std::move(folder)), m_clock(clock), m_performers(std::move(performers))
+Performances::Performances(std::unique_ptr<PerformerStart> performers, const QString &folder, Clock &clock,
+                           const QString &spareFolder)
+    : m_folders(spareFolder.isEmpty() ? QStringList{folder} : QStringList{folder, spareFolder}),
+      m_clock(clock),
+      m_performers(std::move(performers))
 {
 }
 
@@ -50,22 +53,45 @@ Performances::~Performances() = default;
 
 QString Performances::placeOf(const QString &name) const
 {
-    return m_folder + '/' + name;
+    for (const QString &folder : m_folders) {
+        const QString place = folder + '/' + name;
+        if (QFile::exists(place) || QFile::exists(PerformanceOutcome::pathBeside(place)))
+            return place;
+    }
+    return m_folders.first() + '/' + name;
+}
+
+Result<QString> Performances::makePlace(const QString &name, const QByteArray &mark) const
+{
+    Result<void> made;
+    for (const QString &folder : m_folders) {
+        const QString place = folder + '/' + name;
+        made = PlaceLock::make(place, mark);
+        if (!made && !PlaceLock::takeBack(place))
+            break; // another one goes on there
+        if (!made)
+            made = PlaceLock::make(place, mark); // what was there was left by one that is over
+        if (made)
+            return place;
+    }
+    return made.error();
 }
 
 Result<void> Performances::prepare(const QString &name, PerformanceOrder order, Ended ended)
 {
-    order.place = placeOf(name);
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends) != 0)
         return Error{qt_error_string(errno)};
     auto running = std::make_shared<Running>();
     running->ended = std::move(ended);
+    running->isLetGo = false;
     running->host.reset(ends[0]);
     const Descriptor theirs(ends[1]);
     order.placeMark = QByteArray::number(QRandomGenerator::global()->generate64(), 16);
-    if (auto made = PlaceLock::make(order.place, order.placeMark); !made)
-        return made;
+    auto place = makePlace(name, order.placeMark);
+    if (!place)
+        return place.error();
+    order.place = *std::move(place);
     // Sent before there is somebody to read it: it waits.
     if (auto sent = OrderStream::send(running->host.get(), order); !sent) {
         QFile::remove(order.place);
@@ -109,10 +135,12 @@ void Performances::hearEnd(const QString &name)
 bool Performances::go(const QString &name)
 {
     const auto running = m_running.value(name);
-    if (!running || !OrderStream::go(running->host.get()))
+    if (!running)
         return false;
-    running->isLetGo = true;
-    return true;
+    running->isLetGo = OrderStream::go(running->host.get());
+    if (!running->isLetGo)
+        ::shutdown(running->host.get(), SHUT_WR); // so that one that is there does not wait for ever
+    return running->isLetGo;
 }
 
 void Performances::callOff(const QString &name)
@@ -122,6 +150,7 @@ void Performances::callOff(const QString &name)
         return;
     m_performers->forget(name);
     QFile::remove(placeOf(name));
+    removeOutcome(name); // of one that ended before
 }
 
 bool Performances::isThere(const QString &name) const
@@ -137,16 +166,16 @@ bool Performances::adopt(const QString &name, Ended ended)
     auto running = std::make_shared<Running>();
     running->ended = std::move(ended);
     m_running.insert(name, running);
-    lookAtAdopted();
+    lookAtAdopted(std::chrono::milliseconds(0));
     return true;
 }
 
-void Performances::lookAtAdopted()
+void Performances::lookAtAdopted(std::chrono::milliseconds delay)
 {
     if (m_isLooking)
         return;
     m_isLooking = true;
-    m_clock.callAfter(betweenLooks, this, [this] {
+    m_clock.callAfter(delay, this, [this] {
         m_isLooking = false;
         bool goesOn = false;
         for (const QString &name : m_running.keys()) {
@@ -158,16 +187,15 @@ void Performances::lookAtAdopted()
                 finish(name);
         }
         if (goesOn)
-            lookAtAdopted();
+            lookAtAdopted(betweenLooks);
     });
 }
 
-std::optional<PerformanceOutcome> Performances::takeOutcome(const QString &name) const
+std::optional<PerformanceOutcome> Performances::outcomeOf(const QString &name) const
 {
     const QString path = PerformanceOutcome::pathBeside(placeOf(name));
     const auto content =
         GuardedFile({path, largestOutcome, 0600, GuardedFile::Owners::SystemAndThisUser}).read();
-    QFile::remove(path);
     if (!content || !*content)
         return {};
     const auto outcome = PerformanceOutcome::fromData(**content);
@@ -176,7 +204,7 @@ std::optional<PerformanceOutcome> Performances::takeOutcome(const QString &name)
 
 void Performances::finish(const QString &name)
 {
-    if (const auto outcome = takeOutcome(name))
+    if (const auto outcome = outcomeOf(name))
         tell(name, *outcome);
     else
         finishWithoutOutcome(name);
@@ -201,12 +229,37 @@ void Performances::tell(const QString &name, const PerformanceOutcome &outcome)
     m_performers->forget(name);
     QFile::remove(placeOf(name));
     running->ended(outcome);
+    if (!m_kept.contains(name))
+        removeOutcome(name);
 }
 
-void Performances::sweep(const QStringList &names) const
+void Performances::forget(const QString &name)
 {
-    for (const QString &entry : QDir(m_folder).entryList(QDir::Files | QDir::System | QDir::Hidden)) {
-        if (!names.contains(entry.section('.', 0, 0)) && PlaceLock::takeBack(m_folder + '/' + entry))
-            QFile::remove(m_folder + '/' + entry);
+    if (m_kept.remove(name))
+        removeOutcome(name);
+}
+
+void Performances::removeOutcome(const QString &name) const
+{
+    QFile::remove(PerformanceOutcome::pathBeside(placeOf(name)));
+    QFile::remove(PerformanceOutcome::unfinishedPathBeside(placeOf(name)));
+}
+
+void Performances::sweep(const QStringList &names)
+{
+    for (const QString &folder : m_folders)
+        sweepFolder(folder, names);
+}
+
+void Performances::sweepFolder(const QString &folder, const QStringList &names)
+{
+    for (const QString &entry : QDir(folder).entryList(QDir::Files | QDir::System | QDir::Hidden)) {
+        const QString name = entry.section('.', 0, 0);
+        if (names.contains(name))
+            continue;
+        if (PlaceLock::takeBack(folder + '/' + entry))
+            QFile::remove(folder + '/' + entry);
+        else if (entry == name) // it still ends, or goes on and was not recorded
+            adopt(name, [](const PerformanceOutcome &) {});
     }
 }

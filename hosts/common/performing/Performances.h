@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include <functional>
 #include <memory>
@@ -34,18 +35,20 @@ public:
     /// The full path of a performer's program, which lies where the system's helper programs are.
     static QString programNamed(const QString &name);
 
-    /// `folder`, a full path, is the one for the performers' files. Nobody else may be able to write there.
-    /// `clock` must outlive the object.
-    Performances(std::unique_ptr<PerformerStart> performers, QString folder, dozely::Clock &clock);
+    /// `folder` is the one for the performers' files, a full path; `spareFolder`, where there is one, is taken
+    /// while nothing can be made in the other, on a disk that is full for one. Nobody else may be able to
+    /// write there. `clock` must outlive the object.
+    Performances(std::unique_ptr<PerformerStart> performers, const QString &folder, dozely::Clock &clock,
+                 const QString &spareFolder = {});
     ~Performances() override;
 
     /// Starts a performer, which makes itself ready and waits. `order.place` need not be set. From then on
     /// `ended` is called once, from the event loop: at its end, also when it ends before it was let go, and
-    /// when it turns out that it cannot be started. An error when the machine lacks what that takes at once;
-    /// then `ended` is not called.
+    /// when it turns out that it cannot be started. An error when the machine lacks what that takes at once,
+    /// and while another one of this name goes on; then `ended` is not called.
     dozely::Result<void> prepare(const QString &name, PerformanceOrder order, Ended ended);
 
-    /// Lets one that is ready act; false when it has ended.
+    /// Lets one that is ready act; false when it has ended, or cannot be told and ends therefore.
     bool go(const QString &name);
 
     /// Ends one that was not let go; `ended` is not called.
@@ -58,8 +61,15 @@ public:
     /// performed it was cut short, or never began, and no longer can. `ended` as for prepare.
     bool adopt(const QString &name, Ended ended);
 
-    /// Removes what nobody will ask for any more: all but those of these names.
-    void sweep(const QStringList &names) const;
+    /// For `ended`: what became of it stays on disk until forget, so that a host that dies before it has it
+    /// on disk itself finds it again.
+    void keep(const QString &name) { m_kept += name; }
+
+    /// Removes what is kept.
+    void forget(const QString &name);
+
+    /// Removes what nobody will ask for any more, at once or when it ends: all but those of these names.
+    void sweep(const QStringList &names);
 
 private:
     struct Running;
@@ -69,12 +79,16 @@ private:
     void finish(const QString &name);
     void finishWithoutOutcome(const QString &name);
     void tell(const QString &name, const PerformanceOutcome &outcome);
-    void lookAtAdopted();
-    std::optional<PerformanceOutcome> takeOutcome(const QString &name) const;
+    dozely::Result<QString> makePlace(const QString &name, const QByteArray &mark) const;
+    void sweepFolder(const QString &folder, const QStringList &names);
+    void lookAtAdopted(std::chrono::milliseconds delay);
+    std::optional<PerformanceOutcome> outcomeOf(const QString &name) const;
+    void removeOutcome(const QString &name) const;
 
-    const QString m_folder;
+    const QStringList m_folders;
     dozely::Clock &m_clock;
     QHash<QString, std::shared_ptr<Running>> m_running;
+    QSet<QString> m_kept;
     bool m_isLooking = false;
     const std::unique_ptr<PerformerStart> m_performers; // the first to go: what it tells comes here
 };

@@ -81,8 +81,12 @@ Result<Descriptor> PlaceLock::take(const QString &place, const QByteArray &mark)
 bool PlaceLock::isHeld(const QString &place)
 {
     const Descriptor file = openPlace(place);
+    struct stat status {
+    };
+    if (!file.isValid())
+        return ::lstat(QFile::encodeName(place).constData(), &status) == 0; // which needs no descriptor
     struct flock lock = wholeFile();
-    return file.isValid() && ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    return ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 bool PlaceLock::takeBack(const QString &place)

@@ -19,7 +19,8 @@ dozely::Result<void> make(const QString &place, const QByteArray &mark = {});
 /// which is not disturbed.
 dozely::Result<dozely::Descriptor> take(const QString &place, const QByteArray &mark = {});
 
-/// Whether somebody has the lock: a performer that is ready or at work.
+/// Whether somebody has the lock: a performer that is ready or at work. Also true for a file of which
+/// nobody can tell, for want of a descriptor for example.
 bool isHeld(const QString &place);
 
 /// Sees to it that nothing begins at this place any more: removes the file, unless a performer has the lock.

@@ -54,7 +54,6 @@ HostSystem::~HostSystem()
         if (*process)
             kill(*process);
     }
-    killPerformers();
     if (HasFailure())
         std::fprintf(stderr, "The log:\n%s", root.logContent().constData());
 }
@@ -143,17 +142,6 @@ void HostSystem::kill(std::unique_ptr<QProcess> &process)
     process->kill();
     process->waitForFinished(patience);
     process.reset();
-}
-
-void HostSystem::killPerformers() const
-{
-    for (const QString &entry : QDir("/proc").entryList(QDir::Dirs)) {
-        bool isNumber = false;
-        const pid_t process = entry.toInt(&isNumber);
-        const QString program = isNumber ? QFile::symLinkTarget("/proc/" + entry + "/exe") : QString();
-        if (program.startsWith(root.path() + '/') && program.contains("performer"))
-            ::kill(process, SIGKILL);
-    }
 }
 
 HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arguments,

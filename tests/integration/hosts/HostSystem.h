@@ -33,9 +33,6 @@ protected:
     /// Ends a program with SIGTERM; its exit status, -1 when a signal ended it.
     static int endOf(std::unique_ptr<QProcess> &process);
 
-    /// Ends all performers with SIGKILL.
-    void killPerformers() const;
-
     /// Ends a program with SIGKILL.
     static void kill(std::unique_ptr<QProcess> &process);
 

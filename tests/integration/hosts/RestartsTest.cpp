@@ -32,7 +32,7 @@ TEST_F(HostsTest, AnActionThatIsCutShortIsLoggedAsInterruptedAndNotRepeated)
     writeStore({endless});
     ASSERT_TRUE(logs("Probe acts in the daemon: endless"));
     kill(daemon);
-    killPerformers(); // as a power cut does
+    root.killPerformers(); // as a power cut does
     startDaemon();
     ASSERT_TRUE(logs("was interrupted and is not repeated"));
     writeStore({endless, probeEntry("next", inDaemon)});
@@ -60,7 +60,8 @@ TEST_F(HostsTest, AnActionGoesOnWhileTheDaemonIsStartedAgainWhichRecordsItsEnd)
         EXPECT_EQ(outcomeOf(name, date), "begun");
         QFile(end).open(QIODevice::WriteOnly);
         EXPECT_TRUE(waitUntil([&] { return outcomeOf(name, date) == "failed"; }));
-        EXPECT_EQ(countOf(QString("Schedule \"Name of %1\" failed: its program ended with status 3").arg(name)), 1);
+        EXPECT_EQ(
+            countOf(QString("Schedule \"Name of %1\" failed: its program ended with status 3").arg(name)), 1);
         EXPECT_EQ(countOf("Probe acts in the daemon: " + name), 1);
         kill(daemon);
     }

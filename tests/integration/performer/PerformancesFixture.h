@@ -24,10 +24,12 @@ protected:
     }
 
     using Whose = dozely::ServiceManager::Whose;
-    std::unique_ptr<Performances> make(const QString &program, Whose whose = Whose::Machine)
+    std::unique_ptr<Performances> make(const QString &program, Whose whose = Whose::Machine,
+                                       const QString &folder = {}, const QString &spareFolder = {})
     {
-        return std::make_unique<Performances>(PerformerStart::ofThisMachine(program, whose), folder,
-                                              *dozely::Port<dozely::Clock>::current());
+        return std::make_unique<Performances>(PerformerStart::ofThisMachine(program, whose),
+                                              folder.isEmpty() ? this->folder : folder,
+                                              *dozely::Port<dozely::Clock>::current(), spareFolder);
     }
 
     /// A host that has begun anew.

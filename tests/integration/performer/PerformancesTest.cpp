@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <ostream>
+#include <unistd.h>
 
 using namespace dozely;
 
@@ -112,16 +113,89 @@ TEST_P(PerformancesTest, WhosePerformerWasKilledAreToldAsThat)
     ASSERT_TRUE(prepare("one", "hang"));
     ASSERT_TRUE(performances->go("one"));
     ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
-    QFile marked(root.join("/marks.supervisor"));
-    ASSERT_TRUE(marked.open(QIODevice::ReadOnly));
-    const pid_t supervisor = marked.readAll().trimmed().toInt();
-    ASSERT_GT(supervisor, 1);
-    ASSERT_EQ(::kill(supervisor, SIGKILL), 0);
+    const QList<pid_t> processes = processesOfAction();
+    ASSERT_EQ(processes.size(), 3);
+    ASSERT_EQ(::kill(processes[0], SIGKILL), 0);
     EXPECT_EQ(failure("one"), GetParam() == Way::Forked
                                   ? "its performer ended without a word"
                                   : "its performer ended without a word: the service manager calls that "
                                     "\"signal\"");
+    EXPECT_TRUE(waitUntil([&] { return !isAlive(processes[1]); })) << "nothing goes on unwatched";
+    EXPECT_TRUE(waitUntil([&] { return !isAlive(processes[2]); }));
+}
+
+TEST_P(PerformancesTest, AreTakenToGoOnWhileNobodyCanTell)
+{
+    ASSERT_EQ(::symlink("nowhere", QFile::encodeName(folder + "/one").constData()), 0);
+    EXPECT_TRUE(PlaceLock::isHeld(folder + "/one")) << "it cannot be opened";
+    EXPECT_FALSE(PlaceLock::isHeld(folder + "/two"));
+}
+
+TEST_P(PerformancesTest, TakeAPlaceThatWasLeftBehind)
+{
+    write("/var/lib/dozely/performing/one", "");
+    ASSERT_TRUE(prepare("one"));
+    ASSERT_TRUE(performances->go("one"));
+    EXPECT_EQ(outcome("one").failure, "");
+}
+
+TEST_P(PerformancesTest, AreNoneInThePlaceOfOneThatGoesOn)
+{
+    write("/var/lib/dozely/performing/one", "");
+    const auto held = PlaceLock::take(folder + "/one");
+    ASSERT_TRUE(held);
+    EXPECT_FALSE(prepare("one"));
+    EXPECT_TRUE(PlaceLock::isHeld(folder + "/one"));
+}
+
+TEST_P(PerformancesTest, GoOnInTheSpareFolderWhileNothingCanBeMadeInTheOther)
+{
+    root.makeFolder("/spare");
+    const auto startAnother = [&] {
+        performances = make(PERFORMER_PROGRAM, Whose::Machine, root.join("/no-folder"), root.join("/spare"));
+    };
+    startAnother();
+    ASSERT_TRUE(prepare("one", "wait"));
+    ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
+    startAnother();
+    ASSERT_TRUE(performances->adopt("one", noting("one")));
+    write("/marks.go", "");
+    EXPECT_EQ(outcome("one").failure, "");
+    EXPECT_TRUE(QDir(root.join("/spare")).entryList(QDir::Files).isEmpty());
+}
+
+TEST_P(PerformancesTest, AreToldAgainUntilTheHostHasThemOnDisk)
+{
+    ASSERT_TRUE(performances->prepare("one", order, [this](const PerformanceOutcome &outcome) {
+        performances->keep("one");
+        outcomes["kept"] += outcome;
+    }));
+    ASSERT_TRUE(performances->go("one"));
+    EXPECT_EQ(outcome("kept").failure, "");
+    EXPECT_EQ(files(), QStringList("one.outcome"));
+    start();
+    performances->sweep({"one"});
+    ASSERT_TRUE(performances->adopt("one", [this](const PerformanceOutcome &outcome) {
+        performances->keep("one");
+        outcomes["again"] += outcome;
+    }));
+    EXPECT_EQ(outcome("again"), outcome("kept"));
+    performances->forget("one");
     EXPECT_EQ(files(), QStringList());
+}
+
+TEST_P(PerformancesTest, ThatGoOnAndNobodyKnowsAreSweptWhenTheyEnd)
+{
+    ASSERT_TRUE(prepare("one", "wait"));
+    ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
+    start();
+    performances->sweep({});
+    EXPECT_EQ(files(), QStringList("one"));
+    write("/marks.go", "");
+    EXPECT_TRUE(waitUntil([&] { return files().isEmpty(); }));
+    EXPECT_EQ(marks(), "acted\nfinished\n");
 }
 
 TEST_P(PerformancesTest, HaveNothingLeftOfWhatNobodyAsksForAnyMore)

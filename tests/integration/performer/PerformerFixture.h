@@ -29,6 +29,27 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    /// Of one that hangs, or tells them: its supervisor, the process that acts, and one that this has
+    /// started.
+    QList<pid_t> processesOfAction() const
+    {
+        QFile file(root.join("/marks.processes"));
+        QList<pid_t> processes;
+        if (file.open(QIODevice::ReadOnly)) {
+            for (const QByteArray &line : file.readAll().trimmed().split('\n'))
+                processes += line.toInt();
+        }
+        return processes;
+    }
+    static bool isAlive(pid_t process)
+    {
+        QFile file(QString("/proc/%1/stat").arg(process));
+        if (!file.open(QIODevice::ReadOnly))
+            return false;
+        const QByteArray line = file.readAll();
+        return !QByteArray("ZX").contains(line.mid(line.lastIndexOf(')') + 2, 1));
+    }
+
     const QString folder = root.join("/var/lib/dozely/performing");
     PerformanceOrder order;
 };

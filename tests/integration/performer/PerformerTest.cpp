@@ -179,6 +179,23 @@ TEST_F(PerformerTest, KillsWhatAnActionHasLeftInASessionOfItsOwn)
     EXPECT_EQ(marks(), "acted\n");
 }
 
+TEST_F(PerformerTest, OutlivesAnActionThatIsGoneWhenItIsLetGo)
+{
+    order.parameters.insert("Do", "tell its processes when asked");
+    start();
+    ASSERT_TRUE(OrderStream::send(host.get(), order));
+    ASSERT_TRUE(waitUntil([&] { return processesOfAction().size() == 2; }));
+    const pid_t supervisor = processesOfAction()[0];
+    const pid_t actor = processesOfAction()[1];
+    ::kill(supervisor, SIGSTOP); // so that it hears both at once
+    ::kill(actor, SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return !isAlive(actor); }));
+    EXPECT_TRUE(OrderStream::go(host.get()));
+    ::kill(supervisor, SIGCONT);
+    EXPECT_THAT(outcome().failure.toStdString(), HasSubstr("was ended by signal 9"));
+    EXPECT_FALSE(outcome().hasBegun);
+}
+
 TEST_F(PerformerTest, KeepsTheEndOfWhatAnActionPrints)
 {
     const PerformanceOutcome printed = perform("print");

@@ -180,4 +180,7 @@ TEST_F(PlugInAnswersTest, AreNoneWithoutAPerformer)
     EXPECT_THAT(reason(trouble()), HasSubstr("no-performer could not be started"));
     EXPECT_THAT(reason(trouble({{"Number", 1LL}})), HasSubstr("no-performer could not be started"));
     EXPECT_EQ(messages().size(), 1) << lines();
+    const auto due = answers->of(trouble(), Urgency::Due);
+    ASSERT_TRUE(due && *due) << "what is due is tried all the same";
+    EXPECT_EQ((*due)->timeOut, -5);
 }

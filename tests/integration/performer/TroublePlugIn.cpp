@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <initializer_list>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -73,6 +74,8 @@ public:
     void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override
     {
         WDDaemonPlugIn::setParameters(parameters);
+        if (what() == "tell its processes when asked")
+            tellProcesses({::getppid(), ::getpid()});
         if (what() == "throw when asked")
             throw std::runtime_error("the plug-in was told to");
     }
@@ -109,10 +112,13 @@ public:
         if (wish == "crash")
             ::raise(SIGSEGV);
         if (wish == "hang") {
-            QFile file(parameters()->value("Marks").toString() + ".supervisor");
-            if (file.open(QIODevice::WriteOnly))
-                file.write(QByteArray::number(::getppid()));
-            file.close();
+            const pid_t child = ::fork();
+            if (child == 0) {
+                ::setsid();
+                for (;;)
+                    ::pause();
+            }
+            tellProcesses({::getppid(), ::getpid(), child});
             mark(*parameters(), "acted\n");
             ::pause();
         }
@@ -171,6 +177,19 @@ private:
         mark(*parameters(), "finished\n");
         m_isActing = false;
         Q_EMIT actionDidFinish();
+    }
+
+    /// Whole or not at all.
+    void tellProcesses(std::initializer_list<pid_t> processes) const
+    {
+        const QString path = parameters()->value("Marks").toString() + ".processes";
+        QFile file(path + ".new");
+        if (file.open(QIODevice::WriteOnly)) {
+            for (const pid_t process : processes)
+                file.write(QByteArray::number(process) + '\n');
+        }
+        file.close();
+        file.rename(path);
     }
 
     /// Until the test has made a file beside the marks.
