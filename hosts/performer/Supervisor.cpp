@@ -2,6 +2,7 @@
 #include "hosts/performer/Supervisor.h"
 
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "hosts/common/performing/OrderStream.h"
 #include "hosts/performer/Descendants.h"
 #include "hosts/performer/OwnUnit.h"
 
@@ -174,10 +175,12 @@ void Supervisor::hearReports()
         switch (kind) {
         case Report::Kind::Begun:
             m_outcome.hasBegun = true;
+            OrderStream::tellBegun(m_ends.host.get());
             break;
         case Report::Kind::Refused:
         case Report::Kind::Raised:
             m_outcome.failure = text;
+            m_outcome.hasRaised = kind == Report::Kind::Raised;
             break;
         case Report::Kind::Delivered:
             m_outcome.delivery = static_cast<PerformanceOutcome::Delivery>(status);

@@ -63,6 +63,21 @@ bool OrderStream::go(int socket)
     return ::send(socket, &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
 }
 
+OrderStream::News OrderStream::hear(int socket)
+{
+    char byte = 0;
+    const ssize_t size = ::recv(socket, &byte, 1, MSG_DONTWAIT);
+    if (size == 1)
+        return News::Begun;
+    return size < 0 && (errno == EAGAIN || errno == EINTR) ? News::None : News::Ended;
+}
+
+void OrderStream::tellBegun(int socket)
+{
+    const char byte = 'B';
+    ::send(socket, &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
 Result<PerformanceOrder> OrderStream::read(int socket)
 {
     char byte = 0;

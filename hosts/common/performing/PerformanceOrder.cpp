@@ -17,9 +17,13 @@ constexpr QLatin1StringView zoneKey("Time Zone");
 constexpr QLatin1StringView placeKey("Place");
 constexpr QLatin1StringView placeMarkKey("Place Mark");
 constexpr QLatin1StringView limitsKey("Limits");
+constexpr QLatin1StringView roleKey("Role");
 constexpr QLatin1StringView deedKey("Deed");
 constexpr QLatin1StringView consoleUserKey("Console User");
 constexpr QLatin1StringView consoleUserNameKey("Console User Name");
+
+constexpr QLatin1StringView daemonRole("daemon");
+constexpr QLatin1StringView sessionRole("session");
 } // namespace
 
 QByteArray PerformanceOrder::toData() const
@@ -32,6 +36,7 @@ QByteArray PerformanceOrder::toData() const
                     {placeKey, place},
                     {placeMarkKey, placeMark},
                     {limitsKey, limits.toMap()},
+                    {roleKey, QString(role == Role::Session ? sessionRole : daemonRole)},
                     {deedKey, static_cast<qint64>(deed)},
                     {consoleUserNameKey, consoleUserName}};
     if (consoleUser)
@@ -59,6 +64,9 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     const auto limits = ActionLimits::fromMap(map.value(limitsKey).toMap());
     if (!limits)
         return limits.error();
+    const QString role = map.value(roleKey).toString();
+    if (role != daemonRole && role != sessionRole)
+        return Error{"the order does not say who is to act"};
     const QTimeZone zone(map.value(zoneKey).toString().toUtf8());
     if (!zone.isValid())
         return Error{"the order's time zone is not known"};
@@ -75,6 +83,7 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
                            map.value(placeKey).toString(),
                            map.value(placeMarkKey).toByteArray(),
                            *limits};
+    order.role = role == sessionRole ? Role::Session : Role::Daemon;
     order.deed = static_cast<Deed>(deed.toInt());
     order.consoleUserName = map.value(consoleUserNameKey).toString();
     if (user.isValid())

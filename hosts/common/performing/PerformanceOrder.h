@@ -13,6 +13,9 @@
 /// What a performer is told to do: one occurrence of one schedule, and within which limits. A plain value,
 /// which travels over an inherited descriptor.
 struct PerformanceOrder {
+    /// Which of the bundle's classes acts: the daemon's, or the one for the user's session.
+    enum class Role { Daemon, Session };
+
     QString schedule;            ///< Its name, for people.
     QString bundlePath;          ///< The full path.
     QVariantMap parameters = {}; ///< The plug-in's.
@@ -21,7 +24,7 @@ struct PerformanceOrder {
     /// The file that stands for this performance, which the performer locks as long as it goes on: the full
     /// path. What became of it is written beside it (PerformanceOutcome::pathBeside).
     QString place = {};
-    QByteArray placeMark = {}; ///< What that file holds, so that it is not taken for the next one there.
+    QByteArray placeMark = {}; ///< That file begins with it, and is not taken for the next one there.
 
     ActionLimits limits = {};
 
@@ -39,6 +42,8 @@ struct PerformanceOrder {
     std::optional<quint32> consoleUser = {};
     QString consoleUserName = {};
     /// @}
+
+    Role role = Role::Daemon;
 
     QByteArray toData() const;
 

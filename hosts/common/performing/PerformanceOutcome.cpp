@@ -14,6 +14,7 @@ constexpr QLatin1StringView endedKey("Ended");
 constexpr QLatin1StringView outputKey("Output");
 constexpr QLatin1StringView deliveryKey("Delivery");
 constexpr QLatin1StringView hasDiedKey("Has Died");
+constexpr QLatin1StringView hasRaisedKey("Has Raised");
 } // namespace
 
 QByteArray PerformanceOutcome::toData() const
@@ -23,7 +24,8 @@ QByteArray PerformanceOutcome::toData() const
                     {endedKey, ended},
                     {outputKey, output},
                     {deliveryKey, static_cast<qint64>(delivery)},
-                    {hasDiedKey, hasDied}};
+                    {hasDiedKey, hasDied},
+                    {hasRaisedKey, hasRaised}};
     if (exitStatus)
         map.insert(exitStatusKey, *exitStatus);
     return PropertyList::toData(map, PropertyList::Format::Binary);
@@ -41,6 +43,7 @@ Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
         map.value(failureKey).typeId() != QMetaType::QString ||
         map.value(endedKey).typeId() != QMetaType::QDateTime ||
         map.value(outputKey).typeId() != QMetaType::QByteArray ||
+        map.value(hasRaisedKey).typeId() != QMetaType::Bool ||
         (status.isValid() && status.typeId() != QMetaType::LongLong))
         return Error{"it is no outcome of an action"};
     const QVariant delivery = map.value(deliveryKey);
@@ -50,6 +53,7 @@ Result<PerformanceOutcome> PerformanceOutcome::fromData(const QByteArray &data)
     PerformanceOutcome outcome{map.value(hasBegunKey).toBool(), map.value(failureKey).toString(),
                                status.isValid() ? std::optional<qint64>(status.toLongLong()) : std::nullopt,
                                map.value(endedKey).toDateTime(), map.value(outputKey).toByteArray()};
+    outcome.hasRaised = map.value(hasRaisedKey).toBool();
     outcome.delivery = static_cast<Delivery>(delivery.toInt());
     outcome.hasDied = map.value(hasDiedKey).toBool();
     return outcome;

@@ -15,7 +15,7 @@ struct PerformanceOutcome {
     /// Of what an action writes to its standard streams the last so many bytes are kept.
     static constexpr qsizetype mostOutput = 64 << 10;
 
-    bool hasBegun = false; ///< Whether the action was called.
+    bool hasBegun = false; ///< Whether the action was called, for all that is known.
     QString failure = {};  ///< A clause that says why it is none that succeeded; else empty.
     /// Of the program that it ran, where there was one; negative when that could not be started.
     std::optional<qint64> exitStatus = {};
@@ -34,6 +34,7 @@ struct PerformanceOutcome {
     /// Whether the plug-in had its process end, by a crash or by itself. One that had to be killed is none
     /// such: that may be another's fault.
     bool hasDied = false;
+    bool hasRaised = false; ///< Whether the failure is what the action raised.
 
     /// Whether it came to the action itself, and to the program that it runs.
     bool isPerformed() const { return hasBegun && exitStatus.value_or(0) >= 0; }

@@ -2,6 +2,7 @@
 #include "hosts/common/performing/Performances.h"
 
 #include "DozelyKit/core/files/GuardedFile.h"
+#include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/Descriptor.h"
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
@@ -16,6 +17,7 @@
 #include <cerrno>
 #include <poll.h>
 #include <sys/socket.h>
+#include <utility>
 
 using namespace dozely;
 
@@ -25,10 +27,23 @@ namespace
 constexpr std::chrono::seconds betweenLooks(1);
 
 constexpr qint64 largestOutcome = 1 << 20; // bytes
+
+/// The order stands in the file of its performance after the mark, which is a line, for the next host.
+std::optional<PerformanceOrder> notedOrder(const QString &place)
+{
+    const auto content =
+        GuardedFile({place, PropertyList::ofTheSystem.size, 0600, GuardedFile::Owners::SystemAndThisUser})
+            .read();
+    if (!content || !*content)
+        return {};
+    const auto order = PerformanceOrder::fromData((*content)->sliced((*content)->indexOf('\n') + 1));
+    return order ? std::optional(*order) : std::nullopt;
+}
 } // namespace
 
 struct Performances::Running {
     Ended ended;
+    Begun begun;     ///< None once it was called.
     Descriptor host; ///< The performer has the other end; none for one of an earlier process.
     std::unique_ptr<DescriptorWatch> watch;
     bool isLetGo = true;  ///< Or, of one of an earlier process, may have been.
@@ -61,44 +76,44 @@ QString Performances::placeOf(const QString &name) const
     return m_folders.first() + '/' + name;
 }
 
-Result<QString> Performances::makePlace(const QString &name, const QByteArray &mark) const
+Result<void> Performances::makePlace(const QString &name, PerformanceOrder &order) const
 {
     Result<void> made;
     for (const QString &folder : m_folders) {
-        const QString place = folder + '/' + name;
-        made = PlaceLock::make(place, mark);
-        if (!made && !PlaceLock::takeBack(place))
+        order.place = folder + '/' + name;
+        const QByteArray content = order.placeMark + order.toData();
+        made = PlaceLock::make(order.place, content);
+        if (!made && !PlaceLock::takeBack(order.place))
             break; // another one goes on there
         if (!made)
-            made = PlaceLock::make(place, mark); // what was there was left by one that is over
+            made = PlaceLock::make(order.place, content); // what was there was left by one that is over
         if (made)
-            return place;
+            break;
     }
-    return made.error();
+    return made;
 }
 
-Result<void> Performances::prepare(const QString &name, PerformanceOrder order, Ended ended)
+Result<void> Performances::prepare(const QString &name, PerformanceOrder order, Ended ended, Begun begun)
 {
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends) != 0)
         return Error{qt_error_string(errno)};
     auto running = std::make_shared<Running>();
     running->ended = std::move(ended);
+    running->begun = std::move(begun);
     running->isLetGo = false;
     running->host.reset(ends[0]);
     const Descriptor theirs(ends[1]);
-    order.placeMark = QByteArray::number(QRandomGenerator::global()->generate64(), 16);
-    auto place = makePlace(name, order.placeMark);
-    if (!place)
-        return place.error();
-    order.place = *std::move(place);
+    order.placeMark = QByteArray::number(QRandomGenerator::global()->generate64(), 16) + '\n';
+    if (auto made = makePlace(name, order); !made)
+        return made;
     // Sent before there is somebody to read it: it waits.
     if (auto sent = OrderStream::send(running->host.get(), order); !sent) {
         QFile::remove(order.place);
         return sent;
     }
-    running->watch = std::make_unique<DescriptorWatch>([this, name] { hearEnd(name); });
-    running->watch->watch(running->host.get(), POLLIN); // it says nothing but that it ends
+    running->watch = std::make_unique<DescriptorWatch>([this, name] { hear(name); });
+    running->watch->watch(running->host.get(), POLLIN);
     running->isLetGo = false;
     running->isAsked = true;
     m_running.insert(name, running);
@@ -202,6 +217,22 @@ std::optional<PerformanceOutcome> Performances::outcomeOf(const QString &name) c
     return outcome ? std::optional(*outcome) : std::nullopt;
 }
 
+void Performances::hear(const QString &name)
+{
+    const auto running = m_running.value(name); // stays for as long as its own handler runs
+    switch (OrderStream::hear(running->host.get())) {
+    case OrderStream::News::None:
+        break;
+    case OrderStream::News::Begun:
+        if (const Begun begun = std::exchange(running->begun, {}))
+            begun();
+        break;
+    case OrderStream::News::Ended:
+        hearEnd(name);
+        break;
+    }
+}
+
 void Performances::finish(const QString &name)
 {
     if (const auto outcome = outcomeOf(name))
@@ -231,6 +262,29 @@ void Performances::tell(const QString &name, const PerformanceOutcome &outcome)
     running->ended(outcome);
     if (!m_kept.contains(name))
         removeOutcome(name);
+}
+
+QHash<QString, PerformanceOrder> Performances::ofEarlierHosts() const
+{
+    QHash<QString, PerformanceOrder> orders;
+    for (const QString &folder : m_folders) {
+        for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
+            if (name.contains('.') || m_running.contains(name))
+                continue;
+            if (const auto order = notedOrder(folder + '/' + name))
+                orders.insert(name, *order);
+        }
+    }
+    return orders;
+}
+
+void Performances::askAllToEnd() const
+{
+    for (const QString &name : m_running.keys()) {
+        // Whoever has not got the lock yet does not get it any more, or has got it meanwhile.
+        if (!PlaceLock::askToEnd(placeOf(name)) && !PlaceLock::takeBack(placeOf(name)))
+            PlaceLock::askToEnd(placeOf(name));
+    }
 }
 
 void Performances::forget(const QString &name)

@@ -29,8 +29,11 @@ class Performances : public QObject
 {
     Q_OBJECT
 public:
-    /// May not destroy the object.
+    /// Neither may destroy the object.
+    /// @{
+    using Begun = std::function<void()>;
     using Ended = std::function<void(const PerformanceOutcome &)>;
+    /// @}
 
     /// The full path of a performer's program, which lies where the system's helper programs are.
     static QString programNamed(const QString &name);
@@ -44,9 +47,10 @@ public:
 
     /// Starts a performer, which makes itself ready and waits. `order.place` need not be set. From then on
     /// `ended` is called once, from the event loop: at its end, also when it ends before it was let go, and
-    /// when it turns out that it cannot be started. An error when the machine lacks what that takes at once,
-    /// and while another one of this name goes on; then `ended` is not called.
-    dozely::Result<void> prepare(const QString &name, PerformanceOrder order, Ended ended);
+    /// when it turns out that it cannot be started. `begun`, where there is one, is called before that once
+    /// the action has begun. An error when the machine lacks what that takes at once, and while another one
+    /// of this name goes on; then neither is called.
+    dozely::Result<void> prepare(const QString &name, PerformanceOrder order, Ended ended, Begun begun = {});
 
     /// Lets one that is ready act; false when it has ended, or cannot be told and ends therefore.
     bool go(const QString &name);
@@ -60,6 +64,13 @@ public:
     /// Takes up one of an earlier process. False when it neither goes on nor has left an outcome: whoever
     /// performed it was cut short, or never began, and no longer can. `ended` as for prepare.
     bool adopt(const QString &name, Ended ended);
+
+    /// What those of earlier processes were told to do, by their names: for a host that has not kept these.
+    /// Some may be over, or never have begun.
+    QHash<QString, PerformanceOrder> ofEarlierHosts() const;
+
+    /// Asks all that go on to end, and those that were only made ready not to begin. Does not wait for it.
+    void askAllToEnd() const;
 
     /// For `ended`: what became of it stays on disk until forget, so that a host that dies before it has it
     /// on disk itself finds it again.
@@ -75,11 +86,12 @@ private:
     struct Running;
     QString placeOf(const QString &name) const;
     void answered(const QString &name, const dozely::Result<void> &started);
+    void hear(const QString &name);
     void hearEnd(const QString &name);
     void finish(const QString &name);
     void finishWithoutOutcome(const QString &name);
     void tell(const QString &name, const PerformanceOutcome &outcome);
-    dozely::Result<QString> makePlace(const QString &name, const QByteArray &mark) const;
+    dozely::Result<void> makePlace(const QString &name, PerformanceOrder &order) const;
     void sweepFolder(const QString &folder, const QStringList &names);
     void lookAtAdopted(std::chrono::milliseconds delay);
     std::optional<PerformanceOutcome> outcomeOf(const QString &name) const;

@@ -4,27 +4,38 @@
 #include <QFile>
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
+
+extern "C" {
+#include <sys/pidfd.h> // says nothing about C++ in glibc 2.36
+}
 
 using namespace dozely;
 
 namespace
 {
-constexpr qsizetype longestMark = 64; // bytes
-
 Error failure(const QString &place)
 {
     return Error{QString("%1: %2").arg(place, qt_error_string(errno))};
 }
 
-struct flock wholeFile()
+/// The lock that a performance is told by: the processes of a performer share it.
+constexpr off_t sharedByte = 0;
+/// A lock of the process that takes the other one, of which the kernel says whose it is.
+constexpr off_t ownersByte = 1;
+
+struct flock lockOf(off_t byte)
 {
     struct flock lock {
     };
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
+    lock.l_start = byte;
+    lock.l_len = 1;
     return lock;
 }
 
@@ -33,11 +44,20 @@ Descriptor openPlace(const QString &place)
     return Descriptor(::open(QFile::encodeName(place).constData(), O_RDWR | O_NOFOLLOW | O_CLOEXEC));
 }
 
+std::optional<pid_t> ownerOf(const QString &place)
+{
+    const Descriptor file = openPlace(place);
+    struct flock lock = lockOf(ownersByte);
+    if (!file.isValid() || ::fcntl(file.get(), F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK)
+        return {};
+    return lock.l_pid;
+}
+
 bool holdsAnother(const Descriptor &file, const QByteArray &mark)
 {
-    char content[longestMark + 1];
-    const ssize_t size = ::pread(file.get(), content, sizeof content, 0);
-    return size > 0 && mark != QByteArrayView(content, size);
+    QByteArray content(mark.size(), '\0');
+    const ssize_t size = ::pread(file.get(), content.data(), static_cast<size_t>(content.size()), 0);
+    return size > 0 && mark != QByteArrayView(content.constData(), size);
 }
 
 Error calledOff(const QString &place)
@@ -47,7 +67,7 @@ Error calledOff(const QString &place)
 
 Result<Descriptor> lock(const QString &place, Descriptor file)
 {
-    const struct flock lock = wholeFile();
+    const struct flock lock = lockOf(sharedByte);
     if (!file.isValid() || ::fcntl(file.get(), F_OFD_SETLK, &lock) != 0)
         return failure(place);
     struct stat status {
@@ -58,7 +78,7 @@ Result<Descriptor> lock(const QString &place, Descriptor file)
 }
 } // namespace
 
-Result<void> PlaceLock::make(const QString &place, const QByteArray &mark)
+Result<void> PlaceLock::make(const QString &place, const QByteArray &content)
 {
     const Descriptor made(
         ::open(QFile::encodeName(place).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
@@ -66,7 +86,7 @@ Result<void> PlaceLock::make(const QString &place, const QByteArray &mark)
         return failure(place);
     // A full disk keeps nothing from being performed: then the file is empty, and anybody's.
     [[maybe_unused]] const ssize_t written =
-        ::write(made.get(), mark.constData(), static_cast<size_t>(mark.size()));
+        ::write(made.get(), content.constData(), static_cast<size_t>(content.size()));
     return {};
 }
 
@@ -75,6 +95,10 @@ Result<Descriptor> PlaceLock::take(const QString &place, const QByteArray &mark)
     Descriptor file = openPlace(place);
     if (file.isValid() && holdsAnother(file, mark))
         return calledOff(place);
+    // First, so that whoever has the lock can be asked to end.
+    const struct flock owners = lockOf(ownersByte);
+    if (!file.isValid() || ::fcntl(file.get(), F_SETLK, &owners) != 0)
+        return failure(place);
     return lock(place, std::move(file));
 }
 
@@ -85,8 +109,17 @@ bool PlaceLock::isHeld(const QString &place)
     };
     if (!file.isValid())
         return ::lstat(QFile::encodeName(place).constData(), &status) == 0; // which needs no descriptor
-    struct flock lock = wholeFile();
+    struct flock lock = lockOf(sharedByte);
     return ::fcntl(file.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+}
+
+bool PlaceLock::askToEnd(const QString &place)
+{
+    const auto owner = ownerOf(place);
+    const Descriptor process(owner ? ::pidfd_open(*owner, 0) : -1);
+    // Who has it still is who had it when the process was opened, and no other one of the same number.
+    return process.isValid() && ownerOf(place) == owner &&
+           ::pidfd_send_signal(process.get(), SIGTERM, nullptr, 0) == 0;
 }
 
 bool PlaceLock::takeBack(const QString &place)

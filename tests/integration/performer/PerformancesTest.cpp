@@ -185,6 +185,55 @@ TEST_P(PerformancesTest, AreToldAgainUntilTheHostHasThemOnDisk)
     EXPECT_EQ(files(), QStringList());
 }
 
+TEST_P(PerformancesTest, TellThatTheyHaveBegunBeforeTheyEnd)
+{
+    order.parameters.insert("Do", "wait");
+    int begun = 0;
+    ASSERT_TRUE(performances->prepare("one", order, noting("one"), [&] { ++begun; }));
+    ASSERT_TRUE(waitUntil([&] { return PlaceLock::isHeld(folder + "/one"); }));
+    EXPECT_EQ(begun, 0);
+    ASSERT_TRUE(performances->go("one"));
+    EXPECT_TRUE(waitUntil([&] { return begun == 1; }));
+    EXPECT_TRUE(outcomes["one"].isEmpty());
+    write("/marks.go", "");
+    EXPECT_EQ(outcome("one").failure, "");
+    EXPECT_EQ(begun, 1);
+}
+
+TEST_P(PerformancesTest, EndWhenTheyAreAskedTo)
+{
+    ASSERT_TRUE(prepare("adopted", "wait"));
+    ASSERT_TRUE(performances->go("adopted"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
+    start();
+    ASSERT_TRUE(prepare("own", "wait"));
+    ASSERT_TRUE(performances->go("own"));
+    ASSERT_TRUE(performances->adopt("adopted", noting("adopted")));
+    ASSERT_TRUE(prepare("only ready", "wait"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\nacted\n"; }));
+    performances->askAllToEnd();
+    for (const QString name : {"adopted", "own"})
+        EXPECT_EQ(outcome(name).failure, "it was asked to end") << name.toStdString();
+    EXPECT_FALSE(outcome("only ready").failure.isEmpty());
+    EXPECT_EQ(marks(), "acted\nacted\n") << "they did not come to their ends";
+}
+
+TEST_P(PerformancesTest, LeaveWordForAHostThatHasKeptNothing)
+{
+    ASSERT_TRUE(prepare("one", "wait"));
+    ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
+    EXPECT_TRUE(performances->ofEarlierHosts().isEmpty()) << "it is this one's";
+    start();
+    const auto earlier = performances->ofEarlierHosts();
+    ASSERT_EQ(earlier.keys(), QStringList("one"));
+    EXPECT_EQ(earlier["one"].bundlePath, order.bundlePath);
+    EXPECT_EQ(earlier["one"].parameters, order.parameters);
+    EXPECT_EQ(earlier["one"].date, order.date);
+    write("/marks.go", "");
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(folder + "/one.outcome"); }));
+}
+
 TEST_P(PerformancesTest, ThatGoOnAndNobodyKnowsAreSweptWhenTheyEnd)
 {
     ASSERT_TRUE(prepare("one", "wait"));
