@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/performer/Actor.h"
 
+#include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/log/LogLabel.h"
-#include "DozelyKit/plugin/Names.h"
+#include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionState.h"
 #include "hosts/performer/HandOver.h"
@@ -11,14 +12,18 @@
 #include <QCoreApplication>
 
 #include <cerrno>
+#include <csignal>
+#include <optional>
+#include <utility>
 
 using namespace dozely;
 
-Actor::Actor(PerformanceOrder order, Descriptor go, Descriptor report)
+Actor::Actor(PerformanceOrder order, ActingRole &role, Descriptor go, Descriptor report)
     : m_order(std::move(order)),
+      m_role(role),
       m_go(std::move(go)),
       m_report(std::move(report)),
-      m_loader(InfoKey::daemonModule, PlugInLoader::sourcesOfTheSystem())
+      m_loader(role.moduleKey(), role.trustedSources())
 {
 }
 
@@ -47,28 +52,31 @@ int Actor::perform()
     if (!made)
         return refuse(made.error().text);
     m_plugIn = *made;
-    auto *const plugIn = dynamic_cast<WDDaemonPlugIn *>(m_plugIn.get());
-    if (!plugIn)
-        return refuse(QString("The module of %1 makes no plug-in for the daemon")
-                          .arg(logLabel((*bundle)->bundlePath())));
+    if (!m_role.canAct(*m_plugIn))
+        return refuse(QString("The module of %1 makes no plug-in for %2")
+                          .arg(logLabel((*bundle)->bundlePath()), m_role.host()));
     const auto thrown = GuardedPosting::guardPlugIn([&] {
-        plugIn->setParameters(m_order.parameters);
-        plugIn->setCalendarDate(m_order.date);
+        m_plugIn->setParameters(m_order.parameters);
+        m_plugIn->setCalendarDate(m_order.date);
     });
     if (thrown)
         return refuse(*thrown);
     if (!mayGo())
         return 0;
+    std::optional<LoopSignal> termination; // earlier there is nobody to tell
+    if (m_role.stopsActions())
+        termination.emplace(QList<int>{SIGTERM}, [this] { stop(); });
     Report::send(m_report.get(), Report::Kind::Begun);
     if (m_order.deed != PerformanceOrder::Deed::Act)
-        return handOver(*plugIn);
-    if (const auto raised = GuardedPosting::guardPlugIn([&] { plugIn->actInDaemon(); })) {
+        return handOver(dynamic_cast<WDDaemonPlugIn &>(*m_plugIn));
+    if (const auto raised = GuardedPosting::guardPlugIn([&] { m_role.act(*m_plugIn); })) {
         Report::send(m_report.get(), Report::Kind::Raised, *raised);
         return 0;
     }
     // Queued: the object itself is still at work when it emits the signal.
-    if (plugIn->metaObject()->indexOfSignal("actionDidFinish()") >= 0)
-        connect(plugIn, SIGNAL(actionDidFinish()), this, SLOT(endWhenDone()), Qt::QueuedConnection);
+    if (m_plugIn->metaObject()->indexOfSignal("actionDidFinish()") >= 0)
+        connect(m_plugIn.get(), SIGNAL(actionDidFinish()), this, SLOT(endWhenDone()), Qt::QueuedConnection);
+    connect(&m_role, &ActingRole::mayBeOver, this, &Actor::endWhenDone);
     QMetaObject::invokeMethod(this, &Actor::endWhenDone, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
@@ -87,9 +95,19 @@ int Actor::handOver(WDDaemonPlugIn &plugIn) const
 
 void Actor::endWhenDone()
 {
-    if (ActionState::isActing(*m_plugIn))
+    if (m_isStopped || ActionState::isActing(*m_plugIn) || m_role.goesOn())
         return;
     const auto status = ActionState::exitStatus(*m_plugIn);
     Report::send(m_report.get(), Report::Kind::Done, status ? QString::number(*status) : QString());
+    QCoreApplication::quit();
+}
+
+/// What it was asked to break off is not done.
+void Actor::stop()
+{
+    if (std::exchange(m_isStopped, true))
+        return;
+    if (const auto thrown = GuardedPosting::guardPlugIn([&] { m_role.stop(*m_plugIn); }))
+        ZDRLog("A plug-in was told to stop and raised: %@", *thrown);
     QCoreApplication::quit();
 }

@@ -90,7 +90,8 @@ void becomeActor(const Descriptor &output, const sigset_t &formerSignals)
 int main(int argc, char **argv)
 {
     ::umask(022);
-    HostApplication application(argc, argv, "dozely-performer");
+    std::unique_ptr<QCoreApplication> application =
+        std::make_unique<HostApplication>(argc, argv, "dozely-performer");
     HostOptions options(
         "Performs one action of a schedule, as a host of the system asks for it on standard input.");
     const QCommandLineOption ask("ask", "Ask plug-ins what the host wants to know, and perform nothing.");
@@ -109,6 +110,9 @@ int main(int argc, char **argv)
     const auto order = OrderStream::read(host.get());
     if (!order)
         return fail(order.error().text);
+    const auto role = ActingRole::ofThisProgram();
+    if (order->role != role->role())
+        return fail("the order is for the other kind of performer");
     const auto lock = PlaceLock::take(order->place, order->placeMark);
     if (!lock)
         return fail(lock.error().text);
@@ -139,8 +143,9 @@ int main(int argc, char **argv)
         becomeActor(output.writeEnd, former);
         if (!isInUnit)
             OwnLimits::take(order->limits.program);
+        role->beginProcess(application, argc, argv);
         const Channel channel;
-        return Actor(*order, std::move(go.readEnd), std::move(report.writeEnd)).perform();
+        return Actor(*order, *role, std::move(go.readEnd), std::move(report.writeEnd)).perform();
     }
     ::signal(SIGPIPE, SIG_IGN); // the action may be gone when it is let go, and so may who reads this output
     doNotBlock(report.readEnd);

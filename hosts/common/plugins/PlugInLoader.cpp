@@ -4,8 +4,10 @@
 #include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/StringExtensions.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/faults/ThrownBy.h"
 
 #include <QDir>
@@ -25,6 +27,16 @@ QList<PlugInLoader::Source> PlugInLoader::sourcesOfTheSystem()
 {
     const auto owner = RootFolder::owner();
     return owner ? QList<Source>{{QString(), {*owner}}} : QList<Source>();
+}
+
+QList<PlugInLoader::Source> PlugInLoader::sourcesOfTheSession()
+{
+    QList<Source> sources = sourcesOfTheSystem();
+    const auto owner = RootFolder::owner();
+    const QString home = RealHomeDirectory();
+    if (owner && !home.isEmpty())
+        sources += {RootFolder::join(home + FixedPath::plugIns), {*owner, NSProcessInfo::effectiveUserID()}};
+    return sources;
 }
 
 PlugInLoader::PlugInLoader(QString roleKey, QList<Source> sources, Maker withoutModule)

@@ -28,6 +28,9 @@ public:
     /// Those of a root process: bundles anywhere that nobody but the system's owner can write.
     static QList<Source> sourcesOfTheSystem();
 
+    /// Those of a process in a session: these, and the folder of plug-ins in the home of this process's user.
+    static QList<Source> sourcesOfTheSession();
+
     using Maker = std::function<std::unique_ptr<WDPlugIn>()>;
 
     /// `roleKey` is the Info key that names the role's module: "WDDaemonModule", "WDUserAgentModule". A

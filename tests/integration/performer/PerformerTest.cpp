@@ -270,3 +270,12 @@ TEST_F(PerformerTest, AnnouncesThroughTheAgent)
     EXPECT_EQ(perform("nothing").delivery, PerformanceOutcome::Delivery::NotSent);
     EXPECT_EQ(messages().filter("anticipateInUserAgentNow impossible").size(), 1);
 }
+
+TEST_F(PerformerTest, RefusesAnOrderOfTheOtherRole)
+{
+    order.role = PerformanceOrder::Role::Session;
+    begin("nothing");
+    ASSERT_TRUE(waitUntil([&] { return ending.has_value(); }));
+    EXPECT_EQ(exitStatus(), 1);
+    EXPECT_EQ(marks(), "");
+}
