@@ -92,6 +92,7 @@ class System:
             # The agent's user need not be able to read the build tree.
             "LD_LIBRARY_PATH": self.path("usr/lib"),
         }
+        self.runtime = self.path(f"run/user/{user.pw_uid}")  # of the user's session
 
     def path(self, relative):
         return os.path.join(self.root, relative)
@@ -112,6 +113,8 @@ class System:
             ("hosts/daemon/dozelyd", "usr/sbin/dozelyd"),
             ("hosts/admin/dozely-admin", "usr/bin/dozely-admin"),
             ("hosts/performer/dozely-performer", self.helper_programs() + "/dozely-performer"),
+            ("hosts/session-performer/dozely-session-performer",
+             self.helper_programs() + "/dozely-session-performer"),
             ("kit/libDozelyKit.so.0", "usr/lib/libDozelyKit.so.0"),
             ("kit/libDozelyInterface.so.0", "usr/lib/libDozelyInterface.so.0"),
             ("kit/dozely", "usr/lib/dozely"),
@@ -126,9 +129,12 @@ class System:
             else:
                 shutil.copyfile(source, self.path(target))
                 os.chmod(self.path(target), 0o755)
+        os.makedirs(self.runtime)
         self.close_to_others()
+        os.chmod(self.runtime, 0o700)
         if os.geteuid() == 0:
-            os.chown(self.path("marks/session"), self.user.pw_uid, self.user.pw_gid)
+            for folder in (self.path("marks/session"), self.runtime):
+                os.chown(folder, self.user.pw_uid, self.user.pw_gid)
         else:
             # Only a root daemon makes this folder itself.
             os.mkdir(self.path(SOCKETS))
@@ -152,7 +158,8 @@ class System:
 
     def as_user(self):
         """Options that make a process one of the user's session."""
-        options = {"env": {**self.environment, "HOME": self.user.pw_dir, **self.session_environment}}
+        options = {"env": {**self.environment, "HOME": self.user.pw_dir, "XDG_RUNTIME_DIR": self.runtime,
+                           **self.session_environment}}
         if os.geteuid() == 0:
             options.update(user=self.user.pw_uid, group=self.user.pw_gid, extra_groups=[])
         return options

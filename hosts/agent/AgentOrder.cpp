@@ -23,5 +23,6 @@ Result<AgentOrder> AgentOrder::in(const ReceivedOrder &received)
     // Without them the action would be another one than was meant.
     if (parameters.isValid() && parameters.typeId() != QMetaType::QVariantMap)
         return Error{"its parameters are no dictionary"};
-    return AgentOrder{path.toString(), date.toDateTime(), parameters.toMap()};
+    return AgentOrder{path.toString(), date.toDateTime(), parameters.toMap(),
+                      received.userInfo.value(OrderKey::scheduleName).toString()};
 }

@@ -14,6 +14,7 @@ struct AgentOrder {
     QString bundlePath;
     QDateTime date;
     QVariantMap parameters;
+    QString schedule = {}; ///< Its name, for people; empty from a daemon that does not tell.
 
     /// The order in what was received. The error says why it is refused: it is not from the system, names
     /// no date or no bundle, or has something else in the place of its parameters.

@@ -3,17 +3,19 @@
 
 #include "hosts/agent/AgentOrder.h"
 #include "hosts/agent/AlertKeeper.h"
+#include "hosts/agent/SessionActions.h"
 #include "hosts/common/plugins/PlugInLoader.h"
-#include "hosts/common/plugins/RunningActions.h"
 
 #include <QObject>
 
 struct ReceivedOrder;
 class WDUserAgentPlugIn;
 
-/// The agent's work: announces, in the session of its user, what the daemon is about to perform, and performs
-/// what the daemon hands over. Orders are taken from the system alone; code is loaded from folders of the
-/// system's owner and from the user's own folder of plug-ins.
+/// The agent's work: announces, in the session of its user, what the daemon is about to perform, and has
+/// performed what the daemon hands over. Orders are taken from the system alone; code is loaded from folders
+/// of the system's owner and from the user's own folder of plug-ins.
+///
+/// When it goes, the alerts are withdrawn, and the actions that go on asked to end.
 class UserAgentController : public QObject
 {
     Q_OBJECT
@@ -25,19 +27,15 @@ public:
     /// WDCommunicationCenter.
     static void askForAnnouncements();
 
-    /// Withdraws the alerts and interrupts the actions that go on.
-    ~UserAgentController() override;
-
 private:
     /// Absent, with a line in the log, when the order is refused.
     static std::optional<AgentOrder> orderIn(const ReceivedOrder &received);
 
     void userAgentMustAct(const ReceivedOrder &received);
-    static void reportOutcome(const AgentOrder &order, QLatin1StringView outcome);
     void userAgentMustAnticipate(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 
     PlugInLoader m_loader; // outlives the plug-in objects
     AlertKeeper m_alerts;
-    RunningActions m_running;
+    SessionActions m_actions;
 };

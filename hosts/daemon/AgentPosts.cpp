@@ -47,7 +47,8 @@ Delivery AgentPosts::post(QLatin1StringView name, const Occurrence &occurrence, 
     const NSNotification order(name, QString(OrderSender::userAgent),
                                {{OrderKey::bundlePath, occurrence.schedule.fullBundlePath()},
                                 {OrderKey::date, occurrence.calendarDate()},
-                                {OrderKey::parameters, occurrence.schedule.parameters}});
+                                {OrderKey::parameters, occurrence.schedule.parameters},
+                                {OrderKey::scheduleName, occurrence.schedule.name}});
     m_scheduler.beginWait();
     const bool isReceived = GuardedPosting::postToAgentOfUser(order, userId);
     m_scheduler.endWait();

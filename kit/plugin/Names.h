@@ -121,8 +121,8 @@ inline constexpr QLatin1StringView force("Force");
 namespace OrderName
 {
 /// From the daemon (WDDaemonPlugIn::actInUserAgentNow) to the agent at the console: perform the occurrence
-/// now. Sender: userAgent. Keys: bundlePath, date, parameters (empty when there are none). Obeyed from root
-/// and the root folder's owner.
+/// now. Sender: userAgent. Keys: bundlePath, date, parameters (empty when there are none), scheduleName (may
+/// be missing). Obeyed from root and the root folder's owner.
 inline constexpr QLatin1StringView userAgentMustAct("UserAgentMustActEvent");
 
 /// From the daemon (WDDaemonPlugIn::anticipateInUserAgentNow) to the agent at the console: announce the
@@ -169,6 +169,7 @@ inline constexpr QLatin1StringView bundlePath("Schedule Bundle Path");        //
 inline constexpr QLatin1StringView date("Schedule Date");                     ///< QDateTime, with its zone.
 inline constexpr QLatin1StringView parameters("Schedule Parameters");         ///< QVariantMap.
 inline constexpr QLatin1StringView scheduleIdentifier("Schedule Identifier"); ///< QString, as in the store.
+inline constexpr QLatin1StringView scheduleName("Schedule Name");             ///< QString, for people.
 inline constexpr QLatin1StringView outcome("Schedule Outcome");               ///< QString, an OrderOutcome.
 } // namespace OrderKey
 

@@ -61,6 +61,7 @@ HOST_ARROWS = {
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),
+    "hosts/session-performer": (COMMON, "hosts/agent", "hosts/performer"),  # is to plug-ins what the agent is
     "examples/gallery": ("hosts/agent",),  # shows the alert's window
 }
 # Folders outside kit/ that see no more of it than a stranger who installed it.

@@ -158,17 +158,19 @@ TEST_F(HostsTest, WhatAnAgentPerformsAlthoughItAnsweredTooLateIsRecordedAsPerfor
     startAgent();
     const QByteArray pipe = root.join("/pipe").toUtf8();
     ASSERT_EQ(::mkfifo(pipe.constData(), 0644), 0);
-    const QDateTime date = soon();
-    writeStore({probeEntry("first", with(inSession, "Holds Up Next", QString(pipe)), date),
-                probeEntry("late", inSession, date.addSecs(2))});
+    const QDateTime date = soon().addSecs(2);
+    QVariantMap heldUp = with(inSession, "Holds Up Next", QString(pipe)); // by its alert
+    heldUp = with(with(heldUp, "Alert", 1LL), "Delay before alert", 2LL);
+    writeStore({probeEntry("late", heldUp, date)});
+    ASSERT_TRUE(logs("Probe announces: late"));
     ASSERT_TRUE(logs("\"Name of late\" was sent to the agent"));
-    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date.addSecs(2)) == "unknown"; }));
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date) == "unknown"; }));
     const int writer = ::open(pipe.constData(), O_WRONLY); // waits for the agent, which reads
     ASSERT_GE(writer, 0);
     ::close(writer);
     ASSERT_TRUE(logs("Probe acts in the session: late"));
     EXPECT_TRUE(logs("\"Name of late\" was performed all the same by the agent of user"));
-    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date.addSecs(2)) == "done"; }));
+    EXPECT_TRUE(waitUntil([&] { return outcomeOf("late", date) == "done"; }));
     EXPECT_EQ(countOf("all the same"), 1);
     EXPECT_EQ(countOf("Probe acts in the session: late"), 1);
     EXPECT_EQ(countOf("was not performed"), 0);

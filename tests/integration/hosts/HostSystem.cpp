@@ -18,6 +18,7 @@ const QString daemonProgram = "/usr/sbin/dozelyd";
 const QString agentProgram =
     "/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Linux/Dozely Agent";
 const QString performerProgram = QString(LIBEXEC_FOLDER) + "/dozely-performer";
+const QString sessionPerformerProgram = QString(LIBEXEC_FOLDER) + "/dozely-session-performer";
 const QString dyingAgentProgram = "/usr/lib/dying_agent";
 const QString posterProgram = "/usr/lib/order_poster";
 const QString library = "/usr/lib/libDozelyKit.so.0";
@@ -33,6 +34,7 @@ HostSystem::HostSystem()
     copyProgram(DAEMON_PROGRAM, daemonProgram);
     copyProgram(AGENT_PROGRAM, agentProgram);
     copyProgram(PERFORMER_PROGRAM, performerProgram);
+    copyProgram(SESSION_PERFORMER_PROGRAM, sessionPerformerProgram);
     copyProgram(DYING_AGENT_PROGRAM, dyingAgentProgram);
     copyProgram(POSTER_PROGRAM, posterProgram);
     copyProgram(KIT_LIBRARY, library);
@@ -42,6 +44,10 @@ HostSystem::HostSystem()
     for (const QString &module : modules.entryList(QDir::Files))
         copyProgram(modules.filePath(module), "/usr/lib/dozely/" + module);
     makeProbe();
+    root.makeFolder(runtimeFolder(), 0700);
+    if (::geteuid() == 0) {
+        EXPECT_EQ(::chown(qPrintable(root.join(runtimeFolder())), agentUser(), agentUser()), 0);
+    }
     if (::geteuid() != 0)
         root.makeSocketFolder(); // only a root daemon makes it itself
     startLogind();
@@ -61,6 +67,11 @@ HostSystem::~HostSystem()
 quint32 HostSystem::agentUser()
 {
     return Identity::ordinaryUserHere();
+}
+
+QString HostSystem::runtimeFolder()
+{
+    return QString("/run/user/%1").arg(agentUser());
 }
 
 void HostSystem::copyProgram(const QString &from, const QString &fixedPath) const
@@ -90,6 +101,7 @@ std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStrin
     auto process = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
+    environment.insert("XDG_RUNTIME_DIR", root.join(runtimeFolder()));
     if (!preloaded.isEmpty())
         environment.insert("LD_PRELOAD", preloaded);
     process->setProcessEnvironment(environment);
@@ -115,10 +127,10 @@ void HostSystem::startDaemon()
     ASSERT_TRUE(waitUntil([&] { return countOf("Schedules: ") > starts; }));
 }
 
-void HostSystem::startAgent()
+void HostSystem::startAgent(quint32 user)
 {
-    agent = start(agentProgram, {"--root", root.path()}, agentUser());
-    ASSERT_TRUE(waitUntil([this] { return isListening(agentSocket()); }));
+    agent = start(agentProgram, {"--root", root.path()}, user);
+    ASSERT_TRUE(waitUntil([&] { return isListening(socketPath(QString("Dozely Agent.%1").arg(user))); }));
 }
 
 void HostSystem::startDyingAgent()

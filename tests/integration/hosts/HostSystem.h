@@ -22,12 +22,15 @@ protected:
     /// The console user.
     static quint32 agentUser();
 
+    /// Where the programs of that user's session keep what they need for as long as it lasts.
+    static QString runtimeFolder();
+
     /// Somebody else comes to the console.
     void switchTo(quint32 user);
 
     /// Start the programs and wait until they listen.
     void startDaemon();
-    void startAgent();
+    void startAgent(quint32 user = agentUser());
     void startDyingAgent();
 
     /// Ends a program with SIGTERM; its exit status, -1 when a signal ended it.

@@ -151,7 +151,7 @@ TEST_F(HostsTest, BothProgramsEndWith0OnSigterm)
     writeStore({probeEntry("long", with(inSession, "Then", "go on"))});
     ASSERT_TRUE(logs("Probe acts in the session: long"));
     EXPECT_EQ(endOf(agent), 0);
-    EXPECT_EQ(countOf("Probe was told to stop"), 1);
+    EXPECT_TRUE(logs("Probe was told to stop"));
     EXPECT_EQ(countOf("Dozely Agent ended"), 1);
     EXPECT_EQ(endOf(daemon), 0);
     EXPECT_EQ(countOf("dozelyd ended"), 1);

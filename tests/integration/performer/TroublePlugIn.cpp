@@ -221,6 +221,38 @@ public:
     }
 };
 
+/// The same for a session: goes on until the test has made a file beside the marks.
+class TroubleUserAgentPlugIn : public WDUserAgentPlugIn
+{
+    Q_OBJECT
+public:
+    void actInUserAgent() override
+    {
+        mark(*parameters(), "acted\n");
+        if (parameters()->value("Do") == "tell limits")
+            mark(*parameters(), limits().constData());
+        m_isActing = true;
+        waitForMark();
+    }
+
+    Q_INVOKABLE bool isActing() const { return m_isActing; }
+
+Q_SIGNALS:
+    void actionDidFinish();
+
+private:
+    void waitForMark()
+    {
+        if (!QFile::exists(parameters()->value("Marks").toString() + ".go"))
+            return QTimer::singleShot(5, this, &TroubleUserAgentPlugIn::waitForMark);
+        mark(*parameters(), "finished\n");
+        m_isActing = false;
+        Q_EMIT actionDidFinish();
+    }
+
+    bool m_isActing = false;
+};
+
 class TroubleFactory : public QObject, public WDPlugInFactory
 {
     Q_OBJECT
@@ -239,6 +271,13 @@ public:
         if (m_hasItsOwnWay)
             return std::make_unique<OwnWayPlugIn>();
         return std::make_unique<TroubleDaemonPlugIn>();
+    }
+
+    std::unique_ptr<WDPlugIn> makeForRole(const QString &roleKey) override
+    {
+        if (roleKey == "WDUserAgentModule")
+            return std::make_unique<TroubleUserAgentPlugIn>();
+        return make();
     }
 
 private:

@@ -2,6 +2,8 @@
 #include "integration/hosts/HostSystem.h"
 #include "support/VirtualDisplay.h"
 
+using namespace dozely;
+
 using testing::HasSubstr;
 using testing::Not;
 
@@ -21,6 +23,15 @@ protected:
         QFile maps(QString("/proc/%1/maps").arg(agent->processId()));
         EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
         return maps.readAll().toStdString();
+    }
+    /// A schedule whose action is a window.
+    QVariantMap windowEntry() const
+    {
+        const QString bundle = makeBundle(
+            "Window", {{"CFBundleIdentifier", "com.dozely.window"}, {"WDUserAgentModule", "WindowPlugIn.so"}},
+            {WINDOW_MODULE});
+        const QVariantMap entry = probeEntry("window", {{"Close When", root.join("/close")}});
+        return changed(entry, "Bundle Path", bundle);
     }
     static constexpr char complaint[] = "The display cannot be opened";
 };
@@ -73,4 +84,44 @@ TEST_F(AgentDisplayTest, ADisplayThatGoesAwayEndsIt)
     EXPECT_EQ(agent->exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(agent->exitCode(), 1) << "so that whoever keeps it running starts it anew";
     agent.reset();
+}
+
+TEST_F(AgentDisplayTest, AnActionGoesOnForAsLongAsItsWindowIsShown)
+{
+    VirtualDisplay display;
+    ASSERT_TRUE(display.start());
+    write("/Applications/Dozely.app/Contents/Helpers/Dozely Agent.app/Contents/Info.plist",
+          PropertyList::toData(QVariantMap{{"CFBundleIdentifier", "com.dozely.UserAgent"}},
+                               PropertyList::Format::Xml));
+    startAgent();
+    writeStore({windowEntry()});
+    ASSERT_TRUE(logs("The platform is xcb, the agent's bundle known"));
+    ASSERT_TRUE(logs("The window is shown"));
+    write("/close", "");
+    EXPECT_TRUE(logs("The window goes")) << "its process was there to see it";
+    EXPECT_TRUE(logs("The window's process ends"));
+    EXPECT_EQ(endOf(agent), 0);
+    EXPECT_EQ(countOf("failed in the session"), 0);
+    EXPECT_EQ(countOf("told to stop"), 0);
+}
+
+TEST_F(AgentDisplayTest, AnActionWhoseWindowIsShownIsToldToStopWhenTheAgentEnds)
+{
+    VirtualDisplay display;
+    ASSERT_TRUE(display.start());
+    startAgent();
+    writeStore({windowEntry()});
+    ASSERT_TRUE(logs("The window is shown"));
+    EXPECT_EQ(endOf(agent), 0);
+    EXPECT_TRUE(logs("The window's action was told to stop"));
+    EXPECT_TRUE(logs("The window's process ends"));
+}
+
+TEST_F(AgentDisplayTest, WithoutADisplayAnActionThatWouldShowAWindowEnds)
+{
+    startAgent();
+    writeStore({windowEntry()});
+    ASSERT_TRUE(logs("The platform is "));
+    EXPECT_TRUE(logs("The window's process ends"));
+    EXPECT_EQ(countOf("The window is shown"), 0);
 }

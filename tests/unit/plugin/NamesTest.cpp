@@ -26,6 +26,7 @@ TEST(Names, OfOrdersTheirSendersAndTheirKeysNeverChange)
     EXPECT_EQ(OrderKey::date, "Schedule Date");
     EXPECT_EQ(OrderKey::parameters, "Schedule Parameters");
     EXPECT_EQ(OrderKey::scheduleIdentifier, "Schedule Identifier");
+    EXPECT_EQ(OrderKey::scheduleName, "Schedule Name");
     EXPECT_EQ(OrderKey::outcome, "Schedule Outcome");
     EXPECT_EQ(OrderOutcome::performed, "done");
     EXPECT_EQ(OrderOutcome::notPerformed, "not performed");

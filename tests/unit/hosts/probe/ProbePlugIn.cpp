@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QTimer>
 
+#include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
@@ -117,11 +119,17 @@ public:
         const QString then = parameters()->value("Then").toString();
         if (then == "throw")
             throw std::runtime_error("the probe was told to");
+        if (then == "crash")
+            ::raise(SIGSEGV);
+        if (then == "exit")
+            ::_exit(0);
         m_isActing = then == "go on";
-        if (parameters()->contains("Holds Up Next"))
-            WDNotificationCenter::defaultCenter()->addObserver(
-                std::make_shared<LateAnswer>(parameters()->value("Holds Up Next").toString()), "hold",
-                "UserAgentMustActEvent", "com.dozely.UserAgent");
+        if (m_isActing || then == "hang" || then == "print without end")
+            ZDRLog("Probe is process %d, watched over by %d", ::getpid(), ::getppid());
+        while (then == "print without end")
+            std::puts("again and again");
+        while (then == "hang")
+            ::pause();
         if (then.startsWith("remove"))
             cancelEvent();
         if (then.endsWith("act in the daemon")) {
@@ -136,6 +144,10 @@ public:
     void anticipateBeforeSelfAction() override
     {
         ZDRLog("Probe announces: %@, %@", parameters()->value("Text"), calendarDate());
+        if (parameters()->contains("Holds Up Next"))
+            WDNotificationCenter::defaultCenter()->addObserver(
+                std::make_shared<LateAnswer>(parameters()->value("Holds Up Next").toString()), "hold",
+                "UserAgentMustActEvent", "com.dozely.UserAgent");
         if (parameters()->value("Announcing") == "throws")
             throw std::runtime_error("the probe was told to");
         if (parameters()->value("Announcing") == "cancels")
@@ -145,6 +157,7 @@ public:
     void stopAnticipation() override { ZDRLog("Probe withdraws: %@", parameters()->value("Text")); }
 
     Q_INVOKABLE bool isActing() const { return m_isActing; }
+    Q_INVOKABLE int exitStatus() const { return integerParameter("Exit Status"); }
 
 private:
     bool m_isActing = false;

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/agent/SessionActions.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
+#include "hosts/agent/PerformingFolder.h"
+#include "hosts/common/orders/GuardedPosting.h"
+
+#include <QUuid>
+
+using namespace dozely;
+
+namespace
+{
+/// Some time less than the daemon waits for an answer, 5 s at least.
+constexpr std::chrono::seconds certainlyInTime(3);
+
+constexpr char program[] = "dozely-session-performer";
+
+QString labelOf(const AgentOrder &order)
+{
+    return logLabel(order.bundlePath.section('/', -1));
+}
+
+/// BLOCKING: as a request of WDCommunicationCenter.
+void reportOutcome(const AgentOrder &order, QLatin1StringView outcome)
+{
+    GuardedPosting::postToDaemon(NSNotification(OrderName::daemonMustNoteOutcome,
+                                                QString(OrderSender::daemon),
+                                                {{OrderKey::bundlePath, order.bundlePath},
+                                                 {OrderKey::date, order.date},
+                                                 {OrderKey::parameters, order.parameters},
+                                                 {OrderKey::outcome, QString(outcome)}}));
+}
+
+/// Why an action that began is none that succeeded; empty for one that is, for all that is known, and where
+/// the plug-in has logged it.
+QString failureIn(const PerformanceOutcome &outcome)
+{
+    if (!outcome.failure.isEmpty())
+        return outcome.failure;
+    return outcome.exitStatus.value_or(0) > 0
+               ? QString("its program ended with status %1").arg(*outcome.exitStatus)
+               : QString();
+}
+} // namespace
+
+SessionActions::SessionActions(const PlugInLoader &loader) : m_loader(loader)
+{
+    const auto folder = PerformingFolder::make();
+    if (!folder) {
+        m_whyNone = QString("there is no folder for it: %1").arg(logLabel(folder.error().text));
+        return;
+    }
+    m_performances = std::make_unique<Performances>(
+        PerformerStart::ofThisMachine(Performances::programNamed(program), ServiceManager::Whose::User),
+        *folder, *Port<Clock>::current());
+    takeUp();
+}
+
+SessionActions::~SessionActions()
+{
+    if (m_performances)
+        m_performances->askAllToEnd();
+}
+
+void SessionActions::takeUp()
+{
+    QStringList names;
+    const QHash<QString, PerformanceOrder> earlier = m_performances->ofEarlierHosts();
+    for (auto it = earlier.cbegin(); it != earlier.cend(); ++it) {
+        const AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule};
+        const auto awake = awakeFor(order.bundlePath);
+        if (m_performances->adopt(it.key(), [this, order, awake](const PerformanceOutcome &outcome) {
+                noteEnd(order, outcome);
+            }))
+            names += it.key();
+    }
+    m_performances->sweep(names);
+}
+
+void SessionActions::perform(const AgentOrder &order)
+{
+    if (const auto begun = begin(order); !begun)
+        noteEnd(order, {false, begun.error().text});
+}
+
+Result<void> SessionActions::begin(const AgentOrder &order)
+{
+    if (!m_performances)
+        return Error{m_whyNone};
+    // The performer looks at it again; what is refused here costs no process.
+    const auto bundle = m_loader.bundle(order.bundlePath);
+    if (!bundle)
+        return bundle.error();
+    PerformanceOrder what{order.schedule.isEmpty() ? order.bundlePath.section('/', -1) : order.schedule,
+                          order.bundlePath, order.parameters, order.date};
+    what.role = PerformanceOrder::Role::Session;
+    what.limits =
+        ActionLimits::read(what.schedule, what.parameters, what.bundlePath, (*bundle)->infoDictionary());
+    const QString name = QUuid::createUuid().toString(QUuid::Id128);
+    const auto awake = awakeFor(order.bundlePath);
+    auto prepared = m_performances->prepare(
+        name, what, [this, order, awake](const PerformanceOutcome &outcome) { noteEnd(order, outcome); },
+        [this, order] { noteBegun(order); });
+    if (prepared)
+        m_performances->go(name); // one that has ended meanwhile says so itself
+    return prepared;
+}
+
+void SessionActions::noteBegun(const AgentOrder &order) const
+{
+    ZDRLog("%@ acts in the session", labelOf(order));
+    // The daemon takes for performed what was answered in time. An order is not sent before its date.
+    if (Port<Clock>::current()->currentDate() >= order.date.addDuration(certainlyInTime))
+        reportOutcome(order, OrderOutcome::performed);
+}
+
+void SessionActions::noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome) const
+{
+    const QString failure = failureIn(outcome);
+    if (!outcome.hasBegun) {
+        ZDRLog("The action was not performed: %@", logLabel(failure, wholeText));
+        reportOutcome(order, OrderOutcome::notPerformed);
+    } else if (outcome.hasRaised) { // nobody knows how far it came
+        ZDRLog("%@ raised: %@", labelOf(order), failure);
+    } else if (!failure.isEmpty() && order.schedule.isEmpty()) {
+        ZDRLog("%@ failed in the session: %@", labelOf(order), logLabel(failure, wholeText));
+    } else if (!failure.isEmpty()) {
+        ZDRLog("%@ of schedule \"%@\" failed in the session: %@", labelOf(order), logLabel(order.schedule),
+               logLabel(failure, wholeText));
+    }
+}
+
+SessionActions::Awake SessionActions::awakeFor(const QString &bundlePath)
+{
+    const auto bundle = m_loader.bundle(bundlePath);
+    return m_inhibitor.hold(bundle ? (*bundle)->infoDictionary() : QVariantMap());
+}
