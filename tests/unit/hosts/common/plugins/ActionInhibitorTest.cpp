@@ -1,28 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/ActionInhibitor.h"
 #include "DozelyKit/system/power/SystemPower.h"
-#include "hosts/common/plugins/RunningActions.h"
-#include "support/WaitUntil.h"
 #include "unit/hosts/PowerFakes.h"
 
 #include <gtest/gtest.h>
 
 using namespace dozely;
-
-namespace
-{
-/// Acts until it is told to stop.
-class LongAction : public WDDaemonPlugIn
-{
-    Q_OBJECT
-public:
-    Q_INVOKABLE bool isActing() const { return acts; }
-    bool acts = true;
-
-Q_SIGNALS:
-    void actionDidFinish();
-};
-} // namespace
 
 class ActionInhibitorTest : public testing::Test
 {
@@ -58,29 +41,3 @@ TEST_F(ActionInhibitorTest, LetsActionsThatSleepOrPowerOffThemselvesDoSo)
     }
     EXPECT_TRUE(power->reasons.isEmpty());
 }
-
-TEST_F(ActionInhibitorTest, IsHeldWhileAnActionGoesOnAndLetGoAtItsEnd)
-{
-    RunningActions running;
-    const auto action = std::make_shared<LongAction>();
-    bool hasFinished = false;
-    running.keep(action, [&] { hasFinished = true; });
-    EXPECT_EQ(power->inhibitions, 1);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(power->inhibitions, 1) << "it goes on";
-    action->acts = false;
-    Q_EMIT action->actionDidFinish();
-    EXPECT_TRUE(waitUntil([&] { return hasFinished; }));
-    EXPECT_EQ(power->inhibitions, 0);
-}
-
-TEST_F(ActionInhibitorTest, IsLetGoWhenRunningActionsAreDropped)
-{
-    RunningActions running;
-    running.keep(std::make_shared<LongAction>());
-    EXPECT_EQ(power->inhibitions, 1);
-    running.clear();
-    EXPECT_EQ(power->inhibitions, 0);
-}
-
-#include "ActionInhibitorTest.moc"
