@@ -148,7 +148,8 @@ public:
     virtual void stopAnticipation() = 0;
 };
 
-/// The base of a plug-in's class in the user's agent.
+/// The base of a plug-in's class in the user's session. An object in the agent announces the occurrence;
+/// another one, in a process of its own, performs it.
 ///
 /// It can announce the occurrence to the user by an alert with a "Cancel" button. What the button does is for
 /// the plug-in's class to say, in a callback of NSUserNotificationCenterDelegate:
@@ -181,7 +182,8 @@ public:
     /// Performs the action here; does nothing unless overridden. Must return soon.
     void actInUserAgent() override;
 
-    /// Interrupts the action; does nothing unless overridden.
+    /// Interrupts the action; does nothing unless overridden. Called when the session ends before the action
+    /// does, and then the process ends.
     void stopAction() override;
 
     /// Shows the alert when the parameter "Alert" is not 0. Raises as showUserNotification.
