@@ -39,6 +39,14 @@ TEST_F(AgentOrderTest, SaysWhatTheDaemonSent)
     EXPECT_EQ(order->parameters, (QVariantMap{{"Alert", 1}}));
 }
 
+TEST_F(AgentOrderTest, MayNameTheSchedule)
+{
+    EXPECT_EQ(read(whole())->schedule, "");
+    QVariantMap userInfo = whole();
+    userInfo.insert("Schedule Name", "Backup");
+    EXPECT_EQ(read(userInfo)->schedule, "Backup");
+}
+
 TEST_F(AgentOrderTest, IsTakenFromTheSystemAlone)
 {
     EXPECT_TRUE(read(whole(), 0u));
