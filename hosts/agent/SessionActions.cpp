@@ -20,9 +20,14 @@ constexpr std::chrono::seconds certainlyInTime(3);
 
 constexpr char program[] = "dozely-session-performer";
 
+QString nameOf(const QString &bundlePath)
+{
+    return bundlePath.section('/', -1);
+}
+
 QString labelOf(const AgentOrder &order)
 {
-    return logLabel(order.bundlePath.section('/', -1));
+    return logLabel(nameOf(order.bundlePath));
 }
 
 /// BLOCKING: as a request of WDCommunicationCenter.
@@ -72,7 +77,9 @@ void SessionActions::takeUp()
     QStringList names;
     const QHash<QString, PerformanceOrder> earlier = m_performances->ofEarlierHosts();
     for (auto it = earlier.cbegin(); it != earlier.cend(); ++it) {
-        const AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule};
+        AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule};
+        if (order.schedule == nameOf(order.bundlePath)) // it was told none
+            order.schedule.clear();
         const auto awake = awakeFor(order.bundlePath);
         if (m_performances->adopt(it.key(), [this, order, awake](const PerformanceOutcome &outcome) {
                 noteEnd(order, outcome);
@@ -96,7 +103,7 @@ Result<void> SessionActions::begin(const AgentOrder &order)
     const auto bundle = m_loader.bundle(order.bundlePath);
     if (!bundle)
         return bundle.error();
-    PerformanceOrder what{order.schedule.isEmpty() ? order.bundlePath.section('/', -1) : order.schedule,
+    PerformanceOrder what{order.schedule.isEmpty() ? nameOf(order.bundlePath) : order.schedule,
                           order.bundlePath, order.parameters, order.date};
     what.role = PerformanceOrder::Role::Session;
     what.limits =

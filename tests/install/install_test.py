@@ -82,6 +82,7 @@ class InstallTest(unittest.TestCase):
     def test_installed_programs_find_their_library(self):
         for program in (self.prefix / "sbin" / "dozelyd", self.prefix / "bin" / "dozely-admin"):
             run(str(program), "--version", LD_LIBRARY_PATH="")
+        run(str(next(self.prefix.rglob("dozely-session-performer"))), "--version", LD_LIBRARY_PATH="")
         # These know the library by its full path, which this scratch folder is not.
         for program in (AGENT, "/usr/bin/osascript", "/usr/bin/pmset"):
             run(str(self.stage / program.lstrip("/")), "--version", LD_LIBRARY_PATH=str(self.library))
