@@ -28,7 +28,7 @@ ERROR = "org.freedesktop.DBus.Error."
 TYPES = {"Description": "s", "ExecStart": "a(sasb)", "StandardInputFileDescriptor": "h", "StandardOutput": "s",
          "StandardError": "s", "SyslogIdentifier": "s", "IgnoreSIGPIPE": "b", "KillMode": "s", "TimeoutStopUSec": "t",
          "OOMPolicy": "s", "CollectMode": "s", "AddRef": "b", "Nice": "i", "CPUWeight": "t", "IOWeight": "t",
-         "MemoryMax": "t"}
+         "MemoryMax": "t", "Environment": "as"}
 WORDS = {"StandardOutput": ("journal",), "StandardError": ("journal",), "KillMode": ("mixed",), "OOMPolicy": ("continue",),
          "CollectMode": ("inactive-or-failed",)}
 MANAGER = Gio.DBusNodeInfo.new_for_xml("""<node><interface name='org.freedesktop.systemd1.Manager'>
@@ -60,6 +60,9 @@ def properties_of(list_of_pairs):
         properties[name] = value.unpack()
         if name in WORDS and properties[name] not in WORDS[name]:
             raise Refused(ERROR + "InvalidArgs", f"Invalid {name} setting: {properties[name]}")
+    if not all(re.fullmatch("[A-Za-z_][A-Za-z0-9_]*=[^\0-\x08\x0b-\x1f\x7f]*", entry)
+               for entry in properties.get("Environment", [])):
+        raise Refused(ERROR + "InvalidArgs", "Invalid environment block.")
     if len(properties.get("ExecStart", [])) != 1 or not properties["ExecStart"][0][0].startswith("/"):
         raise Refused(ERROR + "InvalidArgs", "Service has no ExecStart= setting.")
     return properties
@@ -74,10 +77,11 @@ class Unit:
         self.path = f"{PATH}/unit/" + re.sub("[^A-Za-z0-9]", lambda match: f"_{ord(match[0]):02x}", name)
         self.object = connection.register_object(self.path, SERVICE, None, self.property, None)
         program, arguments, _ = properties["ExecStart"][0]
+        environment = {"INVOCATION_ID": "0" * 32} | dict(entry.split("=", 1) for entry in properties.get("Environment", []))
         with open(f"{folder}/{name}.log", "wb") as log:
             try:
                 child = subprocess.Popen([word.replace("$$", "$") for word in arguments], executable=program, cwd="/",
-                                         env={"INVOCATION_ID": "0" * 32}, stdin=standard_input, stdout=log, stderr=log,
+                                         env=environment, stdin=standard_input, stdout=log, stderr=log,
                                          start_new_session=True, restore_signals=not properties.get("IgnoreSIGPIPE", True))
                 GLib.child_watch_add(GLib.PRIORITY_DEFAULT, child.pid, self.ended)
                 self.child = child

@@ -7,6 +7,7 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 
+#include <QProcessEnvironment>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
@@ -30,6 +31,19 @@ QString newUnit(const QString &schedule)
     const QString words = schedule.toLower().replace(others, "-").left(longestWords);
     return QString("dozely-action-%1-%2.service")
         .arg(words, QString::number(QRandomGenerator::global()->generate(), 16));
+}
+
+/// What programs of a session look for, the display above all: the user's manager need not know of it. Not
+/// what a manager gives each unit itself, nor what it does not take.
+QStringList environmentOfTheSession()
+{
+    static const QRegularExpression taken(QRegularExpression::anchoredPattern(
+        "[A-Za-z_][A-Za-z0-9_]*=[^\\x00-\\x08\\x0b-\\x1f\\x7f\\x{fffd}]*"));
+    static const QRegularExpression ofUnits("^(INVOCATION_ID|JOURNAL_STREAM|MAINPID|MANAGERPID|NOTIFY_SOCKET|"
+                                            "SYSTEMD_EXEC_PID|LISTEN_\\w+|WATCHDOG_\\w+)=");
+    QStringList entries = QProcessEnvironment::systemEnvironment().toStringList().filter(taken);
+    entries.removeIf([](const QString &entry) { return ofUnits.match(entry).hasMatch(); });
+    return entries;
 }
 
 QString clauseFor(const QString &result)
@@ -100,6 +114,8 @@ void UnitStart::startUnit(const Performer &performer, const Answered &answered)
     service.description = QString("Dozely action of schedule \"%1\"").arg(logLabel(performer.schedule));
     service.program = m_program;
     service.arguments = QStringList{"--root", RootFolder::path(), "--in-unit"};
+    if (m_whose == ServiceManager::Whose::User)
+        service.environment = environmentOfTheSession();
     service.logName = logName;
     service.input = performer.input;
     service.limits = limitsFor(performer);

@@ -18,12 +18,15 @@ namespace dozely
 class Clock;
 
 /// A program that the service manager runs once, in a unit of its own: with nothing of the process that asks
-/// for it but one descriptor.
+/// for it but one descriptor and what is said here.
 struct TransientService {
     QString name;        ///< Of the unit: letters, digits, '-', and ".service" at its end.
     QString description; ///< For people who look at the unit.
     QString program;     ///< An absolute path.
     QStringList arguments = {};
+    /// Entries NAME=VALUE, beside what the manager gives all that it runs. It refuses a service for one whose
+    /// name is not of letters, digits and '_', or whose value has control characters.
+    QStringList environment = {};
     QString logName = {}; ///< Before each line that it writes, in the journal.
     int input = -1;       ///< An open descriptor, which becomes its standard input.
     ProgramLimits limits = {};

@@ -3,6 +3,10 @@
 #include "hosts/common/performing/PlaceLock.h"
 
 #include <QJsonDocument>
+#include <QRegularExpression>
+#include <QScopeGuard>
+
+#include <map>
 
 using namespace dozely;
 
@@ -125,6 +129,38 @@ TEST_F(UnitsTest, OfAUserHaveNoNiceValueThatHisManagerCannotGive)
     EXPECT_FALSE(propertiesOf("a1").contains("Nice"));
     EXPECT_EQ(propertiesOf("a2")["Nice"], 0);
     EXPECT_EQ(linesAbout("Schedule \"a1\": a user's action cannot have the nice value -1").size(), 1);
+}
+
+TEST_F(UnitsTest, OfAUserHaveTheEnvironmentOfTheSession)
+{
+    startManager();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus->address().toUtf8());
+    const std::map<const char *, QByteArray> session{{"DISPLAY", ":7"},
+                                                     {"TWO_LINES", "one\ntwo"},
+                                                     {"JOURNAL_STREAM", "8:9"},
+                                                     {"BASH_FUNC_x%%", "() { :; }"},
+                                                     {"BELL", "\a"},
+                                                     {"NO_TEXT", "\xff"}};
+    for (const auto &[name, value] : session)
+        qputenv(name, value);
+    const auto restored = qScopeGuard([&] {
+        for (const auto &each : session)
+            qunsetenv(each.first);
+    });
+    for (const auto &[name, whose] : {std::pair("a1", Whose::User), std::pair("a2", Whose::Machine)}) {
+        performances = make(PERFORMER_PROGRAM, whose);
+        order.schedule = name;
+        ASSERT_TRUE(prepare(name));
+        ASSERT_TRUE(performances->go(name));
+        EXPECT_EQ(failure(name), "");
+    }
+    const QStringList entries = propertiesOf("a1")["Environment"].toStringList();
+    EXPECT_TRUE(entries.contains("DISPLAY=:7"));
+    EXPECT_TRUE(entries.contains("TWO_LINES=one\ntwo"));
+    EXPECT_EQ(entries.filter("JOURNAL_STREAM="), QStringList()) << "the manager gives each unit its own";
+    EXPECT_EQ(entries.filter(QRegularExpression("^(BASH_FUNC|BELL|NO_TEXT)")), QStringList())
+        << "the manager would refuse them all";
+    EXPECT_FALSE(propertiesOf("a2").contains("Environment"));
 }
 
 TEST_F(UnitsTest, HaveTheOutputOfTheAction)

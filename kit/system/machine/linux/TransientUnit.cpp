@@ -45,6 +45,8 @@ QVariantList TransientUnit::properties(const TransientService &service)
     QVariantList list;
     list += property("Description", service.description);
     list += property("ExecStart", command(service));
+    if (!service.environment.isEmpty())
+        list += property("Environment", service.environment);
     list += property("StandardInputFileDescriptor", descriptor(service.input));
     list += property("StandardOutput", "journal");
     list += property("StandardError", "journal");
