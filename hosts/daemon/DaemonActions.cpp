@@ -143,12 +143,13 @@ void DaemonActions::startNow(const Occurrence &occurrence, const QVariantMap &bu
 {
     const QString name = nameOf(keyOf(occurrence));
     // One that a daemon before this one made ready may not have heard yet that nobody will let it go.
-    const bool isThere = m_performances.adopt(name, [this, occurrence, bundleInfo](const PerformanceOutcome &outcome) {
-        if (outcome.ended.isValid())
-            ended(occurrence, outcome);
-        else
-            startNow(occurrence, bundleInfo);
-    });
+    const bool isThere =
+        m_performances.adopt(name, [this, occurrence, bundleInfo](const PerformanceOutcome &outcome) {
+            if (outcome.ended.isValid())
+                ended(occurrence, outcome);
+            else
+                startNow(occurrence, bundleInfo);
+        });
     if (isThere)
         return;
     if (const auto started = start(occurrence, bundleInfo); !started)

@@ -159,8 +159,8 @@ QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
     return m_entries.value(identifier).keys();
 }
 
-QList<OccurrenceRecord::Key> OccurrenceRecord::interruptBegun(
-    const std::function<bool(const Key &, const OccurrenceEntry &)> &goesOn)
+QList<OccurrenceRecord::Key>
+OccurrenceRecord::interruptBegun(const std::function<bool(const Key &, const OccurrenceEntry &)> &goesOn)
 {
     QList<Key> interrupted;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end(); ++schedule) {

@@ -67,10 +67,11 @@ Result<void> runAll(const Sqlite &database, std::initializer_list<const char *> 
 }
 } // namespace
 
-Result<void> OccurrenceTables::make(const Sqlite &database, const std::optional<QDateTime> &nothingKnownBefore)
+Result<void> OccurrenceTables::make(const Sqlite &database,
+                                    const std::optional<QDateTime> &nothingKnownBefore)
 {
-    if (auto made = runAll(database, {occurrences, others,
-                                      "CREATE TABLE knowledge (nothing_known_before INTEGER) STRICT"});
+    if (auto made = runAll(
+            database, {occurrences, others, "CREATE TABLE knowledge (nothing_known_before INTEGER) STRICT"});
         !made)
         return made;
     auto insertion = database.prepare("INSERT INTO knowledge VALUES (?1)");
@@ -91,6 +92,7 @@ Result<void> OccurrenceTables::bringUpToDate(const Sqlite &database)
         return {};
     if (version != firstVersion)
         return Error{"its format is not known", Sqlite::damaged};
-    return database.transaction(
-        [&] { return runAll(database, {beginFromFirst, occurrences, fillFromFirst, others}); });
+    return database.transaction([&] {
+        return runAll(database, {beginFromFirst, occurrences, fillFromFirst, others});
+    });
 }

@@ -131,8 +131,9 @@ void PowerPlanner::update()
     const QList<Event> wanted = wantedEvents();
     const QList<Event> former = ourEvents();
     for (const Event &event : former) {
-        // One whose time has passed leaves by itself.
-        if (!wanted.contains(event) && event.time > m_clock.currentDate())
+        // One whose time has passed leaves by itself; one may stand for a schedule whose plug-in still is
+        // asked.
+        if (!m_isAsking && !wanted.contains(event) && event.time > m_clock.currentDate())
             Port<PowerEventScheduler>::current()->cancel(event.time, event.owner, event.type);
     }
     QList<Event> missing;
@@ -204,6 +205,7 @@ void PowerPlanner::take(const QList<Event> &wanted)
 QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
 {
     const QDateTime now = m_clock.currentDate();
+    m_isAsking = false;
     QHash<QString, Needs> needs;
     QList<QDateTime> wakes;
     QList<QDateTime> powerOns;
@@ -211,6 +213,7 @@ QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
         if (schedule.date.addDuration(longestHold) <= now || !m_scheduler.isOpen(schedule))
             continue;
         const auto known = m_answers.of(schedule);
+        m_isAsking |= !known;
         if (!known || !*known || !((*known)->needsWakeUp || (*known)->needsStartup))
             continue; // what is not known yet, or has no bundle yet, is looked at again
         const PlugInAnswers::Answers &answers = **known;

@@ -90,7 +90,8 @@ private:
     ActionInhibitor m_inhibitor{"A scheduled action is about to run"};
     std::shared_ptr<const void> m_awake; // while the machine is to stay awake for what is to come
     std::unique_ptr<dozely::AbsoluteTimer> m_awakeTimer;
-    QList<Event> m_refused; // told in the log; not asked for again before renew
+    QList<Event> m_refused;  // told in the log; not asked for again before renew
+    bool m_isAsking = false; // some of the plug-ins, as of the latest look at what is wanted
     bool m_asksRefusedAgain = false;
     bool m_isSystemChanging = false; // from the announcement of sleep or power-off to waking
     bool m_isUpdateComing = false;

@@ -114,7 +114,6 @@ Result<void> Performances::prepare(const QString &name, PerformanceOrder order, 
     }
     running->watch = std::make_unique<DescriptorWatch>([this, name] { hear(name); });
     running->watch->watch(running->host.get(), POLLIN);
-    running->isLetGo = false;
     running->isAsked = true;
     m_running.insert(name, running);
     m_performers->start({name, order.schedule, order.limits, theirs.get()},

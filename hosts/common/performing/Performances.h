@@ -38,9 +38,9 @@ public:
     /// The full path of a performer's program, which lies where the system's helper programs are.
     static QString programNamed(const QString &name);
 
-    /// `folder` is the one for the performers' files, a full path; `spareFolder`, where there is one, is taken
-    /// while nothing can be made in the other, on a disk that is full for one. Nobody else may be able to
-    /// write there. `clock` must outlive the object.
+    /// `folder` is the one for the performers' files, a full path; `spareFolder`, where there is one, is
+    /// taken while nothing can be made in the other, on a disk that is full for one. Nobody else may be able
+    /// to write there. `clock` must outlive the object.
     Performances(std::unique_ptr<PerformerStart> performers, const QString &folder, dozely::Clock &clock,
                  const QString &spareFolder = {});
     ~Performances() override;

@@ -13,7 +13,7 @@ namespace ActionState
 /// is one line in the log.
 bool isActing(WDPlugIn &plugIn);
 
-/// How the program ended that it ran: its invokable `int exitStatus()`, negative when none was started; absent
-/// without one, and when it raises.
+/// How the program ended that it ran: its invokable `int exitStatus()`, negative when none was started;
+/// absent without one, and when it raises.
 std::optional<qint64> exitStatus(WDPlugIn &plugIn);
 } // namespace ActionState

@@ -228,6 +228,17 @@ TEST_F(PowerPlannerTest, OfVeryManyOnlyTheEarliestAreAskedForAndTheOthersFollow)
     EXPECT_TRUE(events().contains(QString("wake %1").arg(540 + PowerPlanner::mostEvents)));
 }
 
+TEST_F(PowerPlannerTest, AnEventStaysWhileThePlugInThatMayNeedItIsAsked)
+{
+    machine->events = {{noon().addSecs(540), "com.dozely", PowerEventScheduler::wake},
+                       {noon().addSecs(700), "com.dozely", PowerEventScheduler::wake}};
+    scheduler.setSchedules({wakeFor("a", 10min)});
+    planner.update();
+    EXPECT_TRUE(machine->cancelled.isEmpty()) << "nobody knows yet whether it is still wanted";
+    plan({wakeFor("a", 10min)});
+    EXPECT_EQ(events(), QStringList{"wake 540"});
+}
+
 TEST_F(PowerPlannerTest, ManyWishesOfOneMomentAreOneUpdate)
 {
     setSchedules({wakeFor("a", 10min)});

@@ -77,9 +77,9 @@ TEST_F(PlugInLoaderTest, GoesOnWithAModuleThatIsWrittenOverAndSaysSoOnce)
         EXPECT_EQ(plugIn->timeOut(), -9);
     }
     ASSERT_EQ(messages().filter("was replaced").size(), 1);
-    EXPECT_THAT(messages().filter("was replaced").first().toStdString(),
-                HasSubstr("The module ProbePlugIn.so of " + root.join(path).toStdString() +
-                          " was replaced: "));
+    EXPECT_THAT(
+        messages().filter("was replaced").first().toStdString(),
+        HasSubstr("The module ProbePlugIn.so of " + root.join(path).toStdString() + " was replaced: "));
     ASSERT_TRUE(QFile::remove(root.join(module)));
     ASSERT_TRUE(QFile::copy(PROBE_MODULE, root.join(module)));
     EXPECT_TRUE(make(path));
