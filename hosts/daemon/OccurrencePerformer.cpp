@@ -138,7 +138,7 @@ void OccurrencePerformer::takeBack()
 void OccurrencePerformer::prepareSoonDue()
 {
     const Scheduler &scheduler = m_keeper.scheduler();
-    if (hasMore() || scheduler.isClockDoubted()) // those that have begun need what was prepared for them
+    if (hasMore()) // those that have begun need what was prepared for them
         return;
     m_actions.callOffUnless([&](const Occurrence &occurrence) {
         const auto schedule = scheduler.schedule(occurrence.schedule.identifier);
@@ -149,7 +149,7 @@ void OccurrencePerformer::prepareSoonDue()
     for (const Schedule &schedule : scheduler.schedules()) {
         const Occurrence occurrence{schedule, schedule.date};
         if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule) ||
-            !m_actions.mayPrepare(occurrence))
+            scheduler.isHeldBack(keyOf(occurrence)) || !m_actions.mayPrepare(occurrence))
             continue;
         const auto known = m_answers.of(schedule);
         const QVariantMap info = known && *known ? (*known)->bundleInfo : QVariantMap();

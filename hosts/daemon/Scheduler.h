@@ -72,6 +72,9 @@ public:
     void letGo(const OccurrenceRecord::Key &key) { m_heldBack.remove(key); }
     /// @}
 
+    /// Whether it is held back, or has a date that is doubted.
+    bool isHeldBack(const OccurrenceRecord::Key &key) const;
+
     /// Whether an occurrence may still have to be performed: it is open or asked for, by the schedules in
     /// force.
     bool isToBePerformed(const OccurrenceRecord::Key &key) const;
@@ -136,7 +139,6 @@ public:
 
 private:
     QList<Occurrence> askedFor() const;
-    bool isHeldBack(const OccurrenceRecord::Key &key) const;
 
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
