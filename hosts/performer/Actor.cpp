@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/plugins/ActionState.h"
 #include "hosts/performer/HandOver.h"
@@ -56,6 +57,9 @@ int Actor::perform()
         return refuse(QString("The module of %1 makes no plug-in for %2")
                           .arg(logLabel((*bundle)->bundlePath()), m_role.host()));
     const auto thrown = GuardedPosting::guardPlugIn([&] {
+        // Where the name is not known the bundle's stands in its place.
+        if (m_order.schedule != m_order.bundlePath.section('/', -1))
+            m_plugIn->setProperty(PlugInProperty::scheduleName, m_order.schedule);
         m_plugIn->setParameters(m_order.parameters);
         m_plugIn->setCalendarDate(m_order.date);
     });

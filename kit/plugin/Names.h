@@ -48,6 +48,13 @@ inline constexpr QLatin1StringView editNibFile("WDEditNibFile");
 /// @}
 } // namespace InfoKey
 
+/// Dynamic properties (QObject::setProperty) that hosts give to a plug-in object before its parameters.
+namespace PlugInProperty
+{
+/// A string: the schedule's name, for people, where the action is performed. Missing where none is known.
+inline constexpr char scheduleName[] = "scheduleName";
+} // namespace PlugInProperty
+
 /// Keys of the localised texts ("Localizable.strings").
 namespace TextKey
 {

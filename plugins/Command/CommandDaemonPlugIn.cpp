@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandDaemonPlugIn.h"
 
+#include "DozelyKit/plugin/Names.h"
+
 using namespace dozely;
 
 CommandDaemonPlugIn::CommandDaemonPlugIn()
@@ -10,6 +12,7 @@ CommandDaemonPlugIn::CommandDaemonPlugIn()
 
 void CommandDaemonPlugIn::actInDaemon()
 {
+    m_runner.setScheduleName(property(PlugInProperty::scheduleName).toString());
     m_runner.run(parameters() ? *parameters() : QVariantMap(), ProgramEnvironment::ofDaemon());
 }
 

@@ -31,15 +31,20 @@ CommandRunner::CommandRunner(QObject *parent) : QObject(parent) {}
 
 CommandRunner::~CommandRunner() = default;
 
+void CommandRunner::setScheduleName(const QString &name)
+{
+    m_label = name.isEmpty() ? "Command" : QString("Command of schedule \"%1\"").arg(logLabel(name));
+}
+
 void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment &environment)
 {
     const auto commandLine = CommandLine::fromParameters(parameters);
     if (!commandLine) {
-        ZDRLog("Command: nothing was run, %@.", commandLine.error().text);
+        ZDRLog("%@: nothing was run, %@.", m_label, commandLine.error().text);
         return;
     }
     if (isRunning()) {
-        ZDRLog("Command: %@ was not started, since %@ still runs.", onOneLine(commandLine->program),
+        ZDRLog("%@: %@ was not started, since %@ still runs.", m_label, onOneLine(commandLine->program),
                onOneLine(m_path));
         return;
     }
@@ -75,12 +80,12 @@ void CommandRunner::reportEnd(const Result<ChildProgram::Ending> &ending)
     const QString path = onOneLine(m_path);
     if (!ending) {
         const QString reason = QString("%1: %2").arg(QString(ending.error().name), ending.error().text);
-        ZDRLog("Command: %@ could not be started (%@).", path, onOneLine(reason));
+        ZDRLog("%@: %@ could not be started (%@).", m_label, path, onOneLine(reason));
     } else if (ending->signal != 0) {
-        ZDRLog("Command: %@ was ended by signal %d (%@) after %@ s.", path, ending->signal,
+        ZDRLog("%@: %@ was ended by signal %d (%@) after %@ s.", m_label, path, ending->signal,
                QString::fromLocal8Bit(::strsignal(ending->signal)), duration);
     } else {
-        ZDRLog("Command: %@ ended with status %d after %@ s.", path, ending->status, duration);
+        ZDRLog("%@: %@ ended with status %d after %@ s.", m_label, path, ending->status, duration);
     }
     if (ending)
         m_exitStatus = ending->signal != 0 ? 128 + ending->signal : ending->status;

@@ -24,6 +24,9 @@ public:
     explicit CommandRunner(QObject *parent = nullptr);
     ~CommandRunner() override;
 
+    /// Has the lines in the log name the schedule; empty for none.
+    void setScheduleName(const QString &name);
+
     /// Starts the program that `parameters` name. One that is wrong, and a program that still runs, leave a
     /// line in the log.
     void run(const QVariantMap &parameters, const dozely::ProgramEnvironment &environment);
@@ -48,6 +51,7 @@ private:
 
     std::unique_ptr<dozely::RunningProgram> m_program; // null while none runs
     QString m_path;                                    // of the last one
+    QString m_label = "Command";
     std::chrono::milliseconds m_startTime{0};
     int m_exitStatus = -1;
     quint64 m_runs = 0; // tells a late kill that its program is gone

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandUserAgentPlugIn.h"
 
+#include "DozelyKit/plugin/Names.h"
+
 using namespace dozely;
 
 CommandUserAgentPlugIn::CommandUserAgentPlugIn()
@@ -10,6 +12,7 @@ CommandUserAgentPlugIn::CommandUserAgentPlugIn()
 
 void CommandUserAgentPlugIn::actInUserAgent()
 {
+    m_runner.setScheduleName(property(PlugInProperty::scheduleName).toString());
     m_runner.run(parameters() ? *parameters() : QVariantMap(), ProgramEnvironment::ofSession());
 }
 

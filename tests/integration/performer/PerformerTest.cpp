@@ -114,6 +114,19 @@ TEST_F(PerformerTest, TellsTheExitStatusOfTheProgramThatAnActionRan)
     EXPECT_EQ(exitStatus(), 1);
 }
 
+TEST_F(PerformerTest, TellsThePlugInItsScheduleBeforeTheParameters)
+{
+    EXPECT_EQ(perform("tell its schedule when asked").failure, "");
+    EXPECT_EQ(marks(), "Backup\nacted\n");
+}
+
+TEST_F(PerformerTest, TellsThePlugInNoScheduleThatIsNotKnown)
+{
+    order.schedule = order.bundlePath.section('/', -1);
+    EXPECT_EQ(perform("tell its schedule when asked").failure, "");
+    EXPECT_EQ(marks(), "\nacted\n");
+}
+
 TEST_F(PerformerTest, SaysWhatAnActionRaised)
 {
     const PerformanceOutcome raised = perform("throw");

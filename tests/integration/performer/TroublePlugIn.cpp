@@ -74,6 +74,8 @@ public:
     void setParameters(const std::shared_ptr<const QVariantMap> &parameters) override
     {
         WDDaemonPlugIn::setParameters(parameters);
+        if (what() == "tell its schedule when asked")
+            mark(*parameters, (property("scheduleName").toString() + '\n').toUtf8().constData());
         if (what() == "tell its processes when asked")
             tellProcesses({::getppid(), ::getpid()});
         if (what() == "throw when asked")

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
@@ -70,6 +71,29 @@ TEST_F(CommandBundleTest, ActsInTheUsersSession)
     QSignalSpy finished(plugIn.get(), SIGNAL(actionDidFinish()));
     agentPlugIn->actInUserAgent();
     expectActionToEnd(plugIn.get(), finished);
+}
+
+TEST_F(CommandBundleTest, NamesTheScheduleInTheLogWhereTheHostTellsIt)
+{
+    const auto plugIn = make("WDDaemonModule");
+    auto *daemonPlugIn = dynamic_cast<WDDaemonPlugIn *>(plugIn.get());
+    ASSERT_TRUE(daemonPlugIn);
+    plugIn->setProperty(PlugInProperty::scheduleName, "Back\nup");
+    QSignalSpy finished(plugIn.get(), SIGNAL(actionDidFinish()));
+    daemonPlugIn->actInDaemon();
+    ASSERT_TRUE(waitUntil([&] { return finished.count() == 1; }));
+    const auto inSession = make("WDUserAgentModule");
+    auto *agentPlugIn = dynamic_cast<WDUserAgentPlugIn *>(inSession.get());
+    ASSERT_TRUE(agentPlugIn);
+    inSession->setProperty(PlugInProperty::scheduleName, "Greeting");
+    inSession->setParameters(QVariantMap());
+    agentPlugIn->actInUserAgent();
+    const QStringList lines = root.logLines();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_THAT(lines[0].toStdString(),
+                testing::HasSubstr("Command of schedule \"Back up\": /bin/touch ended with status 0 after"));
+    EXPECT_THAT(lines[1].toStdString(),
+                testing::HasSubstr("Command of schedule \"Greeting\": nothing was run, the parameter"));
 }
 
 TEST_F(CommandBundleTest, StopsAnActionInTheSession)
