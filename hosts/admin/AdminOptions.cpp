@@ -24,6 +24,8 @@ Commands:
   ping agent [USER]              Ask whether a user's agent is alive; yours without USER.
   ping application [USER]        The same for the user's configuration application.
   log                            Show the last lines of the log.
+  output SCHEDULE                Show what the schedule's action wrote last, when it was performed
+                                 the last time, or at --date.
   power                          Show the clock that can wake the machine, its alarm, and the
                                  scheduled events.
   power test                     Arm the alarm, read it back, set it as it was.
@@ -59,6 +61,7 @@ const QHash<QString, Rule> &rules()
         {"run", {1, 1, {"json"}}},
         {"ping", {1, 2, {"json"}}},
         {"log", {0, 0, {"json", "lines", "follow"}}},
+        {"output", {1, 1, {"json", "date", "time-zone"}}},
         {"power", {0, 1, {"json"}}},
         {"sleep", {0, 0, {"json"}}},
         {"update", {1, 1, {"json"}}},
@@ -74,8 +77,15 @@ QList<QCommandLineOption> ownOptions()
         {"bundle", "add: the plug-in bundle, a path or the name of an installed one.", "BUNDLE"},
         {"program", "add: run this program (an absolute path), with the bundle \"Command\".", "PROGRAM"},
         {"argument", "add: an argument of the program; repeat it for more.", "TEXT"},
-        {"date", "add: when, as \"2026-03-14 06:55\" or with seconds.", "DATE"},
-        {"time-zone", "add: the date's time zone, as \"Europe/Berlin\"; the machine's without it.", "ZONE"},
+        {"date",
+         "add: when, as \"2026-03-14 06:55\" or with seconds. output: of which occurrence, the latest "
+         "without "
+         "it.",
+         "DATE"},
+        {"time-zone",
+         "add: the date's time zone, as \"Europe/Berlin\"; the machine's without it (output: the "
+         "schedule's).",
+         "ZONE"},
         {"in", "add: when, so many seconds from now.", "SECONDS"},
         {"parameter",
          "add: a parameter of the action (event: of the event, KEY is four characters); repeat it for more. "

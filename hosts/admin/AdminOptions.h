@@ -13,8 +13,8 @@ public:
     /// and a wrong number of arguments are bad usage too.
     std::optional<int> parse(const QStringList &arguments);
 
-    /// "list", "add", "remove", "enable", "disable", "run", "ping", "log", "power", "sleep", "update" or
-    /// "event".
+    /// "list", "add", "remove", "enable", "disable", "run", "ping", "log", "output", "power", "sleep",
+    /// "update" or "event".
     QString command() const;
 
     /// The command's own argument; null when there are not so many.

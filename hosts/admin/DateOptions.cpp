@@ -23,10 +23,9 @@ constexpr double longestDelay = 100.0 * 366 * 24 * 3600; // a hundred years, in 
     throw AdminError(ExitStatus::BadUsage, sentence);
 }
 
-QTimeZone timeZone(const AdminOptions &options)
+QTimeZone timeZone(const AdminOptions &options, const QString &usual)
 {
-    const QString name = options.isSet("time-zone") ? options.value("time-zone")
-                                                    : QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    const QString name = options.isSet("time-zone") ? options.value("time-zone") : usual;
     if (!isTimeZoneName(name))
         refuse(QString("There is no time zone \"%1\".").arg(name));
     return QTimeZone(name.toUtf8());
@@ -62,11 +61,19 @@ DateOptions::Moment atWallTime(const QString &text, const QTimeZone &zone)
 }
 } // namespace
 
+DateOptions::Moment DateOptions::readDate(const AdminOptions &options, const QString &usualZone)
+{
+    const QTimeZone zone = timeZone(options, usualZone);
+    Moment moment = atWallTime(options.value("date"), zone);
+    moment.timeZone = QString::fromUtf8(zone.id());
+    return moment;
+}
+
 DateOptions::Moment DateOptions::read(const AdminOptions &options)
 {
     if (options.isSet("date") == options.isSet("in"))
         refuse("Say when, by --date or by --in.");
-    const QTimeZone zone = timeZone(options);
+    const QTimeZone zone = timeZone(options, QString::fromUtf8(QTimeZone::systemTimeZoneId()));
     Moment moment;
     if (options.isSet("in"))
         moment.date = afterDelay(options.value("in"));

@@ -63,7 +63,11 @@ QString Output::escaped(const QString &text)
 
 void Output::line(const QString &text)
 {
-    const QByteArray bytes = text.toUtf8() + '\n';
+    raw(text.toUtf8() + '\n');
+}
+
+void Output::raw(const QByteArray &bytes)
+{
     const bool written = std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
                          static_cast<size_t>(bytes.size());
     if (!written || std::fflush(stdout) != 0)

@@ -16,6 +16,9 @@ QString escaped(const QString &text);
 /// Prints a line to the standard output at once. Raises AdminError when that cannot be written.
 void line(const QString &text);
 
+/// Prints bytes to the standard output as they are. Raises AdminError as line does.
+void raw(const QByteArray &bytes);
+
 /// Prints rows in columns below their titles.
 void table(const QStringList &titles, const QList<QStringList> &rows);
 

@@ -20,6 +20,9 @@ using namespace dozely;
 
 namespace
 {
+/// In a column of the table.
+constexpr qsizetype longestReason = 80;
+
 ScheduleStore::Content readStore()
 {
     const QFileInfo store(ScheduleStore::path());
@@ -94,7 +97,7 @@ public:
         return found ? *found : std::nullopt;
     }
 
-    /// In one or two words.
+    /// In one or two words, and why it failed.
     QString nameFor(const Schedule &schedule) const
     {
         if (!areKnown())
@@ -103,8 +106,10 @@ public:
         if (!outcome)
             return schedule.isEnabled ? "to come" : "-";
         const bool hasFailed = outcome->exitStatus.value_or(0) != 0;
-        return hasFailed ? QString("%1 (exit %2)").arg(outcome->state).arg(*outcome->exitStatus)
-                         : outcome->state;
+        const QString reason = !outcome->failure.isEmpty() ? logLabel(outcome->failure, longestReason)
+                               : hasFailed                 ? QString("exit %1").arg(*outcome->exitStatus)
+                                                           : QString();
+        return reason.isEmpty() ? outcome->state : QString("%1 (%2)").arg(outcome->state, reason);
     }
 
     /// For programs.
@@ -117,8 +122,10 @@ public:
         return QVariantMap{{"state", outcome->state},
                            {"isOver", outcome->isOver()},
                            {"begun", outcome->begun.isValid() ? QVariant(outcome->begun) : QVariant()},
+                           {"ended", outcome->ended.isValid() ? QVariant(outcome->ended) : QVariant()},
                            {"lateness", number(outcome->lateness)},
-                           {"exitStatus", number(outcome->exitStatus)}};
+                           {"exitStatus", number(outcome->exitStatus)},
+                           {"failure", outcome->failure.isEmpty() ? QVariant() : outcome->failure}};
     }
 
 private:

@@ -8,6 +8,7 @@
 #include "hosts/admin/EventCommand.h"
 #include "hosts/admin/LogCommand.h"
 #include "hosts/admin/Output.h"
+#include "hosts/admin/OutputCommand.h"
 #include "hosts/admin/PowerCommand.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/admin/UpdateCommand.h"
@@ -33,6 +34,7 @@ const QHash<QString, Command> &commands()
         {"ping", ChannelCommands::ping},
         {"clean", CleanCommand::run},
         {"log", LogCommand::run},
+        {"output", OutputCommand::run},
         {"power", PowerCommand::run},
         {"sleep", PowerCommand::sleep},
         {"update", UpdateCommand::run},

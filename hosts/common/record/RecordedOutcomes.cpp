@@ -12,6 +12,24 @@ using namespace dozely;
 namespace
 {
 constexpr std::chrono::seconds patience(5);
+
+/// The version of the format from which on there are failures and outputs.
+constexpr qint64 versionWithFailures = 2;
+
+QDateTime dateOf(std::optional<qint64> milliseconds)
+{
+    return milliseconds ? QDateTime::fromMSecsSinceEpoch(*milliseconds, Qt::UTC) : QDateTime();
+}
+
+/// Of a row that begins with these columns.
+constexpr char columns[] = "state, begun, lateness, exit_status, ended, failure";
+constexpr char formerColumns[] = "state, begun, lateness, exit_status, NULL, ''";
+
+RecordedOutcome outcomeIn(const SqliteStatement &row)
+{
+    return {row.text(0),   dateOf(row.number(1)), row.number(2),
+            row.number(3), dateOf(row.number(4)), row.text(5)};
+}
 } // namespace
 
 Result<RecordedOutcomes> RecordedOutcomes::open()
@@ -30,6 +48,12 @@ Result<RecordedOutcomes> RecordedOutcomes::open()
     auto database = Sqlite::open(file.filePath(), Sqlite::File::ReadOnly, patience);
     if (!database)
         return database.error();
+    auto version = database->prepare("PRAGMA user_version");
+    const auto isThere = version.next();
+    if (!isThere)
+        return isThere.error();
+    outcomes.m_hasFailures = version.number(0).value_or(0) >= versionWithFailures;
+    (void)version.next();
     outcomes.m_database = *std::move(database);
     return outcomes;
 }
@@ -39,17 +63,39 @@ Result<std::optional<RecordedOutcome>> RecordedOutcomes::find(const QString &ide
 {
     if (!m_database)
         return std::optional<RecordedOutcome>();
-    auto search = m_database->prepare("SELECT state, begun, lateness, exit_status FROM occurrences "
-                                      "WHERE identifier = ?1 AND date = ?2");
+    const QByteArray text = QByteArray("SELECT ") + (m_hasFailures ? columns : formerColumns) +
+                            " FROM occurrences WHERE identifier = ?1 AND date = ?2";
+    auto search = m_database->prepare(text.constData());
     const auto isThere = search.bind(1, identifier).bind(2, date.toMSecsSinceEpoch()).next();
     if (!isThere)
         return isThere.error();
     if (!*isThere)
         return std::optional<RecordedOutcome>();
-    RecordedOutcome outcome{search.text(0), {}, search.number(2), search.number(3)};
-    if (const auto begun = search.number(1))
-        outcome.begun = QDateTime::fromMSecsSinceEpoch(*begun, Qt::UTC);
-    return std::optional(outcome);
+    return std::optional(outcomeIn(search));
+}
+
+Result<std::optional<RecordedOutput>> RecordedOutcomes::findOutput(const QString &identifier,
+                                                                   const std::optional<QDateTime> &date) const
+{
+    if (!m_database)
+        return std::optional<RecordedOutput>();
+    const QByteArray text =
+        QByteArray("SELECT ") + (m_hasFailures ? columns : formerColumns) + ", date, place = 'session', " +
+        (m_hasFailures ? "(SELECT output FROM outputs WHERE outputs.identifier = ?1 AND outputs.date = "
+                         "occurrences.date)"
+                       : "NULL") +
+        " FROM occurrences WHERE identifier = ?1 AND begun IS NOT NULL AND state NOT IN ('asked', 'begun') "
+        "AND (?2 IS NULL OR date = ?2) ORDER BY begun DESC, date DESC LIMIT 1";
+    auto search = m_database->prepare(text.constData());
+    const auto isThere = search.bind(1, identifier)
+                             .bind(2, date ? std::optional<qint64>(date->toMSecsSinceEpoch()) : std::nullopt)
+                             .next();
+    if (!isThere)
+        return isThere.error();
+    if (!*isThere)
+        return std::optional<RecordedOutput>();
+    return std::optional(RecordedOutput{dateOf(search.number(6)), outcomeIn(search),
+                                        search.number(7).value_or(0) != 0, search.bytes(8)});
 }
 
 Result<bool> RecordedOutcomes::isInUse(const QString &identifier) const

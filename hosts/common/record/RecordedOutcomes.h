@@ -15,9 +15,19 @@ struct RecordedOutcome {
     QDateTime begun;                  ///< UTC; invalid for one that never began.
     std::optional<qint64> lateness;   ///< Milliseconds.
     std::optional<qint64> exitStatus; ///< Of the program that it ran, where that is known.
+    QDateTime ended = {};             ///< UTC; invalid where that is not known.
+    QString failure = {};             ///< Why it failed: a clause; empty when it did not.
 
     /// Whether nothing becomes of it any more by itself.
     bool isOver() const { return state != "asked" && state != "begun"; }
+};
+
+/// What an occurrence that is over wrote last.
+struct RecordedOutput {
+    QDateTime date; ///< The occurrence's, UTC.
+    RecordedOutcome outcome;
+    bool wasInSession = false;
+    QByteArray output; ///< Empty also where none is kept any more.
 };
 
 /// The record of occurrences, "/var/lib/dozely/occurrences.db" below the root folder, for who only looks into
@@ -35,9 +45,15 @@ public:
     dozely::Result<std::optional<RecordedOutcome>> find(const QString &identifier,
                                                         const QDateTime &date) const;
 
+    /// What the occurrence at `date` wrote, or, without one, the latest that was performed and is over;
+    /// nothing when the record has no such occurrence.
+    dozely::Result<std::optional<RecordedOutput>> findOutput(const QString &identifier,
+                                                             const std::optional<QDateTime> &date) const;
+
     /// Whether any occurrence of a schedule, whatever its date, is asked for or runs.
     dozely::Result<bool> isInUse(const QString &identifier) const;
 
 private:
     std::optional<Sqlite> m_database;
+    bool m_hasFailures = false; // else it is of the first format
 };

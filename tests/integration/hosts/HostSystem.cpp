@@ -162,7 +162,7 @@ HostSystem::Ended HostSystem::run(const QString &program, const QStringList &arg
     const auto process = start(program, arguments, {}, preloaded);
     const bool ended = waitUntil([&] { return process->state() == QProcess::NotRunning; });
     return {ended && process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
-            process->readAllStandardError()};
+            process->readAllStandardError(), process->readAllStandardOutput()};
 }
 
 bool HostSystem::postAsAgentUser(const QString &target, const NSNotification &order)

@@ -42,10 +42,11 @@ protected:
     /// Puts a program into the system that is not there from the start.
     void copyProgram(const QString &from, const QString &fixedPath) const;
 
-    /// Runs a program of the system to its end; exit status and standard error stream.
+    /// Runs a program of the system to its end; exit status, standard error stream and standard output.
     struct Ended {
         int status;
         QByteArray errors;
+        QByteArray output;
     };
     /// With `preloaded`, a library that stands between the program and the machine.
     Ended run(const QString &program, const QStringList &arguments, const QString &preloaded = {});

@@ -235,6 +235,28 @@ TEST_F(HostsTest, WhatIsOverIsCleanedAwayBesideTheDaemon)
     EXPECT_EQ(countOf("which is over, was removed"), 1);
 }
 
+TEST_F(HostsTest, TheToolShowsWhatAnActionWroteLastAndThatItFailed)
+{
+    copyProgram(ADMIN_PROGRAM, "/usr/bin/dozely-admin");
+    const QString bundle = makeBundle("Trouble", {{"WDDaemonModule", "TroublePlugIn.so"}}, {TROUBLE_MODULE});
+    startDaemon();
+    const auto entryFor = [&](const QString &identifier, const QString &wish) {
+        return changed(probeEntry(identifier, with(inDaemon, "Do", wish)), "Bundle Path", bundle);
+    };
+    writeStore({entryFor("printing", "print"), entryFor("crashing", "crash")});
+    const auto tool = [this](const QStringList &arguments) {
+        return run("/usr/bin/dozely-admin", QStringList{"--root", root.path()} + arguments);
+    };
+    EXPECT_TRUE(waitUntil([&] {
+        return tool({"output", "printing"}).output.endsWith("\nline 100000\n");
+    })) << tool({"output", "printing"}).errors.constData();
+    EXPECT_TRUE(waitUntil([&] {
+        return tool({"list"}).output.contains(
+            "failed (its process was ended by signal 11 (Segmentation fault))");
+    })) << tool({"list"}).output.constData();
+    EXPECT_EQ(tool({"output", "crashing"}).status, 0);
+}
+
 TEST_F(HostsTest, ADaemonThatIsToKeepNoOccurrencesRefuses)
 {
     for (const QString number : {"0", "-1", "many"}) {

@@ -49,9 +49,9 @@ protected:
         ASSERT_TRUE(database);
         ASSERT_TRUE(database->run("PRAGMA journal_mode = WAL; CREATE TABLE occurrences (identifier TEXT, "
                                   "date INTEGER, state TEXT, begun INTEGER, lateness INTEGER, "
-                                  "exit_status INTEGER)"));
+                                  "exit_status INTEGER, place TEXT DEFAULT 'daemon')"));
         ASSERT_EQ(::chmod(qPrintable(recordPath()), 0600), 0);
-        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, ?2, ?3, ?2, 0, ?4)");
+        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, ?2, ?3, ?2, 0, ?4, NULL)");
         for (const Row &row : rows) {
             const QStringList more = row.name == "stays" ? QStringList{"--stays"} : QStringList();
             insertion.bind(1, tool.add(row.name, more)).bind(3, row.state).bind(4, row.exitStatus);
@@ -60,6 +60,46 @@ protected:
         }
         tool.add("open");
     }
+
+    /// A record of the present format, with one occurrence of "Backup" that is over at its date, and one of
+    /// an hour before.
+    struct Ended {
+        QString state;
+        std::optional<qint64> exitStatus = {};
+        QString failure = {};
+        QByteArray output = {};
+        QString place = "daemon";
+    };
+    void recordEnds(const Ended &latest, const Ended &before)
+    {
+        tool.root.makeFolder("/var/lib/dozely");
+        const auto database =
+            Sqlite::open(recordPath(), Sqlite::File::MayBeMade, std::chrono::milliseconds(0));
+        ASSERT_TRUE(database);
+        ASSERT_TRUE(database->run(
+            "PRAGMA journal_mode = WAL; CREATE TABLE occurrences (identifier TEXT, date INTEGER, state TEXT, "
+            "asked_by INTEGER, begun INTEGER, lateness INTEGER, place TEXT, handed_to INTEGER, "
+            "handed_over INTEGER, exit_status INTEGER, ended INTEGER, failure TEXT NOT NULL DEFAULT ''); "
+            "CREATE TABLE outputs (identifier TEXT, date INTEGER, output BLOB); PRAGMA user_version = 2"));
+        ASSERT_EQ(::chmod(qPrintable(recordPath()), 0600), 0);
+        ASSERT_EQ(tool.run({"add", "Backup", "--program", "/bin/true", "--date", "2060-03-14 06:55",
+                            "--time-zone", "Europe/Paris"})
+                      .status,
+                  0);
+        const QString identifier = onlyEntry()["Identifier"].toString();
+        const qint64 date = QDateTime({2060, 3, 14}, {5, 55}, Qt::UTC).toMSecsSinceEpoch();
+        auto insertion = database->prepare(
+            "INSERT INTO occurrences VALUES (?1, ?2, ?3, NULL, ?2, 0, ?6, NULL, NULL, ?4, ?2, ?5)");
+        auto writing = database->prepare("INSERT INTO outputs VALUES (?1, ?2, ?3)");
+        for (const auto &[when, end] : {std::pair(date, latest), std::pair(date - 3600'000, before)}) {
+            insertion.bind(1, identifier).bind(2, when).bind(3, end.state).bind(4, end.exitStatus);
+            ASSERT_TRUE(insertion.bind(5, end.failure).bind(6, end.place).run());
+            if (!end.output.isEmpty()) {
+                ASSERT_TRUE(writing.bind(1, identifier).bind(2, when).bindBytes(3, end.output).run());
+            }
+        }
+    }
+    void recordEnds(const Ended &latest) { recordEnds(latest, {"done"}); }
 
     AdminTool tool;
 };
@@ -117,6 +157,95 @@ TEST_F(AdminStoreTest, ListShowsWhatBecameOfASchedule)
     EXPECT_EQ(schedules[2]["occurrence"]["isOver"], true);
     EXPECT_EQ(schedules[3]["occurrence"]["isOver"], false);
     EXPECT_TRUE(schedules[4]["occurrence"].isNull());
+    EXPECT_EQ(tool.run({"output", "done"}).output, "") << "a record of the first format has no outputs";
+    EXPECT_EQ(tool.run({"output", "done"}).status, 0);
+}
+
+TEST_F(AdminStoreTest, ListSaysWhyAnActionFailed)
+{
+    recordEnds({"failed", {}, "its process was ended by signal 11 (Segmentation fault)"});
+    EXPECT_THAT(tool.run({"list"}).output.toStdString(),
+                HasSubstr("failed (its process was ended by signal 11 (Segmentation fault))  "));
+    const QJsonObject occurrence =
+        tool.run({"list", "--json"}).json()["schedules"][0]["occurrence"].toObject();
+    EXPECT_EQ(occurrence["state"], "failed");
+    EXPECT_EQ(occurrence["isOver"], true);
+    EXPECT_EQ(occurrence["failure"], "its process was ended by signal 11 (Segmentation fault)");
+    EXPECT_EQ(occurrence["ended"], "2060-03-14T05:55:00Z");
+    EXPECT_TRUE(occurrence["exitStatus"].isNull());
+}
+
+TEST_F(AdminStoreTest, ListShowsTheStatusOfAProgramThatFailed)
+{
+    recordEnds({"failed", 3});
+    EXPECT_THAT(tool.run({"list"}).output.toStdString(), HasSubstr("failed (exit 3)  "));
+}
+
+TEST_F(AdminStoreTest, OutputIsTheLatestAsItWasWritten)
+{
+    const QByteArray bytes("one\x1b[31m\n\0\xff no end of line", 25);
+    recordEnds({"failed", 3, {}, bytes}, {"done", 0, {}, "earlier\n"});
+    const auto latest = tool.run({"output", "Backup"});
+    EXPECT_EQ(latest.status, 0) << latest.errors.constData();
+    EXPECT_EQ(latest.output, bytes);
+    EXPECT_EQ(tool.run({"output", "Backup", "--date", "2060-03-14 05:55"}).output, "earlier\n")
+        << "in the schedule's time zone";
+    EXPECT_EQ(tool.run({"output", "Backup", "--date", "2060-03-14 04:55", "--time-zone", "UTC"}).output,
+              "earlier\n");
+    const QJsonObject json = tool.run({"output", "Backup", "--json"}).json();
+    EXPECT_EQ(json["output"], QString(bytes.toBase64()));
+    EXPECT_EQ(json["state"], "failed");
+    EXPECT_EQ(json["exitStatus"], 3);
+    EXPECT_TRUE(json["failure"].isNull());
+    EXPECT_EQ(json["date"], "2060-03-14T05:55:00Z");
+    EXPECT_EQ(json["identifier"].toString(), onlyEntry()["Identifier"].toString());
+}
+
+TEST_F(AdminStoreTest, OutputOfOneThatRunsIsThatOfTheOneBefore)
+{
+    recordEnds({"begun"}, {"done", 0, {}, "earlier\n"});
+    EXPECT_EQ(tool.run({"output", "Backup"}).output, "earlier\n");
+}
+
+TEST_F(AdminStoreTest, OutputIsNothingForAnActionThatWroteNothing)
+{
+    recordEnds({"done", 0});
+    const auto nothing = tool.run({"output", "Backup"});
+    EXPECT_EQ(nothing.status, 0) << nothing.errors.constData();
+    EXPECT_EQ(nothing.output, "");
+}
+
+TEST_F(AdminStoreTest, OutputSaysWhyThereIsNone)
+{
+    recordEnds({"done", {}, {}, {}, "session"});
+    tool.add("open");
+    const QList<std::tuple<QStringList, int, const char *>> cases{
+        {{"output", "Backup"}, 1, "\"Backup\" was performed in the session, of which no output is kept"},
+        {{"output", "open"}, 1, "\"open\" was not performed yet"},
+        {{"output", "Backup", "--date", "2060-03-13 06:55"}, 1, "\"Backup\" was not performed then"},
+        {{"output", "gone"}, 1, "There is no schedule \"gone\""},
+        {{"output", "Backup", "--date", "yesterday"}, 2, "is not a date"},
+        {{"output", "Backup", "--time-zone", "UTC"}, 2, "--time-zone is that of a --date"},
+        {{"output"}, 2, "\"output\" needs an argument"},
+    };
+    for (const auto &[arguments, status, complaint] : cases) {
+        const auto result = tool.run(arguments);
+        EXPECT_EQ(result.status, status) << qPrintable(arguments.join(' '));
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr(complaint));
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST_F(AdminStoreTest, OutputIsForWhoMayReadTheRecord)
+{
+    recordEnds({"done", 0, {}, "secret\n"});
+    if (::geteuid() != 0) {
+        ASSERT_EQ(::chmod(qPrintable(recordPath()), 0), 0);
+    }
+    const auto result = tool.run({"output", "Backup"}, true);
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("You may not read"));
+    EXPECT_EQ(result.output, "");
 }
 
 TEST_F(AdminStoreTest, ListHasNoOutcomesForWhoMayNotReadTheRecord)
@@ -140,7 +269,7 @@ TEST_F(AdminStoreTest, CleanLeavesWhatSomebodyHasAskedForOrWhatRunsAgain)
     const auto database = Sqlite::open(recordPath(), Sqlite::File::MustExist, std::chrono::milliseconds(0));
     ASSERT_TRUE(database);
     for (const auto &[place, state] : {std::pair(1, "asked"), std::pair(2, "begun")}) {
-        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, 1, ?2, NULL, 0, NULL)");
+        auto insertion = database->prepare("INSERT INTO occurrences VALUES (?1, 1, ?2, NULL, 0, NULL, NULL)");
         insertion.bind(1, entries().at(place).toMap()["Identifier"].toString()).bind(2, QString(state));
         ASSERT_TRUE(insertion.run());
     }

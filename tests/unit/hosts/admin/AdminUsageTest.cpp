@@ -10,9 +10,9 @@ TEST(AdminUsage, HelpNamesEveryCommandAndExitStatus)
     AdminTool tool;
     const auto help = tool.run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char *word :
-         {"list", "add NAME", "remove SCHEDULE", "clean", "enable SCHEDULE", "disable SCHEDULE",
-          "run SCHEDULE", "ping agent [USER]", "log", "--follow", "--json", "3 not permitted"})
+    for (const char *word : {"list", "add NAME", "remove SCHEDULE", "clean", "enable SCHEDULE",
+                             "disable SCHEDULE", "run SCHEDULE", "output SCHEDULE", "ping agent [USER]",
+                             "log", "--follow", "--json", "3 not permitted"})
         EXPECT_THAT(help.output.toStdString(), HasSubstr(word));
 }
 

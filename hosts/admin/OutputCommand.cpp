@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/OutputCommand.h"
+
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/DateOptions.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/StoreCommands.h"
+#include "hosts/common/record/RecordedOutcomes.h"
+
+using namespace dozely;
+
+namespace
+{
+[[noreturn]] void fail(const Error &error)
+{
+    throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
+                                                                  : ExitStatus::Failed,
+                     QString("What an action wrote cannot be told: %1.").arg(error.text));
+}
+
+std::optional<QDateTime> dateIn(const AdminOptions &options, const Schedule &schedule)
+{
+    if (!options.isSet("date")) {
+        if (options.isSet("time-zone"))
+            throw AdminError(ExitStatus::BadUsage, "--time-zone is that of a --date.");
+        return {};
+    }
+    return DateOptions::readDate(options, schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone).date;
+}
+
+QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)
+{
+    const RecordedOutcome &outcome = found.outcome;
+    return {{"identifier", schedule.identifier},
+            {"date", found.date},
+            {"state", outcome.state},
+            {"exitStatus", outcome.exitStatus ? QVariant(*outcome.exitStatus) : QVariant()},
+            {"failure", outcome.failure.isEmpty() ? QVariant() : outcome.failure},
+            {"output", found.output}};
+}
+} // namespace
+
+void OutputCommand::run(const AdminOptions &options)
+{
+    const Schedule schedule = StoreCommands::find(options.argument(0));
+    const auto date = dateIn(options, schedule);
+    const auto outcomes = RecordedOutcomes::open();
+    if (!outcomes)
+        fail(outcomes.error());
+    const auto found = outcomes->findOutput(schedule.identifier, date);
+    if (!found)
+        fail(found.error());
+    const QString when = date ? "then" : "yet";
+    if (!*found)
+        throw AdminError(ExitStatus::Failed,
+                         QString("\"%1\" was not performed %2.").arg(schedule.name, when));
+    if ((*found)->wasInSession)
+        throw AdminError(
+            ExitStatus::Failed,
+            QString("\"%1\" was performed in the session, of which no output is kept.").arg(schedule.name));
+    if (options.isSet("json"))
+        Output::json(describe(schedule, **found));
+    else
+        Output::raw((*found)->output);
+}
