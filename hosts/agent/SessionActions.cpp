@@ -30,15 +30,28 @@ QString labelOf(const AgentOrder &order)
     return logLabel(nameOf(order.bundlePath));
 }
 
+/// Characters of a reason that are sent.
+constexpr qsizetype longestFailure = 1000;
+
 /// BLOCKING: as a request of WDCommunicationCenter.
-void reportOutcome(const AgentOrder &order, QLatin1StringView outcome)
+void reportOutcome(const AgentOrder &order, QLatin1StringView outcome, const QVariantMap &more = {})
 {
-    GuardedPosting::postToDaemon(NSNotification(OrderName::daemonMustNoteOutcome,
-                                                QString(OrderSender::daemon),
-                                                {{OrderKey::bundlePath, order.bundlePath},
-                                                 {OrderKey::date, order.date},
-                                                 {OrderKey::parameters, order.parameters},
-                                                 {OrderKey::outcome, QString(outcome)}}));
+    QVariantMap report = more;
+    report.insert(OrderKey::bundlePath, order.bundlePath);
+    report.insert(OrderKey::date, order.date);
+    report.insert(OrderKey::parameters, order.parameters);
+    report.insert(OrderKey::outcome, QString(outcome));
+    GuardedPosting::postToDaemon(
+        NSNotification(OrderName::daemonMustNoteOutcome, QString(OrderSender::daemon), report));
+}
+
+/// The same.
+void reportFailure(const AgentOrder &order, const QString &failure, std::optional<qint64> exitStatus)
+{
+    QVariantMap more{{OrderKey::failure, logLabel(failure, longestFailure)}};
+    if (exitStatus)
+        more.insert(OrderKey::exitStatus, *exitStatus);
+    reportOutcome(order, OrderOutcome::failed, more);
 }
 
 /// Why an action that began is none that succeeded; empty for one that is, for all that is known, and where
@@ -140,6 +153,8 @@ void SessionActions::noteEnd(const AgentOrder &order, const PerformanceOutcome &
         ZDRLog("%@ of schedule \"%@\" failed in the session: %@", labelOf(order), logLabel(order.schedule),
                logLabel(failure, wholeText));
     }
+    if (outcome.hasBegun && !failure.isEmpty())
+        reportFailure(order, failure, outcome.exitStatus);
 }
 
 SessionActions::Awake SessionActions::awakeFor(const QString &bundlePath)

@@ -29,6 +29,25 @@ constexpr std::chrono::hours firstRemoval(1);
 constexpr std::chrono::hours betweenRemovals(24);
 /// @}
 
+/// Characters.
+constexpr qsizetype longestFailure = 1000;
+
+/// Why an action failed, by what its agent says: never empty, one line.
+QString failureIn(const ReceivedOrder &order)
+{
+    const QString failure =
+        logLabel(order.userInfo.value(OrderKey::failure).toString(), longestFailure).trimmed();
+    return failure.isEmpty() ? "its agent does not say why" : failure;
+}
+
+/// Absent for what no program ends with.
+std::optional<qint64> exitStatusIn(const ReceivedOrder &order)
+{
+    bool isNumber = false;
+    const qint64 status = order.userInfo.value(OrderKey::exitStatus).toLongLong(&isNumber);
+    return isNumber && status >= 0 && status <= 255 ? std::optional(status) : std::nullopt;
+}
+
 QString senderLabel(const ReceivedOrder &order)
 {
     return order.peer ? QString("user %1").arg(*order.peer) : QString("an unknown user");
@@ -256,8 +275,9 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     const QVariant date = order.userInfo.value(OrderKey::date);
     const QString outcome = order.userInfo.value(OrderKey::outcome).toString();
     const bool isPerformed = outcome == OrderOutcome::performed;
+    const bool hasFailed = outcome == OrderOutcome::failed;
     if (!order.peer || date.typeId() != QMetaType::QDateTime ||
-        (!isPerformed && outcome != OrderOutcome::notPerformed))
+        (!isPerformed && !hasFailed && outcome != OrderOutcome::notPerformed))
         return;
     const auto handedOver = [&](OccurrenceState state) {
         return m_keeper.scheduler().handedOver(
@@ -267,7 +287,9 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     auto occurrence = handedOver(OccurrenceState::Unknown);
     if (!occurrence && !isPerformed)
         occurrence = handedOver(OccurrenceState::Done);
-    if (occurrence)
+    if (occurrence && hasFailed)
+        m_performer.noteFailure(*occurrence, *order.peer, failureIn(order), exitStatusIn(order));
+    else if (occurrence)
         m_performer.noteOutcome(*occurrence, *order.peer, isPerformed);
 }
 

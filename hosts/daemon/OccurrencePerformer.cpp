@@ -359,6 +359,13 @@ void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 user
     ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
 }
 
+void OccurrencePerformer::noteFailure(const Occurrence &occurrence, quint32 userId, const QString &failure,
+                                      std::optional<qint64> exitStatus)
+{
+    m_keeper.noteEnd(occurrence, {true, failure, exitStatus, m_clock.currentDate()});
+    ZDRLog("%@ failed with the agent of user %u: %@", labelOf(occurrence), userId, failure);
+}
+
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
 {
     m_waits.end(occurrence);

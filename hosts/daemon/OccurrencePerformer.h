@@ -62,6 +62,10 @@ public:
     /// the answer came too late, or that it was not performed although it was answered.
     void noteOutcome(const Occurrence &occurrence, quint32 userId, bool isPerformed);
 
+    /// What the agent of `userId` says of an occurrence that it was handed: that it failed, and why.
+    void noteFailure(const Occurrence &occurrence, quint32 userId, const QString &failure,
+                     std::optional<qint64> exitStatus);
+
     /// What became of the wish to announce an occurrence.
     struct Announcement {
         bool isKnown = true;               ///< What the plug-in wants; else it is being asked.

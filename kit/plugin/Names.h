@@ -148,7 +148,8 @@ inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
 
 /// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
 /// it from the agent's answer: it may have come too late, and it is given before the action. Sender: daemon.
-/// Keys: bundlePath, date, parameters, outcome. Believed from the user whose agent has the occurrence.
+/// Keys: bundlePath, date, parameters, outcome; with the outcome failed also failure, and exitStatus where it
+/// is known. Believed from the user whose agent has the occurrence.
 inline constexpr QLatin1StringView daemonMustNoteOutcome("DaemonMustNoteOutcomeEvent");
 
 /// From the admin tool to the daemon: perform a schedule now, whatever its date. Sender: admin. Key:
@@ -178,6 +179,8 @@ inline constexpr QLatin1StringView parameters("Schedule Parameters");         //
 inline constexpr QLatin1StringView scheduleIdentifier("Schedule Identifier"); ///< QString, as in the store.
 inline constexpr QLatin1StringView scheduleName("Schedule Name");             ///< QString, for people.
 inline constexpr QLatin1StringView outcome("Schedule Outcome");               ///< QString, an OrderOutcome.
+inline constexpr QLatin1StringView failure("Schedule Failure");               ///< QString, why: a clause.
+inline constexpr QLatin1StringView exitStatus("Schedule Exit Status"); ///< Integer, of the program it ran.
 } // namespace OrderKey
 
 /// What became of an occurrence.
@@ -185,6 +188,7 @@ namespace OrderOutcome
 {
 inline constexpr QLatin1StringView performed("done");
 inline constexpr QLatin1StringView notPerformed("not performed"); ///< Certainly: it was not begun.
+inline constexpr QLatin1StringView failed("failed");              ///< Begun, but not to a good end.
 } // namespace OrderOutcome
 
 /// The keys of the user info of the alert that WDUserAgentPlugIn shows, for those who show or answer it.

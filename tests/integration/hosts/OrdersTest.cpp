@@ -27,6 +27,10 @@ TEST_F(HostsTest, AnOutcomeIsBelievedFromTheAgentThatHasTheOccurrenceAlone)
         ASSERT_TRUE(postAs(agentUser() + 1, "daemon", report(entry["Parameters"], "not performed")));
     }
     ASSERT_TRUE(postAsAgentUser("daemon", report(QVariantMap{{"Text", "of another"}}, "not performed")));
+    if (::geteuid() == 0) {
+        ASSERT_TRUE(postAs(agentUser() + 1, "daemon", report(entry["Parameters"], "failed")));
+    }
+    ASSERT_TRUE(postAsAgentUser("daemon", report(QVariantMap{{"Text", "of another"}}, "failed")));
     ASSERT_TRUE(postAsAgentUser("daemon", report(entry["Parameters"], "made up")));
     ASSERT_TRUE(postAsAgentUser("daemon", report(entry["Parameters"], "done")));
     writeStore({entry, probeEntry("next", inDaemon)});
@@ -34,6 +38,48 @@ TEST_F(HostsTest, AnOutcomeIsBelievedFromTheAgentThatHasTheOccurrenceAlone)
     EXPECT_EQ(outcomeOf("hello", date), "done");
     EXPECT_EQ(countOf("was not performed"), 0);
     EXPECT_EQ(countOf("all the same"), 0);
+}
+
+TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
+{
+    startDaemon();
+    startAgent();
+    const QVariantMap crashing = probeEntry("crashing", with(inSession, "Then", "crash"));
+    const QVariantMap failing = probeEntry("failing", with(inSession, "Exit Status", 3LL));
+    const QVariantMap told = probeEntry("told", inSession);
+    writeStore({crashing, failing, told});
+    EXPECT_TRUE(logs("\"Name of crashing\" failed with the agent of user"));
+    EXPECT_TRUE(logs("\"Name of failing\" failed with the agent of user"));
+    const auto recorded = [](const QVariantMap &entry) {
+        const auto outcomes = RecordedOutcomes::open();
+        const auto outcome =
+            outcomes->find(entry["Identifier"].toString(), entry["Date"].toDateTime().toUTC());
+        return outcome && *outcome ? **outcome : RecordedOutcome();
+    };
+    EXPECT_TRUE(waitUntil([&] { return recorded(crashing).state == "failed"; }));
+    EXPECT_THAT(recorded(crashing).failure.toStdString(), HasSubstr("ended by signal 11"));
+    EXPECT_TRUE(recorded(crashing).ended.isValid());
+    EXPECT_TRUE(waitUntil([&] { return recorded(failing).state == "failed"; }));
+    EXPECT_EQ(recorded(failing).exitStatus, 3);
+    EXPECT_EQ(recorded(failing).failure, "its program ended with status 3");
+    ASSERT_TRUE(logs("\"Name of told\" was handed to the agent"));
+    ASSERT_TRUE(waitUntil([&] { return recorded(told).state == "done"; }));
+    const NSNotification report("DaemonMustNoteOutcomeEvent", "com.dozely.Daemon",
+                                {{"Schedule Bundle Path", root.join(told["Bundle Path"].toString())},
+                                 {"Schedule Date", told["Date"]},
+                                 {"Schedule Parameters", told["Parameters"]},
+                                 {"Schedule Outcome", "failed"},
+                                 {"Schedule Failure", "a\nb" + QString(5000, 'x')},
+                                 {"Schedule Exit Status", -7LL}});
+    ASSERT_TRUE(postAsAgentUser("daemon", report));
+    ASSERT_TRUE(postAsAgentUser("daemon", report)); // tells nothing new
+    ASSERT_TRUE(waitUntil([&] { return recorded(told).state == "failed"; }));
+    EXPECT_TRUE(recorded(told).failure.startsWith("a bxxx"));
+    EXPECT_LE(recorded(told).failure.size(), 1003);
+    EXPECT_FALSE(recorded(told).exitStatus);
+    writeStore({crashing, failing, told, probeEntry("next", inDaemon)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("\"Name of told\" failed"), 1);
 }
 
 TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)

@@ -155,6 +155,25 @@ TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarte
     EXPECT_FALSE(keeper.scheduler().record().find("a", noon())->exitStatus);
 }
 
+TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionFailedAndThatNobodyHasItAnyMore)
+{
+    const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
+    keeper.noteBegun({{occurrence, ActingPlace::Session}});
+    keeper.note(occurrence, OccurrenceState::Done, 4242);
+    clock.advance(90s);
+    performer.noteFailure(occurrence, 4242, "it took longer than 60 s", 143);
+    EXPECT_EQ(lastMessage(),
+              "Schedule \"Name of a\" failed with the agent of user 4242: it took longer than 60 s");
+    const auto entry = *keeper.scheduler().record().find("a", noon());
+    EXPECT_EQ(entry.state, OccurrenceState::Failed);
+    EXPECT_EQ(entry.failure, "it took longer than 60 s");
+    EXPECT_EQ(entry.exitStatus, 143);
+    EXPECT_EQ(entry.ended, noon().addSecs(90));
+    EXPECT_EQ(entry.begun, noon());
+    EXPECT_EQ(entry.place, ActingPlace::Session);
+    EXPECT_FALSE(entry.handedTo) << "it is not handed back";
+}
+
 TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeWhileAnActionGoesOn)
 {
     makeProbe();
