@@ -113,6 +113,8 @@ QVariantMap ParameterOptions::read(const AdminOptions &options)
         refuse("An action runs in the daemon or in the session, not in both.");
     if (options.isSet("in-daemon") || options.isSet("in-session"))
         parameters.insert(ParameterKey::actsInUserAgent, options.isSet("in-session") ? 1 : 0);
+    if (options.isSet("tell-failure"))
+        parameters.insert(ParameterKey::tellsFailure, 1);
     if (options.isSet("wake"))
         parameters.insert(ParameterKey::needsWakeUp, 1);
     if (options.isSet("power-on"))

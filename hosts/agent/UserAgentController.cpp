@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -20,6 +21,8 @@ UserAgentController::UserAgentController()
                            [this](const ReceivedOrder &received) { userAgentMustAct(received); });
     OrderReceiver::receive(OrderName::userAgentMustAnticipate, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAnticipate(received); });
+    OrderReceiver::receive(OrderName::userAgentMustTellFailure, OrderSender::userAgent, this,
+                           [this](const ReceivedOrder &received) { userAgentMustTellFailure(received); });
 }
 
 void UserAgentController::askForAnnouncements()
@@ -79,6 +82,18 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
         ZDRLog("%@ raised: %@", label, *thrown);
     else
         m_alerts.keep(order->bundlePath, plugIn);
+}
+
+void UserAgentController::userAgentMustTellFailure(const ReceivedOrder &received)
+{
+    if (!OrderPermissions::isSystem(received.peer, RootFolder::owner())) {
+        ZDRLog("%@ refused: it comes not from the daemon", received.name);
+        return;
+    }
+    const QString schedule = received.userInfo.value(OrderKey::scheduleName).toString();
+    const QString reason = received.userInfo.value(OrderKey::failure).toString();
+    ZDRLog("The user is told of schedule \"%@\": %@", logLabel(schedule), logLabel(reason));
+    m_failures.show(schedule, reason);
 }
 
 Result<std::shared_ptr<WDUserAgentPlugIn>> UserAgentController::makePlugIn(const QString &bundlePath)

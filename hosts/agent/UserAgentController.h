@@ -3,6 +3,7 @@
 
 #include "hosts/agent/AgentOrder.h"
 #include "hosts/agent/AlertKeeper.h"
+#include "hosts/agent/FailureNotices.h"
 #include "hosts/agent/SessionActions.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 
@@ -33,9 +34,11 @@ private:
 
     void userAgentMustAct(const ReceivedOrder &received);
     void userAgentMustAnticipate(const ReceivedOrder &received);
+    void userAgentMustTellFailure(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 
     PlugInLoader m_loader; // outlives the plug-in objects
     AlertKeeper m_alerts;
     SessionActions m_actions;
+    FailureNotices m_failures;
 };

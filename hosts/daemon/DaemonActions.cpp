@@ -188,4 +188,8 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
     else if (outcome.exitStatus.value_or(0) > 0)
         ZDRLog("%@ failed: its program ended with status %lld", labelOf(occurrence),
                static_cast<qlonglong>(*outcome.exitStatus));
+    if (!outcome.isSuccess())
+        Q_EMIT failed(occurrence, !outcome.failure.isEmpty()
+                                      ? outcome.failure
+                                      : QString("its program ended with status %1").arg(*outcome.exitStatus));
 }

@@ -52,6 +52,10 @@ public:
     /// Performs an occurrence that is recorded as begun.
     void perform(const Occurrence &occurrence, const QVariantMap &bundleInfo);
 
+Q_SIGNALS:
+    /// An action was noted, and logged, as one that failed or was not performed.
+    void failed(const Occurrence &occurrence, const QString &why);
+
 private:
     using Key = OccurrenceRecord::Key;
     static Key keyOf(const Occurrence &occurrence);

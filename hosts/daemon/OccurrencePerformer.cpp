@@ -2,9 +2,13 @@
 #include "hosts/daemon/OccurrencePerformer.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
+#include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
@@ -56,6 +60,7 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &p
       m_waits(clock, keeper.scheduler())
 {
     connect(&answers, &PlugInAnswers::answered, this, &OccurrencePerformer::takeAnswers);
+    connect(&m_actions, &DaemonActions::failed, this, &OccurrencePerformer::tellFailureSoon);
 }
 
 void OccurrencePerformer::decide(const QList<Occurrence> &due)
@@ -364,6 +369,7 @@ void OccurrencePerformer::noteFailure(const Occurrence &occurrence, quint32 user
 {
     m_keeper.noteEnd(occurrence, {true, failure, exitStatus, m_clock.currentDate()});
     ZDRLog("%@ failed with the agent of user %u: %@", labelOf(occurrence), userId, failure);
+    tellFailureSoon(occurrence, failure);
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
@@ -371,4 +377,37 @@ void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QStri
     m_waits.end(occurrence);
     m_keeper.note(occurrence, OccurrenceState::NotPerformed);
     ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
+    tellFailureSoon(occurrence, why);
+}
+
+/// In a turn of its own, so that what is due does not wait for an agent. Once: the disk has what became of
+/// the occurrence before anybody is told, so it becomes nothing else, in no later daemon either.
+void OccurrencePerformer::tellFailureSoon(const Occurrence &occurrence, const QString &why)
+{
+    const QVariant wish = occurrence.schedule.parameters.value(ParameterKey::tellsFailure);
+    const bool isWanted = wish.typeId() == QMetaType::Bool ? wish.toBool() : integerValue(wish) == 1;
+    if (!isWanted)
+        return;
+    QMetaObject::invokeMethod(
+        this, [this, name = occurrence.schedule.name, why] { tellFailure(name, why); }, Qt::QueuedConnection);
+}
+
+/// An agent that does not answer is not waited for again and again.
+void OccurrencePerformer::tellFailure(const QString &schedule, const QString &why)
+{
+    m_keeper.flush();
+    const auto user = m_console->current();
+    if (!user || !m_waits.isReachable(user->userId))
+        return;
+    const auto start = m_clock.steadyTime();
+    m_keeper.scheduler().beginWait();
+    const bool isReceived = GuardedPosting::postToAgentOfUser(
+        NSNotification(OrderName::userAgentMustTellFailure, QString(OrderSender::userAgent),
+                       {{OrderKey::scheduleName, schedule}, {OrderKey::failure, logLabel(why)}}),
+        user->userId);
+    m_keeper.scheduler().endWait();
+    if (isReceived)
+        m_waits.noteAnswer(user->userId);
+    else
+        m_waits.noteFailure(user->userId, m_clock.steadyTime() - start);
 }

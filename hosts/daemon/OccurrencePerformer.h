@@ -113,6 +113,8 @@ private:
     std::optional<quint32> reachableUser(const Occurrence &occurrence, qint32 timeOut);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
     void notPerformed(const Occurrence &occurrence, const QString &why);
+    void tellFailureSoon(const Occurrence &occurrence, const QString &why);
+    void tellFailure(const QString &schedule, const QString &why);
 
     ScheduleKeeper &m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;

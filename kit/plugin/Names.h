@@ -92,6 +92,9 @@ inline constexpr QLatin1StringView needsStartup("Needs Startup");
 /// 1: the action is performed in the session; any other value: in the daemon. A missing key leaves it to the
 /// bundle.
 inline constexpr QLatin1StringView actsInUserAgent("Acts In User Agent");
+
+/// 1: the user at the console is told when the action failed or was not performed. A missing key is 0.
+inline constexpr QLatin1StringView tellsFailure("Tell Failure");
 } // namespace ParameterKey
 
 /// Limits of an action, integers all of them: keys of a bundle's Info dictionary, and of a schedule's
@@ -135,6 +138,10 @@ inline constexpr QLatin1StringView userAgentMustAct("UserAgentMustActEvent");
 /// From the daemon (WDDaemonPlugIn::anticipateInUserAgentNow) to the agent at the console: announce the
 /// occurrence to the user. Sender, keys and who is obeyed as for userAgentMustAct.
 inline constexpr QLatin1StringView userAgentMustAnticipate("UserAgentMustAnticipateEvent");
+
+/// From the daemon to the agent at the console: tell the user that an action failed or was not performed.
+/// Sender: userAgent. Keys: scheduleName, failure. Obeyed from root and the root folder's owner.
+inline constexpr QLatin1StringView userAgentMustTellFailure("UserAgentMustTellFailureEvent");
 
 /// From an agent (WDUserAgentPlugIn::actInDaemonNow) to the daemon: perform the occurrence there. Sender:
 /// daemon. Keys: bundlePath, date, parameters. Obeyed from the user whose agent has the occurrence; the

@@ -20,6 +20,20 @@ TEST(AgentBundle, HoldsTheAlertsTextInSixLanguages)
     }
 }
 
+TEST(AgentBundle, HoldsTheTextOfAFailureInSixLanguages)
+{
+    const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);
+    ASSERT_TRUE(bundle);
+    QStringList texts;
+    for (const QString language : {"en", "fr", "de", "es", "ja", "ar"}) {
+        UserLanguages::set({language});
+        texts += bundle->localizedStringForKey("Failure message %@");
+        EXPECT_TRUE(texts.last().contains("%@")) << language.toStdString();
+    }
+    EXPECT_EQ(texts.first(), "Failed or not performed: %@");
+    EXPECT_EQ(texts.removeDuplicates(), 0);
+}
+
 TEST(AgentBundle, NamesItself)
 {
     const auto bundle = NSBundle::bundleWithPath(AGENT_BUNDLE);

@@ -82,6 +82,35 @@ TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
     EXPECT_EQ(countOf("\"Name of told\" failed"), 1);
 }
 
+TEST_F(HostsTest, TheUserAtTheConsoleIsToldOnceOfAFailureWhereTheScheduleAsksForIt)
+{
+    startDaemon();
+    startAgent();
+    const auto failing = [&](const QString &name, const QVariantMap &place, const QVariant &wish) {
+        return probeEntry(name, with(with(place, "Exit Status", 3LL), "Tell Failure", wish));
+    };
+    QVariantMap missing = failing("missing", inDaemon, 1LL);
+    missing["Bundle Path"] = QString(plugIns) + "/Missing.plugin";
+    writeStore({failing("daemon", inDaemon, 1LL), failing("session", inSession, true), missing,
+                failing("silent", inDaemon, 0LL), probeEntry("good", with(inDaemon, "Tell Failure", 1LL))});
+    EXPECT_TRUE(logs("The user is told of schedule \"Name of daemon\": its program ended with status 3"));
+    EXPECT_TRUE(logs("The user is told of schedule \"Name of session\": its program ended with status 3"));
+    EXPECT_TRUE(logs("The user is told of schedule \"Name of missing\": "));
+    EXPECT_TRUE(logs("\"Name of silent\" failed"));
+    kill(daemon);
+    startDaemon();
+    writeStore({probeEntry("next", with(inDaemon, "Exit Status", 3LL)), failing("last", inDaemon, 1LL)});
+    EXPECT_TRUE(logs("The user is told of schedule \"Name of last\""));
+    EXPECT_EQ(countOf("The user is told of schedule"), 4);
+    if (::geteuid() == 0) { // else everybody is the system
+        ASSERT_TRUE(postAsAgentUser(QString::number(agentUser()),
+                                    NSNotification("UserAgentMustTellFailureEvent", "com.dozely.UserAgent",
+                                                   {{"Schedule Name", "forged"}})));
+        EXPECT_TRUE(logs("UserAgentMustTellFailureEvent refused"));
+        EXPECT_EQ(countOf("forged"), 0);
+    }
+}
+
 TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)
 {
     startDaemon();

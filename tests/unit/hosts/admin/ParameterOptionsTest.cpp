@@ -95,6 +95,11 @@ TEST(ParameterOptions, ThePlaceOfTheActionIsOneOfTwo)
               "An action runs in the daemon or in the session, not in both.");
 }
 
+TEST(ParameterOptions, TheUserIsToldOfAFailureWhereThatIsWanted)
+{
+    EXPECT_EQ(read({"--tell-failure"}), QVariantMap({{"Tell Failure", 1LL}}));
+}
+
 TEST(ParameterOptions, AnAlertIsWantedWithItsLeadTimeInSeconds)
 {
     EXPECT_EQ(read({"--alert", "60"}), QVariantMap({{"Alert", 1LL}, {"Delay before alert", 60LL}}));
