@@ -58,4 +58,10 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(TextKey::alertMessage, "Alert message %@");
     EXPECT_EQ(TextKey::cancel, "Cancel");
     EXPECT_EQ(userAgentControllerClass, "WDUserAgentController");
+    EXPECT_STREQ(PlugInProperty::scheduleName, "scheduleName");
+    EXPECT_EQ(ParameterKey::tellsFailure, "Tell Failure");
+    EXPECT_EQ(OrderName::userAgentMustTellFailure, "UserAgentMustTellFailureEvent");
+    EXPECT_EQ(OrderKey::failure, "Schedule Failure");
+    EXPECT_EQ(OrderKey::exitStatus, "Schedule Exit Status");
+    EXPECT_EQ(OrderOutcome::failed, "failed");
 }
