@@ -15,12 +15,12 @@ QString textOf(const WDPlugIn &plugIn)
 
 void GreetingDaemonPlugIn::actInDaemon()
 {
-    ZDRLog("%@ from the daemon", textOf(*this));
+    ZDRLog("%@: %@ from the daemon", pluginName(), textOf(*this));
 }
 
 void GreetingUserAgentPlugIn::actInUserAgent()
 {
-    ZDRLog("%@ from the session", textOf(*this));
+    ZDRLog("%@: %@ from the session", pluginName(), textOf(*this));
 }
 
 void GreetingUserAgentPlugIn::userNotificationCenterDidActivateNotification(
