@@ -260,12 +260,12 @@ class System:
 
 
 @contextlib.contextmanager
-def scratch(build):
-    """A system for the length of a with statement; stopped and removed at its end. Complaints of processes that did
-    not end well raise Failure, unless something else went wrong before."""
+def scratch(build, kind=System):
+    """A system, or one of a class derived from it, for the length of a with statement; stopped and removed at its end.
+    Complaints of processes that did not end well raise Failure, unless something else went wrong before."""
     root = tempfile.mkdtemp(prefix="dozely-", dir="/tmp")
     os.chmod(root, 0o755)
-    system = System(build, root, console_user())
+    system = kind(build, root, console_user())
     try:
         yield system
         complaints = system.stop()
