@@ -217,6 +217,9 @@ class System:
     def start_hosts(self):
         self.start_daemon()
         self.wait_until("the daemon", START_LIMIT, lambda: self.admin("ping", "daemon")[0] == 0)
+        self.start_agent()
+
+    def start_agent(self):
         self.start("Dozely Agent", [self.path(AGENT), "--root", self.root], as_user=True)
         self.wait_until("the agent", START_LIMIT,
                         lambda: self.admin("ping", "agent", str(self.user.pw_uid))[0] == 0)
