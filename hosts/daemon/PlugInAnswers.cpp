@@ -71,7 +71,6 @@ struct PlugInAnswers::Private {
     QHash<QString, KnownBundle> bundles; // by their full paths
     WaitingQuestions waiting;
     std::optional<milliseconds> noPerformerSince;
-    QString whyNoPerformer;
     quint64 latestGeneration = 0;
     bool looksAreForgottenSoon = false;
     bool tellsSoon = false;
@@ -107,10 +106,10 @@ std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgen
     if (!d->mayAsk(entry, urgency)) {
         if (auto known = d->known(bundle, entry))
             return known;
-        if (!isDue)
-            return Error{d->whyNoPerformer};
         // Nobody can ask it now, on a machine that has no process left for one. What is due is tried all the
         // same.
+        if (!isDue)
+            return {};
         return Answers{answerOfTheBase(schedule, bundle.pluginName), bundle.info};
     }
     if (d->waiting.isFull() && !isDue)
@@ -239,7 +238,6 @@ void PlugInAnswers::Private::note(const Question &asked, const AskingPerformer::
         if (!noPerformerSince)
             ZDRLog("No plug-in can be asked: %@", reply.answer.error().text);
         noPerformerSince = clock.steadyTime();
-        whyNoPerformer = reply.answer.error().text;
         for (KnownBundle &bundle : bundles)
             bundle.noneIsWaiting();
         waiting = {};
