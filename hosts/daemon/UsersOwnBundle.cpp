@@ -17,9 +17,9 @@ bool isUsersOwnBundle(const Schedule &schedule)
 {
     const QString path = schedule.fullBundlePath();
     const QString folder = QString(FixedPath::plugIns) + '/';
-    const bool isSystems = OrderPermissions::isSystem(schedule.owner, RootFolder::owner());
-    if (!schedule.owner || isSystems || !path.contains(folder) || path.startsWith(RootFolder::join(folder)) ||
-        QDir::cleanPath(path) != path)
+    // The cheap tests first: this is asked of every schedule, and nearly none is such a one.
+    if (!schedule.owner || !path.contains(folder) || path.startsWith(RootFolder::join(folder)) ||
+        QDir::cleanPath(path) != path || OrderPermissions::isSystem(schedule.owner, RootFolder::owner()))
         return false;
     const passwd *const user = ::getpwuid(*schedule.owner);
     const QString home = user ? QFile::decodeName(user->pw_dir) : QString();
