@@ -16,10 +16,26 @@ using namespace dozely;
 
 namespace
 {
-/// Room for one descriptor beside a message.
-union Control {
-    char bytes[CMSG_SPACE(sizeof(int))];
-    cmsghdr alignment;
+/// One byte, and room for one descriptor beside it.
+class Message
+{
+public:
+    Message()
+    {
+        header.msg_iov = &m_content;
+        header.msg_iovlen = 1;
+        header.msg_control = m_control;
+        header.msg_controllen = sizeof m_control;
+    }
+    Message(const Message &) = delete;
+    Message &operator=(const Message &) = delete;
+
+    msghdr header{};
+
+private:
+    char m_byte = 'O';
+    iovec m_content{&m_byte, 1};
+    alignas(cmsghdr) char m_control[CMSG_SPACE(sizeof(int))]{};
 };
 
 Error failure(const char *what)
@@ -38,21 +54,14 @@ Result<void> OrderStream::send(int socket, const PerformanceOrder &order)
     if (!memory.isValid() || !file.open(memory.get(), QIODevice::WriteOnly | QIODevice::Unbuffered) ||
         file.write(data) != data.size())
         return failure("memory");
-    char byte = 'O';
-    iovec content{&byte, 1};
-    Control control{};
-    msghdr message{};
-    message.msg_iov = &content;
-    message.msg_iovlen = 1;
-    message.msg_control = control.bytes;
-    message.msg_controllen = sizeof control.bytes;
-    cmsghdr *const header = CMSG_FIRSTHDR(&message);
+    Message message;
+    cmsghdr *const header = CMSG_FIRSTHDR(&message.header);
     header->cmsg_level = SOL_SOCKET;
     header->cmsg_type = SCM_RIGHTS;
     header->cmsg_len = CMSG_LEN(sizeof(int));
     const int number = memory.get();
     std::memcpy(CMSG_DATA(header), &number, sizeof number);
-    if (::sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) != 1)
+    if (::sendmsg(socket, &message.header, MSG_NOSIGNAL | MSG_DONTWAIT) != 1)
         return failure("sendmsg");
     return {};
 }
@@ -80,21 +89,14 @@ void OrderStream::tellBegun(int socket)
 
 Result<PerformanceOrder> OrderStream::read(int socket)
 {
-    char byte = 0;
-    iovec content{&byte, 1};
-    Control control{};
-    msghdr message{};
-    message.msg_iov = &content;
-    message.msg_iovlen = 1;
-    message.msg_control = control.bytes;
-    message.msg_controllen = sizeof control.bytes;
+    Message message;
     ssize_t size = 0;
     do {
-        size = ::recvmsg(socket, &message, MSG_CMSG_CLOEXEC);
+        size = ::recvmsg(socket, &message.header, MSG_CMSG_CLOEXEC);
     } while (size < 0 && errno == EINTR);
     if (size < 0)
         return failure("standard input");
-    const cmsghdr *const header = size == 1 ? CMSG_FIRSTHDR(&message) : nullptr;
+    const cmsghdr *const header = size == 1 ? CMSG_FIRSTHDR(&message.header) : nullptr;
     if (!header || header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS ||
         header->cmsg_len != CMSG_LEN(sizeof(int)))
         return Error{"standard input brings no order; hosts of the system start this program"};
