@@ -20,6 +20,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <sys/stat.h>
 
 using namespace dozely;
@@ -63,6 +64,12 @@ int main(int argc, char **argv)
     const auto console = std::make_shared<PinnedConsoleUser>(Port<ConsoleUser>::current());
     Port<ConsoleUser>::current() = console;
     const LoopSignal interruption({SIGINT}, [] { QCoreApplication::quit(); });
+    // Who sends it may do so as soon as the log says something; what is read later needs no reading again.
+    std::function<void()> readSchedulesAgain;
+    const LoopSignal hangup({SIGHUP}, [&] {
+        if (readSchedulesAgain)
+            readSchedulesAgain();
+    });
     ZDRPowerManager::sharedInstance(); // from here on SIGTERM is what a power-off is
     application.quitAtPowerOff();
 
@@ -80,10 +87,10 @@ int main(int argc, char **argv)
         Port<PowerEventScheduler>::current()->keepArmed();
         DaemonController controller(*Port<Clock>::current(), console, limits);
         ServiceNotices notices(*Port<Clock>::current()); // tells the end before it comes
-        const LoopSignal hangup({SIGHUP}, [&] {
+        readSchedulesAgain = [&] {
             ZDRLog("dozelyd reads its schedules again");
             notices.reload([&] { controller.rereadStore(); });
-        });
+        };
         if (controller.canWait()) {
             notices.ready();
             status = QCoreApplication::exec();
@@ -92,6 +99,7 @@ int main(int argc, char **argv)
             ZDRLog("dozelyd cannot wait for dates and ends: the machine has no timer for it");
             status = 1;
         }
+        readSchedulesAgain = {};
     }
     // Closed while there is still an event loop to take leave of.
     center->setObserver(nullptr);
