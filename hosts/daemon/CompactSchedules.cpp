@@ -12,6 +12,75 @@
 #include <malloc.h>
 #endif
 
+// Not in the namespace below, where a list of wall times would not find them.
+static QDataStream &operator<<(QDataStream &stream, const WallTime &time)
+{
+    return stream << time.day << time.time;
+}
+
+static QDataStream &operator>>(QDataStream &stream, WallTime &time)
+{
+    return stream >> time.day >> time.time;
+}
+
+namespace
+{
+template<class Policy>
+qint8 numberOf(const std::optional<Policy> &policy)
+{
+    return policy ? static_cast<qint8>(*policy) : qint8(-1);
+}
+
+void freezePolicies(QDataStream &stream, const Schedule &schedule)
+{
+    stream << numberOf(schedule.missedPolicy)
+           << static_cast<qint64>(schedule.missedLimit.value_or(std::chrono::seconds(-1)).count())
+           << numberOf(schedule.overlapPolicy) << numberOf(schedule.afterAction);
+}
+
+template<class Policy>
+std::optional<Policy> policyOf(qint8 number)
+{
+    return number >= 0 ? std::optional(static_cast<Policy>(number)) : std::nullopt;
+}
+
+void thawPolicies(QDataStream &stream, Schedule &schedule)
+{
+    qint8 missed = 0;
+    qint64 limit = 0;
+    qint8 overlap = 0;
+    qint8 after = 0;
+    stream >> missed >> limit >> overlap >> after;
+    schedule.missedPolicy = policyOf<MissedPolicy>(missed);
+    if (limit >= 0)
+        schedule.missedLimit = std::chrono::seconds(limit);
+    schedule.overlapPolicy = policyOf<OverlapPolicy>(overlap);
+    schedule.afterAction = policyOf<AfterAction>(after);
+}
+
+void freezeRecurrence(QDataStream &stream, const std::optional<Recurrence> &recurrence)
+{
+    stream << recurrence.has_value();
+    if (recurrence)
+        stream << recurrence->rule << recurrence->localStart << recurrence->extraDates
+               << recurrence->excludedDates << recurrence->otherKeys;
+}
+
+std::optional<Recurrence> thawRecurrence(QDataStream &stream, StringPool &pool)
+{
+    bool isThere = false;
+    stream >> isThere;
+    if (!isThere)
+        return {};
+    Recurrence recurrence;
+    stream >> recurrence.rule >> recurrence.localStart >> recurrence.extraDates >> recurrence.excludedDates >>
+        recurrence.otherKeys;
+    recurrence.rule = pool.shared(recurrence.rule);
+    recurrence.otherKeys = pool.shared(recurrence.otherKeys);
+    return recurrence;
+}
+} // namespace
+
 QByteArray CompactSchedules::freeze(const QList<Schedule> &schedules)
 {
     QByteArray frozen;
@@ -21,6 +90,8 @@ QByteArray CompactSchedules::freeze(const QList<Schedule> &schedules)
         stream << schedule.identifier << schedule.name << schedule.isEnabled << schedule.bundlePath
                << schedule.parameters << schedule.date << schedule.timeZone << schedule.owner.has_value()
                << schedule.owner.value_or(0) << schedule.staysWhenOver << schedule.otherKeys;
+        freezePolicies(stream, schedule);
+        freezeRecurrence(stream, schedule.recurrence);
     }
     return frozen;
 }
@@ -40,6 +111,8 @@ QList<Schedule> CompactSchedules::thaw(const QByteArray &frozen)
         stream >> schedule.identifier >> schedule.name >> schedule.isEnabled >> schedule.bundlePath >>
             schedule.parameters >> schedule.date >> schedule.timeZone >> hasOwner >> owner >>
             schedule.staysWhenOver >> schedule.otherKeys;
+        thawPolicies(stream, schedule);
+        schedule.recurrence = thawRecurrence(stream, pool);
         if (hasOwner)
             schedule.owner = owner;
         schedule.bundlePath = pool.shared(schedule.bundlePath);

@@ -55,7 +55,7 @@ HOST_ARROWS = {
     "hosts/common/plugins": ("hosts/common/faults",),
     "hosts/common/program": ("hosts/common/orders",),
     "hosts/common/record": (),
-    "hosts/common/schedules": (),
+    "hosts/common/schedules": ("hosts/common/calendar",),
     "hosts/admin": (COMMON,),
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON,),

@@ -15,8 +15,12 @@ using namespace dozely;
 
 namespace
 {
-const QStringList knownKeys{"Identifier", "Name",      "Is Enabled", "Bundle Path",    "Parameters",
-                            "Date",       "Time Zone", "Owner",      "Stays When Over"};
+const QStringList knownKeys{
+    "Identifier",    "Name",         "Is Enabled",     "Bundle Path",     "Parameters",
+    "Date",          "Time Zone",    "Owner",          "Stays When Over", "Recurrence Rule",
+    "Missed Policy", "Missed Limit", "Overlap Policy", "After Action"};
+
+constexpr qint64 longestMissedLimit = 100LL * 366 * 24 * 3600; // seconds, a hundred years
 
 /// Those that both forms of a property list know.
 constexpr int firstYear = 1;
@@ -59,20 +63,84 @@ private:
     QString m_fault;
 };
 
+bool isInteger(const QVariant &value)
+{
+    const int type = value.typeId();
+    return type == QMetaType::LongLong || type == QMetaType::ULongLong || type == QMetaType::Int ||
+           type == QMetaType::UInt;
+}
+
 std::optional<quint32> readOwner(const QVariantMap &entry, EntryReader &reader)
 {
     constexpr qint64 nobodyAtAll = 0xffffffff; // the id that the system calls take for "no change"
     const QVariant value = entry.value("Owner");
     if (!value.isValid())
         return {};
-    const int type = value.typeId();
-    const bool isInteger = type == QMetaType::LongLong || type == QMetaType::ULongLong ||
-                           type == QMetaType::Int || type == QMetaType::UInt;
-    const qint64 owner = isInteger ? value.toLongLong() : -1;
+    const qint64 owner = isInteger(value) ? value.toLongLong() : -1;
     if (owner >= 0 && owner < nobodyAtAll)
         return static_cast<quint32>(owner);
     reader.complain("\"Owner\" is not a user id");
     return {};
+}
+
+std::optional<Recurrence> readRecurrence(const QVariantMap &entry, EntryReader &reader)
+{
+    const QVariant value = entry.value("Recurrence Rule");
+    if (!value.isValid())
+        return {};
+    auto recurrence = Recurrence::fromDictionary(value);
+    if (recurrence)
+        return std::move(*recurrence);
+    reader.complain(recurrence.error().text);
+    return {};
+}
+
+/// One of the names that `valueNamed` knows.
+template<class Value>
+std::optional<Value> readName(const QString &key, std::optional<Value> (*valueNamed)(const QString &),
+                              const QVariantMap &entry, EntryReader &reader)
+{
+    if (!entry.contains(key))
+        return {};
+    const auto value = valueNamed(reader.optional<QString>(key, "a string"));
+    if (!value)
+        reader.complain(QString("\"%1\" is none of those that there are: \"%2\"")
+                            .arg(key, logLabel(entry.value(key).toString())));
+    return value;
+}
+
+std::optional<std::chrono::seconds> readMissedLimit(const QVariantMap &entry, EntryReader &reader)
+{
+    const QVariant value = entry.value("Missed Limit");
+    if (!value.isValid())
+        return {};
+    const qint64 seconds = isInteger(value) ? value.toLongLong() : -1;
+    if (seconds >= 0 && seconds <= longestMissedLimit)
+        return std::chrono::seconds(seconds);
+    reader.complain("\"Missed Limit\" is not a number of seconds");
+    return {};
+}
+
+void readPolicies(Schedule &schedule, const QVariantMap &entry, EntryReader &reader)
+{
+    using namespace SchedulePolicies;
+    schedule.missedPolicy = readName("Missed Policy", missedPolicyNamed, entry, reader);
+    schedule.missedLimit = readMissedLimit(entry, reader);
+    schedule.overlapPolicy = readName("Overlap Policy", overlapPolicyNamed, entry, reader);
+    schedule.afterAction = readName("After Action", afterActionNamed, entry, reader);
+}
+
+void insertPolicies(QVariantMap &entry, const Schedule &schedule)
+{
+    using namespace SchedulePolicies;
+    if (schedule.missedPolicy)
+        entry.insert("Missed Policy", nameOf(*schedule.missedPolicy));
+    if (schedule.missedLimit)
+        entry.insert("Missed Limit", static_cast<qint64>(schedule.missedLimit->count()));
+    if (schedule.overlapPolicy)
+        entry.insert("Overlap Policy", nameOf(*schedule.overlapPolicy));
+    if (schedule.afterAction)
+        entry.insert("After Action", nameOf(*schedule.afterAction));
 }
 
 /// Occurrences are told apart by whole seconds, which every format of property list keeps. Never early.
@@ -119,6 +187,8 @@ Result<Schedule> Schedule::fromEntry(const QVariant &entry)
     schedule.timeZone = reader.optional<QString>("Time Zone", "a string");
     schedule.owner = readOwner(map, reader);
     schedule.staysWhenOver = reader.optional<bool>("Stays When Over", "a boolean");
+    schedule.recurrence = readRecurrence(map, reader);
+    readPolicies(schedule, map, reader);
     if (schedule.identifier.isEmpty())
         reader.complain("\"Identifier\" is empty");
     if (!isCleanFixedPath(schedule.bundlePath))
@@ -158,12 +228,22 @@ QVariantMap Schedule::toEntry() const
         entry.insert("Stays When Over", true);
     if (owner)
         entry.insert("Owner", static_cast<qint64>(*owner));
+    if (recurrence)
+        entry.insert("Recurrence Rule", recurrence->toDictionary());
+    insertPolicies(entry, *this);
     return entry;
+}
+
+QTimeZone Schedule::zone() const
+{
+    if (!timeZone.isEmpty())
+        return QTimeZone(timeZone.toUtf8());
+    return recurrence ? QTimeZone::systemTimeZone() : QTimeZone::utc();
 }
 
 QDateTime Schedule::calendarDate() const
 {
-    return dozely::calendarDate(date, timeZone);
+    return recurrence ? date.toTimeZone(zone()) : dozely::calendarDate(date, timeZone);
 }
 
 QString Schedule::fullBundlePath() const

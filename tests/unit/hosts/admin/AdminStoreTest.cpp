@@ -531,7 +531,7 @@ TEST_F(AdminStoreTest, BadEntriesAreToldAndUnknownKeysSurviveAChange)
     tool.add("Good");
     QVariantMap store = PropertyList::fromData(tool.store())->toMap();
     QVariantMap good = store["Schedule Array"].toList().value(0).toMap();
-    good.insert("Missed Policy", "later");
+    good.insert("Colour", "red");
     const QVariantMap bad{{"Name", "Broken"}, {"Date", "tomorrow"}};
     store["Schedule Array"] = QVariantList{bad, good, "no entry at all"};
     store["Version"] = 7LL;

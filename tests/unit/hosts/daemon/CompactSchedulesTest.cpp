@@ -15,7 +15,16 @@ TEST_F(CompactSchedulesTest, AreTheSameAfterThawing)
                        {"Date", noon()},
                        {"Flag", true},
                        {"List", QVariantList{"one", QVariantMap{{"Deep", "two"}}}}};
-    full.otherKeys = {{"Missed Policy", "skip"}};
+    full.otherKeys = {{"Colour", "red"}};
+    full.recurrence = Recurrence{.rule = "FREQ=DAILY",
+                                 .localStart = {{2026, 3, 14}, {6, 55}},
+                                 .extraDates = {{{2026, 3, 14}, {7, 0}}},
+                                 .excludedDates = {{{2026, 3, 15}, {6, 55}}},
+                                 .otherKeys = {{"Colour", "blue"}}};
+    full.missedPolicy = MissedPolicy::RunOnce;
+    full.missedLimit = std::chrono::seconds(0);
+    full.overlapPolicy = OverlapPolicy::Run;
+    full.afterAction = AfterAction::PowerOff;
     Schedule bare = schedule("b", noon().addSecs(1));
     bare.owner.reset();
     bare.isEnabled = false;

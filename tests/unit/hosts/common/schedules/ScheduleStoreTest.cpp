@@ -159,7 +159,7 @@ TEST_F(ScheduleStoreTest, IsMadeByTheFirstEdit)
 TEST_F(ScheduleStoreTest, KeepsWhatItDoesNotUnderstandThroughAnEdit)
 {
     const QVariantMap bad = changed(entry("bad"), "Date", "tomorrow");
-    const QVariantMap later = changed(entry("a"), "Missed Policy", "skip");
+    const QVariantMap later = changed(entry("a"), "Colour", "red");
     write(storePath,
           PropertyList::toData(
               QVariantMap{{"Schedule Array", QVariantList{bad, later, entry("b")}}, {"Other", "kept"}},

@@ -103,11 +103,58 @@ TEST_F(ScheduleTest, RefusesAnUnknownTimeZone)
 
 TEST_F(ScheduleTest, KeepsKeysThatItDoesNotKnow)
 {
-    QVariantMap later = changed(entry("a"), "Recurrence Rule", QVariantMap{{"Frequency", "daily"}});
-    later.insert("Missed Policy", "skip");
+    QVariantMap later = changed(entry("a"), "Colour", QVariantMap{{"Red", 1LL}});
     const auto schedule = Schedule::fromEntry(later);
     ASSERT_TRUE(schedule);
     EXPECT_EQ(schedule->toEntry(), later);
+}
+
+TEST_F(ScheduleTest, ReadsWhenItRepeatsAndWhatBecomesOfWhatIsMissed)
+{
+    QVariantMap daily = changed(entry("a"), "Recurrence Rule",
+                                QVariantMap{{"Rule", "FREQ=DAILY"},
+                                            {"Local Start", "2026-03-14T06:55:00"},
+                                            {"Excluded Dates", QVariantList{"2026-03-15T06:55:00"}},
+                                            {"Colour", "red"}});
+    daily.insert("Missed Policy", "run once");
+    daily.insert("Missed Limit", 3600LL);
+    daily.insert("Overlap Policy", "run");
+    daily.insert("After Action", "power off");
+    const auto schedule = Schedule::fromEntry(daily);
+    ASSERT_TRUE(schedule) << qPrintable(schedule.error().text);
+    ASSERT_TRUE(schedule->recurrence);
+    EXPECT_EQ(schedule->recurrence->rule, "FREQ=DAILY");
+    EXPECT_EQ(schedule->recurrence->localStart, (WallTime{{2026, 3, 14}, {6, 55}}));
+    EXPECT_EQ(schedule->recurrence->excludedDates.size(), 1);
+    EXPECT_EQ(schedule->missedPolicy, MissedPolicy::RunOnce);
+    EXPECT_EQ(schedule->missedLimit, std::chrono::hours(1));
+    EXPECT_EQ(schedule->overlapPolicy, OverlapPolicy::Run);
+    EXPECT_EQ(schedule->afterAction, AfterAction::PowerOff);
+    EXPECT_EQ(schedule->toEntry(), daily) << "and writes all of it as it was";
+}
+
+TEST_F(ScheduleTest, RefusesPoliciesThatAreNone)
+{
+    for (const char *key : {"Missed Policy", "Overlap Policy", "After Action"}) {
+        EXPECT_THAT(faultOf(changed(entry("a"), key, "maybe")), HasSubstr(key));
+        EXPECT_THAT(faultOf(changed(entry("a"), key, 1LL)), HasSubstr(key));
+        EXPECT_THAT(faultOf(changed(entry("a"), key, "")), HasSubstr(key));
+    }
+    for (const QVariant &limit : {QVariant(-1LL), QVariant("600"), QVariant(1.5), QVariant(true)})
+        EXPECT_THAT(faultOf(changed(entry("a"), "Missed Limit", limit)), HasSubstr("Missed Limit"));
+    EXPECT_THAT(faultOf(changed(entry("a"), "Recurrence Rule", "FREQ=DAILY")), HasSubstr("Recurrence Rule"));
+    EXPECT_THAT(faultOf(changed(entry("a"), "Recurrence Rule", QVariantMap{})), HasSubstr("Recurrence Rule"));
+}
+
+TEST_F(ScheduleTest, IsInTheMachinesZoneWhenItRepeatsInNone)
+{
+    Schedule daily = schedule("a");
+    daily.timeZone.clear();
+    EXPECT_EQ(daily.zone(), QTimeZone::utc());
+    daily.recurrence.emplace();
+    EXPECT_EQ(daily.zone().id(), QTimeZone::systemTimeZoneId());
+    daily.timeZone = "Asia/Tokyo";
+    EXPECT_EQ(daily.zone().id(), "Asia/Tokyo");
 }
 
 TEST_F(ScheduleTest, RoundsAFractionOfASecondUpSoThatNothingRunsEarly)
