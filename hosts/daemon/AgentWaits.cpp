@@ -123,15 +123,14 @@ void AgentWaits::end(const Occurrence &occurrence)
 
 void AgentWaits::stopWatching()
 {
-    if (m_sockets)
-        m_sockets.release()->deleteLater(); // it may be what called
-    ++m_attempt;                            // the one that was planned is off
+    m_sockets.reset();
+    ++m_attempt; // the one that was planned is off
 }
 
 void AgentWaits::noticeChange()
 {
     m_delay = firstDelay;
-    attempt();
+    attemptAfter(milliseconds(0)); // not from within what watches, which may end with it
 }
 
 void AgentWaits::attemptAfter(milliseconds delay)

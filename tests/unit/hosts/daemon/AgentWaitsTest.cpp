@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/AgentWaits.h"
 
+#include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "hosts/common/program/HostRootObject.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
+#include "support/WaitUntil.h"
 #include "unit/hosts/HostFixture.h"
+
+#include <QFileSystemWatcher>
 
 #include <unistd.h>
 
@@ -17,8 +21,7 @@ class AgentWaitsTest : public HostFixture
 protected:
     AgentWaitsTest()
     {
-        if (::geteuid() != 0)
-            root.makeSocketFolder();
+        root.makeSocketFolder(); // a root process makes it itself, but once
         scheduler.setSchedules({schedule("a"), schedule("b"), schedule("c")});
     }
     ~AgentWaitsTest() override { center().setObserver(nullptr); }
@@ -138,6 +141,37 @@ TEST_F(AgentWaitsTest, LetsGoWhatIsNoLongerToBePerformed)
     clock.advance(250ms);
     EXPECT_FALSE(waits.userOf(due("a")));
     EXPECT_TRUE(clock.pendingDelays().isEmpty());
+}
+
+TEST_F(AgentWaitsTest, WatchesTheSocketsNoLongerThanSomethingWaits)
+{
+    AgentWaits waits(clock, scheduler);
+    ASSERT_TRUE(waits.wait(due("a"), me(), -180));
+    waits.end(due("a"));
+    clock.advance(1s);
+    QFileSystemWatcher witness({ZDRUnixSocketPort::socketFolder()});
+    bool hasSeen = false;
+    QObject::connect(&witness, &QFileSystemWatcher::directoryChanged, [&] { hasSeen = true; });
+    ASSERT_TRUE(QFile(ZDRUnixSocketPort::socketFolder() + "/something").open(QIODevice::WriteOnly));
+    ASSERT_TRUE(waitUntil([&] { return hasSeen; }));
+    EXPECT_TRUE(clock.pendingDelays().isEmpty());
+}
+
+TEST_F(AgentWaitsTest, TriesAtOnceWhenTheSocketsChange)
+{
+    AgentWaits waits(clock, scheduler);
+    int attempts = 0;
+    QObject::connect(&waits, &AgentWaits::tryAgain, [&] {
+        ++attempts;
+        waits.end(due("a"));
+    });
+    ASSERT_TRUE(waits.wait(due("a"), me(), -180));
+    ASSERT_TRUE(QFile(ZDRUnixSocketPort::socketFolder() + "/something").open(QIODevice::WriteOnly));
+    ASSERT_TRUE(waitUntil([&] { return clock.pendingDelays().size() > 1; })) << "the watch told nothing";
+    clock.advance(100ms);
+    EXPECT_EQ(attempts, 1);
+    clock.advance(1h);
+    EXPECT_EQ(attempts, 1) << "nothing waits any more";
 }
 
 /// Whoever asks for the time has to wait for a second.
