@@ -44,5 +44,5 @@ protected:
         return messages;
     }
 
-    std::shared_ptr<PowerByHand> power = std::make_shared<PowerByHand>();
+    std::shared_ptr<PowerByHand> power = PowerByHand::ofThisProcess();
 };

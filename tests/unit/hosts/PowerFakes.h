@@ -48,6 +48,14 @@ public:
 class PowerByHand : public dozely::SystemPower
 {
 public:
+    /// As new, and the one that the manager of power knows, of which a process has but one.
+    static std::shared_ptr<PowerByHand> ofThisProcess()
+    {
+        static const auto only = std::make_shared<PowerByHand>();
+        *only = PowerByHand();
+        return only;
+    }
+
     std::unique_ptr<Listening> listen(Listener listener) override
     {
         m_listener = std::move(listener);
@@ -96,7 +104,7 @@ private:
     private:
         int &m_count;
     };
-    Listener m_listener;
+    static inline Listener m_listener; // given but once in a process
 };
 
 /// Keys that nobody sees.
