@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstring>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -28,6 +29,21 @@ namespace
 {
 /// Between two looks at what was killed.
 constexpr std::chrono::milliseconds killPause(100);
+
+/// No more is taken of an action's output, 8 MiB a second: most of it is not kept, and one that writes
+/// without end would have a processor for itself and another for its readers. It waits at the full pipe
+/// instead.
+/// @{
+constexpr qsizetype mostOutputAtOnce = 64 << 10;
+constexpr std::chrono::microseconds pauseAfterIt(8000);
+/// @}
+
+/// What a pipe has in it.
+qsizetype sizeWithin(const Descriptor &pipe)
+{
+    int size = 0;
+    return pipe.isValid() && ::ioctl(pipe.get(), FIONREAD, &size) == 0 ? size : 0;
+}
 
 /// What is there of a descriptor that does not block; false at its end.
 bool readInto(QByteArray &bytes, int descriptor)
@@ -65,7 +81,9 @@ int Supervisor::run()
     while (!isOver())
         wait();
     hearReports();
-    takeOutput();
+    takeOutput(sizeWithin(m_ends.output)); // what the action left behind may write without end
+    QByteArray &kept = m_outcome.output;
+    kept = kept.last(std::min(kept.size(), PerformanceOutcome::mostOutput));
     if (m_isCalledOff)
         return 1;
     if (m_outcome.failure.isEmpty() && !m_isDone) {
@@ -94,13 +112,18 @@ bool Supervisor::isOver() const
 
 void Supervisor::wait()
 {
+    const Moment now = steady_clock::now();
+    const bool hearsOutput = now >= m_outputAgain;
     std::array<pollfd, 4> watched{{{m_signals.get(), POLLIN, 0},
                                    {m_mayStillGo ? m_ends.host.get() : -1, POLLIN, 0},
                                    {m_ends.report.get(), POLLIN, 0},
-                                   {m_ends.output.get(), POLLIN, 0}}};
+                                   {hearsOutput ? m_ends.output.get() : -1, POLLIN, 0}}};
+    Moment until = m_deadline.value_or(Moment::max());
+    if (!hearsOutput)
+        until = std::min(until, m_outputAgain);
     int limit = -1;
-    if (m_deadline) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_deadline - steady_clock::now());
+    if (until != Moment::max()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - now);
         limit = static_cast<int>(std::clamp<qint64>(left.count(), 0, 3'600'000));
     }
     if (::poll(watched.data(), watched.size(), limit) < 0)
@@ -110,7 +133,7 @@ void Supervisor::wait()
     if (watched[2].revents != 0)
         hearReports();
     if (watched[3].revents != 0)
-        takeOutput();
+        takeOutput(mostOutputAtOnce);
     if (watched[0].revents != 0)
         hearSignals();
     if (m_deadline && steady_clock::now() >= *m_deadline) {
@@ -195,10 +218,11 @@ void Supervisor::hearReports()
 }
 
 /// Passed on to whoever reads this process's own output, the machine's journal for one.
-void Supervisor::takeOutput()
+void Supervisor::takeOutput(qsizetype most)
 {
     QByteArray &kept = m_outcome.output;
-    while (m_ends.output.isValid()) {
+    qsizetype taken = 0;
+    while (m_ends.output.isValid() && taken < most) {
         QByteArray piece;
         if (!readInto(piece, m_ends.output.get()))
             m_ends.output.reset();
@@ -206,14 +230,12 @@ void Supervisor::takeOutput()
             break;
         [[maybe_unused]] const ssize_t written =
             ::write(STDOUT_FILENO, piece.constData(), static_cast<size_t>(piece.size()));
+        taken += piece.size();
         kept += piece;
         if (kept.size() > 2 * PerformanceOutcome::mostOutput)
             kept = kept.last(PerformanceOutcome::mostOutput);
-        if (m_waitStatus && kept.size() >= PerformanceOutcome::mostOutput)
-            break; // what it left behind may write without end
     }
-    if (m_waitStatus)
-        kept = kept.last(std::min(kept.size(), PerformanceOutcome::mostOutput));
+    m_outputAgain = steady_clock::now() + pauseAfterIt * taken / mostOutputAtOnce;
 }
 
 void Supervisor::stop(const QString &why)

@@ -40,7 +40,7 @@ private:
     void hearHost();
     void hearSignals();
     void hearReports();
-    void takeOutput();
+    void takeOutput(qsizetype most);
     void reap();
     void stop(const QString &why);
     void continueStopping();
@@ -61,4 +61,5 @@ private:
     bool m_isCalledOff = false;      // by the host, before it began
     bool m_isStopping = false;
     std::optional<Moment> m_deadline; // for the action, then for its end
+    Moment m_outputAgain;             // when output is taken again; until then it stays where it is
 };

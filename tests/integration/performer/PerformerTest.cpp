@@ -216,6 +216,13 @@ TEST_F(PerformerTest, KeepsTheEndOfWhatAnActionPrints)
     EXPECT_TRUE(printed.output.endsWith("line 99999\nline 100000\n"));
 }
 
+TEST_F(PerformerTest, HasAnActionWaitThatPrintsFasterThanItIsRead)
+{
+    EXPECT_TRUE(perform("print 8 MiB").output.endsWith("xend")) << "nothing of it is lost";
+    const qint64 milliseconds = marks().mid(qstrlen("acted\n")).toLongLong();
+    EXPECT_GE(milliseconds, 900) << "8 MiB a second";
+}
+
 TEST_F(PerformerTest, PerformsNothingAtAPlaceThatSomebodyHas)
 {
     const auto held = PlaceLock::take(order.place);

@@ -2,6 +2,7 @@
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTimer>
@@ -15,6 +16,7 @@
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -148,6 +150,16 @@ public:
             for (int line = 1; line <= 100'000; ++line)
                 std::printf("line %d\n", line);
             std::fflush(stdout);
+        }
+        if (wish == "print 8 MiB") {
+            const std::vector<char> piece(64 << 10, 'x');
+            QElapsedTimer timer;
+            timer.start();
+            for (int i = 0; i < 128; ++i)
+                std::fwrite(piece.data(), 1, piece.size(), stdout);
+            std::fputs("end", stdout);
+            std::fflush(stdout);
+            mark(*parameters(), QByteArray::number(timer.elapsed()).constData());
         }
         if (wish == "post") {
             NSNotification order("DaemonMustRunNowEvent", "com.dozely.Admin",
