@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Export.h"
+
+#include <QDateTime>
+#include <QTimeZone>
+
+#include <limits>
+
+namespace dozely
+{
+
+/// What the clocks of one time zone show, and when: the one place that goes from wall times to moments.
+/// Moments are milliseconds since 1970 in UTC; wall times are milliseconds too, written as if they were UTC.
+///
+/// Between two changes of the clocks the zone is asked once: the stretch of constant offset around the last
+/// moment is kept, so that neighbouring dates cost next to nothing. For one thread at a time, since asking
+/// changes what is kept. A clock of an invalid zone shows UTC.
+class DOZELYKIT_EXPORT ZoneClock
+{
+public:
+    explicit ZoneClock(const QTimeZone &zone);
+
+    /// The clock of the zone that `date` itself is in.
+    static ZoneClock of(const QDateTime &date);
+
+    /// A time in which the clocks are never changed.
+    struct Stretch {
+        qint64 begin;        ///< Its first moment: that of the change before it. The first stretch has none.
+        qint64 end;          ///< The moment of the change after it. The last stretch has none.
+        qint64 offset;       ///< How far the clocks are ahead of UTC, in milliseconds.
+        qint64 offsetBefore; ///< How far they were before `begin`; in the first stretch the same.
+
+        /// How far the clocks were moved forward at `begin`: below 0 when they were moved back.
+        qint64 gap() const { return offset - offsetBefore; }
+        bool holds(qint64 moment) const { return begin <= moment && moment < end; }
+    };
+    static constexpr qint64 noBegin = std::numeric_limits<qint64>::min();
+    static constexpr qint64 noEnd = std::numeric_limits<qint64>::max();
+
+    /// The stretch that holds a moment. It stays valid until the next question.
+    const Stretch &stretchAt(qint64 moment) const;
+
+    /// What clocks show at a moment.
+    qint64 wallTimeAt(qint64 moment) const { return moment + stretchAt(moment).offset; }
+
+    /// The moment at which clocks show a wall time: the first of one that they show twice; for one that they
+    /// skip, as much later as they were moved forward.
+    qint64 momentOf(qint64 wallTime) const;
+
+private:
+    explicit ZoneClock(qint64 fixedOffset);
+    Stretch found(qint64 moment) const;
+
+    QTimeZone m_zone;
+    mutable Stretch m_last;
+};
+
+/// Forgets what was read of the system's zone data, so that every zone made from now on is as the files now
+/// have it. Zones made before stay as they were. Qt reads each file once and would never see an update. It
+/// takes some tens of milliseconds. Any thread.
+DOZELYKIT_EXPORT void readZonesAgain();
+
+/// The machine's time zone, of the environment's TZ or of /etc/localtime, as it is now.
+DOZELYKIT_EXPORT QTimeZone machineTimeZone();
+
+} // namespace dozely
