@@ -103,6 +103,12 @@ public:
     bool postNotificationToAgentOfUser(const NSNotification &notification, quint32 userId);
     bool postNotificationToPrefPaneOfUser(const NSNotification &notification, quint32 userId);
 
+    /// Has the agent of `userId` post the notification, and waits for nothing: it leaves while the event loop
+    /// runs, as the agent takes it, and is given up after 10 s. Nobody learns what became of it, so this is
+    /// for what may get lost; what is one too many while 16 are under way is lost, too. Takes no lock, never
+    /// raises. The main thread alone.
+    void tellAgentOfUser(const NSNotification &notification, quint32 userId);
+
     /// What became of a post, as far as it is known here.
     enum class PostOutcome {
         Answered, ///< The target's observers have run.

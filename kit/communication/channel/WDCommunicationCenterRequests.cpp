@@ -5,6 +5,7 @@
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "DozelyKit/communication/remoting/MessageStream_p.h"
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/foundation/WDNotificationCenter.h"
@@ -305,6 +306,22 @@ bool WDCommunicationCenter::postNotificationToPrefPaneOfUser(const NSNotificatio
     const bool answer = answerToPost(prefPaneObjectOfUser(userId, centre), notification, outcome);
     unlockPrefPaneAccessForUser(userId);
     return answer;
+}
+
+void WDCommunicationCenter::tellAgentOfUser(const NSNotification &notification, quint32 userId)
+{
+    auto &posts = d->unanswered;
+    std::erase_if(posts, [](const auto &post) { return post->isOver(); });
+    const auto port = d->observer && posts.size() < mostUnanswered
+                          ? clientUnixSocketPortWithName(ProcessName::ofUser(ProcessName::agent, userId))
+                          : nullptr;
+    const auto post = port ? UnansweredPost::begin(*port, systemUsersAnd(userId), notification) : nullptr;
+    if (!post)
+        return;
+    posts.push_back(post);
+    Port<Clock>::current()->callAfter(unansweredLimit, this, [this, weak = std::weak_ptr(post)] {
+        std::erase(d->unanswered, weak.lock());
+    });
 }
 
 // ---- receiving

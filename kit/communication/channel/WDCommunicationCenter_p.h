@@ -3,12 +3,14 @@
 
 #include "DozelyKit/communication/channel/SocketFolderWatch_p.h"
 #include "DozelyKit/communication/channel/SocketFolder_p.h"
+#include "DozelyKit/communication/channel/UnansweredPost_p.h"
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/NSLock.h"
 
 #include <QPointer>
 
 #include <mutex>
+#include <vector>
 
 /// The names of the processes that take part.
 namespace ProcessName
@@ -28,6 +30,12 @@ DOZELYKIT_AUTOTEST_EXPORT bool isListeners(const QString &name);
 constexpr std::chrono::milliseconds requestTimeout = std::chrono::seconds(5);
 constexpr std::chrono::milliseconds replyTimeout = std::chrono::seconds(5);
 
+/// How long one that nobody waits for may take, and how many of them may be under way.
+/// @{
+constexpr std::chrono::milliseconds unansweredLimit = std::chrono::seconds(10);
+constexpr size_t mostUnanswered = 16;
+/// @}
+
 struct WDCommunicationCenter::Private {
     using UserLocks = QMap<quint32, std::shared_ptr<NSLock>>;
 
@@ -40,6 +48,7 @@ struct WDCommunicationCenter::Private {
     std::unique_ptr<dozely::SocketFolderWatch> folderWatch;
     std::optional<dozely::SocketFolder::SocketIdentity> ownSocket; // absent while none is to be looked after
     int nextStep = 0;                                              // counts the steps that were planned
+    std::vector<std::shared_ptr<dozely::UnansweredPost>> unanswered;
     std::mutex lockCreation; // held while a lock is looked up or made, never while one is waited for
 
     /// Has the centre check itself as soon as another thing is where it has published.

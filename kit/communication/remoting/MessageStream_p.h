@@ -68,8 +68,8 @@ public:
         virtual void streamClosed() = 0;
     };
 
-    /// Opens a stream to a client port, waiting at most `limit` while the other side's queue is full. Raises
-    /// NSException when nobody listens.
+    /// Opens a stream to a client port, waiting at most `limit`, or not at all, while the other side's queue
+    /// is full. Raises NSException when nobody listens.
     static std::shared_ptr<MessageStream> open(const NSSocketPort &port, std::chrono::milliseconds limit,
                                                const StreamOptions &options = {});
     ~MessageStream();
@@ -91,6 +91,12 @@ public:
 
     /// The same with one limit for all of it.
     Reply callWithin(const Request &request, std::chrono::milliseconds limit);
+
+    /// Sends the request from the event loop and waits for nothing. `answered` is called from there once the
+    /// reply has come, whenever that is; never once the stream has closed. Raises NSException as call does
+    /// for a stream that is closed and a request that cannot be.
+    using Answered = std::function<void(const Reply &)>;
+    void ask(const Request &request, Answered answered);
 
     /// Sends a request to which there is no reply, and waits until it has left this process. Raises as call.
     void post(const Request &request, std::chrono::milliseconds limit);

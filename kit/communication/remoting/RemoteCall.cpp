@@ -155,6 +155,15 @@ Reply RemoteCall::invoke(QObject *object, const QByteArray &member, const QVaria
                         QStringLiteral("the object does not answer %1").arg(QString::fromUtf8(member)));
 }
 
+std::optional<QByteArray> RemoteCall::objectIn(const Reply &reply)
+{
+    const QVariant object = reply.results.value(0);
+    if (!reply.errorName.isEmpty() || !object.canConvert<ObjectPath>() ||
+        object.value<ObjectPath>().path == WireName::nothingPath)
+        return {};
+    return object.value<ObjectPath>().path;
+}
+
 QByteArray RemoteCall::wireTypes(QMetaType type)
 {
     if (isNotification(type))

@@ -19,6 +19,9 @@ QList<QMetaMethod> methodsOf(const QObject *object);
 MessageStream::Reply invoke(QObject *object, const QByteArray &member, const QVariantList &arguments,
                             const std::function<QByteArray(QObject *)> &exportObject);
 
+/// The path of the object that a reply holds; absent when it holds none.
+std::optional<QByteArray> objectIn(const MessageStream::Reply &reply);
+
 /// The signature in which values of that type travel; "v" for a type that holds any.
 QByteArray wireTypes(QMetaType type);
 

@@ -22,12 +22,12 @@ std::shared_ptr<MessageStream> MessageStream::open(const NSSocketPort &port, mil
     constexpr milliseconds pause(5);
     int descriptor = port.connectStream();
     while (descriptor < 0 && errno == EAGAIN) {
-        // The other side's queue is full. It may be our own: serve while we wait.
-        const auto retry = std::min(deadline, steady_clock::now() + pause);
-        StreamLoop::ofThisThread().waitUntil([] { return false; }, [=] { return retry; });
         if (steady_clock::now() >= deadline)
             throw NSException(NSPortTimeoutException,
                               QStringLiteral("the other side accepts no connection in time"));
+        // The other side's queue is full. It may be our own: serve while we wait.
+        const auto retry = std::min(deadline, steady_clock::now() + pause);
+        StreamLoop::ofThisThread().waitUntil([] { return false; }, [=] { return retry; });
         descriptor = port.connectStream();
     }
     if (descriptor < 0)
@@ -63,6 +63,11 @@ MessageStream::Reply MessageStream::call(const Request &request, milliseconds re
 MessageStream::Reply MessageStream::callWithin(const Request &request, milliseconds limit)
 {
     return d->finish(d->begin(request, true), steady_clock::now() + limit, {});
+}
+
+void MessageStream::ask(const Request &request, Answered answered)
+{
+    d->ask(request, std::move(answered));
 }
 
 void MessageStream::post(const Request &request, milliseconds limit)

@@ -49,6 +49,18 @@ QString errorText(const QString &text)
     throw NSException(NSInvalidSendPortException, QStringLiteral("the connection died"));
 }
 
+/// An error for one that cannot be read.
+Result<MessageStream::Reply> replyIn(const WireMessage &answer)
+{
+    auto results = WireValues::read(answer);
+    if (answer.type == WireMessage::Type::Error)
+        return MessageStream::Reply::error(answer.errorName,
+                                           results ? results->value(0).toString() : QString());
+    if (!results)
+        return Error{QStringLiteral("the reply is too large or holds types that are not known")};
+    return MessageStream::Reply{{}, {}, *std::move(results)};
+}
+
 bool isSame(const MessageStream::Request &a, const MessageStream::Request &b)
 {
     return a.path == b.path && a.interface == b.interface && a.member == b.member && a.arguments.isEmpty() &&
@@ -67,10 +79,21 @@ void State::handle(const WireMessage &message)
     case WireMessage::Type::Error:
         if (const auto awaited = m_awaited.find(message.replySerial); awaited != m_awaited.end())
             awaited->second = message;
+        else
+            tellAnswer(message);
         return;
     case WireMessage::Type::Signal: // nobody asked for any
         return;
     }
+}
+
+void State::tellAnswer(const WireMessage &answer)
+{
+    const auto asked = m_asked.extract(answer.replySerial);
+    if (!asked)
+        return;
+    const auto reply = replyIn(answer);
+    asked.mapped()(reply ? *reply : Reply::error(failed, reply.error().text));
 }
 
 void State::serve(const WireMessage &call)
@@ -292,13 +315,19 @@ MessageStream::Reply State::finish(quint32 serial, StreamLoop::Moment deadline,
             throw NotHandedOver();
         throw NSException(NSPortTimeoutException, QStringLiteral("no reply in time"));
     }
-    auto results = WireValues::read(*answer);
-    if (answer->type == WireMessage::Type::Error)
-        return Reply::error(answer->errorName, results ? results->value(0).toString() : QString());
-    if (!results)
-        throw NSException(NSInvalidArgumentException,
-                          QStringLiteral("the reply is too large or holds types that are not known"));
-    return {{}, {}, *std::move(results)};
+    auto reply = replyIn(*answer);
+    if (!reply)
+        throw NSException(NSInvalidArgumentException, reply.error().text);
+    return *std::move(reply);
+}
+
+void State::ask(const Request &request, Answered answered)
+{
+    const auto self = shared_from_this();
+    const quint32 serial = begin(request, true);
+    m_awaited.erase(serial);
+    m_asked.emplace(serial, std::move(answered));
+    settle();
 }
 
 void State::post(const Request &request, StreamLoop::Moment deadline)

@@ -100,6 +100,7 @@ void State::close()
     }
     m_input.clear();
     m_output.clear();
+    m_asked.clear();
 }
 
 void State::drop()

@@ -46,6 +46,8 @@ struct MessageStream::Private final : StreamLoop::Source,
     Reply finish(quint32 serial, StreamLoop::Moment deadline,
                  std::optional<std::chrono::milliseconds> replyTimeout);
     void post(const Request &request, StreamLoop::Moment deadline);
+    /// Waits for nothing.
+    void ask(const Request &request, Answered answered);
     /// The same request, with its reply on its way, was sent along with the one before. If it was another,
     /// its reply is of no interest any more: it would be of the past when it is asked for.
     std::optional<quint32> takeAnticipated(const Request &request);
@@ -69,6 +71,7 @@ private:
     void goOnWithHandshake();
     QByteArray takeMessage();
     void handle(const WireMessage &message);
+    void tellAnswer(const WireMessage &answer);
     void serve(const WireMessage &call);
     bool serveAsBus(const Request &request, const WireMessage &call);
     Reply handled(const Request &request);
@@ -109,6 +112,7 @@ private:
 
     quint32 m_lastSerial = 0;
     std::map<quint32, std::optional<WireMessage>> m_awaited; ///< Replies by the serial of their call.
+    std::map<quint32, Answered> m_asked;                     ///< The same for what nobody waits for.
     std::optional<std::pair<Request, quint32>> m_anticipated;
 
     int m_serving = 0;                                   ///< Requests of this stream, within each other.

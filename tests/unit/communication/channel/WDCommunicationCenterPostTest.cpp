@@ -3,8 +3,12 @@
 
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 
+#include <QElapsedTimer>
 #include <QSemaphore>
+
+#include <sys/socket.h>
 
 using namespace dozely;
 
@@ -204,6 +208,63 @@ TEST_F(Receiving, FromWithinAPostToAnotherTargetWorks)
     EXPECT_TRUE(center->postNotificationToDaemon(event));
     EXPECT_TRUE(inner);
     EXPECT_THAT(clock->failedWaits, IsEmpty());
+}
+
+TEST_F(Receiving, OfWhatNobodyWaitsForHappensWhileTheLoopRuns)
+{
+    Peer agent("Dozely Agent.501");
+    ASSERT_TRUE(center->lockAgentAccessForUser(501)) << "which it does not need";
+    center->tellAgentOfUser(event, 501);
+    EXPECT_EQ(agent.center.posts, 0);
+    ASSERT_TRUE(waitUntil([&] { return agent.center.posts == 1; }));
+    agent.inThread([&] { EXPECT_EQ(agent.center.last.userInfo(), event.userInfo()); });
+    for (int i = 2; i <= 40; ++i) {
+        center->tellAgentOfUser(event, 501);
+        ASSERT_TRUE(waitUntil([&] { return agent.center.posts == i; })) << "those that are over do not count";
+    }
+}
+
+TEST_F(Receiving, OfWhatNobodyWaitsForDoesNotHappenWhereThereIsNoCenter)
+{
+    center->tellAgentOfUser(event, 501); // nor an agent
+    Peer agent("Dozely Agent.501", Peer::Vends::NoCenter);
+    Peer other("Dozely Agent.502", Peer::Vends::Nothing);
+    center->tellAgentOfUser(event, 501);
+    center->tellAgentOfUser(event, 502);
+    EXPECT_TRUE(center->pingAgentOfUser(501)) << "served after what came before";
+    EXPECT_FALSE(center->pingAgentOfUser(502));
+    EXPECT_EQ(agent.center.posts + other.center.posts, 0);
+}
+
+TEST_F(Receiving, OfWhatNobodyWaitsForIsGivenUpByAnAgentThatDoesNotAnswer)
+{
+    const auto silent = ZDRUnixSocketPort::initAsServerWithName("Dozely Agent.501");
+    ASSERT_TRUE(silent);
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 30; ++i)
+        center->tellAgentOfUser(event, 501);
+    EXPECT_LT(timer.elapsed(), 2000) << "an answer is waited for for 5 s";
+    EXPECT_THAT(clock->failedWaits, IsEmpty());
+    std::vector<Descriptor> connections;
+    for (;;) {
+        const int connection = ::accept(silent->listeningDescriptor(), nullptr, nullptr);
+        if (connection < 0)
+            break;
+        connections.emplace_back(connection);
+    }
+    EXPECT_EQ(connections.size(), 16U);
+    const auto isClosed = [](const Descriptor &connection) {
+        char bytes[512];
+        ssize_t size = 0;
+        while ((size = ::recv(connection.get(), bytes, sizeof bytes, MSG_DONTWAIT)) > 0) {
+        }
+        return size == 0;
+    };
+    EXPECT_FALSE(isClosed(connections.front()));
+    clock->advance(10s);
+    for (const Descriptor &connection : connections)
+        EXPECT_TRUE(waitUntil([&] { return isClosed(connection); }));
 }
 
 TEST_F(TwoThreads, PostingToOneAgentTakeTurns)
