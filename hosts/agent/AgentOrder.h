@@ -16,6 +16,8 @@ struct AgentOrder {
     QVariantMap parameters;
     QString schedule = {}; ///< Its name, for people; empty from a daemon that does not tell.
 
+    bool operator==(const AgentOrder &) const = default;
+
     /// The order in what was received. The error says why it is refused: it is not from the system, names
     /// no date or no bundle, or has something else in the place of its parameters.
     static dozely::Result<AgentOrder> in(const ReceivedOrder &received);

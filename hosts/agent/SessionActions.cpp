@@ -11,12 +11,22 @@
 
 #include <QUuid>
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
 {
 /// Some time less than the daemon waits for an answer, 5 s at least.
 constexpr std::chrono::seconds certainlyInTime(3);
+
+/// So many actions that are about to come are made ready: so long before their dates, and kept for so long
+/// after them.
+/// @{
+constexpr qsizetype mostPrepared = 8;
+constexpr std::chrono::milliseconds longestBefore = std::chrono::seconds(10);
+constexpr std::chrono::milliseconds longestAfter = std::chrono::seconds(15);
+/// @}
 
 constexpr char program[] = "dozely-session-performer";
 
@@ -88,8 +98,11 @@ SessionActions::~SessionActions()
 void SessionActions::takeUp()
 {
     QStringList names;
+    const QDateTime now = Port<Clock>::current()->currentDate();
     const QHash<QString, PerformanceOrder> earlier = m_performances->ofEarlierHosts();
     for (auto it = earlier.cbegin(); it != earlier.cend(); ++it) {
+        if (it->date > now)
+            continue; // it was only made ready: an order is not sent before its date
         AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule};
         if (order.schedule == nameOf(order.bundlePath)) // it was told none
             order.schedule.clear();
@@ -108,7 +121,8 @@ void SessionActions::perform(const AgentOrder &order)
         noteEnd(order, {false, begun.error().text});
 }
 
-Result<void> SessionActions::begin(const AgentOrder &order)
+/// Starts a performer, which waits.
+Result<SessionActions::Prepared> SessionActions::start(const AgentOrder &order)
 {
     if (!m_performances)
         return Error{m_whyNone};
@@ -121,14 +135,64 @@ Result<void> SessionActions::begin(const AgentOrder &order)
     what.role = PerformanceOrder::Role::Session;
     what.limits =
         ActionLimits::read(what.schedule, what.parameters, what.bundlePath, (*bundle)->infoDictionary());
-    const QString name = QUuid::createUuid().toString(QUuid::Id128);
-    const auto awake = awakeFor(order.bundlePath);
-    auto prepared = m_performances->prepare(
-        name, what, [this, order, awake](const PerformanceOutcome &outcome) { noteEnd(order, outcome); },
-        [this, order] { noteBegun(order); });
-    if (prepared)
-        m_performances->go(name); // one that has ended meanwhile says so itself
+    Prepared prepared{order, QUuid::createUuid().toString(QUuid::Id128), std::make_shared<Awake>()};
+    const auto ended = [this, prepared](const PerformanceOutcome &outcome) {
+        // One that ends before its action has come was made ready in vain.
+        if (!takePrepared([&](const Prepared &other) { return other.name == prepared.name; }))
+            noteEnd(prepared.order, outcome);
+        prepared.awake->reset();
+    };
+    if (auto asked = m_performances->prepare(prepared.name, what, ended, [this, order] { noteBegun(order); });
+        !asked)
+        return asked.error();
     return prepared;
+}
+
+std::optional<SessionActions::Prepared>
+SessionActions::takePrepared(const std::function<bool(const Prepared &)> &isIt)
+{
+    const auto found = std::find_if(m_prepared.begin(), m_prepared.end(), isIt);
+    if (found == m_prepared.end())
+        return {};
+    const Prepared prepared = *found;
+    m_prepared.erase(found);
+    return prepared;
+}
+
+void SessionActions::prepare(const AgentOrder &order)
+{
+    const auto isIt = [order](const Prepared &prepared) { return prepared.order == order; };
+    Clock &clock = *Port<Clock>::current();
+    const std::chrono::milliseconds left(clock.currentDate().msecsTo(order.date));
+    // Whose date has come may have been performed, or wait no longer for this.
+    if (left <= std::chrono::milliseconds(0) || left > longestBefore || m_prepared.size() >= mostPrepared ||
+        std::any_of(m_prepared.cbegin(), m_prepared.cend(), isIt))
+        return;
+    const auto prepared = start(order);
+    if (!prepared)
+        return; // that is told when the action comes
+    m_prepared += *prepared;
+    clock.callAfter(left + longestAfter, m_performances.get(), [this, name = prepared->name] {
+        if (takePrepared([&](const Prepared &other) { return other.name == name; }))
+            m_performances->callOff(name);
+    });
+}
+
+Result<void> SessionActions::begin(const AgentOrder &order)
+{
+    auto ready = takePrepared([&](const Prepared &prepared) { return prepared.order == order; });
+    if (ready) {
+        *ready->awake = awakeFor(order.bundlePath);
+        if (m_performances->go(ready->name))
+            return {};
+        m_performances->callOff(ready->name); // it has ended meanwhile
+    }
+    const auto started = start(order);
+    if (!started)
+        return started.error();
+    *started->awake = awakeFor(order.bundlePath);
+    m_performances->go(started->name); // one that has ended meanwhile says so itself
+    return {};
 }
 
 void SessionActions::noteBegun(const AgentOrder &order) const

@@ -6,7 +6,9 @@
 #include "hosts/common/plugins/ActionInhibitor.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 /// Performs what the daemon hands over, each action in a performer of the session, a process of its own, and
 /// tells the daemon what it cannot know from the answer to its order. Actions that an agent before this one
@@ -25,6 +27,11 @@ public:
     SessionActions(const SessionActions &) = delete;
     SessionActions &operator=(const SessionActions &) = delete;
 
+    /// Has a performer made ready for an action that is about to come, within ten seconds. Nothing comes of
+    /// it where there can be none, when too many wait, and when the action does not come within 15 s of its
+    /// date. BLOCKING: until the performer runs, some milliseconds.
+    void prepare(const AgentOrder &order);
+
     /// Begins the action, and keeps the machine awake until it is over. BLOCKING: until the performer runs,
     /// some milliseconds; when there can be none, as a request of WDCommunicationCenter.
     void perform(const AgentOrder &order);
@@ -32,8 +39,16 @@ public:
 private:
     using Awake = std::shared_ptr<const void>;
 
+    struct Prepared {
+        AgentOrder order;
+        QString name;
+        std::shared_ptr<Awake> awake; ///< Filled when the action begins.
+    };
+
     void takeUp();
+    dozely::Result<Prepared> start(const AgentOrder &order);
     dozely::Result<void> begin(const AgentOrder &order);
+    std::optional<Prepared> takePrepared(const std::function<bool(const Prepared &)> &isIt);
     void noteBegun(const AgentOrder &order) const;
     void noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome) const;
     Awake awakeFor(const QString &bundlePath);
@@ -42,4 +57,5 @@ private:
     ActionInhibitor m_inhibitor;
     std::unique_ptr<Performances> m_performances; // none where there is no folder for their files
     QString m_whyNone;
+    QList<Prepared> m_prepared;
 };

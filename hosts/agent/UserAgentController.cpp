@@ -19,6 +19,8 @@ UserAgentController::UserAgentController()
 {
     OrderReceiver::receive(OrderName::userAgentMustAct, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAct(received); });
+    OrderReceiver::receive(OrderName::userAgentMustPrepare, OrderSender::userAgent, this,
+                           [this](const ReceivedOrder &received) { userAgentMustPrepare(received); });
     OrderReceiver::receive(OrderName::userAgentMustAnticipate, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAnticipate(received); });
     OrderReceiver::receive(OrderName::userAgentMustTellFailure, OrderSender::userAgent, this,
@@ -38,6 +40,12 @@ std::optional<AgentOrder> UserAgentController::orderIn(const ReceivedOrder &rece
         return *std::move(order);
     ZDRLog("%@ refused: %@", received.name, order.error().text);
     return {};
+}
+
+void UserAgentController::userAgentMustPrepare(const ReceivedOrder &received)
+{
+    if (const auto order = orderIn(received))
+        m_actions.prepare(*order);
 }
 
 void UserAgentController::userAgentMustAct(const ReceivedOrder &received)

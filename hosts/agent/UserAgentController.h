@@ -32,6 +32,7 @@ private:
     /// Absent, with a line in the log, when the order is refused.
     static std::optional<AgentOrder> orderIn(const ReceivedOrder &received);
 
+    void userAgentMustPrepare(const ReceivedOrder &received);
     void userAgentMustAct(const ReceivedOrder &received);
     void userAgentMustAnticipate(const ReceivedOrder &received);
     void userAgentMustTellFailure(const ReceivedOrder &received);

@@ -20,6 +20,15 @@ QString performanceOf(const Occurrence &occurrence, const char *deed)
 {
     return DaemonActions::nameOf({occurrence.schedule.identifier, occurrence.date}) + deed;
 }
+
+NSNotification orderAbout(QLatin1StringView name, const Occurrence &occurrence)
+{
+    return NSNotification(name, QString(OrderSender::userAgent),
+                          {{OrderKey::bundlePath, occurrence.schedule.fullBundlePath()},
+                           {OrderKey::date, occurrence.calendarDate()},
+                           {OrderKey::parameters, occurrence.schedule.parameters},
+                           {OrderKey::scheduleName, occurrence.schedule.name}});
+}
 } // namespace
 
 std::optional<Delivery> AgentPosts::handOver(const Occurrence &occurrence,
@@ -40,17 +49,18 @@ std::optional<Delivery> AgentPosts::announce(const Occurrence &occurrence,
     return post(OrderName::userAgentMustAnticipate, occurrence, user.userId);
 }
 
+void AgentPosts::tellSoonDue(const Occurrence &occurrence, quint32 userId)
+{
+    WDCommunicationCenter::sharedInstance()->tellAgentOfUser(
+        orderAbout(OrderName::userAgentMustPrepare, occurrence), userId);
+}
+
 /// What the base of the plug-in classes does (WDDaemonPlugIn), but without looking at the bundle, which may
 /// be that user's own.
 Delivery AgentPosts::post(QLatin1StringView name, const Occurrence &occurrence, quint32 userId)
 {
-    const NSNotification order(name, QString(OrderSender::userAgent),
-                               {{OrderKey::bundlePath, occurrence.schedule.fullBundlePath()},
-                                {OrderKey::date, occurrence.calendarDate()},
-                                {OrderKey::parameters, occurrence.schedule.parameters},
-                                {OrderKey::scheduleName, occurrence.schedule.name}});
     m_scheduler.beginWait();
-    const bool isReceived = GuardedPosting::postToAgentOfUser(order, userId);
+    const bool isReceived = GuardedPosting::postToAgentOfUser(orderAbout(name, occurrence), userId);
     m_scheduler.endWait();
     if (isReceived)
         return Delivery::Received;

@@ -32,6 +32,10 @@ public:
                                      const dozely::ConsoleUser::User &user, const Delivered &delivered);
     /// @}
 
+    /// Tells the agent of `userId` that it will soon be given an occurrence, by this class's own
+    /// way. Whether it hears that nobody learns. Nothing waits.
+    static void tellSoonDue(const Occurrence &occurrence, quint32 userId);
+
 private:
     Delivery post(QLatin1StringView name, const Occurrence &occurrence, quint32 userId);
     std::optional<Delivery> perform(PerformanceOrder::Deed deed, const QString &name,

@@ -34,6 +34,9 @@ public:
     /// be for ten times as long. BLOCKING: as a ping of WDCommunicationCenter.
     bool isReachable(quint32 userId);
 
+    /// Whether the agent of `userId` is one that took long not to answer, and is let be.
+    bool isLetBe(quint32 userId) const;
+
     /// The user whose agent an occurrence waits for; absent when it does not wait.
     std::optional<quint32> userOf(const Occurrence &occurrence) const;
 
@@ -64,7 +67,6 @@ private:
     };
     using Waits = QHash<OccurrenceRecord::Key, Wait>;
 
-    bool isLetBe(quint32 userId) const;
     void stopWatching();
     void noticeChange();
     void attemptAfter(std::chrono::milliseconds delay);

@@ -46,6 +46,8 @@ QString couldNotBeReached(quint32 userId)
 {
     return QString("the agent of user %1 could not be reached").arg(userId);
 }
+/// An agent makes no more ready.
+constexpr qsizetype mostTold = 8;
 } // namespace
 
 OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
@@ -151,16 +153,41 @@ void OccurrencePerformer::prepareSoonDue()
     });
     const QDateTime now = m_clock.currentDate();
     const QDateTime latest = now.addDuration(preparationTime);
+    QList<Occurrence> forSessions;
     for (const Schedule &schedule : scheduler.schedules()) {
         const Occurrence occurrence{schedule, schedule.date};
         if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule) ||
-            scheduler.isHeldBack(keyOf(occurrence)) || !m_actions.mayPrepare(occurrence))
+            scheduler.isHeldBack(keyOf(occurrence)) || m_told.contains(keyOf(occurrence)))
             continue;
         const auto known = m_answers.of(schedule);
-        const QVariantMap info = known && *known ? (*known)->bundleInfo : QVariantMap();
-        if (!info.isEmpty() && !ActionPlace::actsInUserAgent(schedule.parameters, info) &&
-            !ActionPlace::reasonAgainst(false, info))
-            m_actions.prepare(occurrence, info);
+        if (!known || !*known)
+            continue;
+        const PlugInAnswers::Answers &answers = **known;
+        if (ActionPlace::actsInUserAgent(schedule.parameters, answers.bundleInfo)) {
+            if (!answers.handsOverItself)
+                forSessions += occurrence;
+        } else if (!answers.bundleInfo.isEmpty() && !ActionPlace::reasonAgainst(false, answers.bundleInfo)) {
+            m_actions.prepare(occurrence, answers.bundleInfo);
+        }
+    }
+    m_told.removeIf([&](const OccurrenceRecord::Key &key) { return key.second <= now; });
+    tellAgent(forSessions);
+}
+
+/// Tells the agent at the console, each once, which of these it will have.
+void OccurrencePerformer::tellAgent(QList<Occurrence> occurrences)
+{
+    occurrences = occurrences.mid(0, std::max<qsizetype>(mostTold - m_told.size(), 0));
+    if (occurrences.isEmpty())
+        return;
+    m_keeper.scheduler().beginWait();
+    const auto user = m_console->current();
+    m_keeper.scheduler().endWait();
+    for (const Occurrence &occurrence : std::as_const(occurrences)) {
+        m_told += keyOf(occurrence);
+        const auto owner = onlyUserOf(occurrence.schedule);
+        if (user && (!owner || *owner == user->userId) && !m_waits.isLetBe(user->userId))
+            AgentPosts::tellSoonDue(occurrence, user->userId);
     }
 }
 

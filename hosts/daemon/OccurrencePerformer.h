@@ -32,7 +32,8 @@ public:
     /// So long before its date an action of the daemon is made ready.
     static constexpr std::chrono::seconds preparationTime{2};
 
-    /// Makes ready what comes due soon, and calls off what does not any more.
+    /// Makes ready what comes due soon in the daemon, and calls off what does not any more. Tells the agent
+    /// at the console of what it will have, so that it can do the same; for no agent anything waits.
     void prepareSoonDue();
 
     /// When there is next something to make ready; absent when there is nothing.
@@ -102,6 +103,7 @@ private:
         PlugInAnswers::Answers answers;
         bool isForSession;
     };
+    void tellAgent(QList<Occurrence> occurrences);
     std::chrono::milliseconds waitForAnswers(const OccurrenceRecord::Key &key);
     void takeAnswers();
     std::optional<Possible> examine(const Occurrence &occurrence, Place place, bool mayBeTooLate);
@@ -122,6 +124,7 @@ private:
     PlugInAnswers &m_answers;
     AgentPosts m_posts;
     DaemonActions m_actions;
+    QSet<OccurrenceRecord::Key> m_told;                                   // to agents, as coming soon
     std::deque<Ready> m_ready;                                            // recorded as begun
     QHash<OccurrenceRecord::Key, std::chrono::milliseconds> m_unanswered; // since when, on the steady clock
     QList<Occurrence> m_handedBack;                                       // the same

@@ -135,6 +135,10 @@ namespace OrderName
 /// be missing). Obeyed from root and the root folder's owner.
 inline constexpr QLatin1StringView userAgentMustAct("UserAgentMustActEvent");
 
+/// From the daemon to the agent at the console, a moment before userAgentMustAct: make ready what that will
+/// need. It may get lost, and what it speaks of may never come. Sender, keys and who is obeyed as for that.
+inline constexpr QLatin1StringView userAgentMustPrepare("UserAgentMustPrepareEvent");
+
 /// From the daemon (WDDaemonPlugIn::anticipateInUserAgentNow) to the agent at the console: announce the
 /// occurrence to the user. Sender, keys and who is obeyed as for userAgentMustAct.
 inline constexpr QLatin1StringView userAgentMustAnticipate("UserAgentMustAnticipateEvent");

@@ -91,6 +91,20 @@ TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatDoesNotAnswer)
     EXPECT_EQ(countOf("Probe acts in the session"), 0);
 }
 
+TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatIsToldOfTheNext)
+{
+    startDaemon();
+    startAgent();
+    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    const QDateTime date = soon().addSecs(1);
+    writeStore({probeEntry("session", inSession, date.addSecs(1)), probeEntry("daemon", inDaemon, date)});
+    ASSERT_TRUE(logs("Probe acts in the daemon: daemon"));
+    EXPECT_LT(date.msecsTo(QDateTime::currentDateTimeUtc()), 2000) << "an agent is waited for for 5 s";
+    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+    EXPECT_TRUE(logs("Probe acts in the session: session"));
+    EXPECT_EQ(countOf("acts in the session: session"), 1);
+}
+
 TEST_F(HostsTest, AnAgentIsReachableAgainSoonAfterTheDaemonWasKilledAndCameBack)
 {
     startDaemon();

@@ -35,20 +35,32 @@ protected:
             ::kill(process, SIGKILL);
         }
     }
+    NSNotification orderNamed(const char *name, const QDateTime &date, QVariantMap parameters,
+                              const QString &bundle) const
+    {
+        return NSNotification(
+            name, "com.dozely.UserAgent",
+            {{"Schedule Date", date},
+             {"Schedule Bundle Path", bundle.isEmpty() ? schedule("any").fullBundlePath() : bundle},
+             {"Schedule Parameters", parameters},
+             {"Schedule Name", QString("Backup")}});
+    }
     /// Hands an occurrence over as the daemon does.
     void order(const QString &text, const QVariantMap &more = {}, const QString &bundle = {},
                quint32 user = agentUser())
     {
         QVariantMap parameters = more;
         parameters.insert("Text", text);
-        const NSNotification act(
-            "UserAgentMustActEvent", "com.dozely.UserAgent",
-            {{"Schedule Date", soon()},
-             {"Schedule Bundle Path", bundle.isEmpty() ? schedule("any").fullBundlePath() : bundle},
-             {"Schedule Parameters", parameters},
-             {"Schedule Name", QString("Backup")}});
-        ASSERT_TRUE(WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(act, user));
+        ASSERT_TRUE(WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(
+            orderNamed("UserAgentMustActEvent", QDateTime::currentDateTimeUtc(), parameters, bundle), user));
     }
+    /// Says that an occurrence will come, as the daemon does.
+    void announce(const QString &text, const QDateTime &date)
+    {
+        ASSERT_TRUE(WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(
+            orderNamed("UserAgentMustPrepareEvent", date, {{"Text", text}}, {}), agentUser()));
+    }
+    qsizetype performersMade() const { return countOf("User Agent): Probe initialised"); }
     void expectThatOthersAct()
     {
         order("another");
@@ -168,6 +180,64 @@ TEST_F(SessionActionsTest, ActInAnotherProcessThanTheAgentAndLeaveNothing)
     EXPECT_EQ(filesOfPerformances(), QStringList());
     EXPECT_TRUE(isListening(agentSocket()));
     EXPECT_EQ(socketNumber(), socketBefore) << "the same one as before";
+}
+
+TEST_F(SessionActionsTest, AreMadeReadyBeforeTheyAreDue)
+{
+    const QDateTime date = soon().addSecs(2);
+    writeStore({probeEntry("ready", inSession, date), probeEntry("gone", inSession, date)});
+    ASSERT_TRUE(waitUntil([&] { return performersMade() == 2; }));
+    EXPECT_EQ(countOf("acts in the session"), 0);
+    writeStore({probeEntry("ready", inSession, date)});
+    ASSERT_TRUE(logs("Probe acts in the session: ready"));
+    EXPECT_EQ(performersMade(), 2) << "no other process was made for it";
+    EXPECT_EQ(countOf("Probe acts in the session: gone"), 0);
+}
+
+TEST_F(SessionActionsTest, AreMadeReadyInSmallNumbersForTheNextSecondsAndNotForEver)
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    announce("past", now.addSecs(-1));
+    announce("far", now.addSecs(60));
+    if (::geteuid() == 0) { // else everybody is the system
+        ASSERT_TRUE(postAsAgentUser(
+            QString::number(agentUser()),
+            orderNamed("UserAgentMustPrepareEvent", now.addSecs(5), {{"Text", "forged"}}, {})));
+        EXPECT_TRUE(logs("UserAgentMustPrepareEvent refused"));
+    }
+    for (int i = 0; i < 12; ++i)
+        announce(QString::number(i), now.addSecs(5));
+    announce("0", now.addSecs(5)); // again
+    EXPECT_TRUE(waitUntil([this] { return performersMade() == 8; }));
+    expectThatOthersAct();
+    EXPECT_EQ(performersMade(), 9) << "for the one that came unannounced";
+    EXPECT_TRUE(waitUntil([this] { return filesOfPerformances().isEmpty(); }));
+    EXPECT_LT(now.secsTo(QDateTime::currentDateTimeUtc()), 40);
+    EXPECT_EQ(countOf("acts in the session"), 2) << "by the performer and by the agent";
+    EXPECT_EQ(countOf("failed"), 0);
+    EXPECT_EQ(countOf("not performed"), 0);
+}
+
+TEST_F(SessionActionsTest, ThatWereMadeReadyAreForgottenWithTheAgent)
+{
+    announce("ready", QDateTime::currentDateTimeUtc().addSecs(8));
+    ASSERT_TRUE(waitUntil([this] { return performersMade() == 1; }));
+    kill(agent);
+    startAgent();
+    EXPECT_TRUE(waitUntil([this] { return filesOfPerformances().isEmpty(); }));
+    EXPECT_EQ(countOf("failed"), 0);
+    EXPECT_EQ(countOf("not performed"), 0);
+}
+
+TEST_F(SessionActionsTest, ThatCouldNotBeMadeReadyAreStartedWhenTheyCome)
+{
+    const QDateTime date = soon().addSecs(2);
+    writeStore({probeEntry("ready", inSession, date)});
+    ASSERT_TRUE(waitUntil([this] { return performersMade() == 1; }));
+    kill(agent);
+    startAgent();
+    EXPECT_TRUE(logs("Probe acts in the session: ready"));
+    EXPECT_EQ(performersMade(), 2);
 }
 
 TEST_F(SessionActionsTest, AreAskedToEndWhenTheAgentIs)

@@ -60,6 +60,7 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(userAgentControllerClass, "WDUserAgentController");
     EXPECT_STREQ(PlugInProperty::scheduleName, "scheduleName");
     EXPECT_EQ(ParameterKey::tellsFailure, "Tell Failure");
+    EXPECT_EQ(OrderName::userAgentMustPrepare, "UserAgentMustPrepareEvent");
     EXPECT_EQ(OrderName::userAgentMustTellFailure, "UserAgentMustTellFailureEvent");
     EXPECT_EQ(OrderKey::failure, "Schedule Failure");
     EXPECT_EQ(OrderKey::exitStatus, "Schedule Exit Status");
