@@ -6,6 +6,7 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace dozely;
 
@@ -24,14 +25,22 @@ constexpr std::chrono::milliseconds shortestLook = std::chrono::seconds(1);
 constexpr std::chrono::milliseconds longestLook = std::chrono::seconds(30);
 } // namespace
 
-AnticipationPlan::AnticipationPlan(const Clock &clock, const Scheduler &scheduler)
+AnticipationPlan::AnticipationPlan(const Clock &clock, Scheduler &scheduler)
     : m_clock(clock), m_scheduler(scheduler)
 {
+    scheduler.addObserver(this);
+    schedulesReplaced();
 }
 
-AnticipationPlan::Key AnticipationPlan::keyOf(const Schedule &schedule)
+AnticipationPlan::~AnticipationPlan()
 {
-    return {schedule.identifier, schedule.bundlePath, schedule.date};
+    m_scheduler.removeObserver(this);
+}
+
+AnticipationPlan::Key AnticipationPlan::keyOf(const Occurrence &occurrence)
+{
+    return {occurrence.schedule.identifier, occurrence.schedule.bundlePath,
+            occurrence.date.toMSecsSinceEpoch()};
 }
 
 /// In seconds; absent when there is nothing to announce.
@@ -45,61 +54,135 @@ std::optional<qint64> AnticipationPlan::leadTime(const Schedule &schedule)
     return seconds > 0 ? std::optional(seconds) : std::nullopt;
 }
 
-/// When the schedule's occurrence is to be announced next.
-std::optional<QDateTime> AnticipationPlan::momentOf(const Schedule &schedule) const
+void AnticipationPlan::schedulesReplaced()
 {
-    const auto lead = leadTime(schedule);
-    if (!lead || schedule.date <= m_clock.currentDate() || !m_scheduler.isOpen(schedule))
-        return {};
-    const auto attempts = m_attempts.constFind(keyOf(schedule));
+    m_leads.clear();
+    m_planned.clear();
+    m_coming.clear();
+    m_present.clear();
+    m_passed.clear();
+    const QList<Schedule> &schedules = m_scheduler.schedules();
+    for (qint32 place = 0; place < schedules.size(); ++place) {
+        const auto lead = leadTime(schedules.at(place));
+        if (!lead)
+            continue;
+        m_leads.insert(place, *lead);
+        replan(place);
+    }
+}
+
+void AnticipationPlan::scheduleChanged(qint32 place)
+{
+    if (m_leads.contains(place))
+        replan(place);
+}
+
+/// When an occurrence is to be announced next.
+std::optional<QDateTime> AnticipationPlan::momentOf(const Occurrence &occurrence, qint64 lead) const
+{
+    const auto attempts = m_attempts.constFind(keyOf(occurrence));
     if (attempts == m_attempts.cend())
-        return schedule.date.addSecs(-*lead);
+        return occurrence.date.addSecs(-lead);
     return attempts->again.isValid() ? std::optional(attempts->again) : std::nullopt;
 }
 
-std::optional<QDateTime> AnticipationPlan::nextDate() const
+void AnticipationPlan::replan(qint32 place)
 {
-    std::optional<QDateTime> next;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto moment = momentOf(schedule);
-        if (moment && (!next || *moment < *next))
-            next = moment;
+    for (const Announcement &former : m_planned.take(place)) {
+        m_coming.erase(former);
+        m_present.erase(former);
     }
-    return next;
+    QList<Announcement> planned;
+    for (const Occurrence &occurrence : m_scheduler.pendingOf(place)) {
+        if (const auto moment = momentOf(occurrence, m_leads.value(place)))
+            planned += {moment->toMSecsSinceEpoch(), occurrence.date.toMSecsSinceEpoch(), place};
+    }
+    if (planned.isEmpty())
+        return;
+    m_coming.insert(planned.cbegin(), planned.cend());
+    m_planned.insert(place, planned);
 }
 
-std::optional<Occurrence> AnticipationPlan::next() const
+/// What was passed over is to be announced after all when the clock was set back.
+void AnticipationPlan::lookAtClock()
 {
-    const QDateTime now = m_clock.currentDate();
-    const Schedule *next = nullptr;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto moment = momentOf(schedule);
-        if (moment && *moment <= now && (!next || schedule.date < next->date))
-            next = &schedule;
+    const qint64 now = m_clock.currentDate().toMSecsSinceEpoch();
+    if (now < std::exchange(m_now, now)) {
+        m_coming.insert(m_present.cbegin(), m_present.cend());
+        m_present.clear();
+        for (const qint32 place : std::exchange(m_passed, {}))
+            scheduleChanged(place);
     }
-    return next ? std::optional(Occurrence{*next, next->date}) : std::nullopt;
+    while (!m_coming.empty() && m_coming.cbegin()->when <= now)
+        m_present.insert(m_coming.extract(m_coming.cbegin()).value());
+    while (!m_present.empty() && m_present.cbegin()->date <= now) {
+        m_passed.insert(m_present.cbegin()->place);
+        m_present.erase(m_present.cbegin());
+    }
+}
+
+std::optional<QDateTime> AnticipationPlan::nextDate()
+{
+    lookAtClock();
+    if (m_present.empty() && m_coming.empty())
+        return {};
+    const qint64 next = m_present.empty() ? m_coming.cbegin()->when : m_present.cbegin()->when;
+    return QDateTime::fromMSecsSinceEpoch(next, Qt::UTC);
+}
+
+std::optional<Occurrence> AnticipationPlan::next()
+{
+    lookAtClock();
+    if (m_present.empty())
+        return {};
+    const Announcement &first = *m_present.cbegin();
+    for (const Occurrence &occurrence : m_scheduler.pendingOf(first.place)) {
+        if (occurrence.date.toMSecsSinceEpoch() == first.date)
+            return occurrence;
+    }
+    return {};
+}
+
+void AnticipationPlan::noteAttempt(const Occurrence &occurrence, const Attempts &attempts)
+{
+    m_attempts.insert(keyOf(occurrence), attempts);
+    if (const auto place = m_scheduler.placeOf(occurrence.schedule.identifier))
+        scheduleChanged(*place);
 }
 
 void AnticipationPlan::noteTold(const Occurrence &occurrence, quint32 userId)
 {
-    Attempts &attempts = m_attempts[keyOf(occurrence.schedule)];
+    Attempts attempts = m_attempts.value(keyOf(occurrence));
     ++attempts.count;
     attempts.told += userId;
     attempts.again = {};
     m_console = userId;
+    noteAttempt(occurrence, attempts);
 }
 
 void AnticipationPlan::noteFailed(const Occurrence &occurrence, OrderPermissions::UserId console)
 {
-    Attempts &attempts = m_attempts[keyOf(occurrence.schedule)];
+    Attempts attempts = m_attempts.value(keyOf(occurrence));
     m_console = console;
     const bool isFirst = ++attempts.count == 1;
     attempts.again = isFirst ? m_clock.currentDate().addDuration(secondAttemptAfter) : QDateTime();
+    noteAttempt(occurrence, attempts);
 }
 
 void AnticipationPlan::noteUnwanted(const Occurrence &occurrence)
 {
-    m_attempts[keyOf(occurrence.schedule)] = {mostAttempts, {}, {}};
+    noteAttempt(occurrence, {mostAttempts, {}, {}});
+}
+
+void AnticipationPlan::tryAgainNow(const std::function<bool(const Attempts &)> &isWanted)
+{
+    for (auto attempts = m_attempts.begin(); attempts != m_attempts.end(); ++attempts) {
+        if (attempts->count >= mostAttempts || !isWanted(*attempts))
+            continue;
+        attempts->again = m_clock.currentDate();
+        if (const auto place = m_scheduler.placeOf(std::get<0>(attempts.key())))
+            scheduleChanged(*place);
+    }
 }
 
 void AnticipationPlan::noteConsole(OrderPermissions::UserId user)
@@ -107,41 +190,45 @@ void AnticipationPlan::noteConsole(OrderPermissions::UserId user)
     if (user == m_console)
         return;
     m_console = user;
-    for (Attempts &attempts : m_attempts) {
-        if (user && attempts.count < mostAttempts && !attempts.told.contains(*user))
-            attempts.again = m_clock.currentDate();
+    tryAgainNow([&](const Attempts &attempts) { return user && !attempts.told.contains(*user); });
+}
+
+void AnticipationPlan::announceAgain()
+{
+    tryAgainNow([](const Attempts &) { return true; });
+}
+
+/// The occurrence that these attempts are about; absent when it is not to come any more.
+std::optional<Occurrence> AnticipationPlan::occurrenceOf(const Key &key) const
+{
+    const auto place = m_scheduler.placeOf(std::get<0>(key));
+    for (const Occurrence &occurrence : place ? m_scheduler.pendingOf(*place) : QList<Occurrence>()) {
+        if (keyOf(occurrence) == key)
+            return occurrence;
     }
+    return {};
 }
 
 std::optional<std::chrono::milliseconds> AnticipationPlan::nextLookAtConsole() const
 {
     const QDateTime now = m_clock.currentDate();
     std::optional<std::chrono::milliseconds> next;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto attempts = m_attempts.constFind(keyOf(schedule));
-        if (attempts == m_attempts.cend() || attempts->count >= mostAttempts || schedule.date <= now ||
-            !m_scheduler.isOpen(schedule))
+    for (auto attempts = m_attempts.cbegin(); attempts != m_attempts.cend(); ++attempts) {
+        const auto occurrence = attempts->count < mostAttempts ? occurrenceOf(attempts.key()) : std::nullopt;
+        if (!occurrence || occurrence->date <= now)
             continue;
-        const std::chrono::milliseconds left(now.msecsTo(schedule.date));
+        const std::chrono::milliseconds left(now.msecsTo(occurrence->date));
         const auto look = std::clamp(left / looksInTheTimeLeft, shortestLook, longestLook);
         next = next ? std::min(*next, look) : look;
     }
     return next;
 }
 
-void AnticipationPlan::announceAgain()
+bool AnticipationPlan::isBeingAnnounced(const Occurrence &occurrence) const
 {
-    for (Attempts &attempts : m_attempts) {
-        if (attempts.count < mostAttempts)
-            attempts.again = m_clock.currentDate();
-    }
-}
-
-bool AnticipationPlan::isBeingAnnounced(const Schedule &schedule) const
-{
-    const auto lead = leadTime(schedule);
-    return m_attempts.contains(keyOf(schedule)) ||
-           (lead && schedule.date.addSecs(-*lead) <= m_clock.currentDate());
+    const auto lead = leadTime(occurrence.schedule);
+    return m_attempts.contains(keyOf(occurrence)) ||
+           (lead && occurrence.date.addSecs(-*lead) <= m_clock.currentDate());
 }
 
 QList<Occurrence>
@@ -151,26 +238,25 @@ AnticipationPlan::removable(OrderPermissions::UserId peer, OrderPermissions::Use
 {
     QList<Occurrence> announced;
     QList<Occurrence> others;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        if (schedule.date != date || !m_scheduler.isOpen(schedule) || schedule.fullBundlePath() != bundlePath)
+    for (const Occurrence &occurrence : m_scheduler.pendingAt(date)) {
+        if (occurrence.schedule.fullBundlePath() != bundlePath)
             continue;
-        const bool isAnnounced = isBeingAnnounced(schedule);
-        const QSet<quint32> told = m_attempts.value(keyOf(schedule)).told;
+        const bool isAnnounced = isBeingAnnounced(occurrence);
+        const QSet<quint32> told = m_attempts.value(keyOf(occurrence)).told;
         const auto toldPeer = peer && told.contains(*peer) ? peer : OrderPermissions::UserId();
-        if (OrderPermissions::mayRemove(peer, rootOwner, schedule.owner, toldPeer) ||
+        if (OrderPermissions::mayRemove(peer, rootOwner, occurrence.schedule.owner, toldPeer) ||
             (isAnnounced && told.isEmpty() && peer && peer == consoleUser()))
-            (isAnnounced ? announced : others) += Occurrence{schedule, schedule.date};
+            (isAnnounced ? announced : others) += occurrence;
     }
     return announced.isEmpty() ? others : announced;
 }
 
 void AnticipationPlan::forgetGone()
 {
-    QMap<Key, Attempts> current;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto attempts = m_attempts.constFind(keyOf(schedule));
-        if (attempts != m_attempts.cend())
-            current.insert(attempts.key(), *attempts);
-    }
-    m_attempts = current;
+    m_attempts.removeIf([this](const auto &attempts) {
+        const auto &[identifier, bundlePath, date] = attempts.key();
+        const auto place = m_scheduler.placeOf(identifier);
+        const Schedule *const schedule = place ? &m_scheduler.schedules().at(*place) : nullptr;
+        return !schedule || schedule->bundlePath != bundlePath || schedule->date.toMSecsSinceEpoch() != date;
+    });
 }

@@ -3,10 +3,14 @@
 
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/SchedulerObserver.h"
 
+#include <QHash>
 #include <QMap>
 
+#include <compare>
 #include <functional>
+#include <set>
 #include <tuple>
 
 /// The rules of anticipation: which open occurrence is to be announced to the user before its date, when, and
@@ -16,17 +20,23 @@
 /// The lead time is what the plug-in classes' base answers for the schedule's parameters, so that no module
 /// is loaded before there is something to announce. An occurrence whose lead time has begun already is to be
 /// announced at once, one whose lead time is 0 or negative never: there is nothing before it to announce.
-class AnticipationPlan
+///
+/// What is to be announced is kept in the order of its dates and changed when the scheduler tells of a
+/// change: no question costs a look at all schedules.
+class AnticipationPlan : private SchedulerObserver
 {
 public:
     /// Both must outlive the object.
-    AnticipationPlan(const dozely::Clock &clock, const Scheduler &scheduler);
+    AnticipationPlan(const dozely::Clock &clock, Scheduler &scheduler);
+    ~AnticipationPlan() override;
+    AnticipationPlan(const AnticipationPlan &) = delete;
+    AnticipationPlan &operator=(const AnticipationPlan &) = delete;
 
     /// When the next announcement is to be made, which may be past; absent when none is to come.
-    std::optional<QDateTime> nextDate() const;
+    std::optional<QDateTime> nextDate();
 
     /// The occurrence to announce now, the one with the earliest date first.
-    std::optional<Occurrence> next() const;
+    std::optional<Occurrence> next();
 
     /// The agent of `userId` has it.
     void noteTold(const Occurrence &occurrence, quint32 userId);
@@ -65,19 +75,47 @@ public:
     void forgetGone();
 
 private:
-    using Key = std::tuple<QString, QString, QDateTime>; // identifier, bundle, date: another bundle is news
+    using Key = std::tuple<QString, QString, qint64>; // identifier, bundle, date: another bundle is news
     struct Attempts {
         int count = 0;
         QSet<quint32> told;
         QDateTime again; // when to try next; invalid: not of our own accord
     };
-    static Key keyOf(const Schedule &schedule);
+    /// Milliseconds since 1970, and the schedule's place.
+    struct Announcement {
+        qint64 when;
+        qint64 date;
+        qint32 place;
+
+        auto operator<=>(const Announcement &) const = default;
+    };
+    struct EarlierDate {
+        bool operator()(const Announcement &a, const Announcement &b) const
+        {
+            return std::tie(a.date, a.place, a.when) < std::tie(b.date, b.place, b.when);
+        }
+    };
+
+    void schedulesReplaced() override;
+    void scheduleChanged(qint32 place) override;
+    static Key keyOf(const Occurrence &occurrence);
     static std::optional<qint64> leadTime(const Schedule &schedule);
-    std::optional<QDateTime> momentOf(const Schedule &schedule) const;
-    bool isBeingAnnounced(const Schedule &schedule) const;
+    std::optional<QDateTime> momentOf(const Occurrence &occurrence, qint64 lead) const;
+    void noteAttempt(const Occurrence &occurrence, const Attempts &attempts);
+    void tryAgainNow(const std::function<bool(const Attempts &)> &isWanted);
+    std::optional<Occurrence> occurrenceOf(const Key &key) const;
+    void replan(qint32 place);
+    void lookAtClock();
+    bool isBeingAnnounced(const Occurrence &occurrence) const;
 
     const dozely::Clock &m_clock;
-    const Scheduler &m_scheduler;
+    Scheduler &m_scheduler;
     OrderPermissions::UserId m_console; // when it was last looked at
     QMap<Key, Attempts> m_attempts;
+    QHash<qint32, qint64> m_leads; // in seconds, by place, of what is to be announced at all
+    QHash<qint32, QList<Announcement>> m_planned;
+    std::set<Announcement> m_coming;
+    std::set<Announcement, EarlierDate> m_present; // the moment has come, the date has not
+    QSet<qint32> m_passed;                         // places of those whose date has come, too
+    qint64 m_now = 0;                              // when the clock was last looked at
 };

@@ -185,7 +185,7 @@ void DaemonController::removeOverAfter(std::chrono::hours delay)
 }
 
 /// When something is to be announced; absent while a doubted clock may have brought that about.
-std::optional<QDateTime> DaemonController::nextAnnouncement() const
+std::optional<QDateTime> DaemonController::nextAnnouncement()
 {
     const bool isBroughtByClock = m_clockDoubt.step() > ClockDoubt::largestStep;
     return m_isAsking || isBroughtByClock ? std::nullopt : m_anticipation.nextDate();
@@ -213,7 +213,7 @@ QList<Occurrence> DaemonController::dueNow() const
 {
     if (m_performer.hasMore() && !m_performer.isNextAskedFor())
         return {};
-    const QList<Occurrence> due = m_keeper.scheduler().due().mid(0, mostInATurn);
+    const QList<Occurrence> due = m_keeper.scheduler().due(mostInATurn);
     const bool isAskedFor = !due.isEmpty() && due.first().isAskedFor;
     return m_performer.hasMore() && isAskedFor ? QList<Occurrence>() : due;
 }

@@ -47,7 +47,7 @@ private:
     void waitForNext();
     QList<Occurrence> dueNow() const;
     void performDue();
-    std::optional<QDateTime> nextAnnouncement() const;
+    std::optional<QDateTime> nextAnnouncement();
     void announceNext();
     void watchConsole();
     void lookAtClock();

@@ -148,16 +148,14 @@ void OccurrencePerformer::prepareSoonDue()
     if (hasMore()) // those that have begun need what was prepared for them
         return;
     m_actions.callOffUnless([&](const Occurrence &occurrence) {
-        const auto schedule = scheduler.schedule(occurrence.schedule.identifier);
-        return schedule == occurrence.schedule && scheduler.isOpen(*schedule);
+        const auto pending = scheduler.pending(keyOf(occurrence));
+        return pending && pending->schedule == occurrence.schedule;
     });
     const QDateTime now = m_clock.currentDate();
-    const QDateTime latest = now.addDuration(preparationTime);
     QList<Occurrence> forSessions;
-    for (const Schedule &schedule : scheduler.schedules()) {
-        const Occurrence occurrence{schedule, schedule.date};
-        if (schedule.date <= now || schedule.date > latest || !scheduler.isOpen(schedule) ||
-            scheduler.isHeldBack(keyOf(occurrence)) || m_told.contains(keyOf(occurrence)))
+    for (const Occurrence &occurrence : scheduler.pendingBetween(now, now.addDuration(preparationTime))) {
+        const Schedule &schedule = occurrence.schedule;
+        if (scheduler.isHeldBack(keyOf(occurrence)) || m_told.contains(keyOf(occurrence)))
             continue;
         const auto known = m_answers.of(schedule);
         if (!known || !*known)
@@ -193,13 +191,7 @@ void OccurrencePerformer::tellAgent(QList<Occurrence> occurrences)
 
 std::optional<QDateTime> OccurrencePerformer::nextPreparation() const
 {
-    std::optional<QDateTime> next;
-    const QDateTime earliest = m_clock.currentDate().addDuration(preparationTime);
-    for (const Schedule &schedule : m_keeper.scheduler().schedules()) {
-        if (schedule.date > earliest && (!next || schedule.date < *next) &&
-            m_keeper.scheduler().isOpen(schedule))
-            next = schedule.date;
-    }
+    const auto next = m_keeper.scheduler().nextAfter(m_clock.currentDate().addDuration(preparationTime));
     return next ? std::optional(next->addDuration(-preparationTime)) : std::nullopt;
 }
 

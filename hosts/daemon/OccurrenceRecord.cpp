@@ -101,6 +101,7 @@ void OccurrenceRecord::restore(const Key &key, const OccurrenceEntry &entry)
 {
     m_entries[key.first].insert(key.second, entry);
     noteAsked(key, entry.state == OccurrenceState::Asked);
+    noteHandedOver(key, entry.handedTo.has_value());
 }
 
 OccurrenceRecord::Changes OccurrenceRecord::changes() const
@@ -120,6 +121,7 @@ void OccurrenceRecord::remove(const QString &identifier, const QDateTime &date)
     if (schedule->isEmpty())
         m_entries.erase(schedule);
     noteAsked({identifier, date}, false);
+    noteHandedOver({identifier, date}, false);
     m_changed.insert({identifier, date});
 }
 
@@ -129,6 +131,14 @@ void OccurrenceRecord::noteAsked(const Key &key, bool isAsked)
         m_asked.removeOne(key);
     else if (!m_asked.contains(key))
         m_asked += key;
+}
+
+void OccurrenceRecord::noteHandedOver(const Key &key, bool isHandedOver)
+{
+    const qint64 date = key.second.toMSecsSinceEpoch();
+    m_handedOver.remove(date, key.first);
+    if (isHandedOver)
+        m_handedOver.insert(date, key.first);
 }
 
 bool OccurrenceRecord::makeRoom(quint32 userId, qsizetype most)
@@ -170,6 +180,7 @@ OccurrenceRecord::interruptBegun(const std::function<bool(const Key &, const Occ
             entry->state = OccurrenceState::Interrupted;
             entry->handedTo.reset();
             entry->handedOver = {};
+            noteHandedOver({schedule.key(), entry.key()}, false);
             m_changed.insert({schedule.key(), entry.key()});
             interrupted += {schedule.key(), entry.key()};
         }
@@ -189,13 +200,15 @@ QList<OccurrenceRecord::Key> OccurrenceRecord::begunInDaemon() const
     return begun;
 }
 
-bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates,
+bool OccurrenceRecord::prune(const std::function<QDateTime(const QString &)> &currentDate,
                              const std::function<bool(const QString &)> &isGone)
 {
     bool dropped = false;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end();) {
-        const QDateTime current = currentDates.value(schedule.key());
+        const QDateTime current = currentDate(schedule.key());
         if (isGone(schedule.key())) {
+            for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry)
+                noteHandedOver({schedule.key(), entry.key()}, false);
             m_asked.removeIf([&](const Key &key) { return key.first == schedule.key(); });
             schedule = m_entries.erase(schedule);
             dropped = true;
@@ -207,6 +220,7 @@ bool OccurrenceRecord::prune(const QHash<QString, QDateTime> &currentDates,
                 ++entry;
                 continue;
             }
+            noteHandedOver({schedule.key(), entry.key()}, false);
             entry = schedule->erase(entry);
             --others;
             dropped = true;

@@ -64,6 +64,12 @@ public:
     /// What is asked for and has not begun, in the order in which it was asked for.
     const QList<Key> &asked() const { return m_asked; }
 
+    /// The schedules whose occurrences of that date agents have been handed.
+    QStringList handedOverAt(const QDateTime &date) const
+    {
+        return m_handedOver.values(date.toMSecsSinceEpoch());
+    }
+
     /// Forgets the oldest of what `userId` asked for and is over, until there is less than `most` of it.
     /// False when that cannot be, since so much of it has not begun or goes on.
     bool makeRoom(quint32 userId, qsizetype most);
@@ -87,9 +93,9 @@ public:
     QList<Key> begunInDaemon() const;
 
     /// Drops from memory what is no longer needed, which is no change: all of a schedule that is gone, and of
-    /// the others all but the current date's (`currentDates`, by identifier), what is not over, and the
-    /// latest few. True when something was dropped.
-    bool prune(const QHash<QString, QDateTime> &currentDates,
+    /// the others all but what has their `currentDate`, what is not over, and the latest few. True when
+    /// something was dropped.
+    bool prune(const std::function<QDateTime(const QString &identifier)> &currentDate,
                const std::function<bool(const QString &identifier)> &isGone);
 
     /// Reads what earlier versions wrote. An error when the bytes are not a whole record: one that is damaged
@@ -104,8 +110,10 @@ public:
 
 private:
     void noteAsked(const Key &key, bool isAsked);
+    void noteHandedOver(const Key &key, bool isHandedOver);
 
     QMap<QString, QMap<QDateTime, OccurrenceEntry>> m_entries;
+    QMultiHash<qint64, QString> m_handedOver; // by date, milliseconds since 1970
     QList<Key> m_asked;
     QSet<Key> m_changed;
 };

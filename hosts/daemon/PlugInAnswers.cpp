@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -119,6 +120,12 @@ std::optional<Result<Answers>> PlugInAnswers::of(const Schedule &schedule, Urgen
     bundle.entries.insert(digest, entry);
     d->askNext();
     return {};
+}
+
+quint64 PlugInAnswers::stateOf(const QString &bundlePath)
+{
+    const KnownBundle &bundle = d->look(RootFolder::join(bundlePath));
+    return bundle.refusal.isEmpty() ? 2 * bundle.generation + (bundle.isLeftAlone() ? 1 : 0) : 0;
 }
 
 void PlugInAnswers::noteDeath(const Schedule &schedule, const QString &why)

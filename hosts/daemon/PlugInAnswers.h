@@ -58,6 +58,10 @@ public:
     /// schedules of a bundle.
     std::optional<dozely::Result<Answers>> of(const Schedule &schedule, Urgency urgency = Urgency::Later);
 
+    /// A number that is another one when the bundle at this path of the store has become another one, can be
+    /// used or cannot any more, or is left alone: then what `of` says about its schedules is another, too.
+    quint64 stateOf(const QString &bundlePath);
+
     /// The performer that acted for a schedule died, hung, or was killed: `why` is a clause for the log ("its
     /// process was ended by signal 11 (Segmentation fault)"). One line. Counts against the bundle.
     void noteDeath(const Schedule &schedule, const QString &why);

@@ -14,6 +14,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 using namespace dozely;
 
@@ -49,20 +50,11 @@ QByteArray zoneRules()
     }
     return rules;
 }
-
-/// The earliest ones, each once.
-QList<QDateTime> earliest(QList<QDateTime> dates)
-{
-    std::sort(dates.begin(), dates.end());
-    dates.erase(std::unique(dates.begin(), dates.end()), dates.end());
-    return dates.mid(0, PowerPlanner::mostEvents);
-}
 } // namespace
 
-PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInAnswers &answers)
-    : m_scheduler(scheduler),
-      m_clock(clock),
-      m_answers(answers),
+PowerPlanner::PowerPlanner(Scheduler &scheduler, Clock &clock, PlugInAnswers &answers)
+    : m_clock(clock),
+      m_needs(scheduler, clock, answers),
       m_zoneWatcher(RootFolder::join(zoneFile), RootFolder::path(), clock),
       m_zone(zoneRules()),
       m_awakeTimer(clock.makeAbsoluteTimer())
@@ -72,7 +64,10 @@ PowerPlanner::PowerPlanner(const Scheduler &scheduler, Clock &clock, PlugInAnswe
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillSleep);
     center.addObserver(this, "systemWillChange", ZDRPowerManagerSystemWillPowerOff);
     center.addObserver(this, "systemDidWake", ZDRPowerManagerSystemDidWake);
-    connect(&m_answers, &PlugInAnswers::answered, this, &PowerPlanner::updateSoon);
+    connect(&answers, &PlugInAnswers::answered, this, [this] {
+        m_needs.noteAnswers();
+        updateSoon();
+    });
     connect(&m_zoneWatcher, &StoreWatcher::changed, this, &PowerPlanner::zoneMayHaveChanged);
 }
 
@@ -133,7 +128,7 @@ void PowerPlanner::update()
     for (const Event &event : former) {
         // One whose time has passed leaves by itself; one may stand for a schedule whose plug-in still is
         // asked.
-        if (!m_isAsking && !wanted.contains(event) && event.time > m_clock.currentDate())
+        if (!m_needs.isAsking() && !wanted.contains(event) && event.time > m_clock.currentDate())
             Port<PowerEventScheduler>::current()->cancel(event.time, event.owner, event.type);
     }
     QList<Event> missing;
@@ -149,24 +144,15 @@ void PowerPlanner::update()
 /// moment at which that changes.
 void PowerPlanner::keepAwake()
 {
-    const QDateTime now = m_clock.currentDate();
     std::shared_ptr<const void> awake;
     QDateTime next;
-    const auto lookAgainAt = [&](const QDateTime &date) {
-        if (!next.isValid() || date < next)
-            next = date;
-    };
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        const auto needs = m_needs.constFind(schedule.identifier);
-        if (needs == m_needs.cend() || !m_scheduler.isOpen(schedule))
-            continue;
-        const QDateTime end = schedule.date.addDuration(longestHold);
-        const QDateTime begin = schedule.date.addDuration(needs->startup ? -powerOnLead : -wakeLead);
-        if (end <= now)
-            continue;
-        lookAgainAt(begin > now ? begin : end);
-        if (begin <= now && !awake)
-            awake = m_inhibitor.hold(needs->bundleInfo);
+    for (const auto &[need, lead] :
+         {std::pair(PowerNeeds::Need::Wake, wakeLead), std::pair(PowerNeeds::Need::PowerOn, powerOnLead)}) {
+        const PowerNeeds::Hold hold = m_needs.holdNow(need, lead);
+        if (hold.change.isValid() && (!next.isValid() || hold.change < next))
+            next = hold.change;
+        if (hold.bundleInfo && !awake)
+            awake = m_inhibitor.hold(*hold.bundleInfo);
     }
     if (m_awake && !awake)
         m_clock.callAfter(handOverTime, this, [held = std::move(m_awake)] {});
@@ -204,32 +190,13 @@ void PowerPlanner::take(const QList<Event> &wanted)
 
 QList<PowerPlanner::Event> PowerPlanner::wantedEvents()
 {
+    m_needs.update();
     const QDateTime now = m_clock.currentDate();
-    m_isAsking = false;
-    QHash<QString, Needs> needs;
-    QList<QDateTime> wakes;
-    QList<QDateTime> powerOns;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        if (schedule.date.addDuration(longestHold) <= now || !m_scheduler.isOpen(schedule))
-            continue;
-        const auto known = m_answers.of(schedule);
-        m_isAsking |= !known;
-        if (!known || !*known || !((*known)->needsWakeUp || (*known)->needsStartup))
-            continue; // what is not known yet, or has no bundle yet, is looked at again
-        const PlugInAnswers::Answers &answers = **known;
-        needs.insert(schedule.identifier, {answers.needsStartup, answers.bundleInfo});
-        const QDateTime wake = schedule.date.addDuration(-wakeLead);
-        const QDateTime powerOn = schedule.date.addDuration(-powerOnLead);
-        if (answers.needsWakeUp && wake > now)
-            wakes += wake;
-        if (answers.needsStartup && powerOn > now)
-            powerOns += powerOn;
-    }
-    m_needs = needs;
     QList<Event> events;
-    for (const QDateTime &date : earliest(wakes))
-        events += {date, ourselves, PowerEventScheduler::wake};
-    for (const QDateTime &date : earliest(powerOns))
-        events += {date, ourselves, PowerEventScheduler::powerOn};
+    for (const QDateTime &date : m_needs.next(PowerNeeds::Need::Wake, now.addDuration(wakeLead), mostEvents))
+        events += {date.addDuration(-wakeLead), ourselves, PowerEventScheduler::wake};
+    for (const QDateTime &date :
+         m_needs.next(PowerNeeds::Need::PowerOn, now.addDuration(powerOnLead), mostEvents))
+        events += {date.addDuration(-powerOnLead), ourselves, PowerEventScheduler::powerOn};
     return events;
 }

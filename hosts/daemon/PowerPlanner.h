@@ -3,10 +3,9 @@
 
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/plugins/ActionInhibitor.h"
-#include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/PowerNeeds.h"
 #include "hosts/daemon/StoreWatcher.h"
 
-#include <QHash>
 #include <QObject>
 
 #include <memory>
@@ -44,14 +43,14 @@ public:
     /// @}
 
     /// So long an occurrence that was not begun keeps the machine awake after its date.
-    static constexpr std::chrono::minutes longestHold{5};
+    static constexpr std::chrono::minutes longestHold = PowerNeeds::longestHold;
 
     /// So many events of a type are asked for at a time, the earliest ones. The others follow as these pass;
     /// the machine can hold only one in its clock, and each costs a write to the disk.
     static constexpr qsizetype mostEvents = 64;
 
     /// All must outlive the object.
-    PowerPlanner(const Scheduler &scheduler, dozely::Clock &clock, PlugInAnswers &answers);
+    PowerPlanner(Scheduler &scheduler, dozely::Clock &clock, PlugInAnswers &answers);
     ~PowerPlanner() override;
 
     /// Brings the events in line with the schedules, now.
@@ -70,10 +69,6 @@ Q_SIGNALS:
 
 private:
     using Event = dozely::PowerEventScheduler::Event;
-    struct Needs {
-        bool startup;
-        QVariantMap bundleInfo;
-    };
     void zoneMayHaveChanged();
     Q_INVOKABLE void systemWillChange(const NSNotification &notification);
     Q_INVOKABLE void systemDidWake(const NSNotification &notification);
@@ -81,17 +76,14 @@ private:
     void take(const QList<Event> &wanted);
     void keepAwake();
 
-    const Scheduler &m_scheduler;
     dozely::Clock &m_clock;
-    PlugInAnswers &m_answers;
+    PowerNeeds m_needs;
     StoreWatcher m_zoneWatcher;
     QByteArray m_zone;
-    QHash<QString, Needs> m_needs; // of those that need the machine awake, by the schedule's identifier
     ActionInhibitor m_inhibitor{"A scheduled action is about to run"};
     std::shared_ptr<const void> m_awake; // while the machine is to stay awake for what is to come
     std::unique_ptr<dozely::AbsoluteTimer> m_awakeTimer;
-    QList<Event> m_refused;  // told in the log; not asked for again before renew
-    bool m_isAsking = false; // some of the plug-ins, as of the latest look at what is wanted
+    QList<Event> m_refused; // told in the log; not asked for again before renew
     bool m_asksRefusedAgain = false;
     bool m_isSystemChanging = false; // from the announcement of sleep or power-off to waking
     bool m_isUpdateComing = false;

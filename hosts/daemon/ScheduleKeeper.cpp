@@ -95,7 +95,7 @@ void ScheduleKeeper::loadRecord(const GoesOn &goesOn)
     m_interrupted = opened.record.interruptBegun([&](const auto &key, const OccurrenceEntry &entry) {
         return entry.place == ActingPlace::Daemon && goesOn && goesOn(key);
     });
-    m_scheduler.record() = std::move(opened.record);
+    m_scheduler.setRecord(std::move(opened.record));
     if (m_scheduler.record().hasChanges())
         saveSoon();
 }
@@ -155,10 +155,7 @@ void ScheduleKeeper::readStore()
 
 OccurrenceDatabase::CurrentDate ScheduleKeeper::currentDates() const
 {
-    QHash<QString, QDateTime> dates;
-    for (const Schedule &schedule : m_scheduler.schedules())
-        dates.insert(schedule.identifier, schedule.date);
-    return [dates](const QString &identifier) { return dates.value(identifier); };
+    return [this](const QString &identifier) { return m_scheduler.currentDate(identifier); };
 }
 
 /// What a bad entry stands for is kept: all there is, when one does not even have a readable identifier.

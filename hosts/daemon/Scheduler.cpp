@@ -4,8 +4,10 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/common/orders/OrderPermissions.h"
+#include "hosts/daemon/SchedulerObserver.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace dozely;
 
@@ -54,57 +56,184 @@ Scheduler::Scheduler(const Clock &clock, OccurrenceRecord record)
 {
 }
 
+void Scheduler::setSchedules(const QList<Schedule> &schedules)
+{
+    m_schedules = schedules;
+    m_index.rebuild(m_schedules);
+    relistAll();
+}
+
+void Scheduler::setRecord(OccurrenceRecord record)
+{
+    m_record = std::move(record);
+    relistAll();
+}
+
+std::optional<qint32> Scheduler::placeOf(const QString &identifier) const
+{
+    return m_index.find(m_schedules, identifier);
+}
+
 std::optional<Schedule> Scheduler::schedule(const QString &identifier) const
 {
-    for (const Schedule &schedule : m_schedules) {
-        if (schedule.identifier == identifier)
-            return schedule;
-    }
-    return {};
+    const auto place = placeOf(identifier);
+    return place ? std::optional(m_schedules.at(*place)) : std::nullopt;
+}
+
+QDateTime Scheduler::currentDate(const QString &identifier) const
+{
+    const auto place = placeOf(identifier);
+    return place ? m_schedules.at(*place).date : QDateTime();
 }
 
 bool Scheduler::pruneRecord(const std::function<bool(const QString &)> &isGone)
 {
-    QHash<QString, QDateTime> currentDates;
-    for (const Schedule &schedule : m_schedules)
-        currentDates.insert(schedule.identifier, schedule.date);
-    return m_record.prune(currentDates, isGone);
+    return m_record.prune([this](const QString &identifier) { return currentDate(identifier); }, isGone);
 }
 
+/// Nothing became of its occurrence yet and it is enabled.
 bool Scheduler::isOpen(const Schedule &schedule) const
 {
     return schedule.isEnabled && !m_record.find(schedule.identifier, schedule.date);
 }
 
+Scheduler::Item Scheduler::itemOf(const Schedule &schedule, qint32 place)
+{
+    const qint64 date = schedule.date.toMSecsSinceEpoch();
+    return {date, place, date};
+}
+
+Occurrence Scheduler::occurrenceOf(const Item &item) const
+{
+    const Schedule &schedule = m_schedules.at(item.place);
+    return {schedule, schedule.date, m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
+}
+
+QList<Occurrence> Scheduler::occurrencesOf(const QList<Item> &items) const
+{
+    QList<Occurrence> occurrences;
+    occurrences.reserve(items.size());
+    for (const Item &item : items)
+        occurrences += occurrenceOf(item);
+    return occurrences;
+}
+
+/// Puts what is to come of a schedule where it belongs.
+void Scheduler::relist(qint32 place)
+{
+    const Schedule &schedule = m_schedules.at(place);
+    const Item item = itemOf(schedule, place);
+    const bool isToCome = isOpen(schedule);
+    const bool wasToCome = m_isListed[static_cast<size_t>(place)];
+    m_isListed[static_cast<size_t>(place)] = isToCome;
+    if (isToCome && !wasToCome)
+        m_pending.insert(item, m_heldBack.contains({schedule.identifier, schedule.date}));
+    else if (wasToCome && !isToCome)
+        m_pending.remove(item);
+}
+
+void Scheduler::relistAll()
+{
+    m_pending.clear();
+    m_isListed.assign(static_cast<size_t>(m_schedules.size()), false);
+    for (qint32 place = 0; place < m_schedules.size(); ++place)
+        relist(place);
+    for (SchedulerObserver *const observer : std::as_const(m_observers))
+        observer->schedulesReplaced();
+}
+
+/// What the record says of a schedule is another now.
+void Scheduler::changed(const QString &identifier)
+{
+    const auto place = placeOf(identifier);
+    if (!place)
+        return;
+    relist(*place);
+    for (SchedulerObserver *const observer : std::as_const(m_observers))
+        observer->scheduleChanged(*place);
+}
+
+QList<Occurrence> Scheduler::pendingOf(qint32 place) const
+{
+    if (!m_isListed[static_cast<size_t>(place)])
+        return {};
+    return {occurrenceOf(itemOf(m_schedules.at(place), place))};
+}
+
+std::optional<Occurrence> Scheduler::pending(const OccurrenceRecord::Key &key) const
+{
+    const auto place = placeOf(key.first);
+    if (!place)
+        return {};
+    for (const Occurrence &occurrence : pendingOf(*place)) {
+        if (occurrence.date == key.second)
+            return occurrence;
+    }
+    return {};
+}
+
+QList<Occurrence> Scheduler::pendingAt(const QDateTime &moment) const
+{
+    return occurrencesOf(m_pending.at(moment.toMSecsSinceEpoch()));
+}
+
+QList<Occurrence> Scheduler::pendingBetween(const QDateTime &after, const QDateTime &upTo) const
+{
+    return occurrencesOf(m_pending.between(after.toMSecsSinceEpoch(), upTo.toMSecsSinceEpoch()));
+}
+
+std::optional<QDateTime> Scheduler::nextAfter(const QDateTime &moment) const
+{
+    const auto next = m_pending.nextAfter(moment.toMSecsSinceEpoch());
+    return next ? std::optional(QDateTime::fromMSecsSinceEpoch(*next, Qt::UTC)) : std::nullopt;
+}
+
+/// Up to then nothing comes due.
+qint64 Scheduler::lastDoubted() const
+{
+    return m_doubtedUntil.isValid() ? m_doubtedUntil.toMSecsSinceEpoch() : std::numeric_limits<qint64>::min();
+}
+
 std::optional<QDateTime> Scheduler::nextDate() const
 {
     std::optional<QDateTime> next;
-    for (const Schedule &schedule : m_schedules) {
-        if ((!next || schedule.date < *next) && isOpen(schedule) &&
-            !isHeldBack({schedule.identifier, schedule.date}))
-            next = schedule.date;
-    }
+    if (const auto moment = m_pending.nextAfter(lastDoubted()))
+        next = QDateTime::fromMSecsSinceEpoch(*moment, Qt::UTC);
     for (const OccurrenceRecord::Key &key : m_record.asked()) {
-        if ((!next || key.second < *next) && !isHeldBack(key) && schedule(key.first))
+        if ((!next || key.second < *next) && !isHeldBack(key) && placeOf(key.first))
             next = key.second;
     }
     return next;
 }
 
-QList<Occurrence> Scheduler::due() const
+QList<Occurrence> Scheduler::due(qsizetype most) const
 {
-    const QDateTime now = m_clock.currentDate();
-    QList<Occurrence> due;
-    for (const Schedule &schedule : m_schedules) {
-        if (schedule.date <= now && isOpen(schedule) && !isHeldBack({schedule.identifier, schedule.date}))
-            due += Occurrence{schedule, schedule.date,
-                              m_nothingKnownBefore.isValid() && schedule.date < m_nothingKnownBefore};
-    }
-    if (due.isEmpty())
-        due = askedFor();
-    std::stable_sort(due.begin(), due.end(),
+    QList<Item> items = m_pending.between(lastDoubted(), m_clock.currentDate().toMSecsSinceEpoch());
+    if (!items.isEmpty())
+        return occurrencesOf(items.mid(0, most));
+    QList<Occurrence> asked = askedFor();
+    std::stable_sort(asked.begin(), asked.end(),
                      [](const Occurrence &a, const Occurrence &b) { return a.date < b.date; });
-    return due;
+    return asked.mid(0, most);
+}
+
+void Scheduler::holdBack(const OccurrenceRecord::Key &key)
+{
+    m_heldBack.insert(key);
+    hold(key, true);
+}
+
+void Scheduler::letGo(const OccurrenceRecord::Key &key)
+{
+    m_heldBack.remove(key);
+    hold(key, false);
+}
+
+void Scheduler::hold(const OccurrenceRecord::Key &key, bool isHeldBack)
+{
+    const auto place = placeOf(key.first);
+    if (place && m_schedules.at(*place).date == key.second)
+        m_pending.hold(itemOf(m_schedules.at(*place), *place), isHeldBack);
 }
 
 bool Scheduler::isHeldBack(const OccurrenceRecord::Key &key) const
@@ -138,9 +267,7 @@ std::chrono::seconds Scheduler::lateness(const Occurrence &occurrence) const
 
 bool Scheduler::isToBePerformed(const OccurrenceRecord::Key &key) const
 {
-    const auto schedule = this->schedule(key.first);
-    return schedule &&
-           ((schedule->date == key.second && isOpen(*schedule)) || m_record.asked().contains(key));
+    return placeOf(key.first) && (pending(key) || m_record.asked().contains(key));
 }
 
 std::chrono::milliseconds Scheduler::allowedLateness(const Occurrence &occurrence, qint32 timeOut)
@@ -189,7 +316,7 @@ Occurrence Scheduler::makeOccurrenceNow(const Schedule &schedule) const
 
 void Scheduler::noteAsked(const Occurrence &occurrence, quint32 userId)
 {
-    m_record.set(occurrence.schedule.identifier, occurrence.date, {OccurrenceState::Asked, {}, {}, userId});
+    set(occurrence, {OccurrenceState::Asked, {}, {}, userId});
 }
 
 void Scheduler::noteBegun(const Occurrence &occurrence, ActingPlace place)
@@ -201,7 +328,7 @@ void Scheduler::noteBegun(const Occurrence &occurrence, ActingPlace place)
     entry.begun = m_clock.currentDate();
     entry.lateness = occurrence.date.msecsTo(entry.begun);
     entry.place = place;
-    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+    set(occurrence, entry);
 }
 
 void Scheduler::takeBack(const Occurrence &occurrence)
@@ -211,6 +338,13 @@ void Scheduler::takeBack(const Occurrence &occurrence)
         noteAsked(occurrence, *entry->askedBy);
     else
         m_record.remove(occurrence.schedule.identifier, occurrence.date);
+    changed(occurrence.schedule.identifier);
+}
+
+void Scheduler::set(const Occurrence &occurrence, const OccurrenceEntry &entry)
+{
+    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+    changed(occurrence.schedule.identifier);
 }
 
 void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
@@ -224,7 +358,7 @@ void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &
         entry.exitStatus = outcome.exitStatus;
     entry.ended = outcome.ended;
     entry.failure = outcome.failure;
-    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+    set(occurrence, entry);
 }
 
 void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo)
@@ -236,27 +370,42 @@ void Scheduler::note(const Occurrence &occurrence, OccurrenceState state, std::o
     entry.handedOver = handedTo ? now : QDateTime();
     if (state == OccurrenceState::Skipped)
         entry.lateness = occurrence.date.msecsTo(now);
-    m_record.set(occurrence.schedule.identifier, occurrence.date, entry);
+    set(occurrence, entry);
+}
+
+/// What agents have been handed of this bundle with this date, in the order of the store.
+QList<Occurrence> Scheduler::handedOut(quint32 userId, const QString &bundlePath, const QDateTime &date) const
+{
+    QList<qint32> places;
+    for (const QString &identifier : m_record.handedOverAt(date)) {
+        const auto entry = m_record.find(identifier, date);
+        const auto place = placeOf(identifier);
+        if (place && entry && OrderPermissions::mayHandBack(userId, entry->handedTo) &&
+            m_schedules.at(*place).fullBundlePath() == bundlePath)
+            places += *place;
+    }
+    std::sort(places.begin(), places.end());
+    QList<Occurrence> occurrences;
+    for (const qint32 place : std::as_const(places))
+        occurrences += Occurrence{m_schedules.at(place), date};
+    return occurrences;
 }
 
 std::optional<Occurrence> Scheduler::heldByAgent(quint32 userId, const QString &bundlePath,
                                                  const QDateTime &date, const QVariantMap &parameters) const
 {
     const QDateTime now = m_clock.currentDate();
-    const QDateTime utc = date.toUTC();
     std::optional<Occurrence> held;
-    for (const Schedule &schedule : m_schedules) {
-        const bool isWithdrawn = !schedule.isEnabled && schedule.date == utc;
-        if (isWithdrawn || schedule.fullBundlePath() != bundlePath)
-            continue;
-        const auto entry = m_record.find(schedule.identifier, utc);
-        if (!entry || !mayBeHeld(entry->state) || !OrderPermissions::mayHandBack(userId, entry->handedTo) ||
-            entry->handedOver.addDuration(longestHandOver) < now)
+    for (const Occurrence &occurrence : handedOut(userId, bundlePath, date.toUTC())) {
+        const Schedule &schedule = occurrence.schedule;
+        const auto entry = m_record.find(schedule.identifier, occurrence.date);
+        const bool isWithdrawn = !schedule.isEnabled && schedule.date == occurrence.date;
+        if (isWithdrawn || !mayBeHeld(entry->state) || entry->handedOver.addDuration(longestHandOver) < now)
             continue;
         if (schedule.parameters == parameters)
-            return Occurrence{schedule, utc};
+            return occurrence;
         if (!held)
-            held = Occurrence{schedule, utc};
+            held = occurrence;
     }
     return held;
 }
@@ -265,13 +414,10 @@ std::optional<Occurrence> Scheduler::handedOver(quint32 userId, const QString &b
                                                 const QDateTime &date, const QVariantMap &parameters,
                                                 OccurrenceState state) const
 {
-    const QDateTime utc = date.toUTC();
-    for (const Schedule &schedule : m_schedules) {
-        if (schedule.fullBundlePath() != bundlePath || schedule.parameters != parameters)
-            continue;
-        const auto entry = m_record.find(schedule.identifier, utc);
-        if (entry && entry->state == state && OrderPermissions::mayHandBack(userId, entry->handedTo))
-            return Occurrence{schedule, utc};
+    for (const Occurrence &occurrence : handedOut(userId, bundlePath, date.toUTC())) {
+        if (occurrence.schedule.parameters == parameters &&
+            m_record.find(occurrence.schedule.identifier, occurrence.date)->state == state)
+            return occurrence;
     }
     return {};
 }

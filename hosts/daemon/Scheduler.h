@@ -4,17 +4,23 @@
 #include "hosts/common/performing/PerformanceOutcome.h"
 #include "hosts/common/schedules/Schedule.h"
 #include "hosts/daemon/OccurrenceRecord.h"
+#include "hosts/daemon/PendingOccurrences.h"
+#include "hosts/daemon/ScheduleIndex.h"
 
 #include <QList>
 #include <QSet>
 
 #include <chrono>
 #include <functional>
+#include <limits>
+#include <vector>
 
 namespace dozely
 {
 class Clock;
 } // namespace dozely
+
+class SchedulerObserver;
 
 /// One date at which a schedule's action is to run.
 struct Occurrence {
@@ -30,6 +36,10 @@ struct Occurrence {
 /// The rules of the daemon: which occurrence is next, which are due, which are too late, and who has one.
 /// Knows the clock and remembers; reads and writes nothing.
 ///
+/// What is to come is kept in the order of its dates, so that one occurrence costs the same search among ten
+/// thousand schedules as among ten; who keeps something about schedules is told what changes
+/// (SchedulerObserver).
+///
 /// An occurrence is open until the record has an entry for it. It is told by schedule identifier and date, so
 /// neither a restart nor a clock that is set back repeats it, and a schedule with a new date has a new one.
 /// One that is asked for has an entry from then on, and is due until that says that it began.
@@ -38,6 +48,14 @@ class Scheduler
 public:
     /// `clock` must outlive the object.
     explicit Scheduler(const dozely::Clock &clock, OccurrenceRecord record = {});
+    Scheduler(const Scheduler &) = delete;
+    Scheduler &operator=(const Scheduler &) = delete;
+
+    /// Has an observer told from now on, until it is removed.
+    /// @{
+    void addObserver(SchedulerObserver *observer) { m_observers += observer; }
+    void removeObserver(SchedulerObserver *observer) { m_observers.removeAll(observer); }
+    /// @}
 
     /// After the record was lost: what fell due before `date` may have run.
     void setNothingKnownBefore(const QDateTime &date) { m_nothingKnownBefore = date; }
@@ -50,9 +68,31 @@ public:
     /// What has a date up to `until` was held up for `duration`, which is no lateness of its own.
     void excuse(const QDateTime &until, std::chrono::milliseconds duration);
 
-    void setSchedules(const QList<Schedule> &schedules) { m_schedules = schedules; }
+    void setSchedules(const QList<Schedule> &schedules);
     const QList<Schedule> &schedules() const { return m_schedules; }
     std::optional<Schedule> schedule(const QString &identifier) const;
+
+    /// The place of a schedule among schedules(); absent for none.
+    std::optional<qint32> placeOf(const QString &identifier) const;
+
+    /// The date of the schedule's own occurrence; invalid where there is no such schedule.
+    QDateTime currentDate(const QString &identifier) const;
+
+    /// What is to come of the schedule at this place, held back or not.
+    QList<Occurrence> pendingOf(qint32 place) const;
+
+    /// What is to be performed at that very moment, held back or not, in the order of the store.
+    QList<Occurrence> pendingAt(const QDateTime &moment) const;
+
+    /// What is to be performed after `after`, up to `upTo`, and is not held back; earliest first.
+    QList<Occurrence> pendingBetween(const QDateTime &after, const QDateTime &upTo) const;
+
+    /// When there is next something to be performed after that moment that is not held back; absent when
+    /// there is nothing.
+    std::optional<QDateTime> nextAfter(const QDateTime &moment) const;
+
+    /// What is to come that has this key; absent when nothing has.
+    std::optional<Occurrence> pending(const OccurrenceRecord::Key &key) const;
 
     /// Forgets what the schedules in force, and those that are gone, make needless; true when there was
     /// something.
@@ -63,13 +103,13 @@ public:
 
     /// The open occurrences whose date has come; when there are none, those that are asked for: what somebody
     /// orders, however often, comes after what is due by its date. Earliest first, in the order of the store
-    /// where dates are equal; without those that are held back.
-    QList<Occurrence> due() const;
+    /// where dates are equal; without those that are held back. `most` of them at most.
+    QList<Occurrence> due(qsizetype most = std::numeric_limits<qsizetype>::max()) const;
 
     /// Holds a due occurrence back, or no more.
     /// @{
-    void holdBack(const OccurrenceRecord::Key &key) { m_heldBack.insert(key); }
-    void letGo(const OccurrenceRecord::Key &key) { m_heldBack.remove(key); }
+    void holdBack(const OccurrenceRecord::Key &key);
+    void letGo(const OccurrenceRecord::Key &key);
     /// @}
 
     /// Whether it is held back, or has a date that is doubted.
@@ -132,17 +172,36 @@ public:
                                          const QVariantMap &parameters, OccurrenceState state) const;
 
     const OccurrenceRecord &record() const { return m_record; }
+
+    /// For what makes no difference to what is to come.
     OccurrenceRecord &record() { return m_record; }
 
-    /// Whether nothing became of the schedule's occurrence yet and the schedule is enabled.
-    bool isOpen(const Schedule &schedule) const;
+    /// Another record altogether.
+    void setRecord(OccurrenceRecord record);
 
 private:
+    using Item = PendingOccurrences::Item;
+
     QList<Occurrence> askedFor() const;
+    bool isOpen(const Schedule &schedule) const;
+    static Item itemOf(const Schedule &schedule, qint32 place);
+    Occurrence occurrenceOf(const Item &item) const;
+    QList<Occurrence> occurrencesOf(const QList<Item> &items) const;
+    void relist(qint32 place);
+    void relistAll();
+    void changed(const QString &identifier);
+    void hold(const OccurrenceRecord::Key &key, bool isHeldBack);
+    qint64 lastDoubted() const;
+    void set(const Occurrence &occurrence, const OccurrenceEntry &entry);
+    QList<Occurrence> handedOut(quint32 userId, const QString &bundlePath, const QDateTime &date) const;
 
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
+    ScheduleIndex m_index;
+    PendingOccurrences m_pending;
+    std::vector<bool> m_isListed; // by place: its own occurrence is pending
+    QList<SchedulerObserver *> m_observers;
     QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;
     QDateTime m_doubtedUntil;

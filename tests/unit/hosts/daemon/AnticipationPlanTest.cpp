@@ -22,7 +22,7 @@ protected:
         return schedule;
     }
     static Occurrence occurrenceOf(const Schedule &schedule) { return {schedule, schedule.date}; }
-    QString nextIdentifier() const
+    QString nextIdentifier()
     {
         const auto next = plan.next();
         return next ? next->schedule.identifier : QString();

@@ -37,7 +37,7 @@ protected:
     /// Those that have no current date are gone.
     static bool prune(OccurrenceRecord &record, const QHash<QString, QDateTime> &currentDates)
     {
-        return record.prune(currentDates,
+        return record.prune([&](const QString &identifier) { return currentDates.value(identifier); },
                             [&](const QString &identifier) { return !currentDates.contains(identifier); });
     }
     static constexpr char earlierPath[] = "/var/lib/dozely/occurrences.plist";

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/SchedulerObserver.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/HostFixture.h"
@@ -90,7 +91,7 @@ TEST_F(SchedulerTest, GivesAnOccurrenceNoMoreWhateverBecameOfIt)
     using enum OccurrenceState;
     for (const OccurrenceState state : {Begun, Done, Skipped, NotPerformed, Removed, Interrupted}) {
         scheduler.setSchedules({schedule("a")});
-        scheduler.record() = {};
+        scheduler.setRecord({});
         ASSERT_EQ(due(), QStringList{"a"});
         scheduler.note(occurrenceOf(schedule("a")), state);
         EXPECT_TRUE(due().isEmpty());
@@ -271,4 +272,49 @@ TEST_F(SchedulerTest, RemembersAHandOverAcrossARestart)
     restarted.setSchedules({schedule("a")});
     EXPECT_TRUE(restarted.heldByAgent(501, bundlePath(), noon()));
     EXPECT_FALSE(restarted.heldByAgent(502, bundlePath(), noon()));
+}
+
+TEST_F(SchedulerTest, TellsWhatChangesByThePlaceInTheStore)
+{
+    struct Listener : SchedulerObserver {
+        void schedulesReplaced() override { told += "all"; }
+        void scheduleChanged(qint32 place) override { told += QString::number(place); }
+        QStringList told;
+    } listener;
+    scheduler.setSchedules({schedule("z"), schedule("a")});
+    scheduler.addObserver(&listener);
+    scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done);
+    scheduler.note(occurrenceOf(schedule("gone")), OccurrenceState::Done);
+    scheduler.takeBack(occurrenceOf(schedule("z")));
+    scheduler.setSchedules({schedule("a")});
+    EXPECT_EQ(listener.told, QStringList({"1", "0", "all"}));
+    scheduler.removeObserver(&listener);
+    scheduler.setSchedules({});
+    EXPECT_EQ(listener.told.size(), 3);
+}
+
+TEST_F(SchedulerTest, FindsEachOfManyByItsIdentifier)
+{
+    QList<Schedule> many;
+    for (int i = 0; i < 1000; ++i)
+        many += schedule(QString::number((i * 37) % 1000), noon().addSecs(i));
+    scheduler.setSchedules(many);
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_EQ(scheduler.placeOf(many[i].identifier), i);
+        EXPECT_EQ(scheduler.currentDate(many[i].identifier), noon().addSecs(i));
+    }
+    EXPECT_FALSE(scheduler.placeOf("1000"));
+    EXPECT_FALSE(scheduler.placeOf(""));
+}
+
+TEST_F(SchedulerTest, WhatIsHeldBackDoesNotComeDueUntilItIsLetGo)
+{
+    scheduler.setSchedules({schedule("a"), schedule("b")});
+    scheduler.holdBack({"a", noon()});
+    EXPECT_EQ(due(), QStringList{"b"});
+    scheduler.setSchedules({schedule("b"), schedule("a")});
+    EXPECT_EQ(due(), QStringList{"b"}) << "also when the store was read anew";
+    EXPECT_EQ(scheduler.pendingAt(noon()).size(), 2);
+    scheduler.letGo({"a", noon()});
+    EXPECT_EQ(due(), QStringList({"b", "a"}));
 }
