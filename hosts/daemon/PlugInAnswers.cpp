@@ -241,7 +241,7 @@ KnownBundle *PlugInAnswers::Private::bundleOf(const Question &asked)
 void PlugInAnswers::Private::note(const Question &asked, const AskingPerformer::Reply &reply)
 {
     using Kind = AskingPerformer::Reply::Kind;
-    if (reply.kind == Kind::NotStarted) {
+    if (reply.kind == Kind::NotAsked) {
         if (!noPerformerSince)
             ZDRLog("No plug-in can be asked: %@", reply.answer.error().text);
         noPerformerSince = clock.steadyTime();

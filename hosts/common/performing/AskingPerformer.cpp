@@ -42,6 +42,7 @@ void AskingPerformer::ask(const PerformanceOrder &question, Replied replied)
 {
     m_question = question;
     m_replied = std::move(replied);
+    m_isSecondTry = false;
     if (m_state == State::None)
         begin();
     else if (m_state == State::Ready)
@@ -83,17 +84,25 @@ void AskingPerformer::begin()
 void AskingPerformer::send()
 {
     limit(timeToAnswer);
-    const auto sent = OrderStream::send(m_host.get(), m_question);
-    if (sent)
-        return;
-    const auto because = sent.error();
+    if (const auto sent = OrderStream::send(m_host.get(), m_question); !sent)
+        notSent(sent.error());
+}
+
+/// The performer has ended since its last answer, or the machine lacks memory: no plug-in can help that.
+/// Another performer gets the question, once.
+void AskingPerformer::notSent(const Error &why)
+{
+    m_state = State::None;
+    m_limit.reset();
+    m_watch.reset();
+    m_host.reset();
+    m_performer.reset();
+    const bool isUnsendable = why.name == OrderStream::unsendable;
+    if (!isUnsendable && !std::exchange(m_isSecondTry, true))
+        return begin();
+    const auto kind = isUnsendable ? Reply::Kind::Answered : Reply::Kind::NotAsked;
     QMetaObject::invokeMethod(
-        this,
-        [this, because] {
-            if (isAsking())
-                reply(Reply::Kind::Answered, because);
-        },
-        Qt::QueuedConnection);
+        this, [this, kind, why] { reply(kind, why); }, Qt::QueuedConnection);
 }
 
 void AskingPerformer::hear()
@@ -158,7 +167,7 @@ void AskingPerformer::end(const QString &why)
     if (former == State::Ending)
         begin();
     else if (former == State::Beginning)
-        reply(Reply::Kind::NotStarted, Error{QString("%1 could not be started: %2").arg(m_program, why)});
+        reply(Reply::Kind::NotAsked, Error{QString("%1 could not be started: %2").arg(m_program, why)});
     else
         reply(Reply::Kind::Died, Error{why});
 }

@@ -34,9 +34,9 @@ public:
 
     struct Reply {
         enum class Kind {
-            Answered,   ///< By the plug-in, or by the performer that could not make one.
-            Died,       ///< While it was asked. The answer says how, as a clause.
-            NotStarted, ///< There is no performer to ask. The answer says why.
+            Answered, ///< By the plug-in, or by the performer that could not make one.
+            Died,     ///< While it was asked. The answer says how, as a clause.
+            NotAsked, ///< There is no performer, or no way to reach it. The answer says why.
         };
         Kind kind;
         dozely::Result<PlugInAnswer> answer;
@@ -62,6 +62,7 @@ private:
     enum class State { None, Beginning, Ready, Ending };
     void begin();
     void send();
+    void notSent(const dozely::Error &why);
     void hear();
     void take(const QByteArray &packet);
     void ended(const QString &how);
@@ -80,6 +81,7 @@ private:
     std::unique_ptr<dozely::RunningProgram> m_performer;
     PerformanceOrder m_question;
     Replied m_replied; // while something is asked
+    bool m_isSecondTry = false;
     bool m_finishesNext = false;
     std::optional<std::chrono::milliseconds> m_limit; // on the steady clock
     std::optional<std::chrono::milliseconds> m_timer; // when the next one looks at the limit

@@ -48,7 +48,7 @@ Result<void> OrderStream::send(int socket, const PerformanceOrder &order)
 {
     const QByteArray data = order.toData();
     if (data.isEmpty())
-        return Error{"the parameters cannot be sent"};
+        return Error{"the parameters cannot be sent", unsendable};
     const Descriptor memory(::memfd_create("order", MFD_CLOEXEC));
     QFile file;
     if (!memory.isValid() || !file.open(memory.get(), QIODevice::WriteOnly | QIODevice::Unbuffered) ||

@@ -9,7 +9,10 @@
 /// it off. The performer answers with one byte when the action has begun, and with its own end.
 namespace OrderStream
 {
-/// Sends an order. Never blocks. An error with the machine's reason.
+/// The name of the error for an order that no machine could send.
+inline constexpr char unsendable[] = "unsendable";
+
+/// Sends an order. Never blocks. An error with the machine's reason, or named `unsendable`.
 dozely::Result<void> send(int socket, const PerformanceOrder &order);
 
 /// Lets the performer act. Never blocks; false when there is none any more.

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "PlugInAnswersFixture.h"
 
+#include <csignal>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+
 using namespace std::chrono_literals;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -186,4 +191,83 @@ TEST_F(PlugInAnswersTest, AreNoneWithoutAPerformer)
     const auto due = answers->of(trouble(), Urgency::Due);
     ASSERT_TRUE(due && *due) << "what is due is tried all the same";
     EXPECT_EQ((*due)->timeOut, -5);
+}
+
+namespace
+{
+/// As long as this lives no file gets larger than that, one in memory neither.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_former);
+        const rlimit limit{bytes, m_former.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        m_formerHandler = ::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit()
+    {
+        ::signal(SIGXFSZ, m_formerHandler);
+        ::setrlimit(RLIMIT_FSIZE, &m_former);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit m_former{};
+    sighandler_t m_formerHandler = SIG_DFL;
+};
+} // namespace
+
+TEST_F(PlugInAnswersTest, AreNoneForWhatTheMachineHasNoMemoryToAskAndWhatIsDueIsTriedAllTheSame)
+{
+    const auto large = trouble({{"Text", QString(1 << 20, 'x')}});
+    {
+        const FileSizeLimit none(1 << 19);
+        EXPECT_FALSE(answers->of(large));
+        EXPECT_TRUE(waitUntil([&] { return !messages().isEmpty(); }));
+        EXPECT_THAT(lines(), StartsWith("No plug-in can be asked: memory: "));
+        EXPECT_FALSE(answers->of(large)) << "the plug-in has refused nothing";
+        const auto due = answers->of(large, Urgency::Due);
+        ASSERT_TRUE(due && *due);
+        EXPECT_EQ((*due)->timeOut, -5);
+    }
+    clock.advance(1min);
+    EXPECT_EQ(known(large)->timeOut, -7);
+    EXPECT_EQ(messages().size(), 1) << lines();
+}
+
+/// The one socket of packets that this process has: over which it asks.
+static pollfd askingSocket()
+{
+    for (int number = 3; number < 1024; ++number) {
+        int type = 0;
+        socklen_t size = sizeof type;
+        if (::getsockopt(number, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_SEQPACKET)
+            return {number, POLLIN, 0};
+    }
+    ADD_FAILURE() << "nobody is asked";
+    return {-1, 0, 0};
+}
+
+TEST_F(PlugInAnswersTest, ComeFromAnotherPerformerWhenTheFirstEndsBetweenTwoQuestions)
+{
+    const auto first = trouble({{"Time Out", "mark and wait"}});
+    const auto second = trouble({{"Number", 2LL}});
+    EXPECT_FALSE(answers->of(first));
+    EXPECT_FALSE(answers->of(second));
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(root.join("/marks.asked")); }));
+    // From here on this process hears nothing until the performer has answered and is gone.
+    pollfd socket = askingSocket();
+    write("/marks.go", "");
+    ASSERT_EQ(::poll(&socket, 1, 60'000), 1);
+    root.killPerformers();
+    socket.events = 0; // until the other end is closed
+    ASSERT_EQ(::poll(&socket, 1, 60'000), 1);
+    EXPECT_EQ(known(first)->timeOut, -7);
+    const auto answer = known(second);
+    ASSERT_TRUE(answer) << answer.error().text.toStdString();
+    EXPECT_EQ(answer->timeOut, -7);
+    EXPECT_EQ(messages(), QStringList());
 }

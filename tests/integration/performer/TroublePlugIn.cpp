@@ -92,12 +92,14 @@ public:
 
     qint32 timeOut() const override
     {
-        if (wish("Time Out") == "mark and hang") {
+        if (wish("Time Out").startsWith("mark and ")) {
             QFile file(wish("Marks") + ".asked");
             if (file.open(QIODevice::WriteOnly))
                 file.write(QByteArray::number(::getpid()));
             file.close();
-            goWrong("hang");
+            goWrong(wish("Time Out").mid(9));
+            while (wish("Time Out") == "mark and wait" && !QFile::exists(wish("Marks") + ".go")) {
+            }
         }
         goWrong(wish("Time Out"));
         mark(*parameters(), "asked\n");
