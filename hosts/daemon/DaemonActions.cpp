@@ -130,13 +130,23 @@ void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bun
         isReady = false;
     }
     m_prepared.remove(key); // from here on its end is that of the action
-    m_awake.insert(key, m_inhibitor.hold(bundleInfo));
+    m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfo)});
     ZDRLog("%@ acts in the daemon", labelOf(occurrence));
     if (isReady && m_performances.go(name))
         return;
     if (isReady) // it has ended meanwhile
         m_performances.callOff(name);
     startNow(occurrence, bundleInfo);
+}
+
+void DaemonActions::takeBack()
+{
+    m_acting.removeIf([this](const auto &acting) {
+        const bool isTakenBack = m_performances.takeBack(nameOf(acting.key()));
+        if (isTakenBack)
+            m_keeper.takeBack(acting->occurrence);
+        return isTakenBack;
+    });
 }
 
 void DaemonActions::startNow(const Occurrence &occurrence, const QVariantMap &bundleInfo)
@@ -173,7 +183,7 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
         prepared->isInVain = true;
         return;
     }
-    m_awake.remove(keyOf(occurrence));
+    m_acting.remove(keyOf(occurrence));
     m_performances.keep(nameOf(keyOf(occurrence)));
     m_noted += nameOf(keyOf(occurrence));
     m_keeper.noteEnd(occurrence, outcome);

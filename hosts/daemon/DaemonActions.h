@@ -52,6 +52,9 @@ public:
     /// Performs an occurrence that is recorded as begun.
     void perform(const Occurrence &occurrence, const QVariantMap &bundleInfo);
 
+    /// Takes back all to which no performer has come yet: it is as if they had not begun.
+    void takeBack();
+
 Q_SIGNALS:
     /// An action was noted, and logged, as one that failed or was not performed.
     void failed(const Occurrence &occurrence, const QString &why);
@@ -72,7 +75,11 @@ private:
         Occurrence occurrence;
         bool isInVain; ///< Its performer has ended.
     };
+    struct Acting {
+        Occurrence occurrence;
+        std::shared_ptr<const void> awake; ///< Keeps the machine so.
+    };
     QHash<Key, Prepared> m_prepared;
-    QHash<Key, std::shared_ptr<const void>> m_awake; // by what goes on
-    QStringList m_noted;                             // names of what has ended and is not on disk yet
+    QHash<Key, Acting> m_acting;
+    QStringList m_noted; // names of what has ended and is not on disk yet
 };

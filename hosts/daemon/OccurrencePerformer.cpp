@@ -140,6 +140,7 @@ void OccurrencePerformer::takeBack()
     for (const Ready &ready : m_ready)
         m_keeper.takeBack(ready.occurrence);
     m_ready.clear();
+    m_actions.takeBack();
 }
 
 void OccurrencePerformer::prepareSoonDue()

@@ -167,6 +167,15 @@ void Performances::callOff(const QString &name)
     removeOutcome(name); // of one that ended before
 }
 
+bool Performances::takeBack(const QString &name)
+{
+    if (!m_running.contains(name) || !PlaceLock::takeBackUntouched(placeOf(name)))
+        return false;
+    m_running.remove(name);
+    m_performers->forget(name);
+    return true;
+}
+
 bool Performances::isThere(const QString &name) const
 {
     const bool goesOn = PlaceLock::isHeld(placeOf(name)) || !PlaceLock::takeBack(placeOf(name));

@@ -58,6 +58,10 @@ public:
     /// Ends one that was not let go; `ended` is not called.
     void callOff(const QString &name);
 
+    /// Takes one back that was let go and to which no performer has come yet: it never begins, and `ended` is
+    /// not called. False when one has come: it performs, or has.
+    bool takeBack(const QString &name);
+
     /// Whether one of an earlier process goes on, or has left word of its end.
     bool isThere(const QString &name) const;
 

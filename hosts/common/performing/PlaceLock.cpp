@@ -28,6 +28,9 @@ constexpr off_t sharedByte = 0;
 /// A lock of the process that takes the other one, of which the kernel says whose it is.
 constexpr off_t ownersByte = 1;
 
+/// The sign that a performer was there, which needs no room on a disk that is full.
+constexpr mode_t touched = S_IXUSR;
+
 struct flock lockOf(off_t byte)
 {
     struct flock lock {
@@ -99,7 +102,10 @@ Result<Descriptor> PlaceLock::take(const QString &place, const QByteArray &mark)
     const struct flock owners = lockOf(ownersByte);
     if (!file.isValid() || ::fcntl(file.get(), F_SETLK, &owners) != 0)
         return failure(place);
-    return lock(place, std::move(file));
+    auto locked = lock(place, std::move(file));
+    if (locked && ::fchmod(locked->get(), S_IRUSR | S_IWUSR | touched) != 0)
+        return failure(place);
+    return locked;
 }
 
 bool PlaceLock::isHeld(const QString &place)
@@ -128,4 +134,14 @@ bool PlaceLock::takeBack(const QString &place)
     if (locked)
         QFile::remove(place); // while it is held: who comes later finds no file
     return locked.ok() || !QFile::exists(place);
+}
+
+bool PlaceLock::takeBackUntouched(const QString &place)
+{
+    const auto locked = lock(place, openPlace(place));
+    struct stat status {
+    };
+    if (!locked || ::fstat(locked->get(), &status) != 0 || (status.st_mode & touched) != 0)
+        return false;
+    return QFile::remove(place);
 }

@@ -15,9 +15,9 @@ namespace PlaceLock
 /// can be made.
 dozely::Result<void> make(const QString &place, const QByteArray &content = {});
 
-/// Takes the lock for as long as the descriptor is open. An error when somebody has it, when the host has
-/// removed the file, and when that does not begin with `mark`: it has called one off and made room for the
-/// next, which is not disturbed.
+/// Takes the lock for as long as the descriptor is open, and leaves a sign of it. An error when somebody has
+/// it, when the host has removed the file, and when that does not begin with `mark`: it has called one off
+/// and made room for the next, which is not disturbed.
 dozely::Result<dozely::Descriptor> take(const QString &place, const QByteArray &mark = {});
 
 /// Whether somebody has the lock: a performer that is ready or at work. Also true for a file of which
@@ -30,4 +30,7 @@ bool askToEnd(const QString &place);
 /// Sees to it that nothing begins at this place any more: removes the file, unless a performer has the lock.
 /// False when one has.
 bool takeBack(const QString &place);
+
+/// The same while no performer has come there yet; false when one has, also one that has ended since.
+bool takeBackUntouched(const QString &place);
 } // namespace PlaceLock

@@ -4,6 +4,8 @@
 #include "hosts/daemon/OccurrenceDatabase.h"
 #include "integration/hosts/HostsFixture.h"
 
+#include <sys/stat.h>
+
 TEST_F(HostsTest, ADaemonThatIsKilledAndStartedAgainNeitherRepeatsNorForgets)
 {
     startDaemon();
@@ -121,6 +123,36 @@ TEST_F(HostsTest, OfManyThatBeginTogetherThoseThatWereNotStartedRunAfterAnOrderl
     EXPECT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") >= many; }));
     for (int i = 0; i < many; ++i)
         EXPECT_EQ(countOf(QString("Probe acts in the daemon: m%1.,").arg(i)), 1) << i;
+}
+
+TEST_F(HostsTest, AnActionToWhichNoPerformerHadComeRunsAfterAnOrderlyRestart)
+{
+    // On a machine that is so busy that a performer takes its time before it begins.
+    const QString performer = QString(LIBEXEC_FOLDER) + "/dozely-performer";
+    const QString hold = root.join("/hold");
+    ASSERT_EQ(::mkfifo(qPrintable(hold), 0600), 0);
+    ASSERT_TRUE(QFile::rename(root.join(performer), root.join(performer + ".real")));
+    write(performer, QString("#!/bin/sh\n"
+                             "test \"$1\" = --ask || test ! -p '%1' || read go < '%1'\n"
+                             "exec '%2.real' \"$@\"\n")
+                         .arg(hold, root.join(performer))
+                         .toUtf8());
+    ASSERT_EQ(::chmod(qPrintable(root.join(performer)), 0755), 0);
+    startDaemon();
+    const QVariantMap slow = probeEntry("slow", with(inDaemon, "Time Out", -3600LL));
+    writeStore({slow});
+    ASSERT_TRUE(logs("\"Name of slow\" acts in the daemon"));
+    EXPECT_EQ(endOf(daemon), 0);
+    ASSERT_TRUE(QFile::rename(hold, hold + ".former"));
+    startDaemon();
+    EXPECT_TRUE(logs("Probe acts in the daemon: slow"));
+    QFile late(hold + ".former");
+    ASSERT_TRUE(late.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    EXPECT_EQ(late.write("\n"), 1);
+    writeStore({slow, probeEntry("next", inDaemon)});
+    EXPECT_TRUE(logs("Probe acts in the daemon: next"));
+    EXPECT_EQ(countOf("Probe acts in the daemon: slow"), 1);
+    EXPECT_EQ(countOf("was interrupted"), 0);
 }
 
 TEST_F(HostsTest, ADamagedRecordRepeatsNothingAlthoughTheDaemonIsKilledBeforeItSaves)

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <ostream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace dozely;
@@ -198,6 +199,46 @@ TEST_P(PerformancesTest, TellThatTheyHaveBegunBeforeTheyEnd)
     write("/marks.go", "");
     EXPECT_EQ(outcome("one").failure, "");
     EXPECT_EQ(begun, 1);
+}
+
+TEST_P(PerformancesTest, AreTakenBackWhileNoPerformerHasComeToThem)
+{
+    // One that takes its time before it begins.
+    const QString hold = root.join("/hold");
+    const QString steps = root.join("/steps");
+    ASSERT_EQ(::mkfifo(qPrintable(hold), 0600), 0);
+    write("/slow", QString("#!/bin/sh\necho begun >> '%1'\nread go < '%2'\n'%3' \"$@\"\necho ended >> '%1'\n")
+                       .arg(steps, hold, PERFORMER_PROGRAM)
+                       .toUtf8());
+    ASSERT_EQ(::chmod(qPrintable(root.join("/slow")), 0755), 0);
+    performances = make(root.join("/slow"));
+    ASSERT_TRUE(prepare("one"));
+    ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return content("/steps") == "begun\n"; }));
+    EXPECT_TRUE(performances->takeBack("one"));
+    EXPECT_FALSE(performances->takeBack("one")) << "there is none any more";
+    EXPECT_EQ(files(), QStringList());
+    QFile late(hold);
+    ASSERT_TRUE(late.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    EXPECT_EQ(late.write("\n"), 1);
+    EXPECT_TRUE(waitUntil([&] { return content("/steps") == "begun\nended\n"; }));
+    EXPECT_EQ(marks(), "");
+    EXPECT_TRUE(outcomes["one"].isEmpty());
+}
+
+TEST_P(PerformancesTest, AreNotTakenBackOnceAPerformerHasCome)
+{
+    ASSERT_TRUE(prepare("one", "hang"));
+    ASSERT_TRUE(performances->go("one"));
+    ASSERT_TRUE(waitUntil([&] { return processesOfAction().size() == 3; }));
+    EXPECT_FALSE(performances->takeBack("one"));
+    // It has ended without a word, and this process has not heard of that.
+    for (const pid_t process : processesOfAction())
+        ASSERT_EQ(::kill(process, SIGKILL), 0);
+    while (PlaceLock::isHeld(folder + "/one")) {
+    }
+    EXPECT_FALSE(performances->takeBack("one"));
+    EXPECT_THAT(failure("one"), HasSubstr("ended without a word"));
 }
 
 TEST_P(PerformancesTest, EndWhenTheyAreAskedTo)
