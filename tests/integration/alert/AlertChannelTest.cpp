@@ -51,20 +51,6 @@ protected:
         const auto entry = database.find({identifier, date});
         return entry && *entry ? std::optional((*entry)->state) : std::nullopt;
     }
-    /// Places of the first lines of the log that contain these parts; in order, and all there.
-    testing::AssertionResult logsInOrder(const QStringList &parts) const
-    {
-        const QStringList lines = root.logLines();
-        qsizetype from = 0;
-        for (const QString &part : parts) {
-            while (from < lines.size() && !lines[from].contains(part))
-                ++from;
-            if (from++ >= lines.size())
-                return testing::AssertionFailure()
-                       << "not there, or not in this place: " << part.toStdString();
-        }
-        return testing::AssertionSuccess();
-    }
 };
 
 TEST_F(AlertChannelTest, AnOccurrenceIsAnnouncedAtItsLeadTimeAndWithdrawnWhenItActs)

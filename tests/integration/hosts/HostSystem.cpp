@@ -216,6 +216,19 @@ qsizetype HostSystem::countOf(const QString &part) const
     return root.logLines().filter(part).size();
 }
 
+testing::AssertionResult HostSystem::logsInOrder(const QStringList &parts) const
+{
+    const QStringList lines = root.logLines();
+    qsizetype from = 0;
+    for (const QString &part : parts) {
+        while (from < lines.size() && !lines[from].contains(part))
+            ++from;
+        if (from++ >= lines.size())
+            return testing::AssertionFailure() << "not there, or not in this place: " << part.toStdString();
+    }
+    return testing::AssertionSuccess();
+}
+
 QString HostSystem::socketPath(const QString &name) const
 {
     return root.join("/private/var/tmp/com.dozely/" + name);

@@ -73,6 +73,8 @@ protected:
     testing::AssertionResult logs(const QString &part,
                                   std::chrono::seconds limit = std::chrono::seconds(60)) const;
     qsizetype countOf(const QString &part) const;
+    /// Whether the log has lines that contain these parts, each after the one before.
+    testing::AssertionResult logsInOrder(const QStringList &parts) const;
 
     QString socketPath(const QString &name) const;
     QString agentSocket() const;

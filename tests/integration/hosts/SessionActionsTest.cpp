@@ -177,7 +177,8 @@ TEST_F(SessionActionsTest, ActInAnotherProcessThanTheAgentAndLeaveNothing)
     EXPECT_TRUE(logs("failed in the session: it was asked to end"));
     EXPECT_TRUE(waitUntil([&] { return !isThere(pair.process) && !isThere(pair.supervisor); }));
     EXPECT_EQ(countOf("Probe was told to stop"), 1);
-    EXPECT_EQ(filesOfPerformances(), QStringList());
+    EXPECT_TRUE(waitUntil([&] { return filesOfPerformances().isEmpty(); }))
+        << "once the daemon has been told";
     EXPECT_TRUE(isListening(agentSocket()));
     EXPECT_EQ(socketNumber(), socketBefore) << "the same one as before";
 }
