@@ -106,6 +106,22 @@ def policy_years_of_weeks_are_counted_by_their_weeks(parts):
     return "BYWEEKNO" in parts and parts.get("INTERVAL", 1) > 1
 
 
+def policy_a_first_week_counted_from_the_end_is_whole(parts):
+    """BYWEEKNO=-52 or -53 may be the first week of a year, with days in the December before, which dateutil looks at for
+    BYWEEKNO=1 alone. It is asked for every day then, and the weeks are counted here."""
+    return any(week in (-52, -53) for week in parts.get("BYWEEKNO", []))
+
+
+def is_in_weeks(day, weeks, weekstart):
+    """Whether the number of a day's week, from the start or from the end of its year, is among `weeks`."""
+    def first_day(year):
+        fourth = datetime.datetime(year, 1, 4)
+        return fourth - timedelta(days=(fourth.weekday() - weekstart) % 7)
+    year = week_year(day, weekstart)
+    week = (day - first_day(year)).days // 7 + 1
+    return week in weeks or week - 1 - (first_day(year + 1) - first_day(year)).days // 7 in weeks
+
+
 def whole_periods(parts, start, last):
     """All that lies in the periods of the rule, from the one of the start on, by period: what BYSETPOS picks from."""
     weekstart = parts.get("WKST", 0)
@@ -136,11 +152,16 @@ def whole_periods(parts, start, last):
 def merged(parts, start, last, **changed):
     """The wall times up to `last` of all alternatives, in order, each once."""
     found = set()
+    weeks = None
+    if policy_a_first_week_counted_from_the_end_is_whole(parts):
+        weeks = parts["BYWEEKNO"]
+        changed = dict(changed, BYWEEKNO=None, BYYEARDAY=parts.get("BYYEARDAY", range(1, 367)))
     for days in policy_days_with_and_without_ordinals_are_alternatives(parts):
         for wall in asked_of_dateutil(parts, start, **dict(changed, BYDAY=days)):
             if wall > last:
                 break
-            found.add(wall)
+            if weeks is None or is_in_weeks(wall, weeks, parts.get("WKST", 0)):
+                found.add(wall)
     return sorted(found)
 
 

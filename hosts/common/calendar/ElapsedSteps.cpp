@@ -157,22 +157,30 @@ std::optional<qint64> ElapsedSteps::previousCandidate(const Shown &shown) const
 /// The first moment that the rule's BY parts let pass, BYSETPOS not considered, even one before the start.
 std::optional<qint64> ElapsedSteps::matchFrom(qint64 moment, StepBudget &budget) const
 {
+    Shown shown = shownAt(moment);
     while (moment <= lastMoment && budget.take()) {
-        const std::optional<qint64> next = nextCandidate(shownAt(moment));
+        const std::optional<qint64> next = nextCandidate(shown);
         if (!next)
             return moment;
         moment = *next;
+        if (moment >= shown.end)
+            budget.take(StepBudget::ofAStretch);
+        shown = shownAt(moment);
     }
     return {};
 }
 
 std::optional<qint64> ElapsedSteps::matchUpTo(qint64 moment, StepBudget &budget) const
 {
+    Shown shown = shownAt(moment);
     while (moment >= m_origin && budget.take()) {
-        const std::optional<qint64> previous = previousCandidate(shownAt(moment));
+        const std::optional<qint64> previous = previousCandidate(shown);
         if (!previous)
             return moment;
         moment = *previous;
+        if (moment < shown.begin)
+            budget.take(StepBudget::ofAStretch);
+        shown = shownAt(moment);
     }
     return {};
 }

@@ -102,7 +102,7 @@ std::optional<qint64> RuleMoments::wallTimeUpTo(qint64 wallTime, qint64 shownLat
 
 std::optional<qint64> RuleMoments::calendarFrom(qint64 moment, StepBudget &budget) const
 {
-    while (budget.take()) {
+    while (budget.take(StepBudget::ofAStretch)) {
         const Stretch stretch = stretchAt(moment);
         std::optional<qint64> earliest;
         if (stretch.gap() > 0) {
@@ -125,7 +125,7 @@ std::optional<qint64> RuleMoments::calendarFrom(qint64 moment, StepBudget &budge
 
 std::optional<qint64> RuleMoments::calendarUpTo(qint64 moment, StepBudget &budget) const
 {
-    while (budget.take()) {
+    while (budget.take(StepBudget::ofAStretch)) {
         const Stretch stretch = stretchAt(moment);
         std::optional<qint64> latest;
         if (stretch.gap() > 0) {

@@ -9,6 +9,9 @@ class StepBudget
 {
 public:
     static constexpr int ofAQuestion = 400'000;
+    /// What it costs to ask the zone for its next stretch, which beyond the changes that its file lists is
+    /// computed.
+    static constexpr int ofAStretch = 200;
 
     explicit StepBudget(int steps = ofAQuestion) : m_left(steps) {}
 
