@@ -106,10 +106,11 @@ def policy_years_of_weeks_are_counted_by_their_weeks(parts):
     return "BYWEEKNO" in parts and parts.get("INTERVAL", 1) > 1
 
 
-def policy_a_first_week_counted_from_the_end_is_whole(parts):
-    """BYWEEKNO=-52 or -53 may be the first week of a year, with days in the December before, which dateutil looks at for
-    BYWEEKNO=1 alone. It is asked for every day then, and the weeks are counted here."""
-    return any(week in (-52, -53) for week in parts.get("BYWEEKNO", []))
+def policy_weeks_at_the_turn_of_the_year_are_whole(parts):
+    """A week that has days in two years is one week. dateutil looks at the December before a first week for BYWEEKNO=1
+    alone, not for -52 or -53, and takes the January after a last one of 52 weeks for a 53rd where the year after has other
+    weekdays (2011-01-02 is in week 52). It is asked for every day then, and the weeks are counted here."""
+    return any(abs(week) in (52, 53) for week in parts.get("BYWEEKNO", []))
 
 
 def is_in_weeks(day, weeks, weekstart):
@@ -153,7 +154,7 @@ def merged(parts, start, last, **changed):
     """The wall times up to `last` of all alternatives, in order, each once."""
     found = set()
     weeks = None
-    if policy_a_first_week_counted_from_the_end_is_whole(parts):
+    if policy_weeks_at_the_turn_of_the_year_are_whole(parts):
         weeks = parts["BYWEEKNO"]
         changed = dict(changed, BYWEEKNO=None, BYYEARDAY=parts.get("BYYEARDAY", range(1, 367)))
     for days in policy_days_with_and_without_ordinals_are_alternatives(parts):

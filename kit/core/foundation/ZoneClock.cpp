@@ -48,26 +48,34 @@ const ZoneClock::Stretch &ZoneClock::stretchAt(qint64 moment) const
 
 ZoneClock::Stretch ZoneClock::found(qint64 moment) const
 {
-    const auto offsetAt = [this](qint64 at) {
-        return m_zone.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(at, Qt::UTC)) * second;
-    };
     const auto date = [](qint64 at) { return QDateTime::fromMSecsSinceEpoch(at, Qt::UTC); };
-    const qint64 offset = offsetAt(moment);
-    Stretch stretch{noBegin, noEnd, offset, offset};
+    const auto offsetAt = [&](qint64 at) { return m_zone.offsetFromUtc(date(at)) * second; };
+    Stretch stretch{noBegin, noEnd, offsetAt(moment), 0};
+    stretch.offsetBefore = stretch.offset;
     if (!m_zone.hasTransitions())
         return stretch;
-    // Each question is for what lies strictly before, or after.
-    const QDateTime before = m_zone.previousTransition(date(moment + 1)).atUtc;
-    if (before.isValid()) {
-        stretch.begin = before.toMSecsSinceEpoch();
+    // Some changes are of the name alone. A rule may have nothing but such, for ever.
+    constexpr int inARow = 8;
+    qint64 at = moment + 1; // each question is for what lies strictly before, or after
+    for (int i = 0; i < inARow && stretch.offsetBefore == stretch.offset; ++i) {
+        const QDateTime before = m_zone.previousTransition(date(at)).atUtc;
+        stretch.begin = before.isValid() ? before.toMSecsSinceEpoch() : noBegin;
+        if (!before.isValid())
+            break;
         stretch.offsetBefore = offsetAt(stretch.begin - 1);
+        at = stretch.begin;
     }
-    QDateTime after = m_zone.nextTransition(date(moment)).atUtc;
-    if (!after.isValid()) // as Qt says at the very moment of the last change that is listed, where a rule
-                          // goes on
-        after = m_zone.nextTransition(date(moment + 1)).atUtc;
-    if (after.isValid())
-        stretch.end = after.toMSecsSinceEpoch();
+    at = moment;
+    for (int i = 0; i < inARow; ++i) {
+        QDateTime after = m_zone.nextTransition(date(at)).atUtc;
+        if (!after.isValid()) // as Qt says at the very moment of the last one that is listed, where a rule
+                              // goes on
+            after = m_zone.nextTransition(date(at + 1)).atUtc;
+        stretch.end = after.isValid() ? after.toMSecsSinceEpoch() : noEnd;
+        if (!after.isValid() || offsetAt(stretch.end) != stretch.offset)
+            break;
+        at = stretch.end;
+    }
     return stretch;
 }
 
@@ -109,7 +117,9 @@ QTimeZone machineTimeZone()
     const QString name = begin < 0 ? QString() : target.mid(begin + folder.size());
     if (isTimeZoneName(name))
         return QTimeZone(name.toUtf8());
-    return QTimeZone(QByteArray()); // a copy, by its content
+    // A copy, which Qt reads for what it takes to be the name of a zone.
+    const QTimeZone copied("../../../etc/localtime");
+    return copied.isValid() ? copied : QTimeZone::systemTimeZone();
 }
 
 } // namespace dozely

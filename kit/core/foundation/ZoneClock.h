@@ -62,7 +62,9 @@ private:
 /// takes some tens of milliseconds. Any thread.
 DOZELYKIT_EXPORT void readZonesAgain();
 
-/// The machine's time zone, of the environment's TZ or of /etc/localtime, as it is now.
+/// The machine's time zone, of the environment's TZ or of /etc/localtime, as that is now. Where
+/// /etc/localtime is no link into the system's zone data but a file of its own, readZonesAgain() is needed
+/// too, and the zone's id is no name.
 DOZELYKIT_EXPORT QTimeZone machineTimeZone();
 
 } // namespace dozely
