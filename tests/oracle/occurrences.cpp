@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 //
-// Says of recurrences on the standard input when they come due. A line has, separated by tabs: rule, local start,
-// zone, extra dates, excluded dates (both separated by commas), two moments in seconds since 1970 and a number.
-// The answer is a line: the occurrences later than the first moment up to the second, at most that many of them,
-// in seconds since 1970; or "refused: " and why. What is asked in the other direction and of whole runs must
-// agree with it, otherwise the line begins with "contradiction: ".
+// Says of recurrences on the standard input when they come due. A line has, separated by tabs: rule, local
+// start, zone, extra dates, excluded dates (both separated by commas), two moments in seconds since 1970 and
+// a number. The answer is a line: the occurrences later than the first moment up to the second, at most that
+// many of them, in seconds since 1970; or "refused: " and why. What is asked in the other direction and of
+// whole runs must agree with it, otherwise the line begins with "contradiction: ".
 #include "hosts/common/calendar/OccurrenceSeries.h"
 
 #include <cstdio>
