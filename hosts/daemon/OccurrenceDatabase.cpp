@@ -100,8 +100,9 @@ Result<Sqlite> OccurrenceDatabase::openExisting() const
     auto database = Sqlite::open(path(), Sqlite::File::MustExist, patience);
     if (!database)
         return database;
-    // FULL: a commit is on disk when it returns, also after a power cut; one synchronisation for each.
-    if (const auto mode = database->run("PRAGMA synchronous = FULL"); !mode)
+    // FULL: a commit is on disk when it returns, also after a power cut; one synchronisation for each. 512
+    // KiB of pages in memory are plenty for what one transaction touches.
+    if (const auto mode = database->run("PRAGMA synchronous = FULL; PRAGMA cache_size = -512"); !mode)
         return mode.error();
     // The long check, which compares indexes and tables: a row that an index has lost would not be found.
     auto check = database->prepare("PRAGMA integrity_check(1)");
@@ -260,6 +261,12 @@ Result<void> OccurrenceDatabase::ensureOpen()
     }
     m_database = *std::move(existing);
     return {};
+}
+
+void OccurrenceDatabase::rest() const
+{
+    if (m_database)
+        m_database->releaseMemory();
 }
 
 Result<std::optional<OccurrenceEntry>> OccurrenceDatabase::find(const OccurrenceRecord::Key &key)

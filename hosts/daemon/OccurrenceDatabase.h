@@ -59,6 +59,9 @@ public:
     dozely::Result<void> forget(const std::function<bool(const QString &)> &isGone, const QDateTime &oldest,
                                 const CurrentDate &currentDate);
 
+    /// Gives back the memory that the next operation does not need.
+    void rest() const;
+
 private:
     dozely::Result<void> ensureOpen();
     dozely::Result<Sqlite> openExisting() const;

@@ -32,6 +32,9 @@ constexpr qint64 daysRemembered = 400; // a year, and time to look at its end
 constexpr qsizetype mostAskedByOneUser = 200;
 
 constexpr qsizetype mostOutputsInMemory = 1000;
+
+/// So long nothing happens to an occurrence before the memory that it took is given back.
+constexpr std::chrono::seconds untilRest(10);
 } // namespace
 
 ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, const GoesOn &goesOn,
@@ -150,7 +153,7 @@ void ScheduleKeeper::readStore()
         ZDRLog("Schedules: %lld", static_cast<qlonglong>(m_scheduleCount));
     }
     tellInterrupted();
-    CompactSchedules::giveFreeMemoryBack();
+    rest();
 }
 
 OccurrenceDatabase::CurrentDate ScheduleKeeper::currentDates() const
@@ -304,6 +307,7 @@ Result<void> ScheduleKeeper::save()
     OccurrenceRecord &record = m_scheduler.record();
     if (!record.hasChanges())
         return {};
+    restSoon();
     auto saved = m_database.write(record.changes(), currentDates(), m_outputs);
     if (saved) {
         record.forgetChanges();
@@ -319,4 +323,25 @@ Result<void> ScheduleKeeper::save()
     if (saved)
         Q_EMIT this->saved();
     return saved;
+}
+
+/// The daemon mostly sleeps: what many occurrences took at once it would keep for days.
+void ScheduleKeeper::restSoon()
+{
+    m_isAtWork = m_isRestComing;
+    if (std::exchange(m_isRestComing, true))
+        return;
+    m_clock.callAfter(untilRest, this, [this] {
+        m_isRestComing = false;
+        if (m_isAtWork)
+            restSoon();
+        else
+            rest();
+    });
+}
+
+void ScheduleKeeper::rest()
+{
+    m_database.rest();
+    CompactSchedules::giveFreeMemoryBack();
 }

@@ -88,6 +88,8 @@ private:
     OccurrenceDatabase::CurrentDate currentDates() const;
     void saveSoon();
     void saveAgainLater();
+    void restSoon();
+    void rest();
     dozely::Result<void> save();
 
     dozely::Clock &m_clock;
@@ -104,5 +106,7 @@ private:
     bool m_isSaveComing = false;
     bool m_isSaveRepeated = false; // since the disk refused
     std::chrono::seconds m_savePause;
+    bool m_isRestComing = false;
+    bool m_isAtWork = false;   // since rest was planned
     bool m_mayHoldGone = true; // the record, of schedules that are gone
 };

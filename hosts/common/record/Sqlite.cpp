@@ -7,6 +7,15 @@
 
 using namespace dozely;
 
+namespace
+{
+/// No memory in advance for pages, of which few are ever looked at. Before the first database is opened.
+void takeNoMemoryInAdvance()
+{
+    [[maybe_unused]] static const int once = sqlite3_config(SQLITE_CONFIG_PAGECACHE, nullptr, 0, 0);
+}
+} // namespace
+
 Error Sqlite::errorOf(sqlite3 *database)
 {
     const int code = database ? sqlite3_errcode(database) : SQLITE_NOMEM;
@@ -23,6 +32,7 @@ void Sqlite::Close::operator()(sqlite3 *database) const
 
 Result<Sqlite> Sqlite::open(const QString &path, File file, std::chrono::milliseconds patience)
 {
+    takeNoMemoryInAdvance();
     sqlite3 *database = nullptr;
     const int access = file == File::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
     const int making = file == File::MayBeMade ? SQLITE_OPEN_CREATE : 0;
@@ -45,6 +55,11 @@ Result<void> Sqlite::run(const char *statements) const
     if (sqlite3_exec(m_database.get(), statements, nullptr, nullptr, nullptr) != SQLITE_OK)
         return errorOf(m_database.get());
     return {};
+}
+
+void Sqlite::releaseMemory() const
+{
+    sqlite3_db_release_memory(m_database.get());
 }
 
 void SqliteStatement::Finalize::operator()(sqlite3_stmt *statement) const

@@ -80,6 +80,9 @@ public:
         return done;
     }
 
+    /// Gives back what it keeps in memory of pages that can be read again.
+    void releaseMemory() const;
+
     /// The last error.
     static dozely::Error errorOf(sqlite3 *database);
 

@@ -6,6 +6,7 @@
 
 #include <QDir>
 
+#include <array>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -377,4 +378,39 @@ TEST_F(ScheduleKeeperTest, SavesByItselfWhatTheDiskRefused)
     EXPECT_TRUE(keeper.scheduler().record().hasChanges());
     clock.advance(1ms);
     EXPECT_FALSE(keeper.scheduler().record().hasChanges());
+}
+
+/// Bytes that this process has for itself, its heap among them.
+static qint64 ownMemory()
+{
+    QFile file("/proc/self/smaps_rollup");
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray content = file.readAll();
+    const qsizetype anonymous = content.indexOf("Anonymous:");
+    EXPECT_GE(anonymous, 0);
+    return content.mid(anonymous + qstrlen("Anonymous:")).trimmed().split(' ').first().toLongLong() << 10;
+}
+
+TEST_F(ScheduleKeeperTest, GivesMemoryBackOnceNothingHasHappenedForAWhile)
+{
+    constexpr qint64 taken = 16 << 20;
+    ScheduleKeeper keeper(clock);
+    writeStore({entry("a")});
+    keeper.readStore();
+    // As many occurrences do: all of it is free again but the last piece, which holds the heap up.
+    std::vector<std::unique_ptr<std::array<char, 1024>>> pieces(taken / 1024);
+    for (auto &piece : pieces)
+        piece = std::make_unique<std::array<char, 1024>>();
+    const auto last = std::move(pieces.back());
+    pieces.clear();
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    clock.advance(9s);
+    const qint64 before = ownMemory();
+    keeper.note(occurrenceOf("a"), OccurrenceState::Done);
+    clock.advance(5s);
+    EXPECT_GT(ownMemory(), before - taken / 2) << "something has happened meanwhile";
+    clock.advance(15s);
+    EXPECT_LT(ownMemory(), before - taken / 2);
+    clock.advance(1h);
+    EXPECT_TRUE(clock.pendingDelays().isEmpty()) << "it does not do so for ever";
 }
