@@ -74,13 +74,13 @@ Result<ChildProgram::Ending> ChildProgram::run(std::chrono::milliseconds limit, 
         return Error{QString("\"%1\" could not be started: %2").arg(path, reason.text), reason.name};
     };
     ChildStart start(*this);
-    ChildStart::Pipe output;
-    if (!output.open())
-        return notStarted(ChildStart::failure("pipe2"));
-    const auto child = start.fork(output.writeEnd.get());
+    auto output = Pipe::make();
+    if (!output)
+        return notStarted(output.error());
+    const auto child = start.fork(output->writeEnd.get());
     if (!child)
         return notStarted(child.error());
-    output.writeEnd.reset();
+    output->writeEnd.reset();
     if (const auto outcome = start.outcome(); !outcome) {
         ChildStart::waitFor(*child);
         return notStarted(outcome.error());
@@ -88,7 +88,7 @@ Result<ChildProgram::Ending> ChildProgram::run(std::chrono::milliseconds limit, 
     const Descriptor process(::pidfd_open(*child, 0));
     QByteArray written;
     const bool ended = process.isValid() &&
-                       followToEnd(process.get(), output.readEnd.get(), deadline, written, maximumOutput);
+                       followToEnd(process.get(), output->readEnd.get(), deadline, written, maximumOutput);
     if (!ended)
         ::kill(-*child, SIGKILL);
     Ending ending = ChildStart::waitFor(*child);

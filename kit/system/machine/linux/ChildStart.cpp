@@ -28,16 +28,6 @@ void fill(std::vector<char *> &vector, QByteArrayList &texts)
 }
 } // namespace
 
-bool ChildStart::Pipe::open()
-{
-    int ends[2];
-    if (::pipe2(ends, O_CLOEXEC) != 0)
-        return false;
-    readEnd.reset(ends[0]);
-    writeEnd.reset(ends[1]);
-    return true;
-}
-
 ChildStart::ChildStart(const ChildProgram &program)
     : m_path(QFile::encodeName(program.path)),
       m_folder(QFile::encodeName(program.workingFolder)),
@@ -83,8 +73,10 @@ ChildStart::Failure ChildStart::become(int output) const
 
 Result<pid_t> ChildStart::fork(int output, Kinship kinship)
 {
-    if (!m_report.open())
-        return failure("pipe2");
+    auto report = Pipe::make();
+    if (!report)
+        return report.error();
+    m_report = *std::move(report);
     // A signal that reached the child before its handlers are the usual ones would be taken for ours.
     sigset_t all;
     sigset_t former;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/core/foundation/Pipe.h"
 #include "DozelyKit/system/machine/ChildProgram.h"
 
 #include <sys/types.h>
@@ -15,13 +15,6 @@ namespace dozely
 class ChildStart
 {
 public:
-    /// A pipe whose ends no other program gets.
-    struct Pipe {
-        Descriptor readEnd;
-        Descriptor writeEnd;
-        bool open();
-    };
-
     enum class Kinship {
         Child,
         Orphan, ///< A child of a child that ends at once: it leaves nothing to be waited for.
