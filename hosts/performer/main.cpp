@@ -1,44 +1,28 @@
 // SPDX-License-Identifier: MIT
+#include "DozelyKit/core/foundation/Pipe.h"
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PlaceLock.h"
 #include "hosts/common/program/HostApplication.h"
 #include "hosts/common/program/HostOptions.h"
 #include "hosts/performer/Actor.h"
+#include "hosts/performer/ActorProcess.h"
 #include "hosts/performer/Asker.h"
 #include "hosts/performer/Channel.h"
-#include "hosts/performer/Descendants.h"
 #include "hosts/performer/OwnLimits.h"
 #include "hosts/performer/Supervisor.h"
 
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace dozely;
 
 namespace
 {
-struct Pipe {
-    Descriptor readEnd;
-    Descriptor writeEnd;
-
-    bool open()
-    {
-        int ends[2];
-        if (::pipe2(ends, O_CLOEXEC) != 0)
-            return false;
-        readEnd.reset(ends[0]);
-        writeEnd.reset(ends[1]);
-        return true;
-    }
-};
-
 int fail(const QString &why)
 {
     std::fprintf(stderr, "dozely-performer: %s\n", qPrintable(why));
@@ -48,42 +32,6 @@ int fail(const QString &why)
 void doNotBlock(const Descriptor &descriptor)
 {
     ::fcntl(descriptor.get(), F_SETFL, ::fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
-}
-
-void readNothing()
-{
-    const Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-    ::dup2(nothing.get(), STDIN_FILENO);
-}
-
-/// Ends this process, and what it has started, when the supervisor is killed: the record has the action as
-/// failed then, and nobody would end it at its limits. A thread, since the plug-in may do whatever it likes
-/// with its own; the other end of the pipe for reports tells it.
-void endWithSupervisor(const Descriptor &report)
-{
-    const int own = ::fcntl(report.get(), F_DUPFD_CLOEXEC, 3);
-    sigset_t all;
-    sigset_t former;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former); // signals are for the plug-in's thread
-    std::thread([own] {
-        pollfd watched{own, 0, 0};
-        while (::poll(&watched, 1, -1) <= 0) {
-        }
-        Descendants::signal(::getpid(), SIGKILL);
-        ::kill(::getpid(), SIGKILL);
-    }).detach();
-    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
-}
-
-/// The process that acts: its input is nothing, its output the supervisor's.
-void becomeActor(const Descriptor &output, const sigset_t &formerSignals)
-{
-    ::setsid();
-    readNothing();
-    ::dup2(output.get(), STDOUT_FILENO);
-    ::dup2(output.get(), STDERR_FILENO);
-    ::sigprocmask(SIG_SETMASK, &formerSignals, nullptr);
 }
 } // namespace
 
@@ -103,7 +51,7 @@ int main(int argc, char **argv)
     const bool isInUnit = options.parser().isSet("in-unit");
     Descriptor host(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
     if (options.parser().isSet(ask)) {
-        readNothing();
+        ActorProcess::readNothing();
         const Channel channel;
         return Asker(std::move(host)).run();
     }
@@ -117,11 +65,13 @@ int main(int argc, char **argv)
     if (!lock)
         return fail(lock.error().text);
 
-    Pipe go;
-    Pipe report;
-    Pipe output;
-    if (!go.open() || !report.open() || !output.open())
-        return fail(qt_error_string(errno));
+    auto go = Pipe::make();
+    auto report = Pipe::make();
+    auto output = Pipe::make();
+    for (const Result<Pipe> *pipe : {&go, &report, &output}) {
+        if (!*pipe)
+            return fail(pipe->error().text);
+    }
     // Whatever loses its parent stays with this process, which ends all of it when it has to.
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);
     sigset_t heard;
@@ -136,26 +86,26 @@ int main(int argc, char **argv)
         return fail(qt_error_string(errno));
     if (actor == 0) {
         host.reset();
-        go.writeEnd.reset();
-        report.readEnd.reset();
-        output.readEnd.reset();
-        endWithSupervisor(report.writeEnd);
-        becomeActor(output.writeEnd, former);
+        go->writeEnd.reset();
+        report->readEnd.reset();
+        output->readEnd.reset();
+        ActorProcess::endWithSupervisor(report->writeEnd);
+        ActorProcess::become(output->writeEnd, former);
         if (!isInUnit)
             OwnLimits::take(order->limits.program);
         role->beginProcess(application, argc, argv);
         const Channel channel;
-        return Actor(*order, *role, std::move(go.readEnd), std::move(report.writeEnd)).perform();
+        return Actor(*order, *role, std::move(go->readEnd), std::move(report->writeEnd)).perform();
     }
     ::signal(SIGPIPE, SIG_IGN); // the action may be gone when it is let go, and so may who reads this output
-    doNotBlock(report.readEnd);
-    doNotBlock(output.readEnd);
-    go.readEnd.reset();
-    report.writeEnd.reset();
-    output.writeEnd.reset();
+    doNotBlock(report->readEnd);
+    doNotBlock(output->readEnd);
+    go->readEnd.reset();
+    report->writeEnd.reset();
+    output->writeEnd.reset();
     return Supervisor(*order,
-                      {std::move(host), std::move(go.writeEnd), std::move(report.readEnd),
-                       std::move(output.readEnd)},
+                      {std::move(host), std::move(go->writeEnd), std::move(report->readEnd),
+                       std::move(output->readEnd)},
                       std::move(signalDescriptor), actor, isInUnit)
         .run();
 }
