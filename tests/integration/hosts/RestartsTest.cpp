@@ -6,6 +6,24 @@
 
 #include <sys/stat.h>
 
+/// Many schedules that come due together, and a daemon that has begun some of them.
+class ManyAtOnceTest : public HostsTest
+{
+protected:
+    void begin(int many, int begun)
+    {
+        startDaemon();
+        const QDateTime date = soon();
+        for (int i = 0; i < many; ++i)
+            schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
+        writeStore(schedules);
+        // Soon: on a busy machine the rest run while this process waits for its turn.
+        ASSERT_TRUE(waitUntil([&] { return countOf("Probe acts in the daemon: ") > begun; }));
+    }
+
+    QVariantList schedules;
+};
+
 TEST_F(HostsTest, ADaemonThatIsKilledAndStartedAgainNeitherRepeatsNorForgets)
 {
     startDaemon();
@@ -83,17 +101,10 @@ TEST_F(HostsTest, AnActionThatEndedWhileThereWasNoDaemonIsRecordedByTheNext)
     EXPECT_TRUE(waitUntil([&] { return outcomeOf("alone", entry["Date"].toDateTime()) == "done"; }));
 }
 
-TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)
+TEST_F(ManyAtOnceTest, NoneRunsTwiceWhenTheDaemonIsKilled)
 {
     constexpr int many = 400;
-    startDaemon();
-    const QDateTime date = soon();
-    QVariantList schedules;
-    for (int i = 0; i < many; ++i)
-        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
-    writeStore(schedules);
-    // Soon: on a busy machine the rest run while this process waits for its turn.
-    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > 10; }));
+    begin(many, 10);
     kill(daemon);
     startDaemon();
     writeStore(schedules + QVariantList{probeEntry("next", inDaemon)});
@@ -108,16 +119,10 @@ TEST_F(HostsTest, OfManyThatBeginTogetherNoneRunsTwiceWhenTheDaemonIsKilled)
     EXPECT_LT(countOf("Probe acts in the daemon: m"), many) << "it was killed too late to show anything";
 }
 
-TEST_F(HostsTest, OfManyThatBeginTogetherThoseThatWereNotStartedRunAfterAnOrderlyRestart)
+TEST_F(ManyAtOnceTest, ThoseThatWereNotStartedRunAfterAnOrderlyRestart)
 {
     constexpr int many = 200;
-    startDaemon();
-    const QDateTime date = soon();
-    QVariantList schedules;
-    for (int i = 0; i < many; ++i)
-        schedules += probeEntry(QString("m%1.").arg(i), with(inDaemon, "Time Out", -3600LL), date);
-    writeStore(schedules);
-    ASSERT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") > many / 4; }));
+    begin(many, many / 4);
     EXPECT_EQ(endOf(daemon), 0);
     startDaemon();
     EXPECT_TRUE(waitUntil([this] { return countOf("Probe acts in the daemon: ") >= many; }));
