@@ -55,24 +55,15 @@ void reportOutcome(const AgentOrder &order, QLatin1StringView outcome, const QVa
         NSNotification(OrderName::daemonMustNoteOutcome, QString(OrderSender::daemon), report));
 }
 
-/// The same.
-void reportFailure(const AgentOrder &order, const QString &failure, std::optional<qint64> exitStatus)
+/// What the daemon cannot know from the answer to its order. BLOCKING: the same.
+void reportEnd(const AgentOrder &order, const PerformanceOutcome &outcome)
 {
-    QVariantMap more{{OrderKey::failure, logLabel(failure, longestFailure)}};
-    if (exitStatus)
-        more.insert(OrderKey::exitStatus, *exitStatus);
-    reportOutcome(order, OrderOutcome::failed, more);
-}
-
-/// Why an action that began is none that succeeded; empty for one that is, for all that is known, and where
-/// the plug-in has logged it.
-QString failureIn(const PerformanceOutcome &outcome)
-{
-    if (!outcome.failure.isEmpty())
-        return outcome.failure;
-    return outcome.exitStatus.value_or(0) > 0
-               ? QString("its program ended with status %1").arg(*outcome.exitStatus)
-               : QString();
+    if (outcome.isSuccess())
+        return;
+    QVariantMap more{{OrderKey::failure, logLabel(outcome.reason(), longestFailure)}};
+    if (outcome.isPerformed() && outcome.exitStatus)
+        more.insert(OrderKey::exitStatus, *outcome.exitStatus);
+    reportOutcome(order, outcome.isPerformed() ? OrderOutcome::failed : OrderOutcome::notPerformed, more);
 }
 } // namespace
 
@@ -205,20 +196,18 @@ void SessionActions::noteBegun(const AgentOrder &order) const
 
 void SessionActions::noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome) const
 {
-    const QString failure = failureIn(outcome);
-    if (!outcome.hasBegun) {
-        ZDRLog("The action was not performed: %@", logLabel(failure, wholeText));
-        reportOutcome(order, OrderOutcome::notPerformed);
+    const QString reason = outcome.reason();
+    if (!outcome.isPerformed()) {
+        ZDRLog("The action was not performed: %@", logLabel(reason, wholeText));
     } else if (outcome.hasRaised) { // nobody knows how far it came
-        ZDRLog("%@ raised: %@", labelOf(order), failure);
-    } else if (!failure.isEmpty() && order.schedule.isEmpty()) {
-        ZDRLog("%@ failed in the session: %@", labelOf(order), logLabel(failure, wholeText));
-    } else if (!failure.isEmpty()) {
+        ZDRLog("%@ raised: %@", labelOf(order), reason);
+    } else if (!reason.isEmpty() && order.schedule.isEmpty()) {
+        ZDRLog("%@ failed in the session: %@", labelOf(order), logLabel(reason, wholeText));
+    } else if (!reason.isEmpty()) {
         ZDRLog("%@ of schedule \"%@\" failed in the session: %@", labelOf(order), logLabel(order.schedule),
-               logLabel(failure, wholeText));
+               logLabel(reason, wholeText));
     }
-    if (outcome.hasBegun && !failure.isEmpty())
-        reportFailure(order, failure, outcome.exitStatus);
+    reportEnd(order, outcome);
 }
 
 SessionActions::Awake SessionActions::awakeFor(const QString &bundlePath)

@@ -191,15 +191,9 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
         m_answers.noteDeath(occurrence.schedule, outcome.failure);
     else if (outcome.hasBegun)
         m_answers.noteSuccess(occurrence.schedule);
-    if (!outcome.hasBegun)
-        ZDRLog("%@ was not performed: %@", labelOf(occurrence), outcome.failure);
-    else if (!outcome.failure.isEmpty())
-        ZDRLog("%@ failed: %@", labelOf(occurrence), outcome.failure);
-    else if (outcome.exitStatus.value_or(0) > 0)
-        ZDRLog("%@ failed: its program ended with status %lld", labelOf(occurrence),
-               static_cast<qlonglong>(*outcome.exitStatus));
-    if (!outcome.isSuccess())
-        Q_EMIT failed(occurrence, !outcome.failure.isEmpty()
-                                      ? outcome.failure
-                                      : QString("its program ended with status %1").arg(*outcome.exitStatus));
+    if (outcome.isSuccess())
+        return;
+    const QString reason = outcome.reason();
+    ZDRLog(outcome.isPerformed() ? "%@ failed: %@" : "%@ was not performed: %@", labelOf(occurrence), reason);
+    Q_EMIT failed(occurrence, reason);
 }

@@ -32,12 +32,10 @@ constexpr std::chrono::hours betweenRemovals(24);
 /// Characters.
 constexpr qsizetype longestFailure = 1000;
 
-/// Why an action failed, by what its agent says: never empty, one line.
+/// Why an action failed or was not performed, by what its agent says: one line.
 QString failureIn(const ReceivedOrder &order)
 {
-    const QString failure =
-        logLabel(order.userInfo.value(OrderKey::failure).toString(), longestFailure).trimmed();
-    return failure.isEmpty() ? "its agent does not say why" : failure;
+    return logLabel(order.userInfo.value(OrderKey::failure).toString(), longestFailure).trimmed();
 }
 
 /// Absent for what no program ends with.
@@ -287,10 +285,17 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     auto occurrence = handedOver(OccurrenceState::Unknown);
     if (!occurrence && !isPerformed)
         occurrence = handedOver(OccurrenceState::Done);
-    if (occurrence && hasFailed)
-        m_performer.noteFailure(*occurrence, *order.peer, failureIn(order), exitStatusIn(order));
-    else if (occurrence)
-        m_performer.noteOutcome(*occurrence, *order.peer, isPerformed);
+    if (!occurrence)
+        return;
+    PerformanceOutcome told{hasFailed || isPerformed};
+    if (!isPerformed)
+        told.failure = failureIn(order);
+    if (hasFailed) {
+        told.exitStatus = exitStatusIn(order);
+        if (told.failure.isEmpty())
+            told.failure = "its agent does not say why";
+    }
+    m_performer.noteOutcome(*occurrence, *order.peer, told);
 }
 
 QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &order) const

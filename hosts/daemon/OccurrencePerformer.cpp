@@ -374,22 +374,26 @@ void OccurrencePerformer::noteUnknown(const Occurrence &occurrence, quint32 user
         labelOf(occurrence), userId);
 }
 
-void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 userId, bool isPerformed)
+void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 userId,
+                                      const PerformanceOutcome &outcome)
 {
-    if (!isPerformed) {
-        notPerformed(occurrence, QString("the agent of user %1 could not begin it").arg(userId));
+    if (outcome.isSuccess()) {
+        m_keeper.note(occurrence, OccurrenceState::Done, userId);
+        ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
         return;
     }
-    m_keeper.note(occurrence, OccurrenceState::Done, userId);
-    ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
-}
-
-void OccurrencePerformer::noteFailure(const Occurrence &occurrence, quint32 userId, const QString &failure,
-                                      std::optional<qint64> exitStatus)
-{
-    m_keeper.noteEnd(occurrence, {true, failure, exitStatus, m_clock.currentDate()});
-    ZDRLog("%@ failed with the agent of user %u: %@", labelOf(occurrence), userId, failure);
-    tellFailureSoon(occurrence, failure);
+    PerformanceOutcome end = outcome;
+    end.ended = m_clock.currentDate();
+    m_keeper.noteEnd(occurrence, end);
+    QString why = end.reason();
+    if (end.isPerformed()) {
+        ZDRLog("%@ failed with the agent of user %u: %@", labelOf(occurrence), userId, why);
+    } else {
+        why = QString("the agent of user %1 could not begin it").arg(userId) +
+              (why.isEmpty() ? QString() : ": " + why);
+        ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
+    }
+    tellFailureSoon(occurrence, why);
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)

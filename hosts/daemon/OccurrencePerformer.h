@@ -59,13 +59,10 @@ public:
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
 
-    /// What the agent of `userId`, which was handed an occurrence, says of it: that it was performed although
-    /// the answer came too late, or that it was not performed although it was answered.
-    void noteOutcome(const Occurrence &occurrence, quint32 userId, bool isPerformed);
-
-    /// What the agent of `userId` says of an occurrence that it was handed: that it failed, and why.
-    void noteFailure(const Occurrence &occurrence, quint32 userId, const QString &failure,
-                     std::optional<qint64> exitStatus);
+    /// What the agent of `userId`, which was handed an occurrence, says became of it: that it was performed
+    /// although the answer came too late, that it failed, or that it was not performed although it was
+    /// answered.
+    void noteOutcome(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &outcome);
 
     /// What became of the wish to announce an occurrence.
     struct Announcement {

@@ -357,7 +357,7 @@ void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &
     if (isPerformed)
         entry.exitStatus = outcome.exitStatus;
     entry.ended = outcome.ended;
-    entry.failure = outcome.failure;
+    entry.failure = isPerformed ? outcome.failure : outcome.reason(); // there is no status that says it
     set(occurrence, entry);
 }
 

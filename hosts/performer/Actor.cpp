@@ -102,6 +102,8 @@ void Actor::endWhenDone()
     if (m_isStopped || ActionState::isActing(*m_plugIn) || m_role.goesOn())
         return;
     const auto status = ActionState::exitStatus(*m_plugIn);
+    if (const QString failure = ActionState::failure(*m_plugIn); status.value_or(0) < 0 && !failure.isEmpty())
+        Report::send(m_report.get(), Report::Kind::Refused, failure);
     Report::send(m_report.get(), Report::Kind::Done, status ? QString::number(*status) : QString());
     QCoreApplication::quit();
 }

@@ -160,7 +160,7 @@ inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
 /// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
 /// it from the agent's answer: it may have come too late, and it is given before the action. Sender: daemon.
 /// Keys: bundlePath, date, parameters, outcome; with the outcome failed also failure, and exitStatus where it
-/// is known. Believed from the user whose agent has the occurrence.
+/// is known; with the outcome notPerformed failure where it is known. Believed from the user whose agent has the occurrence.
 inline constexpr QLatin1StringView daemonMustNoteOutcome("DaemonMustNoteOutcomeEvent");
 
 /// From the admin tool to the daemon: perform a schedule now, whatever its date. Sender: admin. Key:
@@ -198,7 +198,7 @@ inline constexpr QLatin1StringView exitStatus("Schedule Exit Status"); ///< Inte
 namespace OrderOutcome
 {
 inline constexpr QLatin1StringView performed("done");
-inline constexpr QLatin1StringView notPerformed("not performed"); ///< Certainly: it was not begun.
+inline constexpr QLatin1StringView notPerformed("not performed"); ///< Certainly, nor its program.
 inline constexpr QLatin1StringView failed("failed");              ///< Begun, but not to a good end.
 } // namespace OrderOutcome
 

@@ -16,11 +16,6 @@ void CommandDaemonPlugIn::actInDaemon()
     m_runner.run(parameters() ? *parameters() : QVariantMap(), ProgramEnvironment::ofDaemon());
 }
 
-int CommandDaemonPlugIn::exitStatus() const
-{
-    return m_runner.exitStatus();
-}
-
 bool CommandDaemonPlugIn::isActing() const
 {
     return m_runner.isRunning();

@@ -17,9 +17,11 @@ public:
     /// Whether the program still runs.
     Q_INVOKABLE bool isActing() const;
 
-    /// How the program ended, for the daemon's record: its exit status, 128 and the number of the signal that
-    /// ended it, or -1 when it was not started.
-    Q_INVOKABLE int exitStatus() const;
+    /// How the program ended, for the daemon's record, and why it was not started: as CommandRunner says it.
+    /// @{
+    Q_INVOKABLE int exitStatus() const { return m_runner.exitStatus(); }
+    Q_INVOKABLE QString failure() const { return m_runner.failure(); }
+    /// @}
 
 Q_SIGNALS:
     void actionDidFinish();

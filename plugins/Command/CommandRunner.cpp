@@ -39,7 +39,9 @@ void CommandRunner::setScheduleName(const QString &name)
 void CommandRunner::run(const QVariantMap &parameters, const ProgramEnvironment &environment)
 {
     const auto commandLine = CommandLine::fromParameters(parameters);
+    m_failure.clear();
     if (!commandLine) {
+        m_failure = commandLine.error().text;
         ZDRLog("%@: nothing was run, %@.", m_label, commandLine.error().text);
         return;
     }
@@ -80,6 +82,7 @@ void CommandRunner::reportEnd(const Result<ChildProgram::Ending> &ending)
     const QString path = onOneLine(m_path);
     if (!ending) {
         const QString reason = QString("%1: %2").arg(QString(ending.error().name), ending.error().text);
+        m_failure = QString("%1 could not be started: %2").arg(path, onOneLine(ending.error().text));
         ZDRLog("%@: %@ could not be started (%@).", m_label, path, onOneLine(reason));
     } else if (ending->signal != 0) {
         ZDRLog("%@: %@ was ended by signal %d (%@) after %@ s.", m_label, path, ending->signal,

@@ -38,6 +38,9 @@ public:
     /// has ended.
     int exitStatus() const { return m_exitStatus; }
 
+    /// Why the last program was not started: a clause, one line; empty for one that was.
+    QString failure() const { return m_failure; }
+
     /// Asks the program's group to end (SIGTERM), and kills it (SIGKILL) when the program still runs after
     /// `patience`.
     void stop();
@@ -54,5 +57,6 @@ private:
     QString m_label = "Command";
     std::chrono::milliseconds m_startTime{0};
     int m_exitStatus = -1;
+    QString m_failure;
     quint64 m_runs = 0; // tells a late kill that its program is gone
 };

@@ -19,6 +19,12 @@ public:
     /// Whether the program still runs.
     Q_INVOKABLE bool isActing() const;
 
+    /// How the program ended, for the daemon's record, and why it was not started: as CommandRunner says it.
+    /// @{
+    Q_INVOKABLE int exitStatus() const { return m_runner.exitStatus(); }
+    Q_INVOKABLE QString failure() const { return m_runner.failure(); }
+    /// @}
+
     /// "Cancel" was pressed in the alert: the daemon is asked to drop the occurrence.
     Q_INVOKABLE void
     userNotificationCenterDidActivateNotification(NSUserNotificationCenter *center,

@@ -17,6 +17,7 @@ void ScriptUserAgentPlugIn::actInUserAgent()
 {
     const auto order = ScriptOrder::fromParameters(parameters() ? *parameters() : QVariantMap());
     if (!order) {
+        m_failure = order.error().text;
         ZDRLog("Script: nothing was run, %@.", order.error().text);
         return;
     }

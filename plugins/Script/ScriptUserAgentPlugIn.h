@@ -24,6 +24,12 @@ public:
     /// Whether the script still runs.
     Q_INVOKABLE bool isActing() const;
 
+    /// How the script ended, for the daemon's record, and why it was not started: as CommandRunner says it.
+    /// @{
+    Q_INVOKABLE int exitStatus() const { return m_runner.exitStatus(); }
+    Q_INVOKABLE QString failure() const { return m_failure.isEmpty() ? m_runner.failure() : m_failure; }
+    /// @}
+
     /// "Cancel" was pressed in the alert: the daemon is asked to drop the occurrence.
     Q_INVOKABLE void
     userNotificationCenterDidActivateNotification(NSUserNotificationCenter *center,
@@ -34,4 +40,5 @@ Q_SIGNALS:
 
 private:
     CommandRunner m_runner;
+    QString m_failure; // of the parameters
 };

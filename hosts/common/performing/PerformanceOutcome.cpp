@@ -17,6 +17,14 @@ constexpr QLatin1StringView hasDiedKey("Has Died");
 constexpr QLatin1StringView hasRaisedKey("Has Raised");
 } // namespace
 
+QString PerformanceOutcome::reason() const
+{
+    if (!failure.isEmpty() || exitStatus.value_or(0) == 0)
+        return failure;
+    return *exitStatus > 0 ? QString("its program ended with status %1").arg(*exitStatus)
+                           : QString("its program could not be started");
+}
+
 QByteArray PerformanceOutcome::toData() const
 {
     QVariantMap map{{hasBegunKey, hasBegun},

@@ -41,6 +41,9 @@ struct PerformanceOutcome {
     /// Whether nothing went wrong, for all that is known.
     bool isSuccess() const { return isPerformed() && failure.isEmpty() && exitStatus.value_or(0) == 0; }
 
+    /// A clause that says why it is none that succeeded; empty for one that is.
+    QString reason() const;
+
     QByteArray toData() const;
 
     /// An error for what toData has not written.

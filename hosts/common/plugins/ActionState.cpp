@@ -27,3 +27,14 @@ std::optional<qint64> ActionState::exitStatus(WDPlugIn &plugIn)
     });
     return thrown ? std::nullopt : std::optional<qint64>(status);
 }
+
+QString ActionState::failure(WDPlugIn &plugIn)
+{
+    if (plugIn.metaObject()->indexOfMethod("failure()") < 0)
+        return {};
+    QString failure;
+    const auto thrown = thrownBy([&] {
+        QMetaObject::invokeMethod(&plugIn, "failure", Qt::DirectConnection, Q_RETURN_ARG(QString, failure));
+    });
+    return thrown ? QString() : failure;
+}

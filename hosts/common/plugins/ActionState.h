@@ -16,4 +16,8 @@ bool isActing(WDPlugIn &plugIn);
 /// How the program ended that it ran: its invokable `int exitStatus()`, negative when none was started;
 /// absent without one, and when it raises.
 std::optional<qint64> exitStatus(WDPlugIn &plugIn);
+
+/// Why it ran no program, where it was to run one: its invokable `QString failure()`, a clause; empty without
+/// one, and when it raises.
+QString failure(WDPlugIn &plugIn);
 } // namespace ActionState

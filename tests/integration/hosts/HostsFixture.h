@@ -38,6 +38,15 @@ protected:
         const auto outcome = outcomes ? outcomes->find(identifier, date) : outcomes.error();
         return outcome && *outcome ? (*outcome)->state : QString();
     }
+    /// The whole of it; of a state without a name when the record says nothing.
+    static RecordedOutcome recorded(const QVariantMap &entry)
+    {
+        const auto outcomes = RecordedOutcomes::open();
+        const auto outcome =
+            outcomes ? outcomes->find(entry["Identifier"].toString(), entry["Date"].toDateTime().toUTC())
+                     : outcomes.error();
+        return outcome && *outcome ? **outcome : RecordedOutcome();
+    }
     static NSNotification runNow(const QString &identifier)
     {
         return NSNotification("DaemonMustRunNowEvent", "com.dozely.Admin",

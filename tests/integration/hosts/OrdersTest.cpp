@@ -50,12 +50,6 @@ TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
     writeStore({crashing, failing, told});
     EXPECT_TRUE(logs("\"Name of crashing\" failed with the agent of user"));
     EXPECT_TRUE(logs("\"Name of failing\" failed with the agent of user"));
-    const auto recorded = [](const QVariantMap &entry) {
-        const auto outcomes = RecordedOutcomes::open();
-        const auto outcome =
-            outcomes->find(entry["Identifier"].toString(), entry["Date"].toDateTime().toUTC());
-        return outcome && *outcome ? **outcome : RecordedOutcome();
-    };
     EXPECT_TRUE(waitUntil([&] { return recorded(crashing).state == "failed"; }));
     EXPECT_THAT(recorded(crashing).failure.toStdString(), HasSubstr("ended by signal 11"));
     EXPECT_TRUE(recorded(crashing).ended.isValid());
@@ -80,6 +74,35 @@ TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
     writeStore({crashing, failing, told, probeEntry("next", inDaemon)});
     ASSERT_TRUE(logs("Probe acts in the daemon: next"));
     EXPECT_EQ(countOf("\"Name of told\" failed"), 1);
+}
+
+TEST_F(HostsTest, AProgramThatCannotBeStartedIsRecordedWithItsReasonWhereverItWasToRun)
+{
+    const QString bundle = makeBundle(
+        "Command", {{"WDDaemonModule", "Command.so"}, {"WDUserAgentModule", "Command.so"}}, {COMMAND_MODULE});
+    startDaemon();
+    startAgent();
+    const auto entryFor = [&](const QString &identifier, const QVariantMap &place, const QVariant &program) {
+        return changed(probeEntry(identifier, with(place, "Program", program)), "Bundle Path", bundle);
+    };
+    const QList<QVariantMap> gone{entryFor("gone daemon", inDaemon, "/no/program"),
+                                  entryFor("gone session", inSession, "/no/program")};
+    const QList<QVariantMap> bad{entryFor("bad daemon", inDaemon, "program"),
+                                 entryFor("bad session", inSession, "program")};
+    const QVariantMap failing = entryFor("failing", inSession, "/bin/false");
+    writeStore({gone[0], gone[1], bad[0], bad[1], failing});
+    for (const QVariantMap &entry : gone) {
+        EXPECT_TRUE(waitUntil([&] { return recorded(entry).state == "not performed"; }));
+        EXPECT_EQ(recorded(entry).failure, "/no/program could not be started: No such file or directory");
+        EXPECT_FALSE(recorded(entry).exitStatus);
+    }
+    for (const QVariantMap &entry : bad) {
+        EXPECT_TRUE(waitUntil([&] { return recorded(entry).state == "not performed"; }));
+        EXPECT_EQ(recorded(entry).failure, "the parameter \"Program\" is not an absolute path");
+    }
+    EXPECT_TRUE(waitUntil([&] { return recorded(failing).state == "failed"; }));
+    EXPECT_EQ(recorded(failing).exitStatus, 1);
+    EXPECT_EQ(countOf("\" was not performed: "), 4);
 }
 
 TEST_F(HostsTest, TheUserAtTheConsoleIsToldOnceOfAFailureWhereTheScheduleAsksForIt)

@@ -152,7 +152,25 @@ TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarte
     makeProbe();
     performDue(probe({{"Goes On", "for a while"}, {"Exit Status", -1LL}}));
     ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::NotPerformed; }));
-    EXPECT_FALSE(keeper.scheduler().record().find("a", noon())->exitStatus);
+    const auto entry = *keeper.scheduler().record().find("a", noon());
+    EXPECT_FALSE(entry.exitStatus);
+    EXPECT_EQ(entry.failure, "its program could not be started");
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: its program could not be started");
+}
+
+TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionCouldNotBegin)
+{
+    const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
+    keeper.noteBegun({{occurrence, ActingPlace::Session}});
+    keeper.note(occurrence, OccurrenceState::Done, 4242);
+    performer.noteOutcome(occurrence, 4242, {false, "its bundle is gone"});
+    EXPECT_EQ(lastMessage(),
+              "Schedule \"Name of a\" was not performed: the agent of user 4242 could not begin "
+              "it: its bundle is gone");
+    const auto entry = *keeper.scheduler().record().find("a", noon());
+    EXPECT_EQ(entry.state, OccurrenceState::NotPerformed);
+    EXPECT_EQ(entry.failure, "its bundle is gone");
+    EXPECT_FALSE(entry.handedTo) << "it is not handed back";
 }
 
 TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionFailedAndThatNobodyHasItAnyMore)
@@ -161,7 +179,7 @@ TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionFailedAndThatNobod
     keeper.noteBegun({{occurrence, ActingPlace::Session}});
     keeper.note(occurrence, OccurrenceState::Done, 4242);
     clock.advance(90s);
-    performer.noteFailure(occurrence, 4242, "it took longer than 60 s", 143);
+    performer.noteOutcome(occurrence, 4242, {true, "it took longer than 60 s", 143});
     EXPECT_EQ(lastMessage(),
               "Schedule \"Name of a\" failed with the agent of user 4242: it took longer than 60 s");
     const auto entry = *keeper.scheduler().record().find("a", noon());

@@ -17,6 +17,7 @@ class SpokenAction : public WDDaemonPlugIn
 public:
     Q_INVOKABLE bool isActing() const { return acting; }
     Q_INVOKABLE int exitStatus() const { return 3; }
+    Q_INVOKABLE QString failure() const { return "it was too tired"; }
     bool acting = true;
 };
 
@@ -26,6 +27,7 @@ class RaisingAction : public WDDaemonPlugIn
 public:
     Q_INVOKABLE bool isActing() const { throw std::runtime_error("cannot say"); }
     Q_INVOKABLE int exitStatus() const { throw std::runtime_error("cannot say"); }
+    Q_INVOKABLE QString failure() const { throw std::runtime_error("cannot say"); }
 };
 } // namespace
 
@@ -36,6 +38,7 @@ TEST_F(ActionStateTest, IsWhatThePlugInSays)
     SpokenAction action;
     EXPECT_TRUE(ActionState::isActing(action));
     EXPECT_EQ(ActionState::exitStatus(action), 3);
+    EXPECT_EQ(ActionState::failure(action), "it was too tired");
     action.acting = false;
     EXPECT_FALSE(ActionState::isActing(action));
 }
@@ -45,6 +48,7 @@ TEST_F(ActionStateTest, OfAPlugInThatDoesNotSayIsOver)
     WDDaemonPlugIn action;
     EXPECT_FALSE(ActionState::isActing(action));
     EXPECT_FALSE(ActionState::exitStatus(action));
+    EXPECT_EQ(ActionState::failure(action), "");
 }
 
 TEST_F(ActionStateTest, OfAPlugInThatCannotSayIsOverAndOneLine)
@@ -54,6 +58,7 @@ TEST_F(ActionStateTest, OfAPlugInThatCannotSayIsOverAndOneLine)
     ASSERT_EQ(messages().size(), 1);
     EXPECT_THAT(messages().first().toStdString(), HasSubstr("cannot say"));
     EXPECT_FALSE(ActionState::exitStatus(action));
+    EXPECT_EQ(ActionState::failure(action), "");
 }
 
 #include "ActionStateTest.moc"
