@@ -55,10 +55,6 @@ void OutputCommand::run(const AdminOptions &options)
     if (!*found)
         throw AdminError(ExitStatus::Failed,
                          QString("\"%1\" was not performed %2.").arg(schedule.name, when));
-    if ((*found)->wasInSession)
-        throw AdminError(
-            ExitStatus::Failed,
-            QString("\"%1\" was performed in the session, of which no output is kept.").arg(schedule.name));
     if (options.isSet("json"))
         Output::json(describe(schedule, **found));
     else

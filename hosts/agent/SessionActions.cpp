@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/SessionActions.h"
 
+#include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/log/LogLabel.h"
@@ -43,6 +44,9 @@ QString labelOf(const AgentOrder &order)
 /// Characters of a reason that are sent.
 constexpr qsizetype longestFailure = 1000;
 
+/// Bytes of parameters, as XML, with which the output is sent.
+constexpr qsizetype mostBesideOutput = 128 << 10;
+
 /// BLOCKING: as a request of WDCommunicationCenter.
 void reportOutcome(const AgentOrder &order, QLatin1StringView outcome, const QVariantMap &more = {})
 {
@@ -55,15 +59,32 @@ void reportOutcome(const AgentOrder &order, QLatin1StringView outcome, const QVa
         NSNotification(OrderName::daemonMustNoteOutcome, QString(OrderSender::daemon), report));
 }
 
+/// Whether a report has room for the output beside the parameters: the daemon takes 256 KiB of a user.
+bool hasRoomForOutput(const AgentOrder &order)
+{
+    const QByteArray parameters = PropertyList::toData(order.parameters, PropertyList::Format::Xml);
+    return !parameters.isNull() && parameters.size() <= mostBesideOutput; // more than they take on the way
+}
+
 /// What the daemon cannot know from the answer to its order. BLOCKING: the same.
 void reportEnd(const AgentOrder &order, const PerformanceOutcome &outcome)
 {
-    if (outcome.isSuccess())
+    const bool sendsOutput = !outcome.output.isEmpty() && hasRoomForOutput(order);
+    if (outcome.isSuccess() && !sendsOutput)
         return;
-    QVariantMap more{{OrderKey::failure, logLabel(outcome.reason(), longestFailure)}};
+    QVariantMap more;
+    if (!outcome.isSuccess())
+        more.insert(OrderKey::failure, logLabel(outcome.reason(), longestFailure));
     if (outcome.isPerformed() && outcome.exitStatus)
         more.insert(OrderKey::exitStatus, *outcome.exitStatus);
-    reportOutcome(order, outcome.isPerformed() ? OrderOutcome::failed : OrderOutcome::notPerformed, more);
+    if (sendsOutput)
+        more.insert(OrderKey::output,
+                    outcome.output.last(std::min(outcome.output.size(), PerformanceOutcome::mostOutput)));
+    reportOutcome(order,
+                  outcome.isSuccess()     ? OrderOutcome::performed
+                  : outcome.isPerformed() ? OrderOutcome::failed
+                                          : OrderOutcome::notPerformed,
+                  more);
 }
 } // namespace
 

@@ -13,6 +13,8 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
@@ -44,6 +46,16 @@ std::optional<qint64> exitStatusIn(const ReceivedOrder &order)
     bool isNumber = false;
     const qint64 status = order.userInfo.value(OrderKey::exitStatus).toLongLong(&isNumber);
     return isNumber && status >= 0 && status <= 255 ? std::optional(status) : std::nullopt;
+}
+
+/// No more of it than any action may leave; nothing for what is no output.
+QByteArray outputIn(const ReceivedOrder &order)
+{
+    const QVariant value = order.userInfo.value(OrderKey::output);
+    if (value.typeId() != QMetaType::QByteArray)
+        return {};
+    const QByteArray output = value.toByteArray();
+    return output.last(std::min(output.size(), PerformanceOutcome::mostOutput));
 }
 
 QString senderLabel(const ReceivedOrder &order)
@@ -282,19 +294,19 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
             *order.peer, order.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
             order.userInfo.value(OrderKey::parameters).toMap(), state);
     };
+    PerformanceOutcome told{hasFailed || isPerformed};
+    told.output = outputIn(order);
     auto occurrence = handedOver(OccurrenceState::Unknown);
-    if (!occurrence && !isPerformed)
+    if (!occurrence && (!isPerformed || !told.output.isEmpty()))
         occurrence = handedOver(OccurrenceState::Done);
     if (!occurrence)
         return;
-    PerformanceOutcome told{hasFailed || isPerformed};
     if (!isPerformed)
         told.failure = failureIn(order);
-    if (hasFailed) {
-        told.exitStatus = exitStatusIn(order);
-        if (told.failure.isEmpty())
-            told.failure = "its agent does not say why";
-    }
+    if (const auto status = exitStatusIn(order); hasFailed || (isPerformed && status == 0))
+        told.exitStatus = status;
+    if (hasFailed && told.failure.isEmpty())
+        told.failure = "its agent does not say why";
     m_performer.noteOutcome(*occurrence, *order.peer, told);
 }
 

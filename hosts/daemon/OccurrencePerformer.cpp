@@ -377,13 +377,12 @@ void OccurrencePerformer::noteUnknown(const Occurrence &occurrence, quint32 user
 void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 userId,
                                       const PerformanceOutcome &outcome)
 {
-    if (outcome.isSuccess()) {
-        m_keeper.note(occurrence, OccurrenceState::Done, userId);
-        ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
-        return;
-    }
     PerformanceOutcome end = outcome;
     end.ended = m_clock.currentDate();
+    if (outcome.isSuccess()) {
+        noteSuccess(occurrence, userId, end);
+        return;
+    }
     m_keeper.noteEnd(occurrence, end);
     QString why = end.reason();
     if (end.isPerformed()) {
@@ -394,6 +393,20 @@ void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 user
         ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
     }
     tellFailureSoon(occurrence, why);
+}
+
+/// That it is over is noted once, whatever its agent says afterwards: each time is a write on the disk.
+void OccurrencePerformer::noteSuccess(const Occurrence &occurrence, quint32 userId,
+                                      const PerformanceOutcome &end)
+{
+    const auto entry = m_keeper.scheduler().record().find(occurrence.schedule.identifier, occurrence.date);
+    const bool wasUnknown = entry && entry->state == OccurrenceState::Unknown;
+    if (end.output.isEmpty())
+        m_keeper.note(occurrence, OccurrenceState::Done, userId); // it may go on
+    else if (!entry || !entry->ended.isValid())
+        m_keeper.noteEnd(occurrence, end, userId);
+    if (wasUnknown)
+        ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)

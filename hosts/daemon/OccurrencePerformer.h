@@ -60,8 +60,8 @@ public:
     void performHandedBack(const Occurrence &occurrence);
 
     /// What the agent of `userId`, which was handed an occurrence, says became of it: that it was performed
-    /// although the answer came too late, that it failed, or that it was not performed although it was
-    /// answered.
+    /// although the answer came too late, what it wrote, that it failed, or that it was not performed
+    /// although it was answered.
     void noteOutcome(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &outcome);
 
     /// What became of the wish to announce an occurrence.
@@ -111,6 +111,7 @@ private:
     void noteDelivery(const Ready &ready, AgentPosts::Delivery delivery, std::chrono::milliseconds took);
     std::optional<quint32> reachableUser(const Occurrence &occurrence, qint32 timeOut);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
+    void noteSuccess(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &end);
     void notPerformed(const Occurrence &occurrence, const QString &why);
     void tellFailureSoon(const Occurrence &occurrence, const QString &why);
     void tellFailure(const QString &schedule, const QString &why);

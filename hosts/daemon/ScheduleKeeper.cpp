@@ -265,9 +265,10 @@ void ScheduleKeeper::noteInterrupted(const Occurrence &occurrence)
     tellInterrupted();
 }
 
-void ScheduleKeeper::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
+void ScheduleKeeper::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome,
+                             std::optional<quint32> handedTo)
 {
-    m_scheduler.noteEnd(occurrence, outcome);
+    m_scheduler.noteEnd(occurrence, outcome, handedTo);
     // While the disk refuses, what would grow without end is given up.
     if (!outcome.output.isEmpty() && m_outputs.size() < mostOutputsInMemory)
         m_outputs.insert({occurrence.schedule.identifier, occurrence.date}, outcome.output);

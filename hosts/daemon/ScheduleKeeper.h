@@ -58,8 +58,9 @@ public:
     /// Notes, and tells in the log, that an action was cut short and nobody knows how far it came.
     void noteInterrupted(const Occurrence &occurrence);
 
-    /// Notes how an action in the daemon has ended, and what it wrote.
-    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome);
+    /// Notes how an action has ended, and what it wrote; and who still has it, of one in a session.
+    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome,
+                 std::optional<quint32> handedTo = {});
 
     /// Removes from the store what is over for 30 days and is not to stay. Nothing happens while another
     /// program changes the store. By a clock that is doubted anything may be long over: do not call it then.

@@ -325,6 +325,8 @@ void Scheduler::noteBegun(const Occurrence &occurrence, ActingPlace place)
     entry.state = OccurrenceState::Begun;
     entry.handedTo.reset();
     entry.handedOver = {};
+    entry.exitStatus.reset();
+    entry.ended = {};
     entry.begun = m_clock.currentDate();
     entry.lateness = occurrence.date.msecsTo(entry.begun);
     entry.place = place;
@@ -347,12 +349,15 @@ void Scheduler::set(const Occurrence &occurrence, const OccurrenceEntry &entry)
     changed(occurrence.schedule.identifier);
 }
 
-void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome)
+void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome,
+                        std::optional<quint32> handedTo)
 {
     const bool isPerformed = outcome.isPerformed();
-    note(occurrence, !isPerformed          ? OccurrenceState::NotPerformed
-                     : outcome.isSuccess() ? OccurrenceState::Done
-                                           : OccurrenceState::Failed);
+    note(occurrence,
+         !isPerformed          ? OccurrenceState::NotPerformed
+         : outcome.isSuccess() ? OccurrenceState::Done
+                               : OccurrenceState::Failed,
+         handedTo);
     auto entry = *m_record.find(occurrence.schedule.identifier, occurrence.date);
     if (isPerformed)
         entry.exitStatus = outcome.exitStatus;

@@ -152,8 +152,9 @@ public:
     /// Remembers that one which was about to begin certainly did not: it is as it was before.
     void takeBack(const Occurrence &occurrence);
 
-    /// Remembers how an action ended.
-    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome);
+    /// Remembers how an action ended, and who still has it.
+    void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome,
+                 std::optional<quint32> handedTo = {});
 
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});

@@ -160,7 +160,8 @@ inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
 /// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
 /// it from the agent's answer: it may have come too late, and it is given before the action. Sender: daemon.
 /// Keys: bundlePath, date, parameters, outcome; with the outcome failed also failure, and exitStatus where it
-/// is known; with the outcome notPerformed failure where it is known. Believed from the user whose agent has the occurrence.
+/// is known; with the outcome notPerformed failure where it is known. With any of them output, where the
+/// action is over and has written something. Believed from the user whose agent has the occurrence.
 inline constexpr QLatin1StringView daemonMustNoteOutcome("DaemonMustNoteOutcomeEvent");
 
 /// From the admin tool to the daemon: perform a schedule now, whatever its date. Sender: admin. Key:
@@ -192,6 +193,7 @@ inline constexpr QLatin1StringView scheduleName("Schedule Name");             //
 inline constexpr QLatin1StringView outcome("Schedule Outcome");               ///< QString, an OrderOutcome.
 inline constexpr QLatin1StringView failure("Schedule Failure");               ///< QString, why: a clause.
 inline constexpr QLatin1StringView exitStatus("Schedule Exit Status"); ///< Integer, of the program it ran.
+inline constexpr QLatin1StringView output("Schedule Output");          ///< QByteArray, what it wrote last.
 } // namespace OrderKey
 
 /// What became of an occurrence.

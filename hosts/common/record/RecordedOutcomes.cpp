@@ -80,7 +80,7 @@ Result<std::optional<RecordedOutput>> RecordedOutcomes::findOutput(const QString
     if (!m_database)
         return std::optional<RecordedOutput>();
     const QByteArray text =
-        QByteArray("SELECT ") + (m_hasFailures ? columns : formerColumns) + ", date, place = 'session', " +
+        QByteArray("SELECT ") + (m_hasFailures ? columns : formerColumns) + ", date, " +
         (m_hasFailures ? "(SELECT output FROM outputs WHERE outputs.identifier = ?1 AND outputs.date = "
                          "occurrences.date)"
                        : "NULL") +
@@ -94,8 +94,7 @@ Result<std::optional<RecordedOutput>> RecordedOutcomes::findOutput(const QString
         return isThere.error();
     if (!*isThere)
         return std::optional<RecordedOutput>();
-    return std::optional(RecordedOutput{dateOf(search.number(6)), outcomeIn(search),
-                                        search.number(7).value_or(0) != 0, search.bytes(8)});
+    return std::optional(RecordedOutput{dateOf(search.number(6)), outcomeIn(search), search.bytes(7)});
 }
 
 Result<bool> RecordedOutcomes::isInUse(const QString &identifier) const

@@ -26,7 +26,6 @@ struct RecordedOutcome {
 struct RecordedOutput {
     QDateTime date; ///< The occurrence's, UTC.
     RecordedOutcome outcome;
-    bool wasInSession = false;
     QByteArray output; ///< Empty also where none is kept any more.
 };
 

@@ -257,6 +257,38 @@ TEST_F(HostsTest, TheToolShowsWhatAnActionWroteLastAndThatItFailed)
     EXPECT_EQ(tool({"output", "crashing"}).status, 0);
 }
 
+TEST_F(HostsTest, TheToolShowsWhatAnActionInTheSessionWroteLast)
+{
+    copyProgram(ADMIN_PROGRAM, "/usr/bin/dozely-admin");
+    const QString bundle = makeBundle("Command", {{"WDUserAgentModule", "Command.so"}}, {COMMAND_MODULE});
+    startDaemon();
+    startAgent();
+    const auto entryFor = [&](const QString &identifier, const QString &program, const QVariantMap &more) {
+        QVariantMap parameters = more;
+        parameters.insert("Program", program);
+        return changed(probeEntry(identifier, with(parameters, "Acts In User Agent", 1LL)), "Bundle Path",
+                       bundle);
+    };
+    const QVariantMap arguments{{"Arguments", QVariantList{"100000"}}};
+    const QVariantMap crowded =
+        entryFor("crowded", "/usr/bin/seq", with(arguments, "Ballast", QString(150'000, 'x')));
+    writeStore({entryFor("printing", "/usr/bin/seq", arguments), crowded, entryFor("silent", "/bin/true", {}),
+                entryFor("failing", "/bin/sh", {{"Arguments", QVariantList{"-c", "echo why; exit 3"}}})});
+    const auto outputOf = [this](const QString &identifier) {
+        return run("/usr/bin/dozely-admin", {"--root", root.path(), "output", identifier});
+    };
+    EXPECT_TRUE(waitUntil([&] { return outputOf("printing").output.endsWith("\n100000\n"); }))
+        << outputOf("printing").errors.constData();
+    EXPECT_EQ(outputOf("printing").output.size(), 64 << 10);
+    EXPECT_TRUE(waitUntil([&] { return outputOf("failing").output == "why\n"; }));
+    EXPECT_TRUE(logs("Command of schedule \"Name of crowded\": /usr/bin/seq ended"));
+    EXPECT_EQ(outputOf("crowded").output, "") << "there was no room for it";
+    EXPECT_TRUE(logs("Command of schedule \"Name of silent\": /bin/true ended"));
+    EXPECT_EQ(outputOf("silent").status, 0);
+    EXPECT_EQ(outputOf("silent").output, "");
+    EXPECT_EQ(countOf("The request to the daemon failed"), 0);
+}
+
 TEST_F(HostsTest, ADaemonThatIsToKeepNoOccurrencesRefuses)
 {
     for (const QString number : {"0", "-1", "many"}) {

@@ -64,6 +64,7 @@ TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
                                  {"Schedule Parameters", told["Parameters"]},
                                  {"Schedule Outcome", "failed"},
                                  {"Schedule Failure", "a\nb" + QString(5000, 'x')},
+                                 {"Schedule Output", QByteArray(100 << 10, 'o')},
                                  {"Schedule Exit Status", -7LL}});
     ASSERT_TRUE(postAsAgentUser("daemon", report));
     ASSERT_TRUE(postAsAgentUser("daemon", report)); // tells nothing new
@@ -71,6 +72,10 @@ TEST_F(HostsTest, AFailureInTheSessionIsRecordedAsItsAgentSays)
     EXPECT_TRUE(recorded(told).failure.startsWith("a bxxx"));
     EXPECT_LE(recorded(told).failure.size(), 1003);
     EXPECT_FALSE(recorded(told).exitStatus);
+    const auto outcomes = RecordedOutcomes::open();
+    const auto written = outcomes->findOutput("told", {});
+    ASSERT_TRUE(written && *written);
+    EXPECT_EQ((*written)->output, QByteArray(64 << 10, 'o')) << "no more than of any action";
     writeStore({crashing, failing, told, probeEntry("next", inDaemon)});
     ASSERT_TRUE(logs("Probe acts in the daemon: next"));
     EXPECT_EQ(countOf("\"Name of told\" failed"), 1);

@@ -64,5 +64,6 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(OrderName::userAgentMustTellFailure, "UserAgentMustTellFailureEvent");
     EXPECT_EQ(OrderKey::failure, "Schedule Failure");
     EXPECT_EQ(OrderKey::exitStatus, "Schedule Exit Status");
+    EXPECT_EQ(OrderKey::output, "Schedule Output");
     EXPECT_EQ(OrderOutcome::failed, "failed");
 }

@@ -3,6 +3,7 @@
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "hosts/common/program/HostRootObject.h"
+#include "hosts/common/record/RecordedOutcomes.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "support/FakeClock.h"
@@ -156,6 +157,29 @@ TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarte
     EXPECT_FALSE(entry.exitStatus);
     EXPECT_EQ(entry.failure, "its program could not be started");
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: its program could not be started");
+}
+
+TEST_F(OccurrencePerformerTest, RecordsOnceWhatAnActionInTheSessionWrote)
+{
+    const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
+    keeper.noteBegun({{occurrence, ActingPlace::Session}});
+    keeper.note(occurrence, OccurrenceState::Done, 4242);
+    clock.advance(90s);
+    performer.noteOutcome(occurrence, 4242, {.hasBegun = true, .exitStatus = 0, .output = "first"});
+    clock.advance(90s);
+    performer.noteOutcome(occurrence, 4242, {.hasBegun = true, .exitStatus = 0, .output = "second"});
+    keeper.flush();
+    const auto entry = *keeper.scheduler().record().find("a", noon());
+    EXPECT_EQ(entry.state, OccurrenceState::Done);
+    EXPECT_EQ(entry.exitStatus, 0);
+    EXPECT_EQ(entry.ended, noon().addSecs(90));
+    EXPECT_EQ(entry.handedTo, 4242U) << "it may be handed back";
+    EXPECT_EQ(entry.begun, noon());
+    const auto outcomes = RecordedOutcomes::open();
+    ASSERT_TRUE(outcomes);
+    const auto found = outcomes->findOutput("a", noon());
+    ASSERT_TRUE(found && *found);
+    EXPECT_EQ((*found)->output, "first");
 }
 
 TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionCouldNotBegin)
