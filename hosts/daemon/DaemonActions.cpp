@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
+#include "hosts/common/plugins/PlugInLoader.h"
 #include "hosts/daemon/PlugInAnswers.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 
@@ -31,6 +33,14 @@ QString ownFolder(const QString &name)
 QString labelOf(const Occurrence &occurrence)
 {
     return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
+}
+
+/// Empty for a bundle that is gone or not trusted any more.
+QVariantMap bundleInfoIn(const PerformanceOrder &order)
+{
+    const PlugInLoader loader(InfoKey::daemonModule, PlugInLoader::sourcesOfTheSystem());
+    const auto bundle = loader.bundle(order.bundlePath);
+    return bundle ? (*bundle)->infoDictionary() : QVariantMap();
 }
 } // namespace
 
@@ -70,6 +80,7 @@ QString DaemonActions::nameOf(const Key &key)
 
 void DaemonActions::takeUp()
 {
+    const QHash<QString, PerformanceOrder> orders = m_performances.ofEarlierHosts();
     for (const Key &key : m_keeper.scheduler().record().begunInDaemon()) {
         const auto schedule = m_keeper.scheduler().schedule(key.first);
         Occurrence occurrence{schedule.value_or(Schedule()), key.second};
@@ -79,10 +90,12 @@ void DaemonActions::takeUp()
             m_performances.adopt(nameOf(key), [this, occurrence](const PerformanceOutcome &outcome) {
                 endedLater(occurrence, outcome);
             });
-        if (isThere)
+        if (isThere) {
             ZDRLog("%@ was begun by an earlier daemon", labelOf(occurrence));
-        else // it has ended since the record was read
+            m_awake.insert(key, m_inhibitor.hold(bundleInfoIn(orders.value(nameOf(key)))));
+        } else { // it has ended since the record was read
             endedLater(occurrence, {});
+        }
     }
 }
 
@@ -172,9 +185,9 @@ void DaemonActions::startNow(const Occurrence &occurrence, const QVariantMap &bu
 void DaemonActions::endedLater(const Occurrence &occurrence, const PerformanceOutcome &outcome)
 {
     if (outcome.ended.isValid())
-        ended(occurrence, outcome);
-    else
-        m_keeper.noteInterrupted(occurrence);
+        return ended(occurrence, outcome);
+    m_awake.remove(keyOf(occurrence));
+    m_keeper.noteInterrupted(occurrence);
 }
 
 void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome &outcome)

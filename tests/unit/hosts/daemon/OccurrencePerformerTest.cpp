@@ -225,6 +225,31 @@ TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeWhileAnActionGoesOn)
     EXPECT_EQ(power->inhibitions, 0);
 }
 
+TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeForWhatAnEarlierDaemonBegan)
+{
+    for (const bool inhibits : {true, false}) {
+        const QString name = inhibits ? "Waker" : "Sleeper";
+        Occurrence occurrence = probe({{"Goes On Until There Is", root.join("/" + name)}});
+        occurrence.schedule.identifier = name;
+        occurrence.schedule.bundlePath =
+            makeBundle(name, {{"WDDaemonModule", "ProbePlugIn.so"}, {"WDInhibitsSleep", inhibits}});
+        const auto begun = messages().filter("Probe acts").size();
+        performDue(occurrence);
+        ASSERT_TRUE(waitUntil([&] { return messages().filter("Probe acts").size() > begun; }));
+        ASSERT_EQ(power->inhibitions, inhibits ? 1 : 0);
+        Performances performances(performers(), DaemonActions::folder(), clock);
+        DaemonActions next(keeper, performances, answers);
+        next.takeUp();
+        EXPECT_EQ(power->inhibitions, inhibits ? 2 : 0) << "one more, its own";
+        write("/" + name, "");
+        EXPECT_TRUE(waitUntil([&] {
+            clock.advance(1s);
+            return power->inhibitions == 0 &&
+                   keeper.scheduler().record().find(name, noon())->state != OccurrenceState::Begun;
+        }));
+    }
+}
+
 TEST_F(OccurrencePerformerTest, LetsAnActionThatPutsTheMachineToSleepDoSo)
 {
     Occurrence sleep = probe({{"Goes On", "for ever"}});
