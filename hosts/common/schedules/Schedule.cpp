@@ -4,6 +4,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/core/log/LogLabel.h"
 
 #include <QDir>
@@ -238,7 +239,7 @@ QTimeZone Schedule::zone() const
 {
     if (!timeZone.isEmpty())
         return QTimeZone(timeZone.toUtf8());
-    return recurrence ? QTimeZone::systemTimeZone() : QTimeZone::utc();
+    return recurrence ? machineTimeZone() : QTimeZone::utc();
 }
 
 QDateTime Schedule::calendarDate() const
