@@ -92,7 +92,7 @@ void DaemonActions::takeUp()
             });
         if (isThere) {
             ZDRLog("%@ was begun by an earlier daemon", labelOf(occurrence));
-            m_awake.insert(key, m_inhibitor.hold(bundleInfoIn(orders.value(nameOf(key)))));
+            m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfoIn(orders.value(nameOf(key))))});
         } else { // it has ended since the record was read
             endedLater(occurrence, {});
         }
@@ -186,7 +186,7 @@ void DaemonActions::endedLater(const Occurrence &occurrence, const PerformanceOu
 {
     if (outcome.ended.isValid())
         return ended(occurrence, outcome);
-    m_awake.remove(keyOf(occurrence));
+    m_acting.remove(keyOf(occurrence));
     m_keeper.noteInterrupted(occurrence);
 }
 
