@@ -17,12 +17,10 @@ FREQUENCIES = dict((name, number) for number, name in enumerate(
 WEEKDAYS = "MO TU WE TH FR SA SU".split()
 PERIODS = {"HOURLY": 3600, "MINUTELY": 60, "SECONDLY": 1}
 CENTURY = timedelta(days=36525)
-LAST_YEAR = 2140  # a century after the latest start
 
-# dateutil goes on to the last year that Python knows when a rule gives nothing.
+# dateutil goes on to the last year that Python knows when a rule gives nothing; merged() sets a nearer one.
 dateutil.rrule.datetime = types.SimpleNamespace(**{name: getattr(datetime, name) for name in dir(datetime)
                                                    if not name.startswith("__")})
-dateutil.rrule.datetime.MAXYEAR = LAST_YEAR
 
 
 class Refused(Exception):
@@ -153,6 +151,7 @@ def whole_periods(parts, start, last):
 def merged(parts, start, last, **changed):
     """The wall times up to `last` of all alternatives, in order, each once."""
     found = set()
+    dateutil.rrule.datetime.MAXYEAR = last.year
     weeks = None
     if policy_weeks_at_the_turn_of_the_year_are_whole(parts):
         weeks = parts["BYWEEKNO"]
@@ -246,6 +245,7 @@ def elapsed(parts, start, zone, after, last):
 def elapsed_by_dateutil(parts, start, zone, last):
     """The same where the clocks are not changed from the start to `last`: dateutil says it on wall times."""
     offset = instant(start, zone) - int(start.replace(tzinfo=timezone.utc).timestamp())
+    dateutil.rrule.datetime.MAXYEAR = shown(last, zone).year + 1
     found = []
     for wall in asked_of_dateutil(parts, start):
         moment = int(wall.replace(tzinfo=timezone.utc).timestamp()) + offset
