@@ -25,7 +25,7 @@ class OccurrenceSeries
 {
 public:
     /// The occurrences of a recurrence whose wall times are those of `zone`. An error says, as a clause for a
-    /// person, why there is no sense in the rule ("the rule's BYMONTH 13 is not from 1 to 12"): it is
+    /// person, why there is no sense in the rule ("the rule has no FREQ"): it is
     /// malformed, has parts that RFC 5545 forbids together or that are not supported (RSCALE, SKIP), gives
     /// nothing within 100 years from its start, or cannot be counted to its end (an enormous COUNT).
     static dozely::Result<OccurrenceSeries> of(const Recurrence &recurrence, const QTimeZone &zone);

@@ -143,7 +143,7 @@ private:
                 return complainOfValue(QString("made of numbers from %1 to %2%3")
                                            .arg(least)
                                            .arg(most)
-                                           .arg(mayBeSigned ? ", or below 0 as many" : ""));
+                                           .arg(mayBeSigned ? QString(" or from -%1 to -1").arg(most) : ""));
             take(static_cast<int>(*value));
         });
     }

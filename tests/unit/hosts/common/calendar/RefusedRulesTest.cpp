@@ -97,6 +97,8 @@ TEST_F(RefusedRulesTest, AreThoseWithNumbersThatThereAreNot)
                              "BYDAY=54MO", "BYDAY=-54MO", "BYDAY=--1MO"})
         EXPECT_NE(faultOf(qPrintable(QString("FREQ=YEARLY;%1").arg(part))), "") << part;
     EXPECT_EQ(faultOf("FREQ=DAILY;BYMONTH=13"), "BYMONTH=13 of the rule is not made of numbers from 1 to 12");
+    EXPECT_EQ(faultOf("FREQ=DAILY;BYMONTHDAY=32"),
+              "BYMONTHDAY=32 of the rule is not made of numbers from 1 to 31 or from -31 to -1");
     EXPECT_EQ(faultOf("FREQ=DAILY;INTERVAL=0"),
               "INTERVAL=0 of the rule is not a number from 1 to 1000000000");
 }
