@@ -332,12 +332,12 @@ TEST_P(PerformancesTest, KeepTheLimitsOfTheirActions)
 {
     order.limits.program.nice = 7;
     order.limits.program.ioWeight = 25;
-    order.limits.program.memory = 300 << 20;
+    order.limits.program.memory = muchMemory;
     ASSERT_TRUE(prepare("one", "tell limits"));
     ASSERT_TRUE(performances->go("one"));
     EXPECT_EQ(failure("one"), "");
     // The stand-in for the service manager keeps none itself: there, nobody may have kept them.
-    EXPECT_EQ(marks(), GetParam() == Way::Forked ? "acted\nnice 7 io 2/6 data 314572800\n"
+    EXPECT_EQ(marks(), GetParam() == Way::Forked ? "acted\nnice 7 io 2/6 data 109951162777600\n"
                                                  : "acted\nnice 0 io 0/0 data -1\n");
 }
 

@@ -50,6 +50,9 @@ protected:
         return !QByteArray("ZX").contains(line.mid(line.lastIndexOf(')') + 2, 1));
     }
 
+    /// A limit of memory that leaves sanitizers what they reserve.
+    static constexpr qint64 muchMemory = 100LL << 40;
+
     const QString folder = root.join("/var/lib/dozely/performing");
     PerformanceOrder order;
 };

@@ -77,10 +77,10 @@ TEST_F(SessionActionsAwakeTest, OneThatAnEarlierAgentBeganKeepsItAwakeAgain)
 TEST_F(SessionActionsAwakeTest, TheActionHasTheLimitsOfItsBundleAndItsSchedule)
 {
     SessionActions actions(loader);
-    order.parameters.insert("WDActionMemoryLimit", 300 << 20);
+    order.parameters.insert("WDActionMemoryLimit", muchMemory);
     actions.perform(orderTo("tell limits", {{"WDActionNice", 7}}));
     EXPECT_TRUE(waitUntil([&] { return marks().count('\n') == 2; }));
-    EXPECT_EQ(marks(), "acted\nnice 7 io 0/0 data 314572800\n");
+    EXPECT_EQ(marks(), "acted\nnice 7 io 0/0 data 109951162777600\n");
     write("/marks.go", "");
     EXPECT_TRUE(waitUntil([&] { return power->inhibitions == 0; }));
 }

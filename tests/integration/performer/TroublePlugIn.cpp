@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
+#include "support/Crash.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -32,7 +33,7 @@ void mark(const QVariantMap &parameters, const char *text)
 void goWrong(const QString &how)
 {
     if (how == "crash")
-        ::raise(SIGSEGV);
+        crash();
     if (how == "hang") {
         for (;;)
             ::pause();
@@ -116,7 +117,7 @@ public:
         if (wish == "exit")
             ::_exit(0);
         if (wish == "crash")
-            ::raise(SIGSEGV);
+            crash();
         if (wish == "hang") {
             const pid_t child = ::fork();
             if (child == 0) {
@@ -216,7 +217,7 @@ private:
         else if (what() == "wait")
             finish();
         else
-            ::raise(SIGSEGV);
+            crash();
     }
 
     QString what() const { return wish("Do"); }

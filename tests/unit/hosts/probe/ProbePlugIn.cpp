@@ -4,6 +4,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "DozelyKit/system/scripting/AppleScriptExtensions.h"
+#include "support/Crash.h"
 
 #include <QFile>
 #include <QTimer>
@@ -120,7 +121,7 @@ public:
         if (then == "throw")
             throw std::runtime_error("the probe was told to");
         if (then == "crash")
-            ::raise(SIGSEGV);
+            crash();
         if (then == "exit")
             ::_exit(0);
         m_isActing = then == "go on";
