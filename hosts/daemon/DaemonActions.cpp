@@ -207,6 +207,11 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
     if (outcome.isSuccess())
         return;
     const QString reason = outcome.reason();
-    ZDRLog(outcome.isPerformed() ? "%@ failed: %@" : "%@ was not performed: %@", labelOf(occurrence), reason);
+    if (!outcome.isPerformed())
+        ZDRLog("%@ was not performed: %@", labelOf(occurrence), reason);
+    else if (!outcome.ended.isValid())
+        ZDRLog("%@ was interrupted, or nobody can say how it ended: %@", labelOf(occurrence), reason);
+    else
+        ZDRLog("%@ failed: %@", labelOf(occurrence), reason);
     Q_EMIT failed(occurrence, reason);
 }

@@ -353,8 +353,10 @@ void Scheduler::noteEnd(const Occurrence &occurrence, const PerformanceOutcome &
                         std::optional<quint32> handedTo)
 {
     const bool isPerformed = outcome.isPerformed();
+    const bool isKnown = outcome.isSuccess() || outcome.ended.isValid();
     note(occurrence,
          !isPerformed          ? OccurrenceState::NotPerformed
+         : !isKnown            ? OccurrenceState::Interrupted
          : outcome.isSuccess() ? OccurrenceState::Done
                                : OccurrenceState::Failed,
          handedTo);

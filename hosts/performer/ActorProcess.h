@@ -12,7 +12,7 @@ namespace ActorProcess
 void readNothing();
 
 /// Ends this process, and what it has started, when the supervisor is killed: the record has the action as
-/// failed then, and nobody would end it at its limits. `report` is this process's end of the pipe for
+/// interrupted then, and nobody would end it at its limits. `report` is this process's end of the pipe for
 /// reports, whose other end the supervisor has. Starts a thread, since the plug-in may do whatever it likes
 /// with its own.
 void endWithSupervisor(const dozely::Descriptor &report);

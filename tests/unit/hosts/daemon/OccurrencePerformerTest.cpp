@@ -159,6 +159,20 @@ TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarte
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was not performed: its program could not be started");
 }
 
+TEST_F(OccurrencePerformerTest, CallsInterruptedWhatNobodyCouldWriteDownTheEndOf)
+{
+    makeProbe();
+    const QString outcome = PerformanceOutcome::unfinishedPathBeside(
+        DaemonActions::folder() + '/' + DaemonActions::nameOf({"a", noon()}));
+    ASSERT_TRUE(QDir().mkpath(outcome)); // no file can be there
+    performDue(probe({}));
+    ASSERT_TRUE(waitUntil([&] { return state() != OccurrenceState::Begun; }));
+    EXPECT_EQ(state(), OccurrenceState::Interrupted);
+    EXPECT_EQ(keeper.scheduler().record().find("a", noon())->failure, "its performer ended without a word");
+    EXPECT_THAT(lastMessage(),
+                HasSubstr("\"Name of a\" was interrupted, or nobody can say how it ended: its performer"));
+}
+
 TEST_F(OccurrencePerformerTest, RecordsOnceWhatAnActionInTheSessionWrote)
 {
     const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
