@@ -23,6 +23,10 @@ Result<AgentOrder> AgentOrder::in(const ReceivedOrder &received)
     // Without them the action would be another one than was meant.
     if (parameters.isValid() && parameters.typeId() != QMetaType::QVariantMap)
         return Error{"its parameters are no dictionary"};
-    return AgentOrder{path.toString(), date.toDateTime(), parameters.toMap(),
-                      received.userInfo.value(OrderKey::scheduleName).toString()};
+    return AgentOrder{path.toString(),
+                      date.toDateTime(),
+                      parameters.toMap(),
+                      received.userInfo.value(OrderKey::scheduleName).toString(),
+                      received.userInfo.value(OrderKey::scheduleIdentifier).toString(),
+                      received.userInfo.value(OrderKey::skipsOverlap).toBool()};
 }

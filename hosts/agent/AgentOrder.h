@@ -14,7 +14,9 @@ struct AgentOrder {
     QString bundlePath;
     QDateTime date;
     QVariantMap parameters;
-    QString schedule = {}; ///< Its name, for people; empty from a daemon that does not tell.
+    QString schedule = {};           ///< Its name, for people; empty from a daemon that does not tell.
+    QString scheduleIdentifier = {}; ///< The same.
+    bool skipsOverlap = false;       ///< Not to be performed while another action of that schedule goes on.
 
     bool operator==(const AgentOrder &) const = default;
 

@@ -115,20 +115,29 @@ void SessionActions::takeUp()
     for (auto it = earlier.cbegin(); it != earlier.cend(); ++it) {
         if (it->date > now)
             continue; // it was only made ready: an order is not sent before its date
-        AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule};
+        AgentOrder order{it->bundlePath, it->date, it->parameters, it->schedule, it->scheduleIdentifier};
         if (order.schedule == nameOf(order.bundlePath)) // it was told none
             order.schedule.clear();
         const auto awake = awakeFor(order.bundlePath);
+        m_goingOn.insert(order.scheduleIdentifier, order.date);
         if (m_performances->adopt(it.key(), [this, order, awake](const PerformanceOutcome &outcome) {
                 noteEnd(order, outcome);
             }))
             names += it.key();
+        else
+            m_goingOn.remove(order.scheduleIdentifier, order.date);
     }
     m_performances->sweep(names);
 }
 
 void SessionActions::perform(const AgentOrder &order)
 {
+    if (order.skipsOverlap && m_goingOn.contains(order.scheduleIdentifier)) {
+        ZDRLog("%@ was skipped in the session: the action of the one before goes on", labelOf(order));
+        reportOutcome(order, OrderOutcome::skipped);
+        return;
+    }
+    m_goingOn.insert(order.scheduleIdentifier, order.date);
     if (const auto begun = begin(order); !begun)
         noteEnd(order, {false, begun.error().text});
 }
@@ -145,6 +154,7 @@ Result<SessionActions::Prepared> SessionActions::start(const AgentOrder &order)
     PerformanceOrder what{order.schedule.isEmpty() ? nameOf(order.bundlePath) : order.schedule,
                           order.bundlePath, order.parameters, order.date};
     what.role = PerformanceOrder::Role::Session;
+    what.scheduleIdentifier = order.scheduleIdentifier;
     what.limits =
         ActionLimits::read(what.schedule, what.parameters, what.bundlePath, (*bundle)->infoDictionary());
     Prepared prepared{order, QUuid::createUuid().toString(QUuid::Id128), std::make_shared<Awake>()};
@@ -215,8 +225,9 @@ void SessionActions::noteBegun(const AgentOrder &order) const
         reportOutcome(order, OrderOutcome::performed);
 }
 
-void SessionActions::noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome) const
+void SessionActions::noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome)
 {
+    m_goingOn.remove(order.scheduleIdentifier, order.date);
     const QString reason = outcome.reason();
     if (!outcome.isPerformed()) {
         ZDRLog("The action was not performed: %@", logLabel(reason, wholeText));

@@ -6,6 +6,9 @@
 #include "hosts/common/plugins/ActionInhibitor.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 
+#include <QDateTime>
+#include <QMultiHash>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -32,8 +35,9 @@ public:
     /// date. BLOCKING: until the performer runs, some milliseconds.
     void prepare(const AgentOrder &order);
 
-    /// Begins the action, and keeps the machine awake until it is over. BLOCKING: until the performer runs,
-    /// some milliseconds; when there can be none, as a request of WDCommunicationCenter.
+    /// Begins the action, and keeps the machine awake until it is over; or tells the daemon that it is
+    /// skipped, where another action of its schedule goes on and the order says so. BLOCKING: until the
+    /// performer runs, some milliseconds; when there can be none, as a request of WDCommunicationCenter.
     void perform(const AgentOrder &order);
 
 private:
@@ -50,11 +54,12 @@ private:
     dozely::Result<void> begin(const AgentOrder &order);
     std::optional<Prepared> takePrepared(const std::function<bool(const Prepared &)> &isIt);
     void noteBegun(const AgentOrder &order) const;
-    void noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome) const;
+    void noteEnd(const AgentOrder &order, const PerformanceOutcome &outcome);
     Awake awakeFor(const QString &bundlePath);
 
     const PlugInLoader &m_loader;
     ActionInhibitor m_inhibitor;
+    QMultiHash<QString, QDateTime> m_goingOn;     // dates, by the schedule's identifier
     std::unique_ptr<Performances> m_performances; // none where there is no folder for their files
     QString m_whyNone;
     QList<Prepared> m_prepared;

@@ -23,11 +23,14 @@ QString performanceOf(const Occurrence &occurrence, const char *deed)
 
 NSNotification orderAbout(QLatin1StringView name, const Occurrence &occurrence)
 {
-    return NSNotification(name, QString(OrderSender::userAgent),
-                          {{OrderKey::bundlePath, occurrence.schedule.fullBundlePath()},
-                           {OrderKey::date, occurrence.calendarDate()},
-                           {OrderKey::parameters, occurrence.schedule.parameters},
-                           {OrderKey::scheduleName, occurrence.schedule.name}});
+    QVariantMap what{{OrderKey::bundlePath, occurrence.schedule.fullBundlePath()},
+                     {OrderKey::date, occurrence.calendarDate()},
+                     {OrderKey::parameters, occurrence.schedule.parameters},
+                     {OrderKey::scheduleName, occurrence.schedule.name},
+                     {OrderKey::scheduleIdentifier, occurrence.schedule.identifier}};
+    if (occurrence.skipsOverlap())
+        what.insert(OrderKey::skipsOverlap, true);
+    return NSNotification(name, QString(OrderSender::userAgent), what);
 }
 } // namespace
 

@@ -22,6 +22,8 @@ constexpr milliseconds answerHolds = std::chrono::minutes(1);
 
 constexpr milliseconds firstDelay(250);
 constexpr milliseconds longestDelay(2000);
+/// What has all the time that there is may be a while longer.
+constexpr milliseconds longestDelayWithoutHurry(30'000);
 
 /// An agent that takes a connection and does not answer costs the daemon seconds: so much longer it is let
 /// be.
@@ -86,21 +88,32 @@ bool AgentWaits::isLetBe(quint32 userId) const
 std::optional<quint32> AgentWaits::userOf(const Occurrence &occurrence) const
 {
     const auto wait = m_waits.constFind(keyOf(occurrence));
-    return wait == m_waits.cend() ? std::nullopt : std::optional(wait->userId);
+    return wait == m_waits.cend() ? std::nullopt : wait->userId;
 }
 
-bool AgentWaits::wait(const Occurrence &occurrence, quint32 userId, qint32 timeOut)
+bool AgentWaits::contains(const Occurrence &occurrence) const
+{
+    return m_waits.contains(keyOf(occurrence));
+}
+
+bool AgentWaits::wait(const Occurrence &occurrence, std::optional<quint32> userId,
+                      std::optional<milliseconds> allowed)
 {
     const QDateTime now = m_clock.currentDate();
     auto wait = m_waits.find(keyOf(occurrence));
     if (wait == m_waits.end()) {
-        QDateTime deadline = occurrence.date.addDuration(Scheduler::allowedLateness(occurrence, timeOut));
+        QDateTime deadline = allowed ? occurrence.moment().addDuration(*allowed) : QDateTime();
         const bool hasJustStarted = m_clock.steadyTime() - m_start < timeToComeBack;
-        if (hasJustStarted || m_everReached.contains(userId))
+        if (allowed && (hasJustStarted || (userId && m_everReached.contains(*userId))))
             deadline = std::max(deadline, now.addDuration(timeToComeBack));
         wait = m_waits.insert(keyOf(occurrence), {userId, deadline});
+        if (allowed && m_sockets && m_delay > longestDelay) { // what waits already is in no hurry
+            m_delay = firstDelay;
+            attemptAfter(m_delay);
+        }
     }
-    if (wait->deadline <= now)
+    wait->userId = userId;
+    if (wait->deadline.isValid() && wait->deadline <= now)
         return false;
     m_scheduler.holdBack(wait.key());
     if (!m_sockets) {
@@ -156,16 +169,19 @@ void AgentWaits::attempt()
     const QDateTime now = m_clock.currentDate();
     // One for each agent finds out whether it is there.
     QHash<quint32, OccurrenceRecord::Key> next;
+    bool isHurried = false;
     for (auto wait = m_waits.cbegin(); wait != m_waits.cend(); ++wait) {
-        if (wait->deadline <= now)
+        isHurried |= wait->deadline.isValid();
+        const bool isOver = wait->deadline.isValid() && wait->deadline <= now;
+        if (isOver || !wait->userId)
             m_scheduler.letGo(wait.key());
-        else if (!isLetBe(wait->userId) &&
-                 (!next.contains(wait->userId) || wait.key().second < next[wait->userId].second))
-            next[wait->userId] = wait.key();
+        else if (!isLetBe(*wait->userId) &&
+                 (!next.contains(*wait->userId) || wait.key().second < next[*wait->userId].second))
+            next[*wait->userId] = wait.key();
     }
     for (const OccurrenceRecord::Key &key : std::as_const(next))
         m_scheduler.letGo(key);
     attemptAfter(m_delay);
-    m_delay = std::min(2 * m_delay, longestDelay);
+    m_delay = std::min(2 * m_delay, isHurried ? longestDelay : longestDelayWithoutHurry);
     Q_EMIT tryAgain();
 }

@@ -37,14 +37,18 @@ public:
     /// Whether the agent of `userId` is one that took long not to answer, and is let be.
     bool isLetBe(quint32 userId) const;
 
-    /// The user whose agent an occurrence waits for; absent when it does not wait.
+    /// The user whose agent an occurrence waits for; absent when it does not wait, or for anybody.
     std::optional<quint32> userOf(const Occurrence &occurrence) const;
 
-    /// Has an occurrence wait, or wait longer, for the agent of `userId`; false when its time is over. That
-    /// is what a plug-in with this time-out (seconds, negative) allows; but at least 15 s from now on where
-    /// the socket of an agent that is there may have been taken away, as this daemon itself does when it
-    /// starts, since an agent notices that within 10 s.
-    bool wait(const Occurrence &occurrence, quint32 userId, qint32 timeOut);
+    /// Whether it waits.
+    bool contains(const Occurrence &occurrence) const;
+
+    /// Has an occurrence wait, or wait longer, for the agent of `userId`, or, without one, for anybody at the
+    /// console; false when its time is over. That is as late as `allowed` says, any time without it; but at
+    /// least 15 s from now on where the socket of an agent that is there may have been taken away, as this
+    /// daemon itself does when it starts, since an agent notices that within 10 s.
+    bool wait(const Occurrence &occurrence, std::optional<quint32> userId,
+              std::optional<std::chrono::milliseconds> allowed);
 
     /// The agent of `userId` has answered just now.
     void noteAnswer(quint32 userId);
@@ -62,8 +66,8 @@ Q_SIGNALS:
 
 private:
     struct Wait {
-        quint32 userId;
-        QDateTime deadline;
+        std::optional<quint32> userId;
+        QDateTime deadline; // invalid for none
     };
     using Waits = QHash<OccurrenceRecord::Key, Wait>;
 

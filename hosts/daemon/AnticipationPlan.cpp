@@ -6,6 +6,8 @@
 #include "DozelyKit/plugin/WDPlugIn.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <utility>
 
 using namespace dozely;
@@ -23,6 +25,8 @@ constexpr int mostAttempts = 5;
 constexpr int looksInTheTimeLeft = 50;
 constexpr std::chrono::milliseconds shortestLook = std::chrono::seconds(1);
 constexpr std::chrono::milliseconds longestLook = std::chrono::seconds(30);
+
+constexpr std::chrono::hours timeToBeTakenBack(1);
 } // namespace
 
 AnticipationPlan::AnticipationPlan(const Clock &clock, Scheduler &scheduler)
@@ -40,7 +44,7 @@ AnticipationPlan::~AnticipationPlan()
 AnticipationPlan::Key AnticipationPlan::keyOf(const Occurrence &occurrence)
 {
     return {occurrence.schedule.identifier, occurrence.schedule.bundlePath,
-            occurrence.date.toMSecsSinceEpoch()};
+            occurrence.moment().toMSecsSinceEpoch()};
 }
 
 /// In seconds; absent when there is nothing to announce.
@@ -73,8 +77,13 @@ void AnticipationPlan::schedulesReplaced()
 
 void AnticipationPlan::scheduleChanged(qint32 place)
 {
-    if (m_leads.contains(place))
-        replan(place);
+    if (!m_leads.contains(place))
+        return;
+    const QString &identifier = m_scheduler.schedules().at(place).identifier;
+    auto attempts = m_attempts.lowerBound({identifier, QString(), std::numeric_limits<qint64>::min()});
+    while (attempts != m_attempts.end() && std::get<0>(attempts.key()) == identifier)
+        attempts = isGone(attempts.key()) ? m_attempts.erase(attempts) : std::next(attempts);
+    replan(place);
 }
 
 /// When an occurrence is to be announced next.
@@ -82,7 +91,7 @@ std::optional<QDateTime> AnticipationPlan::momentOf(const Occurrence &occurrence
 {
     const auto attempts = m_attempts.constFind(keyOf(occurrence));
     if (attempts == m_attempts.cend())
-        return occurrence.date.addSecs(-lead);
+        return occurrence.moment().addSecs(-lead);
     return attempts->again.isValid() ? std::optional(attempts->again) : std::nullopt;
 }
 
@@ -95,7 +104,7 @@ void AnticipationPlan::replan(qint32 place)
     QList<Announcement> planned;
     for (const Occurrence &occurrence : m_scheduler.pendingOf(place)) {
         if (const auto moment = momentOf(occurrence, m_leads.value(place)))
-            planned += {moment->toMSecsSinceEpoch(), occurrence.date.toMSecsSinceEpoch(), place};
+            planned += {moment->toMSecsSinceEpoch(), occurrence.moment().toMSecsSinceEpoch(), place};
     }
     if (planned.isEmpty())
         return;
@@ -111,7 +120,7 @@ void AnticipationPlan::lookAtClock()
         m_coming.insert(m_present.cbegin(), m_present.cend());
         m_present.clear();
         for (const qint32 place : std::exchange(m_passed, {}))
-            scheduleChanged(place);
+            replan(place);
     }
     while (!m_coming.empty() && m_coming.cbegin()->when <= now)
         m_present.insert(m_coming.extract(m_coming.cbegin()).value());
@@ -137,7 +146,7 @@ std::optional<Occurrence> AnticipationPlan::next()
         return {};
     const Announcement &first = *m_present.cbegin();
     for (const Occurrence &occurrence : m_scheduler.pendingOf(first.place)) {
-        if (occurrence.date.toMSecsSinceEpoch() == first.date)
+        if (occurrence.moment().toMSecsSinceEpoch() == first.date)
             return occurrence;
     }
     return {};
@@ -146,8 +155,9 @@ std::optional<Occurrence> AnticipationPlan::next()
 void AnticipationPlan::noteAttempt(const Occurrence &occurrence, const Attempts &attempts)
 {
     m_attempts.insert(keyOf(occurrence), attempts);
-    if (const auto place = m_scheduler.placeOf(occurrence.schedule.identifier))
-        scheduleChanged(*place);
+    const auto place = m_scheduler.placeOf(occurrence.schedule.identifier);
+    if (place && m_leads.contains(*place))
+        replan(*place);
 }
 
 void AnticipationPlan::noteTold(const Occurrence &occurrence, quint32 userId)
@@ -180,8 +190,9 @@ void AnticipationPlan::tryAgainNow(const std::function<bool(const Attempts &)> &
         if (attempts->count >= mostAttempts || !isWanted(*attempts))
             continue;
         attempts->again = m_clock.currentDate();
-        if (const auto place = m_scheduler.placeOf(std::get<0>(attempts.key())))
-            scheduleChanged(*place);
+        const auto place = m_scheduler.placeOf(std::get<0>(attempts.key()));
+        if (place && m_leads.contains(*place))
+            replan(*place);
     }
 }
 
@@ -215,9 +226,9 @@ std::optional<std::chrono::milliseconds> AnticipationPlan::nextLookAtConsole() c
     std::optional<std::chrono::milliseconds> next;
     for (auto attempts = m_attempts.cbegin(); attempts != m_attempts.cend(); ++attempts) {
         const auto occurrence = attempts->count < mostAttempts ? occurrenceOf(attempts.key()) : std::nullopt;
-        if (!occurrence || occurrence->date <= now)
+        if (!occurrence || occurrence->moment() <= now)
             continue;
-        const std::chrono::milliseconds left(now.msecsTo(occurrence->date));
+        const std::chrono::milliseconds left(now.msecsTo(occurrence->moment()));
         const auto look = std::clamp(left / looksInTheTimeLeft, shortestLook, longestLook);
         next = next ? std::min(*next, look) : look;
     }
@@ -228,35 +239,47 @@ bool AnticipationPlan::isBeingAnnounced(const Occurrence &occurrence) const
 {
     const auto lead = leadTime(occurrence.schedule);
     return m_attempts.contains(keyOf(occurrence)) ||
-           (lead && occurrence.date.addSecs(-*lead) <= m_clock.currentDate());
+           (lead && occurrence.moment().addSecs(-*lead) <= m_clock.currentDate());
 }
 
-QList<Occurrence>
-AnticipationPlan::removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,
-                            const QString &bundlePath, const QDateTime &date,
-                            const std::function<OrderPermissions::UserId()> &consoleUser) const
+bool AnticipationPlan::mayRemove(const Occurrence &occurrence, OrderPermissions::UserId peer,
+                                 OrderPermissions::UserId rootOwner, const ConsoleUserNow &consoleUser) const
+{
+    const QSet<quint32> told = m_attempts.value(keyOf(occurrence)).told;
+    const auto toldPeer = peer && told.contains(*peer) ? peer : OrderPermissions::UserId();
+    return OrderPermissions::mayRemove(peer, rootOwner, occurrence.schedule.owner, toldPeer) ||
+           (isBeingAnnounced(occurrence) && told.isEmpty() && peer && peer == consoleUser());
+}
+
+QList<Occurrence> AnticipationPlan::removable(OrderPermissions::UserId peer,
+                                              OrderPermissions::UserId rootOwner, const QString &bundlePath,
+                                              const QDateTime &date, const ConsoleUserNow &consoleUser) const
 {
     QList<Occurrence> announced;
     QList<Occurrence> others;
     for (const Occurrence &occurrence : m_scheduler.pendingAt(date)) {
-        if (occurrence.schedule.fullBundlePath() != bundlePath)
-            continue;
-        const bool isAnnounced = isBeingAnnounced(occurrence);
-        const QSet<quint32> told = m_attempts.value(keyOf(occurrence)).told;
-        const auto toldPeer = peer && told.contains(*peer) ? peer : OrderPermissions::UserId();
-        if (OrderPermissions::mayRemove(peer, rootOwner, occurrence.schedule.owner, toldPeer) ||
-            (isAnnounced && told.isEmpty() && peer && peer == consoleUser()))
-            (isAnnounced ? announced : others) += occurrence;
+        if (occurrence.schedule.fullBundlePath() == bundlePath &&
+            mayRemove(occurrence, peer, rootOwner, consoleUser))
+            (isBeingAnnounced(occurrence) ? announced : others) += occurrence;
     }
     return announced.isEmpty() ? others : announced;
 }
 
+/// What is told of an occurrence whose moment has come may be needed for a while: it may wait for its agent,
+/// or be taken back.
+bool AnticipationPlan::isGone(const Key &key) const
+{
+    const auto &[identifier, bundlePath, moment] = key;
+    const auto place = m_scheduler.placeOf(identifier);
+    const Schedule *const schedule = place ? &m_scheduler.schedules().at(*place) : nullptr;
+    if (!schedule || schedule->bundlePath != bundlePath)
+        return true;
+    const qint64 longAgo = m_clock.currentDate().addDuration(-timeToBeTakenBack).toMSecsSinceEpoch();
+    const bool mayComeBack = schedule->recurrence && moment > longAgo;
+    return !mayComeBack && schedule->date.toMSecsSinceEpoch() != moment && !occurrenceOf(key);
+}
+
 void AnticipationPlan::forgetGone()
 {
-    m_attempts.removeIf([this](const auto &attempts) {
-        const auto &[identifier, bundlePath, date] = attempts.key();
-        const auto place = m_scheduler.placeOf(identifier);
-        const Schedule *const schedule = place ? &m_scheduler.schedules().at(*place) : nullptr;
-        return !schedule || schedule->bundlePath != bundlePath || schedule->date.toMSecsSinceEpoch() != date;
-    });
+    m_attempts.removeIf([this](const auto &attempts) { return isGone(attempts.key()); });
 }

@@ -61,6 +61,9 @@ public:
     /// announced again. An occurrence is announced a few times at most, whatever agents ask for.
     void announceAgain();
 
+    /// Who is at the console; asked only where that matters.
+    using ConsoleUserNow = std::function<OrderPermissions::UserId()>;
+
     /// The open occurrences of this bundle (full path) and date that are to be dropped when `peer` wishes so.
     ///
     /// The system and a schedule's owner are obeyed at any time, others only from the beginning of the lead
@@ -69,19 +72,23 @@ public:
     /// is one for all: it means all that are being announced, or, when none is, all.
     QList<Occurrence> removable(OrderPermissions::UserId peer, OrderPermissions::UserId rootOwner,
                                 const QString &bundlePath, const QDateTime &date,
-                                const std::function<OrderPermissions::UserId()> &consoleUser) const;
+                                const ConsoleUserNow &consoleUser) const;
+
+    /// Whether `peer` is obeyed, by the same rule, about one occurrence.
+    bool mayRemove(const Occurrence &occurrence, OrderPermissions::UserId peer,
+                   OrderPermissions::UserId rootOwner, const ConsoleUserNow &consoleUser) const;
 
     /// Forgets who was told of occurrences that the schedules do not have any more.
     void forgetGone();
 
 private:
-    using Key = std::tuple<QString, QString, qint64>; // identifier, bundle, date: another bundle is news
+    using Key = std::tuple<QString, QString, qint64>; // identifier, bundle, moment: another one is news
     struct Attempts {
         int count = 0;
         QSet<quint32> told;
         QDateTime again; // when to try next; invalid: not of our own accord
     };
-    /// Milliseconds since 1970, and the schedule's place.
+    /// When to announce what has which moment, milliseconds since 1970, and the schedule's place.
     struct Announcement {
         qint64 when;
         qint64 date;
@@ -107,6 +114,7 @@ private:
     void replan(qint32 place);
     void lookAtClock();
     bool isBeingAnnounced(const Occurrence &occurrence) const;
+    bool isGone(const Key &key) const;
 
     const dozely::Clock &m_clock;
     Scheduler &m_scheduler;

@@ -99,6 +99,12 @@ void DaemonActions::takeUp()
     }
 }
 
+bool DaemonActions::isGoingOn(const QString &identifier) const
+{
+    return std::any_of(m_acting.keyBegin(), m_acting.keyEnd(),
+                       [&](const Key &key) { return key.first == identifier; });
+}
+
 bool DaemonActions::mayPrepare(const Occurrence &occurrence) const
 {
     return m_prepared.size() < mostPrepared && !m_prepared.contains(keyOf(occurrence));

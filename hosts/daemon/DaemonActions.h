@@ -55,6 +55,9 @@ public:
     /// Takes back all to which no performer has come yet: it is as if they had not begun.
     void takeBack();
 
+    /// Whether some action of a schedule goes on.
+    bool isGoingOn(const QString &identifier) const;
+
 Q_SIGNALS:
     /// An action was noted, and logged, as one that failed or was not performed.
     void failed(const Occurrence &occurrence, const QString &why);

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/core/log/AbuseLog.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
@@ -78,9 +79,11 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
       m_console(std::move(console)),
       m_performer(m_keeper, m_performances, m_answers, m_console, clock),
       m_anticipation(clock, m_keeper.scheduler()),
+      m_wishes(m_keeper, m_anticipation, clock, [this] { return consoleUser(); }),
       m_clockDoubt(clock),
       m_power(m_keeper.scheduler(), clock, m_answers),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
+      m_zoneWatch(clock),
       m_timer(clock.makeAbsoluteTimer())
 {
     const auto receive = [this](const QString &name, const QString &sender,
@@ -93,6 +96,14 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
     receive(OrderName::daemonMustNoteOutcome, OrderSender::daemon, &DaemonController::daemonMustNoteOutcome);
     OrderReceiver::receiveBeforeAnswer(OrderName::daemonMustRunNow, OrderSender::admin, this,
                                        [this](const ReceivedOrder &order) { daemonMustRunNow(order); });
+    for (const QString sender : {OrderSender::admin, OrderSender::daemon}) {
+        OrderReceiver::receiveBeforeAnswer(
+            OrderName::daemonMustSkip, sender, this,
+            [this](const ReceivedOrder &order) { obeyWish(order, &OccurrenceWishes::skip); });
+        OrderReceiver::receiveBeforeAnswer(
+            OrderName::daemonMustPostpone, sender, this,
+            [this](const ReceivedOrder &order) { obeyWish(order, &OccurrenceWishes::postpone); });
+    }
     receive(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent,
             &DaemonController::daemonMustAnticipateAgain);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &DaemonController::performDue);
@@ -111,6 +122,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
             });
     connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
+    connect(&m_zoneWatch, &ZoneWatch::changed, this, &DaemonController::zoneHasChanged);
     removeOverAfter(firstRemoval);
     rereadStore();
     m_performer.takeUp();
@@ -155,6 +167,16 @@ void DaemonController::waitForNext()
         m_timer->stop();
     m_power.updateSoon();
     watchConsole();
+}
+
+/// Wall times mean other instants now, and so does what the machine's own clock shows.
+void DaemonController::zoneHasChanged()
+{
+    readZonesAgain();
+    m_keeper.scheduler().readZonesAgain();
+    m_keeper.flush();
+    m_power.renew();
+    waitForNext();
 }
 
 /// What a doubted clock makes late waits until it can be believed.
@@ -286,8 +308,9 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     const QString outcome = order.userInfo.value(OrderKey::outcome).toString();
     const bool isPerformed = outcome == OrderOutcome::performed;
     const bool hasFailed = outcome == OrderOutcome::failed;
+    const bool isSkipped = outcome == OrderOutcome::skipped;
     if (!order.peer || date.typeId() != QMetaType::QDateTime ||
-        (!isPerformed && !hasFailed && outcome != OrderOutcome::notPerformed))
+        (!isPerformed && !hasFailed && !isSkipped && outcome != OrderOutcome::notPerformed))
         return;
     const auto handedOver = [&](OccurrenceState state) {
         return m_keeper.scheduler().handedOver(
@@ -301,6 +324,8 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
         occurrence = handedOver(OccurrenceState::Done);
     if (!occurrence)
         return;
+    if (isSkipped)
+        return m_performer.noteOverlap(*occurrence);
     if (!isPerformed)
         told.failure = failureIn(order);
     if (const auto status = exitStatusIn(order); hasFailed || (isPerformed && status == 0))
@@ -310,18 +335,20 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     m_performer.noteOutcome(*occurrence, *order.peer, told);
 }
 
+OrderPermissions::UserId DaemonController::consoleUser() const
+{
+    const auto user = m_console->current();
+    return user ? OrderPermissions::UserId(user->userId) : std::nullopt;
+}
+
 QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &order) const
 {
     const QVariant date = order.userInfo.value(OrderKey::date);
     if (date.typeId() != QMetaType::QDateTime)
         return {};
-    const auto consoleUser = [this] {
-        const auto user = m_console->current();
-        return user ? OrderPermissions::UserId(user->userId) : std::nullopt;
-    };
     QList<Occurrence> occurrences = m_anticipation.removable(
         order.peer, RootFolder::owner(), order.userInfo.value(OrderKey::bundlePath).toString(),
-        date.toDateTime().toUTC(), consoleUser);
+        date.toDateTime().toUTC(), [this] { return consoleUser(); });
     if (occurrences.isEmpty()) {
         if (const auto held = heldOccurrence(order))
             occurrences += *held;
@@ -363,8 +390,8 @@ void DaemonController::refuse(const ReceivedOrder &order, OrderRefusal::Kind kin
     throw OrderRefusal(kind, why);
 }
 
-/// What the sender is told is true: when this returns, the disk has it that the action is to be performed.
-void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
+/// Refuses an order of nobody, and one too many.
+void DaemonController::takeRate(const ReceivedOrder &order)
 {
     using enum OrderRefusal::Kind;
     const bool isSystem = OrderPermissions::isSystem(order.peer, RootFolder::owner());
@@ -375,6 +402,29 @@ void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
         throw OrderRefusal(Impossible,
                            QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute));
     }
+}
+
+void DaemonController::obeyWish(const ReceivedOrder &order,
+                                void (OccurrenceWishes::*wish)(const ReceivedOrder &))
+{
+    takeRate(order);
+    const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
+    if (!identifier.isEmpty() && !m_keeper.scheduler().placeOf(identifier))
+        rereadStore(); // one that was added a moment ago
+    try {
+        (m_wishes.*wish)(order);
+    } catch (const OrderRefusal &refusal) {
+        ZDRLog("%@ from %@ refused: %@", order.name, senderLabel(order), refusal.reason());
+        throw;
+    }
+    waitForNext();
+}
+
+/// What the sender is told is true: when this returns, the disk has it that the action is to be performed.
+void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
+{
+    using enum OrderRefusal::Kind;
+    takeRate(order);
     const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
     auto schedule = m_keeper.scheduler().schedule(identifier);
     if (!schedule) {

@@ -5,10 +5,12 @@
 #include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/daemon/AnticipationPlan.h"
 #include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/OccurrenceWishes.h"
 #include "hosts/daemon/OrderRate.h"
 #include "hosts/daemon/PowerPlanner.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "hosts/daemon/StoreWatcher.h"
+#include "hosts/daemon/ZoneWatch.h"
 
 #include <QObject>
 
@@ -57,6 +59,10 @@ private:
     void daemonMustRemove(const ReceivedOrder &order);
     void daemonMustNoteOutcome(const ReceivedOrder &order);
     void daemonMustRunNow(const ReceivedOrder &order);
+    void obeyWish(const ReceivedOrder &order, void (OccurrenceWishes::*wish)(const ReceivedOrder &));
+    OrderPermissions::UserId consoleUser() const;
+    void takeRate(const ReceivedOrder &order);
+    void zoneHasChanged();
     void daemonMustAnticipateAgain(const ReceivedOrder &order);
     [[noreturn]] void refuse(const ReceivedOrder &order, OrderRefusal::Kind kind, const QString &why) const;
     QList<Occurrence> removableOccurrences(const ReceivedOrder &order) const;
@@ -69,10 +75,12 @@ private:
     std::shared_ptr<PinnedConsoleUser> m_console;
     OccurrencePerformer m_performer;
     AnticipationPlan m_anticipation;
+    OccurrenceWishes m_wishes;
     dozely::ClockDoubt m_clockDoubt;
     PowerPlanner m_power;
     OrderRate m_rate;
     StoreWatcher m_watcher;
+    ZoneWatch m_zoneWatch;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     bool m_isWatchingConsole = false;
     bool m_isAsking = false; // what the plug-in wants of which an occurrence is to be announced

@@ -28,6 +28,11 @@ constexpr qint64 handOverMilliseconds = 3600 * 1000;
 /// Files that SQLite keeps beside a database.
 const QStringList companions{"-wal", "-shm", "-journal"};
 
+std::optional<qint64> milliseconds(const QDateTime &date)
+{
+    return date.isValid() ? std::optional(date.toMSecsSinceEpoch()) : std::nullopt;
+}
+
 QString damagedPath()
 {
     return OccurrenceDatabase::path() + ".damaged";
@@ -186,9 +191,22 @@ Result<void> OccurrenceDatabase::loadInto(Opened &opened, const QDateTime &now)
         return Error{"it does not say what it knows", Sqlite::damaged};
     if (const auto before = knowledge.number(0))
         opened.nothingKnownBefore = QDateTime::fromMSecsSinceEpoch(*before, Qt::UTC);
+    (void)knowledge.next();
+    auto calendars = m_database->prepare("SELECT identifier, settled, is_paused FROM calendars");
+    for (;;) {
+        const auto more = calendars.next();
+        if (!more)
+            return more.error();
+        if (!*more)
+            break;
+        const auto settled = QDateTime::fromMSecsSinceEpoch(calendars.number(1).value_or(0), Qt::UTC);
+        opened.record.restoreCalendar(calendars.text(0), {settled, calendars.number(2).value_or(0) != 0});
+    }
     auto rows = m_database->prepare(
-        "SELECT * FROM occurrences WHERE state IN ('asked', 'begun') UNION "
-        "SELECT * FROM occurrences WHERE handed_over IS NOT NULL AND handed_over >= ?1 ORDER BY date");
+        "SELECT * FROM occurrences WHERE state IN ('asked', 'begun', 'postponed') UNION "
+        "SELECT * FROM occurrences WHERE handed_over IS NOT NULL AND handed_over >= ?1 UNION "
+        "SELECT * FROM occurrences AS one WHERE state = 'removed' AND date > "
+        "(SELECT settled FROM calendars WHERE calendars.identifier = one.identifier) ORDER BY date");
     rows.bind(1, now.toMSecsSinceEpoch() - handOverMilliseconds);
     for (;;) {
         const auto more = rows.next();
@@ -271,22 +289,50 @@ void OccurrenceDatabase::rest() const
 
 Result<std::optional<OccurrenceEntry>> OccurrenceDatabase::find(const OccurrenceRecord::Key &key)
 {
-    if (auto open = ensureOpen(); !open)
-        return open.error();
-    auto search = m_database->prepare("SELECT * FROM occurrences WHERE identifier = ?1 AND date = ?2");
-    const auto isThere = search.bind(1, key.first).bind(2, key.second.toMSecsSinceEpoch()).next();
-    if (!isThere)
-        return isThere.error();
-    if (!*isThere)
-        return std::optional<OccurrenceEntry>();
-    const auto row = OccurrenceRow::read(search);
-    if (!row)
-        return row.error();
-    return std::optional(row->second);
+    const auto found = findAll({key});
+    if (!found)
+        return found.error();
+    return found->isEmpty() ? std::optional<OccurrenceEntry>() : std::optional(found->first().second);
 }
 
-Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
-                                       const CurrentDate &currentDate, const Outputs &outputs)
+Result<OccurrenceDatabase::Found> OccurrenceDatabase::findAll(const QList<OccurrenceRecord::Key> &keys)
+{
+    return findEach("date = ?2", keys);
+}
+
+Result<OccurrenceDatabase::Found> OccurrenceDatabase::findLater(const QList<OccurrenceRecord::Key> &dates)
+{
+    return findEach("date > ?2", dates);
+}
+
+Result<OccurrenceDatabase::Found> OccurrenceDatabase::findEach(const char *condition,
+                                                               const QList<OccurrenceRecord::Key> &keys)
+{
+    if (auto open = ensureOpen(); !open)
+        return open.error();
+    Found found;
+    const QByteArray text = QByteArray("SELECT * FROM occurrences WHERE identifier = ?1 AND ") + condition;
+    auto search = m_database->prepare(text.constData());
+    for (const auto &[identifier, date] : keys) {
+        search.bind(1, identifier).bind(2, date.toMSecsSinceEpoch());
+        for (;;) {
+            const auto more = search.next();
+            if (!more)
+                return more.error();
+            if (!*more)
+                break;
+            const auto row = OccurrenceRow::read(search);
+            if (!row)
+                return row.error();
+            found += *row;
+        }
+    }
+    return found;
+}
+
+Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes, const Needed &needed,
+                                       const Outputs &outputs,
+                                       const OccurrenceRecord::CalendarChanges &calendars)
 {
     if (auto open = ensureOpen(); !open)
         return open;
@@ -308,13 +354,15 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
             if (entry->askedBy)
                 askers += *entry->askedBy;
         }
+        if (auto done = writeCalendars(calendars); !done)
+            return done;
         if (auto done = writeOutputs(outputs); !done)
             return done;
         auto trim = m_database->prepare(OccurrenceRow::trimSchedule);
         for (const QString &identifier : std::as_const(over)) {
-            const QDateTime current = currentDate(identifier);
+            const Occurrences stay = needed(identifier);
             trim.bind(1, identifier).bind(2, m_limits.ofASchedule);
-            trim.bind(3, current.isValid() ? std::optional(current.toMSecsSinceEpoch()) : std::nullopt);
+            trim.bind(3, milliseconds(stay.date)).bind(4, milliseconds(stay.after));
             if (auto done = trim.run(); !done)
                 return done;
         }
@@ -332,6 +380,17 @@ Result<void> OccurrenceDatabase::write(const OccurrenceRecord::Changes &changes,
     return written;
 }
 
+Result<void> OccurrenceDatabase::writeCalendars(const OccurrenceRecord::CalendarChanges &calendars) const
+{
+    auto insertion = m_database->prepare("INSERT OR REPLACE INTO calendars VALUES (?1, ?2, ?3)");
+    for (auto calendar = calendars.cbegin(); calendar != calendars.cend(); ++calendar) {
+        insertion.bind(1, calendar.key()).bind(2, calendar->settled.toMSecsSinceEpoch());
+        if (auto done = insertion.bind(3, qint64(calendar->isPaused ? 1 : 0)).run(); !done)
+            return done;
+    }
+    return {};
+}
+
 Result<void> OccurrenceDatabase::writeOutputs(const Outputs &outputs) const
 {
     auto insertion = m_database->prepare(OccurrenceRow::insertOutput);
@@ -347,35 +406,51 @@ Result<void> OccurrenceDatabase::writeOutputs(const Outputs &outputs) const
     return {};
 }
 
-Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &)> &isGone,
-                                        const QDateTime &oldest, const CurrentDate &currentDate)
+/// One after the other, by the index, however many rows each has.
+Result<QStringList> OccurrenceDatabase::identifiersIn(const char *table) const
 {
-    if (auto open = ensureOpen(); !open)
-        return open;
-    // The identifiers one after the other, by the index, however many occurrences each has.
     QStringList identifiers;
-    auto next = m_database->prepare("SELECT min(identifier) FROM occurrences WHERE identifier > ?1");
+    const QByteArray text = QByteArray("SELECT min(identifier) FROM ") + table + " WHERE identifier > ?1";
+    auto next = m_database->prepare(text.constData());
     for (QString last;; identifiers += last) {
         const auto more = next.bind(1, last).next();
         if (!more)
             return more.error();
         if (next.text(0).isEmpty())
-            break;
+            return identifiers;
         last = next.text(0);
         (void)next.next();
     }
+}
+
+Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &)> &isGone,
+                                        const QDateTime &oldest, const Needed &needed)
+{
+    if (auto open = ensureOpen(); !open)
+        return open;
+    const auto identifiers = identifiersIn("occurrences");
+    const auto calendars = identifiersIn("calendars");
+    if (!identifiers || !calendars)
+        return identifiers ? calendars.error() : identifiers.error();
+    auto calendarRemoval = m_database->prepare("DELETE FROM calendars WHERE identifier = ?1");
     auto removal = m_database->prepare("DELETE FROM occurrences WHERE identifier = ?1");
     auto ageing = m_database->prepare(OccurrenceRow::removeOld);
     return m_database->transaction([&]() -> Result<void> {
-        for (const QString &identifier : std::as_const(identifiers)) {
+        for (const QString &identifier : *calendars) {
+            if (!isGone(identifier))
+                continue;
+            if (auto done = calendarRemoval.bind(1, identifier).run(); !done)
+                return done;
+        }
+        for (const QString &identifier : *identifiers) {
             if (isGone(identifier)) {
                 if (auto done = removal.bind(1, identifier).run(); !done)
                     return done;
                 continue;
             }
-            const QDateTime current = currentDate(identifier);
+            const Occurrences stay = needed(identifier);
             ageing.bind(1, identifier).bind(2, oldest.toMSecsSinceEpoch());
-            ageing.bind(3, current.isValid() ? std::optional(current.toMSecsSinceEpoch()) : std::nullopt);
+            ageing.bind(3, milliseconds(stay.date)).bind(4, milliseconds(stay.after));
             if (auto done = ageing.run(); !done)
                 return done;
         }

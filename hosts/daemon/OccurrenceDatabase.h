@@ -19,8 +19,9 @@ public:
     static QString path();
 
     struct Opened {
-        /// Since the daemon before this one: what has not begun or is not over, and what was handed to an
-        /// agent that may still hand it back.
+        /// Since the daemon before this one: what has not begun or is not over, what was handed to an
+        /// agent that may still hand it back, how far schedules that repeat have come, and what of theirs
+        /// is removed in advance.
         OccurrenceRecord record;
         QDateTime nothingKnownBefore; ///< Invalid when everything is known.
         QStringList complaints;       ///< For the log.
@@ -40,8 +41,18 @@ public:
     };
     void setLimits(const Limits &limits) { m_limits = limits; }
 
-    /// The date at which a schedule is to run, whose occurrence is never forgotten; invalid for none.
-    using CurrentDate = std::function<QDateTime(const QString &identifier)>;
+    /// Some occurrences of the same schedule.
+    struct Occurrences {
+        QDateTime date = {};  ///< That at this date; invalid for none.
+        QDateTime after = {}; ///< All later than this; invalid for none.
+
+        bool contains(const QDateTime &other) const
+        {
+            return other == date || (after.isValid() && other > after);
+        }
+    };
+    /// What a schedule still has to be told apart by, and what is therefore never forgotten.
+    using Needed = std::function<Occurrences(const QString &identifier)>;
 
     /// What actions wrote last, by occurrence.
     using Outputs = QHash<OccurrenceRecord::Key, QByteArray>;
@@ -49,15 +60,24 @@ public:
     /// Outputs of so many occurrences of a schedule are kept, the latest ones.
     static constexpr qint64 outputsOfASchedule = 10;
 
+    using Found = QList<std::pair<OccurrenceRecord::Key, OccurrenceEntry>>;
+
+    /// Those of many occurrences that it has.
+    dozely::Result<Found> findAll(const QList<OccurrenceRecord::Key> &keys);
+
+    /// All occurrences of these schedules that are later than the date beside each.
+    dozely::Result<Found> findLater(const QList<OccurrenceRecord::Key> &dates);
+
     /// Writes what changed, or that it is gone, and outputs, at once: on return the disk has all of it, or
     /// nothing and an error comes back. Forgets what goes beyond the limits.
-    dozely::Result<void> write(const OccurrenceRecord::Changes &changes, const CurrentDate &currentDate,
-                               const Outputs &outputs = {});
+    dozely::Result<void> write(const OccurrenceRecord::Changes &changes, const Needed &needed,
+                               const Outputs &outputs = {},
+                               const OccurrenceRecord::CalendarChanges &calendars = {});
 
     /// Forgets all of every schedule whose identifier `isGone` names, and what is over and older than
-    /// `oldest`, except a schedule's current date.
+    /// `oldest`, except what is needed.
     dozely::Result<void> forget(const std::function<bool(const QString &)> &isGone, const QDateTime &oldest,
-                                const CurrentDate &currentDate);
+                                const Needed &needed);
 
     /// Gives back the memory that the next operation does not need.
     void rest() const;
@@ -68,6 +88,9 @@ private:
     dozely::Result<void> make(const std::optional<QDateTime> &nothingKnownBefore) const;
     dozely::Result<void> loadInto(Opened &opened, const QDateTime &now);
     dozely::Result<void> writeOutputs(const Outputs &outputs) const;
+    dozely::Result<void> writeCalendars(const OccurrenceRecord::CalendarChanges &calendars) const;
+    dozely::Result<Found> findEach(const char *condition, const QList<OccurrenceRecord::Key> &keys);
+    dozely::Result<QStringList> identifiersIn(const char *table) const;
     void takeOverPropertyList(Opened &opened, const QDateTime &now);
     void moveAside() const;
 

@@ -67,24 +67,83 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &p
 
 void OccurrencePerformer::decide(const QList<Occurrence> &due)
 {
+    m_isDeciding = true;
     std::vector<Ready> ready;
-    std::vector<Ready> forSessions;
-    for (const Occurrence &occurrence : due) {
-        if (occurrence.mayHaveRun) {
-            m_keeper.note(occurrence, OccurrenceState::Skipped);
-            ZDRLog("%@ was skipped: it may have run before the record was lost", labelOf(occurrence));
-        } else if (const auto possible = examine(occurrence, Place::AsConfigured, true)) {
-            (possible->isForSession ? forSessions : ready).push_back({occurrence, possible->answers, {}});
-        }
-    }
+    std::vector<Possible> forSessions;
+    for (const Occurrence &occurrence : due)
+        decideOne(occurrence, ready, forSessions);
     if (ready.empty()) {
-        for (Ready &one : forSessions) {
-            one.user = reachableUser(one.occurrence, one.answers.timeOut);
-            if (one.user)
-                ready.push_back(std::move(one));
+        for (const Possible &possible : forSessions) {
+            const auto user = reachableUser(possible);
+            if (!user)
+                continue;
+            m_waits.end(possible.due);
+            skip(possible.due, possible.missed);
+            ready.push_back({possible.occurrence, possible.answers, user});
         }
     }
+    m_isDeciding = false;
     begin(std::move(ready));
+}
+
+void OccurrencePerformer::decideOne(const Occurrence &occurrence, std::vector<Ready> &ready,
+                                    std::vector<Possible> &forSessions)
+{
+    if (occurrence.mayHaveRun) {
+        m_keeper.note(occurrence, OccurrenceState::Skipped);
+        tell(labelOf(occurrence) + " was skipped: it may have run before the record was lost");
+        return;
+    }
+    const auto possible = examine(occurrence, Place::AsConfigured, true);
+    if (!possible)
+        return;
+    const bool isAnotherReady = std::any_of(ready.cbegin(), ready.cend(), [&](const Ready &other) {
+        return other.occurrence.schedule.identifier == occurrence.schedule.identifier;
+    });
+    if (possible->isForSession) {
+        forSessions.push_back(*possible);
+    } else if (occurrence.skipsOverlap() && (isAnotherReady || isGoingOn(occurrence.schedule.identifier))) {
+        skip(occurrence, m_keeper.scheduler().dueRun(occurrence), "the action of the one before goes on");
+    } else {
+        skip(occurrence, possible->missed);
+        ready.push_back({possible->occurrence, possible->answers, {}});
+    }
+}
+
+/// Whether an action of a schedule goes on here, or is about to.
+bool OccurrencePerformer::isGoingOn(const QString &identifier) const
+{
+    return m_actions.isGoingOn(identifier) ||
+           std::any_of(m_ready.cbegin(), m_ready.cend(), [&](const Ready &ready) {
+               return !ready.user && ready.occurrence.schedule.identifier == identifier;
+           });
+}
+
+/// Notes that `due`, or what was due with it, is not performed, and why: that they are late, unless told
+/// otherwise. One line.
+void OccurrencePerformer::skip(const Occurrence &due, const OccurrenceSeries::Run &run, const QString &why)
+{
+    if (run.count == 0)
+        return;
+    const auto lateness = m_keeper.scheduler().lateness(due).count();
+    m_keeper.noteRun(due.schedule, run);
+    const QString reason = why.isEmpty() ? QString() : ": " + why;
+    if (run.count > 1 || !run.isCountExact)
+        tell(QString("%1: %2%3 occurrences from %4 to %5 were missed%6")
+                 .arg(labelOf(due), run.isCountExact ? "" : "at least ", QString::number(run.count),
+                      run.first.toString(Qt::ISODate), run.last.toString(Qt::ISODate), reason));
+    else
+        tell(QString("%1 was skipped%2")
+                 .arg(labelOf(due), why.isEmpty() ? QString(": it is %1 s late").arg(lateness) : reason));
+}
+
+/// What is told while something is decided upon waits for the disk.
+void OccurrencePerformer::tell(const QString &line)
+{
+    if (m_isDeciding)
+        m_lines += line;
+    else
+        ZDRLog("%@", line);
 }
 
 void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
@@ -106,6 +165,10 @@ void OccurrencePerformer::begin(std::vector<Ready> &&ready)
     }
     if (!beginnings.isEmpty())
         m_keeper.noteBegun(beginnings);
+    else if (!m_lines.isEmpty())
+        m_keeper.flush();
+    for (const QString &line : std::exchange(m_lines, {}))
+        ZDRLog("%@", line);
     // What is due by its date goes before what somebody asked for.
     const bool goesAhead = !ready.empty() && !ready.front().occurrence.isAskedFor;
     const auto place = goesAhead
@@ -169,7 +232,10 @@ void OccurrencePerformer::prepareSoonDue()
             m_actions.prepare(occurrence, answers.bundleInfo);
         }
     }
-    m_told.removeIf([&](const OccurrenceRecord::Key &key) { return key.second <= now; });
+    m_told.removeIf([&](const OccurrenceRecord::Key &key) {
+        const auto pending = scheduler.pending(key);
+        return !pending || pending->moment() <= now;
+    });
     tellAgent(forSessions);
 }
 
@@ -232,7 +298,7 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
                                                                           Place place, bool mayBeTooLate)
 {
     // One that waited for its agent was in time when it began to; how long it may wait is known there.
-    const bool hasWaited = m_waits.userOf(occurrence).has_value();
+    const bool hasWaited = m_waits.contains(occurrence);
     const auto known = m_answers.of(occurrence.schedule, PlugInAnswers::Urgency::Due);
     const auto heldUp = waitForAnswers(keyOf(occurrence));
     if (!known) {
@@ -256,15 +322,21 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
                                           QString(isForSession ? "session" : "daemon"), *why));
         return {};
     }
-    const bool isTooLate =
-        mayBeTooLate && !hasWaited && m_keeper.scheduler().isTooLate(occurrence, answers.timeOut, heldUp);
-    if (isTooLate) {
-        m_keeper.note(occurrence, OccurrenceState::Skipped);
-        ZDRLog("%@ was skipped: it is %lld s late", labelOf(occurrence),
-               static_cast<qlonglong>(m_keeper.scheduler().lateness(occurrence).count()));
-        return {};
+    Possible possible{occurrence, occurrence,
+                      answers,    MissedRule::of(occurrence.schedule, answers.bundleInfo, answers.timeOut),
+                      {},         isForSession};
+    const bool isOnce = possible.rule.policy == MissedPolicy::RunOnce;
+    if (!mayBeTooLate || (hasWaited && !isOnce))
+        return possible;
+    const Scheduler::Verdict verdict = m_keeper.scheduler().judge(occurrence, possible.rule, heldUp);
+    possible.missed = verdict.missed;
+    if (verdict.performed) {
+        possible.occurrence = *verdict.performed;
+        return possible;
     }
-    return Possible{answers, isForSession};
+    m_waits.end(occurrence);
+    skip(occurrence, verdict.missed);
+    return {};
 }
 
 /// For how long an occurrence has been waiting for its plug-in's answers.
@@ -331,7 +403,11 @@ void OccurrencePerformer::noteDelivery(const Ready &ready, AgentPosts::Delivery 
 void OccurrencePerformer::waitForAgent(const Ready &ready)
 {
     m_keeper.takeBack(ready.occurrence);
-    if (!m_waits.wait(ready.occurrence, *ready.user, ready.answers.timeOut))
+    const MissedRule rule =
+        MissedRule::of(ready.occurrence.schedule, ready.answers.bundleInfo, ready.answers.timeOut);
+    const bool isOnce = rule.policy == MissedPolicy::RunOnce && !ready.occurrence.isAskedFor;
+    const auto allowed = isOnce ? std::nullopt : Scheduler::allowedLateness(ready.occurrence, rule);
+    if (!m_waits.wait(ready.occurrence, *ready.user, allowed))
         notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
     else
         ZDRLog("%@ waits for the agent of user %u", labelOf(ready.occurrence), *ready.user);
@@ -339,28 +415,38 @@ void OccurrencePerformer::waitForAgent(const Ready &ready)
 
 /// The user at the console whose agent answers. Absent when the occurrence waits for one, or its
 /// time is over. It is for its owner alone; one of root's is for whoever is there when it comes due, and does
-/// not pass to somebody who logs in later.
-std::optional<quint32> OccurrencePerformer::reachableUser(const Occurrence &occurrence, qint32 timeOut)
+/// not pass to somebody who logs in later, unless it is to be run once whoever comes.
+std::optional<quint32> OccurrencePerformer::reachableUser(const Possible &possible)
 {
+    const Occurrence &due = possible.due;
+    const bool isOnce = possible.rule.policy == MissedPolicy::RunOnce && !due.isAskedFor;
     const auto console = m_console->current();
-    const auto waitedFor = m_waits.userOf(occurrence);
-    if (!console && !waitedFor) {
-        notPerformed(occurrence, "nobody is logged in");
+    const bool waits = m_waits.contains(due);
+    const auto owner = onlyUserOf(due.schedule);
+    std::optional<quint32> user = owner ? owner : m_waits.userOf(due);
+    if (console && (!user || (isOnce && !owner)))
+        user = console->userId;
+    if (!isOnce && !console && !waits) {
+        notPerformed(due, "nobody is logged in");
         return {};
     }
-    const auto owner = onlyUserOf(occurrence.schedule);
-    const quint32 user = owner ? *owner : waitedFor ? *waitedFor : console->userId;
     const bool isThere = console && console->userId == user;
-    if (isThere && m_waits.isReachable(user))
+    if (isThere && m_waits.isReachable(*user))
         return user;
     const bool isAnotherThere = console && !isThere;
-    if (!m_waits.wait(occurrence, user, timeOut))
-        notPerformed(occurrence, isAnotherThere ? QString("user %1 is not at the console").arg(user)
-                                                : couldNotBeReached(user));
-    else if (!waitedFor && isAnotherThere)
-        ZDRLog("%@ waits for user %u, who is not at the console", labelOf(occurrence), user);
-    else if (!waitedFor)
-        ZDRLog("%@ waits for the agent of user %u", labelOf(occurrence), user);
+    const bool isForAnybody = !user || (isOnce && !owner && !console);
+    const auto allowed = isOnce ? std::nullopt : Scheduler::allowedLateness(due, possible.rule);
+    if (!m_waits.wait(due, isForAnybody ? std::nullopt : user, allowed))
+        notPerformed(due, !user            ? QString("nobody is logged in")
+                          : isAnotherThere ? QString("user %1 is not at the console").arg(*user)
+                                           : couldNotBeReached(*user));
+    else if (!waits && isForAnybody)
+        tell(labelOf(due) + " waits for somebody at the console");
+    else if (!waits && (isAnotherThere || !console))
+        tell(QString("%1 waits for user %2, who is not at the console")
+                 .arg(labelOf(due), QString::number(*user)));
+    else if (!waits)
+        tell(QString("%1 waits for the agent of user %2").arg(labelOf(due), QString::number(*user)));
     return {};
 }
 
@@ -395,6 +481,12 @@ void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 user
     tellFailureSoon(occurrence, why);
 }
 
+void OccurrencePerformer::noteOverlap(const Occurrence &occurrence)
+{
+    m_keeper.note(occurrence, OccurrenceState::Skipped);
+    ZDRLog("%@ was skipped: the action of the one before goes on", labelOf(occurrence));
+}
+
 /// That it is over is noted once, whatever its agent says afterwards: each time is a write on the disk.
 void OccurrencePerformer::noteSuccess(const Occurrence &occurrence, quint32 userId,
                                       const PerformanceOutcome &end)
@@ -413,7 +505,7 @@ void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QStri
 {
     m_waits.end(occurrence);
     m_keeper.note(occurrence, OccurrenceState::NotPerformed);
-    ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
+    tell(QString("%1 was not performed: %2").arg(labelOf(occurrence), why));
     tellFailureSoon(occurrence, why);
 }
 

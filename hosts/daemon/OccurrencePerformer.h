@@ -40,9 +40,11 @@ public:
     std::optional<QDateTime> nextPreparation() const;
 
     /// Decides what becomes of those that came due or were asked for. One is skipped when it is later than
-    /// its plug-in's time-out, and held back in the scheduler while it is for a session whose agent cannot be
-    /// reached. The others are recorded as begun, all of them at once, and then to be started. As an agent
-    /// may take its time to answer, those for sessions stay as they are while there are some for the daemon.
+    /// MissedRule allows, or when another action of its schedule goes on and that is not to be, and held back
+    /// in the scheduler while it is for a session whose agent cannot be reached. The others are recorded as
+    /// begun, all of them at once, and then to be started. As an agent may take its time to answer, those for
+    /// sessions stay as they are while there are some for the daemon. The disk has it all before the log has
+    /// a line of it.
     void decide(const QList<Occurrence> &due);
 
     /// Whether something was decided upon and not started.
@@ -63,6 +65,10 @@ public:
     /// although the answer came too late, what it wrote, that it failed, or that it was not performed
     /// although it was answered.
     void noteOutcome(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &outcome);
+
+    /// What the agent of an occurrence that it was handed says: that it was not begun, since another action of
+    /// the schedule goes on there.
+    void noteOverlap(const Occurrence &occurrence);
 
     /// What became of the wish to announce an occurrence.
     struct Announcement {
@@ -97,7 +103,11 @@ private:
     };
     /// One that is neither skipped nor impossible.
     struct Possible {
+        Occurrence due;
+        Occurrence occurrence; ///< Of several that are due the one to be performed.
         PlugInAnswers::Answers answers;
+        MissedRule rule;
+        OccurrenceSeries::Run missed; ///< Those before it that are not.
         bool isForSession;
     };
     void tellAgent(QList<Occurrence> occurrences);
@@ -109,7 +119,12 @@ private:
     void takeBackThoseFor(quint32 userId);
     void actInUserAgent(const Ready &ready);
     void noteDelivery(const Ready &ready, AgentPosts::Delivery delivery, std::chrono::milliseconds took);
-    std::optional<quint32> reachableUser(const Occurrence &occurrence, qint32 timeOut);
+    std::optional<quint32> reachableUser(const Possible &possible);
+    void decideOne(const Occurrence &occurrence, std::vector<Ready> &ready,
+                   std::vector<Possible> &forSessions);
+    bool isGoingOn(const QString &identifier) const;
+    void skip(const Occurrence &due, const OccurrenceSeries::Run &run, const QString &why = {});
+    void tell(const QString &line);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
     void noteSuccess(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &end);
     void notPerformed(const Occurrence &occurrence, const QString &why);
@@ -122,7 +137,9 @@ private:
     PlugInAnswers &m_answers;
     AgentPosts m_posts;
     DaemonActions m_actions;
-    QSet<OccurrenceRecord::Key> m_told;                                   // to agents, as coming soon
+    QSet<OccurrenceRecord::Key> m_told; // to agents, as coming soon
+    QStringList m_lines;                // for the log, once the disk has what they tell
+    bool m_isDeciding = false;
     std::deque<Ready> m_ready;                                            // recorded as begun
     QHash<OccurrenceRecord::Key, std::chrono::milliseconds> m_unanswered; // since when, on the steady clock
     QList<Occurrence> m_handedBack;                                       // the same

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace dozely;
 
@@ -29,6 +30,8 @@ constexpr StateName stateNames[] = {
     {OccurrenceState::Interrupted, "interrupted"},
     {OccurrenceState::Unknown, "unknown"},
     {OccurrenceState::Failed, "failed"},
+    {OccurrenceState::Missed, "missed"},
+    {OccurrenceState::Postponed, "postponed"},
 };
 
 /// Absent for what is no number of a user.
@@ -99,9 +102,80 @@ void OccurrenceRecord::set(const QString &identifier, const QDateTime &date, con
 
 void OccurrenceRecord::restore(const Key &key, const OccurrenceEntry &entry)
 {
-    m_entries[key.first].insert(key.second, entry);
-    noteAsked(key, entry.state == OccurrenceState::Asked);
-    noteHandedOver(key, entry.handedTo.has_value());
+    Entries &entries = m_entries[key.first];
+    if (const auto former = entries.constFind(key.second); former != entries.cend()) {
+        // In its place among what is asked for it stays.
+        if (former->state != OccurrenceState::Asked || entry.state != OccurrenceState::Asked)
+            unindex(key, *former);
+    }
+    entries.insert(key.second, entry);
+    index(key, entry);
+}
+
+void OccurrenceRecord::index(const Key &key, const OccurrenceEntry &entry)
+{
+    if (entry.state == OccurrenceState::Asked && !m_asked.contains(key))
+        m_asked += key;
+    if (entry.state == OccurrenceState::Postponed)
+        m_postponed.insert(key.first, key.second);
+    if (entry.handedTo)
+        m_handedOver.insert(entry.momentOf(key.second).toMSecsSinceEpoch(), key);
+}
+
+void OccurrenceRecord::unindex(const Key &key, const OccurrenceEntry &entry)
+{
+    if (entry.state == OccurrenceState::Asked)
+        m_asked.removeOne(key);
+    if (entry.state == OccurrenceState::Postponed)
+        m_postponed.remove(key.first, key.second);
+    if (entry.handedTo)
+        m_handedOver.remove(entry.momentOf(key.second).toMSecsSinceEpoch(), key);
+}
+
+QList<QDateTime> OccurrenceRecord::postponed(const QString &identifier) const
+{
+    return m_postponed.values(identifier);
+}
+
+QList<OccurrenceRecord::Key> OccurrenceRecord::postponed() const
+{
+    QList<Key> keys;
+    for (auto date = m_postponed.cbegin(); date != m_postponed.cend(); ++date)
+        keys += Key(date.key(), *date);
+    return keys;
+}
+
+std::optional<CalendarEntry> OccurrenceRecord::calendar(const QString &identifier) const
+{
+    const auto entry = m_calendars.constFind(identifier);
+    return entry != m_calendars.cend() ? std::optional(*entry) : std::nullopt;
+}
+
+void OccurrenceRecord::setCalendar(const QString &identifier, const CalendarEntry &entry)
+{
+    if (calendar(identifier) == entry)
+        return;
+    m_calendars.insert(identifier, entry);
+    m_changedCalendars.insert(identifier);
+}
+
+void OccurrenceRecord::restoreCalendar(const QString &identifier, const CalendarEntry &entry)
+{
+    m_calendars.insert(identifier, entry);
+}
+
+OccurrenceRecord::CalendarChanges OccurrenceRecord::calendarChanges() const
+{
+    CalendarChanges changes;
+    for (const QString &identifier : m_changedCalendars)
+        changes.insert(identifier, m_calendars.value(identifier));
+    return changes;
+}
+
+void OccurrenceRecord::forgetChanges()
+{
+    m_changed.clear();
+    m_changedCalendars.clear();
 }
 
 OccurrenceRecord::Changes OccurrenceRecord::changes() const
@@ -117,28 +191,12 @@ void OccurrenceRecord::remove(const QString &identifier, const QDateTime &date)
     const auto schedule = m_entries.find(identifier);
     if (schedule == m_entries.end())
         return;
+    if (const auto entry = schedule->constFind(date); entry != schedule->cend())
+        unindex({identifier, date}, *entry);
     schedule->remove(date);
     if (schedule->isEmpty())
         m_entries.erase(schedule);
-    noteAsked({identifier, date}, false);
-    noteHandedOver({identifier, date}, false);
     m_changed.insert({identifier, date});
-}
-
-void OccurrenceRecord::noteAsked(const Key &key, bool isAsked)
-{
-    if (!isAsked)
-        m_asked.removeOne(key);
-    else if (!m_asked.contains(key))
-        m_asked += key;
-}
-
-void OccurrenceRecord::noteHandedOver(const Key &key, bool isHandedOver)
-{
-    const qint64 date = key.second.toMSecsSinceEpoch();
-    m_handedOver.remove(date, key.first);
-    if (isHandedOver)
-        m_handedOver.insert(date, key.first);
 }
 
 bool OccurrenceRecord::makeRoom(quint32 userId, qsizetype most)
@@ -169,6 +227,18 @@ QList<QDateTime> OccurrenceRecord::dates(const QString &identifier) const
     return m_entries.value(identifier).keys();
 }
 
+QList<QDateTime> OccurrenceRecord::datesBetween(const QString &identifier, const QDateTime &after,
+                                                const QDateTime &before) const
+{
+    QList<QDateTime> dates;
+    const auto schedule = m_entries.constFind(identifier);
+    if (schedule == m_entries.cend())
+        return dates;
+    for (auto entry = schedule->upperBound(after); entry != schedule->cend() && entry.key() < before; ++entry)
+        dates += entry.key();
+    return dates;
+}
+
 QList<OccurrenceRecord::Key>
 OccurrenceRecord::interruptBegun(const std::function<bool(const Key &, const OccurrenceEntry &)> &goesOn)
 {
@@ -177,10 +247,10 @@ OccurrenceRecord::interruptBegun(const std::function<bool(const Key &, const Occ
         for (auto entry = schedule->begin(); entry != schedule->end(); ++entry) {
             if (entry->state != OccurrenceState::Begun || goesOn({schedule.key(), entry.key()}, *entry))
                 continue;
+            unindex({schedule.key(), entry.key()}, *entry);
             entry->state = OccurrenceState::Interrupted;
             entry->handedTo.reset();
             entry->handedOver = {};
-            noteHandedOver({schedule.key(), entry.key()}, false);
             m_changed.insert({schedule.key(), entry.key()});
             interrupted += {schedule.key(), entry.key()};
         }
@@ -200,32 +270,55 @@ QList<OccurrenceRecord::Key> OccurrenceRecord::begunInDaemon() const
     return begun;
 }
 
-bool OccurrenceRecord::prune(const std::function<QDateTime(const QString &)> &currentDate,
-                             const std::function<bool(const QString &)> &isGone)
+bool OccurrenceRecord::prune(const IsNeeded &isNeeded, const std::function<bool(const QString &)> &isGone,
+                             const QDateTime &handedOverBefore)
 {
     bool dropped = false;
     for (auto schedule = m_entries.begin(); schedule != m_entries.end();) {
-        const QDateTime current = currentDate(schedule.key());
         if (isGone(schedule.key())) {
             for (auto entry = schedule->cbegin(); entry != schedule->cend(); ++entry)
-                noteHandedOver({schedule.key(), entry.key()}, false);
-            m_asked.removeIf([&](const Key &key) { return key.first == schedule.key(); });
+                unindex({schedule.key(), entry.key()}, *entry);
             schedule = m_entries.erase(schedule);
             dropped = true;
             continue;
         }
-        int others = static_cast<int>(schedule->size()) - (schedule->contains(current) ? 1 : 0);
-        for (auto entry = schedule->begin(); entry != schedule->end() && others > remembered;) {
-            if (entry.key() == current || !entry->isOver()) {
-                ++entry;
-                continue;
-            }
-            noteHandedOver({schedule.key(), entry.key()}, false);
-            entry = schedule->erase(entry);
-            --others;
-            dropped = true;
-        }
+        dropped |= pruneOne(schedule.key(), *schedule, isNeeded, handedOverBefore);
         ++schedule;
+    }
+    m_calendars.removeIf([&](const auto &calendar) { return isGone(calendar.key()); });
+    m_changedCalendars.removeIf([&](const QString &identifier) { return isGone(identifier); });
+    return dropped;
+}
+
+void OccurrenceRecord::pruneChanged(const IsNeeded &isNeeded, const QDateTime &handedOverBefore)
+{
+    for (const Key &key : std::as_const(m_changed)) {
+        const auto schedule = m_entries.find(key.first);
+        if (schedule != m_entries.end())
+            pruneOne(key.first, *schedule, isNeeded, handedOverBefore);
+    }
+}
+
+bool OccurrenceRecord::pruneOne(const QString &identifier, Entries &entries, const IsNeeded &isNeeded,
+                                const QDateTime &handedOverBefore)
+{
+    const auto mayGo = [&](const Entries::iterator &entry) {
+        return entry->isOver() && !isNeeded(identifier, entry.key()) &&
+               (!entry->handedTo || !handedOverBefore.isValid() || entry->handedOver < handedOverBefore);
+    };
+    auto others = entries.size();
+    bool dropped = false;
+    for (auto entry = entries.begin(); entry != entries.end() && others > 0; ++entry)
+        others -= isNeeded(identifier, entry.key()) ? 1 : 0;
+    for (auto entry = entries.begin(); entry != entries.end() && others > remembered;) {
+        if (!mayGo(entry)) {
+            ++entry;
+            continue;
+        }
+        unindex({identifier, entry.key()}, *entry);
+        entry = entries.erase(entry);
+        --others;
+        dropped = true;
     }
     return dropped;
 }

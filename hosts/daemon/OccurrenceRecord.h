@@ -23,6 +23,8 @@ enum class OccurrenceState {
     Interrupted,  ///< Begun, and cut short without anybody who could tell how.
     Unknown,      ///< Sent to an agent that did not answer: it may have been performed.
     Failed,       ///< Performed, but not to a good end.
+    Missed,       ///< Several that follow one another were found too late; the entry is the last one's.
+    Postponed,    ///< To be performed later than at its date, at somebody's wish; not begun.
 };
 
 /// Where an action was performed.
@@ -40,15 +42,41 @@ struct OccurrenceEntry {
     std::optional<qint64> exitStatus = {}; ///< Of the program that it ran, where that is known.
     QDateTime ended = {};                  ///< When an action in a performer ended, UTC.
     QString failure = {};                  ///< Why it failed: a clause; empty when it did not.
+    QDateTime postponedTo = {};            ///< UTC; when it is to be performed, or was. Else invalid.
+
+    /// An entry that stands for a run of occurrences, the last of which is its own: the first of them, UTC,
+    /// how many they are, or at least are. Else absent.
+    struct Run {
+        QDateTime first;
+        qint64 count = 0;
+        bool isCountExact = true;
+        bool operator==(const Run &) const = default;
+    };
+    std::optional<Run> run = {};
 
     /// Whether nothing becomes of it any more by itself.
-    bool isOver() const { return state != OccurrenceState::Asked && state != OccurrenceState::Begun; }
+    bool isOver() const
+    {
+        return state != OccurrenceState::Asked && state != OccurrenceState::Begun &&
+               state != OccurrenceState::Postponed;
+    }
+
+    /// When it is to be performed, or was, of an occurrence with this date.
+    QDateTime momentOf(const QDateTime &date) const { return postponedTo.isValid() ? postponedTo : date; }
 
     bool operator==(const OccurrenceEntry &) const = default;
 };
 
-/// What the daemon knows about occurrences that came due, by schedule identifier and date. A plain value;
-/// OccurrenceDatabase has it on disk.
+/// How far a schedule that repeats has come.
+struct CalendarEntry {
+    QDateTime settled;     ///< UTC: whatever it had up to and including then, nothing more becomes of it.
+    bool isPaused = false; ///< It was disabled when the store was last read.
+
+    bool operator==(const CalendarEntry &) const = default;
+};
+
+/// What the daemon knows about occurrences that came due, by schedule identifier and date, and how far
+/// schedules that repeat have come. A plain value; OccurrenceDatabase has it on disk.
 class OccurrenceRecord
 {
 public:
@@ -58,17 +86,35 @@ public:
     /// Dates of the schedule's occurrences, earliest first.
     QList<QDateTime> dates(const QString &identifier) const;
 
+    /// The same, of those after one date and before another.
+    QList<QDateTime> datesBetween(const QString &identifier, const QDateTime &after,
+                                  const QDateTime &before) const;
+
     /// Schedule identifier and date of an occurrence.
     using Key = std::pair<QString, QDateTime>;
 
     /// What is asked for and has not begun, in the order in which it was asked for.
     const QList<Key> &asked() const { return m_asked; }
 
-    /// The schedules whose occurrences of that date agents have been handed.
-    QStringList handedOverAt(const QDateTime &date) const
+    /// What is postponed, of one schedule, and of all.
+    /// @{
+    QList<QDateTime> postponed(const QString &identifier) const;
+    QList<Key> postponed() const;
+    /// @}
+
+    /// The occurrences that agents have been handed and that were to be performed at that moment.
+    QList<Key> handedOverAt(const QDateTime &moment) const
     {
-        return m_handedOver.values(date.toMSecsSinceEpoch());
+        return m_handedOver.values(moment.toMSecsSinceEpoch());
     }
+
+    /// How far a schedule has come; absent for one that does not repeat, or was never seen before.
+    std::optional<CalendarEntry> calendar(const QString &identifier) const;
+    void setCalendar(const QString &identifier, const CalendarEntry &entry);
+    void restoreCalendar(const QString &identifier, const CalendarEntry &entry);
+
+    /// Of how many schedules that is known.
+    qsizetype calendarCount() const { return m_calendars.size(); }
 
     /// Forgets the oldest of what `userId` asked for and is over, until there is less than `most` of it.
     /// False when that cannot be, since so much of it has not begun or goes on.
@@ -77,8 +123,13 @@ public:
     /// What was set or removed since the last call of forgetChanges: the entry, absent when it was removed.
     using Changes = QHash<Key, std::optional<OccurrenceEntry>>;
     Changes changes() const;
-    bool hasChanges() const { return !m_changed.isEmpty(); }
-    void forgetChanges() { m_changed.clear(); }
+
+    /// The same of schedules that repeat.
+    using CalendarChanges = QHash<QString, CalendarEntry>;
+    CalendarChanges calendarChanges() const;
+
+    bool hasChanges() const { return !m_changed.isEmpty() || !m_changedCalendars.isEmpty(); }
+    void forgetChanges();
 
     /// Puts in what is on disk already.
     void restore(const Key &key, const OccurrenceEntry &entry);
@@ -92,11 +143,18 @@ public:
     /// What is begun in the daemon.
     QList<Key> begunInDaemon() const;
 
+    /// Whether an occurrence's entry is needed, however old.
+    using IsNeeded = std::function<bool(const QString &identifier, const QDateTime &date)>;
+
     /// Drops from memory what is no longer needed, which is no change: all of a schedule that is gone, and of
-    /// the others all but what has their `currentDate`, what is not over, and the latest few. True when
-    /// something was dropped.
-    bool prune(const std::function<QDateTime(const QString &identifier)> &currentDate,
-               const std::function<bool(const QString &identifier)> &isGone);
+    /// the others all but what is needed, what is not over, what an agent was handed after
+    /// `handedOverBefore`, and the latest few. True when something was dropped.
+    bool prune(const IsNeeded &isNeeded, const std::function<bool(const QString &identifier)> &isGone,
+               const QDateTime &handedOverBefore = {});
+
+    /// The same for the schedules that have changed since the last call of forgetChanges, before that is
+    /// called.
+    void pruneChanged(const IsNeeded &isNeeded, const QDateTime &handedOverBefore);
 
     /// Reads what earlier versions wrote. An error when the bytes are not a whole record: one that is damaged
     /// in part cannot tell what ran.
@@ -109,11 +167,17 @@ public:
     /// @}
 
 private:
-    void noteAsked(const Key &key, bool isAsked);
-    void noteHandedOver(const Key &key, bool isHandedOver);
+    using Entries = QMap<QDateTime, OccurrenceEntry>;
+    void index(const Key &key, const OccurrenceEntry &entry);
+    void unindex(const Key &key, const OccurrenceEntry &entry);
+    bool pruneOne(const QString &identifier, Entries &entries, const IsNeeded &isNeeded,
+                  const QDateTime &handedOverBefore);
 
-    QMap<QString, QMap<QDateTime, OccurrenceEntry>> m_entries;
-    QMultiHash<qint64, QString> m_handedOver; // by date, milliseconds since 1970
+    QMap<QString, Entries> m_entries;
     QList<Key> m_asked;
+    QMultiHash<QString, QDateTime> m_postponed;
+    QMultiHash<qint64, Key> m_handedOver; // by moment, milliseconds since 1970
     QSet<Key> m_changed;
+    QHash<QString, CalendarEntry> m_calendars;
+    QSet<QString> m_changedCalendars;
 };

@@ -3,27 +3,32 @@
 
 using namespace dozely;
 
-const char *const OccurrenceRow::insertOrReplace =
-    "INSERT OR REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
-const char *const OccurrenceRow::insertOrIgnore =
-    "INSERT OR IGNORE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
+const char *const OccurrenceRow::insertOrReplace = "INSERT OR REPLACE INTO occurrences VALUES (?1, ?2, ?3, "
+                                                   "?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15, "
+                                                   "?16)";
+const char *const OccurrenceRow::insertOrIgnore = "INSERT OR IGNORE INTO occurrences VALUES (?1, ?2, ?3, ?4, "
+                                                  "?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15, "
+                                                  "?16)";
 
-const char *const OccurrenceRow::explainInsertion =
-    "EXPLAIN INSERT INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
+const char *const OccurrenceRow::explainInsertion = "EXPLAIN INSERT INTO occurrences VALUES (?1, ?2, ?3, ?4, "
+                                                    "?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15, "
+                                                    "?16)";
 
 const char *const OccurrenceRow::trimSchedule =
-    "DELETE FROM occurrences WHERE identifier = ?1 AND state NOT IN ('asked', 'begun') AND date IS NOT ?3 "
-    "AND date <= (SELECT date FROM occurrences WHERE identifier = ?1 AND date IS NOT ?3 "
-    "AND state NOT IN ('asked', 'begun') ORDER BY date DESC LIMIT 1 OFFSET ?2)";
+    "DELETE FROM occurrences WHERE identifier = ?1 AND state NOT IN ('asked', 'begun', 'postponed') "
+    "AND date IS NOT ?3 AND (?4 IS NULL OR date <= ?4) AND date <= (SELECT date FROM occurrences "
+    "WHERE identifier = ?1 AND date IS NOT ?3 AND (?4 IS NULL OR date <= ?4) "
+    "AND state NOT IN ('asked', 'begun', 'postponed') ORDER BY date DESC LIMIT 1 OFFSET ?2)";
 
 const char *const OccurrenceRow::trimAsker =
-    "DELETE FROM occurrences WHERE asked_by = ?1 AND state NOT IN ('asked', 'begun') AND date <= "
-    "(SELECT date FROM occurrences WHERE asked_by = ?1 AND state NOT IN ('asked', 'begun') "
+    "DELETE FROM occurrences WHERE asked_by = ?1 AND state NOT IN ('asked', 'begun', 'postponed') AND date "
+    "<= "
+    "(SELECT date FROM occurrences WHERE asked_by = ?1 AND state NOT IN ('asked', 'begun', 'postponed') "
     "ORDER BY date DESC LIMIT 1 OFFSET ?2)";
 
 const char *const OccurrenceRow::removeOld =
     "DELETE FROM occurrences WHERE identifier = ?1 AND date < ?2 AND date IS NOT ?3 "
-    "AND state NOT IN ('asked', 'begun')";
+    "AND (?4 IS NULL OR date <= ?4) AND state NOT IN ('asked', 'begun', 'postponed')";
 
 const char *const OccurrenceRow::insertOutput =
     "INSERT OR REPLACE INTO outputs SELECT ?1, ?2, ?3 WHERE EXISTS "
@@ -82,7 +87,11 @@ SqliteStatement &OccurrenceRow::bind(SqliteStatement &statement, const Occurrenc
         .bind(9, milliseconds(entry.handedOver))
         .bind(10, entry.exitStatus)
         .bind(11, milliseconds(entry.ended))
-        .bind(12, entry.failure);
+        .bind(12, entry.failure)
+        .bind(13, milliseconds(entry.postponedTo))
+        .bind(14, entry.run ? milliseconds(entry.run->first) : std::nullopt)
+        .bind(15, entry.run ? std::optional(entry.run->count) : std::nullopt)
+        .bind(16, entry.run ? std::optional<qint64>(entry.run->isCountExact ? 0 : 1) : std::nullopt);
 }
 
 Result<std::pair<OccurrenceRecord::Key, OccurrenceEntry>>
@@ -104,5 +113,10 @@ OccurrenceRow::read(const SqliteStatement &statement)
     entry.exitStatus = statement.number(9);
     entry.ended = dateOf(statement.number(10));
     entry.failure = statement.text(11);
+    entry.postponedTo = dateOf(statement.number(12));
+    if (*state == OccurrenceState::Postponed && !entry.postponedTo.isValid())
+        return Error{"it holds an occurrence that is postponed to no date", Sqlite::damaged};
+    if (const auto count = statement.number(14))
+        entry.run = {dateOf(statement.number(13)), *count, statement.number(15).value_or(0) == 0};
     return std::pair(OccurrenceRecord::Key(statement.text(0), dateOf(statement.number(1))), entry);
 }

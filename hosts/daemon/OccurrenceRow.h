@@ -16,13 +16,13 @@ extern const char *const insertOrIgnore;
 /// Says how a row would be inserted, and fails where the table is another one.
 extern const char *const explainInsertion;
 
-/// ?1 identifier, ?2 how many stay, ?3 the current date, which stays too.
+/// ?1 identifier, ?2 how many stay, ?3 a date that stays too, and ?4 a date later than which all stay.
 extern const char *const trimSchedule;
 
 /// ?1 who asked, ?2 how many stay.
 extern const char *const trimAsker;
 
-/// ?1 identifier, ?2 the date before which nothing that is over stays, but for ?3, the current date.
+/// ?1 identifier, ?2 the date before which nothing that is over stays, but for ?3 and ?4 as above.
 extern const char *const removeOld;
 
 /// ?1 identifier, ?2 date, ?3 output; nothing for an occurrence that is gone.

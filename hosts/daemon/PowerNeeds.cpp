@@ -110,8 +110,8 @@ void PowerNeeds::askAbout(qint32 place)
     const QDateTime now = m_clock.currentDate();
     QList<qint64> dates;
     for (const Occurrence &occurrence : m_scheduler.pendingOf(place)) {
-        if (occurrence.date.addDuration(longestHold) > now)
-            dates += occurrence.date.toMSecsSinceEpoch();
+        if (occurrence.moment().addDuration(longestHold) > now)
+            dates += occurrence.moment().toMSecsSinceEpoch();
     }
     forget(place);
     if (dates.isEmpty())

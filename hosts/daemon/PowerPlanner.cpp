@@ -4,14 +4,11 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
-#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "DozelyKit/system/power/SystemPower.h"
 #include "DozelyKit/system/power/ZDRPowerManager.h"
 #include "hosts/daemon/PlugInAnswers.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <utility>
@@ -21,7 +18,6 @@ using namespace dozely;
 namespace
 {
 const QString ourselves = "com.dozely";
-const char *const zoneFile = "/etc/localtime";
 
 /// Gathers the changes of one moment, and lets what is due go first.
 constexpr std::chrono::milliseconds updateDelay(100);
@@ -35,29 +31,10 @@ QList<PowerEventScheduler::Event> ourEvents()
     events.removeIf([](const PowerEventScheduler::Event &event) { return event.owner != ourselves; });
     return events;
 }
-
-/// What decides which instants the machine's clock shows: the time zone, and whether that clock keeps local
-/// time.
-QByteArray zoneRules()
-{
-    constexpr qint64 longest = 64 << 10; // bytes; the rules of a zone are some thousand
-    QByteArray rules;
-    for (const QString path : {zoneFile, "/etc/adjtime"}) {
-        QFile file(RootFolder::join(path));
-        if (file.open(QIODevice::ReadOnly))
-            rules += file.read(longest);
-        rules += '\0';
-    }
-    return rules;
-}
 } // namespace
 
 PowerPlanner::PowerPlanner(Scheduler &scheduler, Clock &clock, PlugInAnswers &answers)
-    : m_clock(clock),
-      m_needs(scheduler, clock, answers),
-      m_zoneWatcher(RootFolder::join(zoneFile), RootFolder::path(), clock),
-      m_zone(zoneRules()),
-      m_awakeTimer(clock.makeAbsoluteTimer())
+    : m_clock(clock), m_needs(scheduler, clock, answers), m_awakeTimer(clock.makeAbsoluteTimer())
 {
     connect(m_awakeTimer.get(), &AbsoluteTimer::due, this, &PowerPlanner::keepAwake);
     auto &center = NSNotificationCenter::defaultCenter();
@@ -68,20 +45,9 @@ PowerPlanner::PowerPlanner(Scheduler &scheduler, Clock &clock, PlugInAnswers &an
         m_needs.noteAnswers();
         updateSoon();
     });
-    connect(&m_zoneWatcher, &StoreWatcher::changed, this, &PowerPlanner::zoneMayHaveChanged);
 }
 
 PowerPlanner::~PowerPlanner() = default;
-
-void PowerPlanner::zoneMayHaveChanged()
-{
-    // Told of whatever happens in that folder.
-    const QByteArray zone = zoneRules();
-    if (zone == m_zone)
-        return;
-    m_zone = zone;
-    renew();
-}
 
 void PowerPlanner::systemWillChange(const NSNotification &notification)
 {

@@ -4,7 +4,6 @@
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/common/plugins/ActionInhibitor.h"
 #include "hosts/daemon/PowerNeeds.h"
-#include "hosts/daemon/StoreWatcher.h"
 
 #include <QObject>
 
@@ -24,8 +23,8 @@ class PlugInAnswers;
 ///
 /// The events are compared with what the machine has, so an event that is there already costs nothing and
 /// what a changed, disabled or removed schedule left is taken back, also when that happened while the daemon
-/// did not run. Dates of the same second are one event. Before the machine sleeps or goes off, when it has
-/// woken, and when its time zone was changed this happens without being asked for.
+/// did not run. Dates of the same second are one event. Before the machine sleeps or goes off, and when it
+/// has woken, this happens without being asked for.
 ///
 /// From that moment until its action has begun a schedule keeps the machine awake: a laptop that was woken
 /// with its lid closed would fall asleep again.
@@ -69,7 +68,6 @@ Q_SIGNALS:
 
 private:
     using Event = dozely::PowerEventScheduler::Event;
-    void zoneMayHaveChanged();
     Q_INVOKABLE void systemWillChange(const NSNotification &notification);
     Q_INVOKABLE void systemDidWake(const NSNotification &notification);
     QList<Event> wantedEvents();
@@ -78,8 +76,6 @@ private:
 
     dozely::Clock &m_clock;
     PowerNeeds m_needs;
-    StoreWatcher m_zoneWatcher;
-    QByteArray m_zone;
     ActionInhibitor m_inhibitor{"A scheduled action is about to run"};
     std::shared_ptr<const void> m_awake; // while the machine is to stay awake for what is to come
     std::unique_ptr<dozely::AbsoluteTimer> m_awakeTimer;

@@ -35,6 +35,9 @@ constexpr qsizetype mostOutputsInMemory = 1000;
 
 /// So long nothing happens to an occurrence before the memory that it took is given back.
 constexpr std::chrono::seconds untilRest(10);
+
+/// An agent may hand an occurrence back, or say what became of it, for so long.
+constexpr std::chrono::hours handOverTime(1);
 } // namespace
 
 ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &limits, const GoesOn &goesOn,
@@ -45,19 +48,24 @@ ScheduleKeeper::ScheduleKeeper(Clock &clock, const OccurrenceDatabase::Limits &l
     loadRecord(goesOn);
 }
 
-bool ScheduleKeeper::isLongOver(const Schedule &schedule) const
+bool ScheduleKeeper::isLongOver(qint32 place) const
 {
-    const auto entry = m_scheduler.record().find(schedule.identifier, schedule.date);
+    const Schedule &schedule = m_scheduler.schedules().at(place);
     const QList<OccurrenceRecord::Key> &asked = m_scheduler.record().asked();
     const bool isAskedFor = std::any_of(asked.cbegin(), asked.cend(), [&](const OccurrenceRecord::Key &key) {
         return key.first == schedule.identifier;
     });
-    if (schedule.staysWhenOver || !entry || !entry->isOver() || isAskedFor)
+    if (schedule.staysWhenOver || isAskedFor || !m_scheduler.isOver(place))
         return false;
     QDateTime end = schedule.date;
-    for (const QDateTime &later : {entry->begun, entry->handedOver}) {
-        if (later.isValid())
-            end = std::max(end, later);
+    for (const QDateTime &date : m_scheduler.record().dates(schedule.identifier)) {
+        const auto entry = m_scheduler.record().find(schedule.identifier, date);
+        if (!entry->isOver())
+            return false;
+        for (const QDateTime &later : {entry->begun, entry->handedOver}) {
+            if (later.isValid())
+                end = std::max(end, later);
+        }
     }
     return end.addDays(daysShown) < m_clock.currentDate();
 }
@@ -65,9 +73,9 @@ bool ScheduleKeeper::isLongOver(const Schedule &schedule) const
 void ScheduleKeeper::removeOver()
 {
     QList<Schedule> over;
-    for (const Schedule &schedule : m_scheduler.schedules()) {
-        if (isLongOver(schedule))
-            over += schedule;
+    for (qint32 place = 0; place < m_scheduler.schedules().size(); ++place) {
+        if (isLongOver(place))
+            over += m_scheduler.stored(place);
     }
     if (over.isEmpty())
         return;
@@ -129,7 +137,7 @@ void ScheduleKeeper::readStore()
     ++m_reading;
     QStringList complaints;
     if (auto content = ScheduleStore::read()) {
-        complaints = content->faults;
+        complaints = content->faults + takeOutBadRules(content->schedules, content->faultyIdentifiers);
         const bool exists = content->exists;
         keep(std::exchange(content->schedules, {}), content->faultyIdentifiers);
         if (exists)
@@ -156,9 +164,13 @@ void ScheduleKeeper::readStore()
     rest();
 }
 
-OccurrenceDatabase::CurrentDate ScheduleKeeper::currentDates() const
+OccurrenceDatabase::Needed ScheduleKeeper::needed() const
 {
-    return [this](const QString &identifier) { return m_scheduler.currentDate(identifier); };
+    return [this](const QString &identifier) {
+        const auto calendar = m_scheduler.record().calendar(identifier);
+        return OccurrenceDatabase::Occurrences{m_scheduler.currentDate(identifier),
+                                               calendar ? calendar->settled : QDateTime()};
+    };
 }
 
 /// What a bad entry stands for is kept: all there is, when one does not even have a readable identifier.
@@ -167,11 +179,10 @@ void ScheduleKeeper::forgetGone(const QSet<QString> &faultyIdentifiers, bool has
     flush();
     if (m_scheduler.record().hasChanges())
         return; // what the disk does not have yet is not dropped from memory
-    const auto dates = currentDates();
     const auto isGone = [&](const QString &identifier) {
-        return !hasUnknown && !faultyIdentifiers.contains(identifier) && !dates(identifier).isValid();
+        return !hasUnknown && !faultyIdentifiers.contains(identifier) && !m_scheduler.placeOf(identifier);
     };
-    for (const auto &[identifier, date] : m_scheduler.record().asked()) {
+    for (const auto &[identifier, date] : m_scheduler.record().asked() + m_scheduler.record().postponed()) {
         if (isGone(identifier))
             ZDRLog("Schedule %@ was not performed: it was removed", logLabel(identifier));
     }
@@ -182,7 +193,7 @@ void ScheduleKeeper::forgetGone(const QSet<QString> &faultyIdentifiers, bool has
     const bool isDoubted = m_scheduler.isClockDoubted();
     const QDateTime oldest = isDoubted ? QDateTime::fromSecsSinceEpoch(0, Qt::UTC)
                                        : m_clock.currentDate().addDays(-daysRemembered);
-    const auto forgotten = m_database.forget(isGone, oldest, dates);
+    const auto forgotten = m_database.forget(isGone, oldest, needed());
     m_mayHoldGone = !forgotten || isDoubted || hasUnknown || !faultyIdentifiers.isEmpty();
 }
 
@@ -191,18 +202,83 @@ void ScheduleKeeper::forgetGone(const QSet<QString> &faultyIdentifiers, bool has
 void ScheduleKeeper::learnAbout(const QList<Schedule> &schedules)
 {
     QHash<QString, QDateTime> known;
-    for (const Schedule &schedule : m_scheduler.schedules())
-        known.insert(schedule.identifier, schedule.date);
+    for (qint32 place = 0; place < m_scheduler.schedules().size(); ++place) {
+        const Schedule former = m_scheduler.stored(place);
+        known.insert(former.identifier, former.date);
+    }
+    QList<OccurrenceRecord::Key> once;
+    QList<OccurrenceRecord::Key> repeated;
     for (const Schedule &schedule : schedules) {
         const OccurrenceRecord::Key key(schedule.identifier, schedule.date);
         const QDateTime former = known.take(schedule.identifier);
-        if (former == schedule.date || m_scheduler.record().find(key.first, key.second))
-            continue;
-        const auto entry = m_database.find(key);
-        if (entry && *entry)
-            m_scheduler.record().restore(key, **entry);
+        if (schedule.recurrence && !m_scheduler.record().calendar(schedule.identifier))
+            repeated += {schedule.identifier, schedule.date.addMSecs(-1)};
+        else if (former != schedule.date && !m_scheduler.record().find(key.first, key.second))
+            once += key;
+    }
+    // What is on record of one that repeats, from where it is settled on, has been in memory from the start.
+    for (const auto &found : {m_database.findAll(once), m_database.findLater(repeated)}) {
+        for (const auto &[key, entry] : found ? *found : OccurrenceDatabase::Found()) {
+            if (!m_scheduler.record().find(key.first, key.second))
+                m_scheduler.record().restore(key, entry);
+        }
     }
     m_mayHoldGone |= !known.isEmpty();
+}
+
+/// A rule that there is no sense in makes its schedule a bad entry of the store.
+QStringList ScheduleKeeper::takeOutBadRules(QList<Schedule> &schedules,
+                                            QSet<QString> &faultyIdentifiers) const
+{
+    QStringList complaints;
+    QHash<QString, QTimeZone> zones;
+    schedules.removeIf([&](const Schedule &schedule) {
+        if (!schedule.recurrence)
+            return false;
+        const auto place = m_scheduler.placeOf(schedule.identifier);
+        const Schedule *const former = place ? &m_scheduler.schedules().at(*place) : nullptr;
+        if (former && former->recurrence == schedule.recurrence && former->timeZone == schedule.timeZone)
+            return false;
+        auto zone = zones.find(schedule.timeZone);
+        if (zone == zones.end())
+            zone = zones.insert(schedule.timeZone, schedule.zone());
+        const auto series = OccurrenceSeries::of(*schedule.recurrence, *zone);
+        if (series)
+            return false;
+        complaints += QString("Schedule \"%1\" is bad: %2").arg(logLabel(schedule.name), series.error().text);
+        faultyIdentifiers.insert(schedule.identifier);
+        return true;
+    });
+    return complaints;
+}
+
+/// What they had before the record was lost is not told one by one.
+void ScheduleKeeper::tellOfLoss(const QList<Schedule> &schedules) const
+{
+    const QDateTime before = m_scheduler.nothingKnownBefore();
+    const auto count = std::count_if(schedules.cbegin(), schedules.cend(), [&](const Schedule &schedule) {
+        return before.isValid() && schedule.recurrence && schedule.date <= before &&
+               !m_scheduler.record().calendar(schedule.identifier);
+    });
+    if (count > 0)
+        ZDRLog("Schedules that repeat: %lld; what they had up to %@ is skipped: it may have run before the "
+               "record was lost",
+               static_cast<qlonglong>(count), before.toString(Qt::ISODate));
+}
+
+/// What is postponed of a schedule that was disabled, or has another date now, is nobody's wish any more.
+void ScheduleKeeper::dropPostponed()
+{
+    const QList<OccurrenceRecord::Key> postponed = m_scheduler.record().postponed();
+    for (const auto &[identifier, date] : postponed) {
+        const auto schedule = m_scheduler.schedule(identifier);
+        const bool isMoved = schedule && !schedule->recurrence && schedule->date != date;
+        if (!schedule || (schedule->isEnabled && !isMoved))
+            continue;
+        note({*schedule, date}, OccurrenceState::Removed);
+        ZDRLog("Schedule \"%@\": what was postponed is not performed: it was %@", logLabel(schedule->name),
+               QString(isMoved ? "given another date" : "disabled"));
+    }
 }
 
 void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers)
@@ -210,18 +286,26 @@ void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faulty
     QSet<QString> missing = faultyIdentifiers;
     for (const Schedule &schedule : schedules)
         missing.remove(schedule.identifier);
-    for (const Schedule &former : m_scheduler.schedules()) {
-        if (missing.contains(former.identifier))
-            schedules += former; // its last good state
+    QList<qint32> formerPlaces;
+    for (const QString &identifier : std::as_const(missing)) {
+        if (const auto place = m_scheduler.placeOf(identifier))
+            formerPlaces += *place;
     }
-    if (schedules == m_scheduler.schedules())
+    std::sort(formerPlaces.begin(), formerPlaces.end());
+    for (const qint32 place : std::as_const(formerPlaces))
+        schedules += m_scheduler.stored(place); // its last good state
+    if (m_scheduler.hasStored(schedules))
         return;
     learnAbout(schedules);
+    tellOfLoss(schedules);
     const QByteArray frozen = CompactSchedules::freeze(schedules);
     schedules.clear();
     m_scheduler.setSchedules({});
     CompactSchedules::giveFreeMemoryBack();
     m_scheduler.setSchedules(CompactSchedules::thaw(frozen));
+    dropPostponed();
+    if (m_scheduler.record().hasChanges())
+        saveSoon();
 }
 
 Result<void> ScheduleKeeper::noteAsked(const Occurrence &occurrence, quint32 userId)
@@ -256,6 +340,37 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
 {
     m_scheduler.note(occurrence, state, handedTo);
     saveSoon();
+}
+
+void ScheduleKeeper::noteRun(const Schedule &schedule, const OccurrenceSeries::Run &run,
+                             OccurrenceState state)
+{
+    m_scheduler.noteRun(schedule, run, state);
+    saveSoon();
+}
+
+Result<void> ScheduleKeeper::noteForGood(const Occurrence &occurrence, const std::function<void()> &note)
+{
+    const QString &identifier = occurrence.schedule.identifier;
+    const auto former = m_scheduler.record().find(identifier, occurrence.date);
+    const auto calendar = m_scheduler.record().calendar(identifier);
+    note();
+    if (save())
+        return {};
+    m_scheduler.restore(occurrence, former, calendar);
+    return Error{"the record of occurrences could not be saved"};
+}
+
+Result<void> ScheduleKeeper::noteRemoved(const Occurrence &occurrence)
+{
+    const OccurrenceSeries::Run run = m_scheduler.dueRun(occurrence);
+    return noteForGood({occurrence.schedule, run.last},
+                       [&] { m_scheduler.noteRun(occurrence.schedule, run, OccurrenceState::Removed); });
+}
+
+Result<void> ScheduleKeeper::notePostponed(const Occurrence &occurrence, const QDateTime &to)
+{
+    return noteForGood(occurrence, [&] { m_scheduler.notePostponed(occurrence, to); });
 }
 
 void ScheduleKeeper::noteInterrupted(const Occurrence &occurrence)
@@ -309,8 +424,11 @@ Result<void> ScheduleKeeper::save()
     if (!record.hasChanges())
         return {};
     restSoon();
-    auto saved = m_database.write(record.changes(), currentDates(), m_outputs);
+    auto saved = m_database.write(record.changes(), needed(), m_outputs, record.calendarChanges());
     if (saved) {
+        record.pruneChanged([this](const QString &identifier,
+                                   const QDateTime &date) { return m_scheduler.isNeeded(identifier, date); },
+                            m_clock.currentDate().addDuration(-handOverTime));
         record.forgetChanges();
         m_outputs.clear();
         m_savePause = firstPause;

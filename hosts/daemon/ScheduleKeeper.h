@@ -55,6 +55,18 @@ public:
     /// Notes what became of an occurrence; the disk has it a little later, or after flush.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 
+    /// The same of occurrences of a schedule that follow one another.
+    void noteRun(const Schedule &schedule, const OccurrenceSeries::Run &run,
+                 OccurrenceState state = OccurrenceState::Missed);
+
+    /// Notes that occurrences of a schedule are not to be performed, the current one and all others that are
+    /// due with it, or are to be performed later, and blocks until the disk has it. An error, and nothing
+    /// noted, when the disk refuses.
+    /// @{
+    dozely::Result<void> noteRemoved(const Occurrence &occurrence);
+    dozely::Result<void> notePostponed(const Occurrence &occurrence, const QDateTime &to);
+    /// @}
+
     /// Notes, and tells in the log, that an action was cut short and nobody knows how far it came.
     void noteInterrupted(const Occurrence &occurrence);
 
@@ -83,10 +95,14 @@ private:
     void tellInterrupted();
     void keep(QList<Schedule> schedules, const QSet<QString> &faultyIdentifiers);
     void learnAbout(const QList<Schedule> &schedules);
+    QStringList takeOutBadRules(QList<Schedule> &schedules, QSet<QString> &faultyIdentifiers) const;
+    void tellOfLoss(const QList<Schedule> &schedules) const;
+    void dropPostponed();
+    dozely::Result<void> noteForGood(const Occurrence &occurrence, const std::function<void()> &note);
     void tryAgainLater();
-    bool isLongOver(const Schedule &schedule) const;
+    bool isLongOver(qint32 place) const;
     void forgetGone(const QSet<QString> &faultyIdentifiers, bool hasUnknown);
-    OccurrenceDatabase::CurrentDate currentDates() const;
+    OccurrenceDatabase::Needed needed() const;
     void saveSoon();
     void saveAgainLater();
     void restSoon();

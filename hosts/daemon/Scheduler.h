@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/calendar/OccurrenceSeries.h"
 #include "hosts/common/performing/PerformanceOutcome.h"
 #include "hosts/common/schedules/Schedule.h"
+#include "hosts/daemon/MissedRule.h"
 #include "hosts/daemon/OccurrenceRecord.h"
 #include "hosts/daemon/PendingOccurrences.h"
+#include "hosts/daemon/ScheduleDates.h"
 #include "hosts/daemon/ScheduleIndex.h"
 
+#include <QHash>
 #include <QList>
 #include <QSet>
+#include <QTimeZone>
 
 #include <chrono>
 #include <functional>
@@ -26,10 +31,18 @@ class SchedulerObserver;
 struct Occurrence {
     Schedule schedule;
     QDateTime date; ///< UTC. Differs from the schedule's own for an action that was asked for by hand.
-    bool mayHaveRun = false; ///< It fell due in a time of which nothing is known.
-    bool isAskedFor = false; ///< By hand, apart from all others of the schedule.
+    bool mayHaveRun = false;    ///< It fell due in a time of which nothing is known.
+    bool isAskedFor = false;    ///< By hand, apart from all others of the schedule.
+    QDateTime postponedTo = {}; ///< UTC; invalid for one that is not postponed.
 
-    /// The date in the schedule's time zone.
+    /// When it is to be performed, UTC: its date, or what it is postponed to.
+    const QDateTime &moment() const { return postponedTo.isValid() ? postponedTo : date; }
+
+    /// Whether it is not to be performed while another action of the schedule goes on. What is asked for is,
+    /// and so is what a schedule that does not repeat has, unless it says otherwise.
+    bool skipsOverlap() const;
+
+    /// The moment in the schedule's time zone: what plug-ins and agents are told, and tell it by.
     QDateTime calendarDate() const;
 };
 
@@ -43,6 +56,10 @@ struct Occurrence {
 /// An occurrence is open until the record has an entry for it. It is told by schedule identifier and date, so
 /// neither a restart nor a clock that is set back repeats it, and a schedule with a new date has a new one.
 /// One that is asked for has an entry from then on, and is due until that says that it began.
+///
+/// A schedule that repeats has one open occurrence at a time, the current one, whose date is that of the
+/// schedule here: the earliest that the record does not know, later than what is settled (CalendarEntry).
+/// What is removed or postponed in advance is passed over; a postponed one is to come beside the current one.
 class Scheduler
 {
 public:
@@ -59,17 +76,35 @@ public:
 
     /// After the record was lost: what fell due before `date` may have run.
     void setNothingKnownBefore(const QDateTime &date) { m_nothingKnownBefore = date; }
+    const QDateTime &nothingKnownBefore() const { return m_nothingKnownBefore; }
 
     /// While the clock is doubted nothing up to `until` comes due, nor what is asked for with such a date;
     /// null ends that.
-    void setDoubted(const QDateTime &until) { m_doubtedUntil = until; }
+    void setDoubted(const QDateTime &until);
     bool isClockDoubted() const { return m_doubtedUntil.isValid(); }
 
     /// What has a date up to `until` was held up for `duration`, which is no lateness of its own.
     void excuse(const QDateTime &until, std::chrono::milliseconds duration);
 
+    /// What the store has. A schedule that repeats and was not seen before begins at its date, one that was
+    /// disabled begins now; what it had before that is nobody's.
     void setSchedules(const QList<Schedule> &schedules);
+
+    /// The same schedules; the date of one that repeats is that of its current occurrence, or, when it has no
+    /// more, of its last.
     const QList<Schedule> &schedules() const { return m_schedules; }
+
+    /// One of them as the store has it.
+    Schedule stored(qint32 place) const;
+
+    /// Whether the store has had exactly these.
+    bool hasStored(const QList<Schedule> &schedules) const;
+
+    /// Whether the schedule has no occurrence any more that nothing became of.
+    bool isOver(qint32 place) const;
+
+    /// The system's zone data, or the machine's zone, are others now.
+    void readZonesAgain();
     std::optional<Schedule> schedule(const QString &identifier) const;
 
     /// The place of a schedule among schedules(); absent for none.
@@ -77,6 +112,21 @@ public:
 
     /// The date of the schedule's own occurrence; invalid where there is no such schedule.
     QDateTime currentDate(const QString &identifier) const;
+
+    /// Whether an occurrence may have to be told apart yet, whatever became of it: the record must not forget
+    /// it.
+    bool isNeeded(const QString &identifier, const QDateTime &date) const;
+
+    /// Whether the schedule at this place has an occurrence at that date, still to come, that nothing became
+    /// of yet, the current one or a later one.
+    bool gives(qint32 place, const QDateTime &date) const;
+
+    /// What the current occurrence stands for when its date has come: all that the schedule had from there up
+    /// to now and that nothing became of.
+    OccurrenceSeries::Run dueRun(const Occurrence &current) const;
+
+    /// Of these those before `date`; a count of 0 for none.
+    OccurrenceSeries::Run runBefore(const Occurrence &current, const QDateTime &date) const;
 
     /// What is to come of the schedule at this place, held back or not.
     QList<Occurrence> pendingOf(qint32 place) const;
@@ -130,6 +180,15 @@ public:
     void beginWait();
     void endWait();
 
+    /// What is to become of one that is due: of several that a schedule has missed, all at once.
+    struct Verdict {
+        std::optional<Occurrence> performed = {}; ///< Absent when none is.
+        OccurrenceSeries::Run missed = {};        ///< Too late; a count of 0 for none.
+    };
+    /// `heldUp` is the time for which `due` was held up.
+    Verdict judge(const Occurrence &due, const MissedRule &rule,
+                  std::chrono::milliseconds heldUp = std::chrono::milliseconds(0)) const;
+
     /// Whether that is more than a plug-in's time-out (seconds, negative) allows. One that was asked for may
     /// also be five minutes late: its daemon may have had to be started again, but nobody who said "now"
     /// means the next day.
@@ -137,10 +196,12 @@ public:
     bool isTooLate(const Occurrence &occurrence, qint32 timeOut,
                    std::chrono::milliseconds heldUp = std::chrono::milliseconds(0)) const;
 
-    /// How late it may be.
-    static std::chrono::milliseconds allowedLateness(const Occurrence &occurrence, qint32 timeOut);
+    /// How late it may be; absent for however late.
+    static std::optional<std::chrono::milliseconds> allowedLateness(const Occurrence &occurrence,
+                                                                    const MissedRule &rule);
 
-    /// A new occurrence of a schedule for an action that is asked for now, apart from all others of it.
+    /// A new occurrence of a schedule for an action that is asked for now, apart from all others of it, those
+    /// to come included.
     Occurrence makeOccurrenceNow(const Schedule &schedule) const;
 
     /// Remembers that `userId` asked for an occurrence.
@@ -155,6 +216,19 @@ public:
     /// Remembers how an action ended, and who still has it.
     void noteEnd(const Occurrence &occurrence, const PerformanceOutcome &outcome,
                  std::optional<quint32> handedTo = {});
+
+    /// Remembers that one is to be performed later.
+    void notePostponed(const Occurrence &occurrence, const QDateTime &to);
+
+    /// Remembers that occurrences of a schedule that follow one another were missed, or, at somebody's wish,
+    /// removed; of a single one that it was skipped.
+    void noteRun(const Schedule &schedule, const OccurrenceSeries::Run &run,
+                 OccurrenceState state = OccurrenceState::Missed);
+
+    /// Puts an occurrence, and how far its schedule has come, back to what the record had of it before; absent
+    /// for nothing.
+    void restore(const Occurrence &occurrence, const std::optional<OccurrenceEntry> &former,
+                 const std::optional<CalendarEntry> &calendar);
 
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
@@ -184,24 +258,40 @@ private:
     using Item = PendingOccurrences::Item;
 
     QList<Occurrence> askedFor() const;
-    bool isOpen(const Schedule &schedule) const;
-    static Item itemOf(const Schedule &schedule, qint32 place);
+    Item currentItem(qint32 place) const;
     Occurrence occurrenceOf(const Item &item) const;
     QList<Occurrence> occurrencesOf(const QList<Item> &items) const;
+    QList<Item> itemsOf(qint32 place) const;
+    ScheduleDates datesOf(const Schedule &schedule) const;
+    QTimeZone zoneOf(const Schedule &schedule) const;
+    QDateTime settledOf(qint32 place) const;
+    bool isToCome(qint32 place);
+    bool roll(qint32 place, CalendarEntry calendar);
     void relist(qint32 place);
     void relistAll();
     void changed(const QString &identifier);
+    void changedAt(qint32 place);
     void hold(const OccurrenceRecord::Key &key, bool isHeldBack);
     qint64 lastDoubted() const;
     void set(const Occurrence &occurrence, const OccurrenceEntry &entry);
+    void settle(const QString &identifier, const QDateTime &upTo);
     QList<Occurrence> handedOut(quint32 userId, const QString &bundlePath, const QDateTime &date) const;
+    bool isRunOf(const Occurrence &occurrence) const;
+    bool isSuperseded(const Occurrence &due, const QDateTime &moment) const;
+    bool isLaterThan(std::optional<std::chrono::milliseconds> allowed, const Occurrence &occurrence,
+                     std::chrono::milliseconds heldUp) const;
+    QDateTime latestTooLate(const Occurrence &first, std::chrono::milliseconds allowed) const;
 
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
     QList<Schedule> m_schedules;
     ScheduleIndex m_index;
     PendingOccurrences m_pending;
-    std::vector<bool> m_isListed; // by place: its own occurrence is pending
+    std::vector<bool> m_isListed;              // by place: its own occurrence is pending
+    QMultiHash<qint32, Item> m_postponed;      // by place
+    QHash<qint32, QDateTime> m_storedDates;    // by place, of those that repeat
+    QSet<qint32> m_resuming;                   // places of what begins again once the clock can be believed
+    mutable QHash<QString, QTimeZone> m_zones; // by the name in the store
     QList<SchedulerObserver *> m_observers;
     QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;

@@ -37,6 +37,14 @@ inline constexpr QLatin1StringView actsInUserAgent("WDActsInUserAgent");
 /// alert.
 inline constexpr QLatin1StringView actsInDaemonOnly("WDActsInDaemonOnly");
 
+/// What becomes of occurrences that are found after their time, where a schedule does not say it: a string,
+/// "plug-in" (by the plug-in's time-out), "skip" or "run once"; and with "run once" how late one may be:
+/// seconds, an integer. Without them "plug-in", and any lateness.
+/// @{
+inline constexpr QLatin1StringView missedPolicy("WDMissedPolicy");
+inline constexpr QLatin1StringView missedLimit("WDMissedLimit");
+/// @}
+
 /// False (or 0): the machine may fall asleep while the action goes on, as one that puts it to sleep needs.
 inline constexpr QLatin1StringView inhibitsSleep("WDInhibitsSleep");
 
@@ -131,8 +139,8 @@ inline constexpr QLatin1StringView force("Force");
 namespace OrderName
 {
 /// From the daemon (WDDaemonPlugIn::actInUserAgentNow) to the agent at the console: perform the occurrence
-/// now. Sender: userAgent. Keys: bundlePath, date, parameters (empty when there are none), scheduleName (may
-/// be missing). Obeyed from root and the root folder's owner.
+/// now. Sender: userAgent. Keys: bundlePath, date, parameters (empty when there are none), scheduleName,
+/// scheduleIdentifier and skipsOverlap (which may be missing). Obeyed from root and the root folder's owner.
 inline constexpr QLatin1StringView userAgentMustAct("UserAgentMustActEvent");
 
 /// From the daemon to the agent at the console, a moment before userAgentMustAct: make ready what that will
@@ -156,6 +164,16 @@ inline constexpr QLatin1StringView daemonMustAct("DaemonMustActEvent");
 /// bundlePath, date. Obeyed from root, the schedule's owner, and the user who was alerted or whose agent has
 /// the occurrence.
 inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
+
+/// From the admin tool or an agent to the daemon: an occurrence is not to be performed. Sender: admin, or
+/// daemon from an agent. Keys: scheduleIdentifier, and date, which may be missing for the next one to come,
+/// or be one that is still far ahead; or, from who knows no more, bundlePath and date. Obeyed from whom
+/// daemonMustRemove is obeyed from. It is refused or noted for good when the sender has its answer.
+inline constexpr QLatin1StringView daemonMustSkip("DaemonMustSkipEvent");
+
+/// The same, and the same keys, but an occurrence is to be performed later: delay, counted from the date at
+/// which it was to be performed, or from now when that is past.
+inline constexpr QLatin1StringView daemonMustPostpone("DaemonMustPostponeEvent");
 
 /// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
 /// it from the agent's answer: it may have come too late, and it is given before the action. Sender: daemon.
@@ -194,6 +212,10 @@ inline constexpr QLatin1StringView outcome("Schedule Outcome");               //
 inline constexpr QLatin1StringView failure("Schedule Failure");               ///< QString, why: a clause.
 inline constexpr QLatin1StringView exitStatus("Schedule Exit Status"); ///< Integer, of the program it ran.
 inline constexpr QLatin1StringView output("Schedule Output");          ///< QByteArray, what it wrote last.
+inline constexpr QLatin1StringView delay("Schedule Delay");            ///< Integer, seconds, at least 1.
+
+/// Boolean: not to be performed while another action of the schedule goes on. Missing: false.
+inline constexpr QLatin1StringView skipsOverlap("Schedule Skips Overlap");
 } // namespace OrderKey
 
 /// What became of an occurrence.
@@ -202,6 +224,7 @@ namespace OrderOutcome
 inline constexpr QLatin1StringView performed("done");
 inline constexpr QLatin1StringView notPerformed("not performed"); ///< Certainly, nor its program.
 inline constexpr QLatin1StringView failed("failed");              ///< Begun, but not to a good end.
+inline constexpr QLatin1StringView skipped("skipped"); ///< For the sake of skipsOverlap: it was not begun.
 } // namespace OrderOutcome
 
 /// The keys of the user info of the alert that WDUserAgentPlugIn shows, for those who show or answer it.

@@ -10,6 +10,7 @@ using namespace dozely;
 namespace
 {
 constexpr QLatin1StringView scheduleKey("Schedule");
+constexpr QLatin1StringView scheduleIdentifierKey("Schedule Identifier");
 constexpr QLatin1StringView bundlePathKey("Bundle Path");
 constexpr QLatin1StringView parametersKey("Parameters");
 constexpr QLatin1StringView dateKey("Date");
@@ -39,6 +40,8 @@ QByteArray PerformanceOrder::toData() const
                     {roleKey, QString(role == Role::Session ? sessionRole : daemonRole)},
                     {deedKey, static_cast<qint64>(deed)},
                     {consoleUserNameKey, consoleUserName}};
+    if (!scheduleIdentifier.isEmpty())
+        map.insert(scheduleIdentifierKey, scheduleIdentifier);
     if (consoleUser)
         map.insert(consoleUserKey, static_cast<qint64>(*consoleUser));
     return PropertyList::toData(map, PropertyList::Format::Binary, PropertyList::ofTheSystem);
@@ -86,6 +89,7 @@ Result<PerformanceOrder> PerformanceOrder::fromData(const QByteArray &data)
     order.role = role == sessionRole ? Role::Session : Role::Daemon;
     order.deed = static_cast<Deed>(deed.toInt());
     order.consoleUserName = map.value(consoleUserNameKey).toString();
+    order.scheduleIdentifier = map.value(scheduleIdentifierKey).toString();
     if (user.isValid())
         order.consoleUser = static_cast<quint32>(user.toLongLong());
     return order;

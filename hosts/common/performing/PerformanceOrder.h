@@ -45,6 +45,8 @@ struct PerformanceOrder {
 
     Role role = Role::Daemon;
 
+    QString scheduleIdentifier = {}; ///< Where that matters to the host; else empty.
+
     QByteArray toData() const;
 
     /// An error for what toData has not written.

@@ -84,7 +84,8 @@ Result<std::optional<RecordedOutput>> RecordedOutcomes::findOutput(const QString
         (m_hasFailures ? "(SELECT output FROM outputs WHERE outputs.identifier = ?1 AND outputs.date = "
                          "occurrences.date)"
                        : "NULL") +
-        " FROM occurrences WHERE identifier = ?1 AND begun IS NOT NULL AND state NOT IN ('asked', 'begun') "
+        " FROM occurrences WHERE identifier = ?1 AND begun IS NOT NULL AND state NOT IN ('asked', 'begun', "
+        "'postponed') "
         "AND (?2 IS NULL OR date = ?2) ORDER BY begun DESC, date DESC LIMIT 1";
     auto search = m_database->prepare(text.constData());
     const auto isThere = search.bind(1, identifier)
@@ -102,6 +103,6 @@ Result<bool> RecordedOutcomes::isInUse(const QString &identifier) const
     if (!m_database)
         return false;
     auto search = m_database->prepare("SELECT 1 FROM occurrences "
-                                      "WHERE identifier = ?1 AND state IN ('asked', 'begun')");
+                                      "WHERE identifier = ?1 AND state IN ('asked', 'begun', 'postponed')");
     return search.bind(1, identifier).next();
 }

@@ -19,7 +19,7 @@ struct RecordedOutcome {
     QString failure = {};             ///< Why it failed: a clause; empty when it did not.
 
     /// Whether nothing becomes of it any more by itself.
-    bool isOver() const { return state != "asked" && state != "begun"; }
+    bool isOver() const { return state != "asked" && state != "begun" && state != "postponed"; }
 };
 
 /// What an occurrence that is over wrote last.
@@ -49,7 +49,7 @@ public:
     dozely::Result<std::optional<RecordedOutput>> findOutput(const QString &identifier,
                                                              const std::optional<QDateTime> &date) const;
 
-    /// Whether any occurrence of a schedule, whatever its date, is asked for or runs.
+    /// Whether any occurrence of a schedule, whatever its date, is asked for, postponed or runs.
     dozely::Result<bool> isInUse(const QString &identifier) const;
 
 private:

@@ -66,4 +66,11 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(OrderKey::exitStatus, "Schedule Exit Status");
     EXPECT_EQ(OrderKey::output, "Schedule Output");
     EXPECT_EQ(OrderOutcome::failed, "failed");
+    EXPECT_EQ(OrderName::daemonMustSkip, "DaemonMustSkipEvent");
+    EXPECT_EQ(OrderName::daemonMustPostpone, "DaemonMustPostponeEvent");
+    EXPECT_EQ(OrderKey::delay, "Schedule Delay");
+    EXPECT_EQ(OrderKey::skipsOverlap, "Schedule Skips Overlap");
+    EXPECT_EQ(OrderOutcome::skipped, "skipped");
+    EXPECT_EQ(InfoKey::missedPolicy, "WDMissedPolicy");
+    EXPECT_EQ(InfoKey::missedLimit, "WDMissedLimit");
 }

@@ -191,6 +191,7 @@ TEST_F(PowerPlugInsTest, BothActInTheDaemonAndDoNotKeepTheMachineAwake)
         const QVariantMap info = make<WDDaemonPlugIn>(daemonLoader, name)->bundle()->infoDictionary();
         EXPECT_EQ(info.value("WDActsInUserAgent"), QVariant(false));
         EXPECT_EQ(info.value("WDInhibitsSleep"), QVariant(false));
+        EXPECT_EQ(info.value("WDMissedPolicy"), "skip") << "nobody wants that when he switches it on";
         EXPECT_EQ(info.value("CFBundleIdentifier"), "com.dozely.plugin." + name);
     }
 }

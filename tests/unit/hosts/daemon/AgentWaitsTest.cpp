@@ -54,8 +54,9 @@ protected:
         Occurrence occurrence = due("a");
         occurrence.date = clock.currentDate();
         scheduler.setSchedules({schedule("a", occurrence.date)});
+        const auto allowed = MissedRule{MissedPolicy::PlugIn, {}, timeOut}.allowedLateness();
         std::chrono::seconds waited{0};
-        while (waits.wait(occurrence, me(), timeOut)) {
+        while (waits.wait(occurrence, me(), allowed)) {
             clock.advance(1s);
             ++waited;
         }
@@ -102,7 +103,7 @@ TEST_F(AgentWaitsTest, HasOneTryAndAllFollowOnceTheAgentAnswers)
     int attempts = 0;
     QObject::connect(&waits, &AgentWaits::tryAgain, [&] { ++attempts; });
     for (const char *identifier : {"a", "b", "c"})
-        EXPECT_TRUE(waits.wait(due(identifier), me(), -180));
+        EXPECT_TRUE(waits.wait(due(identifier), me(), 3min));
     EXPECT_TRUE(dueNow().isEmpty());
     EXPECT_EQ(waits.userOf(due("b")), me());
     clock.advance(250ms);
@@ -124,9 +125,9 @@ TEST_F(AgentWaitsTest, TriesLessAndLessOften)
     int attempts = 0;
     QObject::connect(&waits, &AgentWaits::tryAgain, [&] {
         ++attempts;
-        waits.wait(due("a"), me(), -180);
+        waits.wait(due("a"), me(), 3min);
     });
-    waits.wait(due("a"), me(), -180);
+    waits.wait(due("a"), me(), 3min);
     clock.advance(4s);
     EXPECT_EQ(attempts, 5) << "after 250, 500, 1000, 2000 and 4000 ms";
     clock.advance(20s);
@@ -136,7 +137,7 @@ TEST_F(AgentWaitsTest, TriesLessAndLessOften)
 TEST_F(AgentWaitsTest, LetsGoWhatIsNoLongerToBePerformed)
 {
     AgentWaits waits(clock, scheduler);
-    waits.wait(due("a"), me(), -180);
+    waits.wait(due("a"), me(), 3min);
     scheduler.setSchedules({schedule("b")});
     clock.advance(250ms);
     EXPECT_FALSE(waits.userOf(due("a")));
@@ -146,7 +147,7 @@ TEST_F(AgentWaitsTest, LetsGoWhatIsNoLongerToBePerformed)
 TEST_F(AgentWaitsTest, WatchesTheSocketsNoLongerThanSomethingWaits)
 {
     AgentWaits waits(clock, scheduler);
-    ASSERT_TRUE(waits.wait(due("a"), me(), -180));
+    ASSERT_TRUE(waits.wait(due("a"), me(), std::chrono::seconds(180)));
     waits.end(due("a"));
     clock.advance(1s);
     QFileSystemWatcher witness({ZDRUnixSocketPort::socketFolder()});
@@ -165,7 +166,7 @@ TEST_F(AgentWaitsTest, TriesAtOnceWhenTheSocketsChange)
         ++attempts;
         waits.end(due("a"));
     });
-    ASSERT_TRUE(waits.wait(due("a"), me(), -180));
+    ASSERT_TRUE(waits.wait(due("a"), me(), std::chrono::seconds(180)));
     ASSERT_TRUE(QFile(ZDRUnixSocketPort::socketFolder() + "/something").open(QIODevice::WriteOnly));
     ASSERT_TRUE(waitUntil([&] { return clock.pendingDelays().size() > 1; })) << "the watch told nothing";
     clock.advance(100ms);

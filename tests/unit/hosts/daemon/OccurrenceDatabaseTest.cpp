@@ -27,7 +27,7 @@ protected:
         EXPECT_TRUE(entry) << entry.error().text.toStdString();
         return entry ? *entry : std::nullopt;
     }
-    static QDateTime noDate(const QString &) { return {}; }
+    static OccurrenceDatabase::Occurrences noDate(const QString &) { return {}; }
     static OccurrenceDatabase::Opened openedAt(const QDateTime &now)
     {
         OccurrenceDatabase database;
@@ -91,7 +91,7 @@ TEST_F(OccurrenceDatabaseTest, KeepsTheLatestOfAScheduleWhatIsNotOverAndTheCurre
     OccurrenceDatabase database;
     database.open(noon());
     database.setLimits({3, 200});
-    const auto current = [](const QString &) { return noon(); };
+    const auto current = [](const QString &) { return OccurrenceDatabase::Occurrences{noon()}; };
     ASSERT_TRUE(database.write(change("a", noon().addSecs(1), {Begun, {}, {}}), current));
     for (const int i : {0, 2, 3, 4, 5, 6, 7, 8}) {
         ASSERT_TRUE(database.write(change("a", noon().addSecs(i), {Done, {}, {}}), current));
@@ -128,9 +128,11 @@ TEST_F(OccurrenceDatabaseTest, ForgetsWhatIsGoneAndWhatIsOld)
         ASSERT_TRUE(database.write(change(identifier, old, {Done, {}, {}}), noDate));
         ASSERT_TRUE(database.write(change(identifier, noon(), {Done, {}, {}}), noDate));
     }
-    ASSERT_TRUE(database.forget(
-        [](const QString &identifier) { return identifier == "gone"; }, noon(),
-        [&](const QString &identifier) { return identifier == "current" ? old : QDateTime(); }));
+    ASSERT_TRUE(database.forget([](const QString &identifier) { return identifier == "gone"; }, noon(),
+                                [&](const QString &identifier) {
+                                    return OccurrenceDatabase::Occurrences{
+                                        identifier == "current" ? old : QDateTime()};
+                                }));
     EXPECT_FALSE(found(database, "gone"));
     EXPECT_TRUE(found(database, "stays"));
     EXPECT_FALSE(found(database, "stays", old));
@@ -235,7 +237,7 @@ TEST_F(OccurrenceDatabaseTest, OfALaterFormatIsRefused)
     {
         const auto database = Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {});
         ASSERT_TRUE(database);
-        ASSERT_TRUE(database->run("PRAGMA user_version = 3"));
+        ASSERT_TRUE(database->run("PRAGMA user_version = 4"));
     }
     const auto opened = openedAt(noon());
     ASSERT_EQ(opened.complaints.size(), 1);
@@ -277,6 +279,99 @@ TEST_F(OccurrenceDatabaseTest, OfTheFirstFormatIsBroughtUpToDate)
     const auto found = database.find(Key("b", noon()));
     ASSERT_TRUE(found && *found);
     EXPECT_EQ(**found, failed);
+}
+
+TEST_F(OccurrenceDatabaseTest, OfTheSecondFormatIsBroughtUpToDateWithWhatActionsWrote)
+{
+    {
+        root.makeFolder("/var/lib/dozely");
+        QFile(root.join(recordPath)).open(QIODevice::WriteOnly);
+        const auto database = Sqlite::open(root.join(recordPath), Sqlite::File::MustExist, {});
+        ASSERT_TRUE(database);
+        ASSERT_TRUE(database->run(
+            "CREATE TABLE occurrences (identifier TEXT NOT NULL, date INTEGER NOT NULL, state TEXT NOT NULL "
+            "CHECK (state IN ('asked', 'begun', 'done', 'failed')), asked_by INTEGER, begun INTEGER, "
+            "lateness INTEGER, place TEXT, handed_to INTEGER, handed_over INTEGER, exit_status INTEGER, "
+            "ended INTEGER, failure TEXT NOT NULL DEFAULT '', "
+            "PRIMARY KEY (identifier, date)) STRICT, WITHOUT ROWID;"
+            "CREATE INDEX not_over ON occurrences (state) WHERE state IN ('asked', 'begun');"
+            "CREATE INDEX handed_over ON occurrences (handed_over) WHERE handed_over IS NOT NULL;"
+            "CREATE INDEX asked_by ON occurrences (asked_by, date) WHERE asked_by IS NOT NULL;"
+            "CREATE TABLE outputs (identifier TEXT NOT NULL, date INTEGER NOT NULL, output BLOB NOT NULL, "
+            "PRIMARY KEY (identifier, date)) STRICT;"
+            "CREATE TRIGGER forget_output AFTER DELETE ON occurrences BEGIN DELETE FROM outputs "
+            "WHERE identifier = OLD.identifier AND date = OLD.date; END;"
+            "CREATE TABLE knowledge (nothing_known_before INTEGER) STRICT;"
+            "INSERT INTO knowledge VALUES (7);"
+            "INSERT INTO occurrences VALUES ('a', 5, 'failed', 501, 6, 1, 'daemon', NULL, NULL, 3, 8, 'why');"
+            "INSERT INTO outputs VALUES ('a', 5, x'6162');"
+            "PRAGMA user_version = 2"));
+    }
+    OccurrenceDatabase database;
+    const auto opened = database.open(noon());
+    EXPECT_TRUE(opened.complaints.isEmpty());
+    EXPECT_EQ(opened.nothingKnownBefore, QDateTime::fromMSecsSinceEpoch(7, Qt::UTC));
+    const QDateTime date = QDateTime::fromMSecsSinceEpoch(5, Qt::UTC);
+    ASSERT_TRUE(found(database, "a", date));
+    EXPECT_EQ(found(database, "a", date)->failure, "why");
+    const auto outputs = [&] {
+        const auto file = raw();
+        auto count = file.prepare("SELECT count(*) FROM outputs");
+        EXPECT_TRUE(*count.next());
+        return *count.number(0);
+    };
+    EXPECT_EQ(outputs(), 1);
+    ASSERT_TRUE(database.write({{Key("a", date), std::nullopt}}, noDate));
+    EXPECT_EQ(outputs(), 0) << "it goes with its occurrence, as before";
+    ASSERT_TRUE(database.write({}, noDate, {}, {{"a", {noon(), true}}}));
+    EXPECT_EQ(openedAt(noon()).record.calendar("a"), (CalendarEntry{noon(), true}));
+}
+
+TEST_F(OccurrenceDatabaseTest, KeepsHowFarSchedulesHaveComeAndWhatIsDecidedUponInAdvance)
+{
+    OccurrenceEntry postponed{Postponed, {}, {}};
+    postponed.postponedTo = noon().addSecs(600);
+    OccurrenceEntry missed{Missed, {}, {}};
+    missed.run = {noon().addSecs(-900), 16, false};
+    {
+        OccurrenceDatabase database;
+        database.open(noon());
+        OccurrenceRecord::Changes changes = change("a", noon(), postponed);
+        changes.insert(Key("a", noon().addSecs(-1)), missed);
+        changes.insert(Key("a", noon().addSecs(60)), OccurrenceEntry{Removed, {}, {}});
+        changes.insert(Key("a", noon().addSecs(-60)), OccurrenceEntry{Removed, {}, {}});
+        changes.insert(Key("once", noon().addSecs(60)), OccurrenceEntry{Removed, {}, {}});
+        ASSERT_TRUE(database.write(changes, noDate, {}, {{"a", {noon(), false}}, {"b", {noon(), true}}}));
+        EXPECT_EQ(found(database, "a", noon().addSecs(-1)), missed);
+    }
+    OccurrenceDatabase database;
+    const OccurrenceRecord record = database.open(noon()).record;
+    EXPECT_EQ(record.calendar("a"), (CalendarEntry{noon(), false}));
+    EXPECT_EQ(record.calendar("b"), (CalendarEntry{noon(), true}));
+    EXPECT_EQ(record.find("a", noon()), postponed);
+    EXPECT_EQ(record.postponed(), QList{Key("a", noon())});
+    EXPECT_TRUE(record.find("a", noon().addSecs(60))) << "removed later than what is settled";
+    EXPECT_FALSE(record.find("a", noon().addSecs(-60)));
+    EXPECT_FALSE(record.find("once", noon().addSecs(60)));
+    ASSERT_TRUE(database.forget([](const QString &identifier) { return identifier == "b"; }, noon(), noDate));
+    EXPECT_FALSE(openedAt(noon()).record.calendar("b"));
+    EXPECT_TRUE(openedAt(noon()).record.calendar("a"));
+}
+
+TEST_F(OccurrenceDatabaseTest, ForgetsNothingThatIsStillToBeToldApart)
+{
+    OccurrenceDatabase database;
+    database.open(noon());
+    database.setLimits({2, 200});
+    const auto settled = [](const QString &) { return OccurrenceDatabase::Occurrences{{}, noon()}; };
+    for (int i = 1; i <= 10; ++i)
+        ASSERT_TRUE(database.write(change("a", noon().addSecs(i), {Removed, {}, {}}), settled));
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(database.write(change("a", noon().addSecs(-i), {Done, {}, {}}), settled));
+    ASSERT_TRUE(database.forget([](const QString &) { return false; }, noon().addDays(1), settled));
+    for (int i = 1; i <= 10; ++i)
+        EXPECT_TRUE(found(database, "a", noon().addSecs(i))) << i;
+    EXPECT_FALSE(found(database, "a", noon())) << "older than what is kept";
 }
 
 TEST_F(OccurrenceDatabaseTest, KeepsWhatTheLatestActionsOfAScheduleWrote)

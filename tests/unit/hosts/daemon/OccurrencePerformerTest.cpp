@@ -11,6 +11,7 @@
 #include "support/PrintTo.h"
 #include "support/WaitUntil.h"
 #include "unit/hosts/daemon/PerformingFixture.h"
+#include "unit/hosts/daemon/RecurringFixture.h"
 
 #include <unistd.h>
 
@@ -61,6 +62,25 @@ protected:
         return entry ? std::optional(entry->state) : std::nullopt;
     }
     std::string lastMessage() const { return lastAboutSchedules().toStdString(); }
+
+    /// Has a schedule every ten seconds from noon on in force.
+    void repeat(const QVariantMap &parameters, std::optional<MissedPolicy> policy = {})
+    {
+        Schedule schedule = Recurring::every("a", 10s, noon());
+        schedule.missedPolicy = policy;
+        schedule.parameters = probe(parameters).schedule.parameters;
+        keeper.scheduler().setSchedules({schedule});
+    }
+    void performAllDue()
+    {
+        while (!keeper.scheduler().due().isEmpty())
+            performDue(keeper.scheduler().due().first());
+    }
+    std::optional<OccurrenceState> stateAt(std::chrono::seconds fromNoon) const
+    {
+        const auto entry = keeper.scheduler().record().find("a", noon().addDuration(fromNoon));
+        return entry ? std::optional(entry->state) : std::nullopt;
+    }
 
     FakeClock clock{noon()};
     ScheduleKeeper keeper{clock};
@@ -503,4 +523,108 @@ TEST(PinnedConsoleUser, HoldsTheUserStillUntilItIsReleased)
     EXPECT_EQ(pinned.current()->userId, 1000u);
     pinned.release();
     EXPECT_EQ(pinned.current()->userId, 1001u);
+}
+
+TEST_F(OccurrencePerformerTest, TellsOfARunOfMissedOccurrencesInOneLineThatTheDiskHasFirst)
+{
+    makeProbe();
+    repeat({{"Time Out", -15LL}});
+    clock.advance(75s);
+    decide({keeper.scheduler().due().first()});
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\": 6 occurrences from 2026-03-14T12:00:00Z to "
+                             "2026-03-14T12:00:50Z were missed");
+    OccurrenceDatabase another;
+    const auto opened = another.open(noon());
+    EXPECT_EQ(opened.record.calendar("a")->settled, noon().addSecs(50));
+    const auto entry = another.find({"a", noon().addSecs(50)});
+    ASSERT_TRUE(entry && *entry);
+    EXPECT_EQ((*entry)->run->count, 6);
+    performDue(keeper.scheduler().due().first());
+    EXPECT_TRUE(waitUntil([&] { return stateAt(60s) == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, RunsTheLatestOfAllThatWereMissedOnce)
+{
+    makeProbe();
+    repeat({{"Time Out", -1LL}}, MissedPolicy::RunOnce);
+    clock.advance(1h);
+    performAllDue();
+    EXPECT_TRUE(waitUntil([&] { return stateAt(1h) == OccurrenceState::Done; }));
+    EXPECT_EQ(messages()
+                  .filter("360 occurrences from 2026-03-14T12:00:00Z to 2026-03-14T12:59:50Z were missed")
+                  .size(),
+              1);
+    EXPECT_EQ(messages().filter("Probe acts in the daemon").size(), 1);
+}
+
+TEST_F(OccurrencePerformerTest, SkipsWhatComesDueWhileTheActionOfTheOneBeforeGoesOn)
+{
+    makeProbe();
+    const QString end = root.join("/end");
+    repeat({{"Goes On Until There Is", end}, {"Time Out", -3600LL}});
+    performDue(keeper.scheduler().due().first());
+    clock.advance(10s);
+    performDue(keeper.scheduler().due().first());
+    EXPECT_EQ(stateAt(10s), OccurrenceState::Skipped);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was skipped: the action of the one before goes on");
+    clock.advance(30s);
+    performDue(keeper.scheduler().due().first());
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\": 3 occurrences from 2026-03-14T12:00:20Z to "
+                             "2026-03-14T12:00:40Z were missed: the action of the one before goes on");
+    QFile(end).open(QIODevice::WriteOnly);
+    EXPECT_TRUE(waitUntil([&] { return stateAt(0s) == OccurrenceState::Done; }));
+    clock.advance(10s);
+    performDue(keeper.scheduler().due().first());
+    EXPECT_TRUE(waitUntil([&] { return stateAt(50s) == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, LetsActionsRunBesideEachOtherWhereTheScheduleSaysSoAndWhenTheyAreAskedFor)
+{
+    makeProbe();
+    const QString end = root.join("/end");
+    repeat({{"Goes On Until There Is", end}, {"Time Out", -3600LL}});
+    performDue(keeper.scheduler().due().first());
+    const Occurrence asked = keeper.scheduler().makeOccurrenceNow(keeper.scheduler().schedules().first());
+    keeper.scheduler().noteAsked(asked, 501);
+    performDue(asked);
+    Schedule beside = keeper.scheduler().stored(0);
+    beside.overlapPolicy = OverlapPolicy::Run;
+    keeper.scheduler().setSchedules({beside});
+    clock.advance(10s);
+    performDue(keeper.scheduler().due().first());
+    QFile(end).open(QIODevice::WriteOnly);
+    EXPECT_TRUE(waitUntil([&] { return stateAt(10s) == OccurrenceState::Done; }));
+    EXPECT_TRUE(waitUntil([&] { return stateAt(1s) == OccurrenceState::Done; }));
+}
+
+TEST_F(OccurrencePerformerTest, WhatIsToBeRunOnceWaitsForSomebodyAtTheConsoleHoweverLong)
+{
+    makeProbe();
+    repeat({{"Acts In User Agent", 1LL}, {"Time Out", -1LL}}, MissedPolicy::RunOnce);
+    Schedule roots = keeper.scheduler().stored(0);
+    roots.owner.reset();
+    keeper.scheduler().setSchedules({roots});
+    performAllDue();
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" waits for somebody at the console");
+    letTimePass(60s);
+    EXPECT_EQ(messages().filter("Schedule \"").size(), 1) << "which is told once, and nothing was missed yet";
+    EXPECT_FALSE(stateAt(0s));
+    const auto delays = clock.pendingDelays();
+    EXPECT_EQ(std::count(delays.cbegin(), delays.cend(), 30s), 1) << "it is looked for seldom";
+    console->user = ConsoleUser::User{"bob", 4242};
+    letTimePass(31s);
+    EXPECT_FALSE(stateAt(0s)) << "that user's agent is not there";
+    EXPECT_EQ(keeper.scheduler().pendingOf(0).first().date, noon());
+    EXPECT_EQ(messages().filter("Schedule \"").size(), 1);
+}
+
+TEST_F(OccurrencePerformerTest, RecordsAsSkippedWhatAnAgentSkippedSinceTheOneBeforeGoesOn)
+{
+    makeProbe();
+    const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
+    keeper.scheduler().setSchedules({occurrence.schedule});
+    keeper.note(occurrence, OccurrenceState::Done, 501);
+    performer.noteOverlap(occurrence);
+    EXPECT_EQ(state(), OccurrenceState::Skipped);
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was skipped: the action of the one before goes on");
 }

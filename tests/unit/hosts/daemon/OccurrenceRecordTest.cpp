@@ -37,7 +37,8 @@ protected:
     /// Those that have no current date are gone.
     static bool prune(OccurrenceRecord &record, const QHash<QString, QDateTime> &currentDates)
     {
-        return record.prune([&](const QString &identifier) { return currentDates.value(identifier); },
+        return record.prune([&](const QString &identifier,
+                                const QDateTime &date) { return currentDates.value(identifier) == date; },
                             [&](const QString &identifier) { return !currentDates.contains(identifier); });
     }
     static constexpr char earlierPath[] = "/var/lib/dozely/occurrences.plist";

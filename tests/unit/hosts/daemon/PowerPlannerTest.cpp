@@ -367,31 +367,6 @@ TEST_F(PowerPlannerTest, ABundleThatWantsTheMachineAsleepKeepsNothingAwake)
     EXPECT_EQ(power->inhibitions, 0);
 }
 
-TEST_F(PowerPlannerTest, ANewTimeZoneSetsTheAlarmAnew)
-{
-    write("/etc/localtime", "TZif2");
-    // The watcher tells from the event loop, and waits for the clock to let the change settle.
-    EXPECT_TRUE(waitUntil([this] {
-        clock->advance(50ms);
-        return !machine->phases.isEmpty();
-    }));
-    EXPECT_EQ(machine->phases.last(), PowerEventScheduler::Phase::Running);
-}
-
-TEST_F(PowerPlannerTest, OtherChangesBesideTheTimeZoneSetNothingAnew)
-{
-    write("/etc/localtime", "TZif2");
-    EXPECT_TRUE(waitUntil([this] {
-        clock->advance(50ms);
-        return machine->phases.size() == 1;
-    }));
-    write("/etc/motd", "hello");
-    // The folder's change is told, and only then.
-    EXPECT_TRUE(waitUntil([this] { return clock->pendingDelays().contains(50ms); }));
-    clock->advance(50ms);
-    EXPECT_EQ(machine->phases.size(), 1);
-}
-
 TEST_F(PowerPlannerTest, OnceSleepHasBegunTheAlarmIsNotSetForARunningMachine)
 {
     ZDRPowerManager::sharedInstance();

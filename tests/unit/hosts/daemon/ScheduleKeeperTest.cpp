@@ -3,6 +3,7 @@
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
+#include "unit/hosts/daemon/RecurringFixture.h"
 
 #include <QDir>
 
@@ -413,4 +414,126 @@ TEST_F(ScheduleKeeperTest, GivesMemoryBackOnceNothingHasHappenedForAWhile)
     EXPECT_LT(ownMemory(), before - taken / 2);
     clock.advance(1h);
     EXPECT_TRUE(clock.pendingDelays().isEmpty()) << "it does not do so for ever";
+}
+
+TEST_F(ScheduleKeeperTest, TakesAScheduleWhoseRuleHasNoSenseForABadEntry)
+{
+    ScheduleKeeper keeper(clock);
+    writeStore({Recurring::daily("a", noon()).toEntry(), entry("b")});
+    keeper.readStore();
+    writeStore({Recurring::schedule("a", "FREQ=DAILY;BYMONTH=13", noon()).toEntry(),
+                Recurring::schedule("c", "FREQ=NEVER", noon()).toEntry(), entry("b")});
+    const auto lines = linesOfReading(keeper);
+    EXPECT_EQ(lines.size(), 2u);
+    EXPECT_THAT(lines.front(), HasSubstr("Schedule \"Name of a\" is bad: BYMONTH=13"));
+    EXPECT_EQ(identifiersOf(keeper), QStringList({"b", "a"}));
+    EXPECT_EQ(keeper.scheduler().schedule("a")->recurrence->rule, "FREQ=DAILY") << "the last good one";
+    EXPECT_THAT(linesOfReading(keeper), ElementsAre()) << "once";
+}
+
+TEST_F(ScheduleKeeperTest, RemembersHowFarASchedulesOccurrencesHaveComeAcrossDaemons)
+{
+    writeStore({Recurring::every("a", 10s, noon()).toEntry()});
+    {
+        ScheduleKeeper keeper(clock);
+        keeper.readStore();
+        keeper.noteBegun({{keeper.scheduler().due().first(), ActingPlace::Daemon}});
+        // It is killed now: "begun" is on disk, and with it how far the schedule has come.
+    }
+    ScheduleKeeper restarted(clock);
+    restarted.readStore();
+    EXPECT_EQ(restarted.scheduler().nextDate(), noon().addSecs(10));
+    EXPECT_EQ(messages().filter("was interrupted").size(), 1);
+}
+
+TEST_F(ScheduleKeeperTest, SavesForGoodWhatIsRemovedOrPostponedOrNothingAtAll)
+{
+    writeStore({Recurring::every("a", 10s, noon()).toEntry()});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    clock.advance(35s);
+    Occurrence current = keeper.scheduler().due().first();
+    ASSERT_TRUE(keeper.noteRemoved(current)) << "with all that is due";
+    EXPECT_EQ(keeper.scheduler().nextDate(), noon().addSecs(40));
+    current = keeper.scheduler().pendingOf(0).first();
+    ASSERT_TRUE(keeper.notePostponed(current, noon().addSecs(45)));
+    {
+        ScheduleKeeper restarted(clock);
+        restarted.readStore();
+        EXPECT_EQ(restarted.scheduler().nextDate(), noon().addSecs(45));
+    }
+}
+
+TEST_F(ScheduleKeeperTest, NotesNoWishThatTheDiskRefuses)
+{
+    write("/var/lib", "a file where a folder belongs");
+    writeStore({Recurring::every("a", 10s, noon()).toEntry()});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    clock.advance(25s);
+    const auto before = keeper.scheduler().record().calendar("a");
+    const Occurrence current = keeper.scheduler().due().first();
+    EXPECT_FALSE(keeper.noteRemoved(current));
+    EXPECT_FALSE(keeper.notePostponed(current, noon().addSecs(60)));
+    EXPECT_EQ(keeper.scheduler().record().calendar("a"), before);
+    ASSERT_EQ(keeper.scheduler().pendingOf(0).size(), 1);
+    EXPECT_EQ(keeper.scheduler().pendingOf(0).first().moment(), noon());
+    EXPECT_TRUE(keeper.scheduler().record().dates("a").isEmpty());
+}
+
+TEST_F(ScheduleKeeperTest, TellsOfALostRecordInOneLineForAllSchedulesThatRepeat)
+{
+    write(recordPath, "no database");
+    ASSERT_EQ(::chmod(qPrintable(root.join(recordPath)), 0600), 0);
+    writeStore({Recurring::every("a", 10s, noon().addSecs(-100)).toEntry(),
+                Recurring::daily("b", noon().addDays(-9)).toEntry(),
+                Recurring::daily("later", noon().addDays(9)).toEntry()});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    EXPECT_EQ(messages().filter("Schedules that repeat: 2; what they had up to 2026-03-14T12:00:00Z").size(),
+              1);
+    EXPECT_EQ(keeper.scheduler().nextDate(), noon().addSecs(10));
+    keeper.flush();
+    ScheduleKeeper restarted(clock);
+    restarted.readStore();
+    EXPECT_EQ(messages().filter("Schedules that repeat").size(), 1);
+}
+
+TEST_F(ScheduleKeeperTest, DropsWhatIsPostponedWithASchedulesDateAndWhenItIsDisabledOrRemoved)
+{
+    writeStore({entry("disabled"), entry("moved"), entry("removed"), entry("stays")});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    for (qint32 place = 0; place < 4; ++place)
+        ASSERT_TRUE(keeper.notePostponed(keeper.scheduler().pendingOf(place).first(), noon().addSecs(60)));
+    writeStore({changed(entry("disabled"), "Is Enabled", false), entry("moved", noon().addSecs(30)),
+                entry("stays")});
+    EXPECT_THAT(
+        linesOfReading(keeper),
+        testing::UnorderedElementsAre(
+            "Schedule \"Name of disabled\": what was postponed is not performed: it was disabled",
+            "Schedule \"Name of moved\": what was postponed is not performed: it was given another date",
+            "Schedule removed was not performed: it was removed", "Schedules: 3"));
+    EXPECT_EQ(keeper.scheduler().record().postponed().size(), 1);
+    EXPECT_EQ(keeper.scheduler().nextDate(), noon().addSecs(30));
+}
+
+TEST_F(ScheduleKeeperTest, RemovesAScheduleThirtyDaysAfterTheLastOfItsOccurrences)
+{
+    writeStore({Recurring::schedule("a", "FREQ=DAILY;COUNT=2", noon()).toEntry(),
+                Recurring::daily("for ever", noon()).toEntry()});
+    ScheduleKeeper keeper(clock);
+    keeper.readStore();
+    for (int day = 0; day < 2; ++day, clock.advance(24h)) {
+        for (const Occurrence &occurrence : keeper.scheduler().due())
+            keeper.note(occurrence, OccurrenceState::Skipped);
+    }
+    clock.advance(29 * 24h);
+    keeper.removeOver();
+    keeper.readStore();
+    EXPECT_EQ(identifiersOf(keeper).size(), 2);
+    clock.advance(1s);
+    keeper.removeOver();
+    keeper.readStore();
+    EXPECT_EQ(identifiersOf(keeper), QStringList{"for ever"});
 }

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/daemon/ScheduleDates.h"
+
+using namespace dozely;
+
+ScheduleDates::ScheduleDates(const Schedule &schedule, const QTimeZone &zone, const OccurrenceRecord &record)
+    : m_identifier(schedule.identifier), m_record(record)
+{
+    auto series = schedule.recurrence ? OccurrenceSeries::of(*schedule.recurrence, zone)
+                                      : Result<OccurrenceSeries>(Error{"it takes place once"});
+    if (series)
+        m_series = *std::move(series);
+}
+
+bool ScheduleDates::isKnown(const QDateTime &date) const
+{
+    return m_record.find(m_identifier, date).has_value();
+}
+
+std::optional<QDateTime> ScheduleDates::openAfter(const QDateTime &date) const
+{
+    auto next = m_series ? m_series->after(date) : std::nullopt;
+    while (next && isKnown(*next))
+        next = m_series->after(*next);
+    return next;
+}
+
+QDateTime ScheduleDates::settledUpTo(const QDateTime &settled, const QDateTime &now) const
+{
+    QDateTime upTo = settled;
+    auto next = m_series ? m_series->after(settled) : std::nullopt;
+    while (next && *next <= now && isKnown(*next)) {
+        upTo = *next;
+        next = m_series->after(*next);
+    }
+    return upTo;
+}
+
+OccurrenceSeries::Run ScheduleDates::openBetween(const QDateTime &settled, const QDateTime &upTo) const
+{
+    const auto first = openAfter(settled);
+    if (!first || *first > upTo)
+        return {};
+    auto last = m_series->upTo(upTo);
+    while (last && *last > *first && isKnown(*last))
+        last = m_series->upTo(last->addMSecs(-1));
+    OccurrenceSeries::Run run = m_series->between(first->addMSecs(-1), last.value_or(*first));
+    // By hand it is performed at dates that the rule does not give.
+    for (const QDateTime &known : m_record.datesBetween(m_identifier, *first, run.last))
+        run.count -= gives(known) ? 1 : 0;
+    return run;
+}
+
+std::optional<QDateTime> ScheduleDates::upTo(const QDateTime &date) const
+{
+    return m_series ? m_series->upTo(date) : std::nullopt;
+}
+
+bool ScheduleDates::gives(const QDateTime &date) const
+{
+    return m_series && m_series->after(date.addMSecs(-1)) == date;
+}
