@@ -110,7 +110,7 @@ TEST_F(OccurrencePerformerTest, RecordsAllAsBegunBeforeAnyIsStarted)
     makeProbe();
     QList<Occurrence> due;
     for (int i = 0; i < 3; ++i) {
-        due += probe({});
+        due += probe({{"Goes On", "for ever"}});
         due.last().schedule.identifier = QString::number(i);
     }
     decide(due);
@@ -119,6 +119,8 @@ TEST_F(OccurrencePerformerTest, RecordsAllAsBegunBeforeAnyIsStarted)
     EXPECT_EQ(another.open(noon()).record.dates("2").size(), 1) << "on disk";
     EXPECT_TRUE(messages().filter("acts").isEmpty());
     performer.startNext();
+    ASSERT_TRUE(waitUntil([&] { return !messages().filter("Probe acts").isEmpty(); }))
+        << "else it is taken back";
     performer.takeBack();
     EXPECT_FALSE(performer.hasMore());
     keeper.flush();
@@ -182,8 +184,8 @@ TEST_F(OccurrencePerformerTest, RecordsNothingAsDoneWhoseProgramCouldNotBeStarte
 TEST_F(OccurrencePerformerTest, CallsInterruptedWhatNobodyCouldWriteDownTheEndOf)
 {
     makeProbe();
-    const QString outcome = PerformanceOutcome::unfinishedPathBeside(
-        DaemonActions::folder() + '/' + DaemonActions::nameOf({"a", noon()}));
+    const QString outcome = PerformanceOutcome::unfinishedPathBeside(DaemonActions::folder() + '/' +
+                                                                     DaemonActions::nameOf({"a", noon()}));
     ASSERT_TRUE(QDir().mkpath(outcome)); // no file can be there
     performDue(probe({}));
     ASSERT_TRUE(waitUntil([&] { return state() != OccurrenceState::Begun; }));
