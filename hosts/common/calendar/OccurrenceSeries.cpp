@@ -13,6 +13,7 @@ namespace
 {
 constexpr qint64 millisecond = 1000;
 constexpr qint64 countedAtMost = 10'000;
+constexpr int lastYear = 9999;
 
 /// Written as if it were UTC.
 qint64 secondsOf(const WallTime &wallTime)
@@ -87,7 +88,8 @@ Result<OccurrenceSeries> OccurrenceSeries::of(const Recurrence &recurrence, cons
         const qint64 wallTime = secondsOf(date);
         const qint64 moment = clock.momentOf(wallTime * millisecond) / millisecond;
         const qint64 shown = clock.wallTimeAt(moment * millisecond) / millisecond;
-        if (!std::binary_search(excluded.begin(), excluded.end(), wallTime) &&
+        if (dateOf(moment).date().year() >= 1 && dateOf(moment).date().year() <= lastYear &&
+            !std::binary_search(excluded.begin(), excluded.end(), wallTime) &&
             !std::binary_search(excluded.begin(), excluded.end(), shown))
             content->extra.push_back(moment);
     }
@@ -124,16 +126,22 @@ OccurrenceSeries::Run OccurrenceSeries::between(const QDateTime &after, const QD
     const Moment first = m_content->from(wholeSecondUpTo(after) + 1, forFirst);
     if (!first || *first > end)
         return {};
-    const qint64 last = std::max(*first, m_content->upTo(end, forLast).value_or(*first));
-    Run run{dateOf(*first), dateOf(last), 1, true};
+    const Moment found = m_content->upTo(end, forLast);
+    const bool isLastKnown = found && !forLast.isSpent();
+    // Where the search is given up, the last is what is found on the way to it.
+    const qint64 last = isLastKnown ? *found : end;
+    Run run{dateOf(*first), dateOf(isLastKnown ? last : *first), 1, isLastKnown};
     StepBudget budget;
-    for (Moment next = first; *next < last; ++run.count) {
-        next = run.count < countedAtMost ? m_content->from(*next + 1, budget) : std::nullopt;
-        if (!next) {
+    for (qint64 moment = *first; moment < last; ++run.count) {
+        const Moment next = run.count < countedAtMost ? m_content->from(moment + 1, budget) : std::nullopt;
+        if (!next || *next > last) {
             run.isCountExact = false;
-            ++run.count; // the last one
+            run.count += isLastKnown ? 1 : 0; // the last one itself
             break;
         }
+        moment = *next;
+        if (!isLastKnown)
+            run.last = dateOf(moment);
     }
     return run;
 }

@@ -41,8 +41,9 @@ public:
 
     /// A run of occurrences that follow one another.
     struct Run {
-        QDateTime first, last; ///< Invalid when count is 0, otherwise exact in any case.
-        qint64 count = 0;      ///< How many there are, or, when they are too many to count, at least so many.
+        QDateTime first,
+            last;         ///< Invalid when count is 0; exact unless the search for the last was given up.
+        qint64 count = 0; ///< How many there are, or, when they are too many to count, at least so many.
         bool isCountExact = true;
 
         bool operator==(const Run &) const = default;

@@ -9,6 +9,8 @@
 #include "DozelyKit/core/foundation/Result.h"
 #include "DozelyKit/core/foundation/ZoneClock.h"
 
+#include <QtGlobal>
+
 #include <memory>
 #include <optional>
 #include <vector>
@@ -38,6 +40,7 @@ private:
     struct Stretch;
 
     explicit RuleMoments(const dozely::ZoneClock &clock) : m_clock(clock) {}
+    Q_DISABLE_COPY_MOVE(RuleMoments) // m_elapsed looks at m_clock
     Stretch stretchAt(qint64 moment) const;
     bool isExcluded(qint64 wallTime) const;
     std::optional<qint64> wallTimeFrom(qint64 wallTime, qint64 shownLater, StepBudget &budget) const;

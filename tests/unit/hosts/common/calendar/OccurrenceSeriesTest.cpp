@@ -180,6 +180,20 @@ TEST_F(OccurrenceSeriesTest, CountsLongRunsAtLeastAndKnowsTheirEndsExactly)
     EXPECT_GE(run.count, 10'000);
 }
 
+TEST_F(OccurrenceSeriesTest, SaysOfARunWhoseEndItCannotFindThatItsCountIsNotExact)
+{
+    // At a quarter past each hour until the clocks of Pyongyang went forward by half an hour, at 15:00 UTC of
+    // the 4th of May, and never again. Nobody looks for that from the year 9999 back.
+    const OccurrenceSeries all =
+        series(recurrence("FREQ=MINUTELY;INTERVAL=60;BYMINUTE=15", "2018-05-04T20:15:00"), "Asia/Pyongyang");
+    const OccurrenceSeries::Run run = all.between(utc("2018-05-04T12:00:00Z"), utc("9999-01-01T00:00:00Z"));
+    EXPECT_EQ(run,
+              (OccurrenceSeries::Run{utc("2018-05-04T12:45:00Z"), utc("2018-05-04T14:45:00Z"), 3, false}));
+    EXPECT_EQ(all.after(run.last), std::nullopt);
+    EXPECT_EQ(all.between(utc("2018-05-04T12:00:00Z"), utc("2018-05-05T00:00:00Z")),
+              (OccurrenceSeries::Run{utc("2018-05-04T12:45:00Z"), utc("2018-05-04T14:45:00Z"), 3, true}));
+}
+
 TEST_F(OccurrenceSeriesTest, ReachesFromTheFirstYearToTheLast)
 {
     const OccurrenceSeries first = series(recurrence("FREQ=DAILY", "0001-01-01T00:00:00"), "UTC");
