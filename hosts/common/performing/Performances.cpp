@@ -317,7 +317,10 @@ void Performances::sweepFolder(const QString &folder, const QStringList &names)
 {
     for (const QString &entry : QDir(folder).entryList(QDir::Files | QDir::System | QDir::Hidden)) {
         const QString name = entry.section('.', 0, 0);
-        if (names.contains(name))
+        const bool isUnfinished = entry == PlaceLock::unfinishedPathBeside(name);
+        if (isUnfinished)
+            QFile::remove(folder + '/' + entry); // no other host makes any
+        if (isUnfinished || names.contains(name))
             continue;
         if (PlaceLock::takeBack(folder + '/' + entry))
             QFile::remove(folder + '/' + entry);

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
@@ -83,14 +84,26 @@ Result<Descriptor> lock(const QString &place, Descriptor file)
 
 Result<void> PlaceLock::make(const QString &place, const QByteArray &content)
 {
-    const Descriptor made(
-        ::open(QFile::encodeName(place).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    // Under a name of its own first: whoever finds the file finds what it holds.
+    const QByteArray unfinished = QFile::encodeName(unfinishedPathBeside(place));
+    ::unlink(unfinished.constData()); // of a host that was cut short
+    const Descriptor made(::open(unfinished.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!made.isValid())
         return failure(place);
     // A full disk keeps nothing from being performed: then the file is empty, and anybody's.
     [[maybe_unused]] const ssize_t written =
         ::write(made.get(), content.constData(), static_cast<size_t>(content.size()));
-    return {};
+    if (::renameat2(AT_FDCWD, unfinished.constData(), AT_FDCWD, QFile::encodeName(place).constData(),
+                    RENAME_NOREPLACE) == 0)
+        return {};
+    const Error because = failure(place);
+    ::unlink(unfinished.constData());
+    return because;
+}
+
+QString PlaceLock::unfinishedPathBeside(const QString &place)
+{
+    return place + ".making";
 }
 
 Result<Descriptor> PlaceLock::take(const QString &place, const QByteArray &mark)

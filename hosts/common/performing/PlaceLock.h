@@ -15,6 +15,9 @@ namespace PlaceLock
 /// can be made.
 dozely::Result<void> make(const QString &place, const QByteArray &content = {});
 
+/// Where make leaves an unfinished file when its process is cut short.
+QString unfinishedPathBeside(const QString &place);
+
 /// Takes the lock for as long as the descriptor is open, and leaves a sign of it. An error when somebody has
 /// it, when the host has removed the file, and when that does not begin with `mark`: it has called one off
 /// and made room for the next, which is not disturbed.

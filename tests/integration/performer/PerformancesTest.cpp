@@ -299,6 +299,7 @@ TEST_P(PerformancesTest, HaveNothingLeftOfWhatNobodyAsksForAnyMore)
     write("/var/lib/dozely/performing/old", "");
     write("/var/lib/dozely/performing/old.outcome", "");
     write("/var/lib/dozely/performing/old.outcome.new", "");
+    write("/var/lib/dozely/performing/kept.making", "");
     performances->sweep({"kept"});
     EXPECT_EQ(files(), QStringList({"kept", "kept.outcome"}));
 }
