@@ -113,5 +113,5 @@ QString KnownBundle::whyLeftAlone(const QString &path) const
 
 QString KnownBundle::ending() const
 {
-    return isLeftAlone() ? QString("; from now on it is left alone until it changes") : QString();
+    return isLeftAlone() ? "; from now on it is left alone until it changes" : "";
 }

@@ -14,6 +14,7 @@ using namespace dozely;
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -54,6 +55,7 @@ TEST_P(PlugInTrouble, ThatCrashesIsToldAndHarmsNobody)
     EXPECT_THAT(lines(), HasSubstr("Schedule \"Backup\": its plug-in " + root.join(plugIns).toStdString() +
                                    "/Bad.plugin went wrong when it was asked: its process was ended by "
                                    "signal 11"));
+    EXPECT_THAT(lines(), Not(HasSubstr("(null)"))) << "it is not left alone yet";
 }
 
 TEST_P(PlugInTrouble, ThatExitsIsToldAndHarmsNobody)
