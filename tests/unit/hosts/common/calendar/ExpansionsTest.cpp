@@ -33,6 +33,22 @@ TEST_F(ExpansionsTest, AWeekBelongsWholeToItsYear)
               "1999-01-01 2004-12-31");
 }
 
+TEST_F(ExpansionsTest, YearsAreCountedFromTheOneOfTheStart)
+{
+    // 1999-01-01 is in the last week of 1998, and yet a day of 1999.
+    EXPECT_EQ(firstDaysOf(recurrence("FREQ=YEARLY;INTERVAL=2;BYWEEKNO=10", "1999-01-01T09:00:00"), 2),
+              "1999-03-12 2001-03-09");
+}
+
+TEST_F(ExpansionsTest, AnHourIsOneOfTheStartsClock)
+{
+    // At a half past each hour of UTC.
+    EXPECT_EQ(firstOf(recurrence("FREQ=HOURLY;INTERVAL=2;BYMINUTE=0,15,45", "2026-03-01T09:40:00"), 4,
+                      "Asia/Kolkata"),
+              (QStringList{"2026-03-01T09:45:00+05:30", "2026-03-01T11:00:00+05:30",
+                           "2026-03-01T11:15:00+05:30", "2026-03-01T11:45:00+05:30"}));
+}
+
 TEST_F(ExpansionsTest, AFirstWeekThatIsCountedFromTheEndIsWhole)
 {
     EXPECT_EQ(firstDaysOf(recurrence("FREQ=YEARLY;BYWEEKNO=-53;BYDAY=MO,FR", "2010-01-04T09:00:00"), 4),

@@ -111,6 +111,8 @@ TEST_F(OccurrenceSeriesTest, EndsWithCountWhateverIsExcluded)
         "2026-03-31 2026-04-06 2026-04-28");
     EXPECT_EQ(firstDaysOf(recurrence("FREQ=DAILY;BYHOUR=5,7;COUNT=2", "2026-03-14T06:00:00"), 9),
               "2026-03-14 2026-03-15");
+    EXPECT_EQ(firstDaysOf(recurrence("FREQ=DAILY;BYHOUR=5,7;BYSECOND=1,2;COUNT=3", "2026-03-14T06:00:00"), 9),
+              "2026-03-14 2026-03-14 2026-03-15");
     EXPECT_EQ(firstDaysOf(recurrence("FREQ=YEARLY;COUNT=9999", "9998-03-14T06:00:00"), 9),
               "9998-03-14 9999-03-14");
 }
