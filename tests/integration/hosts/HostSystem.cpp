@@ -102,8 +102,11 @@ std::unique_ptr<QProcess> HostSystem::start(const QString &program, const QStrin
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LD_LIBRARY_PATH", root.join(QFileInfo(library).path()));
     environment.insert("XDG_RUNTIME_DIR", root.join(runtimeFolder()));
-    if (!preloaded.isEmpty())
+    if (!preloaded.isEmpty()) {
         environment.insert("LD_PRELOAD", preloaded);
+        // The address sanitizer's own library is not the first then, which it refuses unless told.
+        environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+    }
     process->setProcessEnvironment(environment);
     process->setProcessChannelMode(QProcess::SeparateChannels);
     process->setChildProcessModifier([user] {
