@@ -66,8 +66,8 @@ public:
     /// although it was answered.
     void noteOutcome(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &outcome);
 
-    /// What the agent of an occurrence that it was handed says: that it was not begun, since another action of
-    /// the schedule goes on there.
+    /// What the agent of an occurrence that it was handed says: that it was not begun, since another action
+    /// of the schedule goes on there.
     void noteOverlap(const Occurrence &occurrence);
 
     /// What became of the wish to announce an occurrence.

@@ -225,8 +225,8 @@ public:
     void noteRun(const Schedule &schedule, const OccurrenceSeries::Run &run,
                  OccurrenceState state = OccurrenceState::Missed);
 
-    /// Puts an occurrence, and how far its schedule has come, back to what the record had of it before; absent
-    /// for nothing.
+    /// Puts an occurrence, and how far its schedule has come, back to what the record had of it before;
+    /// absent for nothing.
     void restore(const Occurrence &occurrence, const std::optional<OccurrenceEntry> &former,
                  const std::optional<CalendarEntry> &calendar);
 
