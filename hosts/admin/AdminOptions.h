@@ -13,8 +13,7 @@ public:
     /// and a wrong number of arguments are bad usage too.
     std::optional<int> parse(const QStringList &arguments);
 
-    /// "list", "add", "remove", "enable", "disable", "run", "ping", "log", "output", "power", "sleep",
-    /// "update" or "event".
+    /// One of those that `--help` shows.
     QString command() const;
 
     /// The command's own argument; null when there are not so many.

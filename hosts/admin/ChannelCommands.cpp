@@ -8,8 +8,12 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
+#include "hosts/admin/OccurrenceOptions.h"
 #include "hosts/admin/Output.h"
+#include "hosts/admin/ScheduleAnswer.h"
 #include "hosts/admin/StoreCommands.h"
+#include "hosts/common/calendar/DateWords.h"
+#include "hosts/common/calendar/FriendlyTerms.h"
 #include "hosts/common/orders/GuardedPosting.h"
 #include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/orders/OrderRefusal.h"
@@ -86,6 +90,36 @@ void removeReplySocket()
         QFile::remove(QFile::decodeName(port->address().mid(headerSize).constData()));
 }
 
+/// Gives the daemon an order that it answers once it has obeyed, in the name of somebody whom it obeys.
+void order(const QLatin1StringView &name, const Schedule &schedule, const QVariantMap &details)
+{
+    becomeOneWhoMayRun(schedule);
+    Channel channel;
+    QVariantMap userInfo = details;
+    userInfo.insert(OrderKey::scheduleIdentifier, schedule.identifier);
+    if (!postToDaemonThatMayRefuse(channel.center(), NSNotification(name, OrderSender::admin, userInfo)))
+        throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
+}
+
+/// The same for one occurrence of a schedule, which `what` is done to; it is in the answer, too.
+void orderOccurrence(const AdminOptions &options, const QLatin1StringView &name, QVariantMap details,
+                     const QString &what)
+{
+    const Schedule schedule = StoreCommands::find(options.argument(0));
+    const auto date = OccurrenceOptions::read(options, schedule);
+    if (date)
+        details.insert(OrderKey::date, *date);
+    order(name, schedule, details);
+    if (options.isSet("json")) {
+        Output::json({{"identifier", schedule.identifier},
+                      {"date", date ? QVariant(*date) : QVariant()},
+                      {"received", true}});
+        return;
+    }
+    const QString which = date ? ScheduleAnswer::inWords(*date, schedule) : QString("its next time");
+    Output::line(Output::escaped(QString("\"%1\" is %2: %3.").arg(schedule.name, what, which)));
+}
+
 quint32 pingedUser(const AdminOptions &options)
 {
     const QString name = options.argument(1);
@@ -131,16 +165,29 @@ void ChannelCommands::ping(const AdminOptions &options)
 void ChannelCommands::run(const AdminOptions &options)
 {
     const Schedule schedule = StoreCommands::find(options.argument(0));
-    becomeOneWhoMayRun(schedule);
-    Channel channel;
-    const NSNotification request(OrderName::daemonMustRunNow, OrderSender::admin,
-                                 {{OrderKey::scheduleIdentifier, schedule.identifier}});
-    if (!postToDaemonThatMayRefuse(channel.center(), request))
-        throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
+    order(OrderName::daemonMustRunNow, schedule, {});
     if (options.isSet("json"))
         Output::json({{"identifier", schedule.identifier}, {"received", true}});
     else
         Output::line(
             Output::escaped(QString("The daemon was asked to perform \"%1\"; the log tells how it went.")
                                 .arg(schedule.name)));
+}
+
+void ChannelCommands::skip(const AdminOptions &options)
+{
+    orderOccurrence(options, OrderName::daemonMustSkip, {}, "left out");
+}
+
+void ChannelCommands::postpone(const AdminOptions &options)
+{
+    const auto delay = FriendlyTerms::duration(options.argument(1));
+    if (!delay || delay->count() < 1) {
+        throw AdminError(
+            ExitStatus::BadUsage,
+            QString("\"%1\" is no time to postpone it by, such as 90, 10m or 1h.").arg(options.argument(1)));
+    }
+    orderOccurrence(options, OrderName::daemonMustPostpone,
+                    {{OrderKey::seconds, static_cast<qint64>(delay->count())}},
+                    QString("postponed to %1 from now").arg(DateWords::of(*delay)));
 }

@@ -13,4 +13,10 @@ void ping(const AdminOptions &options);
 
 /// Asks the daemon to perform a schedule's action now.
 void run(const AdminOptions &options);
+
+/// Asks the daemon to leave an occurrence out.
+void skip(const AdminOptions &options);
+
+/// Asks the daemon to perform an occurrence so much later than now.
+void postpone(const AdminOptions &options);
 } // namespace ChannelCommands

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/CleanCommand.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
@@ -8,6 +9,7 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
+#include "hosts/common/calendar/OccurrenceSeries.h"
 #include "hosts/common/record/RecordedOutcomes.h"
 
 using namespace dozely;
@@ -21,9 +23,23 @@ namespace
                      QString("What is over cannot be told: %1.").arg(error.text));
 }
 
+/// The date of the only occurrence, or of the last one of what repeats and is at its end; nothing while
+/// there is more to come.
+std::optional<QDateTime> lastDate(const Schedule &schedule)
+{
+    if (!schedule.recurrence)
+        return schedule.date;
+    const QDateTime now = Port<Clock>::current()->currentDate();
+    const auto series = OccurrenceSeries::of(*schedule.recurrence, schedule.zone());
+    return !series || series->after(now) ? std::nullopt : series->upTo(now);
+}
+
 bool isOver(const Schedule &schedule, const RecordedOutcomes &outcomes)
 {
-    const auto outcome = outcomes.find(schedule.identifier, schedule.date);
+    const auto date = lastDate(schedule);
+    if (!date)
+        return false;
+    const auto outcome = outcomes.find(schedule.identifier, *date);
     if (!outcome)
         fail(outcome.error());
     if (!*outcome || !(*outcome)->isOver())

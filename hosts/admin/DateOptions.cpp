@@ -6,9 +6,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-
-#include <QRegularExpression>
-#include <QTimeZone>
+#include "hosts/common/calendar/FriendlyTerms.h"
 
 #include <cmath>
 
@@ -23,14 +21,6 @@ constexpr double longestDelay = 100.0 * 366 * 24 * 3600; // a hundred years, in 
     throw AdminError(ExitStatus::BadUsage, sentence);
 }
 
-QTimeZone timeZone(const AdminOptions &options, const QString &usual)
-{
-    const QString name = options.isSet("time-zone") ? options.value("time-zone") : usual;
-    if (!isTimeZoneName(name))
-        refuse(QString("There is no time zone \"%1\".").arg(name));
-    return QTimeZone(name.toUtf8());
-}
-
 QDateTime afterDelay(const QString &text)
 {
     bool isNumber = false;
@@ -43,43 +33,73 @@ QDateTime afterDelay(const QString &text)
     return QDateTime::fromSecsSinceEpoch((due + 999) / 1000, Qt::UTC);
 }
 
-DateOptions::Moment atWallTime(const QString &text, const QTimeZone &zone)
+QString textOf(const QDateTime &date)
 {
-    static const QRegularExpression form(R"(^(\d{4}-\d\d-\d\d)[ T](\d\d):(\d\d)(?::(\d\d))?$)");
-    const auto match = form.match(text);
-    const QDate day = QDate::fromString(match.captured(1), Qt::ISODate);
-    const QTime time(match.captured(2).toInt(), match.captured(3).toInt(), match.captured(4).toInt());
-    if (!match.hasMatch() || !day.isValid() || !time.isValid())
-        refuse(QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
-    const QDateTime local = dateAtWallTime(day, time, zone);
-    DateOptions::Moment moment{local.toUTC(), {}, {}};
-    if (local.time() != time || local.date() != day) {
-        moment.remark = QString("%1 does not exist in %2; it becomes %3.")
-                            .arg(text, QString::fromUtf8(zone.id()), local.toString("yyyy-MM-dd HH:mm:ss"));
-    }
-    return moment;
+    return date.toString("yyyy-MM-dd HH:mm:ss");
+}
+
+/// A time that is shown twice, with the offset that tells which of them is meant.
+QString withOffset(const QString &text, int offset)
+{
+    constexpr int minute = 60;
+    constexpr int hour = 60 * minute;
+    const QTime distance(std::abs(offset) / hour, std::abs(offset) % hour / minute);
+    return QString("\"%1%2%3\"").arg(text, offset < 0 ? "-" : "+", distance.toString("HH:mm"));
 }
 } // namespace
 
-DateOptions::Moment DateOptions::readDate(const AdminOptions &options, const QString &usualZone)
+QString DateOptions::machineZone()
 {
-    const QTimeZone zone = timeZone(options, usualZone);
-    Moment moment = atWallTime(options.value("date"), zone);
-    moment.timeZone = QString::fromUtf8(zone.id());
-    return moment;
+    return QString::fromUtf8(QTimeZone::systemTimeZoneId());
 }
 
-DateOptions::Moment DateOptions::read(const AdminOptions &options)
+QTimeZone DateOptions::zone(const AdminOptions &options, const QString &usual)
+{
+    const QString wanted = options.isSet("time-zone") ? options.value("time-zone") : usual;
+    const QString name = wanted == "machine" ? machineZone() : wanted;
+    if (!isTimeZoneName(name))
+        refuse(QString("There is no time zone \"%1\".").arg(name));
+    return QTimeZone(name.toUtf8());
+}
+
+DateOptions::Moment DateOptions::inZone(const QString &text, const QTimeZone &zone)
+{
+    const auto date = FriendlyTerms::date(text);
+    if (!date)
+        refuse(date.error().text + ".");
+    if (!date->time)
+        refuse(QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
+    const QString zoneName = QString::fromUtf8(zone.id());
+    if (date->offset) {
+        const QDateTime wallTime(date->day, *date->time, Qt::UTC);
+        return {wallTime.addSecs(-date->offset->count()), zoneName, {}};
+    }
+    const QList<QDateTime> moments = FriendlyTerms::momentsOf(date->day, *date->time, zone);
+    if (moments.size() > 1) {
+        refuse(QString("Clocks in %1 show \"%2\" twice: say %3 or %4.")
+                   .arg(zoneName, text, withOffset(text, zone.offsetFromUtc(moments.constFirst())),
+                        withOffset(text, zone.offsetFromUtc(moments.constLast()))));
+    }
+    if (!moments.isEmpty())
+        return {moments.constFirst(), zoneName, {}};
+    const QDateTime moved = dateAtWallTime(date->day, *date->time, zone);
+    return {moved.toUTC(), zoneName,
+            QString("%1 does not exist in %2; it becomes %3.").arg(text, zoneName, textOf(moved))};
+}
+
+DateOptions::Moment DateOptions::readDate(const AdminOptions &options, const QString &usualZone)
+{
+    return inZone(options.value("date"), zone(options, usualZone));
+}
+
+DateOptions::Moment DateOptions::read(const AdminOptions &options, const QString &usualZone)
 {
     if (options.isSet("date") == options.isSet("in"))
         refuse("Say when, by --date or by --in.");
-    const QTimeZone zone = timeZone(options, QString::fromUtf8(QTimeZone::systemTimeZoneId()));
-    Moment moment;
-    if (options.isSet("in"))
-        moment.date = afterDelay(options.value("in"));
-    else
-        moment = atWallTime(options.value("date"), zone);
-    moment.timeZone = QString::fromUtf8(zone.id());
+    const QTimeZone zone = DateOptions::zone(options, usualZone);
+    const Moment moment = options.isSet("in")
+                              ? Moment{afterDelay(options.value("in")), QString::fromUtf8(zone.id()), {}}
+                              : inZone(options.value("date"), zone);
     if (moment.date < Port<Clock>::current()->currentDate())
         refuse(QString("%1 in %2 is past.").arg(options.value("date"), moment.timeZone));
     if (PropertyList::toData(QVariantMap{{"Date", moment.date}}, PropertyList::Format::Xml).isNull())

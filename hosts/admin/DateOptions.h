@@ -3,10 +3,12 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QTimeZone>
 
 class AdminOptions;
 
-/// The options that say when: `--date` with `--time-zone`, or `--in`.
+/// The options that say when something takes place once: `--date` with `--time-zone`, or `--in`. All raise
+/// AdminError when they are wrong, or can be read in two ways.
 namespace DateOptions
 {
 struct Moment {
@@ -15,10 +17,18 @@ struct Moment {
     QString remark;   ///< A sentence for the person when the date is not the one that was asked for.
 };
 
-/// The moment that `--date` names, past or not, in the zone of `--time-zone`, or else in `usualZone`. Raises
-/// AdminError when it names none.
+/// The zone of `--time-zone`, "machine" being the machine's, or else of `usual`.
+QTimeZone zone(const AdminOptions &options, const QString &usual);
+
+/// The name of the machine's zone.
+QString machineZone();
+
+/// The moment at which clocks in a zone show what a text says, past or not.
+Moment inZone(const QString &text, const QTimeZone &zone);
+
+/// The moment that `--date` names, past or not, in the zone of `--time-zone`, or else in `usualZone`.
 Moment readDate(const AdminOptions &options, const QString &usualZone);
 
-/// The moment that the options name. Raises AdminError when they name none, or one that is past.
-Moment read(const AdminOptions &options);
+/// The moment that the options name, in `usualZone` unless they name one. One that is past is refused.
+Moment read(const AdminOptions &options, const QString &usualZone = machineZone());
 } // namespace DateOptions

@@ -3,7 +3,7 @@
 
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "hosts/admin/DateOptions.h"
+#include "hosts/admin/OccurrenceOptions.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/common/record/RecordedOutcomes.h"
@@ -17,16 +17,6 @@ namespace
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
                      QString("What an action wrote cannot be told: %1.").arg(error.text));
-}
-
-std::optional<QDateTime> dateIn(const AdminOptions &options, const Schedule &schedule)
-{
-    if (!options.isSet("date")) {
-        if (options.isSet("time-zone"))
-            throw AdminError(ExitStatus::BadUsage, "--time-zone is that of a --date.");
-        return {};
-    }
-    return DateOptions::readDate(options, schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone).date;
 }
 
 QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)
@@ -44,7 +34,7 @@ QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)
 void OutputCommand::run(const AdminOptions &options)
 {
     const Schedule schedule = StoreCommands::find(options.argument(0));
-    const auto date = dateIn(options, schedule);
+    const auto date = OccurrenceOptions::read(options, schedule);
     const auto outcomes = RecordedOutcomes::open();
     if (!outcomes)
         fail(outcomes.error());

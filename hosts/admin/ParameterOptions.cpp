@@ -90,9 +90,9 @@ qint64 leadTime(const QString &seconds)
 }
 } // namespace
 
-QVariantMap ParameterOptions::read(const AdminOptions &options)
+QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMap &former)
 {
-    QVariantMap parameters;
+    QVariantMap parameters = former;
     if (options.isSet("parameters"))
         parameters = fromFile(options.value("parameters"));
     for (const QString &option : options.values("parameter"))
@@ -103,7 +103,9 @@ QVariantMap ParameterOptions::read(const AdminOptions &options)
         parameters.insert(CommandKey::program, options.value("program"));
         parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     } else if (options.isSet("argument")) {
-        refuse("--argument needs --program.");
+        if (!former.contains(CommandKey::program))
+            refuse("--argument needs --program.");
+        parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     }
     if (options.isSet("alert")) {
         parameters.insert(ParameterKey::alert, 1);

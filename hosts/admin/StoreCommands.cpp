@@ -8,8 +8,8 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
+#include "hosts/common/calendar/RuleWords.h"
 #include "hosts/common/plugins/ActionPlace.h"
-#include "hosts/common/record/RecordedOutcomes.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 
 #include <QFileInfo>
@@ -20,23 +20,6 @@ using namespace dozely;
 
 namespace
 {
-/// In a column of the table.
-constexpr qsizetype longestReason = 80;
-
-ScheduleStore::Content readStore()
-{
-    const QFileInfo store(ScheduleStore::path());
-    if (store.exists() && !store.isReadable())
-        throw AdminError(ExitStatus::NotPermitted,
-                         QString("You may not read %1.").arg(ScheduleStore::path()));
-    auto content = ScheduleStore::read();
-    if (!content) {
-        throw AdminError(ExitStatus::Failed,
-                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
-    }
-    return *std::move(content);
-}
-
 /// The folder of the store, or, while that does not exist, the one in which it would be made.
 void requireWritableFolder()
 {
@@ -62,75 +45,32 @@ QString placeOfAction(const Schedule &schedule)
     return ActionPlace::actsInUserAgent(schedule.parameters, bundleInfo) ? "session" : "daemon";
 }
 
-QStringList tableRow(const Schedule &schedule, const QString &outcome)
+/// Null for what goes with the machine's zone.
+QVariant timeZoneOf(const Schedule &schedule)
 {
-    const QString place = placeOfAction(schedule);
-    return {schedule.name,
-            schedule.isEnabled ? "yes" : "no",
-            schedule.calendarDate().toString("yyyy-MM-dd HH:mm:ss"),
-            schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone,
-            QFileInfo(schedule.bundlePath).completeBaseName(),
-            place.isNull() ? "?" : place,
-            outcome,
-            schedule.owner ? Identity::nameOf(*schedule.owner) : "-",
-            schedule.identifier};
+    if (!schedule.timeZone.isEmpty())
+        return schedule.timeZone;
+    return schedule.recurrence ? QVariant() : QVariant("UTC");
 }
 
-/// What became of the schedules' occurrences, as far as the caller may know it.
-class Outcomes
+/// Null for what takes place once.
+QVariant repetition(const Schedule &schedule)
 {
-public:
-    Outcomes() : m_outcomes(RecordedOutcomes::open()) {}
+    if (!schedule.recurrence)
+        return {};
+    const QVariantMap stored = schedule.recurrence->toDictionary();
+    return QVariantMap{{"rule", stored["Rule"]},
+                       {"localStart", stored["Local Start"]},
+                       {"extraDates", stored.value("Extra Dates", QVariantList())},
+                       {"excludedDates", stored.value("Excluded Dates", QVariantList())},
+                       {"inWords", RuleWords::of(*schedule.recurrence)}};
+}
 
-    /// Why nothing is known; empty when something is, or when the caller simply may not.
-    QString fault() const
-    {
-        const bool mayNot = !m_outcomes && m_outcomes.error().name == RecordedOutcomes::notPermitted;
-        return m_outcomes || mayNot ? QString() : m_outcomes.error().text;
-    }
-    bool areKnown() const { return m_outcomes.ok(); }
-
-    std::optional<RecordedOutcome> of(const Schedule &schedule) const
-    {
-        const auto found = m_outcomes ? m_outcomes->find(schedule.identifier, schedule.date)
-                                      : Result<std::optional<RecordedOutcome>>(m_outcomes.error());
-        return found ? *found : std::nullopt;
-    }
-
-    /// In one or two words, and why it failed.
-    QString nameFor(const Schedule &schedule) const
-    {
-        if (!areKnown())
-            return "?";
-        const auto outcome = of(schedule);
-        if (!outcome)
-            return schedule.isEnabled ? "to come" : "-";
-        const bool hasFailed = outcome->exitStatus.value_or(0) != 0;
-        const QString reason = !outcome->failure.isEmpty() ? logLabel(outcome->failure, longestReason)
-                               : hasFailed                 ? QString("exit %1").arg(*outcome->exitStatus)
-                                                           : QString();
-        return reason.isEmpty() ? outcome->state : QString("%1 (%2)").arg(outcome->state, reason);
-    }
-
-    /// For programs.
-    QVariant describe(const Schedule &schedule) const
-    {
-        const auto outcome = of(schedule);
-        if (!outcome)
-            return {};
-        const auto number = [](std::optional<qint64> value) { return value ? QVariant(*value) : QVariant(); };
-        return QVariantMap{{"state", outcome->state},
-                           {"isOver", outcome->isOver()},
-                           {"begun", outcome->begun.isValid() ? QVariant(outcome->begun) : QVariant()},
-                           {"ended", outcome->ended.isValid() ? QVariant(outcome->ended) : QVariant()},
-                           {"lateness", number(outcome->lateness)},
-                           {"exitStatus", number(outcome->exitStatus)},
-                           {"failure", outcome->failure.isEmpty() ? QVariant() : outcome->failure}};
-    }
-
-private:
-    Result<RecordedOutcomes> m_outcomes;
-};
+template<class Policy>
+QVariant nameOf(const std::optional<Policy> &policy)
+{
+    return policy ? QVariant(SchedulePolicies::nameOf(*policy)) : QVariant();
+}
 
 void setEnabled(const AdminOptions &options, bool isEnabled)
 {
@@ -153,9 +93,23 @@ void setEnabled(const AdminOptions &options, bool isEnabled)
 }
 } // namespace
 
+ScheduleStore::Content StoreCommands::read()
+{
+    const QFileInfo store(ScheduleStore::path());
+    if (store.exists() && !store.isReadable())
+        throw AdminError(ExitStatus::NotPermitted,
+                         QString("You may not read %1.").arg(ScheduleStore::path()));
+    auto content = ScheduleStore::read();
+    if (!content) {
+        throw AdminError(ExitStatus::Failed,
+                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
+    }
+    return *std::move(content);
+}
+
 Schedule StoreCommands::find(const QString &identifierOrName)
 {
-    const ScheduleStore::Content content = readStore();
+    const ScheduleStore::Content content = read();
     QList<Schedule> matches;
     for (const Schedule &schedule : content.schedules) {
         if (schedule.identifier == identifierOrName)
@@ -188,47 +142,22 @@ void StoreCommands::change(const std::function<void(QList<Schedule> &)> &alterat
 QVariantMap StoreCommands::describe(const Schedule &schedule)
 {
     const QString place = placeOfAction(schedule);
-    return {{"identifier", schedule.identifier},
-            {"name", schedule.name},
-            {"isEnabled", schedule.isEnabled},
-            {"bundlePath", schedule.bundlePath},
-            {"parameters", schedule.parameters},
-            {"date", schedule.date},
-            {"staysWhenOver", schedule.staysWhenOver},
-            {"timeZone", schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone},
-            {"actsIn", place.isNull() ? QVariant() : place},
-            {"owner", schedule.owner ? QVariant(*schedule.owner) : QVariant()}};
-}
-
-void StoreCommands::list(const AdminOptions &options)
-{
-    const ScheduleStore::Content content = readStore();
-    const Outcomes outcomes;
-    if (options.isSet("json")) {
-        QVariantList schedules;
-        for (const Schedule &schedule : content.schedules) {
-            QVariantMap described = describe(schedule);
-            described.insert("occurrence", outcomes.describe(schedule));
-            schedules += described;
-        }
-        Output::json({{"schedules", schedules},
-                      {"faults", content.faults},
-                      {"outcomesAreKnown", outcomes.areKnown()}});
-        return;
-    }
-    QList<QStringList> rows;
-    for (const Schedule &schedule : content.schedules)
-        rows += tableRow(schedule, outcomes.nameFor(schedule));
-    if (rows.isEmpty())
-        Output::line("There are no schedules.");
-    else
-        Output::table(
-            {"NAME", "ENABLED", "DATE", "TIME ZONE", "ACTION", "RUNS IN", "STATE", "OWNER", "IDENTIFIER"},
-            rows);
-    for (const QString &fault : content.faults)
-        Output::remark(fault + ".");
-    if (!outcomes.fault().isEmpty())
-        Output::remark(QString("What became of the schedules cannot be told: %1.").arg(outcomes.fault()));
+    return {
+        {"identifier", schedule.identifier},
+        {"name", schedule.name},
+        {"isEnabled", schedule.isEnabled},
+        {"bundlePath", schedule.bundlePath},
+        {"parameters", schedule.parameters},
+        {"date", schedule.date},
+        {"staysWhenOver", schedule.staysWhenOver},
+        {"timeZone", timeZoneOf(schedule)},
+        {"repeats", repetition(schedule)},
+        {"missed", nameOf(schedule.missedPolicy)},
+        {"missedLimit", schedule.missedLimit ? QVariant(qint64(schedule.missedLimit->count())) : QVariant()},
+        {"overlap", nameOf(schedule.overlapPolicy)},
+        {"after", nameOf(schedule.afterAction)},
+        {"actsIn", place.isNull() ? QVariant() : place},
+        {"owner", schedule.owner ? QVariant(*schedule.owner) : QVariant()}};
 }
 
 void StoreCommands::remove(const AdminOptions &options)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/schedules/Schedule.h"
+#include "hosts/common/schedules/ScheduleStore.h"
 
 #include <QList>
 
@@ -14,10 +14,12 @@ class AdminOptions;
 /// for the store's lock.
 namespace StoreCommands
 {
-void list(const AdminOptions &options);
 void remove(const AdminOptions &options);
 void enable(const AdminOptions &options);
 void disable(const AdminOptions &options);
+
+/// What the store holds.
+ScheduleStore::Content read();
 
 /// The one schedule that an identifier or a name selects.
 Schedule find(const QString &identifierOrName);

@@ -3,10 +3,14 @@
 #include "hosts/admin/AddCommand.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/ChangeCommand.h"
 #include "hosts/admin/ChannelCommands.h"
 #include "hosts/admin/CleanCommand.h"
 #include "hosts/admin/EventCommand.h"
+#include "hosts/admin/HistoryCommand.h"
+#include "hosts/admin/ListCommand.h"
 #include "hosts/admin/LogCommand.h"
+#include "hosts/admin/NextCommand.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/OutputCommand.h"
 #include "hosts/admin/PowerCommand.h"
@@ -25,19 +29,15 @@ using Command = std::function<void(const AdminOptions &)>;
 const QHash<QString, Command> &commands()
 {
     static const QHash<QString, Command> table{
-        {"list", StoreCommands::list},
-        {"add", AddCommand::run},
-        {"remove", StoreCommands::remove},
-        {"enable", StoreCommands::enable},
-        {"disable", StoreCommands::disable},
-        {"run", ChannelCommands::run},
-        {"ping", ChannelCommands::ping},
-        {"clean", CleanCommand::run},
-        {"log", LogCommand::run},
-        {"output", OutputCommand::run},
-        {"power", PowerCommand::run},
-        {"sleep", PowerCommand::sleep},
-        {"update", UpdateCommand::run},
+        {"list", ListCommand::run},        {"add", AddCommand::run},
+        {"change", ChangeCommand::run},    {"remove", StoreCommands::remove},
+        {"enable", StoreCommands::enable}, {"disable", StoreCommands::disable},
+        {"next", NextCommand::run},        {"history", HistoryCommand::run},
+        {"skip", ChannelCommands::skip},   {"postpone", ChannelCommands::postpone},
+        {"run", ChannelCommands::run},     {"ping", ChannelCommands::ping},
+        {"clean", CleanCommand::run},      {"log", LogCommand::run},
+        {"output", OutputCommand::run},    {"power", PowerCommand::run},
+        {"sleep", PowerCommand::sleep},    {"update", UpdateCommand::run},
         {"event", EventCommand::run},
     };
     return table;

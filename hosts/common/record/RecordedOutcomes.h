@@ -5,6 +5,7 @@
 #include "hosts/common/record/Sqlite.h"
 
 #include <QDateTime>
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -20,6 +21,17 @@ struct RecordedOutcome {
 
     /// Whether nothing becomes of it any more by itself.
     bool isOver() const { return state != "asked" && state != "begun" && state != "postponed"; }
+};
+
+/// A row of the record.
+struct RecordedOccurrence {
+    QString identifier; ///< The schedule's.
+    QDateTime date;     ///< UTC; of a run of missed ones the latest.
+    RecordedOutcome outcome;
+    QDateTime postponedTo = {};  ///< UTC; invalid for one that was not postponed, or is over.
+    QDateTime first = {};        ///< UTC, of a run of missed ones the earliest; otherwise invalid.
+    std::optional<qint64> count; ///< How many a run of missed ones has.
+    bool isCountExact = true;    ///< Otherwise there are more.
 };
 
 /// What an occurrence that is over wrote last.
@@ -44,6 +56,17 @@ public:
     dozely::Result<std::optional<RecordedOutcome>> find(const QString &identifier,
                                                         const QDateTime &date) const;
 
+    /// The latest occurrence of a schedule that the record has at or before `date`; nothing when it has none.
+    dozely::Result<std::optional<RecordedOccurrence>> findLatest(const QString &identifier,
+                                                                 const QDateTime &date) const;
+
+    /// The latest occurrences, of one schedule or of all, newest first.
+    dozely::Result<QList<RecordedOccurrence>> latest(const std::optional<QString> &identifier,
+                                                     qint64 most) const;
+
+    /// What the record knows of what is to come after `date`, and what was postponed.
+    dozely::Result<QList<RecordedOccurrence>> toCome(const QDateTime &date) const;
+
     /// What the occurrence at `date` wrote, or, without one, the latest that was performed and is over;
     /// nothing when the record has no such occurrence.
     dozely::Result<std::optional<RecordedOutput>> findOutput(const QString &identifier,
@@ -53,6 +76,9 @@ public:
     dozely::Result<bool> isInUse(const QString &identifier) const;
 
 private:
+    QByteArray query(const char *more) const;
+    dozely::Result<QList<RecordedOccurrence>> all(SqliteStatement &search) const;
+
     std::optional<Sqlite> m_database;
-    bool m_hasFailures = false; // else it is of the first format
+    qint64 m_version = 0; // of the format
 };

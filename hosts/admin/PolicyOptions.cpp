@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/PolicyOptions.h"
+
+#include "DozelyKit/plugin/Names.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/common/calendar/FriendlyTerms.h"
+
+using namespace dozely;
+
+namespace
+{
+[[noreturn]] void refuse(const QString &sentence)
+{
+    throw AdminError(ExitStatus::BadUsage, sentence);
+}
+
+void setMissed(Schedule &schedule, const QString &text)
+{
+    const qsizetype equals = text.indexOf('=');
+    const QString name = equals < 0 ? text : text.left(equals);
+    const QStringList names{"skip", "run-once", "plug-in"};
+    if (!names.contains(name) || (equals >= 0 && name != "run-once"))
+        refuse(QString("--missed is skip, run-once, run-once=LIMIT or plug-in, not \"%1\".").arg(text));
+    schedule.missedPolicy = SchedulePolicies::missedPolicyNamed(QString(name).replace("run-", "run "));
+    schedule.missedLimit.reset();
+    if (equals < 0)
+        return;
+    const auto limit = FriendlyTerms::duration(text.mid(equals + 1));
+    if (!limit)
+        refuse(limit.error().text + ".");
+    schedule.missedLimit = *limit;
+}
+
+void setOverlap(Schedule &schedule, const QString &text)
+{
+    if (!schedule.recurrence)
+        refuse("--overlap is of what repeats.");
+    schedule.overlapPolicy = SchedulePolicies::overlapPolicyNamed(text);
+    if (!schedule.overlapPolicy)
+        refuse(QString("--overlap is skip or run, not \"%1\".").arg(text));
+}
+
+bool isWokenFor(const QVariantMap &parameters)
+{
+    return parameters.value(ParameterKey::needsWakeUp).toInt() == 1 ||
+           parameters.value(ParameterKey::needsStartup).toInt() == 1;
+}
+
+void setAfter(Schedule &schedule, const QString &text, bool isWantedAnyway)
+{
+    schedule.afterAction = SchedulePolicies::afterActionNamed(text == "power-off" ? "power off" : text);
+    if (!schedule.afterAction || text == "power off")
+        refuse(QString("--after is nothing, sleep or power-off, not \"%1\".").arg(text));
+    if (text != "nothing" && !isWokenFor(schedule.parameters) && !isWantedAnyway) {
+        refuse(QString("--after %1 comes only where the machine was woken or switched on for the action; "
+                       "that takes --wake or --power-on.")
+                   .arg(text));
+    }
+}
+} // namespace
+
+void PolicyOptions::apply(const AdminOptions &options, Schedule &schedule)
+{
+    if (options.isSet("missed"))
+        setMissed(schedule, options.value("missed"));
+    if (options.isSet("overlap"))
+        setOverlap(schedule, options.value("overlap"));
+    if (options.isSet("after"))
+        setAfter(schedule, options.value("after"), options.isSet("anyway"));
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/common/schedules/Schedule.h"
+
+#include <QStringList>
+#include <QTimeZone>
+
+class AdminOptions;
+
+/// The options that say how a schedule repeats: `--every` and `--on`, or `--rule`, with `--at`, `--from`,
+/// `--until` and `--count`, and `--except`. All raise AdminError when they are wrong, do not fit together or
+/// can be read in two ways.
+namespace RecurrenceOptions
+{
+/// What the options leave open.
+struct Former {
+    std::optional<Recurrence> recurrence; ///< Absent: it does not repeat yet.
+    std::optional<QTime> time;            ///< The time of day of what takes place once.
+};
+
+struct Made {
+    Recurrence recurrence; ///< Begins with its first occurrence from now or from `--from` on.
+    QStringList remarks;   ///< Sentences for the person.
+};
+
+/// Whether one of those is there that say when it takes place, which all do but `--except`.
+bool areSet(const AdminOptions &options);
+
+/// What the options make of the former.
+Made read(const AdminOptions &options, const Former &former, const QTimeZone &zone);
+
+/// The wall times that `--except` takes away from a recurrence.
+QList<WallTime> exceptions(const AdminOptions &options, const Recurrence &recurrence, const QTimeZone &zone);
+} // namespace RecurrenceOptions

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/ScheduleAnswer.h"
+
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/StoreCommands.h"
+#include "hosts/admin/UpcomingOccurrences.h"
+#include "hosts/common/calendar/DateWords.h"
+#include "hosts/common/calendar/RuleWords.h"
+
+namespace
+{
+QList<QDateTime> nextDates(const Schedule &schedule)
+{
+    constexpr qsizetype told = 3;
+    auto upcoming = UpcomingOccurrences::ofOne(schedule);
+    QList<QDateTime> dates;
+    while (dates.size() < told) {
+        const auto next = upcoming.next();
+        if (!next)
+            break;
+        dates += next->date;
+    }
+    return dates;
+}
+} // namespace
+
+QString ScheduleAnswer::inWords(const QDateTime &date, const Schedule &schedule)
+{
+    const QDateTime here = date.toTimeZone(QTimeZone::systemTimeZone());
+    const QString text = DateWords::of(here);
+    const QDateTime there = date.toTimeZone(schedule.zone());
+    const bool hasZone = !schedule.timeZone.isEmpty();
+    if (!hasZone || (there.date() == here.date() && there.time() == here.time()))
+        return text;
+    return QString("%1 (%2 in %3)").arg(text, DateWords::of(there), schedule.timeZone);
+}
+
+void ScheduleAnswer::tell(const AdminOptions &options, const Schedule &schedule, const QString &what)
+{
+    const QList<QDateTime> dates = nextDates(schedule);
+    if (options.isSet("json")) {
+        QVariantList next;
+        for (const QDateTime &date : dates)
+            next += date;
+        Output::json({{"schedule", StoreCommands::describe(schedule)}, {"next", next}});
+        return;
+    }
+    if (!schedule.recurrence) {
+        Output::line(Output::escaped(QString("%1, for %2 (%3).")
+                                         .arg(what, schedule.calendarDate().toString("yyyy-MM-dd HH:mm:ss"),
+                                              schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone)));
+        return;
+    }
+    const QString zone = schedule.timeZone.isEmpty() ? QString() : QString(" (%1)").arg(schedule.timeZone);
+    Output::line(Output::escaped(QString("%1: %2%3.").arg(what, RuleWords::of(*schedule.recurrence), zone)));
+    for (qsizetype i = 0; i < dates.size(); ++i)
+        Output::line(Output::escaped((i == 0 ? "Next: " : "      ") + inWords(dates.at(i), schedule)));
+}
