@@ -18,8 +18,8 @@ Commands:
   next [SCHEDULE]                Show what comes, and what wakes the machine.
   history [SCHEDULE]             Show what became of it, newest first.
   skip SCHEDULE                  Leave out the next time, or that at --date.
-  postpone SCHEDULE SECONDS      Perform it so much later than now (90, 10m, 1h): the next time, or
-                                 that at --date.
+  postpone SCHEDULE SECONDS      Perform it so much later (90, 10m, 1h): the next time, or that at
+                                 --date.
   run SCHEDULE                   Have the daemon perform a schedule's action now.
   ping daemon                    Ask whether the daemon is alive.
   ping agent [USER]              Ask whether a user's agent is alive; yours without USER.

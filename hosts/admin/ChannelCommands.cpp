@@ -188,6 +188,6 @@ void ChannelCommands::postpone(const AdminOptions &options)
             QString("\"%1\" is no time to postpone it by, such as 90, 10m or 1h.").arg(options.argument(1)));
     }
     orderOccurrence(options, OrderName::daemonMustPostpone,
-                    {{OrderKey::seconds, static_cast<qint64>(delay->count())}},
-                    QString("postponed to %1 from now").arg(DateWords::of(*delay)));
+                    {{OrderKey::delay, static_cast<qint64>(delay->count())}},
+                    QString("postponed by %1").arg(DateWords::of(*delay)));
 }

@@ -17,6 +17,6 @@ void run(const AdminOptions &options);
 /// Asks the daemon to leave an occurrence out.
 void skip(const AdminOptions &options);
 
-/// Asks the daemon to perform an occurrence so much later than now.
+/// Asks the daemon to perform an occurrence so much later.
 void postpone(const AdminOptions &options);
 } // namespace ChannelCommands
