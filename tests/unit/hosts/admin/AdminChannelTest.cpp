@@ -32,6 +32,21 @@ public:
     QList<qint64> users;
 };
 
+/// Keeps what the daemon is asked about single occurrences.
+class WishReceiver : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void hear(const NSNotification &notification)
+    {
+        orders += {notification.name(), notification.userInfo()};
+        if (refusal)
+            throw OrderRefusal(*refusal, "there is nothing to come");
+    }
+    std::optional<OrderRefusal::Kind> refusal;
+    QList<std::pair<QString, QVariantMap>> orders;
+};
+
 namespace
 {
 /// This process plays the part that the tool talks to.
@@ -186,6 +201,66 @@ TEST_F(AdminChannelTest, RunOfSomebodyElsesScheduleIsNotPermitted)
     // Without root there is one user here: the owner of the root folder, who may run everything.
     EXPECT_EQ(result.status, isRoot ? 3 : 0);
     EXPECT_EQ(receiver->identifiers.size(), isRoot ? 0 : 1);
+}
+
+TEST_F(AdminChannelTest, SkipAndPostponeAskTheDaemonForOneOccurrence)
+{
+    publishAs("dozelyd");
+    const auto receiver = std::make_shared<WishReceiver>();
+    for (const char *name : {"DaemonMustSkipEvent", "DaemonMustPostponeEvent"})
+        WDNotificationCenter::defaultCenter()->addObserver(receiver, "hear", name, "com.dozely.Admin");
+    const auto added = tool.run({"add", "Daily", "--program", "/bin/true", "--every", "day", "--at", "03:00",
+                                 "--from", "2060-03-14", "--time-zone", "Europe/Paris", "--json"});
+    ASSERT_EQ(added.status, 0) << added.errors.constData();
+    const QString daily = added.json()["schedule"].toObject()["identifier"].toString();
+    const QDateTime march15({2060, 3, 15}, {2, 0}, Qt::UTC);
+
+    EXPECT_EQ(tool.run({"skip", "Daily"}).output, "\"Daily\" is left out: its next time.\n");
+    EXPECT_EQ(tool.run({"skip", "Daily", "--date", "2060-03-15", "--json"}).json(),
+              QJsonObject({{"identifier", daily}, {"date", "2060-03-15T02:00:00Z"}, {"received", true}}));
+    EXPECT_EQ(tool.run({"postpone", "Daily", "10m"}).output,
+              "\"Daily\" is postponed by 10 min: its next time.\n");
+    EXPECT_EQ(tool.run({"postpone", daily, "90", "--date", "2060-03-15 03:00"}).status, 0);
+    ASSERT_EQ(receiver->orders.size(), 4);
+    EXPECT_EQ(receiver->orders[0].first, "DaemonMustSkipEvent");
+    EXPECT_EQ(receiver->orders[0].second, QVariantMap({{"Schedule Identifier", daily}}));
+    EXPECT_EQ(receiver->orders[1].second["Schedule Date"].toDateTime(), march15);
+    EXPECT_EQ(receiver->orders[2].first, "DaemonMustPostponeEvent");
+    EXPECT_EQ(receiver->orders[2].second,
+              QVariantMap({{"Schedule Identifier", daily}, {"Schedule Delay", 600LL}}));
+    EXPECT_EQ(receiver->orders[3].second["Schedule Delay"], 90LL);
+    EXPECT_EQ(receiver->orders[3].second["Schedule Date"].toDateTime(), march15);
+    for (const QString word : {"skip", "postpone"}) {
+        receiver->refusal = OrderRefusal::Kind::Impossible;
+        QStringList command{word, "Daily"};
+        if (word == "postpone")
+            command += "10m";
+        const auto refused = tool.run(command);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.output, "");
+        EXPECT_THAT(refused.errors.toStdString(), HasSubstr("The daemon refuses: there is nothing to come."));
+        receiver->refusal = OrderRefusal::Kind::NotPermitted;
+        EXPECT_EQ(tool.run(command).status, 3);
+    }
+}
+
+TEST_F(AdminChannelTest, SkipAndPostponeSayWhatIsWrongWithTheDate)
+{
+    const QStringList daily{"add",     "Daily",   "--program", "/bin/true",
+                            "--every", "weekday", "--from",    "2060-03-15"};
+    ASSERT_EQ(tool.run(daily + QStringList{"--at", "03:00", "--at", "15:00", "--time-zone", "UTC"}).status,
+              0);
+    const QList<std::tuple<const char *, int, const char *>> cases{
+        {"2060-03-15", 2, "\"Daily\" takes place at 03:00, at 15:00 and so on that day: say at which"},
+        {"2060-03-14", 2, "\"Daily\" does not take place on 14 March 2060"},
+        {"03/04/2060", 2, "\"03/04/2060\" can be 2060-04-03 or 2060-03-04."},
+        {"2060-03-15 03:00", 1, "The daemon does not answer."},
+    };
+    for (const auto &[date, status, complaint] : cases) {
+        const auto result = tool.run({"skip", "Daily", "--date", date});
+        EXPECT_EQ(result.status, status) << date;
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr(complaint));
+    }
 }
 
 #include "AdminChannelTest.moc"

@@ -435,7 +435,7 @@ TEST_F(AdminStoreTest, ListShowsATableToPeople)
     const QList<QByteArray> lines = result.output.split('\n');
     ASSERT_EQ(lines.size(), 3);
     EXPECT_THAT(lines[0].toStdString(),
-                testing::MatchesRegex("NAME +ENABLED +DATE +TIME ZONE +ACTION.*IDENTIFIER"));
+                testing::MatchesRegex("NAME +ENABLED +DATE +TIME ZONE +REPEATS +ACTION.*IDENTIFIER"));
     EXPECT_THAT(lines[1].toStdString(),
                 testing::MatchesRegex("Water +yes +.* Command +daemon +.*" + identifier.toStdString()));
 }

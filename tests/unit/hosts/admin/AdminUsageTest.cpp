@@ -10,9 +10,10 @@ TEST(AdminUsage, HelpNamesEveryCommandAndExitStatus)
     AdminTool tool;
     const auto help = tool.run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char *word : {"list", "add NAME", "remove SCHEDULE", "clean", "enable SCHEDULE",
-                             "disable SCHEDULE", "run SCHEDULE", "output SCHEDULE", "ping agent [USER]",
-                             "log", "--follow", "--json", "3 not permitted"})
+    for (const char *word : {"list", "add NAME", "change SCHEDULE", "next [SCHEDULE]", "history [SCHEDULE]",
+                             "skip SCHEDULE", "postpone SCHEDULE SECONDS", "remove SCHEDULE", "clean",
+                             "enable SCHEDULE", "disable SCHEDULE", "run SCHEDULE", "output SCHEDULE",
+                             "ping agent [USER]", "log", "--follow", "--json", "3 not permitted"})
         EXPECT_THAT(help.output.toStdString(), HasSubstr(word));
 }
 
@@ -37,6 +38,11 @@ TEST(AdminUsage, AWrongCommandLineEndsWithTwoAndSaysWhy)
         {{"ping", "moon"}, "\"moon\" is not daemon, agent or application"},
         {{"ping", "daemon", "root"}, "one daemon for all users"},
         {{"log", "--lines", "many"}, "\"many\" is not a number of lines"},
+        {{"next", "-n", "many"}, "-n needs a whole number, 1 or more, not \"many\"."},
+        {{"list", "-n", "5"}, "\"list\" takes no option -n"},
+        {{"postpone", "A"}, "\"postpone\" needs an argument"},
+        {{"postpone", "A", "soon"}, "\"soon\" is no time to postpone it by, such as 90, 10m or 1h."},
+        {{"postpone", "A", "0"}, "\"0\" is no time to postpone it by"},
         {{"add", "A", "--in", "5"}, "Say what is to be done"},
         {{"add", "A", "--program", "/bin/true"}, "Say when"},
         {{"add", "A", "--program", "true", "--in", "5"}, "\"true\" is not an absolute path"},

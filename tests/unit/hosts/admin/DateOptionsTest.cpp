@@ -63,11 +63,21 @@ TEST_F(DateOptionsTest, ASkippedTimeMovesForwardByTheGapAndIsRemarkedOn)
               "2026-03-29 02:30 does not exist in Europe/Berlin; it becomes 2026-03-29 03:30:00.");
 }
 
-TEST_F(DateOptionsTest, ARepeatedTimeIsTheFirst)
+TEST_F(DateOptionsTest, ARepeatedTimeIsRefusedWithBothReadings)
 {
-    const auto moment = read({"--date", "2026-10-25 02:30", "--time-zone", "Europe/Berlin"});
-    EXPECT_EQ(moment.date.toString(Qt::ISODate), "2026-10-25T00:30:00Z");
-    EXPECT_TRUE(moment.remark.isEmpty());
+    EXPECT_EQ(refusal({"--date", "2026-10-25 02:30", "--time-zone", "Europe/Berlin"}),
+              "Clocks in Europe/Berlin show \"2026-10-25 02:30\" twice: say \"2026-10-25 02:30+02:00\" or "
+              "\"2026-10-25 02:30+01:00\".");
+    EXPECT_EQ(dateOf("2026-10-25 02:30+02:00", "Europe/Berlin"), "2026-10-25T00:30:00Z");
+    EXPECT_EQ(dateOf("2026-10-25 02:30+01:00", "Europe/Berlin"), "2026-10-25T01:30:00Z");
+}
+
+TEST_F(DateOptionsTest, ADateThatCanBeReadInTwoWaysIsRefusedWithBoth)
+{
+    EXPECT_EQ(refusal({"--date", "03/04/2026 06:55"}),
+              "\"03/04/2026 06:55\" can be 2026-04-03 or 2026-03-04.");
+    EXPECT_EQ(refusal({"--date", "2026-03-15 7:00"}),
+              "\"2026-03-15 7:00\" can be 2026-03-15 07:00 or 2026-03-15 19:00.");
 }
 
 TEST_F(DateOptionsTest, ADelayCountsFromNowAndIsNeverCutShort)
