@@ -22,8 +22,10 @@ from pathlib import Path
 BUILD, SOURCE, PREFIX, LIBDIR, CXX, FLAGS, SETTINGS_PROBE = sys.argv[1:8]
 SOURCE = Path(SOURCE)
 sys.path.insert(0, str(SOURCE / "scripts"))
+from pages import blocks, is_shown, write_stand_ins  # pylint: disable=wrong-import-position
 from scratch_system import PLUG_INS, SOCKETS, System, scratch  # pylint: disable=wrong-import-position
 
+TUTORIAL = SOURCE / "docs/plug-in-tutorial.md"
 LOG = "var/log/dozely.log"
 MODULES = "Farewell.plugin/Contents/Linux"
 LIMIT = 30.0  # seconds for what a block shows to come; only bounds a failure
@@ -67,10 +69,7 @@ class InstalledSystem(System):
 
     def stand_ins(self):
         admin = f'exec "{self.prefix}/bin/dozely-admin" --root "{self.root}" "$@"\n'
-        for name, text in {**STAND_INS, "dozely-admin": admin}.items():
-            file = Path(self.path("stand-ins"), name)
-            file.write_text("#!/bin/sh\n" + text, encoding="utf-8")
-            file.chmod(0o755)
+        write_stand_ins(self.path("stand-ins"), {**STAND_INS, "dozely-admin": admin})
 
     def shell(self):
         """The environment of who follows the tutorial."""
@@ -80,12 +79,6 @@ class InstalledSystem(System):
 
     def log_lines(self):
         return Path(self.path(LOG)).read_text(encoding="utf-8").splitlines()
-
-
-def blocks():
-    """(language, text) of each fenced block of the tutorial."""
-    text = (SOURCE / "docs/plug-in-tutorial.md").read_text(encoding="utf-8")
-    return re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", text)
 
 
 class Reader:
@@ -100,7 +93,7 @@ class Reader:
 
     def follow(self):
         self.folder = str(SOURCE)
-        for language, text in blocks():
+        for language, text in blocks(TUTORIAL):
             if language == "sh":
                 self.run(text)
             elif language == "text":
@@ -122,9 +115,8 @@ class Reader:
         self.folder = Path(here).read_text(encoding="utf-8").strip()
 
     def see(self, shown):
-        patterns = [".*".join(re.escape(part.strip()) for part in line.split("…")) for line in shown.splitlines()]
         deadline = time.monotonic() + LIMIT
-        while not all(any(re.search(pattern, line) for line in self.output.splitlines()) for pattern in patterns):
+        while not is_shown(self.output, shown):
             if not LOOKS.fullmatch(self.block) or time.monotonic() > deadline:
                 raise AssertionError(f"This step:\n{self.block}\nshows\n{self.output}\ninstead of\n{shown}\n" +
                                      "\n".join(self.system.log_lines()))
@@ -153,7 +145,7 @@ def modules(system):
 
 class TutorialTest(unittest.TestCase):
     def test_it_has_steps(self):
-        languages = [language for language, _ in blocks()]
+        languages = [language for language, _ in blocks(TUTORIAL)]
         self.assertGreaterEqual(languages.count("sh"), 8)
         self.assertGreaterEqual(languages.count("text"), 3)
         self.assertNotIn("", languages)  # or nobody would know whether it is to be run
