@@ -215,12 +215,17 @@ TEST_F(AdminStoreTest, OutputIsNothingForAnActionThatWroteNothing)
     EXPECT_EQ(nothing.output, "");
 }
 
+TEST_F(AdminStoreTest, OutputOfTheSessionIsShownLikeThatOfTheDaemon)
+{
+    recordEnds({"done", 0, {}, "from the session\n", "session"});
+    EXPECT_EQ(tool.run({"output", "Backup"}).output, "from the session\n");
+}
+
 TEST_F(AdminStoreTest, OutputSaysWhyThereIsNone)
 {
-    recordEnds({"done", {}, {}, {}, "session"});
+    recordEnds({"done"});
     tool.add("open");
     const QList<std::tuple<QStringList, int, const char *>> cases{
-        {{"output", "Backup"}, 1, "\"Backup\" was performed in the session, of which no output is kept"},
         {{"output", "open"}, 1, "\"open\" was not performed yet"},
         {{"output", "Backup", "--date", "2060-03-13 06:55"}, 1, "\"Backup\" was not performed then"},
         {{"output", "gone"}, 1, "There is no schedule \"gone\""},
