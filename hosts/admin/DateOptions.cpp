@@ -4,6 +4,7 @@
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
@@ -50,7 +51,7 @@ QString withOffset(const QString &text, int offset)
 
 QString DateOptions::machineZone()
 {
-    return QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    return QString::fromUtf8(machineTimeZone().id());
 }
 
 QTimeZone DateOptions::zone(const AdminOptions &options, const QString &usual)
@@ -85,11 +86,6 @@ DateOptions::Moment DateOptions::inZone(const QString &text, const QTimeZone &zo
     const QDateTime moved = dateAtWallTime(date->day, *date->time, zone);
     return {moved.toUTC(), zoneName,
             QString("%1 does not exist in %2; it becomes %3.").arg(text, zoneName, textOf(moved))};
-}
-
-DateOptions::Moment DateOptions::readDate(const AdminOptions &options, const QString &usualZone)
-{
-    return inZone(options.value("date"), zone(options, usualZone));
 }
 
 DateOptions::Moment DateOptions::read(const AdminOptions &options, const QString &usualZone)

@@ -26,9 +26,6 @@ QString machineZone();
 /// The moment at which clocks in a zone show what a text says, past or not.
 Moment inZone(const QString &text, const QTimeZone &zone);
 
-/// The moment that `--date` names, past or not, in the zone of `--time-zone`, or else in `usualZone`.
-Moment readDate(const AdminOptions &options, const QString &usualZone);
-
 /// The moment that the options name, in `usualZone` unless they name one. One that is past is refused.
 Moment read(const AdminOptions &options, const QString &usualZone = machineZone());
 } // namespace DateOptions

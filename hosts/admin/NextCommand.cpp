@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
@@ -27,7 +28,7 @@ QDateTime end(const AdminOptions &options)
     if (!options.isSet("until"))
         return {};
     const QString text = options.value("until");
-    const QTimeZone zone = QTimeZone::systemTimeZone();
+    const QTimeZone zone = machineTimeZone();
     const auto date = FriendlyTerms::date(text);
     if (date && !date->time)
         return dateAtWallTime(date->day, QTime(23, 59, 59), zone);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/common/schedules/Schedule.h"
+#include "hosts/admin/RuleOptions.h"
 
 #include <QStringList>
 #include <QTimeZone>
@@ -13,11 +13,7 @@ class AdminOptions;
 /// can be read in two ways.
 namespace RecurrenceOptions
 {
-/// What the options leave open.
-struct Former {
-    std::optional<Recurrence> recurrence; ///< Absent: it does not repeat yet.
-    std::optional<QTime> time;            ///< The time of day of what takes place once.
-};
+using Former = RuleOptions::Former;
 
 struct Made {
     Recurrence recurrence; ///< Begins with its first occurrence from now or from `--from` on.

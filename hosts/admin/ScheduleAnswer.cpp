@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/ScheduleAnswer.h"
 
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/admin/UpcomingOccurrences.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/RuleWords.h"
+
+using namespace dozely;
 
 namespace
 {
@@ -27,7 +30,7 @@ QList<QDateTime> nextDates(const Schedule &schedule)
 
 QString ScheduleAnswer::inWords(const QDateTime &date, const Schedule &schedule)
 {
-    const QDateTime here = date.toTimeZone(QTimeZone::systemTimeZone());
+    const QDateTime here = date.toTimeZone(machineTimeZone());
     const QString text = DateWords::of(here);
     const QDateTime there = date.toTimeZone(schedule.zone());
     const bool hasZone = !schedule.timeZone.isEmpty();
@@ -56,4 +59,6 @@ void ScheduleAnswer::tell(const AdminOptions &options, const Schedule &schedule,
     Output::line(Output::escaped(QString("%1: %2%3.").arg(what, RuleWords::of(*schedule.recurrence), zone)));
     for (qsizetype i = 0; i < dates.size(); ++i)
         Output::line(Output::escaped((i == 0 ? "Next: " : "      ") + inWords(dates.at(i), schedule)));
+    if (!schedule.isEnabled)
+        Output::line("It is disabled: it does not come due before it is enabled.");
 }

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
@@ -98,7 +99,7 @@ QStringList applyRecurrence(const AdminOptions &options, Schedule &schedule)
     if (!schedule.recurrence && schedule.date.isValid())
         former.time = schedule.calendarDate().time();
     applyZone(options, schedule);
-    const QTimeZone zone = schedule.timeZone.isEmpty() ? QTimeZone::systemTimeZone() : schedule.zone();
+    const QTimeZone zone = schedule.timeZone.isEmpty() ? machineTimeZone() : schedule.zone();
     QStringList remarks;
     if (RecurrenceOptions::areSet(options) || options.isSet("time-zone")) {
         const auto made = RecurrenceOptions::read(options, former, zone);

@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/common/calendar/RuleParts.h"
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
@@ -74,7 +76,8 @@ Result<Recurrence> begunAnew(const Recurrence &recurrence, const QTimeZone &zone
         return nothingComes;
     result.rule = recurrence.rule;
     result.localStart = *first;
-    const auto isPast = [&](const WallTime &date) { return date < *first; };
+    const WallTime begin = std::min(*first, WallTime::of(notBefore.toTimeZone(zone)));
+    const auto isPast = [&](const WallTime &date) { return date < begin; };
     result.extraDates.removeIf(isPast);
     result.excludedDates.removeIf(isPast);
     if (const auto whole = OccurrenceSeries::of(result, zone); !whole)

@@ -130,6 +130,15 @@ TEST_F(RecurrenceOptionsTest, ItBeginsAndEndsAsIsSaid)
         << "today's is past";
 }
 
+TEST_F(RecurrenceOptionsTest, ABeginningThatIsSkippedKeepsItsTime)
+{
+    const auto skipped = made({"--every", "day", "--from", "2026-03-29 02:30"});
+    EXPECT_EQ(skipped.recurrence.localStart.toString(), "2026-03-29T02:30:00");
+    EXPECT_EQ(skipped.remarks,
+              QStringList("2026-03-29 02:30 does not exist in Europe/Berlin; it becomes 2026-03-29 "
+                          "03:30:00."));
+}
+
 TEST_F(RecurrenceOptionsTest, ExceptionsAreADayOrATime)
 {
     EXPECT_EQ(

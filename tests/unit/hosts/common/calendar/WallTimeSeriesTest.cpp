@@ -104,7 +104,14 @@ TEST(BegunAnew, WhatIsExcludedIsNotTheFirst)
         recurrence("FREQ=DAILY", "2026-03-01T22:00:00",
                    {"2026-03-05T22:00:00", "2026-03-14T22:00:00", "2026-03-20T22:00:00"});
     EXPECT_EQ(anew(daily, "2026-03-14T00:00:00"),
-              "FREQ=DAILY 2026-03-15T22:00:00 without 2026-03-20T22:00:00");
+              "FREQ=DAILY 2026-03-15T22:00:00 without 2026-03-14T22:00:00 without 2026-03-20T22:00:00");
+}
+
+TEST(BegunAnew, AnExtraDateThatIsStillToComeStays)
+{
+    Recurrence weekly = recurrence("FREQ=WEEKLY", "2026-03-07T22:00:00");
+    weekly.extraDates = {{{2026, 3, 10}, {12, 0}}, {{2026, 3, 12}, {12, 0}}};
+    EXPECT_EQ(firstOf(weekly, "2026-03-11T00:00:00"), utc("2026-03-12T11:00:00"));
 }
 
 TEST(BegunAnew, AStartThatIsSkippedKeepsTheTimeOfTheRule)
