@@ -169,7 +169,8 @@ TEST_F(HostsTest, AnOccurrenceThatAnotherUsersAgentHasIsRefused)
     record.set("other", date, {OccurrenceState::Done, agentUser() + 1, QDateTime::currentDateTimeUtc()});
     OccurrenceDatabase database;
     (void)database.open(QDateTime::currentDateTimeUtc());
-    const auto saved = database.write(record.changes(), [](const QString &) { return QDateTime(); });
+    const auto saved =
+        database.write(record.changes(), [](const QString &) { return OccurrenceDatabase::Occurrences(); });
     ASSERT_TRUE(saved) << saved.error().text.toStdString();
     startDaemon();
     ASSERT_TRUE(logs("Schedules: 1"));
