@@ -7,10 +7,12 @@ A block that begins with ```sh is run as it stands; what a block ```text behind 
 standing for anything. The machine is a scratch folder in a time zone where it is about noon, so that nothing comes due
 meanwhile; sudo and the programs that the page has run are stand-ins.
 """
+import contextlib
 import datetime
 import json
 import os
 import plistlib
+import sqlite3
 import subprocess
 import sys
 import unittest
@@ -24,7 +26,9 @@ from scratch_system import START_LIMIT, System, scratch  # pylint: disable=wrong
 
 PAGE = Path(SOURCE, "docs/cookbook.md")
 STORE = "Library/Preferences/com.dozely.plist"
+RECORD = "var/lib/dozely/occurrences.db"
 PROGRAMS = ("/usr/bin/paplay", "/usr/local/bin/backup")
+LIMIT = 100.0  # seconds; a clock that nothing has synchronised is not believed for one minute
 WEEKDAYS = "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR"
 
 
@@ -45,7 +49,7 @@ class Machine(System):
         self.environment["TZ"] = self.zone
         os.mkdir(self.path("stand-ins"))
         admin = f'exec "{self.path("usr/bin/dozely-admin")}" --root "{self.root}" "$@"\n'
-        programs = {os.path.basename(program): "exit 0\n" for program in PROGRAMS}
+        programs = {os.path.basename(program): 'echo "ran" >>"$0.ran"\n' for program in PROGRAMS}
         write_stand_ins(self.path("stand-ins"), {"sudo": 'exec "$@"\n', "dozely-admin": admin, **programs})
 
     def program(self, path):
@@ -72,17 +76,49 @@ class Machine(System):
             elif not is_shown(output, text):
                 raise AssertionError(f"This step:\n{step}\nshows\n{output}\ninstead of\n{text}")
 
+    def was_off(self, name, days):
+        """So many days pass while the machine is off: schedule and record are as if all had been that much earlier."""
+        self.wait_until("the daemon's look", START_LIMIT, self.knows_all)
+        self.stop_last()
+        with open(self.path(STORE), "rb") as file:
+            store = plistlib.load(file)
+        entry = next(entry for entry in store["Schedule Array"] if entry["Name"] == name)
+        start = datetime.datetime.fromisoformat(entry["Recurrence Rule"]["Local Start"])
+        entry["Recurrence Rule"]["Local Start"] = (start - datetime.timedelta(days)).isoformat()
+        entry["Date"] -= datetime.timedelta(days)
+        self.store([entry])
+        with contextlib.closing(sqlite3.connect(self.path(RECORD))) as record, record:
+            record.execute("UPDATE calendars SET settled = settled - ?", (days * 24 * 3600 * 1000,))
+        self.start_daemon()
+
+    def knows_all(self):
+        """Whether the daemon has seen all schedules of the page."""
+        log = Path(self.path("var/log/dozely.log")).read_text(encoding="utf-8")
+        return f"Schedules: {len(self.schedules())}\n" in log
+
+    def runs(self, program):
+        """How often a program was run."""
+        mark = Path(self.program(program) + ".ran")
+        return len(mark.read_text(encoding="utf-8").splitlines()) if mark.exists() else 0
+
+    def history(self, name):
+        """What became of it, newest first."""
+        return json.loads(self.run(f'sudo dozely-admin history "{name}" --json'))["occurrences"]
+
     def schedules(self):
         """The entries of the store by their names."""
         with open(self.path(STORE), "rb") as file:
             return {entry["Name"]: entry for entry in plistlib.load(file)["Schedule Array"]}
 
+    def local(self, date):
+        """What the machine's clocks show at a date in JSON."""
+        moment = datetime.datetime.fromisoformat(date.replace("Z", "+00:00"))
+        return moment.astimezone(zoneinfo.ZoneInfo(self.zone)).replace(tzinfo=None)
+
     def next(self, name):
         """The moments of the next ten times, by the machine's clocks, and what comes first."""
         answer = json.loads(self.run(f'dozely-admin next "{name}" --json'))["occurrences"]
-        zone = zoneinfo.ZoneInfo(self.zone)
-        return [datetime.datetime.fromisoformat(occurrence["moment"].replace("Z", "+00:00")).astimezone(zone)
-                for occurrence in answer], answer[0]
+        return [self.local(occurrence["moment"]) for occurrence in answer], answer[0]
 
 
 class CookbookTest(unittest.TestCase):
@@ -105,6 +141,21 @@ class CookbookTest(unittest.TestCase):
         self.look_at_good_night(schedules["Good night"])
         self.look_at_wake_up(schedules["Wake up"])
         self.look_at_backup(schedules["Backup"])
+
+    def test_of_the_nights_that_were_missed_the_latest_backup_is_made_up_for_once(self):
+        machine = self.machine
+        machine.follow()
+        machine.was_off("Backup", 4)
+        machine.wait_until("the backup", LIMIT, lambda: machine.runs("/usr/local/bin/backup") > 0)
+        machine.wait_until("its end", LIMIT, lambda: machine.history("Backup")[0]["state"] == "done")
+        latest, missed = machine.history("Backup")
+        self.assertEqual((missed["state"], missed["count"]), ("missed", 3))
+        today = datetime.datetime.now(zoneinfo.ZoneInfo(machine.zone)).date()
+        self.assertEqual(machine.local(latest["date"]), datetime.datetime.combine(today, datetime.time(3, 0)))
+        machine.stop_last()
+        machine.start_daemon()
+        machine.wait_until("the daemon", START_LIMIT, lambda: machine.admin("ping", "daemon")[0] == 0)
+        self.assertEqual(machine.runs("/usr/local/bin/backup"), 1)
 
     def look_at_good_night(self, entry):
         self.assertEqual(entry["Recurrence Rule"]["Rule"], "FREQ=DAILY")
