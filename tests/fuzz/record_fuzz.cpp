@@ -15,7 +15,7 @@ constexpr char propertyList[] = "/var/lib/dozely/occurrences.plist";
 
 using Key = OccurrenceRecord::Key;
 
-QDateTime noDate(const QString &)
+OccurrenceDatabase::Occurrences nothingNeeded(const QString &)
 {
     return {};
 }
@@ -61,7 +61,7 @@ bool isWarned(const OccurrenceDatabase::Opened &opened, const QDateTime &now)
 void checkUse(OccurrenceDatabase &record, const QDateTime &now)
 {
     const Key key("written after all", now);
-    REQUIRE(record.write({{key, OccurrenceEntry{OccurrenceState::Begun, {}, {}}}}, noDate));
+    REQUIRE(record.write({{key, OccurrenceEntry{OccurrenceState::Begun, {}, {}}}}, nothingNeeded));
     const auto found = record.find(key);
     REQUIRE(found && *found && (*found)->state == OccurrenceState::Begun);
     OccurrenceDatabase next;
@@ -102,7 +102,7 @@ void checkRoundTrip(Steer &steer, const FuzzedSystem &system)
     {
         OccurrenceDatabase record;
         REQUIRE(!isWarned(record.open(system.now()), system.now()));
-        REQUIRE(record.write(changes, noDate));
+        REQUIRE(record.write(changes, nothingNeeded));
     }
     OccurrenceDatabase record;
     const auto opened = record.open(system.now());
@@ -173,7 +173,7 @@ const LeftFiles &leftFiles(const FuzzedSystem &system)
         for (int i = 0; i < 100; ++i)
             changes.insert({QString("schedule %1").arg(i % 30), system.now().addSecs(i)},
                            OccurrenceEntry{static_cast<OccurrenceState>(i % 7), {}, {}});
-        REQUIRE(record.write(changes, noDate));
+        REQUIRE(record.write(changes, nothingNeeded));
         return LeftFiles{system.read(database), system.read(journal)};
     }();
     return files;
