@@ -351,9 +351,10 @@ class Hosts:
 OVER_BY_ITSELF = ("done", "failed", "skipped", "not performed", "removed", "interrupted", "unknown")
 
 
-def judge(state, performed, may_be_lost=False, is_known=True):
+def judge(state, performed, may_be_lost=False, is_known=True, can_be_told=True):
     """What is wrong with an occurrence of which the record says that, and that left so many marks; None for nothing. Without
-    an excuse it is performed. Of one that was handed to an agent, for example, it is not known how it ends."""
+    an excuse it is performed. Of one that was handed to an agent, for example, it is not known how it ends; of one whose
+    supervisor was struck nobody can tell that it was performed."""
     if performed > 1:
         return f"it was performed {performed} times"
     if state not in OVER_BY_ITSELF:
@@ -362,6 +363,6 @@ def judge(state, performed, may_be_lost=False, is_known=True):
         return f"the record says '{state}' of it, and it was performed"
     if not may_be_lost and (state != "done" or not performed):
         return f"it was lost: the record says '{state}' of it, and it was performed {performed} times"
-    if is_known and (state, performed) in (("done", 0), ("interrupted", 1)):
+    if is_known and ((state, performed) == ("done", 0) or (can_be_told and (state, performed) == ("interrupted", 1))):
         return f"the record says '{state}' of it, and it was performed {performed} times"
     return None

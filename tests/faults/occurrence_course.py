@@ -156,7 +156,7 @@ class OccurrenceCourse:
                 with contextlib.suppress(controlled.Failure):
                     controlled.until("the mark", lambda: self.hosts.performed()[occurrence.identifier])
             wrong = controlled.judge(state, self.hosts.performed()[occurrence.identifier], is_excused,
-                                     self.is_known(occurrence.identifier))
+                                     self.is_known(occurrence.identifier), self.counted != "supervisor")
             if wrong:
                 broken.append(f"{occurrence.identifier}: {wrong}")
         if self.hosts.store_bytes() != self.store:
@@ -167,6 +167,6 @@ class OccurrenceCourse:
         """At the end: nothing was performed once more, long after it was over, and the record says what it said."""
         performed, states = self.hosts.performed(), self.hosts.states_by_identifier()
         sentences = [(identifier, controlled.judge(states.get(identifier, state), performed[identifier], may_be_lost,
-                                                self.is_known(identifier)))
+                                                self.is_known(identifier), self.counted != "supervisor"))
                      for identifier, (state, may_be_lost) in self.verdicts.items()]
         return [f"{identifier}: {wrong}" for identifier, wrong in sentences if wrong]

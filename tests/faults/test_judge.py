@@ -41,6 +41,10 @@ class Judging(unittest.TestCase):
         self.assertIsNone(controlled.judge("interrupted", 1, may_be_lost=True, is_known=False))
         self.assertIsNone(controlled.judge("done", 0, may_be_lost=True, is_known=False))
 
+    def test_what_nobody_is_left_to_tell_of_may_have_been_performed_and_is_not_done_without(self):
+        self.assertIsNone(controlled.judge("interrupted", 1, may_be_lost=True, can_be_told=False))
+        self.assertIn("performed 0 times", controlled.judge("done", 0, may_be_lost=True, can_be_told=False))
+
     def test_something_becomes_of_everything(self):
         for state in (None, "asked", "begun"):
             self.assertIn("the record says", controlled.judge(state, 1, may_be_lost=True))

@@ -299,7 +299,8 @@ class Rounds:
         if state == "done" and not is_excused:
             with contextlib.suppress(controlled.Failure):
                 controlled.until("the mark", lambda: self.hosts.performed()[schedule.name])
-        wrong = controlled.judge(state, self.hosts.performed()[schedule.name], is_excused, schedule.place == "daemon")
+        wrong = controlled.judge(state, self.hosts.performed()[schedule.name], is_excused, schedule.place == "daemon",
+                                 victim != "supervisor")
         if wrong:
             self.complain(f"{schedule.name} ({schedule.place}, {victim} killed): {wrong}")
         schedule.verdict = state
