@@ -53,7 +53,7 @@ def alert_in(window):
         if role == Atspi.Role.LABEL and node.get_name():
             labels.append(node.get_name())
         elif role == Atspi.Role.PUSH_BUTTON and node.get_name() and is_showing(node):
-            button = node
+            button = button or node  # the alert's own comes first
     if button is None or not is_showing(window):
         return None
     return {"title": labels[0] if labels else "", "text": "\n".join(labels[1:]), "button": button.get_name(),

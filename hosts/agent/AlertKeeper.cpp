@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/common/orders/GuardedPosting.h"
 
 using namespace dozely;
@@ -44,10 +45,36 @@ std::shared_ptr<WDUserAgentPlugIn> AlertKeeper::plugIn(const QString &bundlePath
     return m_plugIns.value(keyOf(bundlePath, date));
 }
 
-void AlertKeeper::keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn)
+void AlertKeeper::keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn,
+                       const QDateTime &date)
 {
-    m_plugIns.insert(keyOf(bundlePath, plugIn->calendarDate()), plugIn);
+    m_plugIns.insert(keyOf(bundlePath, date), plugIn);
     waitForNext();
+}
+
+void AlertKeeper::forget(const QString &bundlePath, const QDateTime &date)
+{
+    m_plugIns.remove(keyOf(bundlePath, date));
+    waitForNext();
+}
+
+std::optional<AlertKeeper::Announced>
+AlertKeeper::announcedBy(const std::shared_ptr<NSUserNotification> &alert) const
+{
+    std::optional<Announced> announced;
+    if (!alert)
+        return announced;
+    for (auto kept = m_plugIns.cbegin(); kept != m_plugIns.cend() && !announced; ++kept) {
+        const auto thrown = GuardedPosting::guardPlugIn([&] {
+            const QDateTime date = (*kept)->calendarDate();
+            if ((*kept)->userNotification() == alert && alert->userInfo().value(AlertKey::date) == date &&
+                date.toMSecsSinceEpoch() == kept.key().first && isAhead(date))
+                announced = Announced{kept.key().second, date};
+        });
+        if (thrown)
+            ZDRLog("A plug-in was asked for its alert and raised: %@", *thrown);
+    }
+    return announced;
 }
 
 void AlertKeeper::withdraw(const QString &bundlePath, const QDateTime &date)

@@ -6,6 +6,7 @@
 #include <QMap>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace dozely
@@ -35,8 +36,22 @@ public:
     /// The plug-in that announces this occurrence already; null when none does.
     std::shared_ptr<WDUserAgentPlugIn> plugIn(const QString &bundlePath, const QDateTime &date) const;
 
-    /// Withdraws the plug-in's alert at its date.
-    void keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn);
+    /// Withdraws the plug-in's alert at that date, the occurrence's.
+    void keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn,
+              const QDateTime &date);
+
+    /// Forgets the plug-in of this occurrence, which is told nothing.
+    void forget(const QString &bundlePath, const QDateTime &date);
+
+    /// Bundle and date of an occurrence.
+    struct Announced {
+        QString bundlePath;
+        QDateTime date; ///< In the zone in which the plug-in has it.
+    };
+
+    /// What this alert announces, where it is the alert that the classes of plug-ins come along with, and
+    /// the date is still to come; absent for any other, such as one that a plug-in made on its own.
+    std::optional<Announced> announcedBy(const std::shared_ptr<NSUserNotification> &alert) const;
 
     /// Withdraws the alert of this occurrence now; nothing when there is none.
     void withdraw(const QString &bundlePath, const QDateTime &date);

@@ -5,6 +5,7 @@
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/agent/LaterButton.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -21,6 +22,7 @@ namespace
 constexpr int windowWidth = 340;
 constexpr int margin = 18;
 constexpr int pieSize = 56;
+constexpr int betweenButtons = 10;
 constexpr int longestText = 400; // of a plug-in that would fill the screen
 
 QLabel *makeLabel(QWidget *parent)
@@ -51,6 +53,7 @@ AlertWindow::AlertWindow()
       m_title(makeLabel(m_content)),
       m_message(makeLabel(m_content)),
       m_button(new ZDRButton(m_content)),
+      m_later(new LaterButton(m_content)),
       m_pie(new ZDRProgressIndicator(m_content)),
       m_timer(Port<Clock>::current()->makeAbsoluteTimer())
 {
@@ -60,12 +63,18 @@ AlertWindow::AlertWindow()
     m_title->setFont(bold);
     m_pie->setFixedSize(pieSize, pieSize);
 
+    auto *const buttons = new QHBoxLayout;
+    buttons->setSpacing(betweenButtons);
+    buttons->addStretch();
+    buttons->addWidget(m_later);
+    buttons->addWidget(m_button);
+    setTabOrder(m_later, m_button);
     auto *const texts = new QVBoxLayout;
     texts->setSpacing(10);
     texts->addWidget(m_title);
     texts->addWidget(m_message);
     texts->addStretch();
-    texts->addWidget(m_button, 0, Qt::AlignRight);
+    texts->addLayout(buttons);
     auto *const row = new QHBoxLayout(m_content);
     row->setContentsMargins(margin, margin, margin, margin);
     row->setSpacing(margin);
@@ -77,6 +86,10 @@ AlertWindow::AlertWindow()
         if (!m_isWithdrawn)
             Q_EMIT activated();
     });
+    connect(m_later, &LaterButton::chosen, this, [this](Postponement choice) {
+        if (!m_isWithdrawn)
+            Q_EMIT putOff(choice);
+    });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &AlertWindow::showRemainingTime);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &AlertWindow::showRemainingTime);
@@ -84,25 +97,34 @@ AlertWindow::AlertWindow()
 
 AlertWindow::~AlertWindow() = default;
 
-void AlertWindow::fill(const NSUserNotification &notification)
+void AlertWindow::fill(const NSUserNotification &notification, bool mayBePutOff)
 {
     setWindowTitle(notification.title());
     setLayoutDirection(notification.informativeText().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    m_later->setDirection(layoutDirection());
     m_title->setText(shortened(notification.title()));
     m_message->setText(shortened(notification.informativeText()));
     m_button->setText(notification.actionButtonTitle());
     m_button->setHidden(notification.actionButtonTitle().isEmpty());
-    m_button->setFixedSize(m_button->sizeHint());
-    m_button->awakeFromNib(); // it has its size now
+    m_later->setHidden(!mayBePutOff);
+    fitToText(*m_button);
+    fitToText(*m_later);
     countDownTo(notification.userInfo().value(AlertKey::date).toDateTime());
     resize(wantedSize());
+}
+
+void AlertWindow::fitToText(ZDRButton &button)
+{
+    button.setFixedSize(button.sizeHint());
+    button.awakeFromNib(); // it has its size now
 }
 
 QSize AlertWindow::wantedSize() const
 {
     const QLayout *const layout = m_content->layout();
-    return {windowWidth, layout->hasHeightForWidth() ? layout->totalHeightForWidth(windowWidth)
-                                                     : layout->totalSizeHint().height()};
+    const int width = std::max(windowWidth, layout->totalMinimumSize().width());
+    return {width, layout->hasHeightForWidth() ? layout->totalHeightForWidth(width)
+                                               : layout->totalSizeHint().height()};
 }
 
 void AlertWindow::countDownTo(const QDateTime &date)
@@ -139,6 +161,8 @@ void AlertWindow::withdraw()
 {
     m_isWithdrawn = true;
     m_button->setEnabled(false);
+    m_later->setEnabled(false);
+    m_later->closeMenu();
     performClose();
 }
 

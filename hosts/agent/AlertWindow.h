@@ -3,6 +3,7 @@
 
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 #include "DozelyKit/system/alerts/NSUserNotification.h"
+#include "hosts/agent/Postponement.h"
 
 #include <QDateTime>
 
@@ -11,14 +12,15 @@ namespace dozely
 class AbsoluteTimer;
 } // namespace dozely
 
+class LaterButton;
 class QLabel;
 class ZDRButton;
 class ZDRProgressIndicator;
 
-/// The window of one alert: name, message, a pie that counts down to the action, and the alert's button. It
-/// does not take the keys from whoever has them, unless a Wayland compositor gives them to it; the user may
-/// reach it as any other window. Escape or the window manager's close takes only the window away and leaves
-/// the action as it is.
+/// The window of one alert: name, message, a pie that counts down to the action, the alert's button, and,
+/// where that is offered, one that puts the action off. It does not take the keys from whoever has them,
+/// unless a Wayland compositor gives them to it; the user may reach it as any other window. Escape or the
+/// window manager's close takes only the window away and leaves the action as it is.
 ///
 /// THREADING: the main thread.
 class AlertWindow : public ZDRBezelWindow
@@ -30,9 +32,10 @@ public:
 
     /// Takes over the alert's texts, and the date in its user info ("Schedule Date"), to which the pie counts
     /// down. Without a date there is no pie, without a title of the button no button.
-    void fill(const NSUserNotification &notification);
+    void fill(const NSUserNotification &notification, bool mayBePutOff = false);
 
-    /// The height that the texts need, for the width that all alerts have.
+    /// The height that the texts need, for the width that all alerts have; wider only where the buttons
+    /// would not fit.
     QSize wantedSize() const;
 
     /// Fades out; what is pressed from now on counts no more.
@@ -41,6 +44,8 @@ public:
 Q_SIGNALS:
     /// The button was pressed.
     void activated();
+    /// The action is to be put off; the window stays.
+    void putOff(Postponement choice);
     /// The user took the window away.
     void dismissed();
 
@@ -49,6 +54,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void fitToText(ZDRButton &button);
     void countDownTo(const QDateTime &date);
     void showRemainingTime();
 
@@ -56,6 +62,7 @@ private:
     QLabel *m_title = nullptr;
     QLabel *m_message = nullptr;
     ZDRButton *m_button = nullptr;
+    LaterButton *m_later = nullptr;
     ZDRProgressIndicator *m_pie = nullptr;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     QDateTime m_date; // of the action; invalid for none

@@ -68,6 +68,13 @@ std::shared_ptr<AlertWindow> AlertWindowPresenter::makeWindow(const Notification
         },
         Qt::QueuedConnection);
     QObject::connect(
+        window.get(), &AlertWindow::putOff, &m_screens,
+        [this, notification](Postponement choice) {
+            if (m_windows.contains(notification) && m_later.choose && m_later.choose(notification, choice))
+                close(notification);
+        },
+        Qt::QueuedConnection);
+    QObject::connect(
         window.get(), &AlertWindow::dismissed, &m_screens,
         [this, notification] {
             if (m_windows.remove(notification))
@@ -83,7 +90,7 @@ void AlertWindowPresenter::show(const Notification &notification)
     if (isNew)
         m_windows.insert(notification, makeWindow(notification));
     const auto window = m_windows.value(notification);
-    window->fill(*notification);
+    window->fill(*notification, m_later.isOffered && m_later.isOffered(notification));
     if (isNew) {
         place(*window);
         window->makeKeyAndOrderFront();

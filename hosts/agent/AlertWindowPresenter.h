@@ -7,6 +7,9 @@
 #include <QHash>
 #include <QList>
 
+#include <functional>
+#include <utility>
+
 class QScreen;
 
 /// Shows alerts in windows of our own, which no desktop keeps back. Windows whose screen was taken away move
@@ -23,6 +26,17 @@ public:
     AlertWindowPresenter(const AlertWindowPresenter &) = delete;
     AlertWindowPresenter &operator=(const AlertWindowPresenter &) = delete;
 
+    /// Where an action may be put off as well as cancelled.
+    struct Later {
+        std::function<bool(const Notification &)> isOffered; ///< For this alert.
+
+        /// What the user chose; true takes the window away, otherwise it stays. From the event loop.
+        std::function<bool(const Notification &, Postponement)> choose;
+    };
+
+    /// For alerts shown from now on; with empty functions nothing is offered, as without this.
+    void setLater(Later later) { m_later = std::move(later); }
+
     void setEvents(Events events) override;
     void show(const Notification &notification) override;
     void close(const Notification &notification) override;
@@ -37,6 +51,7 @@ private:
     void follow(QScreen *screen);
 
     Events m_events;
+    Later m_later;
     QObject m_screens; // hears of changes of the screens
     QHash<Notification, std::shared_ptr<AlertWindow>> m_windows;
     QList<std::weak_ptr<AlertWindow>> m_fading;

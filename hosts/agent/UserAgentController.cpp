@@ -33,6 +33,26 @@ void UserAgentController::askForAnnouncements()
         NSNotification(OrderName::daemonMustAnticipateAgain, OrderSender::userAgent, {}));
 }
 
+bool UserAgentController::mayBePutOff(const std::shared_ptr<NSUserNotification> &alert) const
+{
+    return m_alerts.announcedBy(alert).has_value();
+}
+
+bool UserAgentController::putOff(const std::shared_ptr<NSUserNotification> &alert, Postponement choice)
+{
+    const auto announced = m_alerts.announcedBy(alert);
+    if (!announced)
+        return false;
+    const QString label = logLabel(announced->bundlePath.section('/', -1));
+    if (!GuardedPosting::postToDaemon(Postponements::order(choice, announced->bundlePath, announced->date,
+                                                           Port<Clock>::current()->currentDate()))) {
+        ZDRLog("The action of %@ was not put off: the daemon did not take the order", label);
+        return false;
+    }
+    m_alerts.withdraw(announced->bundlePath, announced->date);
+    return true;
+}
+
 std::optional<AgentOrder> UserAgentController::orderIn(const ReceivedOrder &received)
 {
     auto order = AgentOrder::in(received);
@@ -84,12 +104,15 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
         plugIn->setCalendarDate(order->date);
         if (isNew)
             plugIn->loadNib();
+        // Who shows the alert asks whose it is.
+        m_alerts.keep(order->bundlePath, plugIn, order->date);
         plugIn->anticipateBeforeSelfAction();
     });
-    if (thrown)
-        ZDRLog("%@ raised: %@", label, *thrown);
-    else
-        m_alerts.keep(order->bundlePath, plugIn);
+    if (!thrown)
+        return;
+    ZDRLog("%@ raised: %@", label, *thrown);
+    if (isNew)
+        m_alerts.forget(order->bundlePath, order->date);
 }
 
 void UserAgentController::userAgentMustTellFailure(const ReceivedOrder &received)

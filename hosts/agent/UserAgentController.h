@@ -4,6 +4,7 @@
 #include "hosts/agent/AgentOrder.h"
 #include "hosts/agent/AlertKeeper.h"
 #include "hosts/agent/FailureNotices.h"
+#include "hosts/agent/Postponement.h"
 #include "hosts/agent/SessionActions.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 
@@ -27,6 +28,14 @@ public:
     /// Asks the daemon for what it had announced to an agent before this one. BLOCKING: as a request of
     /// WDCommunicationCenter.
     static void askForAnnouncements();
+
+    /// Whether this alert announces an action that the daemon may be asked to put off.
+    bool mayBePutOff(const std::shared_ptr<NSUserNotification> &alert) const;
+
+    /// Asks the daemon to put off what the alert announces, and withdraws the alert when the daemon does;
+    /// otherwise the log says so, and false comes back. BLOCKING: as a request of
+    /// WDCommunicationCenter.
+    bool putOff(const std::shared_ptr<NSUserNotification> &alert, Postponement choice);
 
 private:
     /// Absent, with a line in the log, when the order is refused.

@@ -31,8 +31,9 @@ int main(int argc, char **argv)
     const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
 
     ZDRLog("Dozely Agent started");
+    std::shared_ptr<AlertWindowPresenter> windows;
     if (AgentApplication::hasDisplay())
-        alertWindow() = std::make_shared<AlertWindowPresenter>();
+        alertWindow() = windows = std::make_shared<AlertWindowPresenter>();
     else if (qobject_cast<QGuiApplication *>(application.get()))
         ZDRLog("The display cannot be opened: alerts are shown by the notification server alone");
     HostRootObject rootObject;
@@ -48,9 +49,17 @@ int main(int argc, char **argv)
     int status = 0;
     {
         UserAgentController controller;
+        if (windows) {
+            windows->setLater(
+                {[&](const auto &alert) { return controller.mayBePutOff(alert); },
+                 [&](const auto &alert, auto choice) { return controller.putOff(alert, choice); }});
+        }
         UserAgentController::askForAnnouncements();
         status = QCoreApplication::exec();
+        if (windows)
+            windows->setLater({});
     }
+    windows.reset();
     alertWindow().reset(); // no window outlives the application object
     // Closed while there is still an event loop to take leave of.
     center->setObserver(nullptr);

@@ -167,12 +167,13 @@ inline constexpr QLatin1StringView daemonMustRemove("DaemonMustRemoveEvent");
 
 /// From the admin tool or an agent to the daemon: an occurrence is not to be performed. Sender: admin, or
 /// daemon from an agent. Keys: scheduleIdentifier, and date, which may be missing for the next one to come,
-/// or be one that is still far ahead; or, from who knows no more, bundlePath and date. Obeyed from whom
-/// daemonMustRemove is obeyed from. It is refused or noted for good when the sender has its answer.
+/// or be one that is still far ahead; or, from who knows no more, bundlePath and date. With wholeDay all
+/// that the schedule has on the day of that occurrence. Obeyed from whom daemonMustRemove is obeyed from. It
+/// is refused or noted for good when the sender has its answer.
 inline constexpr QLatin1StringView daemonMustSkip("DaemonMustSkipEvent");
 
-/// The same, and the same keys, but an occurrence is to be performed later: delay, counted from the date at
-/// which it was to be performed, or from now when that is past.
+/// The same, and the same keys but wholeDay: an occurrence is to be performed later: delay, counted from the
+/// date at which it was to be performed, or from now when that is past.
 inline constexpr QLatin1StringView daemonMustPostpone("DaemonMustPostponeEvent");
 
 /// From an agent to the daemon: what became of an occurrence that it was handed, where the daemon cannot know
@@ -213,6 +214,9 @@ inline constexpr QLatin1StringView failure("Schedule Failure");               //
 inline constexpr QLatin1StringView exitStatus("Schedule Exit Status"); ///< Integer, of the program it ran.
 inline constexpr QLatin1StringView output("Schedule Output");          ///< QByteArray, what it wrote last.
 inline constexpr QLatin1StringView delay("Schedule Delay");            ///< Integer, seconds, at least 1.
+
+/// Boolean: of the schedule's whole day, in its own time zone. Missing: false.
+inline constexpr QLatin1StringView wholeDay("Schedule Whole Day");
 
 /// Boolean: not to be performed while another action of the schedule goes on. Missing: false.
 inline constexpr QLatin1StringView skipsOverlap("Schedule Skips Overlap");

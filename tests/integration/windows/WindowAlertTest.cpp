@@ -3,8 +3,12 @@
 
 #include "DozelyKit/interface/controls/ZDRButton.h"
 #include "hosts/agent/AlertWindowPresenter.h"
+#include "hosts/agent/LaterButton.h"
 
+#include <QApplication>
 #include <QDateTime>
+#include <QMenu>
+#include <QWindow>
 
 namespace
 {
@@ -20,6 +24,11 @@ protected:
         alert->setInformativeText("Will run soon.");
         alert->setActionButtonTitle("Cancel");
         alert->setUserInfo({{"Schedule Date", QDateTime::currentDateTimeUtc().addSecs(60)}});
+        presenter.setLater({[](const auto &) { return true; },
+                            [this](const auto &, Postponement choice) {
+                                chosen += choice;
+                                return true;
+                            }});
         presenter.show(alert);
         EXPECT_TRUE(waitUntil([this] { return window().alphaValue() == 1; }));
         place = window().pos() + QPoint(250, 22);
@@ -28,6 +37,7 @@ protected:
     AlertWindow &window() { return *presenter.window(alert); }
 
     std::shared_ptr<NSUserNotification> alert = std::make_shared<NSUserNotification>();
+    QList<Postponement> chosen;
     QPoint place; // on the bezel, right of the title
     int activations = 0;
     int closings = 0;
@@ -72,4 +82,33 @@ TEST_F(WindowAlert, IsDismissedByEscapeOnceTheUserWentThere)
     EXPECT_TRUE(waitUntil([this] { return closings == 1; }));
     EXPECT_EQ(activations, 0);
     EXPECT_EQ(presenter.window(alert), nullptr);
+}
+
+TEST_F(WindowAlert, IsPutOffByThePointerAndTheArrowKeys)
+{
+    const auto *const button = window().findChild<LaterButton *>();
+    movePointerTo(button->mapToGlobal(button->rect().center()));
+    xdotool({"click", "1"});
+    ASSERT_TRUE(waitUntil([button] { return QApplication::activePopupWidget() == button->menu(); }));
+    ASSERT_TRUE(waitUntil([button] { return button->menu()->windowHandle()->isExposed(); }));
+    xdotool({"key", "Down", "Down", "Return"});
+    ASSERT_TRUE(waitUntil([this] { return chosen.size() == 1; }));
+    EXPECT_EQ(chosen.first(), Postponement::Hour);
+    EXPECT_TRUE(waitUntil([this] { return presenter.window(alert) == nullptr; }));
+    EXPECT_EQ(activations + closings, 0);
+}
+
+TEST_F(WindowAlert, KeepsItsPlaceWhenEscapeLeavesTheMenu)
+{
+    window().activateWindow();
+    ASSERT_TRUE(becomesActive(window()));
+    const auto *const button = window().findChild<LaterButton *>();
+    xdotool({"key", "Tab", "space"});
+    ASSERT_TRUE(waitUntil([button] { return QApplication::activePopupWidget() == button->menu(); }));
+    xdotool({"key", "Escape"});
+    ASSERT_TRUE(waitUntil([] { return !QApplication::activePopupWidget(); }));
+    EXPECT_TRUE(presenter.window(alert));
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(waitUntil([this] { return closings == 1; }));
+    EXPECT_TRUE(chosen.isEmpty());
 }

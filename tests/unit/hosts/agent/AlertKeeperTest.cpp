@@ -37,7 +37,7 @@ protected:
     {
         const auto plugIn = std::make_shared<NotingPlugIn>(withdrawn, name);
         plugIn->setCalendarDate(noon().addSecs(seconds));
-        keeper->keep("/" + name, plugIn);
+        keeper->keep("/" + name, plugIn, plugIn->calendarDate());
     }
 
     QStringList withdrawn;
@@ -109,7 +109,7 @@ TEST_F(AlertKeeperTest, WithdrawsAPlugInThatTookAnotherDateAtTheDateThatItWasKep
 {
     const auto plugIn = std::make_shared<NotingPlugIn>(withdrawn, "a");
     plugIn->setCalendarDate(noon().addSecs(30));
-    keeper->keep("/a", plugIn);
+    keeper->keep("/a", plugIn, noon().addSecs(30));
     plugIn->setCalendarDate(noon().addSecs(90));
     clock.advance(30s);
     EXPECT_EQ(withdrawn, QStringList{"a"});
@@ -121,6 +121,43 @@ TEST_F(AlertKeeperTest, WithdrawsAllAtItsEnd)
     keep("b", 60);
     keeper.reset();
     EXPECT_EQ(withdrawn, QStringList({"a", "b"}));
+}
+
+TEST_F(AlertKeeperTest, ForgetsAPlugInWithoutAWord)
+{
+    keep("a", 30);
+    keep("b", 30);
+    keeper->forget("/a", noon().addSecs(30));
+    clock.advance(30s);
+    EXPECT_EQ(withdrawn, QStringList{"b"});
+}
+
+TEST_F(AlertKeeperTest, TellsWhatAnAlertAnnouncesAsLongAsThatIsToCome)
+{
+    const auto alertOf = [this](const QString &name) {
+        return keeper->plugIn("/" + name, noon().addSecs(60))->userNotification();
+    };
+    keep("a", 60);
+    keep("b", 60);
+    const auto alert = alertOf("b");
+    alert->setUserInfo({{"Schedule Date", noon().addSecs(60)}});
+    const auto announced = keeper->announcedBy(alert);
+    ASSERT_TRUE(announced);
+    EXPECT_EQ(announced->bundlePath, "/b");
+    EXPECT_EQ(announced->date, noon().addSecs(60));
+    clock.jumpTo(noon().addSecs(60));
+    EXPECT_FALSE(keeper->announcedBy(alert)) << "its time has come";
+}
+
+TEST_F(AlertKeeperTest, AnAlertThatAPlugInMadeOnItsOwnAnnouncesNothing)
+{
+    keep("a", 60);
+    const auto own = std::make_shared<NSUserNotification>();
+    own->setUserInfo({{"Schedule Date", noon().addSecs(60)}});
+    EXPECT_FALSE(keeper->announcedBy(own));
+    EXPECT_FALSE(keeper->announcedBy(keeper->plugIn("/a", noon().addSecs(60))->userNotification()))
+        << "it has no date";
+    EXPECT_FALSE(keeper->announcedBy(nullptr));
 }
 
 TEST_F(AlertKeeperTest, SaysWhetherThereIsTimeToAnnounceAnything)
