@@ -82,6 +82,12 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
       m_wishes(m_keeper, m_anticipation, clock, [this] { return consoleUser(); }),
       m_clockDoubt(clock),
       m_power(m_keeper.scheduler(), clock, m_answers),
+      m_wakes(clock),
+      m_restAlert(m_keeper.scheduler(), m_console),
+      m_rest(clock, {.wokenFor = [this](const QDateTime &moment) { return m_wakes.wokenFor(moment); },
+                     .isBusy = [this](const QDateTime &until) { return isBusyUntil(until); },
+                     .alert = [this](AfterAction step,
+                                     const QDateTime &date) { return m_restAlert.show(step, date); }}),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_zoneWatch(clock),
       m_timer(clock.makeAbsoluteTimer())
@@ -120,6 +126,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
                 m_anticipation.noteFailed(occurrence, userId);
                 waitForNext();
             });
+    connect(&m_keeper, &ScheduleKeeper::ended, &m_rest, &ReturnToRest::noteEnd);
     connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
     connect(&m_zoneWatch, &ZoneWatch::changed, this, &DaemonController::zoneHasChanged);
@@ -282,6 +289,14 @@ void DaemonController::announceNext()
         m_anticipation.noteFailed(*occurrence, announcement.there);
 }
 
+/// Whether an action goes on here, or is due up to that date.
+bool DaemonController::isBusyUntil(const QDateTime &date) const
+{
+    const auto next = m_keeper.scheduler().nextDate();
+    return m_performer.hasMore() || !m_keeper.scheduler().record().begunInDaemon().isEmpty() ||
+           (next && *next <= date);
+}
+
 std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedOrder &order) const
 {
     const QVariant date = order.userInfo.value(OrderKey::date);
@@ -358,6 +373,11 @@ QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &or
 
 void DaemonController::daemonMustRemove(const ReceivedOrder &order)
 {
+    if (m_rest.isMeant(order.peer, order.userInfo.value(OrderKey::bundlePath).toString(),
+                       order.userInfo.value(OrderKey::date).toDateTime())) {
+        m_rest.cancel(senderLabel(order));
+        return;
+    }
     const QList<Occurrence> occurrences = removableOccurrences(order);
     if (occurrences.isEmpty()) {
         ZDRLog("%@ from %@ refused: there is no such occurrence for that user to remove", order.name,

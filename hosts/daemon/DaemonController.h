@@ -7,7 +7,10 @@
 #include "hosts/daemon/OccurrencePerformer.h"
 #include "hosts/daemon/OccurrenceWishes.h"
 #include "hosts/daemon/OrderRate.h"
+#include "hosts/daemon/OwnWakes.h"
 #include "hosts/daemon/PowerPlanner.h"
+#include "hosts/daemon/RestAlert.h"
+#include "hosts/daemon/ReturnToRest.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "hosts/daemon/StoreWatcher.h"
 #include "hosts/daemon/ZoneWatch.h"
@@ -55,6 +58,8 @@ private:
     void lookAtClock();
     void removeOverAfter(std::chrono::hours delay);
 
+    bool isBusyUntil(const QDateTime &date) const;
+
     void daemonMustAct(const ReceivedOrder &order);
     void daemonMustRemove(const ReceivedOrder &order);
     void daemonMustNoteOutcome(const ReceivedOrder &order);
@@ -78,6 +83,9 @@ private:
     OccurrenceWishes m_wishes;
     dozely::ClockDoubt m_clockDoubt;
     PowerPlanner m_power;
+    OwnWakes m_wakes; // behind what plans them
+    RestAlert m_restAlert;
+    ReturnToRest m_rest;
     OrderRate m_rate;
     StoreWatcher m_watcher;
     ZoneWatch m_zoneWatch;

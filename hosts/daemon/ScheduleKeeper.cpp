@@ -388,6 +388,7 @@ void ScheduleKeeper::noteEnd(const Occurrence &occurrence, const PerformanceOutc
     if (!outcome.output.isEmpty() && m_outputs.size() < mostOutputsInMemory)
         m_outputs.insert({occurrence.schedule.identifier, occurrence.date}, outcome.output);
     saveSoon();
+    Q_EMIT ended(occurrence);
 }
 
 void ScheduleKeeper::flush()

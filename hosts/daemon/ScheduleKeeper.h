@@ -86,6 +86,9 @@ Q_SIGNALS:
     /// The disk has everything that was noted.
     void saved();
 
+    /// An action is over, to whatever end; that was noted.
+    void ended(const Occurrence &occurrence);
+
     /// The store could not be read, and it is time to try again: a second later at first, then ever more
     /// seldom, each minute at last.
     void storeMayBeReadable();

@@ -66,6 +66,11 @@ public:
     /// when nobody can be asked. Blocks for at most two seconds.
     virtual QStringList blockers(Change change) = 0;
 
+    /// Whether another process of this system keeps the machine from falling asleep by itself, as an agent
+    /// does while it has an action performed. False as well when nobody can be asked. Blocks for at most two
+    /// seconds.
+    virtual bool isKeptAwakeElsewhere() = 0;
+
     /// Whether the machine is about to be switched off or restarted. Blocks for at most two seconds.
     virtual bool isGoingOff() = 0;
 

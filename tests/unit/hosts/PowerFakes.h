@@ -74,6 +74,7 @@ public:
         return !refusesPowerOff;
     }
     QStringList blockers(Change) override { return blocking; }
+    bool isKeptAwakeElsewhere() override { return keptAwakeElsewhere; }
     bool isGoingOff() override { return goesOff; }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override
     {
@@ -86,6 +87,7 @@ public:
     QStringList reasons;  // of all inhibitions ever taken
     QStringList blocking; // who forbids whatever is asked for
     bool goesOff = false;
+    bool keptAwakeElsewhere = false;
     int inhibitions = 0; // that are held now
     int consents = 0;
     int sleeps = 0;

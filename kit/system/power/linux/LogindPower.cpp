@@ -6,8 +6,10 @@
 #include "DozelyKit/system/power/PowerMessages.h"
 #include "DozelyKit/system/power/linux/RtcPowerEventScheduler_p.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -38,6 +40,29 @@ bool order(const char *operation)
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     return bus && (*bus)->call({service, managerPath, managerInterface, operation}, "b", {mayAskThePerson},
                                QDeadlineTimer(orderTime));
+}
+
+/// Who holds a "block" lock.
+struct Blocker {
+    QString who;
+    QString why;
+    qint64 process;
+};
+
+QList<Blocker> blockersOf(const QString &wanted)
+{
+    const auto bus = BusConnection::open(BusConnection::Bus::System);
+    if (!bus)
+        return {};
+    const auto reply = (*bus)->call({service, managerPath, managerInterface, "ListInhibitors"}, "", {},
+                                    QDeadlineTimer(findingTime));
+    QList<Blocker> blockers;
+    for (const QVariant &inhibitor : BusConnection::firstOf(reply).toList()) {
+        const QVariantList parts = inhibitor.toList(); // what, who, why, mode, user, process
+        if (parts.value(3).toString() == "block" && parts.value(0).toString().split(':').contains(wanted))
+            blockers += {parts.value(1).toString(), parts.value(2).toString(), parts.value(5).toLongLong()};
+    }
+    return blockers;
 }
 
 bool isRepetition(const QDateTime &told)
@@ -335,21 +360,21 @@ bool LogindPower::powerOff()
 
 QStringList LogindPower::blockers(Change change)
 {
-    const auto bus = BusConnection::open(BusConnection::Bus::System);
-    if (!bus)
-        return {};
-    const auto reply = (*bus)->call({service, managerPath, managerInterface, "ListInhibitors"}, "", {},
-                                    QDeadlineTimer(findingTime));
     const QString wanted = change == Change::Sleep ? "sleep" : "shutdown";
     QStringList blockers;
-    for (const QVariant &inhibitor : BusConnection::firstOf(reply).toList()) {
-        const QVariantList parts = inhibitor.toList(); // what, who, why, mode, user, process
-        const QString who = parts.value(1).toString();
-        if (parts.value(3).toString() == "block" && who != ourselves &&
-            parts.value(0).toString().split(':').contains(wanted))
-            blockers += QString("%1: %2").arg(who, parts.value(2).toString());
+    for (const Blocker &blocker : blockersOf(wanted)) {
+        if (blocker.who != ourselves)
+            blockers += QString("%1: %2").arg(blocker.who, blocker.why);
     }
     return blockers;
+}
+
+bool LogindPower::isKeptAwakeElsewhere()
+{
+    const QList<Blocker> blockers = blockersOf("sleep");
+    return std::any_of(blockers.cbegin(), blockers.cend(), [](const Blocker &blocker) {
+        return blocker.who == ourselves && blocker.process != QCoreApplication::applicationPid();
+    });
 }
 
 bool LogindPower::isGoingOff()

@@ -36,6 +36,7 @@ public:
     bool sleep() override;
     bool powerOff() override;
     QStringList blockers(Change change) override;
+    bool isKeptAwakeElsewhere() override;
     bool isGoingOff() override;
     std::unique_ptr<Inhibition> inhibitSleep(const QString &reason) override;
 

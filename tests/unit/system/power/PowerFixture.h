@@ -74,6 +74,7 @@ public:
     }
     bool powerOff() override { return true; }
     QStringList blockers(Change) override { return {}; }
+    bool isKeptAwakeElsewhere() override { return false; }
     bool isGoingOff() override { return false; }
     std::unique_ptr<Inhibition> inhibitSleep(const QString &) override
     {
