@@ -331,6 +331,38 @@ TEST_F(PowerHostsTest, AScheduleOfThePowerOffPlugInSwitchesTheMachineOff)
     EXPECT_EQ(countOfCalls("Inhibit"), 1);
 }
 
+/// The minute is the time by which the machine is woken ahead.
+TEST_F(PowerHostsTest, AMachineThatWasWokenForAnActionSleepsAgainAfterItAndOneThatWasNotStaysOn)
+{
+    ASSERT_TRUE(bus.call(logind, "/org/freedesktop/login1/seat/seat0", "org.freedesktop.DBus.Properties.Set",
+                         {"org.freedesktop.login1.Seat", "ActiveSession", "<('', objectpath '/')>"}));
+    const auto setSession = [this](const QString &property, const QString &value) {
+        return bus.call(logind, "/org/freedesktop/login1/session/c1", "org.freedesktop.DBus.Properties.Set",
+                        {"org.freedesktop.login1.Session", property, value});
+    };
+    ASSERT_TRUE(setSession("IdleHint", "<true>"));
+    ASSERT_TRUE(setSession("IdleSinceHint", "<uint64 1000000000>"));
+    startDaemon();
+    ASSERT_TRUE(listens());
+    const QDateTime date = inSeconds(wakeLead + 3);
+    const QVariantMap backup = changed(probeEntry("backup", wake, date), "After Action", "sleep");
+    const QVariantMap other = changed(probeEntry("other", {{"Acts In User Agent", 0LL}}, date.addSecs(-50)),
+                                      "After Action", "power off");
+    writeStore({backup, other});
+    ASSERT_TRUE(isArmedFor(date, wakeLead));
+    tell("PrepareForSleep", true);
+    ASSERT_TRUE(waitUntil([] { return !inhibitors().contains("com.dozely"); }));
+    ASSERT_TRUE(waitUntil([&] { return inSeconds(wakeLead) >= date; })) << "the alarm's time has come";
+    tell("PrepareForSleep", false);
+    EXPECT_TRUE(logs("\"Name of other\": the machine is not switched off again: it did not come back for "
+                     "that"));
+    ASSERT_TRUE(logs("Probe acts in the daemon: backup", std::chrono::seconds(100)));
+    EXPECT_EQ(countOfCalls("Suspend"), 0);
+    EXPECT_TRUE(waitUntil([] { return countOfCalls("Suspend") == 1; }));
+    EXPECT_TRUE(logs("\"Name of backup\": the machine goes to sleep again"));
+    EXPECT_EQ(countOfCalls("PowerOff"), 0);
+}
+
 TEST_F(PowerHostsTest, WithoutAClockThatWakesTheLogSaysOnceWhatWillNotHappenAndTheActionRuns)
 {
     ASSERT_TRUE(QFile::remove(root.join(alarmPath)));
