@@ -82,6 +82,23 @@ protected:
                    ? testing::AssertionSuccess()
                    : testing::AssertionFailure() << inhibitors().toStdString();
     }
+    /// The only session was used last long ago.
+    void leaveUnused()
+    {
+        for (const auto &[name, value] :
+             {std::pair("IdleHint", "<true>"), std::pair("IdleSinceHint", "<uint64 1000000000>")})
+            ASSERT_TRUE(bus.call(logind, logindPath + "/session/c1", "org.freedesktop.DBus.Properties.Set",
+                                 {"org.freedesktop.login1.Session", name, value}));
+    }
+    /// The machine sleeps until the alarm for that date goes off.
+    void wakeFor(const QDateTime &date)
+    {
+        ASSERT_TRUE(isArmedFor(date, wakeLead));
+        tell("PrepareForSleep", true);
+        ASSERT_TRUE(waitUntil([] { return !inhibitors().contains("com.dozely"); }));
+        ASSERT_TRUE(waitUntil([&] { return inSeconds(wakeLead) >= date; }));
+        tell("PrepareForSleep", false);
+    }
     static QVariantMap with(QVariantMap parameters, const QString &key, const QVariant &value)
     {
         parameters.insert(key, value);
@@ -336,24 +353,14 @@ TEST_F(PowerHostsTest, AMachineThatWasWokenForAnActionSleepsAgainAfterItAndOneTh
 {
     ASSERT_TRUE(bus.call(logind, "/org/freedesktop/login1/seat/seat0", "org.freedesktop.DBus.Properties.Set",
                          {"org.freedesktop.login1.Seat", "ActiveSession", "<('', objectpath '/')>"}));
-    const auto setSession = [this](const QString &property, const QString &value) {
-        return bus.call(logind, "/org/freedesktop/login1/session/c1", "org.freedesktop.DBus.Properties.Set",
-                        {"org.freedesktop.login1.Session", property, value});
-    };
-    ASSERT_TRUE(setSession("IdleHint", "<true>"));
-    ASSERT_TRUE(setSession("IdleSinceHint", "<uint64 1000000000>"));
+    leaveUnused();
     startDaemon();
     ASSERT_TRUE(listens());
     const QDateTime date = inSeconds(wakeLead + 3);
-    const QVariantMap backup = changed(probeEntry("backup", wake, date), "After Action", "sleep");
-    const QVariantMap other = changed(probeEntry("other", {{"Acts In User Agent", 0LL}}, date.addSecs(-50)),
-                                      "After Action", "power off");
-    writeStore({backup, other});
-    ASSERT_TRUE(isArmedFor(date, wakeLead));
-    tell("PrepareForSleep", true);
-    ASSERT_TRUE(waitUntil([] { return !inhibitors().contains("com.dozely"); }));
-    ASSERT_TRUE(waitUntil([&] { return inSeconds(wakeLead) >= date; })) << "the alarm's time has come";
-    tell("PrepareForSleep", false);
+    const QVariantMap other = probeEntry("other", {{"Acts In User Agent", 0LL}}, date.addSecs(-50));
+    writeStore({changed(probeEntry("backup", wake, date), "After Action", "sleep"),
+                changed(other, "After Action", "power off")});
+    wakeFor(date);
     EXPECT_TRUE(logs("\"Name of other\": the machine is not switched off again: it did not come back for "
                      "that"));
     ASSERT_TRUE(logs("Probe acts in the daemon: backup", std::chrono::seconds(100)));
@@ -361,6 +368,32 @@ TEST_F(PowerHostsTest, AMachineThatWasWokenForAnActionSleepsAgainAfterItAndOneTh
     EXPECT_TRUE(waitUntil([] { return countOfCalls("Suspend") == 1; }));
     EXPECT_TRUE(logs("\"Name of backup\": the machine goes to sleep again"));
     EXPECT_EQ(countOfCalls("PowerOff"), 0);
+}
+
+TEST_F(PowerHostsTest, WhoeverIsAtTheConsoleIsAlertedBeforeTheMachineSleepsAgainAndMayCancel)
+{
+    install("Sleep");
+    leaveUnused();
+    startDaemon();
+    startAgent();
+    ASSERT_TRUE(listens());
+    const QDateTime date = inSeconds(wakeLead + 3);
+    writeStore({changed(probeEntry("backup", wake, date), "After Action", "sleep")});
+    wakeFor(date);
+    ASSERT_TRUE(logs("Probe acts in the daemon: backup", std::chrono::seconds(100)));
+    const QString announces = "Sleep.plugin announces an action of ";
+    ASSERT_TRUE(logs(announces));
+    const QString when = root.logLines().filter(announces).first().section(announces, 1);
+    const QDateTime announced = QDateTime::fromString(when.left(19), "yyyy-MM-dd HH:mm:ss");
+    ASSERT_TRUE(announced.isValid()) << when.toStdString();
+    const QString bundle = root.join(QString(plugIns) + "/Sleep.plugin");
+    EXPECT_TRUE(postAsAgentUser(
+        "daemon", NSNotification("DaemonMustRemoveEvent", "com.dozely.Daemon",
+                                 {{"Schedule Bundle Path", bundle}, {"Schedule Date", announced.toUTC()}})));
+    EXPECT_TRUE(
+        logs(QString("\"Name of backup\": the machine does not go to sleep again: cancelled by user %1")
+                 .arg(agentUser())));
+    EXPECT_EQ(countOfCalls("Suspend"), 0);
 }
 
 TEST_F(PowerHostsTest, WithoutAClockThatWakesTheLogSaysOnceWhatWillNotHappenAndTheActionRuns)
