@@ -47,17 +47,19 @@ def is_showing(node):
 
 
 def alert_in(window):
-    labels, button = [], None
+    labels, button, later = [], None, None
     for node in widgets(window):
         role = node.get_role()
         if role == Atspi.Role.LABEL and node.get_name():
             labels.append(node.get_name())
+        elif node.get_name() == "Later" and is_showing(node) and later is None:
+            later = node
         elif role == Atspi.Role.PUSH_BUTTON and node.get_name() and is_showing(node):
-            button = button or node  # the alert's own comes first
+            button = node
     if button is None or not is_showing(window):
         return None
     return {"title": labels[0] if labels else "", "text": "\n".join(labels[1:]), "button": button.get_name(),
-            "press": place(button), "window": place(window)}
+            "press": place(button), "later": later and place(later), "window": place(window)}
 
 
 def look(name):

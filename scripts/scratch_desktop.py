@@ -117,8 +117,8 @@ class Desktop:
         self.call(["gdbus", "wait", "--session", "--timeout", f"{START_LIMIT:g}", name])
 
     def see_alert(self, application=SERVER):
-        """Waits for an alert with a button; what is seen of it: "title", "text", "button", and the places "window" and
-        "press" on the screen (left, top, width, height)."""
+        """Waits for an alert with a button; what is seen of it: "title", "text", "button", and the places "window",
+        "press" and, where it has one, "later" on the screen (left, top, width, height)."""
         return json.loads(self.look("see", application))
 
     def see_nothing(self, application=SERVER):
@@ -129,9 +129,9 @@ class Desktop:
         return self.call(["/usr/bin/python3", self.system.path("usr/lib/alert_eye.py"), wanted,
                           application, f"{EYE_LIMIT:g}"], EYE_LIMIT)
 
-    def press(self, alert):
-        """Presses the alert's button with the pointer."""
-        left, top, width, height = alert["press"]
+    def press(self, alert, button="press"):
+        """Presses the alert's button, or its "later", with the pointer."""
+        left, top, width, height = alert[button]
         self.call(["xdotool", "mousemove", "--sync", str(left + width // 2), str(top + height // 2), "click", "1"])
 
     def photograph(self, alert, file):

@@ -371,10 +371,16 @@ QList<Occurrence> DaemonController::removableOccurrences(const ReceivedOrder &or
     return occurrences;
 }
 
+/// Whether it is about what is announced for the time after an action, which is no occurrence.
+bool DaemonController::meansRest(const ReceivedOrder &order) const
+{
+    return m_rest.isMeant(order.peer, order.userInfo.value(OrderKey::bundlePath).toString(),
+                          order.userInfo.value(OrderKey::date).toDateTime());
+}
+
 void DaemonController::daemonMustRemove(const ReceivedOrder &order)
 {
-    if (m_rest.isMeant(order.peer, order.userInfo.value(OrderKey::bundlePath).toString(),
-                       order.userInfo.value(OrderKey::date).toDateTime())) {
+    if (meansRest(order)) {
         m_rest.cancel(senderLabel(order));
         return;
     }
@@ -428,6 +434,14 @@ void DaemonController::obeyWish(const ReceivedOrder &order,
                                 void (OccurrenceWishes::*wish)(const ReceivedOrder &))
 {
     takeRate(order);
+    if (meansRest(order)) {
+        const qint64 delay = order.userInfo.value(OrderKey::delay).toLongLong();
+        if (order.name == OrderName::daemonMustPostpone && delay > 0)
+            m_rest.postpone(std::chrono::seconds(delay), senderLabel(order));
+        else
+            m_rest.cancel(senderLabel(order));
+        return;
+    }
     const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
     if (!identifier.isEmpty() && !m_keeper.scheduler().placeOf(identifier))
         rereadStore(); // one that was added a moment ago

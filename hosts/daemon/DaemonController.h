@@ -58,6 +58,7 @@ private:
     void lookAtClock();
     void removeOverAfter(std::chrono::hours delay);
 
+    bool meansRest(const ReceivedOrder &order) const;
     bool isBusyUntil(const QDateTime &date) const;
 
     void daemonMustAct(const ReceivedOrder &order);

@@ -10,6 +10,8 @@
 #include "hosts/common/orders/OrderRefusal.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 
+#include <QTimeZone>
+
 #include <algorithm>
 #include <utility>
 
@@ -102,23 +104,50 @@ Occurrence OccurrenceWishes::meantOf(const QString &identifier, const QVariant &
 
 void OccurrenceWishes::skip(const ReceivedOrder &order)
 {
+    const bool isWholeDay = order.userInfo.value(OrderKey::wholeDay).toBool();
     for (const Occurrence &occurrence : meant(order, true)) {
-        const QString &identifier = occurrence.schedule.identifier;
-        const auto ahead = m_keeper.scheduler().record().datesBetween(
-            identifier, m_clock.currentDate(), QDateTime({9999, 12, 31}, {23, 59, 59}, Qt::UTC));
-        if (ahead.size() >= mostAhead)
-            throw OrderRefusal(Impossible, QString("%1 occurrences of schedule %2 are decided upon already")
-                                               .arg(QString::number(mostAhead), logLabel(identifier)));
-        const OccurrenceSeries::Run run = m_keeper.scheduler().dueRun(occurrence);
-        if (const auto noted = m_keeper.noteRemoved(occurrence); !noted)
-            throw OrderRefusal(Impossible, noted.error().text);
-        if (run.count > 1)
-            ZDRLog("%@: %lld occurrences from %@ to %@ are skipped at the wish of %@", labelOf(occurrence),
-                   static_cast<qlonglong>(run.count), textOf(run.first), textOf(run.last), senderOf(order));
+        if (isWholeDay)
+            skipDayOf(occurrence, senderOf(order));
         else
-            ZDRLog("%@: the occurrence at %@ is skipped at the wish of %@", labelOf(occurrence),
-                   textOf(occurrence.moment()), senderOf(order));
+            skipOne(occurrence, m_clock.currentDate(), senderOf(order));
     }
+}
+
+/// What the schedule has to come on that day, in its own zone: the current one with those after it, and what
+/// was postponed to that day.
+void OccurrenceWishes::skipDayOf(const Occurrence &occurrence, const QString &sender)
+{
+    const Scheduler &scheduler = m_keeper.scheduler();
+    const QTimeZone zone = occurrence.schedule.zone();
+    const QDate day = occurrence.moment().toTimeZone(zone).date();
+    const QDateTime end = day.addDays(1).startOfDay(zone).toUTC().addMSecs(-1);
+    QList<Occurrence> others;
+    if (const auto place = scheduler.placeOf(occurrence.schedule.identifier))
+        others = scheduler.pendingOf(*place);
+    skipOne(occurrence, end, sender);
+    for (const Occurrence &other : std::as_const(others)) {
+        if (other.date != occurrence.date && other.moment() <= end)
+            skipOne(other, end, sender);
+    }
+}
+
+void OccurrenceWishes::skipOne(const Occurrence &occurrence, const QDateTime &upTo, const QString &sender)
+{
+    const QString &identifier = occurrence.schedule.identifier;
+    const auto ahead = m_keeper.scheduler().record().datesBetween(
+        identifier, m_clock.currentDate(), QDateTime({9999, 12, 31}, {23, 59, 59}, Qt::UTC));
+    if (ahead.size() >= mostAhead)
+        throw OrderRefusal(Impossible, QString("%1 occurrences of schedule %2 are decided upon already")
+                                           .arg(QString::number(mostAhead), logLabel(identifier)));
+    const OccurrenceSeries::Run run = m_keeper.scheduler().runUpTo(occurrence, upTo);
+    if (const auto noted = m_keeper.noteRemoved(occurrence, upTo); !noted)
+        throw OrderRefusal(Impossible, noted.error().text);
+    if (run.count > 1)
+        ZDRLog("%@: %lld occurrences from %@ to %@ are skipped at the wish of %@", labelOf(occurrence),
+               static_cast<qlonglong>(run.count), textOf(run.first), textOf(run.last), sender);
+    else
+        ZDRLog("%@: the occurrence at %@ is skipped at the wish of %@", labelOf(occurrence),
+               textOf(occurrence.moment()), sender);
 }
 
 void OccurrenceWishes::postpone(const ReceivedOrder &order)

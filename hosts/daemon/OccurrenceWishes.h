@@ -34,6 +34,8 @@ public:
 private:
     QList<Occurrence> meant(const ReceivedOrder &order, bool mayBeAhead) const;
     Occurrence meantOf(const QString &identifier, const QVariant &date, bool mayBeAhead) const;
+    void skipOne(const Occurrence &occurrence, const QDateTime &upTo, const QString &sender);
+    void skipDayOf(const Occurrence &occurrence, const QString &sender);
     void postponeOne(const Occurrence &occurrence, qint64 delay, const QString &sender);
 
     ScheduleKeeper &m_keeper;

@@ -56,7 +56,7 @@ void ReturnToRest::noteEnd(const Occurrence &occurrence)
     if (step == AfterAction::Nothing || occurrence.isAskedFor)
         return;
     const QString label = logLabel(occurrence.schedule.name);
-    const auto back = m_surroundings.wokenFor(occurrence.date);
+    const auto back = m_surroundings.wokenFor(occurrence.moment());
     if (!back) {
         ZDRLog("Schedule \"%@\": the machine %@: it did not come back for that", label, sentence(step));
         return;

@@ -361,9 +361,10 @@ Result<void> ScheduleKeeper::noteForGood(const Occurrence &occurrence, const std
     return Error{"the record of occurrences could not be saved"};
 }
 
-Result<void> ScheduleKeeper::noteRemoved(const Occurrence &occurrence)
+Result<void> ScheduleKeeper::noteRemoved(const Occurrence &occurrence, const QDateTime &upTo)
 {
-    const OccurrenceSeries::Run run = m_scheduler.dueRun(occurrence);
+    const OccurrenceSeries::Run run =
+        upTo.isValid() ? m_scheduler.runUpTo(occurrence, upTo) : m_scheduler.dueRun(occurrence);
     return noteForGood({occurrence.schedule, run.last},
                        [&] { m_scheduler.noteRun(occurrence.schedule, run, OccurrenceState::Removed); });
 }

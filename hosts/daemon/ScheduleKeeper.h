@@ -60,10 +60,10 @@ public:
                  OccurrenceState state = OccurrenceState::Missed);
 
     /// Notes that occurrences of a schedule are not to be performed, the current one and all others that are
-    /// due with it, or are to be performed later, and blocks until the disk has it. An error, and nothing
-    /// noted, when the disk refuses.
+    /// due with it, or with `upTo` all up to that date; or that one is to be performed later, and blocks
+    /// until the disk has it. An error, and nothing noted, when the disk refuses.
     /// @{
-    dozely::Result<void> noteRemoved(const Occurrence &occurrence);
+    dozely::Result<void> noteRemoved(const Occurrence &occurrence, const QDateTime &upTo = {});
     dozely::Result<void> notePostponed(const Occurrence &occurrence, const QDateTime &to);
     /// @}
 

@@ -498,10 +498,15 @@ bool Scheduler::isRunOf(const Occurrence &occurrence) const
 
 OccurrenceSeries::Run Scheduler::dueRun(const Occurrence &current) const
 {
+    return runUpTo(current, m_clock.currentDate());
+}
+
+OccurrenceSeries::Run Scheduler::runUpTo(const Occurrence &current, const QDateTime &date) const
+{
     const OccurrenceSeries::Run alone{current.date, current.date, 1, true};
     if (!isRunOf(current))
         return alone;
-    const auto run = datesOf(current.schedule).openBetween(current.date.addMSecs(-1), m_clock.currentDate());
+    const auto run = datesOf(current.schedule).openBetween(current.date.addMSecs(-1), date);
     return run.count > 0 ? run : alone;
 }
 

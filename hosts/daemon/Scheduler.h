@@ -125,6 +125,9 @@ public:
     /// to now and that nothing became of.
     OccurrenceSeries::Run dueRun(const Occurrence &current) const;
 
+    /// The same up to `date`, which may be ahead.
+    OccurrenceSeries::Run runUpTo(const Occurrence &current, const QDateTime &date) const;
+
     /// Of these those before `date`; a count of 0 for none.
     OccurrenceSeries::Run runBefore(const Occurrence &current, const QDateTime &date) const;
 

@@ -139,6 +139,30 @@ def cancel_in_the_agents_window_counts_as_well(case, photograph):
     case.desktop.see_nothing()
 
 
+def later_in_the_agents_window_puts_the_action_off(case, photograph):
+    """By the arrow keys of its menu: in an hour, and for today."""
+    case.add("postponed", "daemon", SOON, "--alert", str(LEAD))
+    alert = case.see(photograph, AGENT)
+    expect(case.desktop.see_alert()["later"] is None, "the desktop's notification offers more than to cancel")
+    case.desktop.press(alert, "later")
+    case.desktop.call(["xdotool", "key", "Down", "Down", "Return"])
+    case.wait_for_line('Schedule "postponed": the occurrence at ')
+    case.wait_for_line(f"at the wish of user {case.system.user.pw_uid}")
+    expect(" is postponed to " in case.log(), "the log does not say that it was postponed")
+    case.desktop.see_nothing()
+    case.desktop.see_nothing(AGENT)
+    skipped = case.add("skipped", "daemon", SOON, "--alert", str(LEAD))
+    case.desktop.press(case.desktop.see_alert(AGENT), "later")
+    case.desktop.call(["xdotool", "key", "Up", "Return"])
+    case.wait_for_line(f" is skipped at the wish of user {case.system.user.pw_uid}")
+    case.desktop.see_nothing(AGENT)
+    expect(case.state(skipped) == "removed", "the record does not say that the occurrence was removed")
+    case.add("other", "daemon", SOON + 1)
+    case.wait_for_mark("daemon", "other")  # its time is behind that of the other ones
+    for name in "postponed", "skipped":
+        expect(not os.path.exists(case.mark("daemon", name)), f"{name} ran all the same")
+
+
 def main(name, photograph):
     os.umask(0o022)
     os.makedirs(os.path.dirname(photograph), exist_ok=True)
@@ -149,7 +173,7 @@ def main(name, photograph):
         try:
             {function.__name__: function for function in
              (cancel_prevents_the_action, the_action_runs_without_cancel,
-              cancel_in_the_agents_window_counts_as_well)}[name](case, photograph)
+              cancel_in_the_agents_window_counts_as_well, later_in_the_agents_window_puts_the_action_off)}[name](case, photograph)
         except (Failure, OSError, subprocess.SubprocessError) as failure:
             print(f"{failure}. The log:\n{case.log()}", file=sys.stderr)
             return 1

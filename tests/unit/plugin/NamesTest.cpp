@@ -69,6 +69,7 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(OrderName::daemonMustSkip, "DaemonMustSkipEvent");
     EXPECT_EQ(OrderName::daemonMustPostpone, "DaemonMustPostponeEvent");
     EXPECT_EQ(OrderKey::delay, "Schedule Delay");
+    EXPECT_EQ(OrderKey::wholeDay, "Schedule Whole Day");
     EXPECT_EQ(OrderKey::skipsOverlap, "Schedule Skips Overlap");
     EXPECT_EQ(OrderOutcome::skipped, "skipped");
     EXPECT_EQ(InfoKey::missedPolicy, "WDMissedPolicy");

@@ -106,6 +106,34 @@ TEST_F(OccurrenceWishesTest, WhatIsDueIsSkippedWithAllThatIs)
     EXPECT_EQ(keeper.scheduler().record().find("a", at(3h))->state, OccurrenceState::Removed);
 }
 
+TEST_F(OccurrenceWishesTest, ADayIsSkippedWithAllThatItHas)
+{
+    EXPECT_EQ(skip({{"Schedule Whole Day", true}}), "");
+    EXPECT_THAT(toCome(), testing::ElementsAre(12 * 60)) << "the midnight of the schedule's zone";
+    EXPECT_EQ(lastMessage(), "Schedule \"Name of a\": 11 occurrences from 2026-03-14T13:00:00Z to "
+                             "2026-03-14T23:00:00Z are skipped at the wish of user 501");
+    clock.advance(6h);
+    EXPECT_THAT(toCome(), testing::ElementsAre(12 * 60));
+    ScheduleKeeper restarted(clock);
+    restarted.readStore();
+    EXPECT_EQ(restarted.scheduler().pendingOf(0).first().date, at(12h)) << "it is on disk";
+}
+
+TEST_F(OccurrenceWishesTest, ADayIsSkippedWithWhatWasPostponedToIt)
+{
+    ASSERT_EQ(postpone({{"Schedule Delay", 600LL}}), "");
+    ASSERT_THAT(toCome(), testing::UnorderedElementsAre(70, 120));
+    EXPECT_EQ(skip({{"Schedule Date", at(2h)}, {"Schedule Whole Day", true}}), "");
+    EXPECT_THAT(toCome(), testing::ElementsAre(12 * 60));
+}
+
+TEST_F(OccurrenceWishesTest, TheDayOfWhatWasPostponedIsSkippedWithTheOthersOfIt)
+{
+    ASSERT_EQ(postpone({{"Schedule Delay", 600LL}}), "");
+    EXPECT_EQ(skip({{"Schedule Date", at(1h)}, {"Schedule Whole Day", true}}), "");
+    EXPECT_THAT(toCome(), testing::ElementsAre(12 * 60));
+}
+
 TEST_F(OccurrenceWishesTest, TheNextOccurrenceIsPostponedFromItsDateOrFromNowWhenThatIsLater)
 {
     EXPECT_EQ(postpone({{"Schedule Delay", 600LL}}), "");
