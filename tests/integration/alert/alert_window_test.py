@@ -173,7 +173,8 @@ def main(name, photograph):
         try:
             {function.__name__: function for function in
              (cancel_prevents_the_action, the_action_runs_without_cancel,
-              cancel_in_the_agents_window_counts_as_well, later_in_the_agents_window_puts_the_action_off)}[name](case, photograph)
+              cancel_in_the_agents_window_counts_as_well,
+              later_in_the_agents_window_puts_the_action_off)}[name](case, photograph)
         except (Failure, OSError, subprocess.SubprocessError) as failure:
             print(f"{failure}. The log:\n{case.log()}", file=sys.stderr)
             return 1
