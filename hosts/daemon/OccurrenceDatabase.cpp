@@ -205,8 +205,8 @@ Result<void> OccurrenceDatabase::loadInto(Opened &opened, const QDateTime &now)
     auto rows = m_database->prepare(
         "SELECT * FROM occurrences WHERE state IN ('asked', 'begun', 'postponed') UNION "
         "SELECT * FROM occurrences WHERE handed_over IS NOT NULL AND handed_over >= ?1 UNION "
-        "SELECT * FROM occurrences AS one WHERE state = 'removed' AND date > "
-        "(SELECT settled FROM calendars WHERE calendars.identifier = one.identifier) ORDER BY date");
+        "SELECT occurrences.* FROM calendars CROSS JOIN occurrences "
+        "ON occurrences.identifier = calendars.identifier AND date > settled ORDER BY date");
     rows.bind(1, now.toMSecsSinceEpoch() - handOverMilliseconds);
     for (;;) {
         const auto more = rows.next();

@@ -20,8 +20,8 @@ public:
 
     struct Opened {
         /// Since the daemon before this one: what has not begun or is not over, what was handed to an
-        /// agent that may still hand it back, how far schedules that repeat have come, and what of theirs
-        /// is removed in advance.
+        /// agent that may still hand it back, how far schedules that repeat have come, and what became of
+        /// any of theirs that is later than that.
         OccurrenceRecord record;
         QDateTime nothingKnownBefore; ///< Invalid when everything is known.
         QStringList complaints;       ///< For the log.

@@ -32,7 +32,6 @@ constexpr char indexes[] = R"(
 CREATE INDEX not_over ON occurrences (state) WHERE state IN ('asked', 'begun', 'postponed');
 CREATE INDEX handed_over ON occurrences (handed_over) WHERE handed_over IS NOT NULL;
 CREATE INDEX asked_by ON occurrences (asked_by, date) WHERE asked_by IS NOT NULL;
-CREATE INDEX removed ON occurrences (identifier, date) WHERE state = 'removed';
 )";
 
 // The output of an action goes with its occurrence; a row that is only replaced keeps it.

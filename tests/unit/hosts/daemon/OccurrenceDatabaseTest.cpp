@@ -339,6 +339,7 @@ TEST_F(OccurrenceDatabaseTest, KeepsHowFarSchedulesHaveComeAndWhatIsDecidedUponI
         OccurrenceRecord::Changes changes = change("a", noon(), postponed);
         changes.insert(Key("a", noon().addSecs(-1)), missed);
         changes.insert(Key("a", noon().addSecs(60)), OccurrenceEntry{Removed, {}, {}});
+        changes.insert(Key("a", noon().addSecs(90)), OccurrenceEntry{Done, {}, {}});
         changes.insert(Key("a", noon().addSecs(-60)), OccurrenceEntry{Removed, {}, {}});
         changes.insert(Key("once", noon().addSecs(60)), OccurrenceEntry{Removed, {}, {}});
         ASSERT_TRUE(database.write(changes, noDate, {}, {{"a", {noon(), false}}, {"b", {noon(), true}}}));
@@ -351,6 +352,7 @@ TEST_F(OccurrenceDatabaseTest, KeepsHowFarSchedulesHaveComeAndWhatIsDecidedUponI
     EXPECT_EQ(record.find("a", noon()), postponed);
     EXPECT_EQ(record.postponed(), QList{Key("a", noon())});
     EXPECT_TRUE(record.find("a", noon().addSecs(60))) << "removed later than what is settled";
+    EXPECT_TRUE(record.find("a", noon().addSecs(90))) << "performed in another zone, where it was earlier";
     EXPECT_FALSE(record.find("a", noon().addSecs(-60)));
     EXPECT_FALSE(record.find("once", noon().addSecs(60)));
     ASSERT_TRUE(database.forget([](const QString &identifier) { return identifier == "b"; }, noon(), noDate));
