@@ -144,7 +144,8 @@ void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bun
     const QString name = nameOf(key);
     const auto prepared = m_prepared.constFind(key);
     bool isReady = prepared != m_prepared.cend() && !prepared->isInVain;
-    if (isReady && prepared->occurrence.schedule != occurrence.schedule) {
+    if (isReady && (prepared->occurrence.schedule != occurrence.schedule ||
+                    prepared->occurrence.moment() != occurrence.moment())) {
         m_performances.callOff(name);
         isReady = false;
     }

@@ -308,20 +308,33 @@ Result<OccurrenceDatabase::Found> OccurrenceDatabase::findLater(const QList<Occu
 Result<OccurrenceDatabase::Found> OccurrenceDatabase::findEach(const char *condition,
                                                                const QList<OccurrenceRecord::Key> &keys)
 {
+    if (keys.isEmpty())
+        return Found();
     if (auto open = ensureOpen(); !open)
         return open.error();
+    // One transaction, or each search would take and give back the locks of the file.
+    if (auto begun = m_database->run("BEGIN"); !begun)
+        return begun.error();
+    const auto found = search(condition, keys);
+    (void)m_database->run("COMMIT");
+    return found;
+}
+
+Result<OccurrenceDatabase::Found> OccurrenceDatabase::search(const char *condition,
+                                                             const QList<OccurrenceRecord::Key> &keys) const
+{
     Found found;
     const QByteArray text = QByteArray("SELECT * FROM occurrences WHERE identifier = ?1 AND ") + condition;
-    auto search = m_database->prepare(text.constData());
+    auto rows = m_database->prepare(text.constData());
     for (const auto &[identifier, date] : keys) {
-        search.bind(1, identifier).bind(2, date.toMSecsSinceEpoch());
+        rows.bind(1, identifier).bind(2, date.toMSecsSinceEpoch());
         for (;;) {
-            const auto more = search.next();
+            const auto more = rows.next();
             if (!more)
                 return more.error();
             if (!*more)
                 break;
-            const auto row = OccurrenceRow::read(search);
+            const auto row = OccurrenceRow::read(rows);
             if (!row)
                 return row.error();
             found += *row;

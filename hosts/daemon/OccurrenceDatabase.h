@@ -90,6 +90,7 @@ private:
     dozely::Result<void> writeOutputs(const Outputs &outputs) const;
     dozely::Result<void> writeCalendars(const OccurrenceRecord::CalendarChanges &calendars) const;
     dozely::Result<Found> findEach(const char *condition, const QList<OccurrenceRecord::Key> &keys);
+    dozely::Result<Found> search(const char *condition, const QList<OccurrenceRecord::Key> &keys) const;
     dozely::Result<QStringList> identifiersIn(const char *table) const;
     void takeOverPropertyList(Opened &opened, const QDateTime &now);
     void moveAside() const;

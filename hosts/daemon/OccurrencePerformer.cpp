@@ -213,7 +213,8 @@ void OccurrencePerformer::prepareSoonDue()
         return;
     m_actions.callOffUnless([&](const Occurrence &occurrence) {
         const auto pending = scheduler.pending(keyOf(occurrence));
-        return pending && pending->schedule == occurrence.schedule;
+        return pending && pending->schedule == occurrence.schedule &&
+               pending->moment() == occurrence.moment();
     });
     const QDateTime now = m_clock.currentDate();
     QList<Occurrence> forSessions;
