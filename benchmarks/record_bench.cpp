@@ -59,7 +59,8 @@ public:
         entry.begun = date(occurrence);
         for (int i = 0; i < count; ++i)
             record.set(identifier(i), date(occurrence), entry);
-        if (!m_database.write(record.changes(), [](const QString &) { return OccurrenceDatabase::Occurrences(); }))
+        if (!m_database.write(record.changes(),
+                              [](const QString &) { return OccurrenceDatabase::Occurrences(); }))
             std::abort();
     }
 
