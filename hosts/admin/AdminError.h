@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/core/foundation/Result.h"
+
 #include <QString>
 
 #include <exception>
+#include <utility>
 
 /// How the tool ends; `--help` and docs/admin-tool.md show them.
 enum class ExitStatus {
@@ -33,3 +36,18 @@ private:
     QString m_sentence;
     QByteArray m_what;
 };
+
+/// Ends a command whose line is wrong, with one sentence for the person.
+[[noreturn]] inline void refuse(const QString &sentence)
+{
+    throw AdminError(ExitStatus::BadUsage, sentence);
+}
+
+/// The value; where there is none the reason, a clause, ends the command as refuse does.
+template<class Value>
+Value accepted(dozely::Result<Value> value)
+{
+    if (!value)
+        refuse(value.error().text + ".");
+    return *std::move(value);
+}

@@ -17,11 +17,6 @@ namespace
 {
 constexpr double longestDelay = 100.0 * 366 * 24 * 3600; // a hundred years, in seconds
 
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
 QDateTime afterDelay(const QString &text)
 {
     bool isNumber = false;

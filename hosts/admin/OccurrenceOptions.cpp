@@ -13,11 +13,6 @@ using namespace dozely;
 
 namespace
 {
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
 /// The earliest occurrence after a date.
 std::optional<QDateTime> after(const Schedule &schedule, const QDateTime &date)
 {

@@ -14,11 +14,6 @@ using namespace dozely;
 
 namespace
 {
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
 QVariantMap fromFile(const QString &path)
 {
     const auto list = PropertyList::fromFile(path);

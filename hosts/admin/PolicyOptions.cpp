@@ -10,11 +10,6 @@ using namespace dozely;
 
 namespace
 {
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
 void setMissed(Schedule &schedule, const QString &text)
 {
     const qsizetype equals = text.indexOf('=');

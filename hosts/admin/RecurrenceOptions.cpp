@@ -19,19 +19,6 @@ namespace
 {
 const QTime midnight(0, 0);
 
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
-template<class Value>
-Value accepted(Result<Value> value)
-{
-    if (!value)
-        refuse(value.error().text + ".");
-    return *std::move(value);
-}
-
 /// Puts a recurrence together: what is named goes before what was, and what is new begins from now on.
 class Maker
 {

@@ -16,19 +16,6 @@ namespace
 const QTime midnight(0, 0);
 const QTime lastSecond(23, 59, 59);
 
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
-template<class Value>
-Value accepted(Result<Value> value)
-{
-    if (!value)
-        refuse(value.error().text + ".");
-    return *std::move(value);
-}
-
 /// Puts a rule together: what is named goes before what was.
 class Maker
 {

@@ -26,11 +26,6 @@ using namespace dozely;
 
 namespace
 {
-[[noreturn]] void refuse(const QString &sentence)
-{
-    throw AdminError(ExitStatus::BadUsage, sentence);
-}
-
 bool isAnySet(const AdminOptions &options, const QStringList &names)
 {
     return std::any_of(names.cbegin(), names.cend(),
