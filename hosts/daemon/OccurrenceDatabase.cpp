@@ -441,8 +441,11 @@ Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &
 {
     if (auto open = ensureOpen(); !open)
         return open;
+    if (auto begun = m_database->run("BEGIN"); !begun)
+        return begun;
     const auto identifiers = identifiersIn("occurrences");
     const auto calendars = identifiersIn("calendars");
+    (void)m_database->run("COMMIT");
     if (!identifiers || !calendars)
         return identifiers ? calendars.error() : identifiers.error();
     auto calendarRemoval = m_database->prepare("DELETE FROM calendars WHERE identifier = ?1");

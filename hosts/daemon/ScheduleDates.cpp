@@ -19,21 +19,18 @@ bool ScheduleDates::isKnown(const QDateTime &date) const
 
 std::optional<QDateTime> ScheduleDates::openAfter(const QDateTime &date) const
 {
-    auto next = m_series ? m_series->after(date) : std::nullopt;
-    while (next && isKnown(*next))
-        next = m_series->after(*next);
-    return next;
+    return currentAfter(date, date).date;
 }
 
-QDateTime ScheduleDates::settledUpTo(const QDateTime &settled, const QDateTime &now) const
+ScheduleDates::Current ScheduleDates::currentAfter(const QDateTime &settled, const QDateTime &now) const
 {
-    QDateTime upTo = settled;
-    auto next = m_series ? m_series->after(settled) : std::nullopt;
-    while (next && *next <= now && isKnown(*next)) {
-        upTo = *next;
-        next = m_series->after(*next);
+    Current current{m_series ? m_series->after(settled) : std::nullopt, settled};
+    while (current.date && isKnown(*current.date)) {
+        if (*current.date <= now)
+            current.settled = *current.date;
+        current.date = m_series->after(*current.date);
     }
-    return upTo;
+    return current;
 }
 
 OccurrenceSeries::Run ScheduleDates::openBetween(const QDateTime &settled, const QDateTime &upTo) const

@@ -18,9 +18,13 @@ public:
     /// The earliest occurrence later than `date` that the record has no entry for; absent when there is none.
     std::optional<QDateTime> openAfter(const QDateTime &date) const;
 
-    /// From `settled` on, the latest date up to `now` up to which the record has an entry for every
-    /// occurrence.
-    QDateTime settledUpTo(const QDateTime &settled, const QDateTime &now) const;
+    /// The same, and from `settled` on the latest date up to `now` up to which the record has an entry for
+    /// every occurrence.
+    struct Current {
+        std::optional<QDateTime> date;
+        QDateTime settled;
+    };
+    Current currentAfter(const QDateTime &settled, const QDateTime &now) const;
 
     /// The occurrences later than `settled`, up to `upTo`, that the record has no entry for. A count of 0
     /// when there is none.

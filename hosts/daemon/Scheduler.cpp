@@ -224,10 +224,10 @@ bool Scheduler::roll(qint32 place, CalendarEntry calendar)
         calendar.isPaused = true;
     const ScheduleDates dates = datesOf(schedule);
     const QDateTime from = std::max(calendar.settled, m_storedDates.value(place).addSecs(-1));
-    if (const QDateTime upTo = dates.settledUpTo(from, now); upTo > from)
+    const auto [next, upTo] = dates.currentAfter(from, now);
+    if (upTo > from)
         calendar.settled = upTo;
     m_record.setCalendar(schedule.identifier, calendar);
-    const auto next = dates.openAfter(std::max(calendar.settled, from));
     schedule.date = next ? *next : dates.upTo(endOfTime).value_or(m_storedDates.value(place));
     return next && !calendar.isPaused;
 }
