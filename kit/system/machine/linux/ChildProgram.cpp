@@ -58,13 +58,7 @@ bool followToEnd(int child, int stream, const QDeadlineTimer &deadline, QByteArr
 
 bool ChildProgram::launch() const
 {
-    ChildStart start(*this);
-    const auto child = start.fork(-1, ChildStart::Kinship::Orphan);
-    if (!child)
-        return false;
-    const auto outcome = start.outcome();
-    ChildStart::waitFor(*child);
-    return outcome.ok();
+    return ChildStart(*this).launchOrphan().ok();
 }
 
 Result<ChildProgram::Ending> ChildProgram::run(std::chrono::milliseconds limit, qsizetype maximumOutput) const

@@ -8,12 +8,17 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <cstring>
 #include <fcntl.h>
 #include <linux/close_range.h>
+#include <sched.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+/// What runs in another process on memory of this one leaves no marks of a sanitizer there.
+#define NOT_INSTRUMENTED __attribute__((no_sanitize_address))
 
 namespace dozely
 {
@@ -25,6 +30,40 @@ void fill(std::vector<char *> &vector, QByteArrayList &texts)
     for (QByteArray &text : texts)
         vector.push_back(text.data());
     vector.push_back(nullptr);
+}
+
+/// While it exists no signal reaches the thread: one that reached a child before its handlers are the usual
+/// ones would be taken for ours.
+class NoSignals
+{
+public:
+    NoSignals()
+    {
+        sigset_t all;
+        ::sigfillset(&all);
+        ::pthread_sigmask(SIG_SETMASK, &all, &m_former);
+    }
+    ~NoSignals()
+    {
+        const int code = errno;
+        ::pthread_sigmask(SIG_SETMASK, &m_former, nullptr);
+        errno = code;
+    }
+    NoSignals(const NoSignals &) = delete;
+    NoSignals &operator=(const NoSignals &) = delete;
+
+private:
+    sigset_t m_former{};
+};
+
+/// Enough for what is called between the start of a process and its becoming a program.
+constexpr size_t stackSize = 64UL * 1024;
+
+/// Starts a process in this one's memory, on a stack of its own, and waits until it became a program or
+/// ended. A copy of the memory, which fork makes, costs a large process more than all the rest.
+pid_t startInThisMemory(int (*function)(void *), void *argument, std::byte *stack)
+{
+    return ::clone(function, stack + stackSize, CLONE_VM | CLONE_VFORK | SIGCHLD, argument);
 }
 } // namespace
 
@@ -44,7 +83,7 @@ ChildStart::ChildStart(const ChildProgram &program)
 }
 
 /// Becomes the program; returns when that fails.
-ChildStart::Failure ChildStart::become(int output) const
+NOT_INSTRUMENTED ChildStart::Failure ChildStart::become(int output) const
 {
     ::setsid();
     ::umask(022);
@@ -71,33 +110,60 @@ ChildStart::Failure ChildStart::become(int output) const
     return {"execve", errno};
 }
 
-Result<pid_t> ChildStart::fork(int output, Kinship kinship)
+Result<pid_t> ChildStart::fork(int output)
 {
     auto report = Pipe::make();
     if (!report)
         return report.error();
     m_report = *std::move(report);
-    // A signal that reached the child before its handlers are the usual ones would be taken for ours.
-    sigset_t all;
-    sigset_t former;
-    ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &former);
+    const NoSignals noSignals;
     const pid_t child = ::fork();
     if (child == 0) {
-        const pid_t grandchild = kinship == Kinship::Orphan ? ::fork() : 0;
-        if (grandchild > 0)
-            ::_exit(0);
-        const Failure failure = grandchild < 0 ? Failure{"fork", errno} : become(output);
+        const Failure failure = become(output);
         [[maybe_unused]] const ssize_t written = ::write(m_report.writeEnd.get(), &failure, sizeof failure);
         ::_exit(127);
     }
-    const int code = errno;
-    ::pthread_sigmask(SIG_SETMASK, &former, nullptr);
-    errno = code;
     if (child < 0)
         return failure("fork");
     m_report.writeEnd.reset();
     return child;
+}
+
+/// What the processes of an orphan's start share.
+struct ChildStart::Orphan {
+    const ChildStart &start;
+    std::vector<std::byte> stacks = std::vector<std::byte>(2 * stackSize);
+    Failure failure{}; ///< No step when the program runs.
+};
+
+/// The process between: its end leaves the program without a parent to wait for it.
+NOT_INSTRUMENTED int ChildStart::beBetween(void *shared)
+{
+    auto *orphan = static_cast<Orphan *>(shared);
+    if (startInThisMemory(beOrphan, shared, orphan->stacks.data() + stackSize) < 0)
+        orphan->failure = {"clone", errno};
+    return 0;
+}
+
+NOT_INSTRUMENTED int ChildStart::beOrphan(void *shared)
+{
+    auto *orphan = static_cast<Orphan *>(shared);
+    orphan->failure = orphan->start.become(-1);
+    return 127;
+}
+
+Result<void> ChildStart::launchOrphan() const
+{
+    Orphan orphan{*this};
+    const NoSignals noSignals;
+    const pid_t between = startInThisMemory(beBetween, &orphan, orphan.stacks.data());
+    if (between < 0)
+        return failure("clone");
+    waitFor(between);
+    if (orphan.failure.code == 0)
+        return {};
+    errno = orphan.failure.code;
+    return failure(orphan.failure.step);
 }
 
 Result<void> ChildStart::outcome() const

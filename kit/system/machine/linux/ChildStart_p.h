@@ -15,19 +15,18 @@ namespace dozely
 class ChildStart
 {
 public:
-    enum class Kinship {
-        Child,
-        Orphan, ///< A child of a child that ends at once: it leaves nothing to be waited for.
-    };
-
     explicit ChildStart(const ChildProgram &program);
 
     /// Forks; the child becomes the program, with `output` as its standard output (-1 for none). The id
-    /// of the child, which has to be waited for. Once.
-    Result<pid_t> fork(int output, Kinship kinship = Kinship::Child);
+    /// of the child, which has to be waited for. Once. Waits for nothing.
+    Result<pid_t> fork(int output);
 
-    /// Why the program did not start. Waits until it runs, or the child has ended.
+    /// Why the program of fork did not start. Waits until it runs, or the child has ended.
     Result<void> outcome() const;
+
+    /// Starts the program as a child of a child that ends at once: nobody has to wait for it. Waits until it
+    /// runs.
+    Result<void> launchOrphan() const;
 
     /// The last error of the C library, in `step`.
     static Error failure(const char *step);
@@ -40,7 +39,10 @@ private:
         char step[16];
         int code;
     };
+    struct Orphan;
     Failure become(int output) const;
+    static int beBetween(void *shared);
+    static int beOrphan(void *shared);
 
     Pipe m_report; // a Failure; nothing when the program runs
     QByteArray m_path;
