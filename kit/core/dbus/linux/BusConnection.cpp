@@ -167,6 +167,15 @@ Result<QVariant> BusConnection::property(const Member &property, const QDeadline
     return reply->constFirst();
 }
 
+Result<QVariantMap> BusConnection::properties(const Member &object, const QDeadlineTimer &deadline)
+{
+    const Member getAll{object.destination, object.path, "org.freedesktop.DBus.Properties", "GetAll"};
+    const Reply reply = call(getAll, "s", {QString::fromLatin1(object.interface)}, deadline);
+    if (!reply)
+        return reply.error();
+    return firstOf(reply).toMap();
+}
+
 Result<void> BusConnection::emitSignal(const QByteArray &path, const QByteArray &interface,
                                        const QByteArray &name, const QByteArray &signature,
                                        const QVariantList &arguments)

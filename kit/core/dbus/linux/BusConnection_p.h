@@ -102,6 +102,9 @@ public:
     /// Reads one property.
     Result<QVariant> property(const Member &property, const QDeadlineTimer &deadline);
 
+    /// Reads all properties that an object has by an interface, at once; `object.name` does not count.
+    Result<QVariantMap> properties(const Member &object, const QDeadlineTimer &deadline);
+
     /// Hears the signals of `source` that the bus passes on from when it knows of this; whatever is sent
     /// through this connection afterwards, the bus sees later. One signal goes to those who hear it in the
     /// order in which they subscribed.

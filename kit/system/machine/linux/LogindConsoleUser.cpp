@@ -34,15 +34,15 @@ std::optional<ConsoleUser::User> LogindConsoleUser::current()
     const QByteArray session = activeSession(**bus, deadline);
     if (session.isEmpty())
         return std::nullopt;
-    const auto ask = [&](const QByteArray &name) {
-        const auto answer =
-            (*bus)->property({service, session, "org.freedesktop.login1.Session", name}, deadline);
-        return answer ? *answer : QVariant();
-    };
-    // A session that ends while it is asked gives no answer, and is nobody as well.
-    const QString sessionClass = ask("Class").toString();
-    const QString name = ask("Name").toString();
-    const QVariant userId = ask("User").toList().value(0); // user id, object path
+    // All at once: an action of the session waits for this answer. A session that ends while it is asked
+    // gives none, and is nobody as well.
+    const auto properties =
+        (*bus)->properties({service, session, "org.freedesktop.login1.Session", {}}, deadline);
+    if (!properties)
+        return std::nullopt;
+    const QString sessionClass = properties->value("Class").toString();
+    const QString name = properties->value("Name").toString();
+    const QVariant userId = properties->value("User").toList().value(0); // user id, object path
     // An id that could not be read is absent, never 0.
     if (sessionClass.isEmpty() || sessionClass == "greeter" || sessionClass == "lock-screen" ||
         name.isEmpty() || userId.metaType() != QMetaType::fromType<quint32>())

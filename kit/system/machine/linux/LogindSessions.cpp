@@ -56,10 +56,10 @@ std::optional<QList<LoginSessions::Session>> LogindSessions::current()
     QList<Session> sessions;
     for (const QVariant &listed : BusConnection::firstOf(list).toList()) {
         const QByteArray path = listed.toList().value(4).toString().toUtf8(); // name, id, user, seat, path
-        const auto reply = (*bus)->call({service, path, "org.freedesktop.DBus.Properties", "GetAll"}, "s",
-                                        {QString("org.freedesktop.login1.Session")}, deadline);
         // One that ends while it is asked is unknown as well.
-        const QVariantMap properties = BusConnection::firstOf(reply).toMap();
+        const auto answer =
+            (*bus)->properties({service, path, "org.freedesktop.login1.Session", {}}, deadline);
+        const QVariantMap properties = answer ? *answer : QVariantMap();
         const auto began = dateOf(properties.value("Timestamp"));
         if (!began)
             return {};
