@@ -1,0 +1,51 @@
+#!/usr/bin/python3 -B
+# SPDX-License-Identifier: MIT
+"""What is changed in code, and what is left alone."""
+
+import pathlib
+import sys
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
+import changes  # noqa: E402
+
+
+def made(code):
+    return {(change.kind, change.after) for change in changes.changes("a.cpp", code)}
+
+
+class Changes(unittest.TestCase):
+    def test_each_kind_is_made(self):
+        for code, kind, after in (
+                ("x = a < b;", "boundary", "x = a <= b;"), ("x = a >= b;", "boundary", "x = a > b;"),
+                ("x = a == b;", "equality", "x = a != b;"), ("x = a && b;", "connective", "x = a || b;"),
+                ("x = a - b;", "arithmetic", "x = a + b;"), ("f(true);", "truth", "f(false);"),
+                ("x = 1'000;", "number", "x = 1001;"), ("x = !isOpen();", "negation dropped", "x = isOpen();"),
+                ("    if (a.b(c))", "condition negated", "    if (!(a.b(c)))"),
+                ("    m_a->b(c, d());", "statement dropped", "    ;"), ("    ::close(3);", "number", "    ::close(4);"),
+                ("    m_count += n;", "statement dropped", "    ;"), ("        return;", "statement dropped", "        ;")):
+            self.assertIn((kind, after), made(code), code)
+
+    def test_a_condition_keeps_its_texts(self):
+        self.assertIn(("condition negated", 'if (!(name == "a)"))'), made('if (name == "a)")'))
+
+    def test_comments_texts_and_includes_are_left_alone(self):
+        for code in ("// a < b && 3", "/* if (a == b)\n   c = 4; */", 'f("a < b, 3 + 4", \'5\')', "#if A == 3", "#define B \\\n  7",
+                     'R"(a < b\n1)"'):
+            self.assertEqual(made(code), set(), code)
+
+    def test_what_is_no_statement_of_its_own_is_not_dropped(self):
+        for code in ("    QString name(text);", "    return f(x);", "    const int a = f(x);", "    if (a) f(b);",
+                     "    f(a,", "    using namespace dozely;"):
+            self.assertFalse({kind for kind, _ in made(code) if kind == "statement dropped"}, code)
+
+    def test_templates_arrows_and_shifts_are_no_comparisons(self):
+        self.assertFalse({kind for kind, _ in made("QList<int> a = b->c << d;") if kind == "boundary"})
+
+    def test_a_change_is_made_in_its_line_alone(self):
+        source = "a < b;\na < b;\n"
+        second = [change for change in changes.changes("a.cpp", source) if change.line == 2][0]
+        self.assertEqual(changes.applied(source, second), "a < b;\na <= b;\n")
+
+
+unittest.main()
