@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sched.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -254,6 +255,21 @@ SHIM_CALL pid_t fork()
 SHIM_CALL pid_t vfork()
 {
     return fork();
+}
+
+/// What runs in the process on this one's memory is another one, whose calls are not counted.
+SHIM_CALL int clone(int (*function)(void *), void *stack, int flags, void *argument, ...)
+{
+    va_list more;
+    va_start(more, argument);
+    auto *parent = va_arg(more, pid_t *);
+    auto *storage = va_arg(more, void *);
+    auto *child = va_arg(more, pid_t *);
+    va_end(more);
+    return calling("clone", "", EAGAIN, [&] {
+        return next<int (*)(int (*)(void *), void *, int, void *, ...)>("clone")(
+            function, stack, flags, argument, parent, storage, child);
+    });
 }
 
 using Spawn = int (*)(pid_t *, const char *, const posix_spawn_file_actions_t *, const posix_spawnattr_t *,

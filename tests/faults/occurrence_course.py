@@ -27,6 +27,7 @@ class OccurrenceCourse:
         self.page = {"daemon": hosts.daemon_page, "agent": hosts.agent_page}.get(counted, hosts.performer_page)
         if counted in COUNTED_PERFORMERS:
             hosts.count_performers()
+        self.makes_process = place == "daemon" and counted in ("daemon", "supervisor")
         self.left = []
         self.number = 0
         self.verdicts = {}  # by identifier: the state at last, and whether it may be lost

@@ -12,6 +12,7 @@ class ToolCourse:
     """One addition, again and again, to a store that is the same each time."""
 
     place = "daemon"  # there is no agent
+    makes_process = False
 
     def __init__(self, hosts):
         self.hosts = hosts
