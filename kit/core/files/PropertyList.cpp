@@ -25,7 +25,8 @@ Result<QVariant> PropertyList::fromData(const QByteArray &data, Format *format, 
     if (data.size() > terms.size)
         return refusal(QString("it is larger than %1 bytes").arg(terms.size));
     const bool binary = data.startsWith(binaryMagic);
-    const QByteArray content = data.startsWith(byteOrderMark) ? data.mid(3).trimmed() : data.trimmed();
+    const QByteArrayView whole(data);
+    const QByteArrayView content = whole.sliced(whole.startsWith(byteOrderMark) ? 3 : 0).trimmed();
     if (!binary && !content.startsWith('<'))
         return refusal("it is neither XML nor binary");
     auto value = binary ? PropertyListBinary::read(data, terms) : PropertyListXml::read(content, terms);

@@ -4,8 +4,11 @@
 #include "DozelyKit/core/files/PropertyListXml_p.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace dozely
 {
@@ -85,6 +88,10 @@ private:
         for (;;) {
             while (m_at < m_text.size() && isBlank(m_text[m_at]))
                 ++m_at;
+            // Nearly always what begins here is an element.
+            const QChar next = m_at + 1 < m_text.size() ? m_text[m_at + 1] : QChar();
+            if (next != u'!' && next != u'?')
+                return true;
             if (!rest().startsWith(u"<!--") && !rest().startsWith(u"<?"))
                 return true;
             if (!(rest().startsWith(u"<?") ? processingInstruction() : comment()))
@@ -221,18 +228,23 @@ private:
                 break;
             if (next.closes || next.name != u"key")
                 return malformed();
-            const QString key = countsOneMore() ? text(next) : QString();
+            const QString key = countsOneMore() ? shared(text(next)) : QString();
             const QVariant item = m_refusal.isEmpty() && skipBlanks() ? value(tag(), depth) : QVariant();
             if (!item.isValid())
                 return {};
-            map.insert(key, item);
+            map.insert(map.cend(), key, item); // as a rule they stand in order
         }
         return m_refusal.isEmpty() ? map : QVariant();
     }
 
+    /// A list has the same few keys again and again: they share their memory.
+    QString shared(const QString &key) { return *m_keys.insert(key); }
+
     /// What stands between the tag that has just been read and its end.
     QString text(const Tag &begin)
     {
+        if (const auto plain = begin.isEmpty ? std::nullopt : plainText(begin))
+            return *plain;
         QString text("");
         while (!begin.isEmpty && m_refusal.isEmpty()) {
             qsizetype run = 0;
@@ -256,6 +268,20 @@ private:
             }
         }
         return text;
+    }
+
+    /// The same where there is nothing but characters; absent, and nothing read, where there is more.
+    std::optional<QString> plainText(const Tag &begin)
+    {
+        const qsizetype size = rest().indexOf(u'<');
+        const QStringView characters = rest().first(std::max<qsizetype>(size, 0));
+        const QStringView end = rest().sliced(characters.size());
+        const qsizetype endSize = begin.name.size() + 3; // "</" and ">"
+        if (size < 0 || characters.contains(u'&') || end.size() < endSize || !end.startsWith(u"</") ||
+            end.sliced(2, begin.name.size()) != begin.name || end[endSize - 1] != u'>')
+            return {};
+        m_at += size + endSize;
+        return size == 0 ? QString("") : characters.toString();
     }
 
     /// The character for which the reference stands that begins here.
@@ -291,6 +317,7 @@ private:
     qsizetype m_at = 0;
     QString m_refusal;
     int m_nodes = 0;
+    QSet<QString> m_keys;
 };
 
 /// Characters that have no place in XML, NUL among them.
@@ -301,14 +328,17 @@ bool isOutOfPlace(QChar c)
 }
 } // namespace
 
-Result<QVariant> PropertyListXml::read(const QByteArray &data, const PropertyList::Terms &terms)
+Result<QVariant> PropertyListXml::read(QByteArrayView data, const PropertyList::Terms &terms)
 {
     auto document = PropertyListValue::fromUtf8(data);
     if (!document)
         return Error{"it is not in UTF-8"};
-    document->replace("\r\n", "\n").replace('\r', '\n');
-    if (std::any_of(document->cbegin(), document->cend(), isOutOfPlace))
-        return Error{"it holds a character that XML does not know"};
+    if (document->contains('\r'))
+        document->replace("\r\n", "\n").replace('\r', '\n');
+    for (const QChar c : std::as_const(*document)) {
+        if (isOutOfPlace(c))
+            return Error{"it holds a character that XML does not know"};
+    }
     return XmlReader(*document, terms).read();
 }
 

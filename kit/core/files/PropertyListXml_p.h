@@ -15,7 +15,7 @@ namespace PropertyListXml
 /// order and nest no deeper than PropertyList::maximumDepth containers, and the document declares no
 /// entities: the five of XML and numbers of characters are all that there are. Attacks: thousands of levels
 /// overrun the stack; entities that are made of entities unfold to gigabytes.
-Result<QVariant> read(const QByteArray &data, const PropertyList::Terms &terms);
+Result<QVariant> read(QByteArrayView data, const PropertyList::Terms &terms);
 
 /// `value` is one that PropertyListValue::fits() let pass.
 QByteArray write(const QVariant &value);
