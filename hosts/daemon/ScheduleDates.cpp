@@ -3,10 +3,10 @@
 
 using namespace dozely;
 
-ScheduleDates::ScheduleDates(const Schedule &schedule, const QTimeZone &zone, const OccurrenceRecord &record)
+ScheduleDates::ScheduleDates(const Schedule &schedule, const ZoneClock &clock, const OccurrenceRecord &record)
     : m_identifier(schedule.identifier), m_record(record)
 {
-    auto series = schedule.recurrence ? OccurrenceSeries::of(*schedule.recurrence, zone)
+    auto series = schedule.recurrence ? OccurrenceSeries::of(*schedule.recurrence, clock)
                                       : Result<OccurrenceSeries>(Error{"it takes place once"});
     if (series)
         m_series = *std::move(series);

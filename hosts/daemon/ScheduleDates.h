@@ -12,8 +12,9 @@
 class ScheduleDates
 {
 public:
-    /// `zone` is the schedule's (Schedule::zone). A rule that there is no sense in has no occurrences.
-    ScheduleDates(const Schedule &schedule, const QTimeZone &zone, const OccurrenceRecord &record);
+    /// `clock` is that of the schedule's zone (Schedule::zone). A rule that there is no sense in has no
+    /// occurrences.
+    ScheduleDates(const Schedule &schedule, const dozely::ZoneClock &clock, const OccurrenceRecord &record);
 
     /// The earliest occurrence later than `date` that the record has no entry for; absent when there is none.
     std::optional<QDateTime> openAfter(const QDateTime &date) const;

@@ -231,7 +231,7 @@ QStringList ScheduleKeeper::takeOutBadRules(QList<Schedule> &schedules,
                                             QSet<QString> &faultyIdentifiers) const
 {
     QStringList complaints;
-    QHash<QString, QTimeZone> zones;
+    QHash<QString, ZoneClock> zones;
     schedules.removeIf([&](const Schedule &schedule) {
         if (!schedule.recurrence)
             return false;
@@ -241,7 +241,7 @@ QStringList ScheduleKeeper::takeOutBadRules(QList<Schedule> &schedules,
             return false;
         auto zone = zones.find(schedule.timeZone);
         if (zone == zones.end())
-            zone = zones.insert(schedule.timeZone, schedule.zone());
+            zone = zones.insert(schedule.timeZone, ZoneClock(schedule.zone()));
         const auto series = OccurrenceSeries::of(*schedule.recurrence, *zone);
         if (series)
             return false;

@@ -166,18 +166,18 @@ bool Scheduler::pruneRecord(const std::function<bool(const QString &)> &isGone)
         isGone);
 }
 
-/// The zone of a schedule, which takes a while to make.
-QTimeZone Scheduler::zoneOf(const Schedule &schedule) const
+/// The clock of a schedule's zone, which takes a while to make.
+const ZoneClock &Scheduler::clockOf(const Schedule &schedule) const
 {
     auto zone = m_zones.find(schedule.timeZone);
     if (zone == m_zones.end())
-        zone = m_zones.insert(schedule.timeZone, schedule.zone());
+        zone = m_zones.insert(schedule.timeZone, ZoneClock(schedule.zone()));
     return *zone;
 }
 
 ScheduleDates Scheduler::datesOf(const Schedule &schedule) const
 {
-    return ScheduleDates(schedule, zoneOf(schedule), m_record);
+    return ScheduleDates(schedule, clockOf(schedule), m_record);
 }
 
 /// Up to then nothing comes due of a schedule that repeats.

@@ -13,7 +13,6 @@
 #include <QHash>
 #include <QList>
 #include <QSet>
-#include <QTimeZone>
 
 #include <chrono>
 #include <functional>
@@ -266,7 +265,7 @@ private:
     QList<Occurrence> occurrencesOf(const QList<Item> &items) const;
     QList<Item> itemsOf(qint32 place) const;
     ScheduleDates datesOf(const Schedule &schedule) const;
-    QTimeZone zoneOf(const Schedule &schedule) const;
+    const dozely::ZoneClock &clockOf(const Schedule &schedule) const;
     QDateTime settledOf(qint32 place) const;
     bool isToCome(qint32 place);
     bool roll(qint32 place, CalendarEntry calendar);
@@ -290,11 +289,11 @@ private:
     QList<Schedule> m_schedules;
     ScheduleIndex m_index;
     PendingOccurrences m_pending;
-    std::vector<bool> m_isListed;              // by place: its own occurrence is pending
-    QMultiHash<qint32, Item> m_postponed;      // by place
-    QHash<qint32, QDateTime> m_storedDates;    // by place, of those that repeat
-    QSet<qint32> m_resuming;                   // places of what begins again once the clock can be believed
-    mutable QHash<QString, QTimeZone> m_zones; // by the name in the store
+    std::vector<bool> m_isListed;           // by place: its own occurrence is pending
+    QMultiHash<qint32, Item> m_postponed;   // by place
+    QHash<qint32, QDateTime> m_storedDates; // by place, of those that repeat
+    QSet<qint32> m_resuming;                // places of what begins again once the clock can be believed
+    mutable QHash<QString, dozely::ZoneClock> m_zones; // by the name in the store
     QList<SchedulerObserver *> m_observers;
     QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;

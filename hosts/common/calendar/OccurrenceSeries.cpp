@@ -70,14 +70,18 @@ struct OccurrenceSeries::Content {
 
 Result<OccurrenceSeries> OccurrenceSeries::of(const Recurrence &recurrence, const QTimeZone &zone)
 {
+    return of(recurrence, ZoneClock(zone));
+}
+
+Result<OccurrenceSeries> OccurrenceSeries::of(const Recurrence &recurrence, const ZoneClock &clock)
+{
     const Result<RecurrenceRule> rule = RecurrenceRule::parse(recurrence.rule);
     if (!rule)
         return rule.error();
     if (!recurrence.localStart.isValid())
         return Error{"the rule has no start"};
-    if (!zone.isValid())
+    if (!clock.hasZone())
         return Error{"the time zone is not known"};
-    const ZoneClock clock(zone);
     std::vector<qint64> excluded;
     for (const WallTime &date : recurrence.excludedDates)
         excluded.push_back(secondsOf(date));

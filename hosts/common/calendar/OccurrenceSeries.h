@@ -4,6 +4,7 @@
 #include "hosts/common/calendar/Recurrence.h"
 
 #include "DozelyKit/core/foundation/Result.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -29,6 +30,9 @@ public:
     /// malformed, has parts that RFC 5545 forbids together or that are not supported (RSCALE, SKIP), gives
     /// nothing within 100 years from its start, or cannot be counted to its end (an enormous COUNT).
     static dozely::Result<OccurrenceSeries> of(const Recurrence &recurrence, const QTimeZone &zone);
+
+    /// The same in the zone of a clock, with which it shares what was found of the zone: for who makes many.
+    static dozely::Result<OccurrenceSeries> of(const Recurrence &recurrence, const dozely::ZoneClock &clock);
 
     /// The earliest occurrence of all; nothing when every one is excluded. All dates returned here are UTC.
     std::optional<QDateTime> first() const;

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace dozely
 {
 
@@ -14,6 +16,9 @@ constexpr qint64 second = 1000;
 /// No zone is further from UTC, and no two offsets are further apart than twice this. POSIX rules reach a
 /// day.
 constexpr qint64 furthest = 25 * 3600 * second;
+
+/// Thirty years of a zone with summer time. Who looks further begins anew.
+constexpr size_t mostKept = 64;
 } // namespace
 
 ZoneClock::ZoneClock(const QTimeZone &zone) : ZoneClock(0)
@@ -22,6 +27,7 @@ ZoneClock::ZoneClock(const QTimeZone &zone) : ZoneClock(0)
         return;
     m_zone = zone;
     m_last = {0, 0, 0, 0}; // holds nothing
+    m_kept = std::make_shared<std::vector<Stretch>>();
 }
 
 ZoneClock::ZoneClock(qint64 fixedOffset) : m_last{noBegin, noEnd, fixedOffset, fixedOffset} {}
@@ -42,8 +48,22 @@ ZoneClock ZoneClock::of(const QDateTime &date)
 const ZoneClock::Stretch &ZoneClock::stretchAt(qint64 moment) const
 {
     if (!m_last.holds(moment))
-        m_last = found(moment);
+        m_last = kept(moment);
     return m_last;
+}
+
+ZoneClock::Stretch ZoneClock::kept(qint64 moment) const
+{
+    const auto isBefore = [](qint64 at, const Stretch &stretch) { return at < stretch.begin; };
+    const auto later = std::upper_bound(m_kept->begin(), m_kept->end(), moment, isBefore);
+    if (later != m_kept->begin() && std::prev(later)->holds(moment))
+        return *std::prev(later);
+    const Stretch stretch = found(moment);
+    if (m_kept->size() >= mostKept)
+        m_kept->assign(1, stretch);
+    else
+        m_kept->insert(later, stretch);
+    return stretch;
 }
 
 ZoneClock::Stretch ZoneClock::found(qint64 moment) const

@@ -7,6 +7,8 @@
 #include <QTimeZone>
 
 #include <limits>
+#include <memory>
+#include <vector>
 
 namespace dozely
 {
@@ -14,9 +16,10 @@ namespace dozely
 /// What the clocks of one time zone show, and when: the one place that goes from wall times to moments.
 /// Moments are milliseconds since 1970 in UTC; wall times are milliseconds too, written as if they were UTC.
 ///
-/// Between two changes of the clocks the zone is asked once: the stretch of constant offset around the last
-/// moment is kept, so that neighbouring dates cost next to nothing. For one thread at a time, since asking
-/// changes what is kept. A clock of an invalid zone shows UTC.
+/// Between two changes of the clocks the zone is asked once: the stretches of constant offset that were asked
+/// for are kept, so that neighbouring dates cost next to nothing. Copies share them, so that many who need a
+/// clock of the same zone ask the zone no more often than one. For one thread at a time, a clock with its
+/// copies, since asking changes what is kept. A clock of an invalid zone shows UTC.
 class DOZELYKIT_EXPORT ZoneClock
 {
 public:
@@ -24,6 +27,9 @@ public:
 
     /// The clock of the zone that `date` itself is in.
     static ZoneClock of(const QDateTime &date);
+
+    /// Whether it is that of a zone which there is.
+    bool hasZone() const { return m_zone.isValid(); }
 
     /// A time in which the clocks are never changed.
     struct Stretch {
@@ -51,10 +57,12 @@ public:
 
 private:
     explicit ZoneClock(qint64 fixedOffset);
+    Stretch kept(qint64 moment) const;
     Stretch found(qint64 moment) const;
 
     QTimeZone m_zone;
     mutable Stretch m_last;
+    std::shared_ptr<std::vector<Stretch>> m_kept; // in order; null for a fixed offset
 };
 
 /// Forgets what was read of the system's zone data, so that every zone made from now on is as the files now
