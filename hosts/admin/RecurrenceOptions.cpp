@@ -37,7 +37,7 @@ public:
     {
         if (!m_rule.isNew && m_start.from)
             settleDays();
-        Recurrence recurrence = m_former.recurrence.value_or(Recurrence());
+        Recurrence recurrence = m_former.recurrence.valueOrEmpty();
         const QList<WallTime> formerExceptions = std::exchange(recurrence.excludedDates, {});
         recurrence.rule = m_rule.parts.toString();
         recurrence.localStart = m_rule.parts.isOfDays() ? startOfDays() : startOfElapsed();

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "hosts/admin/StartOptions.h"
-#include "hosts/common/calendar/Recurrence.h"
 #include "hosts/common/calendar/RuleParts.h"
+#include "hosts/common/schedules/SharedRecurrence.h"
 
 /// The options that make up a rule: `--every` and `--on`, or `--rule`, with `--at`, `--until` and `--count`.
 struct RuleOptions {
     /// What the options leave open.
     struct Former {
-        std::optional<Recurrence> recurrence; ///< Absent: it does not repeat yet.
-        std::optional<QTime> time;            ///< The time of day of what takes place once.
+        SharedRecurrence recurrence; ///< Absent: it does not repeat yet.
+        std::optional<QTime> time;   ///< The time of day of what takes place once.
     };
 
     RuleParts parts;

@@ -101,9 +101,11 @@ QStringList applyRecurrence(const AdminOptions &options, Schedule &schedule)
         schedule.recurrence = made.recurrence;
         remarks = made.remarks;
     }
-    schedule.recurrence->excludedDates += RecurrenceOptions::exceptions(options, *schedule.recurrence, zone);
-    if (schedule.recurrence->excludedDates.size() > Recurrence::maximumDates)
+    Recurrence recurrence = *schedule.recurrence;
+    recurrence.excludedDates += RecurrenceOptions::exceptions(options, recurrence, zone);
+    if (recurrence.excludedDates.size() > Recurrence::maximumDates)
         refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
+    schedule.recurrence = recurrence;
     const auto series = OccurrenceSeries::of(*schedule.recurrence, zone);
     const auto first = series ? series->first() : std::nullopt;
     if (!first)

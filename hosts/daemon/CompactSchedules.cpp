@@ -5,6 +5,7 @@
 
 #include <QDataStream>
 #include <QIODevice>
+#include <QSysInfo>
 
 #include <cstdlib>
 
@@ -25,6 +26,10 @@ static QDataStream &operator>>(QDataStream &stream, WallTime &time)
 
 namespace
 {
+/// Nobody else reads it.
+constexpr auto thisMachine =
+    QSysInfo::ByteOrder == QSysInfo::LittleEndian ? QDataStream::LittleEndian : QDataStream::BigEndian;
+
 template<class Policy>
 qint8 numberOf(const std::optional<Policy> &policy)
 {
@@ -58,7 +63,7 @@ void thawPolicies(QDataStream &stream, Schedule &schedule)
     schedule.afterAction = policyOf<AfterAction>(after);
 }
 
-void freezeRecurrence(QDataStream &stream, const std::optional<Recurrence> &recurrence)
+void freezeRecurrence(QDataStream &stream, const SharedRecurrence &recurrence)
 {
     stream << recurrence.has_value();
     if (recurrence)
@@ -66,7 +71,7 @@ void freezeRecurrence(QDataStream &stream, const std::optional<Recurrence> &recu
                << recurrence->excludedDates << recurrence->otherKeys;
 }
 
-std::optional<Recurrence> thawRecurrence(QDataStream &stream, StringPool &pool)
+SharedRecurrence thawRecurrence(QDataStream &stream, StringPool &pool)
 {
     bool isThere = false;
     stream >> isThere;
@@ -85,6 +90,7 @@ QByteArray CompactSchedules::freeze(const QList<Schedule> &schedules)
 {
     QByteArray frozen;
     QDataStream stream(&frozen, QIODevice::WriteOnly);
+    stream.setByteOrder(thisMachine);
     stream << static_cast<qint64>(schedules.size());
     for (const Schedule &schedule : schedules) {
         stream << schedule.identifier << schedule.name << schedule.isEnabled << schedule.bundlePath
@@ -99,6 +105,7 @@ QByteArray CompactSchedules::freeze(const QList<Schedule> &schedules)
 QList<Schedule> CompactSchedules::thaw(const QByteArray &frozen)
 {
     QDataStream stream(frozen);
+    stream.setByteOrder(thisMachine);
     qint64 count = 0;
     stream >> count;
     QList<Schedule> schedules;

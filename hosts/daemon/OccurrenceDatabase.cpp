@@ -419,12 +419,11 @@ Result<void> OccurrenceDatabase::writeOutputs(const Outputs &outputs) const
     return {};
 }
 
-/// One after the other, by the index, however many rows each has.
-Result<QStringList> OccurrenceDatabase::identifiersIn(const char *table) const
+/// One after the other, by the index, however many occurrences each has.
+Result<QStringList> OccurrenceDatabase::schedulesWithOccurrences() const
 {
     QStringList identifiers;
-    const QByteArray text = QByteArray("SELECT min(identifier) FROM ") + table + " WHERE identifier > ?1";
-    auto next = m_database->prepare(text.constData());
+    auto next = m_database->prepare("SELECT min(identifier) FROM occurrences WHERE identifier > ?1");
     for (QString last;; identifiers += last) {
         const auto more = next.bind(1, last).next();
         if (!more)
@@ -436,6 +435,20 @@ Result<QStringList> OccurrenceDatabase::identifiersIn(const char *table) const
     }
 }
 
+Result<QStringList> OccurrenceDatabase::schedulesWithCalendars() const
+{
+    QStringList identifiers;
+    auto rows = m_database->prepare("SELECT identifier FROM calendars");
+    for (;;) {
+        const auto more = rows.next();
+        if (!more)
+            return more.error();
+        if (!*more)
+            return identifiers;
+        identifiers += rows.text(0);
+    }
+}
+
 Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &)> &isGone,
                                         const QDateTime &oldest, const Needed &needed)
 {
@@ -443,8 +456,8 @@ Result<void> OccurrenceDatabase::forget(const std::function<bool(const QString &
         return open;
     if (auto begun = m_database->run("BEGIN"); !begun)
         return begun;
-    const auto identifiers = identifiersIn("occurrences");
-    const auto calendars = identifiersIn("calendars");
+    const auto identifiers = schedulesWithOccurrences();
+    const auto calendars = schedulesWithCalendars();
     (void)m_database->run("COMMIT");
     if (!identifiers || !calendars)
         return identifiers ? calendars.error() : identifiers.error();

@@ -91,7 +91,8 @@ private:
     dozely::Result<void> writeCalendars(const OccurrenceRecord::CalendarChanges &calendars) const;
     dozely::Result<Found> findEach(const char *condition, const QList<OccurrenceRecord::Key> &keys);
     dozely::Result<Found> search(const char *condition, const QList<OccurrenceRecord::Key> &keys) const;
-    dozely::Result<QStringList> identifiersIn(const char *table) const;
+    dozely::Result<QStringList> schedulesWithOccurrences() const;
+    dozely::Result<QStringList> schedulesWithCalendars() const;
     void takeOverPropertyList(Opened &opened, const QDateTime &now);
     void moveAside() const;
 

@@ -8,7 +8,7 @@
 #include "DozelyKit/core/log/LogLabel.h"
 
 #include <QDir>
-#include <QStringList>
+#include <QSet>
 
 #include <algorithm>
 
@@ -16,7 +16,9 @@ using namespace dozely;
 
 namespace
 {
-const QStringList knownKeys{
+using namespace Qt::StringLiterals;
+
+const QSet<QString> knownKeys{
     "Identifier",    "Name",         "Is Enabled",     "Bundle Path",     "Parameters",
     "Date",          "Time Zone",    "Owner",          "Stays When Over", "Recurrence Rule",
     "Missed Policy", "Missed Limit", "Overlap Policy", "After Action"};
@@ -36,20 +38,18 @@ public:
     template<class Value>
     Value required(const QString &key, const char *typeName)
     {
-        if (!m_entry.contains(key)) {
-            complain(QString("\"%1\" is missing").arg(key));
-            return {};
-        }
-        return optional<Value>(key, typeName);
+        const auto found = m_entry.constFind(key);
+        if (found != m_entry.cend())
+            return checked<Value>(key, *found, typeName);
+        complain(QString("\"%1\" is missing").arg(key));
+        return {};
     }
 
     template<class Value>
     Value optional(const QString &key, const char *typeName)
     {
-        const QVariant value = m_entry.value(key);
-        if (value.isValid() && value.metaType() != QMetaType::fromType<Value>())
-            complain(QString("\"%1\" is not %2").arg(key, typeName));
-        return value.value<Value>();
+        const auto found = m_entry.constFind(key);
+        return found != m_entry.cend() ? checked<Value>(key, *found, typeName) : Value();
     }
 
     void complain(const QString &fault)
@@ -60,6 +60,14 @@ public:
     QString fault() const { return m_fault; }
 
 private:
+    template<class Value>
+    Value checked(const QString &key, const QVariant &value, const char *typeName)
+    {
+        if (value.isValid() && value.metaType() != QMetaType::fromType<Value>())
+            complain(QString("\"%1\" is not %2").arg(key, typeName));
+        return value.value<Value>();
+    }
+
     const QVariantMap &m_entry;
     QString m_fault;
 };
@@ -74,7 +82,7 @@ bool isInteger(const QVariant &value)
 std::optional<quint32> readOwner(const QVariantMap &entry, EntryReader &reader)
 {
     constexpr qint64 nobodyAtAll = 0xffffffff; // the id that the system calls take for "no change"
-    const QVariant value = entry.value("Owner");
+    const QVariant value = entry.value(u"Owner"_s);
     if (!value.isValid())
         return {};
     const qint64 owner = isInteger(value) ? value.toLongLong() : -1;
@@ -84,14 +92,14 @@ std::optional<quint32> readOwner(const QVariantMap &entry, EntryReader &reader)
     return {};
 }
 
-std::optional<Recurrence> readRecurrence(const QVariantMap &entry, EntryReader &reader)
+SharedRecurrence readRecurrence(const QVariantMap &entry, EntryReader &reader)
 {
-    const QVariant value = entry.value("Recurrence Rule");
+    const QVariant value = entry.value(u"Recurrence Rule"_s);
     if (!value.isValid())
         return {};
     auto recurrence = Recurrence::fromDictionary(value);
     if (recurrence)
-        return std::move(*recurrence);
+        return *std::move(recurrence);
     reader.complain(recurrence.error().text);
     return {};
 }
@@ -112,7 +120,7 @@ std::optional<Value> readName(const QString &key, std::optional<Value> (*valueNa
 
 std::optional<std::chrono::seconds> readMissedLimit(const QVariantMap &entry, EntryReader &reader)
 {
-    const QVariant value = entry.value("Missed Limit");
+    const QVariant value = entry.value(u"Missed Limit"_s);
     if (!value.isValid())
         return {};
     const qint64 seconds = isInteger(value) ? value.toLongLong() : -1;
@@ -125,10 +133,10 @@ std::optional<std::chrono::seconds> readMissedLimit(const QVariantMap &entry, En
 void readPolicies(Schedule &schedule, const QVariantMap &entry, EntryReader &reader)
 {
     using namespace SchedulePolicies;
-    schedule.missedPolicy = readName("Missed Policy", missedPolicyNamed, entry, reader);
+    schedule.missedPolicy = readName(u"Missed Policy"_s, missedPolicyNamed, entry, reader);
     schedule.missedLimit = readMissedLimit(entry, reader);
-    schedule.overlapPolicy = readName("Overlap Policy", overlapPolicyNamed, entry, reader);
-    schedule.afterAction = readName("After Action", afterActionNamed, entry, reader);
+    schedule.overlapPolicy = readName(u"Overlap Policy"_s, overlapPolicyNamed, entry, reader);
+    schedule.afterAction = readName(u"After Action"_s, afterActionNamed, entry, reader);
 }
 
 void insertPolicies(QVariantMap &entry, const Schedule &schedule)
@@ -179,15 +187,15 @@ Result<Schedule> Schedule::fromEntry(const QVariant &entry)
     const QVariantMap map = entry.toMap();
     EntryReader reader(map);
     Schedule schedule;
-    schedule.identifier = reader.required<QString>("Identifier", "a string");
-    schedule.name = reader.required<QString>("Name", "a string");
-    schedule.isEnabled = reader.required<bool>("Is Enabled", "a boolean");
-    schedule.bundlePath = reader.required<QString>("Bundle Path", "a string");
-    schedule.parameters = reader.optional<QVariantMap>("Parameters", "a dictionary");
-    schedule.date = reader.required<QDateTime>("Date", "a date");
-    schedule.timeZone = reader.optional<QString>("Time Zone", "a string");
+    schedule.identifier = reader.required<QString>(u"Identifier"_s, "a string");
+    schedule.name = reader.required<QString>(u"Name"_s, "a string");
+    schedule.isEnabled = reader.required<bool>(u"Is Enabled"_s, "a boolean");
+    schedule.bundlePath = reader.required<QString>(u"Bundle Path"_s, "a string");
+    schedule.parameters = reader.optional<QVariantMap>(u"Parameters"_s, "a dictionary");
+    schedule.date = reader.required<QDateTime>(u"Date"_s, "a date");
+    schedule.timeZone = reader.optional<QString>(u"Time Zone"_s, "a string");
     schedule.owner = readOwner(map, reader);
-    schedule.staysWhenOver = reader.optional<bool>("Stays When Over", "a boolean");
+    schedule.staysWhenOver = reader.optional<bool>(u"Stays When Over"_s, "a boolean");
     schedule.recurrence = readRecurrence(map, reader);
     readPolicies(schedule, map, reader);
     if (schedule.identifier.isEmpty())

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Result.h"
-#include "hosts/common/calendar/Recurrence.h"
 #include "hosts/common/schedules/SchedulePolicies.h"
+#include "hosts/common/schedules/SharedRecurrence.h"
 
 #include <QDateTime>
 #include <QString>
@@ -24,7 +24,7 @@ struct Schedule {
     QString timeZone;             ///< IANA name; empty stands for UTC, or for the machine's where it repeats.
     std::optional<quint32> owner; ///< The user whose schedule it is; absent: nobody's but root's.
     bool staysWhenOver = false;   ///< Otherwise it is removed some time after its last occurrence.
-    std::optional<Recurrence> recurrence;            ///< Absent: it takes place once.
+    SharedRecurrence recurrence;  ///< Absent: it takes place once.
     std::optional<MissedPolicy> missedPolicy;        ///< Absent: as its bundle says.
     std::optional<std::chrono::seconds> missedLimit; ///< How late one may be that is run once.
     std::optional<OverlapPolicy> overlapPolicy;      ///< Absent: it is skipped.

@@ -8,6 +8,8 @@
 
 #include <QHash>
 
+#include <vector>
+
 using namespace dozely;
 
 namespace
@@ -49,10 +51,10 @@ QString entryLabel(qsizetype index, const QVariant &entry)
 }
 
 /// The good schedules of a root dictionary by their place in the array; the others are told to `fault`.
-QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
-                                       const std::function<void(qsizetype, const QString &)> &fault)
+std::vector<std::optional<Schedule>> goodEntries(const QVariantList &entries,
+                                                 const std::function<void(qsizetype, const QString &)> &fault)
 {
-    QHash<qsizetype, Schedule> good;
+    std::vector<std::optional<Schedule>> good(static_cast<size_t>(entries.size()));
     QSet<QString> identifiers;
     for (qsizetype i = 0; i < entries.size(); ++i) {
         auto schedule = Schedule::fromEntry(entries.at(i));
@@ -63,7 +65,7 @@ QHash<qsizetype, Schedule> goodEntries(const QVariantList &entries,
             continue;
         }
         identifiers.insert(schedule->identifier);
-        good.insert(i, *std::move(schedule));
+        good[static_cast<size_t>(i)] = *std::move(schedule);
     }
     return good;
 }
@@ -87,7 +89,7 @@ Result<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data)
     const QVariantList entries = root->dictionary.value(arrayKey).toList();
     Content content;
     content.exists = true;
-    const auto good = goodEntries(entries, [&](qsizetype index, const QString &why) {
+    auto good = goodEntries(entries, [&](qsizetype index, const QString &why) {
         const QVariant &entry = entries.at(index);
         content.faults += QString("%1 is bad: %2").arg(entryLabel(index, entry), why);
         if (entry.typeId() == QMetaType::QVariantMap) {
@@ -99,9 +101,10 @@ Result<ScheduleStore::Content> ScheduleStore::parse(const QByteArray &data)
         }
         content.hasUnknown = true;
     });
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        if (good.contains(i))
-            content.schedules += good.value(i);
+    content.schedules.reserve(entries.size());
+    for (std::optional<Schedule> &schedule : good) {
+        if (schedule)
+            content.schedules += *std::move(schedule);
     }
     return content;
 }
@@ -132,16 +135,17 @@ Result<QByteArray> ScheduleStore::rewritten(const std::optional<QByteArray> &dat
     QVariantList after;
     QSet<QString> placed;
     for (qsizetype i = 0; i < before.size(); ++i) {
-        if (!good.contains(i)) {
+        const std::optional<Schedule> &former = good[static_cast<size_t>(i)];
+        if (!former) {
             after += before.at(i);
             continue;
         }
-        const QString identifier = good.value(i).identifier;
+        const QString &identifier = former->identifier;
         if (!wanted.contains(identifier))
             continue;
         placed.insert(identifier);
         const Schedule &schedule = wanted[identifier];
-        after += schedule == good.value(i) ? before.at(i) : QVariant(schedule.toEntry());
+        after += schedule == *former ? before.at(i) : QVariant(schedule.toEntry());
     }
     for (const Schedule &schedule : schedules) {
         if (placed.contains(schedule.identifier))

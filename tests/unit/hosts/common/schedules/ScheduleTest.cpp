@@ -151,7 +151,7 @@ TEST_F(ScheduleTest, IsInTheMachinesZoneWhenItRepeatsInNone)
     Schedule daily = schedule("a");
     daily.timeZone.clear();
     EXPECT_EQ(daily.zone(), QTimeZone::utc());
-    daily.recurrence.emplace();
+    daily.recurrence = Recurrence();
     EXPECT_EQ(daily.zone().id(), QTimeZone::systemTimeZoneId());
     daily.timeZone = "Asia/Tokyo";
     EXPECT_EQ(daily.zone().id(), "Asia/Tokyo");
