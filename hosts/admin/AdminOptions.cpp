@@ -22,10 +22,13 @@ const QHash<QString, Rule> &rules()
         "alert", "parameters", "in-daemon", "wake",     "in-session",   "power-on",  "stays", "disabled",
         "owner", "anyway",     "every",     "at",       "tell-failure", "on",        "rule",  "from",
         "until", "count",      "except",    "missed",   "overlap",      "after"};
+    static const QStringList takingBack{"once",        "enabled",   "endless",        "in-default",
+                                        "no-alert",    "no-except", "no-parameter",   "no-stays",
+                                        "no-power-on", "no-wake",   "no-tell-failure"};
     static const QHash<QString, Rule> table{
         {"list", {0, 0, {"json"}}},
         {"add", {1, 1, describing}},
-        {"change", {1, 1, describing + QStringList{"name", "once"}}},
+        {"change", {1, 1, describing + takingBack + QStringList{"name"}}},
         {"remove", {1, 1, {"json"}}},
         {"clean", {0, 0, {"json"}}},
         {"enable", {1, 1, {"json"}}},
@@ -83,6 +86,13 @@ QString AdminOptions::complaint() const
                 .arg(command(), name.size() == 1 ? "-" : "--", name);
     }
     return {};
+}
+
+bool AdminOptions::isSaid(const QString &name, const QString &opposite) const
+{
+    if (isSet(name) && isSet(opposite))
+        refuse(QString("Say --%1 or --%2, not both.").arg(name, opposite));
+    return isSet(name);
 }
 
 QString AdminOptions::command() const

@@ -23,6 +23,9 @@ public:
     QString value(const QString &option) const { return m_options.parser().value(option); }
     QStringList values(const QString &option) const { return m_options.parser().values(option); }
 
+    /// Whether an option is set. Raises AdminError when the one that excludes it is, too.
+    bool isSaid(const QString &name, const QString &opposite) const;
+
 private:
     QString complaint() const;
 

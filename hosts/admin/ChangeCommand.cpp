@@ -19,7 +19,8 @@ namespace
 {
 bool isAnythingNamed(const AdminOptions &options)
 {
-    const QStringList others{"name", "disabled", "stays", "owner", "missed", "overlap", "after"};
+    const QStringList others{"name",  "disabled", "enabled", "stays", "no-stays",
+                             "owner", "missed",   "overlap", "after"};
     return ScheduleOptions::nameAction(options) || ScheduleOptions::nameTime(options) ||
            std::any_of(others.cbegin(), others.cend(),
                        [&](const QString &name) { return options.isSet(name); });

@@ -83,6 +83,30 @@ qint64 leadTime(const QString &seconds)
         refuse(QString("--alert needs a whole number of seconds, 1 or more, not \"%1\".").arg(seconds));
     return lead;
 }
+/// Where the action runs.
+void setPlace(const AdminOptions &options, QVariantMap &parameters)
+{
+    if (options.isSet("in-daemon") && options.isSet("in-session"))
+        refuse("An action runs in the daemon or in the session, not in both.");
+    const bool isNamed = options.isSet("in-daemon") || options.isSet("in-session");
+    if (isNamed && options.isSet("in-default"))
+        refuse("Say one of --in-daemon, --in-session and --in-default.");
+    if (isNamed)
+        parameters.insert(ParameterKey::actsInUserAgent, options.isSet("in-session") ? 1 : 0);
+    else if (options.isSet("in-default"))
+        parameters.remove(ParameterKey::actsInUserAgent);
+}
+
+/// A parameter that is 1 or not there.
+void setFlag(const AdminOptions &options, const QString &option, QLatin1StringView key,
+             QVariantMap &parameters)
+{
+    const QString opposite = "no-" + option;
+    if (options.isSaid(option, opposite))
+        parameters.insert(key, 1);
+    else if (options.isSet(opposite))
+        parameters.remove(key);
+}
 } // namespace
 
 QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMap &former)
@@ -90,6 +114,10 @@ QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMa
     QVariantMap parameters = former;
     if (options.isSet("parameters"))
         parameters = fromFile(options.value("parameters"));
+    for (const QString &key : options.values("no-parameter")) {
+        if (parameters.remove(key) == 0)
+            refuse(QString("There is no parameter \"%1\".").arg(key));
+    }
     for (const QString &option : options.values("parameter"))
         addParameter(parameters, option);
     if (options.isSet("program")) {
@@ -102,20 +130,17 @@ QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMa
             refuse("--argument needs --program.");
         parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     }
-    if (options.isSet("alert")) {
+    if (options.isSaid("alert", "no-alert")) {
         parameters.insert(ParameterKey::alert, 1);
         parameters.insert(ParameterKey::delayBeforeAlert, leadTime(options.value("alert")));
+    } else if (options.isSet("no-alert")) {
+        parameters.remove(ParameterKey::alert);
+        parameters.remove(ParameterKey::delayBeforeAlert);
     }
-    if (options.isSet("in-daemon") && options.isSet("in-session"))
-        refuse("An action runs in the daemon or in the session, not in both.");
-    if (options.isSet("in-daemon") || options.isSet("in-session"))
-        parameters.insert(ParameterKey::actsInUserAgent, options.isSet("in-session") ? 1 : 0);
-    if (options.isSet("tell-failure"))
-        parameters.insert(ParameterKey::tellsFailure, 1);
-    if (options.isSet("wake"))
-        parameters.insert(ParameterKey::needsWakeUp, 1);
-    if (options.isSet("power-on"))
-        parameters.insert(ParameterKey::needsStartup, 1);
+    setPlace(options, parameters);
+    setFlag(options, "tell-failure", ParameterKey::tellsFailure, parameters);
+    setFlag(options, "wake", ParameterKey::needsWakeUp, parameters);
+    setFlag(options, "power-on", ParameterKey::needsStartup, parameters);
     // A text that a property list cannot carry would come back as another one, or make the store unreadable.
     const auto readBack = PropertyList::fromData(PropertyList::toData(parameters, PropertyList::Format::Xml));
     if (!readBack || readBack->toMap() != parameters)

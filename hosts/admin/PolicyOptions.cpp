@@ -14,9 +14,10 @@ void setMissed(Schedule &schedule, const QString &text)
 {
     const qsizetype equals = text.indexOf('=');
     const QString name = equals < 0 ? text : text.left(equals);
-    const QStringList names{"skip", "run-once", "plug-in"};
+    const QStringList names{"skip", "run-once", "plug-in", "bundle"};
     if (!names.contains(name) || (equals >= 0 && name != "run-once"))
-        refuse(QString("--missed is skip, run-once, run-once=LIMIT or plug-in, not \"%1\".").arg(text));
+        refuse(
+            QString("--missed is skip, run-once, run-once=LIMIT, plug-in or bundle, not \"%1\".").arg(text));
     schedule.missedPolicy = SchedulePolicies::missedPolicyNamed(QString(name).replace("run-", "run "));
     schedule.missedLimit.reset();
     if (equals < 0)

@@ -149,9 +149,28 @@ private:
 };
 } // namespace
 
+namespace
+{
+/// What an exception names: a day, or a moment, by wall times.
+struct Span {
+    WallTime first;
+    WallTime last;
+};
+
+Span spanOf(const QString &text, const QTimeZone &zone)
+{
+    const FriendlyTerms::Date date = accepted(FriendlyTerms::date(text));
+    if (date.offset) {
+        const WallTime moment = WallTime::of(DateOptions::inZone(text, zone).date.toTimeZone(zone));
+        return {moment, moment};
+    }
+    return {{date.day, date.time.value_or(midnight)}, {date.day, date.time.value_or(QTime(23, 59, 59))}};
+}
+} // namespace
+
 bool RecurrenceOptions::areSet(const AdminOptions &options)
 {
-    const QStringList names{"every", "on", "rule", "at", "from", "until", "count"};
+    const QStringList names{"every", "on", "rule", "at", "from", "until", "count", "endless"};
     return std::any_of(names.cbegin(), names.cend(),
                        [&](const QString &name) { return options.isSet(name); });
 }
@@ -162,25 +181,29 @@ RecurrenceOptions::Made RecurrenceOptions::read(const AdminOptions &options, con
     return Maker(options, former, zone).make();
 }
 
+void RecurrenceOptions::takeBackExceptions(const AdminOptions &options, Recurrence &recurrence,
+                                           const QTimeZone &zone)
+{
+    for (const QString &text : options.values("no-except")) {
+        const Span span = spanOf(text, zone);
+        const auto removed = recurrence.excludedDates.removeIf(
+            [&](const WallTime &date) { return !(date < span.first) && !(span.last < date); });
+        if (removed == 0)
+            refuse(QString("There is no exception on %1.").arg(text));
+    }
+}
+
 QList<WallTime> RecurrenceOptions::exceptions(const AdminOptions &options, const Recurrence &recurrence,
                                               const QTimeZone &zone)
 {
     const auto series = accepted(WallTimeSeries::of(recurrence, zone));
     QList<WallTime> exceptions;
     for (const QString &text : options.values("except")) {
-        const FriendlyTerms::Date date = accepted(FriendlyTerms::date(text));
-        QTime time = date.time.value_or(midnight);
-        QDate day = date.day;
-        if (date.offset) {
-            const QDateTime local = DateOptions::inZone(text, zone).date.toTimeZone(zone);
-            day = local.date();
-            time = local.time();
-        }
-        const WallTime last{day, date.time ? time : QTime(23, 59, 59)};
-        auto next = series.from(WallTime{day, time});
-        if (!next || last < *next)
+        const Span span = spanOf(text, zone);
+        auto next = series.from(span.first);
+        if (!next || span.last < *next)
             refuse(QString("Nothing takes place on %1 that could be left out.").arg(text));
-        for (; next && !(last < *next); next = series.after(*next)) {
+        for (; next && !(span.last < *next); next = series.after(*next)) {
             if (exceptions.size() == Recurrence::maximumDates)
                 refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
             exceptions += *next;

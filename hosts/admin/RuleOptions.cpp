@@ -45,6 +45,7 @@ public:
 
 private:
     bool isNamed(const QString &option) const { return m_options.isSet(option); }
+    bool isEndNamed() const { return isNamed("until") || isNamed("count") || isNamed("endless"); }
 
     void checkTogether() const
     {
@@ -54,8 +55,9 @@ private:
         }
         if (isNamed("every") && isNamed("rule"))
             refuse("Say --every or --rule, not both.");
-        if (isNamed("until") && isNamed("count"))
-            refuse("Say --until or --count, not both.");
+        (void)m_options.isSaid("until", "count");
+        (void)m_options.isSaid("until", "endless");
+        (void)m_options.isSaid("count", "endless");
         if (!m_rule.isNew && !m_former.recurrence)
             refuse("Say how often, by --every or --rule.");
     }
@@ -77,7 +79,7 @@ private:
             refuse(
                 "The rule says itself at what times; leave --at or its BYHOUR, BYMINUTE and BYSECOND out.");
         const bool hasEnd = m_rule.parts.has("COUNT") || m_rule.parts.has("UNTIL");
-        if (hasEnd && (isNamed("until") || isNamed("count")))
+        if (hasEnd && isEndNamed())
             refuse(
                 "The rule says itself when it ends; leave --until and --count or its UNTIL and COUNT out.");
     }
@@ -150,7 +152,7 @@ private:
         for (const char *part : {"COUNT", "UNTIL"}) {
             if (m_rule.isNew && !hasEnd && m_formerParts.has(part))
                 m_rule.parts.set(part, m_formerParts.value(part));
-            if (isNamed("until") || isNamed("count"))
+            if (isEndNamed())
                 m_rule.parts.remove(part);
         }
         if (isNamed("until"))

@@ -102,6 +102,7 @@ QStringList applyRecurrence(const AdminOptions &options, Schedule &schedule)
         remarks = made.remarks;
     }
     Recurrence recurrence = *schedule.recurrence;
+    RecurrenceOptions::takeBackExceptions(options, recurrence, zone);
     recurrence.excludedDates += RecurrenceOptions::exceptions(options, recurrence, zone);
     if (recurrence.excludedDates.size() > Recurrence::maximumDates)
         refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
@@ -126,8 +127,10 @@ QString ScheduleOptions::name(const QString &text)
 
 bool ScheduleOptions::nameAction(const AdminOptions &options)
 {
-    return isAnySet(options, {"bundle", "program", "argument", "parameter", "parameters", "alert",
-                              "in-daemon", "in-session", "wake", "power-on", "tell-failure"});
+    return isAnySet(options, {"bundle", "program", "argument", "parameters", "in-default"}) ||
+           isAnySet(options, {"parameter", "no-parameter", "alert", "no-alert", "in-daemon", "in-session"}) ||
+           isAnySet(options,
+                    {"wake", "no-wake", "power-on", "no-power-on", "tell-failure", "no-tell-failure"});
 }
 
 void ScheduleOptions::applyAction(const AdminOptions &options, Schedule &schedule)
@@ -150,7 +153,7 @@ void ScheduleOptions::applyAction(const AdminOptions &options, Schedule &schedul
 bool ScheduleOptions::nameTime(const AdminOptions &options)
 {
     return RecurrenceOptions::areSet(options) ||
-           isAnySet(options, {"date", "in", "time-zone", "once", "except"});
+           isAnySet(options, {"date", "in", "time-zone", "once", "except", "no-except"});
 }
 
 QStringList ScheduleOptions::applyTime(const AdminOptions &options, Schedule &schedule)
@@ -164,8 +167,8 @@ QStringList ScheduleOptions::applyTime(const AdminOptions &options, Schedule &sc
         refuse("It takes place once, or it repeats: --once goes with --date and --in alone.");
     if (!isOnce && (isRepeating || schedule.recurrence))
         return applyRecurrence(options, schedule);
-    if (options.isSet("except"))
-        refuse("--except is of what repeats.");
+    if (isAnySet(options, {"except", "no-except"}))
+        refuse("--except and --no-except are of what repeats.");
     if (!schedule.date.isValid() && !isDate)
         refuse("Say when, by --date or --in, or how often, by --every or --rule.");
     return applyOnce(options, schedule);
@@ -173,10 +176,14 @@ QStringList ScheduleOptions::applyTime(const AdminOptions &options, Schedule &sc
 
 void ScheduleOptions::applyRest(const AdminOptions &options, Schedule &schedule)
 {
-    if (options.isSet("disabled"))
+    if (options.isSaid("disabled", "enabled"))
         schedule.isEnabled = false;
-    if (options.isSet("stays"))
+    if (options.isSet("enabled"))
+        schedule.isEnabled = true;
+    if (options.isSaid("stays", "no-stays"))
         schedule.staysWhenOver = true;
+    if (options.isSet("no-stays"))
+        schedule.staysWhenOver = false;
     if (options.isSet("owner"))
         schedule.owner = userNamed(options.value("owner"));
     PolicyOptions::apply(options, schedule);

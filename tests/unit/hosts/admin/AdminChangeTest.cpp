@@ -120,6 +120,63 @@ TEST_F(AdminChangeTest, WhatIsNotNamedStays)
     EXPECT_THAT(tool.root.logContent().toStdString(), HasSubstr("was changed by user"));
 }
 
+TEST_F(AdminChangeTest, WhatAnOptionOfAddSaysCanBeTakenBack)
+{
+    addNightly();
+    const QVariantMap before = entry();
+    // What the first make of it the second make as it was.
+    const QList<std::pair<QStringList, QStringList>> opposites{
+        {{"--stays"}, {"--no-stays"}},
+        {{"--disabled"}, {"--enabled"}},
+        {{"--alert", "60"}, {"--no-alert"}},
+        {{"--wake"}, {"--no-wake"}},
+        {{"--power-on"}, {"--no-power-on"}},
+        {{"--tell-failure"}, {"--no-tell-failure"}},
+        {{"--in-daemon"}, {"--in-default"}},
+        {{"--in-session", "--anyway"}, {"--in-default"}},
+        {{"--parameter", "Level=3"}, {"--no-parameter", "Level"}},
+        {{"--argument", "-v"}, {"--argument", "-l"}},
+        {{"--program", "/bin/false"}, {"--program", "/bin/true", "--argument", "-l"}},
+        {{"--name", "Nightly"}, {"--name", "Backup"}},
+        {{"--missed", "run-once=2d"}, {"--missed", "bundle"}},
+        {{"--missed", "plug-in"}, {"--missed", "bundle"}},
+        {{"--at", "04:00"}, {"--at", "03:00"}},
+        {{"--until", "2061-01-01"}, {"--endless"}},
+        {{"--count", "5"}, {"--endless"}},
+        {{"--except", "2060-12-24", "--except", "2060-12-25 03:00"},
+         {"--no-except", "2060-12-24 03:00", "--no-except", "2060-12-25"}},
+        {{"--time-zone", "Asia/Tokyo"}, {"--time-zone", "machine"}},
+        {{"--on", "1", "--every", "month"}, {"--every", "day", "--from", "2060-03-14"}},
+    };
+    for (const auto &[there, back] : opposites) {
+        const QString name = there.contains("Nightly") ? "Nightly" : "Backup";
+        done(QStringList{"change", "Backup"} + there);
+        EXPECT_NE(entry(), before) << qPrintable(there.join(' '));
+        done(QStringList{"change", name} + back);
+        EXPECT_EQ(entry(), before) << qPrintable(back.join(' '));
+    }
+}
+
+TEST_F(AdminChangeTest, WhatIsNotThereCannotBeTakenBackNorWhatIsSaidInTheSameBreath)
+{
+    addNightly({"--except", "2060-12-24"});
+    EXPECT_THAT(refused({"change", "Backup", "--stays", "--no-stays"}),
+                HasSubstr("Say --stays or --no-stays, not both."));
+    EXPECT_THAT(refused({"change", "Backup", "--alert", "60", "--no-alert"}), HasSubstr("not both"));
+    EXPECT_THAT(refused({"change", "Backup", "--disabled", "--enabled"}), HasSubstr("not both"));
+    EXPECT_THAT(refused({"change", "Backup", "--count", "3", "--endless"}), HasSubstr("not both"));
+    EXPECT_THAT(refused({"change", "Backup", "--until", "2061-01-01", "--endless"}), HasSubstr("not both"));
+    EXPECT_THAT(refused({"change", "Backup", "--in-session", "--in-default"}), HasSubstr("one"));
+    EXPECT_THAT(refused({"change", "Backup", "--no-parameter", "Level"}),
+                HasSubstr("There is no parameter \"Level\"."));
+    EXPECT_THAT(refused({"change", "Backup", "--no-except", "2060-12-25"}),
+                HasSubstr("There is no exception on 2060-12-25."));
+    EXPECT_THAT(refused({"change", "Backup", "--once", "--no-except", "2060-12-24"}),
+                HasSubstr("what repeats"));
+    EXPECT_THAT(refused({"add", "B", "--program", "/bin/true", "--in", "60", "--no-wake"}),
+                HasSubstr("\"add\" takes no option --no-wake"));
+}
+
 TEST_F(AdminChangeTest, AnotherProgramComesWithoutTheArgumentsOfTheFormer)
 {
     addNightly({"--wake"});
