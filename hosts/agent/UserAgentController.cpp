@@ -23,6 +23,8 @@ UserAgentController::UserAgentController()
                            [this](const ReceivedOrder &received) { userAgentMustPrepare(received); });
     OrderReceiver::receive(OrderName::userAgentMustAnticipate, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAnticipate(received); });
+    OrderReceiver::receive(OrderName::userAgentMustWithdraw, OrderSender::userAgent, this,
+                           [this](const ReceivedOrder &received) { userAgentMustWithdraw(received); });
     OrderReceiver::receive(OrderName::userAgentMustTellFailure, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustTellFailure(received); });
 }
@@ -113,6 +115,12 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
     ZDRLog("%@ raised: %@", label, *thrown);
     if (isNew)
         m_alerts.forget(order->bundlePath, order->date);
+}
+
+void UserAgentController::userAgentMustWithdraw(const ReceivedOrder &received)
+{
+    if (const auto order = orderIn(received))
+        m_alerts.withdraw(order->bundlePath, order->date);
 }
 
 void UserAgentController::userAgentMustTellFailure(const ReceivedOrder &received)

@@ -44,6 +44,7 @@ private:
     void userAgentMustPrepare(const ReceivedOrder &received);
     void userAgentMustAct(const ReceivedOrder &received);
     void userAgentMustAnticipate(const ReceivedOrder &received);
+    void userAgentMustWithdraw(const ReceivedOrder &received);
     void userAgentMustTellFailure(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 

@@ -58,6 +58,14 @@ void AgentPosts::tellSoonDue(const Occurrence &occurrence, quint32 userId)
         orderAbout(OrderName::userAgentMustPrepare, occurrence), userId);
 }
 
+void AgentPosts::withdraw(const QString &bundlePath, const QDateTime &date, quint32 userId)
+{
+    WDCommunicationCenter::sharedInstance()->tellAgentOfUser(
+        NSNotification(OrderName::userAgentMustWithdraw, QString(OrderSender::userAgent),
+                       {{OrderKey::bundlePath, bundlePath}, {OrderKey::date, date}}),
+        userId);
+}
+
 /// What the base of the plug-in classes does (WDDaemonPlugIn), but without looking at the bundle, which may
 /// be that user's own.
 Delivery AgentPosts::post(QLatin1StringView name, const Occurrence &occurrence, quint32 userId)

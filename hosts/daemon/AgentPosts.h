@@ -36,6 +36,9 @@ public:
     /// way. Whether it hears that nobody learns. Nothing waits.
     static void tellSoonDue(const Occurrence &occurrence, quint32 userId);
 
+    /// Has the agent of `userId` withdraw the alert of this bundle (full path) and date, in the same way.
+    static void withdraw(const QString &bundlePath, const QDateTime &date, quint32 userId);
+
 private:
     Delivery post(QLatin1StringView name, const Occurrence &occurrence, quint32 userId);
     std::optional<Delivery> perform(PerformanceOrder::Deed deed, const QString &name,

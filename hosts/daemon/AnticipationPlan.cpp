@@ -2,6 +2,7 @@
 #include "hosts/daemon/AnticipationPlan.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/plugin/WDPlugIn.h"
 
@@ -82,7 +83,7 @@ void AnticipationPlan::scheduleChanged(qint32 place)
     const QString &identifier = m_scheduler.schedules().at(place).identifier;
     auto attempts = m_attempts.lowerBound({identifier, QString(), std::numeric_limits<qint64>::min()});
     while (attempts != m_attempts.end() && std::get<0>(attempts.key()) == identifier)
-        attempts = isGone(attempts.key()) ? m_attempts.erase(attempts) : std::next(attempts);
+        attempts = isGone(attempts) ? m_attempts.erase(attempts) : std::next(attempts);
     replan(place);
 }
 
@@ -265,21 +266,54 @@ QList<Occurrence> AnticipationPlan::removable(OrderPermissions::UserId peer,
     return announced.isEmpty() ? others : announced;
 }
 
-/// What is told of an occurrence whose moment has come may be needed for a while: it may wait for its agent,
-/// or be taken back.
-bool AnticipationPlan::isGone(const Key &key) const
+/// Whether its alert may be on a screen.
+bool AnticipationPlan::isShown(const QMap<Key, Attempts>::const_iterator &attempts) const
 {
-    const auto &[identifier, bundlePath, moment] = key;
+    return !attempts->told.isEmpty() &&
+           std::get<2>(attempts.key()) > m_clock.currentDate().toMSecsSinceEpoch();
+}
+
+QList<AnticipationPlan::Needless> AnticipationPlan::takeNeedless()
+{
+    using Alert = std::pair<QString, qint64>; // several schedules may have one between them
+    const auto alertOf = [](const Key &key) { return Alert(std::get<1>(key), std::get<2>(key)); };
+    QMap<Alert, QSet<quint32>> needless;
+    QMap<Alert, QSet<quint32>> needed;
+    for (auto attempts = m_attempts.cbegin(); attempts != m_attempts.cend();) {
+        const Alert alert = alertOf(attempts.key());
+        const bool isShown = this->isShown(attempts);
+        const bool isLeft = isShown && occurrenceOf(attempts.key());
+        if (isShown)
+            (isLeft ? needed : needless)[alert] += attempts->told;
+        attempts = isShown && !isLeft ? m_attempts.erase(attempts) : std::next(attempts);
+    }
+    QList<Needless> taken;
+    for (auto alert = needless.cbegin(); alert != needless.cend(); ++alert) {
+        const auto &[bundlePath, moment] = alert.key();
+        const QSet<quint32> told = *alert - needed.value(alert.key());
+        if (!told.isEmpty())
+            taken += {RootFolder::join(bundlePath), QDateTime::fromMSecsSinceEpoch(moment, Qt::UTC), told};
+    }
+    return taken;
+}
+
+/// What is told of an occurrence whose moment has come may be needed for a while: it may wait for its agent,
+/// or be taken back. Who still sees its alert is told first that it is needless.
+bool AnticipationPlan::isGone(const QMap<Key, Attempts>::const_iterator &attempts) const
+{
+    if (isShown(attempts))
+        return false;
+    const auto &[identifier, bundlePath, moment] = attempts.key();
     const auto place = m_scheduler.placeOf(identifier);
     const Schedule *const schedule = place ? &m_scheduler.schedules().at(*place) : nullptr;
     if (!schedule || schedule->bundlePath != bundlePath)
         return true;
     const qint64 longAgo = m_clock.currentDate().addDuration(-timeToBeTakenBack).toMSecsSinceEpoch();
     const bool mayComeBack = schedule->recurrence && moment > longAgo;
-    return !mayComeBack && schedule->date.toMSecsSinceEpoch() != moment && !occurrenceOf(key);
+    return !mayComeBack && schedule->date.toMSecsSinceEpoch() != moment && !occurrenceOf(attempts.key());
 }
 
 void AnticipationPlan::forgetGone()
 {
-    m_attempts.removeIf([this](const auto &attempts) { return isGone(attempts.key()); });
+    m_attempts.removeIf([this](const auto &attempts) { return isGone(attempts); });
 }

@@ -61,6 +61,18 @@ public:
     /// announced again. An occurrence is announced a few times at most, whatever agents ask for.
     void announceAgain();
 
+    /// An alert that announces nothing any more, though its date is to come: what it announced was removed,
+    /// postponed or disabled.
+    struct Needless {
+        QString bundlePath; ///< The full path.
+        QDateTime date;     ///< UTC.
+        QSet<quint32> told; ///< Whose agents show it.
+    };
+
+    /// The alerts that have become needless since the last call. What they announced is announced anew,
+    /// should it come back.
+    QList<Needless> takeNeedless();
+
     /// Who is at the console; asked only where that matters.
     using ConsoleUserNow = std::function<OrderPermissions::UserId()>;
 
@@ -114,7 +126,8 @@ private:
     void replan(qint32 place);
     void lookAtClock();
     bool isBeingAnnounced(const Occurrence &occurrence) const;
-    bool isGone(const Key &key) const;
+    bool isShown(const QMap<Key, Attempts>::const_iterator &attempts) const;
+    bool isGone(const QMap<Key, Attempts>::const_iterator &attempts) const;
 
     const dozely::Clock &m_clock;
     Scheduler &m_scheduler;

@@ -160,6 +160,10 @@ void DaemonController::rereadStore()
 void DaemonController::waitForNext()
 {
     lookAtClock();
+    for (const auto &alert : m_anticipation.takeNeedless()) {
+        for (const quint32 user : alert.told)
+            AgentPosts::withdraw(alert.bundlePath, alert.date, user);
+    }
     m_performer.prepareSoonDue();
     auto next = m_performer.hasMore() ? m_clock.currentDate() : m_keeper.scheduler().nextDate();
     const auto announcement = nextAnnouncement();

@@ -151,6 +151,11 @@ inline constexpr QLatin1StringView userAgentMustPrepare("UserAgentMustPrepareEve
 /// occurrence to the user. Sender, keys and who is obeyed as for userAgentMustAct.
 inline constexpr QLatin1StringView userAgentMustAnticipate("UserAgentMustAnticipateEvent");
 
+/// From the daemon to an agent: withdraw the alert of an occurrence that will not take place then. It may get
+/// lost, and there may be no such alert. Sender: userAgent. Keys: bundlePath, date. Obeyed from root and the
+/// root folder's owner.
+inline constexpr QLatin1StringView userAgentMustWithdraw("UserAgentMustWithdrawEvent");
+
 /// From the daemon to the agent at the console: tell the user that an action failed or was not performed.
 /// Sender: userAgent. Keys: scheduleName, failure. Obeyed from root and the root folder's owner.
 inline constexpr QLatin1StringView userAgentMustTellFailure("UserAgentMustTellFailureEvent");

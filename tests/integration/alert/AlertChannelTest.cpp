@@ -122,6 +122,37 @@ TEST_F(AlertChannelTest, OneAlertStandsForAllSchedulesOfOneBundleAndDateThatWant
     EXPECT_EQ(countOf("Probe withdraws"), 1) << "it is one alert";
 }
 
+TEST_F(AlertChannelTest, AnAlertGoesAtOnceWithWhatItAnnounces)
+{
+    startDaemon();
+    startAgent();
+    const QDateTime date = inSeconds(600);
+    const auto alerted = [&](const QString &name, int later) {
+        return probeEntry(name, alerting(inDaemon, 3600), date.addSecs(later));
+    };
+    const QVariantMap stays = alerted("stays", 5);
+    writeStore({alerted("skipped", 0), alerted("postponed", 1), alerted("disabled", 2), alerted("removed", 3),
+                alerted("moved", 4), stays, alerted("twin of stays", 5)});
+    for (const QString name : {"skipped", "postponed", "disabled", "removed", "moved", "twin of stays"})
+        ASSERT_TRUE(logs("Probe announces: " + name));
+    const auto wish = [&](const QString &order, const QString &name, QVariantMap more = {}) {
+        more.insert("Schedule Identifier", name);
+        return postAsAgentUser("daemon", NSNotification(order, "com.dozely.Admin", more));
+    };
+    EXPECT_TRUE(wish("DaemonMustSkipEvent", "skipped"));
+    EXPECT_TRUE(logs("Probe withdraws: skipped"));
+    EXPECT_TRUE(wish("DaemonMustPostponeEvent", "postponed", {{"Schedule Delay", 60LL}}));
+    EXPECT_TRUE(logsInOrder(
+        {"Probe announces: postponed", "Probe withdraws: postponed", "Probe announces: postponed"}));
+    writeStore({alerted("skipped", 0), alerted("postponed", 1),
+                changed(alerted("disabled", 2), "Is Enabled", false), alerted("moved", 9), stays});
+    for (const QString name : {"disabled", "removed", "moved"})
+        EXPECT_TRUE(logs("Probe withdraws: " + name));
+    EXPECT_TRUE(logsInOrder({"Probe announces: moved", "Probe withdraws: moved"}));
+    EXPECT_TRUE(waitUntil([&] { return countOf("Probe announces: moved") == 2; }));
+    EXPECT_EQ(countOf("Probe withdraws"), 5) << "one alert stands for both, of which one is left";
+}
+
 TEST_F(AlertChannelTest, ThePlugInThatAnnouncesCancelsItsOccurrenceItself)
 {
     startDaemon();

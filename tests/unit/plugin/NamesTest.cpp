@@ -14,6 +14,7 @@ TEST(Names, OfOrdersTheirSendersAndTheirKeysNeverChange)
 {
     EXPECT_EQ(OrderName::userAgentMustAct, "UserAgentMustActEvent");
     EXPECT_EQ(OrderName::userAgentMustAnticipate, "UserAgentMustAnticipateEvent");
+    EXPECT_EQ(OrderName::userAgentMustWithdraw, "UserAgentMustWithdrawEvent");
     EXPECT_EQ(OrderName::daemonMustAct, "DaemonMustActEvent");
     EXPECT_EQ(OrderName::daemonMustRemove, "DaemonMustRemoveEvent");
     EXPECT_EQ(OrderName::daemonMustNoteOutcome, "DaemonMustNoteOutcomeEvent");

@@ -236,8 +236,41 @@ TEST_F(AnticipationPlanTest, ForgetsWhatTheSchedulesDoNotHaveAnyMore)
     EXPECT_FALSE(plan.next()) << "nothing is gone yet";
     scheduler.setSchedules({});
     plan.forgetGone();
+    (void)plan.takeNeedless();
     scheduler.setSchedules(schedules);
     EXPECT_EQ(nextIdentifier(), "a");
+}
+
+TEST_F(AnticipationPlanTest, AnAlertIsNeedlessOnceNothingOfWhatItAnnouncesIsToCome)
+{
+    Schedule first = alerting("first", noon().addSecs(60));
+    const Schedule second = alerting("second", noon().addSecs(60));
+    scheduler.setSchedules({first, second});
+    plan.noteTold(occurrenceOf(first), bob);
+    plan.noteTold(occurrenceOf(second), bob);
+    EXPECT_TRUE(plan.takeNeedless().isEmpty());
+    first.isEnabled = false;
+    scheduler.setSchedules({first, second});
+    EXPECT_TRUE(plan.takeNeedless().isEmpty()) << "it announces the second, too";
+    plan.noteTold(occurrenceOf(second), alice);
+    scheduler.notePostponed(occurrenceOf(second), noon().addSecs(90));
+    const auto needless = plan.takeNeedless();
+    ASSERT_EQ(needless.size(), 1);
+    EXPECT_EQ(needless.first().bundlePath, first.fullBundlePath());
+    EXPECT_EQ(needless.first().date, noon().addSecs(60));
+    EXPECT_EQ(needless.first().told, (QSet<quint32>{alice, bob}));
+    EXPECT_TRUE(plan.takeNeedless().isEmpty()) << "each is told once";
+    EXPECT_EQ(nextIdentifier(), "second") << "it is announced anew";
+}
+
+TEST_F(AnticipationPlanTest, AnAlertWhoseDateHasComeIsNotNeedless)
+{
+    const Schedule due = alerting("a", noon().addSecs(60));
+    scheduler.setSchedules({due});
+    plan.noteTold(occurrenceOf(due), bob);
+    clock.advance(60s);
+    scheduler.note(occurrenceOf(due), OccurrenceState::Done);
+    EXPECT_TRUE(plan.takeNeedless().isEmpty()) << "it goes by itself";
 }
 
 TEST_F(AnticipationPlanTest, IsRemovedForTheUserWhoWasTold)
