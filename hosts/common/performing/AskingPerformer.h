@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Descriptor.h"
+#include "DozelyKit/system/machine/RunningProgram.h"
 #include "hosts/common/performing/PerformanceOrder.h"
 #include "hosts/common/performing/PlugInAnswer.h"
 
@@ -16,7 +17,6 @@ namespace dozely
 {
 class Clock;
 class DescriptorWatch;
-class RunningProgram;
 } // namespace dozely
 
 /// A performer that asks plug-ins, one question after the other. It is started for the first question, and
@@ -27,8 +27,11 @@ class AskingPerformer : public QObject
 {
     Q_OBJECT
 public:
-    /// A plug-in may take so long for all that it is asked about one occurrence,
+    /// A plug-in may take so long for all that it is asked about one occurrence, not counted what its process
+    /// stood waiting for a processor, which is no fault of it,
     static constexpr std::chrono::seconds timeToAnswer{2};
+    /// and all in all so long,
+    static constexpr std::chrono::seconds longestToAnswer{20};
     /// and a performer so long to begin, which is no plug-in's fault.
     static constexpr std::chrono::seconds timeToBegin{15};
 
@@ -43,8 +46,12 @@ public:
     };
     using Replied = std::function<void(const Reply &)>;
 
+    /// For how long a program has waited for a processor.
+    using Starved = std::function<std::chrono::milliseconds(const dozely::RunningProgram &)>;
+
     /// `program` is the performer's full path. `clock` must outlive the object.
-    AskingPerformer(QString program, dozely::Clock &clock);
+    AskingPerformer(QString program, dozely::Clock &clock,
+                    Starved starved = &dozely::RunningProgram::timeWithoutProcessor);
     /// Ends the performer without a word.
     ~AskingPerformer() override;
 
@@ -72,9 +79,11 @@ private:
     void limit(std::chrono::milliseconds duration);
     void watchLimit();
     void lookAtLimit();
+    std::chrono::milliseconds allowed() const;
 
     const QString m_program;
     dozely::Clock &m_clock;
+    const Starved m_starved;
     State m_state = State::None;
     dozely::Descriptor m_host;
     std::unique_ptr<dozely::DescriptorWatch> m_watch;
@@ -83,6 +92,8 @@ private:
     Replied m_replied; // while something is asked
     bool m_isSecondTry = false;
     bool m_finishesNext = false;
-    std::optional<std::chrono::milliseconds> m_limit; // on the steady clock
+    std::chrono::milliseconds m_starvedBefore{0};     // when it was asked
+    std::chrono::milliseconds m_limitBegan{0};        // on the steady clock, as the two below
+    std::optional<std::chrono::milliseconds> m_limit;
     std::optional<std::chrono::milliseconds> m_timer; // when the next one looks at the limit
 };

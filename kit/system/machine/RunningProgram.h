@@ -3,6 +3,8 @@
 
 #include "DozelyKit/system/machine/ChildProgram.h"
 
+#include <chrono>
+
 namespace dozely
 {
 
@@ -19,6 +21,11 @@ public:
 
     /// Sends a signal to the program and its group; nothing once the program has ended.
     void sendSignal(int number) const;
+
+    /// For how long the program has stood ready to run and had no processor, since it was started: what it
+    /// took longer by that is the machine's fault. Its first thread alone counts. 0 where the machine does
+    /// not tell, and once the program has ended. Any moment; it does not block.
+    std::chrono::milliseconds timeWithoutProcessor() const;
 
 private:
     friend struct ChildProgram;

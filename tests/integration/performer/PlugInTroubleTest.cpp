@@ -2,6 +2,7 @@
 #include "DozelyKit/system/machine/ChildProgram.h"
 #include "DozelyKit/system/machine/RunningProgram.h"
 #include "PlugInAnswersFixture.h"
+#include "hosts/common/performing/AskingPerformer.h"
 #include "hosts/common/performing/OrderStream.h"
 
 #include <QTimer>
@@ -86,6 +87,33 @@ INSTANTIATE_TEST_SUITE_P(Everywhere, PlugInTrouble,
                                          Place{"InNeedsWakeUp", nullptr, "Wake Up", nullptr},
                                          Place{"InTimeOut", nullptr, "Time Out", nullptr}),
                          [](const auto &place) { return place.param.name; });
+
+TEST_F(PlugInAnswersFixture, ArePutOffForAsLongAsTheMachineHasNoProcessorForThem)
+{
+    const auto diesAfter = [&](std::chrono::milliseconds starved, std::chrono::milliseconds after) {
+        QFile::remove(root.join("/marks.asked"));
+        std::chrono::milliseconds told(5000); // before it was asked
+        AskingPerformer performer(PERFORMER_PROGRAM, clock, [&](const RunningProgram &) { return told; });
+        const auto hanging = trouble({{"Time Out", "mark and hang"}});
+        PerformanceOrder question;
+        question.bundlePath = hanging.fullBundlePath();
+        question.parameters = hanging.parameters;
+        question.date = hanging.calendarDate();
+        QString why;
+        performer.ask(question, [&](const AskingPerformer::Reply &reply) {
+            why = reply.kind == AskingPerformer::Reply::Kind::Died ? reply.answer.error().text : "not died";
+        });
+        EXPECT_TRUE(waitUntil([&] { return QFileInfo(root.join("/marks.asked")).size() > 0; }));
+        told += starved;
+        clock.advance(after - 1ms);
+        EXPECT_EQ(why, "") << "too early";
+        clock.advance(1ms);
+        return why;
+    };
+    EXPECT_EQ(diesAfter(0ms, 2s), "it took longer than 2 s");
+    EXPECT_EQ(diesAfter(1500ms, 3500ms), "it took longer than 2 s") << "of its own";
+    EXPECT_EQ(diesAfter(1h, 20s), "it took longer than 20 s");
+}
 
 TEST_F(PlugInAnswersFixture, EndWithWhoeverWantedToKnow)
 {

@@ -4,6 +4,8 @@
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
 #include "DozelyKit/system/machine/linux/ChildStart_p.h"
 
+#include <QFile>
+
 #include <chrono>
 #include <csignal>
 #include <optional>
@@ -110,6 +112,16 @@ void RunningProgram::sendSignal(int number) const
     // A child that has not come as far as its own group yet is reached by its own id.
     if (::kill(-d->child, number) != 0)
         ::kill(d->child, number);
+}
+
+std::chrono::milliseconds RunningProgram::timeWithoutProcessor() const
+{
+    QFile file(QString("/proc/%1/schedstat").arg(d->child));
+    if (d->child == 0 || !file.open(QIODevice::ReadOnly))
+        return std::chrono::milliseconds(0);
+    // Nanoseconds on a processor, nanoseconds of waiting for one, number of turns.
+    const qint64 waited = file.readAll().split(' ').value(1).toLongLong();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::nanoseconds(waited));
 }
 
 } // namespace dozely

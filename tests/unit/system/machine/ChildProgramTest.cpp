@@ -227,6 +227,23 @@ TEST(RunningProgram, MayBeDestroyedByWhoIsToldItsEnd)
     }
 }
 
+TEST(RunningProgram, KnowsForHowLongItHadNoProcessor)
+{
+    // Two that want the same processor all the time, and one that wants none.
+    const ChildProgram busy{"/usr/bin/taskset", {"-c", "0", "/bin/sh", "-c", "while :; do :; done"}, {}};
+    const auto first = busy.start([](const auto &) {});
+    const auto second = busy.start([](const auto &) {});
+    bool hasEnded = false;
+    const auto idle = ChildProgram{"/bin/sleep", {"1000"}, {}}.start([&](const auto &) { hasEnded = true; });
+    ASSERT_TRUE(waitUntil([&] {
+        return first->timeWithoutProcessor() > 500ms && second->timeWithoutProcessor() > 500ms;
+    }));
+    EXPECT_LT(idle->timeWithoutProcessor(), first->timeWithoutProcessor());
+    idle->sendSignal(SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return hasEnded; }));
+    EXPECT_EQ(idle->timeWithoutProcessor(), 0ms);
+}
+
 TEST(RunningProgram, ASignalReachesItsGroup)
 {
     Started program(shell("sleep 3600 & wait"));
