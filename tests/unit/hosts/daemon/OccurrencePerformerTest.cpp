@@ -270,6 +270,7 @@ TEST_F(OccurrencePerformerTest, KeepsTheMachineAwakeForWhatAnEarlierDaemonBegan)
         occurrence.schedule.bundlePath =
             makeBundle(name, {{"WDDaemonModule", "ProbePlugIn.so"}, {"WDInhibitsSleep", inhibits}});
         const auto begun = messages().filter("Probe acts").size();
+        clock.jumpTo(noon()); // the more the first one's end was waited for, the later would the second be
         performDue(occurrence);
         ASSERT_TRUE(waitUntil([&] { return messages().filter("Probe acts").size() > begun; }));
         ASSERT_EQ(power->inhibitions, inhibits ? 1 : 0);

@@ -411,7 +411,9 @@ TEST_F(ScheduleKeeperTest, GivesMemoryBackOnceNothingHasHappenedForAWhile)
     clock.advance(5s);
     EXPECT_GT(ownMemory(), before - taken / 2) << "something has happened meanwhile";
     clock.advance(15s);
+#ifndef __SANITIZE_ADDRESS__ // which has a heap of its own, and gives nothing back when it is asked to
     EXPECT_LT(ownMemory(), before - taken / 2);
+#endif
     clock.advance(1h);
     EXPECT_TRUE(clock.pendingDelays().isEmpty()) << "it does not do so for ever";
 }

@@ -122,6 +122,8 @@ TEST_F(WrongClockTest, ADaemonThatStartsByAClockThatIsYearsAheadForgetsNoHistory
 {
     clock.advance(601s);
     ASSERT_EQ(actions(), 1);
+    ASSERT_TRUE(waitUntil([this] { return !messages().filter("Probe acts").isEmpty(); }))
+        << "else it is taken back";
     writeStore({changed(entry("a", noon().addYears(3)), "Parameters", parameters)});
     daemon.reset();
     const auto isRemembered = [] {
