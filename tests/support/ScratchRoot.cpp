@@ -2,6 +2,7 @@
 #include "support/ScratchRoot.h"
 
 #include "DozelyKit/core/foundation/RootFolder.h"
+#include "support/SignalProcess.h"
 
 #include <QDir>
 #include <QFile>
@@ -38,7 +39,7 @@ void ScratchRoot::killPerformers() const
                 continue;
             const QByteArray line = commandLine.readAll();
             if (line.contains(root) && line.left(line.indexOf('\0')).contains("performer") &&
-                ::kill(process, SIGKILL) == 0)
+                signalProcess(process, SIGKILL))
                 isKilled = true;
         }
     }

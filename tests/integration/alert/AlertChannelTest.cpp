@@ -3,6 +3,7 @@
 #include "integration/hosts/HostSystem.h"
 #include "support/Identity.h"
 #include "support/PrintTo.h"
+#include "support/SignalProcess.h"
 
 #include <csignal>
 #include <unistd.h>
@@ -201,7 +202,7 @@ TEST_F(AlertChannelTest, AnAgentThatDoesNotAnswerDelaysADaemonActionButDoesNotPr
     const QDateTime date = inSeconds(3);
     QVariantMap impatient = alerting(inDaemon, 2);
     impatient.insert("Time Out", -1LL); // the daemon waits longer than that for the agent
-    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGSTOP));
     writeStore({probeEntry("daemon", impatient, date), probeEntry("another", impatient, date)});
     EXPECT_TRUE(logs("Probe acts in the daemon: daemon"));
     EXPECT_TRUE(logs("Probe acts in the daemon: another"));

@@ -6,6 +6,7 @@
 #include "DozelyKit/communication/events/AEReceiver_p.h"
 #include "DozelyKit/communication/events/NSAppleEventManager.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "support/SignalProcess.h"
 
 #include <csignal>
 
@@ -137,13 +138,13 @@ TEST_F(EventReply, OfAReceiverThatIsKilledInTheMiddleIsAResultCode)
 TEST_F(EventReply, OfAReceiverThatIsStoppedTimesOut)
 {
     const Host host = start();
-    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGSTOP), 0);
+    ASSERT_TRUE(signalProcess(host->processId(), SIGSTOP));
     AppleEvent reply;
     EXPECT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply, 6), errAETimeout);
     AppleEvent event = eventTo(host, HostEvents::note);
     EXPECT_EQ(AESend(&event, nullptr, kAENoReply, 0, 6), errAETimeout)
         << "a first event has to be taken by the receiver";
-    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGCONT), 0);
+    ASSERT_TRUE(signalProcess(host->processId(), SIGCONT));
     EXPECT_EQ(sendWaiting(eventTo(host, HostEvents::echo), &reply), noErr);
     event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 5));
     EXPECT_EQ(post(event), noErr);
@@ -153,12 +154,12 @@ TEST_F(EventReply, OfAReceiverThatIsStoppedTimesOut)
 TEST_F(EventReply, ToAnEventThatCouldNotBeHandedOverInTimeIsNotAskedForLater)
 {
     const Host host = start();
-    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGSTOP), 0);
+    ASSERT_TRUE(signalProcess(host->processId(), SIGSTOP));
     AppleEvent event = eventTo(host, HostEvents::note);
     event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 4));
     AppleEvent reply;
     EXPECT_EQ(sendWaiting(event, &reply, 6), errAETimeout);
-    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGCONT), 0);
+    ASSERT_TRUE(signalProcess(host->processId(), SIGCONT));
     event.setParameter(keyDirectObject, AEDesc::of(typeSInt32, 5));
     EXPECT_EQ(post(event), noErr);
     EXPECT_EQ(host->nextHeard(), "5") << "the one that was given up did not come before";

@@ -4,6 +4,7 @@
 #include "EventFixture.h"
 
 #include "DozelyKit/communication/events/ZDRAppleEvent.h"
+#include "support/SignalProcess.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -231,7 +232,7 @@ TEST_F(HostPrograms, ScriptNeedNotWait)
 TEST_F(HostPrograms, ScriptThatNeedNotWaitIsSoonDoneWithAReceiverThatTakesNothing)
 {
     const Host host = start();
-    ASSERT_EQ(::kill(static_cast<pid_t>(host->processId()), SIGSTOP), 0);
+    ASSERT_TRUE(signalProcess(host->processId(), SIGSTOP));
     const auto start = std::chrono::steady_clock::now();
     const auto outcome = script(R"(dozely.sendEvent("Host", "Host", "note", {["----"] = 6}, 0))");
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15))

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SystemFixture.h"
 
+#include "support/SignalProcess.h"
+
 #include <csignal>
 
 using RequestsBetweenProcesses = SystemFixture;
@@ -118,9 +120,9 @@ TEST_F(RequestsBetweenProcesses, ToAStoppedProcessAreGivenUpAfterTheRequestTimeO
     ASSERT_EQ(daemon->ask("publish"), "yes");
     const auto agent = startAgent();
     ASSERT_EQ(agent->ask("publish"), "yes");
-    ASSERT_EQ(::kill(agent->processId(), SIGSTOP), 0);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGSTOP));
     EXPECT_EQ(daemon->ask(command("ping")), "no");
     EXPECT_THAT(seconds(daemon->elapsed()), AllOf(Ge(4.99), Le(9.9)));
-    ASSERT_EQ(::kill(agent->processId(), SIGCONT), 0);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGCONT));
     EXPECT_EQ(daemon->ask(command("ping")), "yes") << "a ping gives its lock back";
 }

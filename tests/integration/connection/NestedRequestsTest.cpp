@@ -6,6 +6,7 @@
 #include "DozelyKit/core/foundation/NSException.h"
 #include "DozelyKit/core/foundation/NSNotificationCenter.h"
 #include "RawPeer.h"
+#include "support/SignalProcess.h"
 #include "support/TestPort.h"
 #include "support/WaitUntil.h"
 
@@ -427,7 +428,7 @@ TEST_F(NestedRequests, AreServedWhileTheirOwnRequestIsWaitedFor)
     EXPECT_LE(deepest, 9);
     left = 1;
     EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
-    ::kill(child, SIGKILL);
+    signalProcess(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
 }
 

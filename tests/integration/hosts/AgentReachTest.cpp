@@ -3,6 +3,8 @@
 // Whether an agent can be reached, and what becomes of the actions for its session.
 #include "integration/hosts/HostsFixture.h"
 
+#include "support/SignalProcess.h"
+
 #include <QElapsedTimer>
 
 #include <csignal>
@@ -79,7 +81,7 @@ TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatDoesNotAnswer)
 {
     startDaemon();
     startAgent();
-    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGSTOP));
     const QDateTime date = soon();
     writeStore({probeEntry("first", inSession, date), probeEntry("second", inSession, date),
                 probeEntry("daemon", inDaemon, date)});
@@ -88,7 +90,7 @@ TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatDoesNotAnswer)
     EXPECT_TRUE(logs("\"Name of second\" waits for the agent"));
     EXPECT_TRUE(
         logsInOrder({"\"Name of daemon\" acts in the daemon", "\"Name of first\" waits for the agent"}));
-    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+    EXPECT_TRUE(signalProcess(agent->processId(), SIGCONT));
     EXPECT_EQ(countOf("Probe acts in the session"), 0);
 }
 
@@ -96,12 +98,12 @@ TEST_F(HostsTest, AnActionInTheDaemonDoesNotWaitForAnAgentThatIsToldOfTheNext)
 {
     startDaemon();
     startAgent();
-    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGSTOP));
     const QDateTime date = soon().addSecs(1);
     writeStore({probeEntry("session", inSession, date.addSecs(1)), probeEntry("daemon", inDaemon, date)});
     ASSERT_TRUE(logs("Probe acts in the daemon: daemon"));
     EXPECT_LT(date.msecsTo(QDateTime::currentDateTimeUtc()), 2000) << "an agent is waited for for 5 s";
-    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+    EXPECT_TRUE(signalProcess(agent->processId(), SIGCONT));
     EXPECT_TRUE(logs("Probe acts in the session: session"));
     EXPECT_EQ(countOf("acts in the session: session"), 1);
 }
@@ -214,7 +216,7 @@ TEST_F(HostsTest, WhatComesDueWhileAnAgentThatDoesNotAnswerIsWaitedForIsNotLate)
     const QDateTime date = soon();
     writeStore({probeEntry("session", inSession, date), probeEntry("later", inDaemon, date.addSecs(1))});
     ASSERT_TRUE(logs("Schedules: 2"));
-    ::kill(static_cast<pid_t>(agent->processId()), SIGSTOP);
+    ASSERT_TRUE(signalProcess(agent->processId(), SIGSTOP));
     // Added while the daemon waits, and due in the very second in which it began to.
     ASSERT_TRUE(waitUntil([&] { return QDateTime::currentDateTimeUtc() >= date.addMSecs(100); }));
     writeStore({probeEntry("session", inSession, date), probeEntry("later", inDaemon, date.addSecs(1)),
@@ -223,5 +225,5 @@ TEST_F(HostsTest, WhatComesDueWhileAnAgentThatDoesNotAnswerIsWaitedForIsNotLate)
     EXPECT_TRUE(logs("Probe acts in the daemon: same"));
     EXPECT_GT(date.msecsTo(QDateTime::currentDateTimeUtc()), 3000) << "nothing was waited for";
     EXPECT_EQ(countOf("was skipped"), 0);
-    EXPECT_EQ(::kill(static_cast<pid_t>(agent->processId()), SIGCONT), 0);
+    EXPECT_TRUE(signalProcess(agent->processId(), SIGCONT));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "integration/hosts/HostsFixture.h"
 
+#include "support/SignalProcess.h"
+
 #include <QTimeZone>
 
 #include <csignal>
@@ -160,7 +162,7 @@ TEST_F(HostsTest, BothProgramsEndWith0OnSigterm)
 TEST_F(HostsTest, ADaemonReadsItsSchedulesAgainOnSighup)
 {
     startDaemon();
-    ASSERT_EQ(::kill(static_cast<pid_t>(daemon->processId()), SIGHUP), 0);
+    ASSERT_TRUE(signalProcess(daemon->processId(), SIGHUP));
     EXPECT_TRUE(logs("dozelyd reads its schedules again"));
     writeStore({probeEntry("hello", inDaemon)});
     EXPECT_TRUE(logs("Probe acts in the daemon: hello")) << "it did not end";

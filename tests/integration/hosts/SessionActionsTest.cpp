@@ -6,6 +6,7 @@
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "hosts/common/program/HostRootObject.h"
 #include "integration/hosts/HostsFixture.h"
+#include "support/SignalProcess.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -31,8 +32,8 @@ protected:
     ~SessionActionsTest() override
     {
         for (const auto &[process, supervisor] : processes()) {
-            ::kill(supervisor, SIGKILL);
-            ::kill(process, SIGKILL);
+            signalProcess(supervisor, SIGKILL);
+            signalProcess(process, SIGKILL);
         }
     }
     NSNotification orderNamed(const char *name, const QDateTime &date, QVariantMap parameters,
@@ -82,7 +83,7 @@ protected:
         }
         return pairs;
     }
-    static bool isThere(pid_t process) { return ::kill(process, 0) == 0; }
+    static bool isThere(pid_t process) { return signalProcess(process, 0); }
 
     /// A bundle of the probe in the folder of plug-ins of that home; its full path.
     QString makeOwnBundle(const QString &home, quint32 user) const
@@ -172,7 +173,7 @@ TEST_F(SessionActionsTest, ActInAnotherProcessThanTheAgentAndLeaveNothing)
     const Pair pair = processes().value(0);
     EXPECT_NE(pair.process, agent->processId());
     EXPECT_EQ(filesOfPerformances().size(), 1);
-    ASSERT_EQ(::kill(pair.supervisor, SIGTERM), 0);
+    ASSERT_TRUE(signalProcess(pair.supervisor, SIGTERM));
     EXPECT_TRUE(logs("Probe was told to stop"));
     EXPECT_TRUE(logs("failed in the session: it was asked to end"));
     EXPECT_TRUE(waitUntil([&] { return !isThere(pair.process) && !isThere(pair.supervisor); }));
@@ -271,7 +272,7 @@ TEST_F(SessionActionsTest, ThatFailWhileNoAgentIsThereAreToldByTheNext)
     order("going on", {{"Then", "go on"}});
     ASSERT_TRUE(logs("Probe is process"));
     kill(agent);
-    ASSERT_EQ(::kill(processes().value(0).process, SIGKILL), 0);
+    ASSERT_TRUE(signalProcess(processes().value(0).process, SIGKILL));
     ASSERT_TRUE(waitUntil([&] { return !isThere(processes().value(0).supervisor); }));
     startAgent();
     EXPECT_TRUE(logs("Probe.plugin of schedule \"Backup\" failed in the session: its process was ended by "

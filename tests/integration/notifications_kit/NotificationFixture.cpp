@@ -2,6 +2,7 @@
 #include "NotificationFixture.h"
 
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "support/SignalProcess.h"
 
 #include <csignal>
 #include <unistd.h>
@@ -32,12 +33,12 @@ void MockProcess::end()
 
 void MockProcess::hold() const
 {
-    ASSERT_EQ(::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP), 0);
+    ASSERT_TRUE(signalProcess(m_process.processId(), SIGSTOP));
 }
 
 void MockProcess::letGo() const
 {
-    ASSERT_EQ(::kill(static_cast<pid_t>(m_process.processId()), SIGCONT), 0);
+    ASSERT_TRUE(signalProcess(m_process.processId(), SIGCONT));
 }
 
 NotificationFixture::NotificationFixture()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PerformancesFixture.h"
 #include "hosts/common/performing/PlaceLock.h"
+#include "support/SignalProcess.h"
 
 #include <csignal>
 #include <ostream>
@@ -116,7 +117,7 @@ TEST_P(PerformancesTest, WhosePerformerWasKilledAreToldAsThat)
     ASSERT_TRUE(waitUntil([&] { return marks() == "acted\n"; }));
     const QList<pid_t> processes = processesOfAction();
     ASSERT_EQ(processes.size(), 3);
-    ASSERT_EQ(::kill(processes[0], SIGKILL), 0);
+    ASSERT_TRUE(signalProcess(processes[0], SIGKILL));
     EXPECT_EQ(failure("one"), GetParam() == Way::Forked
                                   ? "its performer ended without a word"
                                   : "its performer ended without a word: the service manager calls that "
@@ -234,7 +235,7 @@ TEST_P(PerformancesTest, AreNotTakenBackOnceAPerformerHasCome)
     EXPECT_FALSE(performances->takeBack("one"));
     // It has ended without a word, and this process has not heard of that.
     for (const pid_t process : processesOfAction())
-        ASSERT_EQ(::kill(process, SIGKILL), 0);
+        ASSERT_TRUE(signalProcess(process, SIGKILL));
     while (PlaceLock::isHeld(folder + "/one")) {
     }
     EXPECT_FALSE(performances->takeBack("one"));

@@ -5,6 +5,7 @@
 #include "hosts/common/performing/OrderStream.h"
 #include "hosts/common/performing/PerformanceOutcome.h"
 #include "hosts/common/performing/PlaceLock.h"
+#include "support/SignalProcess.h"
 
 #include <csignal>
 #include <sys/socket.h>
@@ -200,11 +201,11 @@ TEST_F(PerformerTest, OutlivesAnActionThatIsGoneWhenItIsLetGo)
     ASSERT_TRUE(waitUntil([&] { return processesOfAction().size() == 2; }));
     const pid_t supervisor = processesOfAction()[0];
     const pid_t actor = processesOfAction()[1];
-    ::kill(supervisor, SIGSTOP); // so that it hears both at once
-    ::kill(actor, SIGKILL);
+    ASSERT_TRUE(signalProcess(supervisor, SIGSTOP)); // so that it hears both at once
+    ASSERT_TRUE(signalProcess(actor, SIGKILL));
     ASSERT_TRUE(waitUntil([&] { return !isAlive(actor); }));
     EXPECT_TRUE(OrderStream::go(host.get()));
-    ::kill(supervisor, SIGCONT);
+    ASSERT_TRUE(signalProcess(supervisor, SIGCONT));
     EXPECT_THAT(outcome().failure.toStdString(), HasSubstr("was ended by signal 9"));
     EXPECT_FALSE(outcome().hasBegun);
 }

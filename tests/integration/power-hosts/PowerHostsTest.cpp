@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "integration/hosts/HostSystem.h"
 #include "support/PrintTo.h"
+#include "support/SignalProcess.h"
 
 #include <QDirIterator>
 
@@ -271,7 +272,7 @@ TEST_F(PowerHostsTest, SigtermIsAPowerOffInTheLogAndACleanEnd)
 TEST_F(PowerHostsTest, AnInterruptEndsTheDaemonCleanlyToo)
 {
     startDaemon();
-    ASSERT_EQ(::kill(static_cast<pid_t>(daemon->processId()), SIGINT), 0);
+    ASSERT_TRUE(signalProcess(daemon->processId(), SIGINT));
     ASSERT_TRUE(waitUntil([this] { return daemon->state() == QProcess::NotRunning; }));
     EXPECT_EQ(daemon->exitCode(), 0);
     EXPECT_EQ(countOf("recu."), 0);

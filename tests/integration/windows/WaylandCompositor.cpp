@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "WaylandCompositor.h"
 
+#include "support/SignalProcess.h"
+
 #include <QFile>
 
 #include <array>
@@ -63,6 +65,6 @@ WaylandCompositor::~WaylandCompositor()
 {
     if (m_process <= 0)
         return;
-    ::kill(m_process, SIGTERM);
+    signalProcess(m_process, SIGTERM);
     ::waitpid(m_process, nullptr, 0);
 }

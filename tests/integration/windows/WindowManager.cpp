@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "WindowManager.h"
 
+#include "support/SignalProcess.h"
+
 #include <QFile>
 
 #include <csignal>
@@ -78,6 +80,6 @@ WindowManager::~WindowManager()
 {
     if (m_process <= 0)
         return;
-    ::kill(m_process, SIGKILL);
+    signalProcess(m_process, SIGKILL);
     ::waitpid(m_process, nullptr, 0);
 }

@@ -6,6 +6,7 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "support/Identity.h"
 #include "support/ScratchRoot.h"
+#include "support/SignalProcess.h"
 
 #include <QDir>
 #include <QFile>
@@ -55,7 +56,7 @@ public:
     {
         if (m_process <= 0)
             return;
-        ::kill(m_process, SIGKILL);
+        signalProcess(m_process, SIGKILL);
         ::waitpid(m_process, nullptr, 0);
         m_process = 0;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/VirtualDisplay.h"
 
+#include "support/SignalProcess.h"
+
 #include <array>
 #include <cstdio>
 
@@ -49,6 +51,6 @@ VirtualDisplay::~VirtualDisplay()
 {
     if (m_process <= 0)
         return;
-    ::kill(m_process, SIGTERM);
+    signalProcess(m_process, SIGTERM);
     ::waitpid(m_process, nullptr, 0);
 }

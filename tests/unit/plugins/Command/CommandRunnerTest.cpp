@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/StringExtensions.h"
 #include "support/FakeClock.h"
 #include "support/ScratchRoot.h"
+#include "support/SignalProcess.h"
 #include "support/WaitUntil.h"
 
 #include <QFile>
@@ -103,7 +104,7 @@ TEST_F(CommandRunnerTest, MeasuresTheDurationOnTheSteadyClock)
     Port<Clock>::current() = clock;
     runEndless();
     clock->advance(1234ms);
-    ASSERT_EQ(::kill(endlessProcess(), SIGKILL), 0);
+    ASSERT_TRUE(signalProcess(endlessProcess(), SIGKILL));
     ASSERT_TRUE(waitUntil([&] { return ends == 1; }));
     EXPECT_THAT(onlyLine(),
                 testing::HasSubstr("Command: /bin/sh was ended by signal 9 (Killed) after 1.234 s."));
@@ -278,7 +279,7 @@ TEST_F(CommandRunnerTest, KillsAfterFiveSecondsAProgramThatWillNotEnd)
     runner.stop();
     ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(root.join("/ready.asked")); }));
     clock->advance(4999ms);
-    EXPECT_EQ(::kill(endlessProcess(), 0), 0);
+    EXPECT_TRUE(signalProcess(endlessProcess(), 0));
     EXPECT_TRUE(runner.isRunning());
     clock->advance(1ms);
     ASSERT_TRUE(waitUntil([&] { return ends == 1; }));
@@ -295,7 +296,7 @@ TEST_F(CommandRunnerTest, DoesNotKillALaterProgramForAnEarlierOne)
     QFile::remove(root.join("/ready"));
     runEndless();
     clock->advance(6s);
-    EXPECT_EQ(::kill(endlessProcess(), 0), 0);
+    EXPECT_TRUE(signalProcess(endlessProcess(), 0));
     runner.stop();
     ASSERT_TRUE(waitUntil([&] { return ends == 2; }));
     EXPECT_THAT(onlyLines().last().toStdString(), testing::HasSubstr("signal 15"));
@@ -323,8 +324,8 @@ TEST_F(CommandRunnerTest, TakesTheProgramWithItWhenDestroyed)
         ProgramEnvironment::ofSession());
     ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(ready); }));
     const pid_t process = endlessProcess();
-    ASSERT_EQ(::kill(process, 0), 0);
+    ASSERT_TRUE(signalProcess(process, 0));
     owner.reset();
-    EXPECT_EQ(::kill(process, 0), -1);
+    EXPECT_FALSE(signalProcess(process, 0));
     EXPECT_EQ(errno, ESRCH);
 }

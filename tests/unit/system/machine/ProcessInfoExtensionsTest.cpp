@@ -2,6 +2,7 @@
 #include "DozelyKit/system/machine/ProcessInfoExtensions.h"
 
 #include "DozelyKit/system/machine/ProcessTable.h"
+#include "support/SignalProcess.h"
 
 #include <gmock/gmock.h>
 
@@ -50,7 +51,7 @@ public:
     {
         if (m_id <= 0)
             return;
-        ::kill(m_id, SIGKILL);
+        signalProcess(m_id, SIGKILL);
         ::waitpid(m_id, nullptr, 0);
     }
     NamedProcess(const NamedProcess &) = delete;
