@@ -27,6 +27,12 @@ bool WindowSystem::hasWindowOpacity()
     return X11Windows::areUsed();
 }
 
+void WindowSystem::flush()
+{
+    if (X11Windows::areUsed())
+        X11Windows::flush();
+}
+
 bool WindowSystem::placesWindows()
 {
     return !isWayland();

@@ -22,6 +22,10 @@ DOZELYINTERFACE_AUTOTEST_EXPORT bool blendsWindows();
 /// not seen.
 DOZELYINTERFACE_AUTOTEST_EXPORT bool hasWindowOpacity();
 
+/// Sends to the window system what has been said to it and waits to be sent. Event loops do that when they
+/// have something to do, not when they wait.
+void flush();
+
 /// Whether a program may put its windows where it wants. On Wayland it may not: the compositor moves and
 /// resizes them, see moveByCompositor.
 DOZELYINTERFACE_AUTOTEST_EXPORT bool placesWindows();

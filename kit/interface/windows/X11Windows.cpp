@@ -73,6 +73,11 @@ bool X11Windows::haveCompositor()
     return answer && answer->owner != XCB_WINDOW_NONE;
 }
 
+void X11Windows::flush()
+{
+    xcb_flush(connection());
+}
+
 void X11Windows::setJoinsAllDesktops(QWindow *window, bool joins)
 {
     constexpr quint32 allDesktops = 0xFFFFFFFF;

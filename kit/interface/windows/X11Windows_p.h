@@ -15,6 +15,9 @@ bool areUsed();
 /// Whether somebody owns the compositor's selection of this screen. One round trip to the server.
 bool haveCompositor();
 
+/// Sends what waits to be sent to the server.
+void flush();
+
 /// "_NET_WM_DESKTOP": every desktop, or the one that the window manager chooses. For a window that is not
 /// shown yet.
 void setJoinsAllDesktops(QWindow *window, bool joins);

@@ -6,6 +6,7 @@
 #include "DozelyKit/interface/windows/WindowResize_p.h"
 #include "DozelyKit/interface/windows/WindowSystem_p.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QPainter>
@@ -21,6 +22,7 @@ struct ZDRWindow::Private {
     QPointer<QWidget> contentView;
     TimedAnimation fading;
     TimedAnimation resizing;
+    QPointer<QGraphicsOpacityEffect> veil; // where the window system has no opacity for a whole window
     double alpha = 1;
     int level = floatingLevel;
     bool blends = true; // as it was when the window was shown last
@@ -165,8 +167,19 @@ void ZDRWindow::setAlphaValue(double alpha)
 void ZDRWindow::applyAlpha(double alpha)
 {
     d->alpha = qBound(0.0, alpha, 1.0);
-    if (WindowSystem::hasWindowOpacity())
+    if (WindowSystem::hasWindowOpacity()) {
         setWindowOpacity(d->alpha);
+        WindowSystem::flush(); // nothing else may have to be said for long
+        return;
+    }
+    if (!d->veil && d->alpha == 1)
+        return;
+    if (!d->veil) {
+        d->veil = new QGraphicsOpacityEffect;
+        setGraphicsEffect(d->veil); // which takes it over
+    }
+    d->veil->setOpacity(d->alpha);
+    d->veil->setEnabled(d->alpha < 1); // it costs time whenever anything in the window is painted
 }
 
 quint64 ZDRWindow::styleMask() const

@@ -134,8 +134,8 @@ TEST_F(WaylandWindow, TakesANewSizeOfItsOwnAccord)
 TEST_F(WaylandWindow, GoesWhenItIsClosed)
 {
     window.performClose();
+    EXPECT_TRUE(waitUntil([this] { return !window.isVisible(); })) << "when it has faded";
     EXPECT_TRUE(bezelIsGone());
-    EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(Wayland, AnAlertIsCancelledByThePointer)
