@@ -3,6 +3,8 @@
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/plugin/Names.h"
+#include "plugins/Command/ArgumentRows.h"
+#include "plugins/Command/ArgumentText.h"
 
 #include <QFileDialog>
 
@@ -13,31 +15,20 @@ using namespace dozely;
 namespace
 {
 constexpr int usualLeadTime = 60;
-
-/// One argument a line; no text, no argument.
-QVariantList argumentsIn(const QString &text)
-{
-    QVariantList arguments;
-    if (!text.isEmpty()) {
-        for (const QString &line : text.split('\n'))
-            arguments += line;
-    }
-    return arguments;
-}
-
-/// Whether lines of text can say these arguments.
-bool canBeShown(const QVariant &arguments)
-{
-    const bool isList =
-        arguments.typeId() == QMetaType::QVariantList || arguments.typeId() == QMetaType::QStringList;
-    if (arguments.isValid() && !isList)
-        return false;
-    const QVariantList list = arguments.toList();
-    const bool areStrings = std::ranges::all_of(
-        list, [](const QVariant &argument) { return argument.typeId() == QMetaType::QString; });
-    return areStrings && argumentsIn(arguments.toStringList().join('\n')) == list;
-}
 } // namespace
+
+ArgumentRows &CommandPrefPanePlugIn::rows()
+{
+    const auto localized = [this](const QString &text) {
+        return bundle() ? bundle()->localizedStringForKey(text) : text;
+    };
+    if (!m_rows)
+        m_rows =
+            new ArgumentRows(m_arguments, {localized("(empty)"),
+                                           localized("Kept as it is, because it cannot be shown unchanged."),
+                                           localized("Kept as they are, because they are no list.")});
+    return *m_rows;
+}
 
 int CommandPrefPanePlugIn::leadTimeToShow(const QVariantMap &parameters) const
 {
@@ -52,10 +43,13 @@ void CommandPrefPanePlugIn::fillSetupInterfaceFromParameters()
     if (!setupView())
         return;
     const QVariantMap shown = parameters() ? *parameters() : QVariantMap();
-    const QVariant arguments = shown.value(CommandKey::arguments);
-    m_program->setText(shown.value(CommandKey::program).toString());
-    m_arguments->setPlainText(arguments.toStringList().join('\n'));
-    m_arguments->setReadOnly(!canBeShown(arguments));
+    const QString program = shown.value(CommandKey::program).toString();
+    const bool isShown = ArgumentText::canBeShown(program);
+    m_program->setText(isShown ? program : ArgumentText::escaped(program));
+    m_program->setReadOnly(!isShown);
+    rows().show(shown.value(CommandKey::arguments));
+    m_add->setEnabled(rows().canBeChanged());
+    on_arguments_currentRowChanged(m_arguments->currentRow());
     m_alert->setChecked(timeBeforeSelfAnticipation() != -1);
     m_leadTime->setEnabled(m_alert->isChecked());
     m_leadTime->setValue(leadTimeToShow(shown));
@@ -71,10 +65,9 @@ void CommandPrefPanePlugIn::fillParametersFromSetupInterface()
     const bool wasToAlert = timeBeforeSelfAnticipation() != -1;
     const bool isToAlert = m_alert->isChecked();
     if (!own->contains(CommandKey::program) ||
-        m_program->text() != own->value(CommandKey::program).toString())
+        (!m_program->isReadOnly() && m_program->text() != own->value(CommandKey::program).toString()))
         own->insert(CommandKey::program, m_program->text());
-    if (!m_arguments->isReadOnly())
-        own->insert(CommandKey::arguments, argumentsIn(m_arguments->toPlainText()));
+    own->insert(CommandKey::arguments, rows().arguments());
     // Somebody who asks for an alert gets the lead time that stands beside it.
     if (!own->contains(ParameterKey::delayBeforeAlert) || m_leadTime->value() != leadTimeToShow(*own) ||
         (isToAlert && !wasToAlert))
@@ -103,6 +96,24 @@ QString CommandPrefPanePlugIn::actionString() const
 void CommandPrefPanePlugIn::on_browse_clicked()
 {
     const QString chosen = QFileDialog::getOpenFileName(setupView(), {}, m_program->text());
-    if (!chosen.isEmpty())
-        m_program->setText(chosen);
+    if (chosen.isEmpty())
+        return;
+    m_program->setReadOnly(false); // what could not be shown is replaced
+    m_program->setText(chosen);
+}
+
+void CommandPrefPanePlugIn::on_add_clicked()
+{
+    rows().add();
+}
+
+void CommandPrefPanePlugIn::on_remove_clicked()
+{
+    rows().remove();
+    m_arguments->setFocus();
+}
+
+void CommandPrefPanePlugIn::on_arguments_currentRowChanged(int row)
+{
+    m_remove->setEnabled(row >= 0 && rows().canBeChanged());
 }

@@ -3,15 +3,17 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "support/BaselinePicture.h"
+#include "support/Canvas.h"
 #include "support/Look.h"
 #include "support/ScratchRoot.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
@@ -54,6 +56,32 @@ protected:
     {
         return plugIn->setupView()->findChild<Widget *>(name);
     }
+    QListWidget *rows() { return find<QListWidget>("arguments"); }
+    QStringList texts()
+    {
+        QStringList texts;
+        for (int row = 0; row < rows()->count(); ++row)
+            texts += rows()->item(row)->text();
+        return texts;
+    }
+    /// The field in which a row is being edited.
+    QLineEdit *editor()
+    {
+        for (auto *const field : rows()->viewport()->findChildren<QLineEdit *>()) {
+            if (!field->isHidden())
+                return field;
+        }
+        return nullptr;
+    }
+    void addArgument(const QString &text)
+    {
+        find<QPushButton>("add")->click();
+        ASSERT_TRUE(editor());
+        QTest::keyClicks(editor(), text);
+        QTest::keyClick(editor(), Qt::Key_Return);
+        // The editor is closed from the event loop.
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !editor(); }));
+    }
     void fill(const QVariantMap &parameters)
     {
         plugIn->setParameters(parameters);
@@ -82,7 +110,7 @@ TEST_F(CommandSettings, ShowsTheParameters)
 {
     fill(all);
     EXPECT_EQ(find<QLineEdit>("program")->text(), "/usr/bin/touch");
-    EXPECT_EQ(find<QPlainTextEdit>("arguments")->toPlainText(), "-c\n/tmp/a b\n");
+    EXPECT_EQ(texts(), (QStringList{"-c", "/tmp/a b", ""}));
     EXPECT_TRUE(find<QCheckBox>("alert")->isChecked());
     EXPECT_EQ(find<QSpinBox>("leadTime")->value(), 300);
     EXPECT_TRUE(find<QCheckBox>("wakeUp")->isChecked());
@@ -99,7 +127,8 @@ TEST_F(CommandSettings, WritesWhatTheUserEntered)
 {
     fill({});
     QTest::keyClicks(find<QLineEdit>("program"), "/bin/echo");
-    find<QPlainTextEdit>("arguments")->setPlainText("one\ntwo words");
+    addArgument("one");
+    addArgument("two words");
     find<QCheckBox>("alert")->click();
     find<QSpinBox>("leadTime")->setValue(90);
     find<QCheckBox>("wakeUp")->click();
@@ -172,17 +201,148 @@ TEST_F(CommandSettings, KeepsAProgramThatIsNoText)
     EXPECT_EQ(read().value("Program"), "/bin/echo");
 }
 
-TEST_F(CommandSettings, KeepsArgumentsThatLinesCannotShow)
+TEST_F(CommandSettings, NeverChangesAnArgumentInSilence)
+{
+    const QStringList odd{QString("no\u00a0break"),
+                          QString("line\u2028separator"),
+                          QString("page\u2029separator"),
+                          "carriage\rreturn",
+                          "line\nfeed",
+                          "tab\tulator",
+                          QString(QChar(0xFDD0)),
+                          QString(QChar(0xFDD1)),
+                          QString(QChar(0xFFFC)),
+                          QString("\u200b"),
+                          QString(QChar(0xD800)),
+                          QString(40000, 'x'),
+                          QString("\u202eover"),
+                          QString(QChar(1))};
+    for (const QString &argument : odd) {
+        const QVariantList arguments{"before", argument, "after"};
+        fill({{"Arguments", arguments}});
+        EXPECT_EQ(read().value("Arguments"), arguments) << qPrintable(argument.left(20).toHtmlEscaped());
+    }
+}
+
+TEST_F(CommandSettings, ShowsAnArgumentThatCannotBeSeenEscapedAndLetsNobodyEditIt)
+{
+    fill({{"Arguments", QVariantList{QString("a\u00a0b"), QString("\n\r\t\u2028\\"), QString(QChar(0xFDD0)),
+                                     QString::fromUcs4(U"\U000e0001"), QString(QChar(0xD800)), "plain\\"}}});
+    EXPECT_EQ(texts(), (QStringList{"a\\u00a0b", "\\n\\r\\t\\u2028\\\\", "\\ufdd0", "\\U000e0001", "\\ud800",
+                                    "plain\\"}));
+    for (int row = 0; row < 5; ++row) {
+        const QListWidgetItem *const item = rows()->item(row);
+        EXPECT_FALSE(item->flags().testFlag(Qt::ItemIsEditable)) << row;
+        EXPECT_FALSE(item->toolTip().isEmpty()) << row;
+        EXPECT_EQ(item->data(Qt::AccessibleDescriptionRole).toString(), item->toolTip()) << row;
+    }
+    EXPECT_TRUE(rows()->item(5)->flags().testFlag(Qt::ItemIsEditable));
+    EXPECT_TRUE(rows()->item(5)->toolTip().isEmpty());
+    fill({{"Arguments", QVariantList{QString(40000, 'x')}}});
+    EXPECT_LT(texts().first().size(), 2000);
+    EXPECT_FALSE(rows()->item(0)->flags().testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(CommandSettings, EditsWhatIsWrittenInEveryLanguage)
+{
+    const QVariantList arguments{"", " ", "Größe", "日本語　全角", "العربية", "e\u0301", "\U0001F600"};
+    fill({{"Arguments", arguments}});
+    for (int row = 0; row < arguments.size(); ++row)
+        EXPECT_TRUE(rows()->item(row)->flags().testFlag(Qt::ItemIsEditable)) << row;
+    EXPECT_EQ(read().value("Arguments"), arguments);
+}
+
+TEST_F(CommandSettings, NamesAnArgumentWithoutCharactersToEyesAndEars)
+{
+    fill({{"Arguments", QVariantList{""}}});
+    plugIn->setupView()->show();
+    const QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(rows());
+    EXPECT_EQ(list->text(QAccessible::Name), "Arguments");
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "(empty)");
+    const QRect row = rows()->visualItemRect(rows()->item(0));
+    const QImage image = rows()->viewport()->grab(row).toImage();
+    EXPECT_FALSE(inkOf(image, image.pixelColor(0, 0)).isEmpty()) << "something can be seen of it";
+}
+
+TEST_F(CommandSettings, AddsBehindTheCurrentArgumentAndRemovesIt)
+{
+    fill({{"Arguments", QVariantList{"one", QString("a\u00a0b"), "three"}}});
+    EXPECT_FALSE(find<QPushButton>("remove")->isEnabled()) << "no row is chosen";
+    rows()->setCurrentRow(0);
+    addArgument("two");
+    EXPECT_EQ(read().value("Arguments"), (QVariantList{"one", "two", QString("a\u00a0b"), "three"}));
+    rows()->setCurrentRow(2);
+    find<QPushButton>("remove")->click();
+    EXPECT_EQ(read().value("Arguments"), (QVariantList{"one", "two", "three"}))
+        << "one that cannot be edited, too";
+    rows()->setCurrentRow(0);
+    plugIn->setupView()->show();
+    plugIn->setupView()->activateWindow();
+    rows()->setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(plugIn->setupView()));
+    QTest::keyClick(rows(), Qt::Key_Delete);
+    EXPECT_EQ(read().value("Arguments"), (QVariantList{"two", "three"}));
+}
+
+TEST_F(CommandSettings, ChangesTheArgumentThatIsEditedAndNoOther)
+{
+    fill({{"Arguments", QVariantList{QString("a\u00a0b"), "two", 3}}});
+    rows()->editItem(rows()->item(1));
+    QTest::keyClicks(editor(), "zwei");
+    EXPECT_EQ(read().value("Arguments"), (QVariantList{QString("a\u00a0b"), "zwei", 3}))
+        << "before the editor is left, too";
+    editor()->setText(QString("zwei\u2029"));
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(read().value("Arguments"), (QVariantList{QString("a\u00a0b"), QString("zwei\u2029"), 3}));
+    EXPECT_EQ(texts().at(1), "zwei\\u2029") << "what somebody brought in is shown for what it is";
+}
+
+TEST_F(CommandSettings, TakesAnAddedArgumentBackWithEscape)
+{
+    fill({});
+    find<QPushButton>("add")->click();
+    QTest::keyClicks(editor(), "never mind");
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(rows()->count(), 0);
+    addArgument("kept");
+    rows()->editItem(rows()->item(0));
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(texts(), QStringList{"kept"});
+}
+
+TEST_F(CommandSettings, KeepsArgumentsThatAreNoListAndEntriesThatAreNoText)
 {
     for (const QVariant &arguments :
-         {QVariant(QVariantList{"one\ntwo"}), QVariant(QVariantList{""}),
-          QVariant(QVariantMap{{"not", "a list"}}), QVariant(QVariantList{1, 2})}) {
+         {QVariant(QVariantMap{{"not", "a list"}}), QVariant("text"), QVariant(7)}) {
         fill({{"Arguments", arguments}});
-        EXPECT_TRUE(find<QPlainTextEdit>("arguments")->isReadOnly());
+        EXPECT_EQ(rows()->count(), 1);
+        EXPECT_FALSE(rows()->item(0)->flags().testFlag(Qt::ItemIsEditable));
+        rows()->setCurrentRow(0);
+        EXPECT_FALSE(find<QPushButton>("add")->isEnabled());
+        EXPECT_FALSE(find<QPushButton>("remove")->isEnabled());
+        QTest::keyClick(rows(), Qt::Key_Delete);
         EXPECT_EQ(read().value("Arguments"), arguments);
     }
-    fill({{"Arguments", QVariantList{"one"}}});
-    EXPECT_FALSE(find<QPlainTextEdit>("arguments")->isReadOnly());
+    for (const QVariantList &arguments :
+         {QVariantList{1, 2.5, true}, QVariantList{"a", QVariantMap{{"b", 1}}, QVariant()}}) {
+        fill({{"Arguments", arguments}});
+        EXPECT_EQ(read().value("Arguments"), arguments);
+        EXPECT_TRUE(find<QPushButton>("add")->isEnabled());
+    }
+    fill({{"Arguments", QStringList{"one"}}});
+    EXPECT_EQ(read().value("Arguments").typeId(), QMetaType::QStringList) << "the very value";
+}
+
+TEST_F(CommandSettings, KeepsAProgramThatItsFieldCannotShow)
+{
+    for (const QString &program :
+         {QString("/bin/a\u00a0b"), QString("/bin/a\nb"), '/' + QString(40000, 'x')}) {
+        fill({{"Program", program}});
+        EXPECT_TRUE(find<QLineEdit>("program")->isReadOnly());
+        EXPECT_EQ(read().value("Program"), program);
+    }
+    fill({{"Program", "/bin/echo"}});
+    EXPECT_FALSE(find<QLineEdit>("program")->isReadOnly());
 }
 
 TEST_F(CommandSettings, DescribesItsAction)

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "plugins/Command/ArgumentRows.h"
+
+#include "plugins/Command/ArgumentText.h"
+
+#include <QJsonDocument>
+#include <QJsonValue>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+
+#include <utility>
+
+namespace
+{
+constexpr int argumentRole = Qt::UserRole;
+
+bool isText(const QVariant &argument)
+{
+    return argument.typeId() == QMetaType::QString;
+}
+
+/// Something to recognise by it what is no text.
+QString told(const QVariant &value)
+{
+    if (value.canConvert<QString>() && !value.canConvert<QVariantMap>())
+        return value.toString();
+    const QJsonDocument json = QJsonDocument::fromVariant(value);
+    return json.isNull() ? QString::fromLatin1(value.typeName()) : json.toJson(QJsonDocument::Compact);
+}
+
+/// Draws a row as the field does in which it is edited: in the direction of the argument, whatever that of
+/// the view is. What has no characters is named.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    RowDelegate(const QString &empty, QObject *parent) : QStyledItemDelegate(parent), m_empty(empty) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->direction = option->text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+        if (!option->text.isEmpty())
+            return;
+        option->text = m_empty;
+        option->direction = option->widget->layoutDirection();
+        option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+    }
+
+private:
+    QString m_empty;
+};
+} // namespace
+
+ArgumentRows::ArgumentRows(QListWidget *list, const Texts &texts)
+    : QObject(list), m_list(list), m_texts(texts)
+{
+    list->setItemDelegate(new RowDelegate(texts.empty, list));
+    connect(list, &QListWidget::itemChanged, this, &ArgumentRows::followEdit);
+    connect(list->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &ArgumentRows::followEditor);
+    const auto *const removing = new QShortcut(Qt::Key_Delete, list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(removing, &QShortcut::activated, this, &ArgumentRows::remove);
+}
+
+void ArgumentRows::show(const QVariant &arguments)
+{
+    m_shown = arguments;
+    m_isList = !arguments.isValid() || arguments.typeId() == QMetaType::QVariantList ||
+               arguments.typeId() == QMetaType::QStringList;
+    m_list->clear();
+    if (m_isList) {
+        for (const QVariant &argument : arguments.toList())
+            append(argument);
+        return;
+    }
+    append(arguments);
+    m_list->item(0)->setFlags(m_list->item(0)->flags() & ~Qt::ItemIsEditable);
+    m_list->item(0)->setToolTip(m_texts.noList);
+    m_list->item(0)->setData(Qt::AccessibleDescriptionRole, m_texts.noList);
+}
+
+QVariant ArgumentRows::arguments() const
+{
+    if (!m_isList)
+        return m_shown;
+    commitEditor();
+    QVariantList list;
+    for (int row = 0; row < m_list->count(); ++row)
+        list += m_list->item(row)->data(argumentRole);
+    return m_shown.isValid() && list == m_shown.toList() ? m_shown : QVariant(list);
+}
+
+void ArgumentRows::add()
+{
+    if (!m_isList)
+        return;
+    const int row = m_list->currentRow() < 0 ? m_list->count() : m_list->currentRow() + 1;
+    auto *const item = new QListWidgetItem;
+    describe(item, QString());
+    m_list->insertItem(row, item);
+    m_list->setCurrentItem(item);
+    m_added = m_list->currentIndex();
+    m_list->setFocus();
+    m_list->editItem(item);
+}
+
+void ArgumentRows::remove()
+{
+    if (m_isList)
+        delete m_list->currentItem();
+}
+
+void ArgumentRows::append(const QVariant &argument)
+{
+    auto *const item = new QListWidgetItem;
+    describe(item, argument);
+    m_list->addItem(item);
+}
+
+void ArgumentRows::describe(QListWidgetItem *row, const QVariant &argument)
+{
+    const QString text = isText(argument) ? argument.toString() : told(argument);
+    const bool isShown = isText(argument) && ArgumentText::canBeShown(text);
+    const QString reason = isShown ? QString() : m_texts.notShown;
+    QFont font = m_list->font();
+    font.setItalic(!isShown);
+    row->setFont(font);
+    row->setData(argumentRole, argument);
+    row->setText(isShown ? text : ArgumentText::escaped(text));
+    row->setToolTip(reason);
+    row->setData(Qt::AccessibleDescriptionRole, reason);
+    row->setData(Qt::AccessibleTextRole, text.isEmpty() ? QVariant(m_texts.empty) : QVariant());
+    row->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren |
+                  (isShown ? Qt::ItemIsEditable : Qt::NoItemFlags));
+}
+
+void ArgumentRows::followEdit(QListWidgetItem *row)
+{
+    const QSignalBlocker ownChanges(m_list);
+    if (row->flags().testFlag(Qt::ItemIsEditable))
+        describe(row, row->text()); // what was pasted need not be what can be shown
+}
+
+void ArgumentRows::followEditor(QWidget *, QAbstractItemDelegate::EndEditHint hint)
+{
+    const QPersistentModelIndex added = std::exchange(m_added, QPersistentModelIndex());
+    if (added.isValid() && hint == QAbstractItemDelegate::RevertModelCache)
+        delete m_list->takeItem(added.row());
+}
+
+void ArgumentRows::commitEditor() const
+{
+    // An editor that is closed already lies there until the event loop takes it; the list knows it no more.
+    for (auto *const editor : m_list->viewport()->findChildren<QLineEdit *>())
+        QMetaObject::invokeMethod(m_list, "commitData", Q_ARG(QWidget *, editor));
+}
