@@ -11,6 +11,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <cmath>
+
 using namespace dozely;
 
 namespace
@@ -32,14 +34,26 @@ void setFrame(QWidget *window, const QRectF &frame)
     window->repaint();
 }
 
+/// What Qt rounded to a whole number, halves away from zero, with the fraction that is known of it.
+double unrounded(double rounded, double fraction)
+{
+    const bool wasRoundedDown = fraction < 0.5 || (fraction == 0.5 && rounded < 0);
+    return wasRoundedDown ? rounded + fraction : rounded + fraction - 1;
+}
+
 /// The pointer on the screen. Qt rounds that to whole points on the event's way to a widget, which on a
-/// screen with a fractional scale is not where the pointer is; the place in the window keeps its fraction.
+/// screen with other than one pixel a point is not where the pointer is; the place in the window keeps its
+/// fraction.
 QPointF pointerOf(const QMouseEvent *event)
 {
     const QPointF global = event->globalPosition();
     const QPointF inWindow = event->scenePosition();
-    const bool isRounded = global == global.toPoint();
-    return ScreenCoordinates::toKit(isRounded ? global + (inWindow - inWindow.toPoint()) : global);
+    if (global != global.toPoint())
+        return ScreenCoordinates::toKit(global);
+    // A rest from below, on the negative side too, where the pointer is to the left of the window or above
+    // it.
+    return ScreenCoordinates::toKit(QPointF(unrounded(global.x(), inWindow.x() - std::floor(inWindow.x())),
+                                            unrounded(global.y(), inWindow.y() - std::floor(inWindow.y()))));
 }
 } // namespace
 

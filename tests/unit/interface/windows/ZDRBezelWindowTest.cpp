@@ -11,6 +11,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 using namespace dozely;
 
 namespace
@@ -359,4 +361,33 @@ TEST_F(ZDRBezelWindowTest, DrawsARoundPanelOfTranslucentBlack)
     EXPECT_EQ(image.pixelColor(0, 10).alpha(), 179);
     EXPECT_EQ(image.pixelColor(3, 3).alpha(), 179) << "inside the arc";
     view.drawRect({0, 0, 100, 60}); // and nothing without a context
+}
+
+TEST_F(ZDRBezelWindowTest, FollowsThePointerToHalvesOfPointsOnBothSidesOfItself)
+{
+    // As on a screen of two pixels a point: Qt says whole points of the screen, rounded, and halves of them
+    // in the window.
+    const QPoint corner = window.geometry().topLeft();
+    const auto sendInWindow = [&](QEvent::Type type, const QPointF &inWindow) {
+        const QPointF global(QPointF(QPointF(corner) + inWindow).toPoint());
+        QMouseEvent event(type, inWindow, inWindow, global,
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(bezel(), &event);
+    };
+    for (double by = -120; by <= 120; by += 0.5) {
+        window.setFrame({100, 200, 300, 150}, false);
+        sendInWindow(QEvent::MouseButtonPress, {20, 30});
+        // Events tell where the pointer is in the window that has not moved yet.
+        sendInWindow(QEvent::MouseMove, {20 + by, 30});
+        EXPECT_EQ(window.frame().x(), std::trunc(100 + by)) << by;
+        window.setFrame({100, 200, 300, 150}, false);
+        sendInWindow(QEvent::MouseButtonPress, {20, 30});
+        sendInWindow(QEvent::MouseMove, {20, 30 + by});
+        EXPECT_EQ(window.frame().y(), std::trunc(200 - by)) << by;
+    }
+    window.setFrame({100, 200, 300, 150}, false);
+    sendInWindow(QEvent::MouseButtonPress, {20, 30});
+    sendInWindow(QEvent::MouseMove, {-150.5, 30}); // the screen's negative side, too
+    EXPECT_EQ(window.frame().x(), -70);
 }
