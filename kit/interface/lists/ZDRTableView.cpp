@@ -29,7 +29,10 @@ struct ZDRTableView::Private {
     std::unique_ptr<QMouseEvent> press; // until it becomes a drag or is released
 };
 
-ZDRTableView::ZDRTableView(QWidget *parent) : QTableView(parent), d(std::make_unique<Private>()) {}
+ZDRTableView::ZDRTableView(QWidget *parent) : QTableView(parent), d(std::make_unique<Private>())
+{
+    setTabKeyNavigation(false); // whoever has no pointer could not leave it
+}
 
 ZDRTableView::~ZDRTableView() = default;
 

@@ -15,6 +15,8 @@ class QUrl;
 ///
 /// Such drags follow the Direct Save protocol of X11. Elsewhere a press logs that they are not supported and
 /// does what it does in any table. No file is ever written: the place of the drop is logged.
+///
+/// The arrow keys move in it; Tab and Shift+Tab leave it, unless setTabKeyNavigation says other.
 class DOZELYINTERFACE_EXPORT ZDRTableView : public QTableView
 {
     Q_OBJECT

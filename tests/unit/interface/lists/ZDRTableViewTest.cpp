@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QStandardItemModel>
@@ -271,5 +272,24 @@ TEST_F(TableTest, WithoutAModelAPressIsHarmless)
     QCoreApplication::sendEvent(empty.viewport(), &move);
     EXPECT_EQ(empty.restoreDragRow(), -1);
     EXPECT_THAT(empty.drags, IsEmpty());
+}
+TEST_F(TableTest, TabAndShiftTabLeaveIt)
+{
+    QWidget window;
+    auto *const before = new QLineEdit(&window);
+    auto *const table = new ZDRTableView(&window);
+    auto *const behind = new QLineEdit(&window);
+    table->setModel(&m_model);
+    table->move(0, 30);
+    behind->move(0, 300);
+    window.show();
+    table->setFocus();
+    table->setCurrentIndex(m_model.index(1, 0));
+    QTest::keyClick(table, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), behind);
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_Backtab);
+    EXPECT_EQ(window.focusWidget(), before);
+    EXPECT_EQ(table->currentIndex(), m_model.index(1, 0));
 }
 } // namespace
