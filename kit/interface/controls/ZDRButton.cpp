@@ -7,9 +7,13 @@
 #include <QShortcut>
 #include <QStyleOptionButton>
 
+#include <algorithm>
+#include <cmath>
+
 namespace
 {
 constexpr double borderWidth = 0.75;
+constexpr double focusRingWidth = 2;
 constexpr int additionalWidth = 20;
 
 QColor white(float alpha)
@@ -20,6 +24,41 @@ QColor white(float alpha)
 QColor black(float alpha)
 {
     return QColor::fromRgbF(0, 0, 0, alpha);
+}
+
+/// The pixels of what is painted on: an edge between two of them is a blur.
+class DevicePixels
+{
+public:
+    explicit DevicePixels(const QPainter &painter) : m_toPixels(painter.deviceTransform()) {}
+
+    /// The rectangle whose edges are whole pixels.
+    QRectF whole(const QRectF &rect) const
+    {
+        const QRectF pixels = m_toPixels.mapRect(rect);
+        const QPointF first(std::round(pixels.left()), std::round(pixels.top()));
+        const QPointF last(std::round(pixels.right()), std::round(pixels.bottom()));
+        return m_toPixels.inverted().mapRect(QRectF(first, last));
+    }
+
+    /// The width in points that is a whole number of pixels, one at least.
+    double wholeWidth(double width) const
+    {
+        const double scale = m_toPixels.map(QLineF(0, 0, 0, 1)).length();
+        return scale > 0 ? std::max(1.0, std::round(width * scale)) / scale : width;
+    }
+
+private:
+    QTransform m_toPixels;
+};
+
+/// A ring of that width inside of the bounds.
+void paintRing(QPainter &painter, const QRectF &bounds, double width, double radius, const QBrush &brush)
+{
+    QPainterPath ring;
+    ring.addRoundedRect(bounds, radius, radius);
+    ring.addRoundedRect(bounds.adjusted(width, width, -width, -width), radius - width, radius - width);
+    painter.fillPath(ring, brush);
 }
 
 /// The keys that a single character stands for; none for several.
@@ -33,9 +72,13 @@ QKeySequence keysFor(const QString &characters)
 }
 } // namespace
 
-ZDRButton::ZDRButton(QWidget *parent) : QPushButton(parent) {}
+ZDRButton::ZDRButton(QWidget *parent) : ZDRButton(QString(), parent) {}
 
-ZDRButton::ZDRButton(const QString &title, QWidget *parent) : QPushButton(title, parent) {}
+ZDRButton::ZDRButton(const QString &title, QWidget *parent) : QPushButton(title, parent)
+{
+    connect(this, &QAbstractButton::pressed, this, [this] { followKeys(Pressed); });
+    connect(this, &QAbstractButton::released, this, [this] { followKeys(Normal); });
+}
 
 ZDRButton::~ZDRButton() = default;
 
@@ -143,7 +186,8 @@ const ZDRLayer &ZDRButton::layer() const
 
 void ZDRButton::enterEvent(QEnterEvent *event)
 {
-    setButtonState(Hovered);
+    if (isEnabled())
+        setButtonState(Hovered);
     QPushButton::enterEvent(event);
 }
 
@@ -155,7 +199,8 @@ void ZDRButton::leaveEvent(QEvent *event)
 
 void ZDRButton::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
+    m_followsPointer = event->button() == Qt::LeftButton;
+    if (m_followsPointer)
         setButtonState(Pressed);
     QPushButton::mousePressEvent(event);
 }
@@ -165,6 +210,20 @@ void ZDRButton::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton)
         setButtonState(Normal);
     QPushButton::mouseReleaseEvent(event);
+    m_followsPointer = false;
+}
+
+void ZDRButton::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && m_wantsLayer)
+        setButtonState(isEnabled() && underMouse() ? Hovered : Normal);
+}
+
+void ZDRButton::followKeys(State state)
+{
+    if (!m_followsPointer && m_wantsLayer)
+        setButtonState(state);
 }
 
 QFont ZDRButton::titleFont() const
@@ -174,24 +233,20 @@ QFont ZDRButton::titleFont() const
 
 void ZDRButton::paintLayer(QPainter &painter) const
 {
-    const QRectF bounds(rect());
+    const DevicePixels pixels(painter);
+    const QRectF bounds = pixels.whole(QRectF(rect()));
+    const double radius = m_layer.cornerRadius;
     if (m_layer.backgroundColor.isValid()) {
         QPainterPath path;
-        path.addRoundedRect(bounds, m_layer.cornerRadius, m_layer.cornerRadius);
+        path.addRoundedRect(bounds, radius, radius);
         painter.fillPath(path, m_layer.backgroundColor);
     }
-    if (m_layer.borderColor.isValid() && m_layer.borderWidth > 0) {
-        const double inset = m_layer.borderWidth / 2;
-        painter.setPen(QPen(m_layer.borderColor, m_layer.borderWidth));
-        painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), m_layer.cornerRadius - inset,
-                                m_layer.cornerRadius - inset);
-    }
+    if (m_layer.borderColor.isValid() && m_layer.borderWidth > 0)
+        paintRing(painter, bounds, pixels.wholeWidth(m_layer.borderWidth), radius, m_layer.borderColor);
     if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        constexpr double ring = 2;
-        const double inset = m_layer.borderWidth + ring / 2;
-        painter.setPen(QPen(palette().highlight(), ring));
-        painter.drawRoundedRect(bounds.adjusted(inset, inset, -inset, -inset), m_layer.cornerRadius - inset,
-                                m_layer.cornerRadius - inset);
+        const double border = pixels.wholeWidth(m_layer.borderWidth);
+        paintRing(painter, bounds.adjusted(border, border, -border, -border),
+                  pixels.wholeWidth(focusRingWidth), radius - border, palette().highlight());
     }
 }
 

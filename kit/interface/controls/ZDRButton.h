@@ -16,7 +16,8 @@ class QShortcut;
 /// given its size first, then told so. Until then it looks like any QPushButton.
 ///
 /// It is pressed by the pointer, by Space while it has the focus, and by its key equivalent from anywhere in
-/// its window. A screen reader sees a push button with the title as its name, unless it was given another.
+/// its window; it looks pressed meanwhile. A disabled one does not follow the pointer. A screen reader sees a
+/// push button with the title as its name, unless it was given another.
 ///
 /// THREADING: the main thread.
 class DOZELYINTERFACE_EXPORT ZDRButton : public QPushButton
@@ -66,9 +67,12 @@ protected:
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// The look while a key presses the button, or a program does.
+    void followKeys(State state);
     void paintLayer(QPainter &painter) const;
     void paintTitle(QPainter &painter) const;
     QFont titleFont() const;
@@ -80,4 +84,5 @@ private:
     QString m_keyEquivalent;
     QShortcut *m_shortcut = nullptr; // a child
     bool m_wantsLayer = false;
+    bool m_followsPointer = false; // from a press on, until it is released
 };

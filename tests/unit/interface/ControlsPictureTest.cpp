@@ -66,11 +66,13 @@ private:
 TEST(ControlsPicture, OfControlsOnABezelLooksAsBefore)
 {
     Panel panel(Qt::LeftToRight);
-    EXPECT_TRUE(looksLikeBaseline(panel.picture(1, "#e8e8e8"), "controls-light-1x"));
-    EXPECT_TRUE(looksLikeBaseline(panel.picture(2, "#e8e8e8"), "controls-light-2x"));
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0})
+        EXPECT_TRUE(
+            looksLikeBaseline(panel.picture(ratio, "#e8e8e8"), QString("controls-light-%1x").arg(ratio)));
     QApplication::setPalette(InterfaceEnvironment::darkPalette());
-    EXPECT_TRUE(looksLikeBaseline(panel.picture(1, "#303a50"), "controls-dark-1x"));
-    EXPECT_TRUE(looksLikeBaseline(panel.picture(2, "#303a50"), "controls-dark-2x"));
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0})
+        EXPECT_TRUE(
+            looksLikeBaseline(panel.picture(ratio, "#303a50"), QString("controls-dark-%1x").arg(ratio)));
 }
 
 TEST(ControlsPicture, LooksTheSameFromRightToLeft)

@@ -150,6 +150,66 @@ TEST_F(ZDRButtonTest, CaresForTheLeftMouseButtonAlone)
     QTest::mouseRelease(&button, Qt::RightButton);
 }
 
+TEST_F(ZDRButtonTest, IsNotLitByThePointerWhileItIsDisabled)
+{
+    button.setEnabled(false);
+    enter();
+    EXPECT_EQ(background(), blackAtFourTenths);
+    EXPECT_EQ(border(), QColor(Qt::white));
+    QTest::mousePress(&button, Qt::LeftButton);
+    EXPECT_EQ(background(), blackAtFourTenths);
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    leave();
+    button.setEnabled(true);
+    EXPECT_EQ(background(), blackAtFourTenths);
+}
+
+TEST_F(ZDRButtonTest, GoesOutWhenItIsDisabledBelowThePointerAndIsLitWhenItCanBeUsedAgain)
+{
+    button.setAttribute(Qt::WA_UnderMouse);
+    enter();
+    button.setEnabled(false);
+    EXPECT_EQ(background(), blackAtFourTenths);
+    button.setEnabled(true);
+    EXPECT_EQ(background(), whiteHalf);
+    button.setAttribute(Qt::WA_UnderMouse, false);
+}
+
+TEST_F(ZDRButtonTest, LooksPressedWhileSpaceHoldsIt)
+{
+    QColor duringClick;
+    QObject::connect(&button, &QAbstractButton::clicked, [&] { duringClick = background(); });
+    QTest::keyPress(&button, Qt::Key_Space);
+    EXPECT_EQ(background(), blackWhole);
+    EXPECT_EQ(border().alpha(), 0);
+    QTest::keyRelease(&button, Qt::Key_Space);
+    EXPECT_EQ(duringClick, blackAtFourTenths);
+    EXPECT_EQ(background(), blackAtFourTenths);
+    button.setEnabled(false);
+    QTest::keyPress(&button, Qt::Key_Space);
+    EXPECT_EQ(background(), blackAtFourTenths);
+}
+
+TEST_F(ZDRButtonTest, IsAsBeforeWhenItLosesTheFocusWhileSpaceHoldsIt)
+{
+    QTest::keyPress(&button, Qt::Key_Space);
+    QFocusEvent gone(QEvent::FocusOut);
+    QCoreApplication::sendEvent(&button, &gone);
+    EXPECT_FALSE(button.isDown());
+    EXPECT_EQ(background(), blackAtFourTenths);
+}
+
+TEST_F(ZDRButtonTest, LooksPressedForAMomentWhenItsKeyEquivalentPressesIt)
+{
+    QColor duringPress;
+    QObject::connect(&button, &QAbstractButton::pressed, [&] { duringPress = background(); });
+    QSignalSpy clicks(&button, &QAbstractButton::clicked);
+    button.animateClick(); // as the key does
+    EXPECT_EQ(duringPress, blackWhole);
+    EXPECT_TRUE(QTest::qWaitFor([&clicks] { return clicks.size() == 1; }));
+    EXPECT_EQ(background(), blackAtFourTenths);
+}
+
 TEST_F(ZDRButtonTest, LosesItsBackgroundInAStateThatIsNone)
 {
     for (const quint64 state : {quint64(3), quint64(17), ~quint64(0)}) {
@@ -310,4 +370,35 @@ TEST_F(ZDRButtonTest, PaintsItsLayerWithinItsRoundBounds)
     button.render(&image, {}, {}, {});
     EXPECT_EQ(image.pixelColor(60, 15), QColor(Qt::black));
     EXPECT_EQ(image.pixelColor(60, 0), QColor(Qt::black)) << "without border";
+}
+
+TEST_F(ZDRButtonTest, HasACrispBorderOfWholePixelsAtEveryScale)
+{
+    button.setText({});
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        window.resize(200, 60);
+        button.move(7, 9); // on no whole pixel at the scales between
+        QImage image((QSizeF(window.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::green);
+        window.render(&image, {}, {}, QWidget::DrawChildren);
+        const QColor inside = image.pixelColor((QPointF(67, 24) * ratio).toPoint());
+        EXPECT_EQ(inside, QColor(0, 153, 0)) << ratio;
+        const int column = qRound(67 * ratio);
+        int row = 0;
+        while (image.pixelColor(column, row) == QColor(Qt::green))
+            ++row;
+        EXPECT_NEAR(row, 9 * ratio, 0.5) << ratio;
+        for (int line = std::max(1, qRound(0.75 * ratio)); line > 0; --line)
+            EXPECT_EQ(image.pixelColor(column, row++), QColor(Qt::white)) << ratio;
+        while (image.pixelColor(column, row) == inside)
+            ++row;
+        EXPECT_EQ(image.pixelColor(column, row), QColor(Qt::white)) << ratio;
+        const int middle = qRound(24 * ratio);
+        int left = 0;
+        while (image.pixelColor(left, middle) == QColor(Qt::green))
+            ++left;
+        EXPECT_NEAR(left, 7 * ratio, 0.5) << ratio;
+        EXPECT_GT(image.pixelColor(left, middle).red(), 240) << ratio << ", where the curve touches the edge";
+    }
 }
