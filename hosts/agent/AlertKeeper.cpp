@@ -46,15 +46,19 @@ std::shared_ptr<WDUserAgentPlugIn> AlertKeeper::plugIn(const QString &bundlePath
 }
 
 void AlertKeeper::keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn,
-                       const QDateTime &date)
+                       const QDateTime &date, const QString &schedule)
 {
-    m_plugIns.insert(keyOf(bundlePath, date), plugIn);
+    const Key key = keyOf(bundlePath, date);
+    m_plugIns.insert(key, plugIn);
+    if (QStringList &schedules = m_schedules[key]; !schedule.isEmpty() && !schedules.contains(schedule))
+        schedules += schedule;
     waitForNext();
 }
 
 void AlertKeeper::forget(const QString &bundlePath, const QDateTime &date)
 {
     m_plugIns.remove(keyOf(bundlePath, date));
+    m_schedules.remove(keyOf(bundlePath, date));
     waitForNext();
 }
 
@@ -69,7 +73,7 @@ AlertKeeper::announcedBy(const std::shared_ptr<NSUserNotification> &alert) const
             const QDateTime date = (*kept)->calendarDate();
             if ((*kept)->userNotification() == alert && alert->userInfo().value(AlertKey::date) == date &&
                 date.toMSecsSinceEpoch() == kept.key().first && isAhead(date))
-                announced = Announced{kept.key().second, date};
+                announced = Announced{kept.key().second, date, m_schedules.value(kept.key())};
         });
         if (thrown)
             ZDRLog("A plug-in was asked for its alert and raised: %@", *thrown);
@@ -86,6 +90,7 @@ void AlertKeeper::withdraw(const QString &bundlePath, const QDateTime &date)
 void AlertKeeper::withdraw(const Key &key)
 {
     const auto plugIn = m_plugIns.take(key);
+    m_schedules.remove(key);
     if (!plugIn)
         return;
     if (NSUserNotificationCenter::defaultUserNotificationCenter().deliveredNotifications().contains(

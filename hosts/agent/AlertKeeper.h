@@ -36,9 +36,10 @@ public:
     /// The plug-in that announces this occurrence already; null when none does.
     std::shared_ptr<WDUserAgentPlugIn> plugIn(const QString &bundlePath, const QDateTime &date) const;
 
-    /// Withdraws the plug-in's alert at that date, the occurrence's.
+    /// Withdraws the plug-in's alert at that date, the occurrence's. `schedule` is whose occurrence it is, for
+    /// people; several may share one alert.
     void keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn,
-              const QDateTime &date);
+              const QDateTime &date, const QString &schedule = {});
 
     /// Forgets the plug-in of this occurrence, which is told nothing.
     void forget(const QString &bundlePath, const QDateTime &date);
@@ -46,7 +47,8 @@ public:
     /// Bundle and date of an occurrence.
     struct Announced {
         QString bundlePath;
-        QDateTime date; ///< In the zone in which the plug-in has it.
+        QDateTime date;        ///< In the zone in which the plug-in has it.
+        QStringList schedules; ///< Their names, in the order in which they came; none from who does not tell.
     };
 
     /// What this alert announces, where it is the alert that the classes of plug-ins come along with, and
@@ -66,4 +68,5 @@ private:
     dozely::Clock &m_clock;
     std::unique_ptr<dozely::AbsoluteTimer> m_timer;
     QMap<Key, std::shared_ptr<WDUserAgentPlugIn>> m_plugIns;
+    QMap<Key, QStringList> m_schedules;
 };

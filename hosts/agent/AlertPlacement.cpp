@@ -5,29 +5,78 @@
 
 namespace
 {
-constexpr int gap = 16;
+constexpr int gap = AlertPlace::gap;
+constexpr int partOfMiddle = 10; // of width and height
 
-/// Whether windows at that place can be seen whole, and gaps around them.
-bool fits(const QRect &place, const QRect &area)
+/// What no alert covers.
+QRect middleOf(const QRect &area)
 {
-    return area.adjusted(gap, gap, -gap, -gap).contains(place);
+    QRect middle(QPoint(), QSize(area.width() / partOfMiddle, area.height() / partOfMiddle));
+    middle.moveCenter(area.center());
+    return middle;
+}
+
+bool isFree(const QRect &place, const QRect &area)
+{
+    return area.contains(place) && !place.intersects(middleOf(area));
+}
+
+int within(int value, int least, int most)
+{
+    return std::clamp(value, least, std::max(least, most));
+}
+
+/// The window at that place, moved into the area where it would leave it.
+QRect windowAt(const AlertPlace &place, const QSize &size, const QRect &area)
+{
+    const int left =
+        place.isAtRight ? area.right() + 1 - place.fromSide - size.width() : area.x() + place.fromSide;
+    const int top =
+        place.isAtBottom ? area.bottom() + 1 - place.fromEdge - size.height() : area.y() + place.fromEdge;
+    return {QPoint(within(left, area.x(), area.right() + 1 - size.width()),
+                   within(top, area.y(), area.bottom() + 1 - size.height())),
+            size};
 }
 } // namespace
 
-QRect AlertPlacement::placeFor(const QSize &size, const QRect &area, const QList<QRect> &taken,
-                               Qt::LayoutDirection direction)
+QRect AlertPlacement::cornerFor(const QSize &size, const QRect &area, const AlertPlace &place)
 {
-    const int column = size.width() + gap;
-    const QRect first(QPoint(area.center().x() - size.width() / 2, area.y() + area.height() / 4), size);
-    for (QRect place = first; fits(place, area);
-         place.translate(direction == Qt::LeftToRight ? column : -column, 0)) {
-        for (QRect row = place; fits(row, area);) {
+    return windowAt({.isAtRight = place.isAtRight}, size, area);
+}
+
+std::optional<QRect> AlertPlacement::placeFor(const QSize &size, const QRect &area, const QList<QRect> &taken,
+                                              const AlertPlace &place)
+{
+    QRect first = windowAt(place, size, area);
+    bool goesUp = place.isAtBottom;
+    if (!isFree(first, area)) {
+        first = cornerFor(size, area, place);
+        goesUp = false;
+    }
+    const int column = place.isAtRight ? -(size.width() + gap) : size.width() + gap;
+    for (QRect beside = first; isFree(beside, area); beside.translate(column, 0)) {
+        for (QRect row = beside; isFree(row, area);) {
             const auto covered =
                 std::ranges::find_if(taken, [&row](const QRect &window) { return window.intersects(row); });
             if (covered == taken.end())
                 return row;
-            row.moveTop(covered->y() + covered->height() + gap);
+            if (goesUp)
+                row.moveBottom(covered->y() - 1 - gap);
+            else
+                row.moveTop(covered->y() + covered->height() + gap);
         }
     }
-    return first;
+    return {};
+}
+
+AlertPlace AlertPlacement::placeOf(const QRect &window, const QRect &area)
+{
+    const int fromLeft = window.x() - area.x();
+    const int fromRight = area.right() - window.right();
+    const int fromTop = window.y() - area.y();
+    const int fromBottom = area.bottom() - window.bottom();
+    return {.isAtRight = fromRight < fromLeft,
+            .isAtBottom = fromBottom < fromTop,
+            .fromSide = std::max(0, std::min(fromLeft, fromRight)),
+            .fromEdge = std::max(0, std::min(fromTop, fromBottom))};
 }

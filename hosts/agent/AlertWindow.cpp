@@ -2,20 +2,28 @@
 #include "hosts/agent/AlertWindow.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/interface/controls/ZDRButton.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
+#include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/agent/AgentTexts.h"
+#include "hosts/agent/AlertAccessible.h"
+#include "hosts/agent/AlertButton.h"
+#include "hosts/agent/AlertGround.h"
+#include "hosts/agent/AlertLabel.h"
 #include "hosts/agent/LaterButton.h"
+#include "hosts/agent/TimeLeft.h"
 
 #include <QBoxLayout>
-#include <QLabel>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPainter>
 #include <QShortcut>
 
 #include <algorithm>
 
 using namespace dozely;
 
-using std::chrono::duration;
+using std::chrono::milliseconds;
 
 namespace
 {
@@ -23,100 +31,151 @@ constexpr int windowWidth = 340;
 constexpr int margin = 18;
 constexpr int pieSize = 56;
 constexpr int betweenButtons = 10;
-constexpr int longestText = 400; // of a plug-in that would fill the screen
+constexpr int longestTitleOfButton = 60;
+constexpr double smallFont = 0.85;
 
-QLabel *makeLabel(QWidget *parent)
+QFont scaled(QFont font, double factor)
 {
-    auto *const label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, QColor::fromRgbF(1, 1, 1, 0.9F));
-    label->setPalette(palette);
-    return label;
+    if (font.pixelSize() > 0)
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * factor)));
+    else
+        font.setPointSizeF(font.pointSizeF() * factor);
+    return font;
 }
 
-QString shortened(const QString &text)
+QString furtherAlerts(int count)
 {
-    return text.size() <= longestText ? text : text.left(longestText - 1) + QChar(0x2026);
-}
-
-/// Twelve steps a second for a countdown of seconds, some hundred steps in all for one of hours.
-duration<double> stepFor(double seconds)
-{
-    return duration<double>(std::clamp(seconds / 360, 1.0 / 12, 60.0));
+    if (count <= 0)
+        return {};
+    if (count <= 2)
+        return agentText(count == 1 ? QString("And one more") : QString("And two more"));
+    return agentText("And %@ more").replace("%@", QString::number(count));
 }
 } // namespace
 
 AlertWindow::AlertWindow()
-    : m_content(new QWidget),
-      m_title(makeLabel(m_content)),
-      m_message(makeLabel(m_content)),
-      m_button(new ZDRButton(m_content)),
+    : m_content(new AlertPanel),
+      m_title(new AlertLabel(m_content)),
+      m_schedule(new AlertLabel(m_content)),
+      m_message(new AlertLabel(m_content)),
+      m_timeLeft(new AlertLabel(m_content)),
+      m_otherwise(new AlertLabel(m_content)),
+      m_further(new AlertLabel(m_content)),
+      m_button(new AlertButton(m_content)),
       m_later(new LaterButton(m_content)),
+      m_hide(new AlertButton(agentText("Hide"), m_content)),
       m_pie(new ZDRProgressIndicator(m_content)),
       m_timer(Port<Clock>::current()->makeAbsoluteTimer())
 {
+    AlertAccessible::install();
     setAttribute(Qt::WA_ShowWithoutActivating);
-    QFont bold = m_title->font();
-    bold.setBold(true);
-    m_title->setFont(bold);
+    setAttribute(Qt::WA_X11NetWmWindowTypeNotification); // above windows that fill the screen, if anything is
+    m_hide->setIsSmall(true);
     m_pie->setFixedSize(pieSize, pieSize);
-
-    auto *const buttons = new QHBoxLayout;
-    buttons->setSpacing(betweenButtons);
-    buttons->addStretch();
-    buttons->addWidget(m_later);
-    buttons->addWidget(m_button);
-    setTabOrder(m_later, m_button);
-    auto *const texts = new QVBoxLayout;
-    texts->setSpacing(10);
-    texts->addWidget(m_title);
-    texts->addWidget(m_message);
-    texts->addStretch();
-    texts->addLayout(buttons);
-    auto *const row = new QHBoxLayout(m_content);
-    row->setContentsMargins(margin, margin, margin, margin);
-    row->setSpacing(margin);
-    row->addWidget(m_pie, 0, Qt::AlignVCenter);
-    row->addLayout(texts, 1);
+    m_pie->setAccessibleName(agentText("Time left"));
+    layOut();
     setContentView(m_content);
+    contentView()->installEventFilter(this);
+    m_content->installEventFilter(this);
+    colorTexts();
+    m_further->hide();
+    for (auto *const button : {m_button, static_cast<AlertButton *>(m_later), m_hide})
+        button->setEnabled(false); // until the gate opens
 
-    connect(m_button, &QAbstractButton::clicked, this, [this] {
-        if (!m_isWithdrawn)
-            Q_EMIT activated();
-    });
-    connect(m_later, &LaterButton::chosen, this, [this](Postponement choice) {
-        if (!m_isWithdrawn)
-            Q_EMIT putOff(choice);
-    });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    connect(m_button, &QAbstractButton::clicked, this, &AlertWindow::activated);
+    connect(m_later, &LaterButton::chosen, this, &AlertWindow::putOff);
+    connect(m_hide, &QAbstractButton::clicked, this, &AlertWindow::dismissed);
+    connect(&m_gate, &InputGate::opened, this, &AlertWindow::takeInput);
+    connect(&m_exposure, &WindowExposure::changed, this, &AlertWindow::follow);
     connect(m_timer.get(), &AbsoluteTimer::due, this, &AlertWindow::showRemainingTime);
     connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &AlertWindow::showRemainingTime);
 }
 
 AlertWindow::~AlertWindow() = default;
 
-void AlertWindow::fill(const NSUserNotification &notification, bool mayBePutOff)
+void AlertWindow::layOut()
+{
+    auto *const texts = new QVBoxLayout;
+    texts->setSpacing(6);
+    for (auto *const label : {m_title, m_schedule, m_message, m_timeLeft, m_otherwise})
+        texts->addWidget(label);
+    texts->addStretch();
+    auto *const row = new QHBoxLayout;
+    row->setSpacing(margin);
+    row->addWidget(m_pie, 0, Qt::AlignTop);
+    row->addLayout(texts, 1);
+    auto *const buttons = new QHBoxLayout;
+    buttons->setSpacing(betweenButtons);
+    buttons->addWidget(m_hide, 0, Qt::AlignVCenter);
+    buttons->addStretch();
+    buttons->addWidget(m_later, 0, Qt::AlignVCenter);
+    buttons->addWidget(m_button, 0, Qt::AlignVCenter);
+    setTabOrder(m_hide, m_later);
+    setTabOrder(m_later, m_button);
+    auto *const all = new QVBoxLayout(m_content);
+    all->setContentsMargins(margin, margin, margin, margin);
+    all->setSpacing(12);
+    all->addLayout(row);
+    all->addLayout(buttons);
+    all->addWidget(m_further);
+}
+
+void AlertWindow::fill(const NSUserNotification &notification, bool mayBePutOff, const AlertDetails &details)
 {
     setWindowTitle(notification.title());
     setLayoutDirection(notification.informativeText().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     m_later->setDirection(layoutDirection());
-    m_title->setText(shortened(notification.title()));
-    m_message->setText(shortened(notification.informativeText()));
-    m_button->setText(notification.actionButtonTitle());
-    m_button->setHidden(notification.actionButtonTitle().isEmpty());
+    m_title->showText(notification.title());
+    m_schedule->showText(details.schedule == notification.title() ? QString() : details.schedule);
+    m_message->showText(notification.informativeText());
+    m_otherwise->showText(details.otherwise);
+    const QString button = notification.actionButtonTitle();
+    m_button->setText(button.size() <= longestTitleOfButton
+                          ? button
+                          : button.left(longestTitleOfButton - 1) + QChar(0x2026));
+    m_button->setHidden(button.isEmpty());
     m_later->setHidden(!mayBePutOff);
-    fitToText(*m_button);
-    fitToText(*m_later);
     countDownTo(notification.userInfo().value(AlertKey::date).toDateTime());
+    fitButtons();
+}
+
+void AlertWindow::setFurtherAlerts(int count)
+{
+    const QString text = furtherAlerts(count);
+    if (text == m_further->text())
+        return;
+    m_further->showText(text);
+    fit();
+}
+
+void AlertWindow::fitButtons()
+{
+    QFont bold; // in all else that of the window
+    bold.setBold(true);
+    m_title->setFont(bold);
+    m_hide->setFont(scaled(font(), smallFont));
+    m_further->setFont(scaled(font(), smallFont));
+    for (auto *const button : {m_button, static_cast<AlertButton *>(m_later), m_hide})
+        button->fitToTitle();
+    fit();
+}
+
+void AlertWindow::fit()
+{
+    QLayout *const layout = m_content->layout();
+    layout->invalidate();
+    layout->activate(); // so that the layouts within it measure anew, too
     resize(wantedSize());
 }
 
-void AlertWindow::fitToText(ZDRButton &button)
+void AlertWindow::colorTexts()
 {
-    button.setFixedSize(button.sizeHint());
-    button.awakeFromNib(); // it has its size now
+    const QColor color = AlertGround::textColor(AlertGround::isHighContrast(palette()));
+    for (auto *const label : {m_title, m_schedule, m_message, m_timeLeft, m_otherwise, m_further}) {
+        QPalette colors = label->palette();
+        colors.setColor(QPalette::WindowText, color);
+        label->setPalette(colors);
+    }
 }
 
 QSize AlertWindow::wantedSize() const
@@ -127,49 +186,106 @@ QSize AlertWindow::wantedSize() const
                                                : layout->totalSizeHint().height()};
 }
 
-void AlertWindow::countDownTo(const QDateTime &date)
+QString AlertWindow::spokenText() const
 {
-    if (!date.isValid()) {
-        m_date = {};
+    QStringList lines;
+    for (const auto *const label : {m_schedule, m_message, m_timeLeft, m_otherwise, m_further}) {
+        if (!label->isHidden())
+            lines += label->text();
+    }
+    return lines.join('\n');
+}
+
+void AlertWindow::takeInput()
+{
+    if (m_isWithdrawn)
+        return;
+    for (auto *const button : {m_button, static_cast<AlertButton *>(m_later), m_hide})
+        button->setEnabled(true);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &AlertWindow::dismissed);
+    // A compositor may have given it the keys unasked: what is being typed there must not press anything.
+    if (!QGuiApplication::platformName().startsWith("wayland"))
+        m_button->setFocus();
+}
+
+void AlertWindow::follow(bool isExposed)
+{
+    m_step.reset();
+    if (!isExposed) {
         m_timer->stop();
-        m_pie->hide();
         return;
     }
-    m_pie->show();
+    if (m_date.isValid())
+        m_timer->start(m_date);
+    showRemainingTime();
+}
+
+void AlertWindow::countDownTo(const QDateTime &date)
+{
+    m_pie->setVisible(date.isValid());
+    if (!date.isValid()) {
+        m_date = {};
+        m_step.reset();
+        m_timer->stop();
+        m_timeLeft->showText({});
+        return;
+    }
     if (date == m_date)
         return; // shown anew, it goes on
     m_date = date;
-    m_timer->start(date);
-    const double seconds = static_cast<double>(Port<Clock>::current()->currentDate().msecsTo(date)) / 1000;
-    const auto step = stepFor(seconds);
-    m_pie->setMaxValue(static_cast<float>(std::max(seconds, 1.0)));
-    m_pie->setIntervalValue(static_cast<float>(step.count()));
-    m_pie->setAnimationDelay(step);
+    m_whole = std::max(milliseconds(Port<Clock>::current()->currentDate().msecsTo(date)), milliseconds(1000));
+    m_pie->setMaxValue(static_cast<float>(m_whole.count()) / 1000);
+    if (m_exposure.isExposed())
+        m_timer->start(date);
     showRemainingTime();
 }
 
 void AlertWindow::showRemainingTime()
 {
-    // The machine may have slept, or its clock been set: the pie itself counts evenly.
-    const qint64 left = Port<Clock>::current()->currentDate().msecsTo(m_date);
-    m_pie->setFloatValue(static_cast<float>(std::max<qint64>(left, 0)) / 1000);
-    if (left > 0)
-        m_pie->startAnimation();
+    m_step.reset();
+    if (!m_date.isValid())
+        return;
+    const auto clock = Port<Clock>::current();
+    const milliseconds left(std::max<qint64>(clock->currentDate().msecsTo(m_date), 0));
+    m_pie->setFloatValue(static_cast<float>(left.count()) / 1000);
+    const QString words = TimeLeft::inWords(left, agentLanguage());
+    if (words != m_timeLeft->text())
+        m_timeLeft->showText(words);
+    if (left.count() == 0 || !m_exposure.isExposed())
+        return;
+    m_step = std::make_unique<QObject>();
+    clock->callAfter(TimeLeft::untilNextStep(left, m_whole), m_step.get(), [this] { showRemainingTime(); });
 }
 
 void AlertWindow::withdraw()
 {
     m_isWithdrawn = true;
-    m_button->setEnabled(false);
-    m_later->setEnabled(false);
+    for (auto *const button : {m_button, static_cast<AlertButton *>(m_later), m_hide})
+        button->setEnabled(false);
     m_later->closeMenu();
+    m_timer->stop();
+    m_step.reset();
+    disconnect(&m_exposure, nullptr, this, nullptr);
     performClose();
+}
+
+bool AlertWindow::eventFilter(QObject *receiver, QEvent *event)
+{
+    const auto *const bezel = qobject_cast<ZDRBezelView *>(receiver);
+    if (bezel && event->type() == QEvent::MouseButtonPress)
+        m_pressedAt = pos();
+    if (bezel && event->type() == QEvent::MouseButtonRelease && pos() != m_pressedAt)
+        Q_EMIT dragged();
+    if (receiver == m_content && event->type() == QEvent::LayoutRequest)
+        fit(); // another font, or a line more
+    return ZDRBezelWindow::eventFilter(receiver, event);
 }
 
 void AlertWindow::showEvent(QShowEvent *event)
 {
     ZDRBezelWindow::showEvent(event);
-    resize(wantedSize()); // what the texts need is only known for certain now
+    fit(); // what the texts need is only known for certain now
+    AlertAccessible::announce(*this);
 }
 
 void AlertWindow::closeEvent(QCloseEvent *event)
@@ -177,4 +293,20 @@ void AlertWindow::closeEvent(QCloseEvent *event)
     ZDRBezelWindow::closeEvent(event);
     if (!m_isWithdrawn)
         Q_EMIT dismissed();
+}
+
+void AlertWindow::changeEvent(QEvent *event)
+{
+    ZDRBezelWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        colorTexts();
+    else if (event->type() == QEvent::FontChange) // before those of some of its views
+        QMetaObject::invokeMethod(this, &AlertWindow::fitButtons, Qt::QueuedConnection);
+}
+
+void AlertWindow::paintEvent(QPaintEvent *event)
+{
+    ZDRBezelWindow::paintEvent(event);
+    QPainter painter(this);
+    AlertGround::paint(painter, rect(), AlertGround::isHighContrast(palette()));
 }

@@ -1,36 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/LaterButton.h"
 
-#include "DozelyKit/core/bundles/NSBundle.h"
-#include "DozelyKit/plugin/Names.h"
+#include "hosts/agent/AgentTexts.h"
 
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QPainterPath>
 
-using namespace dozely;
-
 namespace
 {
 constexpr double arrowWidth = 7;
 constexpr double arrowHeight = 4;
 constexpr double arrowInset = 11; // from the edge at which text ends
-
-QString localized(const QString &key)
-{
-    const auto bundle = NSBundle::bundleForClassNamed(userAgentControllerClass);
-    return bundle ? bundle->localizedStringForKey(key) : key;
-}
 } // namespace
 
-LaterButton::LaterButton(QWidget *parent) : ZDRButton(localized("Later"), parent), m_menu(new QMenu(this))
+LaterButton::LaterButton(QWidget *parent) : AlertButton(agentText("Later"), parent), m_menu(new QMenu(this))
 {
     addChoice("In 10 minutes", Postponement::TenMinutes);
     addChoice("In an hour", Postponement::Hour);
     addChoice("Skip today", Postponement::SkipToday);
     setMenu(m_menu);
-    m_menu->setAccessibleName(localized("Later").remove('&'));
+    m_menu->setAccessibleName(agentText("Later").remove('&'));
     // Qt would wait in an event loop of its own until the menu is closed.
     disconnect(this, &QAbstractButton::pressed, nullptr, nullptr);
     connect(this, &QAbstractButton::pressed, this, &LaterButton::openMenu);
@@ -43,7 +34,7 @@ LaterButton::LaterButton(QWidget *parent) : ZDRButton(localized("Later"), parent
 
 void LaterButton::addChoice(const QString &key, Postponement choice)
 {
-    const QAction *const action = m_menu->addAction(localized(key));
+    const QAction *const action = m_menu->addAction(agentText(key));
     connect(action, &QAction::triggered, this, [this, choice] { Q_EMIT chosen(choice); });
 }
 
@@ -68,15 +59,16 @@ void LaterButton::closeMenu()
 
 void LaterButton::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Down)
+    const int key = event->key();
+    if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter)
         openMenu();
     else
-        ZDRButton::keyPressEvent(event);
+        AlertButton::keyPressEvent(event);
 }
 
 void LaterButton::paintEvent(QPaintEvent *event)
 {
-    ZDRButton::paintEvent(event);
+    AlertButton::paintEvent(event);
     if (!wantsLayer())
         return; // the style has drawn its own
     QPainter painter(this);

@@ -12,6 +12,11 @@
 
 using namespace dozely;
 
+namespace
+{
+constexpr QLatin1StringView otherwiseKey("Otherwise"); // in the agent's bundle, for plug-ins that do not say
+} // namespace
+
 UserAgentController::UserAgentController()
     : m_loader(InfoKey::userAgentModule, PlugInLoader::sourcesOfTheSession()),
       m_alerts(*Port<Clock>::current()),
@@ -38,6 +43,18 @@ void UserAgentController::askForAnnouncements()
 bool UserAgentController::mayBePutOff(const std::shared_ptr<NSUserNotification> &alert) const
 {
     return m_alerts.announcedBy(alert).has_value();
+}
+
+AlertDetails UserAgentController::detailsOf(const std::shared_ptr<NSUserNotification> &alert) const
+{
+    const auto announced = m_alerts.announcedBy(alert);
+    if (!announced)
+        return {};
+    const auto bundle = NSBundle::bundleWithPath(announced->bundlePath);
+    const auto own = NSBundle::bundleForClassNamed(userAgentControllerClass);
+    const QString generic = own ? own->localizedStringForKey(otherwiseKey) : QString();
+    return {announced->schedules.join(", "),
+            bundle ? bundle->localizedStringForKey(TextKey::unlessCancelled, generic) : generic};
 }
 
 bool UserAgentController::putOff(const std::shared_ptr<NSUserNotification> &alert, Postponement choice)
@@ -107,7 +124,7 @@ void UserAgentController::userAgentMustAnticipate(const ReceivedOrder &received)
         if (isNew)
             plugIn->loadNib();
         // Who shows the alert asks whose it is.
-        m_alerts.keep(order->bundlePath, plugIn, order->date);
+        m_alerts.keep(order->bundlePath, plugIn, order->date, order->schedule);
         plugIn->anticipateBeforeSelfAction();
     });
     if (!thrown)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosts/agent/AgentOrder.h"
+#include "hosts/agent/AlertDetails.h"
 #include "hosts/agent/AlertKeeper.h"
 #include "hosts/agent/FailureNotices.h"
 #include "hosts/agent/Postponement.h"
@@ -31,6 +32,9 @@ public:
 
     /// Whether this alert announces an action that the daemon may be asked to put off.
     bool mayBePutOff(const std::shared_ptr<NSUserNotification> &alert) const;
+
+    /// What there is to say of the action that this alert announces; nothing for any other alert.
+    AlertDetails detailsOf(const std::shared_ptr<NSUserNotification> &alert) const;
 
     /// Asks the daemon to put off what the alert announces, and withdraws the alert when the daemon does;
     /// otherwise the log says so, and false comes back. BLOCKING: as a request of

@@ -32,10 +32,12 @@ int main(int argc, char **argv)
 
     ZDRLog("Dozely Agent started");
     std::shared_ptr<AlertWindowPresenter> windows;
-    if (AgentApplication::hasDisplay())
+    if (AgentApplication::hasDisplay()) {
         alertWindow() = windows = std::make_shared<AlertWindowPresenter>();
-    else if (qobject_cast<QGuiApplication *>(application.get()))
+        windows->setPlaceFile(StoredAlertPlace::usualPath());
+    } else if (qobject_cast<QGuiApplication *>(application.get())) {
         ZDRLog("The display cannot be opened: alerts are shown by the notification server alone");
+    }
     HostRootObject rootObject;
     const auto center = WDCommunicationCenter::sharedInstance();
     center->setObserver(&rootObject);
@@ -53,11 +55,14 @@ int main(int argc, char **argv)
             windows->setLater(
                 {[&](const auto &alert) { return controller.mayBePutOff(alert); },
                  [&](const auto &alert, auto choice) { return controller.putOff(alert, choice); }});
+            windows->setDetails([&](const auto &alert) { return controller.detailsOf(alert); });
         }
         UserAgentController::askForAnnouncements();
         status = QCoreApplication::exec();
-        if (windows)
+        if (windows) {
             windows->setLater({});
+            windows->setDetails({});
+        }
     }
     windows.reset();
     alertWindow().reset(); // no window outlives the application object

@@ -25,7 +25,9 @@ void SessionRole::beginProcess(std::unique_ptr<QCoreApplication> &application, i
     application.reset(); // there is one at a time
     application = AgentApplication::make(argc, argv);
     if (AgentApplication::hasDisplay()) {
-        alertWindow() = std::make_shared<AlertWindowPresenter>();
+        const auto windows = std::make_shared<AlertWindowPresenter>();
+        windows->setPlaceFile(StoredAlertPlace::usualPath());
+        alertWindow() = windows;
         application->installEventFilter(this);
     }
     // Plug-ins look the alert's text up in the agent's bundle.

@@ -69,6 +69,10 @@ namespace TextKey
 /// In a plug-in bundle: the name that a user sees, and the title of the alert.
 inline constexpr QLatin1StringView pluginName("Plugin Name");
 
+/// In a plug-in bundle: what happens unless the user cancels, a sentence ("The computer goes off unless you
+/// cancel."), for the alert. May be missing.
+inline constexpr QLatin1StringView unlessCancelled("Unless Cancelled");
+
 /// In the agent's bundle: the text of the alert; "%@" stands for date and time.
 inline constexpr QLatin1StringView alertMessage("Alert message %@");
 

@@ -47,6 +47,7 @@ protected:
     void show()
     {
         presenter->show(alert);
+        QCoreApplication::processEvents(); // it is exposed
         clock->advance(1s);
         window().activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
@@ -144,6 +145,8 @@ TEST_F(LaterButtonTest, TheWindowStaysWhenTheChoiceWasNotTaken)
 TEST_F(LaterButtonTest, IsReachedAndOpenedByTheKeyboardAlone)
 {
     show();
+    EXPECT_TRUE(window().findChild<ZDRButton *>()->hasFocus()) << "Cancel, to begin with";
+    press(Qt::Key_Tab);
     press(Qt::Key_Tab);
     EXPECT_TRUE(button().hasFocus()) << "in the order in which they stand";
     press(Qt::Key_Down);
@@ -270,9 +273,11 @@ TEST_P(LaterPictures, OfAnAlertThatMayBePutOffLookAsBefore)
         button().setText("لاحقًا");
         presenter->show(alert); // with the size that it needs
     }
-    clock->advance(20s);
+    QCoreApplication::processEvents();
+    clock->advance(19s);
     window().setPalette(GetParam().palette());
     QCoreApplication::processEvents();
+    clock->advance(1s);
     const QImage picture =
         GetParam().pictureOf(window(), GetParam().dark ? "#303a50" : "#e8e8e8", QWidget::DrawChildren);
     EXPECT_TRUE(looksLikeBaseline(picture, GetParam().name("alert-window-later")));
