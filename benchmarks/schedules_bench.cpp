@@ -78,7 +78,7 @@ public:
     {
         m_clock.date = *m_scheduler.nextDate();
         const Occurrence occurrence = m_scheduler.due(1).first();
-        const auto verdict = m_scheduler.judge(occurrence, {MissedPolicy::PlugIn, {}, -60});
+        const auto verdict = m_scheduler.lateness().judge(occurrence, {MissedPolicy::PlugIn, {}, -60});
         m_scheduler.noteBegun(*verdict.performed, ActingPlace::Daemon);
         m_scheduler.note(*verdict.performed, OccurrenceState::Done);
         m_scheduler.record().pruneChanged(

@@ -70,9 +70,9 @@ void AgentPosts::withdraw(const QString &bundlePath, const QDateTime &date, quin
 /// be that user's own.
 Delivery AgentPosts::post(QLatin1StringView name, const Occurrence &occurrence, quint32 userId)
 {
-    m_scheduler.beginWait();
+    m_scheduler.lateness().beginWait();
     const bool isReceived = GuardedPosting::postToAgentOfUser(orderAbout(name, occurrence), userId);
-    m_scheduler.endWait();
+    m_scheduler.lateness().endWait();
     if (isReceived)
         return Delivery::Received;
     if (name == OrderName::userAgentMustAnticipate)

@@ -28,11 +28,6 @@ constexpr milliseconds longestDelayWithoutHurry(30'000);
 /// An agent that takes a connection and does not answer costs the daemon seconds: so much longer it is let
 /// be.
 constexpr int restForWork = 10;
-
-OccurrenceRecord::Key keyOf(const Occurrence &occurrence)
-{
-    return {occurrence.schedule.identifier, occurrence.date};
-}
 } // namespace
 
 AgentWaits::AgentWaits(Clock &clock, Scheduler &scheduler)
@@ -50,9 +45,9 @@ bool AgentWaits::isReachable(quint32 userId)
     if (last != m_lastAnswer.cend() && m_clock.steadyTime() - *last < answerHolds)
         return true;
     const milliseconds before = m_clock.steadyTime();
-    m_scheduler.beginWait();
+    m_scheduler.lateness().beginWait();
     const bool isReached = WDCommunicationCenter::sharedInstance()->pingAgentOfUser(userId);
-    m_scheduler.endWait();
+    m_scheduler.lateness().endWait();
     const milliseconds after = m_clock.steadyTime();
     if (!isReached) {
         noteFailure(userId, after - before);
@@ -87,26 +82,26 @@ bool AgentWaits::isLetBe(quint32 userId) const
 
 std::optional<quint32> AgentWaits::userOf(const Occurrence &occurrence) const
 {
-    const auto wait = m_waits.constFind(keyOf(occurrence));
+    const auto wait = m_waits.constFind(occurrence.key());
     return wait == m_waits.cend() ? std::nullopt : wait->userId;
 }
 
 bool AgentWaits::contains(const Occurrence &occurrence) const
 {
-    return m_waits.contains(keyOf(occurrence));
+    return m_waits.contains(occurrence.key());
 }
 
 bool AgentWaits::wait(const Occurrence &occurrence, std::optional<quint32> userId,
                       std::optional<milliseconds> allowed)
 {
     const QDateTime now = m_clock.currentDate();
-    auto wait = m_waits.find(keyOf(occurrence));
+    auto wait = m_waits.find(occurrence.key());
     if (wait == m_waits.end()) {
         QDateTime deadline = allowed ? occurrence.moment().addDuration(*allowed) : QDateTime();
         const bool hasJustStarted = m_clock.steadyTime() - m_start < timeToComeBack;
         if (allowed && (hasJustStarted || (userId && m_everReached.contains(*userId))))
             deadline = std::max(deadline, now.addDuration(timeToComeBack));
-        wait = m_waits.insert(keyOf(occurrence), {userId, deadline});
+        wait = m_waits.insert(occurrence.key(), {userId, deadline});
         if (allowed && m_sockets && m_delay > longestDelay) { // what waits already is in no hurry
             m_delay = firstDelay;
             attemptAfter(m_delay);
@@ -128,8 +123,8 @@ bool AgentWaits::wait(const Occurrence &occurrence, std::optional<quint32> userI
 
 void AgentWaits::end(const Occurrence &occurrence)
 {
-    m_waits.remove(keyOf(occurrence));
-    m_scheduler.letGo(keyOf(occurrence));
+    m_waits.remove(occurrence.key());
+    m_scheduler.letGo(occurrence.key());
     if (m_waits.isEmpty())
         stopWatching();
 }

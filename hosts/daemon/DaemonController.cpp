@@ -77,7 +77,9 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
                    return m_performances.isThere(DaemonActions::nameOf(key));
                }),
       m_console(std::move(console)),
+      m_handOvers(clock, m_keeper.scheduler()),
       m_performer(m_keeper, m_performances, m_answers, m_console, clock),
+      m_announcer(m_keeper.scheduler(), m_performances, m_answers, m_console),
       m_anticipation(clock, m_keeper.scheduler()),
       m_wishes(m_keeper, m_anticipation, clock, [this] { return consoleUser(); }),
       m_clockDoubt(clock),
@@ -121,11 +123,10 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
         m_isAsking = false;
         waitForNext();
     });
-    connect(&m_performer, &OccurrencePerformer::announcementFailed, this,
-            [this](const Occurrence &occurrence, quint32 userId) {
-                m_anticipation.noteFailed(occurrence, userId);
-                waitForNext();
-            });
+    connect(&m_announcer, &Announcer::failed, this, [this](const Occurrence &occurrence, quint32 userId) {
+        m_anticipation.noteFailed(occurrence, userId);
+        waitForNext();
+    });
     connect(&m_keeper, &ScheduleKeeper::ended, &m_rest, &ReturnToRest::noteEnd);
     connect(&m_keeper, &ScheduleKeeper::storeMayBeReadable, this, &DaemonController::rereadStore);
     connect(&m_watcher, &StoreWatcher::changed, this, &DaemonController::rereadStore);
@@ -148,8 +149,8 @@ bool DaemonController::canWait() const
 
 void DaemonController::rereadStore()
 {
-    m_keeper.scheduler().beginWait();
-    const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
+    m_keeper.scheduler().lateness().beginWait();
+    const auto done = qScopeGuard([this] { m_keeper.scheduler().lateness().endWait(); });
     lookAtClock(); // what is long ago is forgotten
     m_keeper.readStore();
     m_answers.keepOnly(m_keeper.scheduler().schedules());
@@ -202,7 +203,7 @@ void DaemonController::lookAtClock()
                static_cast<qlonglong>(m_clockDoubt.step().count()));
     } else if (!until.isValid() && wasHeldUp) {
         const ClockDoubt::Excuse excuse = m_clockDoubt.excuse();
-        m_keeper.scheduler().excuse(excuse.until, excuse.duration);
+        m_keeper.scheduler().lateness().excuse(excuse.until, excuse.duration);
     }
     if (!m_clockDoubt.isDoubted() || m_isWatchingClock)
         return;
@@ -243,9 +244,9 @@ void DaemonController::watchConsole()
     m_isWatchingConsole = true;
     m_clock.callAfter(*delay, this, [this] {
         m_isWatchingConsole = false;
-        m_keeper.scheduler().beginWait();
+        m_keeper.scheduler().lateness().beginWait();
         const auto user = m_console->current();
-        m_keeper.scheduler().endWait();
+        m_keeper.scheduler().lateness().endWait();
         m_anticipation.noteConsole(user ? OrderPermissions::UserId(user->userId) : std::nullopt);
         waitForNext();
     });
@@ -264,8 +265,8 @@ QList<Occurrence> DaemonController::dueNow() const
 void DaemonController::performDue()
 {
     lookAtClock();
-    m_keeper.scheduler().beginWait();
-    const auto done = qScopeGuard([this] { m_keeper.scheduler().endWait(); });
+    m_keeper.scheduler().lateness().beginWait();
+    const auto done = qScopeGuard([this] { m_keeper.scheduler().lateness().endWait(); });
     const QList<Occurrence> due = dueNow();
     m_performer.decide(due);
     // Each is started in a turn of its own, so that requests and signals are served in between.
@@ -281,7 +282,7 @@ void DaemonController::announceNext()
     const auto occurrence = m_anticipation.next();
     if (!occurrence)
         return;
-    const OccurrencePerformer::Announcement announcement = m_performer.anticipate(*occurrence);
+    const Announcer::Announcement announcement = m_announcer.announce(*occurrence);
     m_isAsking = !announcement.isKnown;
     if (m_isAsking)
         return;
@@ -306,9 +307,8 @@ std::optional<Occurrence> DaemonController::heldOccurrence(const ReceivedOrder &
     const QVariant date = order.userInfo.value(OrderKey::date);
     if (!order.peer || date.typeId() != QMetaType::QDateTime)
         return {};
-    return m_keeper.scheduler().heldByAgent(
-        *order.peer, order.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
-        order.userInfo.value(OrderKey::parameters).toMap());
+    return m_handOvers.heldByAgent(*order.peer, order.userInfo.value(OrderKey::bundlePath).toString(),
+                                   date.toDateTime(), order.userInfo.value(OrderKey::parameters).toMap());
 }
 
 void DaemonController::daemonMustAct(const ReceivedOrder &order)
@@ -332,9 +332,9 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
         (!isPerformed && !hasFailed && !isSkipped && outcome != OrderOutcome::notPerformed))
         return;
     const auto handedOver = [&](OccurrenceState state) {
-        return m_keeper.scheduler().handedOver(
-            *order.peer, order.userInfo.value(OrderKey::bundlePath).toString(), date.toDateTime(),
-            order.userInfo.value(OrderKey::parameters).toMap(), state);
+        return m_handOvers.handedOver(*order.peer, order.userInfo.value(OrderKey::bundlePath).toString(),
+                                      date.toDateTime(), order.userInfo.value(OrderKey::parameters).toMap(),
+                                      state);
     };
     PerformanceOutcome told{hasFailed || isPerformed};
     told.output = outputIn(order);
@@ -344,14 +344,14 @@ void DaemonController::daemonMustNoteOutcome(const ReceivedOrder &order)
     if (!occurrence)
         return;
     if (isSkipped)
-        return m_performer.noteOverlap(*occurrence);
+        return m_performer.sessionOutcomes().noteOverlap(*occurrence);
     if (!isPerformed)
         told.failure = failureIn(order);
     if (const auto status = exitStatusIn(order); hasFailed || (isPerformed && status == 0))
         told.exitStatus = status;
     if (hasFailed && told.failure.isEmpty())
         told.failure = "its agent does not say why";
-    m_performer.noteOutcome(*occurrence, *order.peer, told);
+    m_performer.sessionOutcomes().note(*occurrence, *order.peer, told);
 }
 
 OrderPermissions::UserId DaemonController::consoleUser() const

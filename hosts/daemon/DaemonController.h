@@ -3,7 +3,9 @@
 
 #include "DozelyKit/core/foundation/ClockDoubt.h"
 #include "hosts/common/orders/OrderRefusal.h"
+#include "hosts/daemon/Announcer.h"
 #include "hosts/daemon/AnticipationPlan.h"
+#include "hosts/daemon/HandOvers.h"
 #include "hosts/daemon/OccurrencePerformer.h"
 #include "hosts/daemon/OccurrenceWishes.h"
 #include "hosts/daemon/OrderRate.h"
@@ -79,7 +81,9 @@ private:
     PlugInAnswers m_answers;
     ScheduleKeeper m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
+    HandOvers m_handOvers;
     OccurrencePerformer m_performer;
+    Announcer m_announcer;
     AnticipationPlan m_anticipation;
     OccurrenceWishes m_wishes;
     dozely::ClockDoubt m_clockDoubt;

@@ -2,14 +2,8 @@
 #include "hosts/daemon/OccurrencePerformer.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/IntegerValue.h"
-#include "DozelyKit/core/foundation/NSNotification.h"
-#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
-#include "DozelyKit/plugin/Names.h"
-#include "hosts/common/orders/GuardedPosting.h"
-#include "hosts/common/orders/OrderPermissions.h"
 #include "hosts/common/plugins/ActionPlace.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
@@ -24,30 +18,10 @@ using namespace dozely;
 
 namespace
 {
-QString labelOf(const Occurrence &occurrence)
-{
-    return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
-}
-
-/// The user in whose session alone a schedule may act; absent for one of root's, which acts for whoever is
-/// there.
-std::optional<quint32> onlyUserOf(const Schedule &schedule)
-{
-    const bool isRoots = !schedule.owner || OrderPermissions::isSystem(schedule.owner, RootFolder::owner());
-    return isRoots ? std::nullopt : schedule.owner;
-}
-
-OccurrenceRecord::Key keyOf(const Occurrence &occurrence)
-{
-    return {occurrence.schedule.identifier, occurrence.date};
-}
-
 QString couldNotBeReached(quint32 userId)
 {
     return QString("the agent of user %1 could not be reached").arg(userId);
 }
-/// An agent makes no more ready.
-constexpr qsizetype mostTold = 8;
 } // namespace
 
 OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &performances,
@@ -59,10 +33,13 @@ OccurrencePerformer::OccurrencePerformer(ScheduleKeeper &keeper, Performances &p
       m_answers(answers),
       m_posts(keeper.scheduler(), performances),
       m_actions(keeper, performances, answers),
-      m_waits(clock, keeper.scheduler())
+      m_waits(clock, keeper.scheduler()),
+      m_soonDue(keeper.scheduler(), answers, m_actions, m_waits, m_console, clock),
+      m_failures(keeper, m_waits, m_console, clock),
+      m_sessionOutcomes(keeper, m_failures, clock)
 {
     connect(&answers, &PlugInAnswers::answered, this, &OccurrencePerformer::takeAnswers);
-    connect(&m_actions, &DaemonActions::failed, this, &OccurrencePerformer::tellFailureSoon);
+    connect(&m_actions, &DaemonActions::failed, &m_failures, &FailureReports::tellSoon);
 }
 
 void OccurrencePerformer::decide(const QList<Occurrence> &due)
@@ -91,7 +68,7 @@ void OccurrencePerformer::decideOne(const Occurrence &occurrence, std::vector<Re
 {
     if (occurrence.mayHaveRun) {
         m_keeper.note(occurrence, OccurrenceState::Skipped);
-        tell(labelOf(occurrence) + " was skipped: it may have run before the record was lost");
+        tell(occurrence.label() + " was skipped: it may have run before the record was lost");
         return;
     }
     const auto possible = examine(occurrence, Place::AsConfigured, true);
@@ -125,16 +102,16 @@ void OccurrencePerformer::skip(const Occurrence &due, const OccurrenceSeries::Ru
 {
     if (run.count == 0)
         return;
-    const auto lateness = m_keeper.scheduler().lateness(due).count();
+    const auto lateness = m_keeper.scheduler().lateness().of(due).count();
     m_keeper.noteRun(due.schedule, run);
     const QString reason = why.isEmpty() ? QString() : ": " + why;
     if (run.count > 1 || !run.isCountExact)
         tell(QString("%1: %2%3 occurrences from %4 to %5 were missed%6")
-                 .arg(labelOf(due), run.isCountExact ? "" : "at least ", QString::number(run.count),
+                 .arg(due.label(), run.isCountExact ? "" : "at least ", QString::number(run.count),
                       run.first.toString(Qt::ISODate), run.last.toString(Qt::ISODate), reason));
     else
         tell(QString("%1 was skipped%2")
-                 .arg(labelOf(due), why.isEmpty() ? QString(": it is %1 s late").arg(lateness) : reason));
+                 .arg(due.label(), why.isEmpty() ? QString(": it is %1 s late").arg(lateness) : reason));
 }
 
 /// What is told while something is decided upon waits for the disk.
@@ -151,7 +128,7 @@ void OccurrencePerformer::performHandedBack(const Occurrence &occurrence)
     if (const auto possible = examine(occurrence, Place::Daemon, false)) {
         m_keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
         m_actions.perform(occurrence, possible->answers.bundleInfo);
-    } else if (m_unanswered.contains(keyOf(occurrence))) {
+    } else if (m_unanswered.contains(occurrence.key())) {
         m_handedBack += occurrence;
     }
 }
@@ -198,6 +175,12 @@ void OccurrencePerformer::takeBackThoseFor(quint32 userId)
     });
 }
 
+void OccurrencePerformer::prepareSoonDue()
+{
+    if (!hasMore()) // those that have begun need what was prepared for them
+        m_soonDue.prepare();
+}
+
 void OccurrencePerformer::takeBack()
 {
     for (const Ready &ready : m_ready)
@@ -206,107 +189,18 @@ void OccurrencePerformer::takeBack()
     m_actions.takeBack();
 }
 
-void OccurrencePerformer::prepareSoonDue()
-{
-    const Scheduler &scheduler = m_keeper.scheduler();
-    if (hasMore()) // those that have begun need what was prepared for them
-        return;
-    m_actions.callOffUnless([&](const Occurrence &occurrence) {
-        const auto pending = scheduler.pending(keyOf(occurrence));
-        return pending && pending->schedule == occurrence.schedule &&
-               pending->moment() == occurrence.moment();
-    });
-    const QDateTime now = m_clock.currentDate();
-    QList<Occurrence> forSessions;
-    for (const Occurrence &occurrence : scheduler.pendingBetween(now, now.addDuration(preparationTime))) {
-        const Schedule &schedule = occurrence.schedule;
-        if (scheduler.isHeldBack(keyOf(occurrence)) || m_told.contains(keyOf(occurrence)))
-            continue;
-        const auto known = m_answers.of(schedule);
-        if (!known || !*known)
-            continue;
-        const PlugInAnswers::Answers &answers = **known;
-        if (ActionPlace::actsInUserAgent(schedule.parameters, answers.bundleInfo)) {
-            if (!answers.handsOverItself)
-                forSessions += occurrence;
-        } else if (!answers.bundleInfo.isEmpty() && !ActionPlace::reasonAgainst(false, answers.bundleInfo)) {
-            m_actions.prepare(occurrence, answers.bundleInfo);
-        }
-    }
-    m_told.removeIf([&](const OccurrenceRecord::Key &key) {
-        const auto pending = scheduler.pending(key);
-        return !pending || pending->moment() <= now;
-    });
-    tellAgent(forSessions);
-}
-
-/// Tells the agent at the console, each once, which of these it will have.
-void OccurrencePerformer::tellAgent(QList<Occurrence> occurrences)
-{
-    occurrences = occurrences.mid(0, std::max<qsizetype>(mostTold - m_told.size(), 0));
-    if (occurrences.isEmpty())
-        return;
-    m_keeper.scheduler().beginWait();
-    const auto user = m_console->current();
-    m_keeper.scheduler().endWait();
-    for (const Occurrence &occurrence : std::as_const(occurrences)) {
-        m_told += keyOf(occurrence);
-        const auto owner = onlyUserOf(occurrence.schedule);
-        if (user && (!owner || *owner == user->userId) && !m_waits.isLetBe(user->userId))
-            AgentPosts::tellSoonDue(occurrence, user->userId);
-    }
-}
-
-std::optional<QDateTime> OccurrencePerformer::nextPreparation() const
-{
-    const auto next = m_keeper.scheduler().nextAfter(m_clock.currentDate().addDuration(preparationTime));
-    return next ? std::optional(next->addDuration(-preparationTime)) : std::nullopt;
-}
-
-OccurrencePerformer::Announcement OccurrencePerformer::anticipate(const Occurrence &occurrence)
-{
-    const auto notAnnounced = [&](bool isWanted, const QString &why) {
-        ZDRLog("%@ was not announced: %@", labelOf(occurrence), why);
-        return Announcement{.isWanted = isWanted};
-    };
-    const auto known = m_answers.of(occurrence.schedule, PlugInAnswers::Urgency::Due);
-    if (!known)
-        return {.isKnown = false};
-    if (!*known)
-        return notAnnounced(false, known->error().text);
-    if ((*known)->timeBeforeSelfAnticipation == -1)
-        return {.isWanted = false};
-    const auto user = m_console->pin();
-    const auto release = qScopeGuard([this] { m_console->release(); });
-    if (!user)
-        return notAnnounced(true, "nobody is logged in");
-    const auto delivery = m_posts.announce(
-        occurrence, **known, *user, [this, occurrence, userId = user->userId](AgentPosts::Delivery later) {
-            if (later == AgentPosts::Delivery::Received)
-                return;
-            ZDRLog("%@ was not announced: %@", labelOf(occurrence), couldNotBeReached(userId));
-            Q_EMIT announcementFailed(occurrence, userId);
-        });
-    if (delivery && *delivery != AgentPosts::Delivery::Received) {
-        (void)notAnnounced(true, couldNotBeReached(user->userId));
-        return {.there = user->userId};
-    }
-    ZDRLog("%@ is announced by the agent of user %u", labelOf(occurrence), user->userId);
-    return {.told = user->userId, .there = user->userId};
-}
-
 std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const Occurrence &occurrence,
                                                                           Place place, bool mayBeTooLate)
 {
     // One that waited for its agent was in time when it began to; how long it may wait is known there.
     const bool hasWaited = m_waits.contains(occurrence);
     const auto known = m_answers.of(occurrence.schedule, PlugInAnswers::Urgency::Due);
-    const auto heldUp = waitForAnswers(keyOf(occurrence));
+    const auto heldUp = waitForAnswers(occurrence.key());
     if (!known) {
-        m_keeper.scheduler().holdBack(keyOf(occurrence));
+        m_keeper.scheduler().holdBack(occurrence.key());
         return {};
     }
-    m_unanswered.remove(keyOf(occurrence));
+    m_unanswered.remove(occurrence.key());
     if (!*known) {
         notPerformed(occurrence, known->error().text);
         return {};
@@ -329,7 +223,8 @@ std::optional<OccurrencePerformer::Possible> OccurrencePerformer::examine(const 
     const bool isOnce = possible.rule.policy == MissedPolicy::RunOnce;
     if (!mayBeTooLate || (hasWaited && !isOnce))
         return possible;
-    const Scheduler::Verdict verdict = m_keeper.scheduler().judge(occurrence, possible.rule, heldUp);
+    const LatenessJudge::Verdict verdict =
+        m_keeper.scheduler().lateness().judge(occurrence, possible.rule, heldUp);
     possible.missed = verdict.missed;
     if (verdict.performed) {
         possible.occurrence = *verdict.performed;
@@ -388,7 +283,7 @@ void OccurrencePerformer::noteDelivery(const Ready &ready, AgentPosts::Delivery 
     if (delivery == AgentPosts::Delivery::Received) {
         m_waits.noteAnswer(*ready.user);
         m_keeper.note(ready.occurrence, OccurrenceState::Done, *ready.user);
-        ZDRLog("%@ was handed to the agent of user %u", labelOf(ready.occurrence), *ready.user);
+        ZDRLog("%@ was handed to the agent of user %u", ready.occurrence.label(), *ready.user);
         return;
     }
     m_waits.noteFailure(*ready.user, took);
@@ -407,11 +302,11 @@ void OccurrencePerformer::waitForAgent(const Ready &ready)
     const MissedRule rule =
         MissedRule::of(ready.occurrence.schedule, ready.answers.bundleInfo, ready.answers.timeOut);
     const bool isOnce = rule.policy == MissedPolicy::RunOnce && !ready.occurrence.isAskedFor;
-    const auto allowed = isOnce ? std::nullopt : Scheduler::allowedLateness(ready.occurrence, rule);
+    const auto allowed = isOnce ? std::nullopt : LatenessJudge::allowed(ready.occurrence, rule);
     if (!m_waits.wait(ready.occurrence, *ready.user, allowed))
         notPerformed(ready.occurrence, couldNotBeReached(*ready.user));
     else
-        ZDRLog("%@ waits for the agent of user %u", labelOf(ready.occurrence), *ready.user);
+        ZDRLog("%@ waits for the agent of user %u", ready.occurrence.label(), *ready.user);
 }
 
 /// The user at the console whose agent answers. Absent when the occurrence waits for one, or its
@@ -423,7 +318,7 @@ std::optional<quint32> OccurrencePerformer::reachableUser(const Possible &possib
     const bool isOnce = possible.rule.policy == MissedPolicy::RunOnce && !due.isAskedFor;
     const auto console = m_console->current();
     const bool waits = m_waits.contains(due);
-    const auto owner = onlyUserOf(due.schedule);
+    const auto owner = due.onlyUser();
     std::optional<quint32> user = owner ? owner : m_waits.userOf(due);
     if (console && (!user || (isOnce && !owner)))
         user = console->userId;
@@ -436,18 +331,18 @@ std::optional<quint32> OccurrencePerformer::reachableUser(const Possible &possib
         return user;
     const bool isAnotherThere = console && !isThere;
     const bool isForAnybody = !user || (isOnce && !owner && !console);
-    const auto allowed = isOnce ? std::nullopt : Scheduler::allowedLateness(due, possible.rule);
+    const auto allowed = isOnce ? std::nullopt : LatenessJudge::allowed(due, possible.rule);
     if (!m_waits.wait(due, isForAnybody ? std::nullopt : user, allowed))
         notPerformed(due, !user            ? QString("nobody is logged in")
                           : isAnotherThere ? QString("user %1 is not at the console").arg(*user)
                                            : couldNotBeReached(*user));
     else if (!waits && isForAnybody)
-        tell(labelOf(due) + " waits for somebody at the console");
+        tell(due.label() + " waits for somebody at the console");
     else if (!waits && (isAnotherThere || !console))
         tell(QString("%1 waits for user %2, who is not at the console")
-                 .arg(labelOf(due), QString::number(*user)));
+                 .arg(due.label(), QString::number(*user)));
     else if (!waits)
-        tell(QString("%1 waits for the agent of user %2").arg(labelOf(due), QString::number(*user)));
+        tell(QString("%1 waits for the agent of user %2").arg(due.label(), QString::number(*user)));
     return {};
 }
 
@@ -458,86 +353,13 @@ void OccurrencePerformer::noteUnknown(const Occurrence &occurrence, quint32 user
     m_keeper.note(occurrence, OccurrenceState::Unknown, userId);
     ZDRLog(
         "%@ was sent to the agent of user %u, which did not answer: it is not known whether it was performed",
-        labelOf(occurrence), userId);
-}
-
-void OccurrencePerformer::noteOutcome(const Occurrence &occurrence, quint32 userId,
-                                      const PerformanceOutcome &outcome)
-{
-    PerformanceOutcome end = outcome;
-    end.ended = m_clock.currentDate();
-    if (outcome.isSuccess()) {
-        noteSuccess(occurrence, userId, end);
-        return;
-    }
-    m_keeper.noteEnd(occurrence, end);
-    QString why = end.reason();
-    if (end.isPerformed()) {
-        ZDRLog("%@ failed with the agent of user %u: %@", labelOf(occurrence), userId, why);
-    } else {
-        why = QString("the agent of user %1 could not begin it").arg(userId) +
-              (why.isEmpty() ? QString() : ": " + why);
-        ZDRLog("%@ was not performed: %@", labelOf(occurrence), why);
-    }
-    tellFailureSoon(occurrence, why);
-}
-
-void OccurrencePerformer::noteOverlap(const Occurrence &occurrence)
-{
-    m_keeper.note(occurrence, OccurrenceState::Skipped);
-    ZDRLog("%@ was skipped: the action of the one before goes on", labelOf(occurrence));
-}
-
-/// That it is over is noted once, whatever its agent says afterwards: each time is a write on the disk.
-void OccurrencePerformer::noteSuccess(const Occurrence &occurrence, quint32 userId,
-                                      const PerformanceOutcome &end)
-{
-    const auto entry = m_keeper.scheduler().record().find(occurrence.schedule.identifier, occurrence.date);
-    const bool wasUnknown = entry && entry->state == OccurrenceState::Unknown;
-    if (end.output.isEmpty())
-        m_keeper.note(occurrence, OccurrenceState::Done, userId); // it may go on
-    else if (!entry || !entry->ended.isValid())
-        m_keeper.noteEnd(occurrence, end, userId);
-    if (wasUnknown)
-        ZDRLog("%@ was performed all the same by the agent of user %u", labelOf(occurrence), userId);
+        occurrence.label(), userId);
 }
 
 void OccurrencePerformer::notPerformed(const Occurrence &occurrence, const QString &why)
 {
     m_waits.end(occurrence);
     m_keeper.note(occurrence, OccurrenceState::NotPerformed);
-    tell(QString("%1 was not performed: %2").arg(labelOf(occurrence), why));
-    tellFailureSoon(occurrence, why);
-}
-
-/// In a turn of its own, so that what is due does not wait for an agent. Once: the disk has what became of
-/// the occurrence before anybody is told, so it becomes nothing else, in no later daemon either.
-void OccurrencePerformer::tellFailureSoon(const Occurrence &occurrence, const QString &why)
-{
-    const QVariant wish = occurrence.schedule.parameters.value(ParameterKey::tellsFailure);
-    const bool isWanted = wish.typeId() == QMetaType::Bool ? wish.toBool() : integerValue(wish) == 1;
-    if (!isWanted)
-        return;
-    QMetaObject::invokeMethod(
-        this, [this, name = occurrence.schedule.name, why] { tellFailure(name, why); }, Qt::QueuedConnection);
-}
-
-/// An agent that does not answer is not waited for again and again.
-void OccurrencePerformer::tellFailure(const QString &schedule, const QString &why)
-{
-    m_keeper.flush();
-    const auto user = m_console->current();
-    if (!user || !m_waits.isReachable(user->userId))
-        return;
-    const auto start = m_clock.steadyTime();
-    m_keeper.scheduler().beginWait();
-    const bool isReceived = GuardedPosting::postToAgentOfUser(
-        NSNotification(OrderName::userAgentMustTellFailure, QString(OrderSender::userAgent),
-                       {{OrderKey::scheduleName, schedule}, {OrderKey::failure, logLabel(why)}}),
-        user->userId);
-    m_keeper.scheduler().endWait();
-    if (isReceived)
-        m_waits.noteAnswer(user->userId);
-    else
-        m_waits.noteFailure(user->userId, m_clock.steadyTime() - start);
+    tell(QString("%1 was not performed: %2").arg(occurrence.label(), why));
+    m_failures.tellSoon(occurrence, why);
 }

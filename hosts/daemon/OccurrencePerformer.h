@@ -5,7 +5,10 @@
 #include "hosts/daemon/AgentPosts.h"
 #include "hosts/daemon/AgentWaits.h"
 #include "hosts/daemon/DaemonActions.h"
+#include "hosts/daemon/FailureReports.h"
 #include "hosts/daemon/PlugInAnswers.h"
+#include "hosts/daemon/SessionOutcomes.h"
+#include "hosts/daemon/SoonDue.h"
 
 #include <deque>
 #include <vector>
@@ -29,15 +32,11 @@ public:
     /// Takes up the actions that an earlier daemon began. Once, when the schedules have been read.
     void takeUp() { m_actions.takeUp(); }
 
-    /// So long before its date an action of the daemon is made ready.
-    static constexpr std::chrono::seconds preparationTime{2};
-
-    /// Makes ready what comes due soon in the daemon, and calls off what does not any more. Tells the agent
-    /// at the console of what it will have, so that it can do the same; for no agent anything waits.
+    /// Makes ready what comes due soon, unless something is to be started first (SoonDue).
     void prepareSoonDue();
 
     /// When there is next something to make ready; absent when there is nothing.
-    std::optional<QDateTime> nextPreparation() const;
+    std::optional<QDateTime> nextPreparation() const { return m_soonDue.next(); }
 
     /// Decides what becomes of those that came due or were asked for. One is skipped when it is later than
     /// MissedRule allows, or when another action of its schedule goes on and that is not to be, and held back
@@ -61,27 +60,8 @@ public:
     /// One that an agent hands back to be performed here.
     void performHandedBack(const Occurrence &occurrence);
 
-    /// What the agent of `userId`, which was handed an occurrence, says became of it: that it was performed
-    /// although the answer came too late, what it wrote, that it failed, or that it was not performed
-    /// although it was answered.
-    void noteOutcome(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &outcome);
-
-    /// What the agent of an occurrence that it was handed says: that it was not begun, since another action
-    /// of the schedule goes on there.
-    void noteOverlap(const Occurrence &occurrence);
-
-    /// What became of the wish to announce an occurrence.
-    struct Announcement {
-        bool isKnown = true;               ///< What the plug-in wants; else it is being asked.
-        bool isWanted = true;              ///< The plug-in itself may not want it.
-        std::optional<quint32> told = {};  ///< The user whose agent has it.
-        std::optional<quint32> there = {}; ///< The user who was asked for.
-    };
-
-    /// Has the agent of the user at the console announce an occurrence. One line in the log, unless the
-    /// plug-in does not want it announced. One whose plug-in has a way of its own to do that counts as told;
-    /// announcementFailed comes when it was not.
-    Announcement anticipate(const Occurrence &occurrence);
+    /// What agents say of what they were handed.
+    SessionOutcomes &sessionOutcomes() { return m_sessionOutcomes; }
 
     /// Tells when something that was held back is due again.
     const AgentWaits &waits() const { return m_waits; }
@@ -89,9 +69,6 @@ public:
 Q_SIGNALS:
     /// Something that waited for its plug-in's answers is due again, or can be announced.
     void tryAgain();
-
-    /// The agent of `userId` does not announce it after all.
-    void announcementFailed(const Occurrence &occurrence, quint32 userId);
 
 private:
     enum class Place { AsConfigured, Daemon };
@@ -110,7 +87,6 @@ private:
         OccurrenceSeries::Run missed; ///< Those before it that are not.
         bool isForSession;
     };
-    void tellAgent(QList<Occurrence> occurrences);
     std::chrono::milliseconds waitForAnswers(const OccurrenceRecord::Key &key);
     void takeAnswers();
     std::optional<Possible> examine(const Occurrence &occurrence, Place place, bool mayBeTooLate);
@@ -126,10 +102,7 @@ private:
     void skip(const Occurrence &due, const OccurrenceSeries::Run &run, const QString &why = {});
     void tell(const QString &line);
     void noteUnknown(const Occurrence &occurrence, quint32 userId);
-    void noteSuccess(const Occurrence &occurrence, quint32 userId, const PerformanceOutcome &end);
     void notPerformed(const Occurrence &occurrence, const QString &why);
-    void tellFailureSoon(const Occurrence &occurrence, const QString &why);
-    void tellFailure(const QString &schedule, const QString &why);
 
     ScheduleKeeper &m_keeper;
     std::shared_ptr<PinnedConsoleUser> m_console;
@@ -137,11 +110,13 @@ private:
     PlugInAnswers &m_answers;
     AgentPosts m_posts;
     DaemonActions m_actions;
-    QSet<OccurrenceRecord::Key> m_told; // to agents, as coming soon
-    QStringList m_lines;                // for the log, once the disk has what they tell
+    QStringList m_lines; // for the log, once the disk has what they tell
     bool m_isDeciding = false;
     std::deque<Ready> m_ready;                                            // recorded as begun
     QHash<OccurrenceRecord::Key, std::chrono::milliseconds> m_unanswered; // since when, on the steady clock
     QList<Occurrence> m_handedBack;                                       // the same
     AgentWaits m_waits;
+    SoonDue m_soonDue;
+    FailureReports m_failures;
+    SessionOutcomes m_sessionOutcomes;
 };

@@ -21,11 +21,6 @@ namespace
 {
 using enum OrderRefusal::Kind;
 
-QString labelOf(const Occurrence &occurrence)
-{
-    return QString("Schedule \"%1\"").arg(logLabel(occurrence.schedule.name));
-}
-
 QString textOf(const QDateTime &date)
 {
     return date.toUTC().toString(Qt::ISODate);
@@ -143,10 +138,10 @@ void OccurrenceWishes::skipOne(const Occurrence &occurrence, const QDateTime &up
     if (const auto noted = m_keeper.noteRemoved(occurrence, upTo); !noted)
         throw OrderRefusal(Impossible, noted.error().text);
     if (run.count > 1)
-        ZDRLog("%@: %lld occurrences from %@ to %@ are skipped at the wish of %@", labelOf(occurrence),
+        ZDRLog("%@: %lld occurrences from %@ to %@ are skipped at the wish of %@", occurrence.label(),
                static_cast<qlonglong>(run.count), textOf(run.first), textOf(run.last), sender);
     else
-        ZDRLog("%@: the occurrence at %@ is skipped at the wish of %@", labelOf(occurrence),
+        ZDRLog("%@: the occurrence at %@ is skipped at the wish of %@", occurrence.label(),
                textOf(occurrence.moment()), sender);
 }
 
@@ -175,9 +170,9 @@ void OccurrenceWishes::postponeOne(const Occurrence &occurrence, qint64 delay, c
     if (earlier.count > 0) {
         m_keeper.noteRun(occurrence.schedule, earlier);
         m_keeper.flush();
-        ZDRLog("%@: %lld occurrences from %@ to %@ were missed", labelOf(occurrence),
+        ZDRLog("%@: %lld occurrences from %@ to %@ were missed", occurrence.label(),
                static_cast<qlonglong>(earlier.count), textOf(earlier.first), textOf(earlier.last));
     }
-    ZDRLog("%@: the occurrence at %@ is postponed to %@ at the wish of %@", labelOf(occurrence),
+    ZDRLog("%@: the occurrence at %@ is postponed to %@ at the wish of %@", occurrence.label(),
            textOf(latest.moment()), textOf(to), sender);
 }

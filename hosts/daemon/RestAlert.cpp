@@ -34,9 +34,9 @@ Result<std::optional<quint32>> RestAlert::show(AfterAction step, const QDateTime
                                {{OrderKey::bundlePath, bundle},
                                 {OrderKey::date, date.toTimeZone(QTimeZone::systemTimeZone())},
                                 {OrderKey::parameters, parameters}});
-    m_scheduler.beginWait();
+    m_scheduler.lateness().beginWait();
     const bool isReceived = GuardedPosting::postToAgentOfUser(order, user->userId);
-    m_scheduler.endWait();
+    m_scheduler.lateness().endWait();
     if (!isReceived)
         return Error{QString("user %1 could not be alerted").arg(user->userId)};
     return std::optional(user->userId);

@@ -3,9 +3,7 @@
 
 #include "hosts/common/calendar/OccurrenceSeries.h"
 #include "hosts/common/performing/PerformanceOutcome.h"
-#include "hosts/common/schedules/Schedule.h"
-#include "hosts/daemon/MissedRule.h"
-#include "hosts/daemon/OccurrenceRecord.h"
+#include "hosts/daemon/LatenessJudge.h"
 #include "hosts/daemon/PendingOccurrences.h"
 #include "hosts/daemon/ScheduleDates.h"
 #include "hosts/daemon/ScheduleIndex.h"
@@ -14,7 +12,6 @@
 #include <QList>
 #include <QSet>
 
-#include <chrono>
 #include <functional>
 #include <limits>
 #include <vector>
@@ -26,27 +23,8 @@ class Clock;
 
 class SchedulerObserver;
 
-/// One date at which a schedule's action is to run.
-struct Occurrence {
-    Schedule schedule;
-    QDateTime date; ///< UTC. Differs from the schedule's own for an action that was asked for by hand.
-    bool mayHaveRun = false;    ///< It fell due in a time of which nothing is known.
-    bool isAskedFor = false;    ///< By hand, apart from all others of the schedule.
-    QDateTime postponedTo = {}; ///< UTC; invalid for one that is not postponed.
-
-    /// When it is to be performed, UTC: its date, or what it is postponed to.
-    const QDateTime &moment() const { return postponedTo.isValid() ? postponedTo : date; }
-
-    /// Whether it is not to be performed while another action of the schedule goes on. What is asked for is,
-    /// and so is what a schedule that does not repeat has, unless it says otherwise.
-    bool skipsOverlap() const;
-
-    /// The moment in the schedule's time zone: what plug-ins and agents are told, and tell it by.
-    QDateTime calendarDate() const;
-};
-
-/// The rules of the daemon: which occurrence is next, which are due, which are too late, and who has one.
-/// Knows the clock and remembers; reads and writes nothing.
+/// The rules of the daemon: which occurrence is next, which are due, and, by its LatenessJudge, which are too
+/// late. Knows the clock and remembers; reads and writes nothing.
 ///
 /// What is to come is kept in the order of its dates, so that one occurrence costs the same search among ten
 /// thousand schedules as among ten; who keeps something about schedules is told what changes
@@ -82,9 +60,6 @@ public:
     void setDoubted(const QDateTime &until);
     bool isClockDoubted() const { return m_doubtedUntil.isValid(); }
 
-    /// What has a date up to `until` was held up for `duration`, which is no lateness of its own.
-    void excuse(const QDateTime &until, std::chrono::milliseconds duration);
-
     /// What the store has. A schedule that repeats and was not seen before begins at its date, one that was
     /// disabled begins now; what it had before that is nobody's.
     void setSchedules(const QList<Schedule> &schedules);
@@ -119,6 +94,10 @@ public:
     /// Whether the schedule at this place has an occurrence at that date, still to come, that nothing became
     /// of yet, the current one or a later one.
     bool gives(qint32 place, const QDateTime &date) const;
+
+    /// Whether it may stand for others that came due after it: it is the current one of a schedule that
+    /// repeats.
+    bool isRunOf(const Occurrence &occurrence) const;
 
     /// What the current occurrence stands for when its date has come: all that the schedule had from there up
     /// to now and that nothing became of.
@@ -171,36 +150,11 @@ public:
     /// force.
     bool isToBePerformed(const OccurrenceRecord::Key &key) const;
 
-    /// How late an occurrence is now, in whole seconds; negative before its date.
-    std::chrono::seconds lateness(const Occurrence &occurrence) const;
-
-    /// Between the two everything else waits: for the daemon's own work, or for an agent, which may take its
-    /// time on purpose. Nothing is too late by that. What comes due in the same second or meanwhile is judged
-    /// from the end of the wait, and what is judged meanwhile as if it were its beginning. Waits within
-    /// waits, and those that follow one another closely, are one. A wait of more than a minute, in which the
-    /// machine may have slept, excuses nothing.
-    void beginWait();
-    void endWait();
-
-    /// What is to become of one that is due: of several that a schedule has missed, all at once.
-    struct Verdict {
-        std::optional<Occurrence> performed = {}; ///< Absent when none is.
-        OccurrenceSeries::Run missed = {};        ///< Too late; a count of 0 for none.
-    };
-    /// `heldUp` is the time for which `due` was held up.
-    Verdict judge(const Occurrence &due, const MissedRule &rule,
-                  std::chrono::milliseconds heldUp = std::chrono::milliseconds(0)) const;
-
-    /// Whether that is more than a plug-in's time-out (seconds, negative) allows. One that was asked for may
-    /// also be five minutes late: its daemon may have had to be started again, but nobody who said "now"
-    /// means the next day.
-    /// Nor is anything too late by the time for which it was held up.
-    bool isTooLate(const Occurrence &occurrence, qint32 timeOut,
-                   std::chrono::milliseconds heldUp = std::chrono::milliseconds(0)) const;
-
-    /// How late it may be; absent for however late.
-    static std::optional<std::chrono::milliseconds> allowedLateness(const Occurrence &occurrence,
-                                                                    const MissedRule &rule);
+    /// How late they are, and what is to become of those that are.
+    /// @{
+    LatenessJudge &lateness() { return m_lateness; }
+    const LatenessJudge &lateness() const { return m_lateness; }
+    /// @}
 
     /// A new occurrence of a schedule for an action that is asked for now, apart from all others of it, those
     /// to come included.
@@ -235,19 +189,6 @@ public:
     /// Remembers what becomes of an occurrence, and who has it while it is handed over.
     void note(const Occurrence &occurrence, OccurrenceState state, std::optional<quint32> handedTo = {});
 
-    /// An occurrence that the agent of `userId` has, told by what an order carries: the bundle's full
-    /// path and the date. Of several the one with equal `parameters`, else the first. Absent when that agent
-    /// has none such, has had it for longer than an hour, or its schedule was disabled, removed or given
-    /// another bundle.
-    std::optional<Occurrence> heldByAgent(quint32 userId, const QString &bundlePath, const QDateTime &date,
-                                          const QVariantMap &parameters = {}) const;
-
-    /// An occurrence in this state that the agent of `userId` has been handed, by what the order carried.
-    /// Unlike heldByAgent it matters neither how long ago that was nor what became of the schedule meanwhile,
-    /// and the parameters must be equal: what happened is told, nothing is to be done.
-    std::optional<Occurrence> handedOver(quint32 userId, const QString &bundlePath, const QDateTime &date,
-                                         const QVariantMap &parameters, OccurrenceState state) const;
-
     const OccurrenceRecord &record() const { return m_record; }
 
     /// For what makes no difference to what is to come.
@@ -277,12 +218,6 @@ private:
     qint64 lastDoubted() const;
     void set(const Occurrence &occurrence, const OccurrenceEntry &entry);
     void settle(const QString &identifier, const QDateTime &upTo);
-    QList<Occurrence> handedOut(quint32 userId, const QString &bundlePath, const QDateTime &date) const;
-    bool isRunOf(const Occurrence &occurrence) const;
-    bool isSuperseded(const Occurrence &due, const QDateTime &moment) const;
-    bool isLaterThan(std::optional<std::chrono::milliseconds> allowed, const Occurrence &occurrence,
-                     std::chrono::milliseconds heldUp) const;
-    QDateTime latestTooLate(const Occurrence &first, std::chrono::milliseconds allowed) const;
 
     const dozely::Clock &m_clock;
     OccurrenceRecord m_record;
@@ -298,13 +233,5 @@ private:
     QSet<OccurrenceRecord::Key> m_heldBack;
     QDateTime m_nothingKnownBefore;
     QDateTime m_doubtedUntil;
-    QDateTime m_excusedUntil;
-    std::chrono::milliseconds m_excusedFor{0};
-    struct Wait {
-        QDateTime start;
-        QDateTime end;
-    };
-    Wait m_wait;             // the last that ended
-    QDateTime m_presentWait; // the start of the one that goes on
-    int m_waits = 0;         // within one another, that go on
+    LatenessJudge m_lateness;
 };

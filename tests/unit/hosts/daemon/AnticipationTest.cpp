@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/daemon/OccurrencePerformer.h"
+#include "hosts/daemon/Announcer.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "support/FakeClock.h"
@@ -20,10 +20,10 @@ protected:
         return {schedule, schedule.date};
     }
 
-    OccurrencePerformer::Announcement anticipate(const Occurrence &occurrence)
+    Announcer::Announcement anticipate(const Occurrence &occurrence)
     {
         waitForAnswers(answers, occurrence.schedule);
-        return performer.anticipate(occurrence);
+        return announcer.announce(occurrence);
     }
 
     FakeClock clock{noon()};
@@ -31,8 +31,8 @@ protected:
     std::shared_ptr<FakeConsoleUser> console = std::make_shared<FakeConsoleUser>();
     Performances performances{performers(), DaemonActions::folder(), clock};
     PlugInAnswers answers{Performances::programNamed("dozely-performer"), clock};
-    OccurrencePerformer performer{keeper, performances, answers, std::make_shared<PinnedConsoleUser>(console),
-                                  clock};
+    Announcer announcer{keeper.scheduler(), performances, answers,
+                        std::make_shared<PinnedConsoleUser>(console)};
 };
 
 TEST_F(AnticipationTest, SaysThatNobodyIsLoggedIn)

@@ -201,9 +201,11 @@ TEST_F(OccurrencePerformerTest, RecordsOnceWhatAnActionInTheSessionWrote)
     keeper.noteBegun({{occurrence, ActingPlace::Session}});
     keeper.note(occurrence, OccurrenceState::Done, 4242);
     clock.advance(90s);
-    performer.noteOutcome(occurrence, 4242, {.hasBegun = true, .exitStatus = 0, .output = "first"});
+    performer.sessionOutcomes().note(occurrence, 4242,
+                                     {.hasBegun = true, .exitStatus = 0, .output = "first"});
     clock.advance(90s);
-    performer.noteOutcome(occurrence, 4242, {.hasBegun = true, .exitStatus = 0, .output = "second"});
+    performer.sessionOutcomes().note(occurrence, 4242,
+                                     {.hasBegun = true, .exitStatus = 0, .output = "second"});
     keeper.flush();
     const auto entry = *keeper.scheduler().record().find("a", noon());
     EXPECT_EQ(entry.state, OccurrenceState::Done);
@@ -223,7 +225,7 @@ TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionCouldNotBegin)
     const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
     keeper.noteBegun({{occurrence, ActingPlace::Session}});
     keeper.note(occurrence, OccurrenceState::Done, 4242);
-    performer.noteOutcome(occurrence, 4242, {false, "its bundle is gone"});
+    performer.sessionOutcomes().note(occurrence, 4242, {false, "its bundle is gone"});
     EXPECT_EQ(lastMessage(),
               "Schedule \"Name of a\" was not performed: the agent of user 4242 could not begin "
               "it: its bundle is gone");
@@ -239,7 +241,7 @@ TEST_F(OccurrencePerformerTest, RecordsWhyAnActionInTheSessionFailedAndThatNobod
     keeper.noteBegun({{occurrence, ActingPlace::Session}});
     keeper.note(occurrence, OccurrenceState::Done, 4242);
     clock.advance(90s);
-    performer.noteOutcome(occurrence, 4242, {true, "it took longer than 60 s", 143});
+    performer.sessionOutcomes().note(occurrence, 4242, {true, "it took longer than 60 s", 143});
     EXPECT_EQ(lastMessage(),
               "Schedule \"Name of a\" failed with the agent of user 4242: it took longer than 60 s");
     const auto entry = *keeper.scheduler().record().find("a", noon());
@@ -627,7 +629,7 @@ TEST_F(OccurrencePerformerTest, RecordsAsSkippedWhatAnAgentSkippedSinceTheOneBef
     const Occurrence occurrence = probe({{"Acts In User Agent", 1LL}});
     keeper.scheduler().setSchedules({occurrence.schedule});
     keeper.note(occurrence, OccurrenceState::Done, 501);
-    performer.noteOverlap(occurrence);
+    performer.sessionOutcomes().noteOverlap(occurrence);
     EXPECT_EQ(state(), OccurrenceState::Skipped);
     EXPECT_EQ(lastMessage(), "Schedule \"Name of a\" was skipped: the action of the one before goes on");
 }

@@ -279,7 +279,7 @@ private:
     {
         for (const Occurrence &occurrence : due) {
             const QString &identifier = occurrence.schedule.identifier;
-            const auto verdict = m_scheduler->judge(
+            const auto verdict = m_scheduler->lateness().judge(
                 occurrence, MissedRule::of(occurrence.schedule, {}, occurrence.isAskedFor ? -300 : -20));
             const bool isAnotherBegun =
                 std::any_of(begun.cbegin(), begun.cend(),

@@ -35,10 +35,10 @@ protected:
         scheduler.note(occurrence, OccurrenceState::Done);
     }
     QDateTime settled() const { return scheduler.record().calendar("a").value_or(CalendarEntry()).settled; }
-    Scheduler::Verdict judge(MissedPolicy policy, qint32 timeOut = -5,
-                             std::optional<std::chrono::seconds> limit = {}) const
+    LatenessJudge::Verdict judge(MissedPolicy policy, qint32 timeOut = -5,
+                                 std::optional<std::chrono::seconds> limit = {}) const
     {
-        return scheduler.judge(next(), {policy, limit, timeOut});
+        return scheduler.lateness().judge(next(), {policy, limit, timeOut});
     }
 
     FakeClock clock{noon()};
@@ -265,7 +265,7 @@ TEST_F(RecurringSchedulesTest, ArePostponedAndStayOneOccurrence)
     clock.advance(150s);
     ASSERT_EQ(scheduler.due().size(), 2);
     perform();
-    EXPECT_EQ(scheduler.lateness(next()), 0s) << "it counts from the moment to which it is postponed";
+    EXPECT_EQ(scheduler.lateness().of(next()), 0s) << "it counts from the moment to which it is postponed";
     perform();
     EXPECT_THAT(toCome(), ElementsAre(200));
     const auto entry = *scheduler.record().find("a", noon());
@@ -368,7 +368,7 @@ TEST_F(RecurringSchedulesTest, ToBeRunOnceRunTheLatestAlsoOfWhatIsPostponed)
     scheduler.setSchedules({Recurring::daily("a", noon())});
     scheduler.notePostponed(next(), noon().addDays(1).addSecs(1800));
     clock.jumpTo(noon().addDays(1).addSecs(3600));
-    const auto run = scheduler.judge(scheduler.pendingOf(0)[0], {MissedPolicy::RunOnce, {}, -5});
+    const auto run = scheduler.lateness().judge(scheduler.pendingOf(0)[0], {MissedPolicy::RunOnce, {}, -5});
     EXPECT_FALSE(run.performed) << "the postponed one came due after it";
     scheduler.noteRun(next().schedule, run.missed);
     EXPECT_EQ(next().date, noon());

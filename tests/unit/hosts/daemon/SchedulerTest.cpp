@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/daemon/Scheduler.h"
+#include "hosts/daemon/HandOvers.h"
 #include "hosts/daemon/SchedulerObserver.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
@@ -114,23 +115,23 @@ TEST_F(SchedulerTest, ReadsLatenessAgainstThePlugInsTimeOut)
 {
     const Occurrence occurrence = occurrenceOf(schedule("a"));
     clock.advance(5s);
-    EXPECT_EQ(scheduler.lateness(occurrence), 5s);
-    EXPECT_FALSE(scheduler.isTooLate(occurrence, -5));
+    EXPECT_EQ(scheduler.lateness().of(occurrence), 5s);
+    EXPECT_FALSE(scheduler.lateness().isTooLate(occurrence, -5));
     clock.advance(1ms);
-    EXPECT_TRUE(scheduler.isTooLate(occurrence, -5));
-    EXPECT_FALSE(scheduler.isTooLate(occurrence, -180));
-    EXPECT_FALSE(scheduler.isTooLate(occurrence, std::numeric_limits<qint32>::min()));
+    EXPECT_TRUE(scheduler.lateness().isTooLate(occurrence, -5));
+    EXPECT_FALSE(scheduler.lateness().isTooLate(occurrence, -180));
+    EXPECT_FALSE(scheduler.lateness().isTooLate(occurrence, std::numeric_limits<qint32>::min()));
 }
 
 TEST_F(SchedulerTest, LeavesASecondToAPlugInWithoutTimeOut)
 {
     const Occurrence occurrence = occurrenceOf(schedule("a"));
     clock.advance(1s);
-    EXPECT_FALSE(scheduler.isTooLate(occurrence, 0));
-    EXPECT_FALSE(scheduler.isTooLate(occurrence, 60));
+    EXPECT_FALSE(scheduler.lateness().isTooLate(occurrence, 0));
+    EXPECT_FALSE(scheduler.lateness().isTooLate(occurrence, 60));
     clock.advance(1ms);
-    EXPECT_TRUE(scheduler.isTooLate(occurrence, 0));
-    EXPECT_TRUE(scheduler.isTooLate(occurrence, 60));
+    EXPECT_TRUE(scheduler.lateness().isTooLate(occurrence, 0));
+    EXPECT_TRUE(scheduler.lateness().isTooLate(occurrence, 60));
 }
 
 TEST_F(SchedulerTest, FindsWhatAForwardJumpOfTheClockPassedDueAndTooLate)
@@ -138,7 +139,7 @@ TEST_F(SchedulerTest, FindsWhatAForwardJumpOfTheClockPassedDueAndTooLate)
     scheduler.setSchedules({schedule("a", noon().addSecs(600))});
     clock.jumpTo(noon().addSecs(3600));
     ASSERT_EQ(due(), QStringList{"a"});
-    EXPECT_TRUE(scheduler.isTooLate(scheduler.due().first(), -5));
+    EXPECT_TRUE(scheduler.lateness().isTooLate(scheduler.due().first(), -5));
 }
 
 TEST_F(SchedulerTest, WaitsAgainAfterTheClockIsSetBack)
@@ -200,13 +201,15 @@ TEST_F(SchedulerTest, MakesOccurrencesForNowThatAreApartFromAllOthers)
 TEST_F(SchedulerTest, GivesAnOccurrenceToTheUserWhoseAgentHasItAndToNobodyElse)
 {
     scheduler.setSchedules({schedule("a")});
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon())) << "not handed to anybody yet";
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()))
+        << "not handed to anybody yet";
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
-    EXPECT_FALSE(scheduler.heldByAgent(502, bundlePath(), noon()));
-    EXPECT_FALSE(scheduler.heldByAgent(0, bundlePath(), noon()));
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon().addSecs(1)));
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath() + "x", noon()));
-    const auto held = scheduler.heldByAgent(501, bundlePath(), schedule("a").calendarDate());
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(502, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(0, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon().addSecs(1)));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath() + "x", noon()));
+    const auto held =
+        HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), schedule("a").calendarDate());
     ASSERT_TRUE(held);
     EXPECT_EQ(held->schedule.identifier, "a");
     EXPECT_EQ(held->date, noon());
@@ -217,10 +220,10 @@ TEST_F(SchedulerTest, TakesAHandedOverOccurrenceBackOnlyOnce)
     scheduler.setSchedules({schedule("a")});
     for (const auto after : {OccurrenceState::Begun, OccurrenceState::Done, OccurrenceState::Removed}) {
         scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
-        const auto held = scheduler.heldByAgent(501, bundlePath(), noon());
+        const auto held = HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon());
         ASSERT_TRUE(held);
         scheduler.note(*held, after);
-        EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon()));
+        EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
     }
 }
 
@@ -228,17 +231,17 @@ TEST_F(SchedulerTest, DoesNotTakeBackWhatWasRemovedDisabledOrMovedToAnotherBundl
 {
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
     scheduler.setSchedules({});
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
     Schedule disabled = schedule("a");
     disabled.isEnabled = false;
     scheduler.setSchedules({disabled});
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
     Schedule other = schedule("a");
     other.bundlePath = "/other.plugin";
     scheduler.setSchedules({other});
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
     scheduler.setSchedules({schedule("a")});
-    EXPECT_TRUE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_TRUE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
 }
 
 TEST_F(SchedulerTest, TakesAnOccurrenceBackForAnHour)
@@ -246,9 +249,9 @@ TEST_F(SchedulerTest, TakesAnOccurrenceBackForAnHour)
     scheduler.setSchedules({schedule("a")});
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
     clock.advance(1h);
-    EXPECT_TRUE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_TRUE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
     clock.advance(1ms);
-    EXPECT_FALSE(scheduler.heldByAgent(501, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
 }
 
 TEST_F(SchedulerTest, TellsOccurrencesOfOneBundleAndDateApartByTheirParameters)
@@ -258,10 +261,17 @@ TEST_F(SchedulerTest, TellsOccurrencesOfOneBundleAndDateApartByTheirParameters)
     scheduler.setSchedules({schedule("a"), other});
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
     scheduler.note(occurrenceOf(other), OccurrenceState::Done, 501);
-    EXPECT_EQ(scheduler.heldByAgent(501, bundlePath(), noon(), other.parameters)->schedule.identifier, "b");
-    EXPECT_EQ(scheduler.heldByAgent(501, bundlePath(), noon(), {{"Key", "made up"}})->schedule.identifier,
+    EXPECT_EQ(HandOvers(clock, scheduler)
+                  .heldByAgent(501, bundlePath(), noon(), other.parameters)
+                  ->schedule.identifier,
+              "b");
+    EXPECT_EQ(HandOvers(clock, scheduler)
+                  .heldByAgent(501, bundlePath(), noon(), {{"Key", "made up"}})
+                  ->schedule.identifier,
               "a");
-    EXPECT_EQ(scheduler.heldByAgent(501, bundlePath(), noon(), {{"Key", "made up"}})->schedule.parameters,
+    EXPECT_EQ(HandOvers(clock, scheduler)
+                  .heldByAgent(501, bundlePath(), noon(), {{"Key", "made up"}})
+                  ->schedule.parameters,
               schedule("a").parameters);
 }
 
@@ -270,8 +280,8 @@ TEST_F(SchedulerTest, RemembersAHandOverAcrossARestart)
     scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Done, 501);
     Scheduler restarted(clock, scheduler.record());
     restarted.setSchedules({schedule("a")});
-    EXPECT_TRUE(restarted.heldByAgent(501, bundlePath(), noon()));
-    EXPECT_FALSE(restarted.heldByAgent(502, bundlePath(), noon()));
+    EXPECT_TRUE(HandOvers(clock, restarted).heldByAgent(501, bundlePath(), noon()));
+    EXPECT_FALSE(HandOvers(clock, restarted).heldByAgent(502, bundlePath(), noon()));
 }
 
 TEST_F(SchedulerTest, TellsWhatChangesByThePlaceInTheStore)

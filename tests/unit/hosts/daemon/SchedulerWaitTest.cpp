@@ -14,13 +14,13 @@ protected:
     bool isTooLate(int secondsAfterNoon) const
     {
         const QDateTime date = noon().addSecs(secondsAfterNoon);
-        return scheduler.isTooLate({schedule("a", date), date}, timeOut);
+        return scheduler.lateness().isTooLate({schedule("a", date), date}, timeOut);
     }
     void wait(std::chrono::seconds duration)
     {
-        scheduler.beginWait();
+        scheduler.lateness().beginWait();
         clock.advance(duration);
-        scheduler.endWait();
+        scheduler.lateness().endWait();
     }
 
     FakeClock clock{noon()};
@@ -79,23 +79,23 @@ TEST_F(SchedulerWaitTest, WhatIsDueInTheSecondInWhichTheWaitBeganIsNotTooLateByT
 TEST_F(SchedulerWaitTest, WhileTheDaemonIsAtItNothingGetsTooLate)
 {
     clock.advance(3s);
-    scheduler.beginWait();
+    scheduler.lateness().beginWait();
     clock.advance(20s);
     EXPECT_FALSE(isTooLate(0)) << "3 s when it began";
     EXPECT_FALSE(isTooLate(10));
     EXPECT_TRUE(isTooLate(-3)) << "6 s when it began";
     clock.advance(41s);
     EXPECT_TRUE(isTooLate(0)) << "the machine may have slept";
-    scheduler.endWait();
+    scheduler.lateness().endWait();
 }
 
 TEST_F(SchedulerWaitTest, AWaitWithinWorkIsPartOfIt)
 {
-    scheduler.beginWait();
+    scheduler.lateness().beginWait();
     wait(10s);
     clock.advance(10s);
     EXPECT_FALSE(isTooLate(0));
-    scheduler.endWait();
+    scheduler.lateness().endWait();
     EXPECT_FALSE(isTooLate(0));
     clock.advance(6s);
     EXPECT_TRUE(isTooLate(0));
