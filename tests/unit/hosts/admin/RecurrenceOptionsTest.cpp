@@ -47,9 +47,10 @@ protected:
     }
     void setFormer(const QString &rule, const QString &start, const QStringList &excluded = {})
     {
-        former.recurrence = Recurrence{rule, *WallTime::fromString(start), {}, {}, {}};
+        Recurrence recurrence{rule, *WallTime::fromString(start), {}, {}, {}};
         for (const QString &date : excluded)
-            former.recurrence->excludedDates += *WallTime::fromString(date);
+            recurrence.excludedDates += *WallTime::fromString(date);
+        former.recurrence = recurrence;
     }
 
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
