@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace dozely
@@ -27,6 +28,11 @@ std::shared_ptr<NSTextFieldCell> CellDelegate::cell() const
 void CellDelegate::setValueRole(int role)
 {
     m_role = role;
+}
+
+int CellDelegate::valueRole() const
+{
+    return m_role;
 }
 
 void CellDelegate::setRowHeight(int height)
@@ -66,9 +72,8 @@ void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
 QSize CellDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     prepare(option, index);
-    const QSizeF size = m_cell->cellSize();
-    return {static_cast<int>(std::ceil(size.width())),
-            m_rowHeight > 0 ? m_rowHeight : static_cast<int>(std::ceil(size.height()))};
+    return {static_cast<int>(std::ceil(m_cell->cellSize().width())),
+            std::max(m_rowHeight, static_cast<int>(std::ceil(m_cell->rowHeight())))};
 }
 
 QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
@@ -98,7 +103,7 @@ void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, cons
 void CellDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                                         const QModelIndex &) const
 {
-    editor->setGeometry(m_cell->editingFrameForCellFrame(option.rect).toAlignedRect());
+    editor->setGeometry(m_cell->editingFrameForCellFrame(option.rect, option.widget).toAlignedRect());
 }
 
 } // namespace dozely

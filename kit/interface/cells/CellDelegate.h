@@ -10,7 +10,7 @@ namespace dozely
 
 /// Lets a view of Qt's draw and edit its items with a cell. The view's style draws what lies below: the
 /// selection, the focus. The cell gets the item's value, whether it is enabled and whether it is selected,
-/// right before it draws.
+/// right before it draws. What a screen reader reads comes from the model: CellTextModel.
 ///
 ///     auto *delegate = new CellDelegate(std::make_shared<WDConfiguratorCell>(), list);
 ///     delegate->setValueRole(Qt::UserRole); // where the model has the entries
@@ -27,8 +27,9 @@ public:
 
     /// The role of the items' data that becomes the object value; Qt::EditRole unless set.
     void setValueRole(int role);
+    int valueRole() const;
 
-    /// In points; what the cell says (cellSize) unless set.
+    /// In points, at least: a row is as high as the cell needs (rowHeight) in any case.
     void setRowHeight(int height);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -46,7 +47,7 @@ private:
 
     std::shared_ptr<NSTextFieldCell> m_cell;
     int m_role = Qt::EditRole;
-    int m_rowHeight = 0; // 0: the cell's
+    int m_rowHeight = 0;
 };
 
 } // namespace dozely

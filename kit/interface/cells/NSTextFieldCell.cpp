@@ -11,6 +11,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <optional>
 
 using namespace dozely;
 
@@ -21,7 +22,7 @@ constexpr double margin = 2; // between the frame and the text, left and right
 
 struct NSTextFieldCell::Private {
     QVariant value;
-    QFont font = NSFont::userFontOfSize(NSFont::smallSystemFontSize());
+    std::optional<QFont> font;
     QColor textColor;       // invalid: the palette's
     QColor backgroundColor; // invalid: the palette's
     bool enabled = true;
@@ -82,7 +83,7 @@ void NSTextFieldCell::setHighlighted(bool highlighted)
 
 QFont NSTextFieldCell::font() const
 {
-    return d->font;
+    return d->font ? *d->font : NSFont::userFontOfSize(NSFont::smallSystemFontSize());
 }
 
 void NSTextFieldCell::setFont(const QFont &font)
@@ -128,8 +129,18 @@ QColor NSTextFieldCell::backgroundColorInView(const QWidget *view) const
 
 QSizeF NSTextFieldCell::cellSize() const
 {
-    const QSizeF text = LaidOutText(stringValue(), d->font).size();
+    const QSizeF text = LaidOutText(stringValue(), font()).size();
     return {text.width() + 2 * margin, text.height()};
+}
+
+double NSTextFieldCell::rowHeight() const
+{
+    return cellSize().height();
+}
+
+QString NSTextFieldCell::accessibilityLabel() const
+{
+    return stringValue();
 }
 
 void NSTextFieldCell::drawWithFrameInView(const QRectF &frame, QWidget *view)
@@ -152,13 +163,14 @@ void NSTextFieldCell::drawInteriorWithFrameInView(const QRectF &frame, QWidget *
         colour = ViewPalette::of(view).color(QPalette::Active, QPalette::HighlightedText);
     QString line = stringValue();
     line.replace('\n', ' ');
-    const LaidOutText text(QFontMetricsF(d->font).elidedText(line, Qt::ElideRight, room), d->font);
+    const QFont font = this->font();
+    const LaidOutText text(QFontMetricsF(font).elidedText(line, Qt::ElideRight, room), font);
     const bool atTheRight = ViewPalette::layoutDirection(view) == Qt::RightToLeft;
     const double x = frame.x() + margin + (atTheRight ? room - text.size().width() : 0);
     text.drawAtPoint(*context, {x, frame.y() + (frame.height() - text.size().height()) * 0.5}, colour);
 }
 
-QRectF NSTextFieldCell::editingFrameForCellFrame(const QRectF &frame) const
+QRectF NSTextFieldCell::editingFrameForCellFrame(const QRectF &frame, const QWidget *) const
 {
     return frame;
 }
@@ -170,7 +182,7 @@ void NSTextFieldCell::editWithFrameInView(const QRectF &frame, QWidget *view, QL
     editor->setParent(view);
     if (delegate)
         editor->installEventFilter(delegate);
-    editor->setFont(d->font);
+    editor->setFont(font());
     editor->setText(stringValue());
     editor->setGeometry(frame.toAlignedRect());
     editor->show();

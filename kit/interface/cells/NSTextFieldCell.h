@@ -47,7 +47,7 @@ public:
     bool isHighlighted() const;
     void setHighlighted(bool highlighted);
 
-    /// The user's font in the small system size unless set.
+    /// The user's font in the small system size, as they are now, unless set.
     QFont font() const;
     void setFont(const QFont &font);
 
@@ -67,6 +67,12 @@ public:
     /// The room that the text needs.
     virtual QSizeF cellSize() const;
 
+    /// How high a row must be to show all that the cell draws.
+    virtual double rowHeight() const;
+
+    /// What a screen reader says of the value: the text.
+    virtual QString accessibilityLabel() const;
+
     /// Draws background and interior.
     virtual void drawWithFrameInView(const QRectF &frame, QWidget *view);
 
@@ -75,7 +81,7 @@ public:
     virtual void drawInteriorWithFrameInView(const QRectF &frame, QWidget *view);
 
     /// Where in the frame the text is edited: the whole frame.
-    virtual QRectF editingFrameForCellFrame(const QRectF &frame) const;
+    virtual QRectF editingFrameForCellFrame(const QRectF &frame, const QWidget *view = nullptr) const;
 
     /// Puts the editor, which becomes a child of `view`, into the frame with the text and lets the user
     /// begin. `delegate` becomes the editor's event filter, when there is one; `event`, which began it, may

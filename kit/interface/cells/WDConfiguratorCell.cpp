@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/interface/drawing/ImageExtensions.h"
 #include "DozelyKit/interface/drawing/LaidOutText_p.h"
+#include "DozelyKit/interface/drawing/LibraryText_p.h"
 #include "DozelyKit/interface/drawing/NSFont.h"
 #include "DozelyKit/interface/drawing/NSGraphicsContext.h"
 #include "DozelyKit/interface/views/ViewPalette_p.h"
@@ -19,6 +20,13 @@ constexpr double nameLeft = 25;
 constexpr double rightMargin = 5;
 constexpr double actionTop = 14;
 constexpr double actionLeft = 30; // of the span in which the action is centred
+constexpr double lines = 2;
+
+/// How much farther down the second line is than at the usual size of the font.
+double moreLeading()
+{
+    return actionTop * (NSFont::smallSystemFontSize() / NSFont::usualSmallSystemFontSize - 1);
+}
 
 bool isDictionary(const QVariant &value)
 {
@@ -66,6 +74,22 @@ void WDConfiguratorCell::setObjectValue(const QVariant &value)
     NSTextFieldCell::setObjectValue(value);
 }
 
+double WDConfiguratorCell::rowHeight() const
+{
+    return lines * (actionTop + moreLeading());
+}
+
+QString WDConfiguratorCell::accessibilityLabel() const
+{
+    QStringList parts{d->name, d->time, d->action};
+    if (d->wakeup)
+        parts += libraryText("wakes the computer");
+    if (d->startup)
+        parts += libraryText("starts the computer");
+    parts.removeAll(QString());
+    return parts.join(", ");
+}
+
 void WDConfiguratorCell::drawInteriorWithFrameInView(const QRectF &frame, QWidget *view)
 {
     const NSGraphicsContext *context = NSGraphicsContext::currentContext();
@@ -74,7 +98,7 @@ void WDConfiguratorCell::drawInteriorWithFrameInView(const QRectF &frame, QWidge
     // Of the four images, only the one that is drawn can be seen to be loaded.
     context->compositeToPoint(
         zandorSoftwaresExtensions::imageNamedInBundleOfInstance(d->dot(), this, context->devicePixelRatio()),
-        {frame.x() + dotLeft, frame.y() + dotBottom});
+        {frame.x() + dotLeft, frame.y() + dotBottom + moreLeading()});
 
     const QColor colour = isEnabled() ? ViewPalette::textColor(view) : ViewPalette::grayColor(view);
     const QFont font = NSFont::userFontOfSize(NSFont::smallSystemFontSize());
@@ -85,8 +109,9 @@ void WDConfiguratorCell::drawInteriorWithFrameInView(const QRectF &frame, QWidge
     time.drawAtPoint(*context, {frame.x() + right - time.size().width(), frame.y()}, colour);
     const LaidOutText action(d->action, font);
     const double middle = (right - actionLeft) * 0.5 + actionLeft;
-    action.drawAtPoint(*context, {frame.x() + middle - action.size().width() * 0.5, frame.y() + actionTop},
-                       colour);
+    action.drawAtPoint(
+        *context, {frame.x() + middle - action.size().width() * 0.5, frame.y() + actionTop + moreLeading()},
+        colour);
 }
 
 QString WDConfiguratorCell::name() const

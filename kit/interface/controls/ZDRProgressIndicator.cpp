@@ -2,12 +2,14 @@
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/interface/controls/IndicatorAccessible_p.h"
 #include "DozelyKit/interface/drawing/NSBezierPath.h"
 #include "DozelyKit/interface/drawing/NSGraphicsContext.h"
 #include "DozelyKit/interface/drawing/RectangleExtensions.h"
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace dozely;
@@ -37,7 +39,10 @@ QPainterPath sector(const QPointF &center, double radius, double from, double to
 }
 } // namespace
 
-ZDRProgressIndicator::ZDRProgressIndicator(QWidget *parent) : QWidget(parent) {}
+ZDRProgressIndicator::ZDRProgressIndicator(QWidget *parent) : QWidget(parent)
+{
+    IndicatorAccessible::install();
+}
 
 std::unique_ptr<ZDRProgressIndicator> ZDRProgressIndicator::initWithFrame(const QRectF &frame)
 {
@@ -85,8 +90,18 @@ float ZDRProgressIndicator::floatValue() const
 
 void ZDRProgressIndicator::setFloatValue(float value)
 {
+    const int before = percentage();
     m_value = value;
     update();
+    if (percentage() != before && QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(this, m_value);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+int ZDRProgressIndicator::percentage() const
+{
+    return m_maxValue > 0 ? static_cast<int>(std::clamp(m_value / m_maxValue, 0.0F, 1.0F) * 100) : 0;
 }
 
 void ZDRProgressIndicator::startAnimation()

@@ -11,7 +11,7 @@
 
 /// A round countdown indicator: a white sector, growing counter-clockwise from twelve o'clock with the value,
 /// over a grey disc, and a dark hand at the sector's end. At 0 the disc is all grey and the hand points
-/// straight up.
+/// straight up. A screen reader sees a progress bar, called "Time left" unless it was given a name.
 ///
 /// THREADING: the main thread.
 class DOZELYINTERFACE_EXPORT ZDRProgressIndicator : public QWidget
@@ -44,6 +44,9 @@ public:
     /// The value; setting it redraws. It is not held to the scale.
     float floatValue() const;
     void setFloatValue(float value);
+
+    /// The value against the greatest one, from 0 to 100; 0 while nothing is drawn.
+    int percentage() const;
 
     /// Begins to count down from the value, the first step after one delay. Stops by itself with the step
     /// that reaches 0 or goes below it; never, if a step takes nothing off.

@@ -11,7 +11,10 @@ class DOZELYINTERFACE_EXPORT NSFont
 public:
     NSFont() = delete;
 
-    /// 11.
+    /// smallSystemFontSize where nobody has made fonts larger.
+    static constexpr double usualSmallSystemFontSize = 11;
+
+    /// 11 beside an application font of up to 13, larger in proportion beside a larger one.
     static double smallSystemFontSize();
 
     /// The user's font, which is the application's, upright and of normal weight, at that size.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How it looks, whole: each piece against its reference picture, at two scales, in both reading directions
-// and both palettes. tests/baseline/README.md tells how references are made.
+// How it looks, whole: each piece against its reference picture, at several scales, in both reading
+// directions and both palettes. tests/baseline/README.md tells how references are made.
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/interface/cells/CellDelegate.h"
 #include "DozelyKit/interface/cells/WDConfiguratorCell.h"
@@ -122,4 +122,5 @@ TEST_P(PlainPictures, PathsAndFills)
 
 INSTANTIATE_TEST_SUITE_P(Looks, PlainPictures, Look::fromLeftToRight(), Look::ofTest);
 INSTANTIATE_TEST_SUITE_P(Looks, Pictures, Look::all(), Look::ofTest);
+INSTANTIATE_TEST_SUITE_P(ScalesBetween, Pictures, Look::atScalesBetween(), Look::ofTest);
 } // namespace

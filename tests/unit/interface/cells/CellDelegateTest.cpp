@@ -99,6 +99,46 @@ TEST_F(CellDelegateTest, RowsAreAsHighAsTheCellUnlessSet)
     EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 30);
 }
 
+TEST_F(CellDelegateTest, RowsAreNeverLowerThanTheirImages)
+{
+    const auto cell = std::make_shared<ZDRImageTextCell>();
+    cell->setImage(QImage(10, 40, QImage::Format_ARGB32_Premultiplied));
+    use(cell);
+    EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 40);
+    m_delegate->setRowHeight(30);
+    EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 40);
+    m_delegate->setRowHeight(50);
+    EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 50);
+}
+
+TEST_F(CellDelegateTest, RowsOfSchedulesAreHighEnoughForBothLines)
+{
+    use(std::make_shared<WDConfiguratorCell>());
+    m_delegate->setRowHeight(20);
+    EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 28);
+    const QFont usual = QGuiApplication::font();
+    QFont large = usual;
+    large.setPixelSize(26);
+    QGuiApplication::setFont(large);
+    EXPECT_EQ(m_list.sizeHintForIndex(m_model.index(1, 0)).height(), 56);
+    QGuiApplication::setFont(usual);
+}
+
+TEST_F(CellDelegateTest, FromRightToLeftTheUserEditsToTheLeftOfTheImage)
+{
+    const auto cell = std::make_shared<ZDRImageTextCell>();
+    cell->setImage(QImage(10, 10, QImage::Format_ARGB32_Premultiplied));
+    use(cell);
+    m_list.setLayoutDirection(Qt::RightToLeft);
+    m_list.show();
+    const QModelIndex index = m_model.index(1, 0);
+    m_list.setCurrentIndex(index);
+    m_list.edit(index);
+    const auto *const editor = m_list.findChild<QLineEdit *>();
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(editor->geometry(), m_list.visualRect(index).adjusted(0, 0, -13, 0));
+}
+
 TEST_F(CellDelegateTest, TheStyleDrawsTheSelectionBelowTheCell)
 {
     use(std::make_shared<WDConfiguratorCell>()); // draws nothing here: the rows hold texts, no entries

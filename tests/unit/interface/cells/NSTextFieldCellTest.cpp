@@ -222,4 +222,20 @@ TEST(NSTextFieldCell, ACopyHasTheSameStateAndGoesItsOwnWay)
     EXPECT_EQ(copy->textColor(), QColor(Qt::blue));
     EXPECT_EQ(copy->font().pixelSize(), 30);
 }
+
+TEST(NSTextFieldCell, FollowsTheApplicationsFontWhenThatBecomesLarger)
+{
+    const QFont usual = QGuiApplication::font();
+    NSTextFieldCell cell;
+    cell.setObjectValue("text");
+    const double height = cell.cellSize().height();
+    QFont large = usual;
+    large.setPixelSize(26);
+    QGuiApplication::setFont(large);
+    EXPECT_EQ(cell.font().pixelSize(), 22);
+    EXPECT_GT(cell.cellSize().height(), 1.8 * height);
+    cell.setFont(usual);
+    EXPECT_EQ(cell.font(), usual) << "one that was set stays";
+    QGuiApplication::setFont(usual);
+}
 } // namespace

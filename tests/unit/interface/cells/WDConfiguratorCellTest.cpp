@@ -334,3 +334,21 @@ TEST(WDConfiguratorCell, DotsAreCrispAtEveryScale)
 } // namespace
 
 #include "WDConfiguratorCellTest.moc"
+
+TEST(WDConfiguratorCell, ItsLinesMoveApartWithALargerFont)
+{
+    const QFont usual = QGuiApplication::font();
+    QFont large = usual;
+    large.setPixelSize(26);
+    QGuiApplication::setFont(large);
+    WDConfiguratorCell cell;
+    cell.setObjectValue(entry("Ågjpq", "", ""));
+    const QRect name = textInk(drawn(cell, QRectF(10, 2, 120, 56)));
+    cell.setObjectValue(entry("", "", "Ågjpq"));
+    const QImage second = drawn(cell, QRectF(10, 2, 120, 56));
+    EXPECT_EQ(textInk(second).top() - name.top(), 28);
+    EXPECT_LT(name.bottom(), textInk(second).top()) << "neither line is on the other";
+    EXPECT_NEAR(inkOf(second.copy(0, 0, 30, second.height()), paper).center().y(), 2 + 28, 1)
+        << "between them";
+    QGuiApplication::setFont(usual);
+}

@@ -55,6 +55,25 @@ TEST(ZDRImageTextCell, OddHeightsRoundUpInEitherDirection)
     EXPECT_EQ(up, QRect(8, 80 - (30 + 3) - 16, 10, 16)); // ceil(2.5) = 3 from the frame's lower edge
 }
 
+TEST(ZDRImageTextCell, FromRightToLeftTheImageIsToTheRightOfItsText)
+{
+    QWidget view;
+    view.setLayoutDirection(Qt::RightToLeft);
+    ZDRImageTextCell cell;
+    cell.setImage(block(10, 16));
+    cell.setDrawsBackground(true);
+    cell.setBackgroundColor(Qt::white);
+    const auto drawn = [&](const QRectF &frame) {
+        return Canvas(100, 80, 1, Qt::white).flipped([&] { cell.drawWithFrameInView(frame, &view); });
+    };
+    EXPECT_EQ(inkOf(drawn({5, 30, 60, 20}), Qt::white), QRect(5 + 60 - 3 - 10, 32, 10, 16));
+    cell.setObjectValue("x");
+    cell.setImage(block(10, 16, Qt::white)); // so that the text is seen alone
+    const QRect text = inkOf(drawn({5, 30, 60, 20}), Qt::white);
+    EXPECT_GT(text.left(), 5 + 60 - 13 - 20);
+    EXPECT_LE(text.right(), 5 + 60 - 13);
+}
+
 TEST(ZDRImageTextCell, TheImagesSizeInPointsCounts)
 {
     ZDRImageTextCell cell;

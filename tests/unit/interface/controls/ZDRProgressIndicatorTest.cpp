@@ -7,6 +7,7 @@
 #include "support/FakeClock.h"
 #include "support/PaintCounter.h"
 
+#include <QAccessible>
 #include <QPaintEngine>
 
 #include <gmock/gmock.h>
@@ -328,4 +329,30 @@ TEST_F(ZDRProgressIndicatorTest, StopsItsCountdownWhenItIsDestroyed)
     }
     clock->advance(2s); // would touch what is gone
     EXPECT_TRUE(clock->pendingDelays().isEmpty());
+}
+
+TEST_F(ZDRProgressIndicatorTest, IsAProgressBarWithNameAndValueForAScreenReader)
+{
+    indicator.setMaxValue(20);
+    indicator.setFloatValue(5);
+    QAccessibleInterface *const seen = QAccessible::queryAccessibleInterface(&indicator);
+    ASSERT_TRUE(seen);
+    EXPECT_EQ(seen->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(seen->text(QAccessible::Name), "Time left");
+    EXPECT_EQ(seen->text(QAccessible::Value), "25%");
+    ASSERT_TRUE(seen->valueInterface());
+    EXPECT_EQ(seen->valueInterface()->currentValue(), 5.0);
+    EXPECT_EQ(seen->valueInterface()->minimumValue(), 0.0);
+    EXPECT_EQ(seen->valueInterface()->maximumValue(), 20.0);
+    seen->valueInterface()->setCurrentValue(17.0);
+    EXPECT_EQ(indicator.floatValue(), 5) << "it is not to be set by a reader";
+    EXPECT_TRUE(seen->state().readOnly);
+    indicator.setAccessibleName("Until the backup");
+    EXPECT_EQ(seen->text(QAccessible::Name), "Until the backup");
+    indicator.setFloatValue(-0.5F);
+    EXPECT_EQ(seen->valueInterface()->currentValue(), 0.0) << "held to the scale";
+    EXPECT_EQ(seen->text(QAccessible::Value), "0%");
+    indicator.setMaxValue(-1);
+    EXPECT_TRUE(seen->state().invisible) << "nothing is drawn";
+    EXPECT_EQ(seen->valueInterface()->maximumValue(), 0.0);
 }

@@ -100,4 +100,19 @@ TEST(NSFont, TheSmallSystemFontHasElevenPixels)
     EXPECT_EQ(NSFont::userFontOfSize(NSFont::smallSystemFontSize()).pixelSize(), 11);
     EXPECT_EQ(QFontInfo(NSFont::userFontOfSize(11)).family(), "DejaVu Sans");
 }
+
+TEST(NSFont, FollowsAnApplicationFontThatIsLargerThanUsualInProportion)
+{
+    const QFont usual = QGuiApplication::font();
+    QFont font = usual;
+    for (const auto &[application, small] : {std::pair(9, 11.0), {13, 11.0}, {26, 22.0}, {39, 33.0}}) {
+        font.setPixelSize(application);
+        QGuiApplication::setFont(font);
+        EXPECT_DOUBLE_EQ(NSFont::smallSystemFontSize(), small) << application;
+    }
+    font.setPointSize(24); // 32 pixels at 96 a inch
+    QGuiApplication::setFont(font);
+    EXPECT_DOUBLE_EQ(NSFont::smallSystemFontSize(), 11 * 32 / 13.0);
+    QGuiApplication::setFont(usual);
+}
 } // namespace

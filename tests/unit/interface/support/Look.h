@@ -14,7 +14,7 @@
 
 /// How a reference picture is taken: pixels a point, palette and reading direction.
 struct Look {
-    int ratio;
+    double ratio;
     bool dark;
     bool rightToLeft;
 
@@ -58,11 +58,19 @@ struct Look {
                                Look{1, true, true}, Look{2, true, true});
     }
 
+    /// Scales at which points lie on no whole pixels, in some of the looks.
+    static auto atScalesBetween()
+    {
+        return testing::Values(Look{1.25, false, false}, Look{1.5, false, false}, Look{1.25, true, true},
+                               Look{1.5, true, true});
+    }
+
     /// The last part of a test's name.
     static std::string ofTest(const testing::TestParamInfo<Look> &look)
     {
         std::string name = look.param.name("Look").toStdString();
-        std::ranges::replace(name, '-', '_');
+        std::ranges::replace_if(
+            name, [](char letter) { return letter == '-' || letter == '.'; }, '_');
         return name;
     }
 };
