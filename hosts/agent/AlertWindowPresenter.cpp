@@ -4,6 +4,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AlertPlacement.h"
+#include "hosts/agent/FullScreenX11.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -196,6 +197,7 @@ bool AlertWindowPresenter::open(const Notification &notification, bool isFirst)
     m_windows.insert(notification, window);
     const QSize size = window->size();
     window->makeKeyAndOrderFront();
+    FullScreenX11::stayAbove(window->windowHandle());
     if (window->size() != size) // what it needs is only known for certain now
         place(*window, screenOfThePointer(), true);
     return true;

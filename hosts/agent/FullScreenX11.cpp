@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/agent/FullScreenX11.h"
+
+#include <QByteArray>
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace
+{
+struct Free {
+    void operator()(void *answer) const { std::free(answer); }
+};
+template<class Answer>
+using Owned = std::unique_ptr<Answer, Free>;
+
+xcb_connection_t *connection()
+{
+    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t atom(const QByteArray &name)
+{
+    const auto cookie =
+        xcb_intern_atom(connection(), false, static_cast<quint16>(name.size()), name.constData());
+    const Owned<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection(), cookie, nullptr));
+    return answer ? answer->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+/// The numbers that a property of a window holds; none without it.
+std::vector<quint32> numbers(xcb_window_t window, const QByteArray &property)
+{
+    constexpr quint32 most = 64;
+    const auto cookie =
+        xcb_get_property(connection(), false, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+    const Owned<xcb_get_property_reply_t> answer(xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!answer || answer->format != 32)
+        return {};
+    const auto *const first = static_cast<const quint32 *>(xcb_get_property_value(answer.get()));
+    return {first, first + xcb_get_property_value_length(answer.get()) / 4};
+}
+
+/// The active window where it fills the screen; 0 otherwise.
+xcb_window_t fullScreenWindow()
+{
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
+    const std::vector<quint32> active = numbers(root, "_NET_ACTIVE_WINDOW");
+    if (active.empty() || active.front() == XCB_WINDOW_NONE)
+        return XCB_WINDOW_NONE;
+    const xcb_atom_t fullScreen = atom("_NET_WM_STATE_FULLSCREEN");
+    for (const quint32 state : numbers(active.front(), "_NET_WM_STATE")) {
+        if (state == fullScreen)
+            return active.front();
+    }
+    return XCB_WINDOW_NONE;
+}
+} // namespace
+
+void FullScreenX11::stayAbove(QWindow *window)
+{
+    if (QGuiApplication::platformName() != "xcb" || !window || !connection())
+        return;
+    const xcb_window_t below = fullScreenWindow();
+    if (below == XCB_WINDOW_NONE)
+        return;
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window->winId()),
+                        XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &below);
+    xcb_flush(connection());
+}
