@@ -105,6 +105,8 @@ class Desktop:
                 raise Failure(f"{places} is missing; install xfce4-notifyd")
             self.system.start(what, programs[:1], as_user=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             self.wait_for_name(name)
+            if name == "org.xfce.Xfconf":  # at the lower right: the agent's own window is at the upper right
+                self.call(["xfconf-query", "-c", SERVER, "-p", "/notify-location", "-n", "-t", "uint", "-s", "3"])
 
     def call(self, arguments, limit=START_LIMIT):
         """Runs a program in the session to its end; its output. Raises Failure when it fails."""
@@ -118,7 +120,7 @@ class Desktop:
 
     def see_alert(self, application=SERVER):
         """Waits for an alert with a button; what is seen of it: "title", "text", "button", and the places "window",
-        "press" and, where it has one, "later" on the screen (left, top, width, height)."""
+        "press" and, where it has them, "later" and "hide" on the screen (left, top, width, height)."""
         return json.loads(self.look("see", application))
 
     def see_nothing(self, application=SERVER):
@@ -128,6 +130,10 @@ class Desktop:
     def look(self, wanted, application):
         return self.call(["/usr/bin/python3", self.system.path("usr/lib/alert_eye.py"), wanted,
                           application, f"{EYE_LIMIT:g}"], EYE_LIMIT)
+
+    def do(self, button, application):
+        """Has the alert's button of that name do what it does, by the accessibility bus."""
+        self.look("do:" + button, application)
 
     def press(self, alert, button="press"):
         """Presses the alert's button, or its "later", with the pointer."""

@@ -78,7 +78,8 @@ class Case:
     def see(self, photograph, application=SERVER):
         alert = self.desktop.see_alert(application)
         expect(alert["title"] == "Command", f"the alert's title is {alert['title']!r}")
-        expect(alert["text"].startswith("Will run on "), f"the alert says {alert['text']!r}")
+        lines = alert["text"].split("\n")
+        expect(any(line.startswith("Will run on ") for line in lines), f"the alert says {alert['text']!r}")
         expect(alert["button"] == "Cancel", f"the button says {alert['button']!r}")
         self.desktop.photograph(alert, photograph)
         done = subprocess.run(["identify", "-format", "%w %h %k", photograph], stdout=subprocess.PIPE, text=True,
@@ -126,6 +127,14 @@ def cancel_in_the_agents_window_counts_as_well(case, photograph):
     cancelled = case.add("cancelled", "daemon", SOON, "--alert", str(LEAD))
     case.desktop.see_alert()
     alert = case.see(photograph, AGENT)
+    lines = alert["text"].split("\n")
+    expect(lines[0] == "cancelled", f"the schedule is not named: {lines}")
+    expect(any(line.startswith("in ") and line.endswith("second" + "s" * ("1 " not in line)) for line in lines),
+           f"the time left is not told: {lines}")
+    expect(lines[-1] == "The action runs unless you cancel it.", f"what happens otherwise is not told: {lines}")
+    expect(alert["role"] == "alert", f"the window is no alert but {alert['role']!r}")
+    for line in lines[:2] + lines[-1:]:
+        expect(line in alert["description"], f"the description lacks {line!r}")
     case.desktop.press(alert)
     case.wait_for_line(f'Schedule "cancelled": the occurrence was removed by user {case.system.user.pw_uid}')
     case.desktop.see_nothing()
@@ -137,6 +146,26 @@ def cancel_in_the_agents_window_counts_as_well(case, photograph):
     case.wait_for_line('Schedule "next": the occurrence was removed')
     case.desktop.see_nothing(AGENT)
     case.desktop.see_nothing()
+
+
+def it_is_used_by_the_accessibility_bus_alone(case, photograph):
+    """Cancel, Later and its menu, and Hide, after which the desktop's notification is still there."""
+    case.add("cancelled", "daemon", SOON, "--alert", str(LEAD))
+    case.see(photograph, AGENT)
+    case.desktop.do("Cancel", AGENT)
+    case.wait_for_line('Schedule "cancelled": the occurrence was removed')
+    case.desktop.see_nothing(AGENT)
+    case.desktop.see_nothing()
+    case.add("postponed", "daemon", SOON, "--alert", str(LEAD))
+    case.desktop.do("Later", AGENT)
+    case.desktop.do("In an hour", AGENT)
+    case.wait_for_line('Schedule "postponed": the occurrence at ')
+    case.desktop.see_nothing(AGENT)
+    case.add("hidden", "daemon", SOON, "--alert", str(LEAD))
+    case.desktop.do("Hide", AGENT)
+    case.desktop.see_nothing(AGENT)
+    case.desktop.see_alert()
+    case.wait_for_mark("daemon", "hidden")
 
 
 def later_in_the_agents_window_puts_the_action_off(case, photograph):
@@ -173,7 +202,7 @@ def main(name, photograph):
         try:
             {function.__name__: function for function in
              (cancel_prevents_the_action, the_action_runs_without_cancel,
-              cancel_in_the_agents_window_counts_as_well,
+              cancel_in_the_agents_window_counts_as_well, it_is_used_by_the_accessibility_bus_alone,
               later_in_the_agents_window_puts_the_action_off)}[name](case, photograph)
         except (Failure, OSError, subprocess.SubprocessError) as failure:
             print(f"{failure}. The log:\n{case.log()}", file=sys.stderr)

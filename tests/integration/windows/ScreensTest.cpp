@@ -4,6 +4,7 @@
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
@@ -45,13 +46,18 @@ TEST(Screens, LetAWindowBeDraggedFromOneToTheOtherWithinTheHeightOfTheMainOne)
     EXPECT_EQ(window.geometry().y(), 222) << "22 below the upper edge of the main screen, there too";
 }
 
-TEST(Screens, ShowAlertsOnTheMainOne)
+TEST(Screens, ShowAlertsOnTheOneWhereThePointerIs)
 {
     AlertWindowPresenter presenter;
     presenter.setEvents({});
     const auto alert = std::make_shared<NSUserNotification>();
     alert->setTitle("Backup");
-    presenter.show(alert);
-    EXPECT_TRUE(QRect(1000, 200, 800, 600).contains(presenter.window(alert)->geometry()));
-    EXPECT_NEAR(presenter.window(alert)->geometry().center().x(), 1400, 3);
+    for (const QScreen *const screen : QGuiApplication::screens()) {
+        QCursor::setPos(screen->geometry().center());
+        presenter.show(alert);
+        const QRect place = presenter.window(alert)->geometry();
+        EXPECT_EQ(place.topRight(), screen->availableGeometry().topRight() + QPoint(-16, 16))
+            << screen->name().toStdString();
+        presenter.close(alert);
+    }
 }

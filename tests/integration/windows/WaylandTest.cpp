@@ -9,6 +9,7 @@
 #include "DozelyKit/interface/windows/WindowSystem_p.h"
 #include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
+#include "hosts/agent/AlertGround.h"
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "support/ScratchRoot.h"
 #include "support/WaitUntil.h"
@@ -152,16 +153,17 @@ TEST_F(Wayland, AnAlertIsCancelledByThePointer)
     ASSERT_NE(window, nullptr);
     QRect place;
     ASSERT_TRUE(waitUntil([&] {
-        place = picture.areaOf(bezelOnWhite);
+        place = picture.areaOf(AlertGround::seenColor(false));
         return place.size() == window->size();
     }));
     const auto *const button = window->findChild<ZDRButton *>();
+    ASSERT_TRUE(waitUntil([button] { return button->isEnabled(); }));
     moveTo(place.topLeft() + button->mapTo(window, button->rect().center()));
     EXPECT_TRUE(waitUntil([button] { return button->layer().borderColor == QColor(Qt::black); }))
         << "hovered";
     xdotool({"click", "1"});
     EXPECT_TRUE(waitUntil([&] { return activations == 1; }));
-    EXPECT_TRUE(bezelIsGone());
+    EXPECT_TRUE(waitUntil([&] { return picture.areaOf(AlertGround::seenColor(false)).isEmpty(); }));
 }
 
 TEST_F(Wayland, ARowCannotBeDraggedOutAsAPromisedFile)

@@ -30,8 +30,9 @@ protected:
                                 return true;
                             }});
         presenter.show(alert);
-        EXPECT_TRUE(waitUntil([this] { return window().alphaValue() == 1; }));
-        place = window().pos() + QPoint(250, 22);
+        EXPECT_TRUE(waitUntil([this] { return window().findChild<ZDRButton *>()->isEnabled(); }))
+            << "half a second after it is seen";
+        place = window().pos() + QPoint(250, 8);
         EXPECT_TRUE(waitUntil([this] { return colorAt(place).lightness() < 80; }));
     }
     AlertWindow &window() { return *presenter.window(alert); }
@@ -103,7 +104,7 @@ TEST_F(WindowAlert, KeepsItsPlaceWhenEscapeLeavesTheMenu)
     window().activateWindow();
     ASSERT_TRUE(becomesActive(window()));
     const auto *const button = window().findChild<LaterButton *>();
-    xdotool({"key", "Tab", "space"});
+    xdotool({"key", "Tab", "Tab", "space"});
     ASSERT_TRUE(waitUntil([button] { return QApplication::activePopupWidget() == button->menu(); }));
     xdotool({"key", "Escape"});
     ASSERT_TRUE(waitUntil([] { return !QApplication::activePopupWidget(); }));

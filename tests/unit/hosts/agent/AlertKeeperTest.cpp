@@ -56,6 +56,22 @@ TEST_F(AlertKeeperTest, WithdrawsAnAlertAtItsDateAndNotBefore)
     EXPECT_FALSE(keeper->plugIn("/a", noon().addSecs(60)));
 }
 
+TEST_F(AlertKeeperTest, KnowsWhoseActionsAnAlertAnnounces)
+{
+    const auto plugIn = std::make_shared<WDUserAgentPlugIn>();
+    const QDateTime date = noon().addSecs(60);
+    plugIn->setCalendarDate(date);
+    plugIn->userNotification()->setUserInfo({{"Schedule Date", date}});
+    for (const QString schedule : {"Backup", "Lights", "Backup", ""})
+        keeper->keep("/shared", plugIn, date, schedule);
+    const auto announced = keeper->announcedBy(plugIn->userNotification());
+    ASSERT_TRUE(announced);
+    EXPECT_EQ(announced->schedules, QStringList({"Backup", "Lights"}));
+    keeper->forget("/shared", date);
+    keeper->keep("/shared", plugIn, date, "Another");
+    EXPECT_EQ(keeper->announcedBy(plugIn->userNotification())->schedules, QStringList("Another"));
+}
+
 TEST_F(AlertKeeperTest, WithdrawsEachOfManyAtItsOwnDate)
 {
     keep("late", 90);
