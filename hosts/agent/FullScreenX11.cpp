@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QGuiApplication>
+#include <QScreen>
 #include <QWindow>
 
 #include <cstdlib>
@@ -46,6 +47,21 @@ std::vector<quint32> numbers(xcb_window_t window, const QByteArray &property)
     return {first, first + xcb_get_property_value_length(answer.get()) / 4};
 }
 
+/// Whether the window is as large as a screen: older programs fill it without telling the window manager.
+bool isAsLargeAsAScreen(xcb_window_t window)
+{
+    const Owned<xcb_get_geometry_reply_t> answer(
+        xcb_get_geometry_reply(connection(), xcb_get_geometry(connection(), window), nullptr));
+    if (!answer)
+        return false;
+    for (const QScreen *const screen : QGuiApplication::screens()) {
+        const QSizeF pixels = QSizeF(screen->size()) * screen->devicePixelRatio();
+        if (answer->width >= qRound(pixels.width()) && answer->height >= qRound(pixels.height()))
+            return true;
+    }
+    return false;
+}
+
 /// The active window where it fills the screen; 0 otherwise.
 xcb_window_t fullScreenWindow()
 {
@@ -58,7 +74,7 @@ xcb_window_t fullScreenWindow()
         if (state == fullScreen)
             return active.front();
     }
-    return XCB_WINDOW_NONE;
+    return isAsLargeAsAScreen(active.front()) ? active.front() : xcb_window_t{XCB_WINDOW_NONE};
 }
 } // namespace
 

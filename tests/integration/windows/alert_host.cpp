@@ -146,10 +146,12 @@ int main(int argc, char **argv)
     Host host;
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, [&host] {
-        std::string line;
-        if (!std::getline(std::cin, line))
-            return QApplication::quit();
-        host.obey(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object());
+        do { // several may have come at once
+            std::string line;
+            if (!std::getline(std::cin, line))
+                return QApplication::quit();
+            host.obey(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object());
+        } while (std::cin.rdbuf()->in_avail() > 0);
     });
     return QApplication::exec();
 }
