@@ -167,8 +167,10 @@ QStringList ScheduleOptions::applyTime(const AdminOptions &options, Schedule &sc
         refuse("It takes place once, or it repeats: --once goes with --date and --in alone.");
     if (!isOnce && (isRepeating || schedule.recurrence))
         return applyRecurrence(options, schedule);
-    if (isAnySet(options, {"except", "no-except"}))
-        refuse("--except and --no-except are of what repeats.");
+    for (const QString option : {"except", "no-except"}) {
+        if (options.isSet(option))
+            refuse(QString("--%1 is of what repeats.").arg(option));
+    }
     if (!schedule.date.isValid() && !isDate)
         refuse("Say when, by --date or --in, or how often, by --every or --rule.");
     return applyOnce(options, schedule);
