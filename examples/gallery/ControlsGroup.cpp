@@ -54,8 +54,9 @@ ZDRBezelView *ControlsGroup::makePies()
     pie->setMinimumSize(76, 76);
     pie->setMaxValue(10);
     pie->setFloatValue(6.5F);
-    pie->setIntervalValue(0.1F);
-    pie->setAnimationDelay(100ms);
+    // Ten points are to last ten seconds; each step that is painted wakes the process several times.
+    pie->setIntervalValue(0.5F);
+    pie->setAnimationDelay(500ms);
     auto *const slider = new QSlider(Qt::Horizontal);
     slider->setRange(0, 100);
     slider->setValue(65);

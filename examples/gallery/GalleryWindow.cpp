@@ -5,26 +5,34 @@
 #include "DrawingGroup.h"
 #include "ListsGroup.h"
 #include "SettingsGroup.h"
-#include "Theme.h"
 #include "WindowsGroup.h"
 
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
+#include <QLabel>
 
-GalleryWindow::GalleryWindow(const QString &plugIn) : m_windows(new WindowsGroup)
+GalleryWindow::GalleryWindow(const QString &plugIn, Theme::Look look)
+    : m_windows(new WindowsGroup), m_look(look)
 {
     setWindowTitle("Gallery of the Dozely Kit");
-    auto *const dark = new QCheckBox("Dark");
-    connect(dark, &QCheckBox::toggled, this, [](bool checked) { Theme::set(checked); });
-    auto *const rightToLeft = new QCheckBox("Right to left");
+    auto *const looks = new QComboBox;
+    looks->addItems({"Of the desktop", "Light", "Dark", "High contrast"});
+    looks->setCurrentIndex(m_look);
+    connect(looks, &QComboBox::activated, this, [](int look) { Theme::set(static_cast<Theme::Look>(look)); });
+    auto *const colours = new QLabel("&Colours:");
+    colours->setBuddy(looks);
+    auto *const rightToLeft = new QCheckBox("Right to &left");
+    rightToLeft->setChecked(QApplication::isRightToLeft());
     connect(rightToLeft, &QCheckBox::toggled, this, [](bool checked) {
         QApplication::setLayoutDirection(checked ? Qt::RightToLeft : Qt::LeftToRight);
     });
 
     auto *const switches = new QHBoxLayout;
-    switches->addWidget(dark);
+    switches->addWidget(colours);
+    switches->addWidget(looks);
     switches->addWidget(rightToLeft);
     switches->addStretch();
     auto *const right = new QVBoxLayout;
@@ -47,10 +55,15 @@ bool GalleryWindow::writePictures(const QString &folder)
     const QDir target(folder);
     bool written = target.mkpath(".");
     show();
-    for (const bool dark : {false, true}) {
-        Theme::set(dark);
+    for (const Theme::Look look : {Theme::Light, Theme::Dark, Theme::HighContrast}) {
+        Theme::set(look);
         QCoreApplication::processEvents();
-        written = written && grab().save(target.filePath(dark ? "gallery-dark.png" : "gallery-light.png"));
+        written = written && grab().save(target.filePath("gallery-" + Theme::names().at(look) + ".png"));
     }
+    Theme::set(Theme::Light);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    QCoreApplication::processEvents();
+    written = written && grab().save(target.filePath("gallery-right-to-left.png"));
+    QApplication::setLayoutDirection(Qt::LeftToRight);
     return written && m_windows->pictureOfAlert().save(target.filePath("alert.png"));
 }

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/interface/cells/CellDelegate.h"
+#include "DozelyKit/interface/cells/CellTextModel.h"
 #include "DozelyKit/interface/cells/NSTextFieldCell.h"
 #include "DozelyKit/interface/cells/WDConfiguratorCell.h"
 #include "DozelyKit/interface/cells/ZDRImageTextCell.h"
@@ -53,13 +54,16 @@ QWidget *ListsGroup::makeSchedules()
     model->appendRow(schedule("Sleep", "23:30", "Sleep", false, false));
     model->appendRow(schedule("Not today", "23:59", "Switch off", false, false));
     model->item(4)->setEnabled(false);
-    list->setModel(model);
-    list->setAlternatingRowColors(true);
-    list->setCurrentIndex(model->index(1, 0));
     auto *const delegate = new dozely::CellDelegate(std::make_shared<WDConfiguratorCell>(), list);
     delegate->setValueRole(Qt::UserRole);
     delegate->setRowHeight(32);
+    auto *const told = new dozely::CellTextModel(*delegate, list);
+    told->setSourceModel(model);
+    list->setModel(told);
     list->setItemDelegate(delegate);
+    list->setAlternatingRowColors(true);
+    list->setCurrentIndex(told->index(1, 0));
+    list->setAccessibleName("Schedules");
     list->setMinimumSize(230, 168);
     return list;
 }
@@ -77,6 +81,8 @@ QWidget *ListsGroup::makeOutline()
     }
     tree->setModel(model);
     tree->setHeaderHidden(true);
+    tree->setMinimumHeight(104);
+    tree->setAccessibleName("Outline");
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     const auto cell = std::make_shared<ZDRImageTextCell>();
     cell->setImage(zandorSoftwaresExtensions::imageNamedInBundle("WakeUpDot.png", NSBundle::kitBundle().get(),
@@ -119,6 +125,7 @@ QWidget *ListsGroup::makeTable()
     table->setModel(model);
     table->setItemDelegateForColumn(1, new dozely::CellDelegate(std::make_shared<NSTextFieldCell>(), table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setAccessibleName("Table");
     table->verticalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     table->setMinimumHeight(92);

@@ -3,16 +3,44 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QStyle>
 #include <QStyleFactory>
 
-void Theme::set(bool dark)
+namespace
 {
-    QApplication::setStyle(QStyleFactory::create("Fusion")); // which takes all its colours from the palette
+QPalette paletteOf(Theme::Look look)
+{
+    if (look == Theme::HighContrast) {
+        QPalette palette(Qt::white, Qt::black, Qt::white, Qt::white, Qt::white, Qt::white, Qt::white,
+                         Qt::black, Qt::black);
+        palette.setColor(QPalette::AlternateBase, QColor("#1a1a1a"));
+        palette.setColor(QPalette::Button, Qt::black);
+        palette.setColor(QPalette::Highlight, QColor("#ffff00"));
+        palette.setColor(QPalette::HighlightedText, Qt::black);
+        for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+            palette.setColor(QPalette::Disabled, role, QColor("#3ff23f"));
+        return palette;
+    }
+    const bool dark = look == Theme::Dark;
     const QColor ground(dark ? "#2d2f33" : "#efefef");
     QPalette palette(QColor(dark ? "#3a3d42" : "#e6e6e6"), ground);
     palette.setColor(QPalette::Base, QColor(dark ? "#1e1f22" : "#ffffff"));
     palette.setColor(QPalette::AlternateBase, QColor(dark ? "#26282c" : "#f4f6f8"));
     palette.setColor(QPalette::Highlight, QColor(dark ? "#3d6fb4" : "#3374d6"));
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    QApplication::setPalette(palette);
+    return palette;
+}
+} // namespace
+
+QStringList Theme::names()
+{
+    return {"desktop", "light", "dark", "high-contrast"};
+}
+
+void Theme::set(Look look)
+{
+    static const QString desktopsStyle = QApplication::style()->name();
+    // Fusion takes all its colours from the palette.
+    QApplication::setStyle(QStyleFactory::create(look == Desktop ? desktopsStyle : QString("Fusion")));
+    QApplication::setPalette(look == Desktop ? QPalette() : paletteOf(look));
 }

@@ -17,10 +17,21 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.addOption({"pictures", "Write pictures into <FOLDER> instead of opening a window.", "FOLDER"});
     parser.addOption({"plug-in", "Show the configuration view of the plug-in <BUNDLE>.", "BUNDLE"});
+    parser.addOption(
+        {"look", "Show it in the colours <LOOK>: " + Theme::names().join(", ") + '.', "LOOK", "desktop"});
+    parser.addOption({"right-to-left", "Show it from right to left."});
     parser.process(application);
 
-    Theme::set(false);
-    GalleryWindow window(parser.value("plug-in"));
+    const auto look = Theme::names().indexOf(parser.value("look"));
+    if (look < 0) {
+        std::fputs("gallery: there is no such look\n", stderr);
+        return 64;
+    }
+    if (look != Theme::Desktop)
+        Theme::set(static_cast<Theme::Look>(look));
+    if (parser.isSet("right-to-left"))
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+    GalleryWindow window(parser.value("plug-in"), static_cast<Theme::Look>(look));
     if (parser.isSet("pictures")) {
         if (window.writePictures(parser.value("pictures")))
             return 0;
