@@ -4,7 +4,9 @@
 import contextlib
 import datetime
 import os
+import shutil
 import statistics
+import subprocess
 import time
 
 import scratch_system
@@ -16,6 +18,8 @@ CROWD = 1000  # actions due in one second
 CROWD_LIMIT = 120  # seconds for all of them; only bounds a failure
 DEEDS = ("hang", "crash", "fork", "memory", "output")  # of benchmarks/plugin/Neighbour.cpp
 IDLE = {1000: 12, 10000: 20}  # schedules of an idle daemon, and the MiB that it is to need at most
+ALERTS = 6
+ALERT_LEAD = 1  # seconds before the action
 AT_REST = 65  # seconds after which a daemon is idle: in its first minute it looks at a clock that nothing keeps right
 
 
@@ -152,6 +156,48 @@ def idle(build, seconds):
                "detail": ""}
 
 
+def start_display(system):
+    """A display without a screen for the session; nothing where there is no such server."""
+    reading, writing = os.pipe()
+    with open(reading, encoding="ascii") as numbers:
+        system.start("the virtual display",
+                     ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+                     pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writing)
+        system.session_environment["DISPLAY"] = ":" + numbers.readline().strip()
+
+
+def alert(build):
+    """The agent's own window, seen from another process: from the time at which an action is to be announced until
+    the window has faded in, which takes 200 ms by itself; and what it adds to the agent."""
+    with scratch_system.scratch(build) as system:
+        system.lay_out()
+        system.start_bus()
+        start_display(system)
+        system.start_hosts()
+        # The user need not be able to read the build tree.
+        shutil.copy(build / "benchmarks" / "window_watch", system.path("usr/lib/window_watch"))
+        watch = system.start("the watch", [system.path("usr/lib/window_watch"), "Command"],
+                             as_user=True, stdout=subprocess.PIPE, text=True)
+        watch.stdout.readline()  # it watches
+        agent = system.process("Dozely Agent").pid
+        before, _ = resident(agent)
+        parameters = {"Program": "/bin/true", "Alert": 1, "Delay before alert": ALERT_LEAD}
+        dates = [soon(4) + datetime.timedelta(seconds=3 * i) for i in range(ALERTS)]
+        system.store([schedule(i, date + datetime.timedelta(seconds=ALERT_LEAD), parameters=parameters)
+                      for i, date in enumerate(dates)])
+        taken, added = [], []
+        for date in dates:
+            due = date.replace(tzinfo=datetime.timezone.utc).timestamp() * 1000
+            taken.append(float(watch.stdout.readline()) - due)
+            added.append(resident(agent)[0] - before)
+        yield {"what": "time of an alert to its window seen in full, longest", "value": max(taken), "unit": "ms",
+               "reach": 250, "detail": f"{ALERTS} alerts, median {statistics.median(taken):.0f} ms, the first "
+                                       f"{taken[0]:.0f} ms, of which 200 ms fade in"}
+        yield {"what": "the agent with an alert: resident memory beyond that without", "value": max(added),
+               "unit": "MiB", "reach": 8, "detail": f"{before:.1f} MiB before, the first alert added {added[0]:.1f}"}
+
+
 def figures(build, idle_seconds):
     with scratch_system.scratch(build) as system:
         system.lay_out(["Stopwatch.plugin", "Neighbour.plugin"])
@@ -161,4 +207,5 @@ def figures(build, idle_seconds):
         yield from lateness(system)
         yield from crowd(system)
         yield from neighbours(system)
+    yield from alert(build)
     yield from idle(build, idle_seconds)

@@ -346,6 +346,7 @@ def pictures(desk):
     for number, title in enumerate(titles + ["Script", "Command"]):
         alerts.tell(show=str(number), **{**ENGLISH, "title": title, "seconds": 239.5 + 60 * number})
     alerts.wait_for_line("ready 2")
+    wait_until("three alerts", lambda: all(desk.is_there(title) for title in titles))
     desk.photograph_alert("alert-window-several", titles, 40)
 
 
