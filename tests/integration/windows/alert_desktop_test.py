@@ -49,7 +49,7 @@ ENGLISH = {"title": "Power Off", "text": "Will run on Mar 14, 2026, 7:30 PM.", "
 GERMAN = {"title": "Ausschalten", "text": "Wird am 14.03.2026, 19:30 ausgeführt.", "button": "Abbrechen",
           "seconds": 239.5, "schedule": "Jeden Abend",
           "otherwise": "Der Computer wird ausgeschaltet, wenn Sie nicht abbrechen."}
-ARABIC = {"title": "إطفاء", "text": "سيُنفَّذ في 14 مارس 2026، 7:30 م.", "button": "إلغاء", "seconds": 239.5,
+ARABIC = {"title": "إطفاء", "text": "سيُنفَّذ في ١٤ مارس ٢٠٢٦، ٧:٣٠ م.", "button": "إلغاء", "seconds": 239.5,
           "schedule": "كل مساء", "otherwise": "سيُطفأ الحاسوب ما لم تُلغِ."}
 
 
@@ -72,8 +72,8 @@ def wait_until(what, condition):
 class Program:
     """A process that tells what happens, line by line."""
 
-    def __init__(self, desk, *arguments):
-        self.process = desk.start(*arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+    def __init__(self, desk, *arguments, environment=()):
+        self.process = desk.start(*arguments, environment=environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.lines = []
         self.rest = b""
         os.set_blocking(self.process.stdout.fileno(), False)
@@ -155,9 +155,8 @@ class Desk:
         return window
 
     def alerts(self, *arguments, **environment):
-        self.environment.update(environment)
         language = [] if "--language" in arguments else ["--language", "en"]
-        return Program(self, self.host, "--bundle", self.bundle, *language, *arguments)
+        return Program(self, self.host, "--bundle", self.bundle, *language, *arguments, environment=environment)
 
     def place(self, title):
         """Left, top, width, height of the window of that title; nothing without."""
@@ -322,7 +321,7 @@ LOOKS = {
     "high-contrast": ("#000000", ENGLISH, ["--palette", "contrast"], {}),
     "2x": ("#8a99ad", ENGLISH, [], {"QT_SCALE_FACTOR": "2"}),
     "german": ("#8a99ad", GERMAN, ["--language", "de"], {}),
-    "arabic": ("#8a99ad", ARABIC, ["--language", "ar"], {"LC_TIME": "ar_AE.UTF-8"}),
+    "arabic": ("#8a99ad", ARABIC, ["--language", "ar"], {}),
     "large-font": ("#8a99ad", GERMAN, ["--language", "de", "--font-points", "16"], {}),
 }
 
@@ -335,11 +334,10 @@ def pictures(desk):
         alerts = desk.alerts(*arguments, **environment)
         alerts.tell(show="a", **texts)
         alerts.wait_for_line("ready a")
+        wait_until("the alert", lambda texts=texts: desk.place(texts["title"]))
         desk.photograph_alert("alert-window-" + name, [texts["title"]])
         alerts.process.kill()
         alerts.process.wait()
-        for variable in environment:
-            del desk.environment[variable]
     desk.show_desktop("--ground", "photograph")
     alerts = desk.alerts()
     titles = ["Power Off", "Command", "Sleep"]
