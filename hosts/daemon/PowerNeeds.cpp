@@ -38,6 +38,7 @@ void PowerNeeds::schedulesReplaced()
     m_wakes.clear();
     m_powerOns.clear();
     m_changed.clear();
+    m_over.clear();
     m_unknown.clear();
     m_failed.clear();
     m_bundles.clear();
@@ -57,6 +58,7 @@ void PowerNeeds::scheduleChanged(qint32 place)
 
 void PowerNeeds::update()
 {
+    lookAtClock();
     lookAtBundles();
     const bool isTrial = m_clock.steadyTime() - m_latestTrial >= betweenTrials;
     if (isTrial)
@@ -74,6 +76,16 @@ void PowerNeeds::update()
     for (const qint32 place : changed) {
         m_isChanged[static_cast<size_t>(place)] = false;
         askAbout(place);
+    }
+}
+
+/// What was over is still to come when the clock was set back.
+void PowerNeeds::lookAtClock()
+{
+    const QDateTime now = m_clock.currentDate();
+    if (now < std::exchange(m_now, now)) {
+        for (const qint32 place : std::exchange(m_over, {}))
+            scheduleChanged(place);
     }
 }
 
@@ -97,6 +109,7 @@ void PowerNeeds::lookAtBundles()
 
 void PowerNeeds::forget(qint32 place)
 {
+    m_over.remove(place);
     m_unknown.remove(place);
     m_failed.remove(place);
     for (const qint64 date : m_needs.take(place).dates) {
@@ -107,13 +120,14 @@ void PowerNeeds::forget(qint32 place)
 
 void PowerNeeds::askAbout(qint32 place)
 {
-    const QDateTime now = m_clock.currentDate();
+    forget(place);
     QList<qint64> dates;
     for (const Occurrence &occurrence : m_scheduler.pendingOf(place)) {
-        if (occurrence.moment().addDuration(longestHold) > now)
+        if (occurrence.moment().addDuration(longestHold) > m_now)
             dates += occurrence.moment().toMSecsSinceEpoch();
+        else
+            m_over.insert(place);
     }
-    forget(place);
     if (dates.isEmpty())
         return;
     const Schedule &schedule = m_scheduler.schedules().at(place);

@@ -62,6 +62,7 @@ private:
 
     void schedulesReplaced() override;
     void scheduleChanged(qint32 place) override;
+    void lookAtClock();
     void lookAtBundles();
     void askAbout(qint32 place);
     void forget(qint32 place);
@@ -75,6 +76,8 @@ private:
     Dates m_powerOns;
     std::vector<qint32> m_changed;     // places
     std::vector<bool> m_isChanged;     // by place
+    QSet<qint32> m_over;               // with an occurrence that is over by the clock, and open
+    QDateTime m_now;                   // when that was looked at last
     QSet<qint32> m_unknown;            // being asked
     QSet<qint32> m_failed;             // that could not be asked
     QHash<QString, quint64> m_bundles; // what PlugInAnswers::stateOf said, by the path in the store

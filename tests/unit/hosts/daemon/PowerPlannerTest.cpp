@@ -145,6 +145,16 @@ TEST_F(PowerPlannerTest, SchedulesOfTheSameSecondShareOneEvent)
     EXPECT_EQ(events(), QStringList{"wake 540"});
 }
 
+TEST_F(PowerPlannerTest, WhatWasOverByAClockThatWasAheadIsAskedForWhenThatIsSetBack)
+{
+    clock->jumpTo(noon().addYears(1));
+    plan({wakeFor("a", 2h), powerOnFor("b", 3h)});
+    EXPECT_TRUE(events().isEmpty());
+    clock->jumpTo(noon());
+    planner.renew();
+    EXPECT_EQ(events(), QStringList({"poweron 10620", "wake 7140"}));
+}
+
 TEST_F(PowerPlannerTest, AChangedDateMovesTheEvent)
 {
     plan({wakeFor("a", 10min), wakeFor("b", 20min)});
