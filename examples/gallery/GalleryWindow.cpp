@@ -15,25 +15,25 @@
 #include <QLabel>
 
 GalleryWindow::GalleryWindow(const QString &plugIn, Theme::Look look)
-    : m_windows(new WindowsGroup), m_look(look)
+    : m_windows(new WindowsGroup), m_looks(new QComboBox)
 {
     setWindowTitle("Gallery of the Dozely Kit");
-    auto *const looks = new QComboBox;
-    looks->addItems({"Of the desktop", "Light", "Dark", "High contrast"});
-    looks->setCurrentIndex(m_look);
-    connect(looks, &QComboBox::activated, this, [](int look) { Theme::set(static_cast<Theme::Look>(look)); });
+    m_looks->addItems({"Of the desktop", "Light", "Dark", "High contrast"});
+    m_looks->setCurrentIndex(look);
+    connect(m_looks, &QComboBox::currentIndexChanged, this,
+            [](int look) { Theme::set(static_cast<Theme::Look>(look)); });
     auto *const colours = new QLabel("&Colours:");
-    colours->setBuddy(looks);
-    auto *const rightToLeft = new QCheckBox("Right to &left");
-    rightToLeft->setChecked(QApplication::isRightToLeft());
-    connect(rightToLeft, &QCheckBox::toggled, this, [](bool checked) {
+    colours->setBuddy(m_looks);
+    m_rightToLeft = new QCheckBox("Right to &left");
+    m_rightToLeft->setChecked(QApplication::isRightToLeft());
+    connect(m_rightToLeft, &QCheckBox::toggled, this, [](bool checked) {
         QApplication::setLayoutDirection(checked ? Qt::RightToLeft : Qt::LeftToRight);
     });
 
     auto *const switches = new QHBoxLayout;
     switches->addWidget(colours);
-    switches->addWidget(looks);
-    switches->addWidget(rightToLeft);
+    switches->addWidget(m_looks);
+    switches->addWidget(m_rightToLeft);
     switches->addStretch();
     auto *const right = new QVBoxLayout;
     right->addWidget(new ControlsGroup);
@@ -56,14 +56,14 @@ bool GalleryWindow::writePictures(const QString &folder)
     bool written = target.mkpath(".");
     show();
     for (const Theme::Look look : {Theme::Light, Theme::Dark, Theme::HighContrast}) {
-        Theme::set(look);
+        m_looks->setCurrentIndex(look);
         QCoreApplication::processEvents();
         written = written && grab().save(target.filePath("gallery-" + Theme::names().at(look) + ".png"));
     }
-    Theme::set(Theme::Light);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
+    m_looks->setCurrentIndex(Theme::Light);
+    m_rightToLeft->setChecked(true);
     QCoreApplication::processEvents();
     written = written && grab().save(target.filePath("gallery-right-to-left.png"));
-    QApplication::setLayoutDirection(Qt::LeftToRight);
+    m_rightToLeft->setChecked(false);
     return written && m_windows->pictureOfAlert().save(target.filePath("alert.png"));
 }

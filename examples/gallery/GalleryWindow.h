@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+class QCheckBox;
+class QComboBox;
 class WindowsGroup;
 
 /// Every piece in one window, which can be seen in the desktop's colours and others, from left to right and
@@ -22,5 +24,6 @@ public:
 
 private:
     WindowsGroup *m_windows = nullptr;
-    Theme::Look m_look;
+    QComboBox *m_looks = nullptr;
+    QCheckBox *m_rightToLeft = nullptr;
 };

@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace
@@ -44,14 +45,18 @@ SettingsGroup::SettingsGroup(const QString &bundlePath, QWidget *parent)
     setTitle("Settings of the plug-in \"" + m_plugIn->pluginName() + '"');
     m_plugIn->setParameters(m_plugIn->defaultParameters());
     m_plugIn->fillSetupInterfaceFromParameters();
-    auto *const written = new QLabel;
-    written->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    written->setWordWrap(true);
+    // Of a height that does not depend on its width: a layout does not ask for that in time.
+    auto *const written = new QPlainTextEdit;
+    written->setReadOnly(true);
+    written->setTabChangesFocus(true);
+    written->setAccessibleName("Written parameters");
+    written->setFixedHeight(written->fontMetrics().lineSpacing() * 3 + 2 * written->frameWidth() +
+                            2 * qRound(written->document()->documentMargin()));
     auto *const write = new QPushButton("Write parameters");
     connect(write, &QPushButton::clicked, this, [this, written] {
         m_plugIn->fillParametersFromSetupInterface();
         const auto json = QJsonDocument(QJsonObject::fromVariantMap(*m_plugIn->parameters()));
-        written->setText(m_plugIn->actionString() + ": " + json.toJson(QJsonDocument::Compact));
+        written->setPlainText(m_plugIn->actionString() + ": " + json.toJson(QJsonDocument::Compact));
     });
     column->addWidget(m_plugIn->setupView());
     auto *const row = new QHBoxLayout;

@@ -11,14 +11,17 @@ namespace
 QPalette paletteOf(Theme::Look look)
 {
     if (look == Theme::HighContrast) {
-        QPalette palette(Qt::white, Qt::black, Qt::white, Qt::white, Qt::white, Qt::white, Qt::white,
-                         Qt::black, Qt::black);
-        palette.setColor(QPalette::AlternateBase, QColor("#1a1a1a"));
-        palette.setColor(QPalette::Button, Qt::black);
-        palette.setColor(QPalette::Highlight, QColor("#ffff00"));
+        // On a black ground the style would draw its frames in black.
+        QPalette palette(Qt::white, Qt::white);
+        for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+            palette.setColor(role, Qt::black);
+            palette.setColor(QPalette::Disabled, role, QColor("#595959"));
+        }
+        palette.setColor(QPalette::Base, Qt::white);
+        palette.setColor(QPalette::AlternateBase, QColor("#f0f0f0"));
+        // Under black text as well: that of schedules stays what it is when they are selected.
+        palette.setColor(QPalette::Highlight, Qt::yellow);
         palette.setColor(QPalette::HighlightedText, Qt::black);
-        for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-            palette.setColor(QPalette::Disabled, role, QColor("#3ff23f"));
         return palette;
     }
     const bool dark = look == Theme::Dark;

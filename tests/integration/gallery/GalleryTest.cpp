@@ -11,6 +11,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QLayout>
 #include <QListView>
 #include <QStyle>
 #include <QTest>
@@ -83,11 +84,10 @@ TEST_F(Gallery, ShowsOtherColoursWhenAskedAndThoseOfTheDesktopAgain)
     QSet<QRgb> grounds;
     for (int look = 1; look < looks->count(); ++look) {
         looks->setCurrentIndex(look);
-        Q_EMIT looks->activated(look);
         grounds += QGuiApplication::palette().color(QPalette::Window).rgb();
     }
     EXPECT_EQ(grounds.size(), 3);
-    Q_EMIT looks->activated(0);
+    looks->setCurrentIndex(0);
     EXPECT_EQ(QApplication::style()->name(), style);
     EXPECT_FALSE(QApplication::testAttribute(Qt::AA_SetPalette)) << "none of its own";
 }
@@ -141,4 +141,33 @@ TEST_F(Gallery, CountsDownInAtMostTwoStepsASecond)
     EXPECT_NEAR(pie->floatValue(), before - 2, 0.01) << "a point a second";
     EXPECT_GE(paints.count, 2);
     EXPECT_LE(paints.count, 4) << "each costs the process several wake-ups beside its own";
+}
+
+TEST_F(Gallery, NothingLiesOnAnotherThingWithALargeFont)
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(22);
+    QApplication::setFont(font);
+    GalleryWindow window{COMMAND_BUNDLE};
+    window.show();
+    QCoreApplication::processEvents();
+    for (auto *const layout : window.findChildren<QLayout *>()) {
+        if (layout->parentWidget() == nullptr || layout->parentWidget()->layout() != layout)
+            continue;
+        QList<QWidget *> laidOut;
+        for (auto *const widget :
+             layout->parentWidget()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (widget->isVisible() && !widget->isWindow())
+                laidOut += widget;
+        }
+        for (qsizetype first = 0; first < laidOut.size(); ++first) {
+            for (qsizetype second = first + 1; second < laidOut.size(); ++second) {
+                EXPECT_FALSE(laidOut[first]->geometry().intersects(laidOut[second]->geometry()))
+                    << laidOut[first]->metaObject()->className() << ' '
+                    << qPrintable(laidOut[first]->objectName()) << " and "
+                    << laidOut[second]->metaObject()->className() << ' '
+                    << qPrintable(laidOut[second]->objectName());
+            }
+        }
+    }
 }
