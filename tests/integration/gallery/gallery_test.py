@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: MIT
-"""The gallery as a screen reader meets it, by the accessibility bus of a session of its own.
+"""The gallery on a dark desktop, as a screen reader meets it by the accessibility bus of a session of its own.
 
-Usage: gallery_test.py GALLERY PLUG_IN
+Usage: gallery_test.py GALLERY PLUG_IN [OPTIONS OF THE GALLERY]
 
 Exit status: 0 when all that is looked for is there, 1 when not.
 """
@@ -14,7 +14,17 @@ import sys
 import tempfile
 import time
 
+from Xlib import X, display
+
 LIMIT = 30.0  # seconds; only bounds a failure
+GROUND = 40, 44, 52  # of the desktop's windows: red, green, blue
+DESKTOP = """[Colors:Window]
+BackgroundNormal={},{},{}
+ForegroundNormal=230,230,230
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=230,230,230
+""".format(*GROUND)
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 ROWS = ["Morning music, 07:00, Run mpv, wakes the computer, starts the computer",
         "Evening backup, 19:30, Run rsync, wakes the computer",
@@ -90,7 +100,13 @@ def look():
     named(Atspi.Role.PUSH_BUTTON, "Add")
 
 
-def run(stack, gallery, plug_in):
+def ground(name):
+    """The colour of the window's corner, which is that of the display: nobody places windows here."""
+    blue, green, red = display.Display(name).screen().root.get_image(3, 3, 1, 1, X.ZPixmap, 0xFFFFFFFF).data[:3]
+    return red, green, blue
+
+
+def run(stack, gallery, plug_in, *options):
     folder = stack.enter_context(tempfile.TemporaryDirectory())
     reading, writing = os.pipe()
     numbers = stack.enter_context(open(reading, encoding="ascii"))
@@ -107,16 +123,24 @@ def run(stack, gallery, plug_in):
     environment = dict(os.environ, DISPLAY=":" + numbers.readline().strip(), XDG_RUNTIME_DIR=folder,
                        QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", LANG="C.UTF-8", LANGUAGE="en",
                        GSETTINGS_BACKEND="memory", GIO_USE_VFS="local", PYTHONWARNINGS="ignore")
+    # A desktop whose colours Qt reads by itself.
+    environment.update(XDG_CONFIG_HOME=folder, QT_QPA_PLATFORMTHEME="kde", XDG_CURRENT_DESKTOP="KDE",
+                       KDE_SESSION_VERSION="5")
+    with open(os.path.join(folder, "kdeglobals"), "w", encoding="ascii") as file:
+        file.write(DESKTOP)
     bus = start(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"], env=environment,
                 stdout=subprocess.PIPE, text=True)
     environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
     start([LAUNCHER], env=environment, stdout=subprocess.DEVNULL)
     subprocess.run(["gdbus", "wait", "--session", "--timeout", f"{LIMIT:g}", "org.a11y.Bus"], env=environment,
                    check=True)
-    start([gallery, "--plug-in", plug_in], env=environment, stdout=subprocess.DEVNULL)
+    start([gallery, "--plug-in", plug_in, *options], env=environment, stdout=subprocess.DEVNULL)
     seen = subprocess.run([sys.executable, __file__, "look"], env=environment, check=False)
     if seen.returncode != 0:
         raise Failure("the gallery is not what a screen reader needs")
+    seen = ground(environment["DISPLAY"])
+    if seen != GROUND:
+        raise Failure(f"the gallery's ground is {seen}, the desktop's {GROUND}")
 
 
 def main(*arguments):
