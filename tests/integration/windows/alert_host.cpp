@@ -120,6 +120,7 @@ QPalette contrastPalette()
 
 int main(int argc, char **argv)
 {
+    std::ios::sync_with_stdio(false); // or nobody knows whether a further line has come
     qputenv("FONTCONFIG_FILE", DOZELY_TEST_FONTS "/fonts.conf");
     qputenv("XDG_CACHE_HOME", DOZELY_TEST_CACHE);
     QApplication application(argc, argv);
