@@ -2,6 +2,7 @@
 #include "hosts/agent/AlertAccessible.h"
 
 #include "hosts/agent/AlertWindow.h"
+#include "hosts/agent/LaterButton.h"
 
 #include <QAccessibleWidget>
 
@@ -20,8 +21,47 @@ public:
     }
 };
 
+/// Qt's own would wait in an event loop until the menu is closed, and whoever asked would have no answer.
+class LaterInterface : public QAccessibleWidget
+{
+public:
+    explicit LaterInterface(LaterButton *button) : QAccessibleWidget(button, QAccessible::ButtonMenu) {}
+
+    QString text(QAccessible::Text kind) const override
+    {
+        if (kind == QAccessible::Name)
+            return button()->text().remove('&');
+        return QAccessibleWidget::text(kind);
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.hasPopup = true;
+        return state;
+    }
+
+    QStringList actionNames() const override
+    {
+        return QStringList(showMenuAction()) + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString &name) override
+    {
+        if (name != showMenuAction())
+            QAccessibleWidget::doAction(name);
+        else if (button()->isEnabled())
+            button()->openMenu();
+    }
+
+private:
+    LaterButton *button() const { return qobject_cast<LaterButton *>(object()); }
+};
+
 QAccessibleInterface *make(const QString &, QObject *object)
 {
+    if (auto *const later = qobject_cast<LaterButton *>(object))
+        return new LaterInterface(later);
     auto *const window = qobject_cast<AlertWindow *>(object);
     return window ? new Interface(window) : nullptr;
 }
