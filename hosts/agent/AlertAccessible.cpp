@@ -5,6 +5,7 @@
 #include "hosts/agent/LaterButton.h"
 
 #include <QAccessibleWidget>
+#include <QMenu>
 
 namespace
 {
@@ -39,6 +40,18 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         state.hasPopup = true;
         return state;
+    }
+
+    int childCount() const override { return 1; } // the menu
+
+    QAccessibleInterface *child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(button()->menu()) : nullptr;
+    }
+
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return child && child->object() == button()->menu() ? 0 : -1;
     }
 
     QStringList actionNames() const override

@@ -342,7 +342,9 @@ def pictures(desk):
     alerts = desk.alerts()
     titles = ["Power Off", "Command", "Sleep"]
     for number, title in enumerate(titles + ["Script", "Command"]):
-        alerts.tell(show=str(number), **{**ENGLISH, "title": title, "seconds": 239.5 + 60 * number})
+        otherwise = {"Power Off": ENGLISH["otherwise"], "Sleep": "The computer goes to sleep unless you cancel."}
+        alerts.tell(show=str(number), **{**ENGLISH, "title": title, "seconds": 239.5 + 60 * number,
+                                         "otherwise": otherwise.get(title, "The action runs unless you cancel it.")})
     alerts.wait_for_line("ready 2")
     wait_until("three alerts", lambda: all(desk.is_there(title) for title in titles))
     desk.photograph_alert("alert-window-several", titles, 40)

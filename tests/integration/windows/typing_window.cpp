@@ -13,6 +13,7 @@
 #include <QRandomGenerator>
 #include <QScreen>
 #include <QTextStream>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace
@@ -83,7 +84,13 @@ int main(int argc, char **argv)
     window.setWindowFlag(Qt::FramelessWindowHint);
     window.setGeometry(QGuiApplication::primaryScreen()->geometry().adjusted(0, 0, 0, -1));
     parser.isSet("full-screen") ? window.showFullScreen() : window.show();
-    window.activateWindow();
     text->setFocus();
+    // A window manager that has just begun may overhear what it is asked.
+    QTimer again;
+    QObject::connect(&again, &QTimer::timeout, &window, [&] {
+        window.isActiveWindow() ? again.stop() : window.activateWindow();
+    });
+    window.activateWindow();
+    again.start(500);
     return QApplication::exec();
 }
