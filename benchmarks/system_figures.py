@@ -18,8 +18,8 @@ CROWD = 1000  # actions due in one second
 CROWD_LIMIT = 120  # seconds for all of them; only bounds a failure
 DEEDS = ("hang", "crash", "fork", "memory", "output")  # of benchmarks/plugin/Neighbour.cpp
 IDLE = {1000: 12, 10000: 20}  # schedules of an idle daemon, and the MiB that it is to need at most
-ALERTS = 6
-ALERT_LEAD = 1  # seconds before the action
+ALERTS = 4
+ALERT_LEAD = 3  # seconds before the action
 AT_REST = 65  # seconds after which a daemon is idle: in its first minute it looks at a clock that nothing keeps right
 
 
@@ -183,7 +183,8 @@ def alert(build):
         agent = system.process("Dozely Agent").pid
         before, _ = resident(agent)
         parameters = {"Program": "/bin/true", "Alert": 1, "Delay before alert": ALERT_LEAD}
-        dates = [soon(4) + datetime.timedelta(seconds=3 * i) for i in range(ALERTS)]
+        first = soon(3)
+        dates = [first + datetime.timedelta(seconds=(ALERT_LEAD + 1) * i) for i in range(ALERTS)]
         system.store([schedule(i, date + datetime.timedelta(seconds=ALERT_LEAD), parameters=parameters)
                       for i, date in enumerate(dates)])
         taken, added = [], []
