@@ -4,6 +4,7 @@
 import contextlib
 import datetime
 import os
+import select
 import shutil
 import statistics
 import subprocess
@@ -178,25 +179,30 @@ def alert(build):
         # The user need not be able to read the build tree.
         shutil.copy(build / "benchmarks" / "window_watch", system.path("usr/lib/window_watch"))
         watch = system.start("the watch", [system.path("usr/lib/window_watch"), "Command"],
-                             as_user=True, stdout=subprocess.PIPE, text=True)
-        watch.stdout.readline()  # it watches
+                             as_user=True, stdout=subprocess.PIPE)
+        os.read(watch.stdout.fileno(), 100)  # it watches
         agent = system.process("Dozely Agent").pid
-        before, _ = resident(agent)
+        before, own = resident(agent)
         parameters = {"Program": "/bin/true", "Alert": 1, "Delay before alert": ALERT_LEAD}
         first = soon(3)
         dates = [first + datetime.timedelta(seconds=(ALERT_LEAD + 1) * i) for i in range(ALERTS)]
         system.store([schedule(i, date + datetime.timedelta(seconds=ALERT_LEAD), parameters=parameters)
                       for i, date in enumerate(dates)])
-        taken, added = [], []
-        for date in dates:
-            due = date.replace(tzinfo=datetime.timezone.utc).timestamp() * 1000
-            taken.append(float(watch.stdout.readline()) - due)
-            added.append(resident(agent)[0] - before)
+        taken = []
+        deadline = time.monotonic() + ALERTS * (ALERT_LEAD + 1) + 6
+        while len(taken) < ALERTS and select.select([watch.stdout], [], [], max(0, deadline - time.monotonic()))[0]:
+            seen = float(os.read(watch.stdout.fileno(), 100).split()[0])
+            taken.append(min(late for late in (seen - date.replace(tzinfo=datetime.timezone.utc).timestamp() * 1000
+                                               for date in dates) if late > 0))
+        if not taken:
+            raise scratch_system.Failure("no alert was seen")
+        after, own_after = resident(agent)
         yield {"what": "time of an alert to its window seen in full, longest", "value": max(taken), "unit": "ms",
-               "reach": 250, "detail": f"{ALERTS} alerts, median {statistics.median(taken):.0f} ms, the first "
-                                       f"{taken[0]:.0f} ms, of which 200 ms fade in"}
-        yield {"what": "the agent with an alert: resident memory beyond that without", "value": max(added),
-               "unit": "MiB", "reach": 8, "detail": f"{before:.1f} MiB before, the first alert added {added[0]:.1f}"}
+               "reach": 250, "detail": f"{len(taken)} of {ALERTS} alerts seen, median {statistics.median(taken):.0f} "
+                                       "ms, of which 200 ms fade in"}
+        yield {"what": "the agent with an alert: resident memory beyond that without", "value": after - before,
+               "unit": "MiB", "reach": 8, "detail": f"{before:.1f} MiB before; {own_after - own:.1f} MiB of it its own, "
+                                                    "the rest pages of shared libraries, fonts and texts"}
 
 
 def figures(build, idle_seconds):

@@ -2,8 +2,8 @@
 //
 // Usage: window_watch TITLE
 //
-// Prints, for each window of that title on the display that DISPLAY names, when it is shown and has faded in: the
-// milliseconds since 1970, a line each. "watching" comes first. Without end.
+// Prints, for each window of that title on the display that DISPLAY names, when it is shown and has faded in:
+// the milliseconds since 1970, a line each. "watching" comes first. Without end.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>

@@ -11,8 +11,8 @@ class AlertButton : public ZDRButton
 public:
     using ZDRButton::ZDRButton;
 
-    /// Takes the size that its title needs, and the look that goes with it. Again for another title; another font
-    /// is followed.
+    /// Takes the size that its title needs, and the look that goes with it. Again for another title; another
+    /// font is followed.
     void fitToTitle();
 
     /// No larger than its title, for what matters less. Before fitToTitle.

@@ -36,8 +36,8 @@ public:
     /// The plug-in that announces this occurrence already; null when none does.
     std::shared_ptr<WDUserAgentPlugIn> plugIn(const QString &bundlePath, const QDateTime &date) const;
 
-    /// Withdraws the plug-in's alert at that date, the occurrence's. `schedule` is whose occurrence it is, for
-    /// people; several may share one alert.
+    /// Withdraws the plug-in's alert at that date, the occurrence's. `schedule` is whose occurrence it is,
+    /// for people; several may share one alert.
     void keep(const QString &bundlePath, const std::shared_ptr<WDUserAgentPlugIn> &plugIn,
               const QDateTime &date, const QString &schedule = {});
 

@@ -7,8 +7,8 @@
 class QMenu;
 
 /// The button of an alert that puts its action off: a menu with what may be chosen. It opens by whatever
-/// presses a button, by its mnemonic, and by Return and the down key while it has the focus; in the menu there are arrow
-/// keys and mnemonics, and Escape leaves it. The texts are those of the agent's bundle.
+/// presses a button, by its mnemonic, and by Return and the down key while it has the focus; in the menu
+/// there are arrow keys and mnemonics, and Escape leaves it. The texts are those of the agent's bundle.
 ///
 /// THREADING: the main thread.
 class LaterButton : public AlertButton

@@ -76,9 +76,8 @@ milliseconds TimeLeft::untilNextStep(milliseconds left, milliseconds whole)
         return beyond > 0ms ? beyond : step;
     };
     if (left > 1min) {
-        const milliseconds step =
-            std::clamp<milliseconds>(std::chrono::ceil<std::chrono::seconds>(whole / stepsInAll), 1s,
-                                     longestStep);
+        const milliseconds step = std::clamp<milliseconds>(
+            std::chrono::ceil<std::chrono::seconds>(whole / stepsInAll), 1s, longestStep);
         return left > 2h ? std::min(since(step), longestStep) : std::min(since(step), since(1min));
     }
     const double aSecond = std::clamp(stepsInAll * 1000.0 / static_cast<double>(std::max(whole, 1ms).count()),

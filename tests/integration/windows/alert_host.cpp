@@ -3,10 +3,12 @@
 // Usage: alert_host [--bundle AGENT_BUNDLE] [--language LANGUAGE] [--palette light|dark|contrast]
 //                   [--font-points NUMBER]
 //
-// Shows alerts as the agent does, without daemon and plug-ins. Reads JSON objects from standard input, one a line:
-// {"show": NAME, "title": ..., "text": ..., "button": ..., "seconds": ..., "schedule": ..., "otherwise": ...},
-// {"close": NAME}, {"focus": NAME}. Prints what comes of it: "shown", "ready" (it takes input), "activated", "closed"
-// and "later", each with the name.
+// Shows alerts as the agent does, without daemon and plug-ins. Reads JSON objects from standard input, one a
+// line:
+// {"show": NAME, "title": ..., "text": ..., "button": ..., "seconds": ..., "schedule": ..., "otherwise":
+// ...},
+// {"close": NAME}, {"focus": NAME}. Prints what comes of it: "shown", "ready" (it takes input), "activated",
+// "closed" and "later", each with the name.
 #include "hosts/agent/AlertWindowPresenter.h"
 
 #include "DozelyKit/core/bundles/NSBundle.h"
@@ -62,9 +64,10 @@ class Host
 public:
     Host()
     {
-        m_presenter.setEvents({.shown = [this](const auto &alert) { print("shown", m_alerts.key(alert)); },
-                               .activated = [this](const auto &alert) { print("activated", m_alerts.key(alert)); },
-                               .closed = [this](const auto &alert) { print("closed", m_alerts.key(alert)); }});
+        m_presenter.setEvents(
+            {.shown = [this](const auto &alert) { print("shown", m_alerts.key(alert)); },
+             .activated = [this](const auto &alert) { print("activated", m_alerts.key(alert)); },
+             .closed = [this](const auto &alert) { print("closed", m_alerts.key(alert)); }});
         m_presenter.setLater({[](const auto &) { return true; },
                               [this](const auto &alert, Postponement) {
                                   print("later", m_alerts.key(alert));

@@ -2,9 +2,10 @@
 //
 // Usage: typing_window [--full-screen] [--ground COLOUR|photograph]
 //
-// A window that somebody types into, nearly or really as large as the screen; or one that is of a colour, or looks like
-// a bright photograph with a page of small print: the hardest ground for text. Prints "active" when it has the keys, "lost" when it has them no more, and "text" with what was typed
-// whenever that changes.
+// A window that somebody types into, nearly or really as large as the screen; or one that is of a colour, or
+// looks like a bright photograph with a page of small print: the hardest ground for text. Prints "active"
+// when it has the keys, "lost" when it has them no more, and "text" with what was typed whenever that
+// changes.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QLabel>
@@ -87,9 +88,8 @@ int main(int argc, char **argv)
     text->setFocus();
     // A window manager that has just begun may overhear what it is asked.
     QTimer again;
-    QObject::connect(&again, &QTimer::timeout, &window, [&] {
-        window.isActiveWindow() ? again.stop() : window.activateWindow();
-    });
+    QObject::connect(&again, &QTimer::timeout, &window,
+                     [&] { window.isActiveWindow() ? again.stop() : window.activateWindow(); });
     window.activateWindow();
     again.start(500);
     return QApplication::exec();

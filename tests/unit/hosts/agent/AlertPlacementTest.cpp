@@ -35,8 +35,7 @@ TEST(AlertPlacement, BeginsInTheUpperCornerOfItsSide)
 
 TEST(AlertPlacement, GoesOnBelowAndThenBesideButNeverOverTheMiddle)
 {
-    EXPECT_EQ(placed(3),
-              (QList<QRect>{{684, 46, 300, 120}, {684, 182, 300, 120}, {684, 318, 300, 120}}));
+    EXPECT_EQ(placed(3), (QList<QRect>{{684, 46, 300, 120}, {684, 182, 300, 120}, {684, 318, 300, 120}}));
     EXPECT_EQ(placed(4).last(), QRect(368, 46, 300, 120)) << "beside, above the middle";
     for (const AlertPlace &place : {AlertPlace(), atLeft, atBottom}) {
         const QList<QRect> windows = placed(20, place);

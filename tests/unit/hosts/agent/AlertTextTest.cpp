@@ -18,10 +18,7 @@ namespace
 class AlertTextTest : public AlertFixture
 {
 protected:
-    ~AlertTextTest() override
-    {
-        QApplication::setFont(font);
-    }
+    ~AlertTextTest() override { QApplication::setFont(font); }
     /// Everything that can be seen is in the window, as large as it needs to be, and apart from all else.
     static void expectThatAllFits(const AlertWindow &window)
     {
@@ -37,7 +34,8 @@ protected:
             if (label) {
                 EXPECT_GE(label->height(), label->heightForWidth(label->width())) << text;
             } else {
-                EXPECT_GE(pressed->width(), pressed->fontMetrics().horizontalAdvance(pressed->text())) << text;
+                EXPECT_GE(pressed->width(), pressed->fontMetrics().horizontalAdvance(pressed->text()))
+                    << text;
             }
             for (const QRect &other : places)
                 EXPECT_FALSE(other.intersects(place)) << text;
@@ -131,7 +129,8 @@ TEST_F(AlertTextTest, WrapsLongTitlesAlsoWhereAWordIsLongerThanALine)
         details = {QString(90, 'M'), {}};
         show(shown);
         EXPECT_EQ(window(shown).width(), 340) << "texts do not widen it";
-        EXPECT_GT(window(shown).findChild<QLabel *>()->height(), 2 * window(shown).fontMetrics().height() - 4);
+        EXPECT_GT(window(shown).findChild<QLabel *>()->height(),
+                  2 * window(shown).fontMetrics().height() - 4);
         expectThatAllFits(window(shown));
         presenter->close(shown);
     }
