@@ -153,7 +153,7 @@ TEST_F(Wayland, AnAlertIsCancelledByThePointer)
     ASSERT_NE(window, nullptr);
     QRect place;
     ASSERT_TRUE(waitUntil([&] {
-        place = picture.areaOf(AlertGround::seenColor(false));
+        place = picture.areaOf(AlertGround::seenColor(false)).adjusted(-1, -1, 1, 1); // its edge is lighter
         return place.size() == window->size();
     }));
     const auto *const button = window->findChild<ZDRButton *>();

@@ -297,7 +297,7 @@ def wayland(desk):
                f"--height={HEIGHT}")
     wait_until("the compositor", lambda: os.path.exists(desk.folder + "/wayland-alert"))
     white = bytes([255]) * 3
-    wait_until("its desktop", lambda: desk.screen()[3 * (WIDTH * 400 + 640):][:3] == white)
+    wait_until("its desktop", lambda: desk.screen()[3 * (WIDTH * 100 + 100):][:3] == white)  # far from the pointer
     alerts = desk.alerts(QT_QPA_PLATFORM="wayland", WAYLAND_DISPLAY="wayland-alert",
                          QT_WAYLAND_CLIENT_BUFFER_INTEGRATION="none")
     alerts.tell(show="a", **ENGLISH)
