@@ -8,7 +8,6 @@
 #include <QHash>
 #include <QMap>
 
-#include <compare>
 #include <functional>
 #include <set>
 #include <tuple>
@@ -23,7 +22,7 @@
 ///
 /// What is to be announced is kept in the order of its dates and changed when the scheduler tells of a
 /// change: no question costs a look at all schedules.
-class AnticipationPlan : private SchedulerObserver
+class AnticipationPlan final : private SchedulerObserver
 {
 public:
     /// Both must outlive the object.
@@ -106,7 +105,10 @@ private:
         qint64 date;
         qint32 place;
 
-        auto operator<=>(const Announcement &) const = default;
+        bool operator<(const Announcement &other) const
+        {
+            return std::tie(when, date, place) < std::tie(other.when, other.date, other.place);
+        }
     };
     struct EarlierDate {
         bool operator()(const Announcement &a, const Announcement &b) const

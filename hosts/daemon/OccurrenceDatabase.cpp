@@ -83,7 +83,7 @@ Result<void> OccurrenceDatabase::make(const std::optional<QDateTime> &nothingKno
         const auto database = Sqlite::open(unfinished, Sqlite::File::MustExist, patience);
         if (!database)
             return database.error();
-        const auto made =
+        auto made =
             database->transaction([&] { return OccurrenceTables::make(*database, nothingKnownBefore); });
         if (!made)
             return made;
@@ -315,7 +315,7 @@ Result<OccurrenceDatabase::Found> OccurrenceDatabase::findEach(const char *condi
     // One transaction, or each search would take and give back the locks of the file.
     if (auto begun = m_database->run("BEGIN"); !begun)
         return begun.error();
-    const auto found = search(condition, keys);
+    auto found = search(condition, keys);
     (void)m_database->run("COMMIT");
     return found;
 }

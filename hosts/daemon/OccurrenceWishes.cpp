@@ -53,7 +53,7 @@ QList<Occurrence> OccurrenceWishes::meant(const ReceivedOrder &order, bool mayBe
         throw OrderRefusal(Impossible, "it names something that is no date");
     const QString identifier = order.userInfo.value(OrderKey::scheduleIdentifier).toString();
     if (identifier.isEmpty()) {
-        const QList<Occurrence> occurrences = m_anticipation.removable(
+        QList<Occurrence> occurrences = m_anticipation.removable(
             order.peer, RootFolder::owner(), order.userInfo.value(OrderKey::bundlePath).toString(),
             date.toDateTime().toUTC(), m_consoleUser);
         if (occurrences.isEmpty())

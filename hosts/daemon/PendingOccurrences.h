@@ -4,9 +4,9 @@
 #include <QDateTime>
 #include <QList>
 
-#include <compare>
 #include <optional>
 #include <set>
+#include <tuple>
 
 /// Occurrences to come, in the order in which they are to be performed: by their moment, in the order of the
 /// store where that is equal. Those that are held back stand apart, so that what waits is never in the way of
@@ -20,7 +20,11 @@ public:
         qint32 place;
         qint64 date; ///< The occurrence's own.
 
-        auto operator<=>(const Item &) const = default;
+        bool operator==(const Item &) const = default;
+        bool operator<(const Item &other) const
+        {
+            return std::tie(moment, place, date) < std::tie(other.moment, other.place, other.date);
+        }
     };
 
     void clear();

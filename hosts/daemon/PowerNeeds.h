@@ -17,7 +17,7 @@ class PlugInAnswers;
 /// order of dates. Only what has changed is asked about again: a schedule, or its bundle.
 ///
 /// THREADING: the main thread.
-class PowerNeeds : private SchedulerObserver
+class PowerNeeds final : private SchedulerObserver
 {
 public:
     /// A need is over so long after its occurrence's date.

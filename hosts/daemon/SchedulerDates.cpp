@@ -103,11 +103,12 @@ OccurrenceSeries::Run Scheduler::dueRun(const Occurrence &current) const
 
 OccurrenceSeries::Run Scheduler::runUpTo(const Occurrence &current, const QDateTime &date) const
 {
-    const OccurrenceSeries::Run alone{current.date, current.date, 1, true};
-    if (!isRunOf(current))
-        return alone;
-    const auto run = datesOf(current.schedule).openBetween(current.date.addMSecs(-1), date);
-    return run.count > 0 ? run : alone;
+    if (isRunOf(current)) {
+        auto run = datesOf(current.schedule).openBetween(current.date.addMSecs(-1), date);
+        if (run.count > 0)
+            return run;
+    }
+    return {current.date, current.date, 1, true};
 }
 
 OccurrenceSeries::Run Scheduler::runBefore(const Occurrence &current, const QDateTime &date) const

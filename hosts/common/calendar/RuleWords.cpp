@@ -60,7 +60,7 @@ QString every(qint64 interval, const QString &unit)
 QString times(const RecurrenceRule &rule, QTime start)
 {
     constexpr qsizetype most = 6;
-    const auto orStart = [](QList<int> numbers, int usual) {
+    const auto orStart = [](const QList<int> &numbers, int usual) {
         return numbers.isEmpty() ? QList<int>{usual} : numbers;
     };
     QStringList texts;

@@ -27,8 +27,8 @@ public:
     QDateTime momentOf(const WallTime &wallTime) const;
 
 private:
-    WallTimeSeries(OccurrenceSeries series, QTimeZone zone, bool isElapsed)
-        : m_series(std::move(series)), m_zone(std::move(zone)), m_isElapsed(isElapsed)
+    WallTimeSeries(OccurrenceSeries series, const QTimeZone &zone, bool isElapsed)
+        : m_series(std::move(series)), m_zone(zone), m_isElapsed(isElapsed)
     {
     }
 
