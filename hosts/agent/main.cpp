@@ -6,6 +6,7 @@
 #include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
+#include "hosts/agent/SessionBusAddress.h"
 #include "hosts/agent/UserAgentController.h"
 #include "hosts/common/events/EventScriptFunction.h"
 #include "hosts/common/events/RequiredEvents.h"
@@ -20,6 +21,7 @@ using namespace dozely;
 
 int main(int argc, char **argv)
 {
+    SessionBusAddress::nameTheUsualOne();
     const auto application = AgentApplication::make(argc, argv);
     HostOptions options("Performs actions in the session of the user who is logged in.");
     if (const auto status = options.parse(QCoreApplication::arguments()))
