@@ -17,6 +17,6 @@ void SessionBusAddress::nameTheUsualOne()
     QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
     if (folder.isEmpty())
         folder = "/run/user/" + QByteArray::number(::getuid());
-    // What is not one of these stands for itself as %xx (D-Bus specification, "Server Addresses").
+    // What is not one of these stands for itself as %xx ("Server Addresses" of the D-Bus protocol).
     qputenv(address, "unix:path=" + (folder + "/bus").toPercentEncoding("/", "~"));
 }

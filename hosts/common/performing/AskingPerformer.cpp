@@ -209,9 +209,9 @@ void AskingPerformer::lookAtLimit()
         if (const auto packet = receive(); packet && !packet->isEmpty())
             return take(*packet);
     }
-    const auto kind = m_state == State::Beginning      ? timeToBegin
+    const auto kind = m_state == State::Beginning    ? timeToBegin
                       : allowed() == longestToAnswer ? longestToAnswer
-                                                       : timeToAnswer;
+                                                     : timeToAnswer;
     end(QString("it took longer than %1 s").arg(kind.count()));
 }
 
