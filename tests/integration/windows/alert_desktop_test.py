@@ -143,7 +143,7 @@ class Desk:
 
     def manage(self, composite=True):
         self.start("openbox", "--config-file", self.write("rc.xml", OPENBOX), "--sm-disable")
-        wait_until("the window manager", lambda: b"not found" not in self.call("xprop", "-root", "_NET_CLIENT_LIST"))
+        wait_until("the window manager", lambda: b"(WINDOW)" in self.call("xprop", "-root", "_NET_CLIENT_LIST"))
         if composite:
             self.start("picom", "--config", "/dev/null", "--backend", "xrender")
             wait_until("the compositor", lambda: b"picom" in self.call("xdotool", "search", "--class", "picom",
