@@ -7,8 +7,8 @@
 struct ZDRLayer {
     QColor backgroundColor; ///< Invalid: nothing is painted.
     QColor borderColor;     ///< Invalid or clear: no border.
-    double borderWidth =
-        0; ///< In points, inside the control's bounds; painted in whole pixels, at least one.
+    /// In points, inside the control's bounds; painted in whole pixels, at least one.
+    double borderWidth = 0;
     double cornerRadius = 0;
     bool masksToBounds = false; ///< Whether content is cut off at the round corners.
 };
