@@ -73,7 +73,6 @@ PrivateBus::PrivateBus() : m_folder("/tmp/dzbus-XXXXXX"), m_formerAddress(qgeten
     file.write(QString(configuration).arg(m_folder.path()).arg(::geteuid()).toUtf8());
     file.close();
     start();
-    qputenv(addressVariable, m_address.toUtf8());
 }
 
 void PrivateBus::start()
@@ -89,6 +88,7 @@ void PrivateBus::start()
             break;
         }
     }
+    qputenv(addressVariable, m_address.toUtf8()); // its identifier in there is a new one each time
 }
 
 PrivateBus::~PrivateBus()

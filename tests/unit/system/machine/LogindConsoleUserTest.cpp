@@ -11,6 +11,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <thread>
+
 using namespace dozely;
 
 namespace
@@ -164,6 +166,42 @@ TEST_F(LogindConsoleUserTest, IsNobodyWithoutABus)
     ASSERT_TRUE(bus.isRunning());
     bus.stop();
     EXPECT_FALSE(console.current());
+}
+
+TEST_F(LogindConsoleUserTest, IsFoundAgainOnABusThatWasRestarted)
+{
+    startLogind();
+    addSession("c1", "seat0", 1001, "alice");
+    ASSERT_EQ(console.current().value_or(ConsoleUser::User{}).name, "alice");
+    bus.stop();
+    EXPECT_FALSE(console.current());
+    bus.restart();
+    startLogind();
+    addSession("c1", "seat0", 1002, "bob");
+    EXPECT_EQ(console.current().value_or(ConsoleUser::User{}).name, "bob");
+}
+
+TEST_F(LogindConsoleUserTest, IsFoundOnABusThatWasRestartedBetweenTwoQuestions)
+{
+    startLogind();
+    addSession("c1", "seat0", 1001, "alice");
+    ASSERT_EQ(console.current().value_or(ConsoleUser::User{}).name, "alice");
+    bus.stop();
+    bus.restart();
+    startLogind();
+    addSession("c1", "seat0", 1002, "bob");
+    EXPECT_EQ(console.current().value_or(ConsoleUser::User{}).name, "bob");
+}
+
+TEST_F(LogindConsoleUserTest, MayBeAskedFromOneThreadAfterAnother)
+{
+    startLogind();
+    addSession("c1", "seat0", 1001, "alice");
+    ASSERT_TRUE(console.current());
+    QString name;
+    std::thread([&] { name = console.current().value_or(ConsoleUser::User{}).name; }).join();
+    EXPECT_EQ(name, "alice");
+    EXPECT_EQ(console.current().value_or(ConsoleUser::User{}).name, "alice");
 }
 
 TEST_F(LogindConsoleUserTest, IsNobodyWithinTwoSecondsWhenTheBusStaysMute)
