@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertWindowPresenter.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AlertPlacement.h"
@@ -17,6 +19,8 @@ using namespace dozely;
 
 namespace
 {
+constexpr std::chrono::seconds untilRest(2); // longer than any fade
+
 /// Where the user is looking, as far as one can know.
 const QScreen *screenOfThePointer()
 {
@@ -37,6 +41,7 @@ AlertWindowPresenter::AlertWindowPresenter()
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_screens,
                      [this](QScreen *screen) { follow(screen); });
     follow(QGuiApplication::primaryScreen());
+    restSoon();
 }
 
 AlertWindowPresenter::~AlertWindowPresenter()
@@ -165,6 +170,14 @@ void AlertWindowPresenter::takeAway(const Notification &notification)
     m_fading.removeIf([](const auto &fading) { return fading.expired(); });
     m_fading += window;
     window->withdraw(); // which holds it until it has faded
+    restSoon();
+}
+
+/// Windows wait for minutes, and the agent for days: what only their appearance took is given back.
+void AlertWindowPresenter::restSoon()
+{
+    m_rest = std::make_unique<QObject>();
+    Port<Clock>::current()->callAfter(untilRest, m_rest.get(), [] { IdleMemory::giveBack(); });
 }
 
 /// The next to act first; of those that act at the same time, the one that came first.
@@ -198,6 +211,7 @@ bool AlertWindowPresenter::open(const Notification &notification, bool isFirst)
     const QSize size = window->size();
     window->makeKeyAndOrderFront();
     FullScreenX11::stayAbove(window->windowHandle());
+    restSoon();
     if (window->size() != size) // what it needs is only known for certain now
         place(*window, screenOfThePointer(), true);
     return true;

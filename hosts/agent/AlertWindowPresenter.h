@@ -10,6 +10,7 @@
 #include <QList>
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 class QScreen;
@@ -73,6 +74,7 @@ private:
     bool place(AlertWindow &window, const QScreen *screen, bool isFirst) const;
     void placeStrayed();
     void follow(QScreen *screen);
+    void restSoon();
 
     Events m_events;
     Later m_later;
@@ -83,4 +85,5 @@ private:
     QList<Notification> m_alerts;      // those that wait, too
     QHash<Notification, std::shared_ptr<AlertWindow>> m_windows;
     QList<std::weak_ptr<AlertWindow>> m_fading;
+    std::unique_ptr<QObject> m_rest; // context of the one that is to come
 };

@@ -9,10 +9,6 @@
 
 #include <cstdlib>
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
-
 // Not in the namespace below, where a list of wall times would not find them.
 static QDataStream &operator<<(QDataStream &stream, const WallTime &time)
 {
@@ -129,11 +125,4 @@ QList<Schedule> CompactSchedules::thaw(const QByteArray &frozen)
         schedules += std::move(schedule);
     }
     return schedules;
-}
-
-void CompactSchedules::giveFreeMemoryBack()
-{
-#ifdef __GLIBC__
-    ::malloc_trim(0);
-#endif
 }

@@ -17,7 +17,4 @@ QByteArray freeze(const QList<Schedule> &schedules);
 
 /// The schedules that were frozen.
 QList<Schedule> thaw(const QByteArray &frozen);
-
-/// Gives memory that is free but still this process's back to the machine.
-void giveFreeMemoryBack();
 } // namespace CompactSchedules

@@ -2,6 +2,7 @@
 #include "hosts/daemon/ScheduleKeeper.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/common/schedules/ScheduleStore.h"
@@ -35,6 +36,7 @@ constexpr qsizetype mostOutputsInMemory = 1000;
 
 /// So long nothing happens to an occurrence before the memory that it took is given back.
 constexpr std::chrono::seconds untilRest(10);
+constexpr std::chrono::seconds soon(3); // what is due then is being made ready
 
 /// An agent may hand an occurrence back, or say what became of it, for so long.
 constexpr std::chrono::hours handOverTime(1);
@@ -301,7 +303,7 @@ void ScheduleKeeper::keep(QList<Schedule> schedules, const QSet<QString> &faulty
     const QByteArray frozen = CompactSchedules::freeze(schedules);
     schedules.clear();
     m_scheduler.setSchedules({});
-    CompactSchedules::giveFreeMemoryBack();
+    IdleMemory::giveHeapBack();
     m_scheduler.setSchedules(CompactSchedules::thaw(frozen));
     dropPostponed();
     if (m_scheduler.record().hasChanges())
@@ -454,15 +456,22 @@ void ScheduleKeeper::restSoon()
         return;
     m_clock.callAfter(untilRest, this, [this] {
         m_isRestComing = false;
-        if (m_isAtWork)
+        if (m_isAtWork || isDueSoon())
             restSoon();
         else
             rest();
     });
 }
 
+bool ScheduleKeeper::isDueSoon() const
+{
+    const QDateTime now = m_clock.currentDate();
+    const auto next = m_scheduler.nextDate();
+    return next && *next >= now && *next < now.addDuration(soon);
+}
+
 void ScheduleKeeper::rest()
 {
     m_database.rest();
-    CompactSchedules::giveFreeMemoryBack();
+    IdleMemory::giveBack();
 }

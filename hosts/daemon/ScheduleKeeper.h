@@ -109,6 +109,7 @@ private:
     void saveSoon();
     void saveAgainLater();
     void restSoon();
+    bool isDueSoon() const;
     void rest();
     dozely::Result<void> save();
 

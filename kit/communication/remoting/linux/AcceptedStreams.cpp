@@ -4,12 +4,12 @@
 #include "DozelyKit/communication/remoting/linux/PerThread_p.h"
 #include "DozelyKit/communication/remoting/linux/StreamState_p.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/IdleMemory.h"
 
 #include <QCoreApplication>
 #include <QThread>
 
 #include <algorithm>
-#include <malloc.h>
 
 namespace dozely
 {
@@ -118,7 +118,7 @@ void AcceptedStreams::giveMemoryBackAfter(qsizetype use)
     Port<Clock>::current()->callAfter(lullBeforeGivingBack, QCoreApplication::instance(), [this] {
         m_willGiveBack = false;
         m_used = 0;
-        ::malloc_trim(0);
+        IdleMemory::giveHeapBack();
     });
 }
 
