@@ -47,6 +47,7 @@ WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/performer", "hosts/adm
 # A new program or room gets a row.
 COMMON = "hosts/common/*"
 HOST_ARROWS = {
+    "hosts/common/bus": (),
     "hosts/common/calendar": (),
     "hosts/common/events": (),
     "hosts/common/faults": (),

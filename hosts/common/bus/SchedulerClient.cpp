@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/common/bus/SchedulerClient.h"
+
+SchedulerClient::~SchedulerClient() = default;
