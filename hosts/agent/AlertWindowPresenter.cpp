@@ -2,7 +2,6 @@
 #include "hosts/agent/AlertWindowPresenter.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AlertPlacement.h"
@@ -19,8 +18,6 @@ using namespace dozely;
 
 namespace
 {
-constexpr std::chrono::seconds untilRest(2); // longer than any fade
-
 /// Where the user is looking, as far as one can know.
 const QScreen *screenOfThePointer()
 {
@@ -41,7 +38,6 @@ AlertWindowPresenter::AlertWindowPresenter()
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_screens,
                      [this](QScreen *screen) { follow(screen); });
     follow(QGuiApplication::primaryScreen());
-    restSoon();
 }
 
 AlertWindowPresenter::~AlertWindowPresenter()
@@ -170,14 +166,20 @@ void AlertWindowPresenter::takeAway(const Notification &notification)
     m_fading.removeIf([](const auto &fading) { return fading.expired(); });
     m_fading += window;
     window->withdraw(); // which holds it until it has faded
-    restSoon();
+    if (m_changed)
+        m_changed();
 }
 
-/// Windows wait for minutes, and the agent for days: what only their appearance took is given back.
-void AlertWindowPresenter::restSoon()
+void AlertWindowPresenter::drawSample()
 {
-    m_rest = std::make_unique<QObject>();
-    Port<Clock>::current()->callAfter(untilRest, m_rest.get(), [] { IdleMemory::giveBack(); });
+    NSUserNotification notification;
+    notification.setTitle("Alert");
+    notification.setInformativeText("Will run.");
+    notification.setActionButtonTitle("Cancel");
+    notification.setUserInfo({{AlertKey::date, Port<Clock>::current()->currentDate().addSecs(90)}});
+    AlertWindow window;
+    window.fill(notification, true);
+    window.grab();
 }
 
 /// The next to act first; of those that act at the same time, the one that came first.
@@ -211,7 +213,8 @@ bool AlertWindowPresenter::open(const Notification &notification, bool isFirst)
     const QSize size = window->size();
     window->makeKeyAndOrderFront();
     FullScreenX11::stayAbove(window->windowHandle());
-    restSoon();
+    if (m_changed)
+        m_changed();
     if (window->size() != size) // what it needs is only known for certain now
         place(*window, screenOfThePointer(), true);
     return true;

@@ -10,7 +10,6 @@
 #include <QList>
 
 #include <functional>
-#include <memory>
 #include <utility>
 
 class QScreen;
@@ -54,6 +53,13 @@ public:
     /// is kept as long as this object.
     void setPlaceFile(const QString &path);
 
+    /// Called whenever a window comes or goes.
+    void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
+
+    /// Draws an alert that nobody sees: fonts, languages and styles are looked for when something is drawn
+    /// first, better at a quiet moment than while an alert is waited for.
+    static void drawSample();
+
     void setEvents(Events events) override;
     void show(const Notification &notification) override;
     void close(const Notification &notification) override;
@@ -74,16 +80,15 @@ private:
     bool place(AlertWindow &window, const QScreen *screen, bool isFirst) const;
     void placeStrayed();
     void follow(QScreen *screen);
-    void restSoon();
 
     Events m_events;
     Later m_later;
     std::function<AlertDetails(const Notification &)> m_details;
+    std::function<void()> m_changed;
     QString m_placeFile;
     std::optional<AlertPlace> m_place; // absent until the user has dragged an alert
     QObject m_screens;                 // hears of changes of the screens
     QList<Notification> m_alerts;      // those that wait, too
     QHash<Notification, std::shared_ptr<AlertWindow>> m_windows;
     QList<std::weak_ptr<AlertWindow>> m_fading;
-    std::unique_ptr<QObject> m_rest; // context of the one that is to come
 };

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/communication/channel/WDCommunicationCenter.h"
+#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
 #include "DozelyKit/system/alerts/UserNotificationPresenter.h"
 #include "hosts/agent/AgentApplication.h"
 #include "hosts/agent/AlertWindowPresenter.h"
+#include "hosts/agent/QuietMoment.h"
 #include "hosts/agent/SessionBusAddress.h"
 #include "hosts/agent/UserAgentController.h"
 #include "hosts/common/events/EventScriptFunction.h"
@@ -33,10 +35,17 @@ int main(int argc, char **argv)
     const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
 
     ZDRLog("Dozely Agent started");
+    QuietMoment quiet;
     std::shared_ptr<AlertWindowPresenter> windows;
     if (AgentApplication::hasDisplay()) {
         alertWindow() = windows = std::make_shared<AlertWindowPresenter>();
         windows->setPlaceFile(StoredAlertPlace::usualPath());
+        // Alerts wait for minutes, the agent for days: what only their appearance took is given back.
+        windows->setChanged([&] { quiet.wait(&IdleMemory::giveBack); });
+        quiet.wait([] {
+            AlertWindowPresenter::drawSample();
+            IdleMemory::giveBack();
+        });
     } else if (qobject_cast<QGuiApplication *>(application.get())) {
         ZDRLog("The display cannot be opened: alerts are shown by the notification server alone");
     }
@@ -64,6 +73,7 @@ int main(int argc, char **argv)
         if (windows) {
             windows->setLater({});
             windows->setDetails({});
+            windows->setChanged({});
         }
     }
     windows.reset();

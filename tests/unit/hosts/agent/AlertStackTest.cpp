@@ -179,3 +179,36 @@ TEST_F(AlertStackTest, MissesNothingWhenThePlaceCannotBeKept)
     show(shown);
     EXPECT_EQ(window(shown).pos(), place) << "for as long as this process lives";
 }
+
+TEST_F(AlertStackTest, TellsWheneverAWindowComesOrGoes)
+{
+    int changes = 0;
+    presenter->setChanged([&] { ++changes; });
+    const auto first = alert("First");
+    presenter->show(first);
+    EXPECT_EQ(changes, 1);
+    presenter->show(first); // it is there already
+    EXPECT_EQ(changes, 1);
+    presenter->show(alert("Second"));
+    EXPECT_EQ(changes, 2);
+    presenter->close(first);
+    EXPECT_EQ(changes, 3);
+}
+
+TEST_F(AlertStackTest, DrawsASampleThatNeverBecomesAWindowOfTheDesktop)
+{
+    struct Watcher : QObject {
+        bool eventFilter(QObject *receiver, QEvent *event) override
+        {
+            exposures += receiver->isWindowType() && event->type() == QEvent::Expose ? 1 : 0;
+            return false;
+        }
+        int exposures = 0;
+    } watcher;
+    qApp->installEventFilter(&watcher);
+    AlertWindowPresenter::drawSample();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(watcher.exposures, 0);
+    show(alert("Seen"));
+    EXPECT_GT(watcher.exposures, 0);
+}
