@@ -329,3 +329,4 @@ TEST_P(AlertPictures, OfAnAlertLookAsBefore)
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, AlertPictures, Look::all(), Look::ofTest);
+INSTANTIATE_TEST_SUITE_P(ScalesBetween, AlertPictures, Look::atScalesBetween(), Look::ofTest);

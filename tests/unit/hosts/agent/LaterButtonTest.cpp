@@ -284,3 +284,4 @@ TEST_P(LaterPictures, OfAnAlertThatMayBePutOffLookAsBefore)
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, LaterPictures, Look::all(), Look::ofTest);
+INSTANTIATE_TEST_SUITE_P(ScalesBetween, LaterPictures, Look::atScalesBetween(), Look::ofTest);
