@@ -108,6 +108,7 @@ TEST_F(Receiving, OnAnotherThreadHasTheMainThreadPostAndWaitsForIt)
     }));
     thread->start();
     ASSERT_TRUE(waitUntil([&] { return thread->isFinished(); }));
+    thread->wait();
     EXPECT_TRUE(answer);
     EXPECT_EQ(heardWhenItAnswered, 1);
     EXPECT_EQ(listener->thread, QThread::currentThread());
@@ -127,6 +128,7 @@ TEST_F(Receiving, OnAnotherThreadRaisesThereWhatAnObserverRaises)
     }));
     thread->start();
     ASSERT_TRUE(waitUntil([&] { return thread->isFinished(); }));
+    thread->wait();
     EXPECT_EQ(raised, "Trouble");
 }
 

@@ -227,7 +227,7 @@ TEST_P(Request, PingOfATargetThatRaisesIsNoAndGivesTheLockBack)
 TEST_P(Request, PostToATargetThatDiesInTheMiddleRaisesAndLeavesTheLockTaken)
 {
     auto dying = std::make_unique<Peer>(GetParam().portName);
-    dying->center.onPost = [&] { return dying->die(); };
+    dying->center.onPost = [peer = dying.get()] { return peer->die(); };
     EXPECT_THROW(post(), NSException);
     EXPECT_EQ(dying->center.posts, 1);
     dying.reset();
