@@ -29,6 +29,15 @@ bool isObject(QMetaType type)
     return type.flags().testFlag(QMetaType::PointerToQObject);
 }
 
+// Whether both are the same number, of whatever width.
+bool isSameNumber(const QVariant &a, const QVariant &b)
+{
+    const auto isNegative = [](const QVariant &number) {
+        return number.typeId() != QMetaType::ULongLong && number.toLongLong() < 0;
+    };
+    return isNegative(a) == isNegative(b) && a.toLongLong() == b.toLongLong();
+}
+
 // One parameter from the wire's arguments, of which `next` is the first unused one. A block of bytes where
 // another type is expected is the one-block form of that type.
 bool takeParameter(QMetaType type, const QVariantList &arguments, qsizetype *next, QVariant *parameter)
@@ -81,7 +90,7 @@ bool takeParameter(QMetaType type, const QVariantList &arguments, qsizetype *nex
         copy.convert(type);
         return copy;
     }();
-    if (narrowed.toLongLong() != parameter->toLongLong())
+    if (!isSameNumber(narrowed, *parameter))
         return false;
     *parameter = narrowed;
     return true;

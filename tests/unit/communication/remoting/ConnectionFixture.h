@@ -41,6 +41,7 @@ public:
     NS_REMOTE Q_INVOKABLE int depth() { return nesting; }
     NS_REMOTE Q_INVOKABLE QObject *child() { return &m_child; }
     NS_REMOTE Q_INVOKABLE QObject *noChild() { return nullptr; }
+    NS_REMOTE Q_INVOKABLE QObject *itself() { return this; }
     NS_REMOTE Q_INVOKABLE void raise() { throw NSException("TestException", "as asked: always"); }
     NS_REMOTE Q_INVOKABLE bool postNotification(const NSNotification &notification)
     {
@@ -58,6 +59,10 @@ public:
     NS_REMOTE Q_INVOKABLE uint cardinal() { return 4'000'000'000U; }
     NS_REMOTE Q_INVOKABLE qlonglong largeInteger() { return -9'000'000'000LL; }
     NS_REMOTE Q_INVOKABLE qulonglong largeCardinal() { return 18'000'000'000'000'000'000ULL; }
+    NS_REMOTE Q_INVOKABLE int sameInteger(int number) { return number; }
+    NS_REMOTE Q_INVOKABLE uint sameCardinal(uint number) { return number; }
+    NS_REMOTE Q_INVOKABLE qlonglong sameLargeInteger(qlonglong number) { return number; }
+    NS_REMOTE Q_INVOKABLE qulonglong sameLargeCardinal(qulonglong number) { return number; }
     NS_REMOTE Q_INVOKABLE double fraction() { return 0.25; }
     NS_REMOTE Q_INVOKABLE QString text() { return QStringLiteral("Grüße"); }
     NS_REMOTE Q_INVOKABLE QString textWithNul() { return QString::fromUtf16(u"a\0b", 3); }

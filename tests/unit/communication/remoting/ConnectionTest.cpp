@@ -49,6 +49,15 @@ TEST_F(ConnectionTest, TheSameObjectKeepsItsPathOnAStream)
               NSDistantObject::asProxy(proxy->invoke("child"))->path());
 }
 
+TEST_F(ConnectionTest, TheRootObjectReturnedByReferenceIsAtThePathOfTheRootObject)
+{
+    const auto proxy = client()->rootProxy();
+    const auto itself = NSDistantObject::asProxy(proxy->invoke("itself"));
+    ASSERT_NE(itself, nullptr);
+    EXPECT_EQ(itself->path(), proxy->path());
+    EXPECT_EQ(itself->invoke("pong"), QVariant(true));
+}
+
 TEST_F(ConnectionTest, ANullObjectComesBackAsNothing)
 {
     EXPECT_FALSE(client()->rootProxy()->invoke("noChild").isValid());
@@ -97,6 +106,38 @@ TEST_F(ConnectionTest, WhatTheTargetRaisesArrivesWhateverItsTextIs)
     }
     root->onPong = {};
     EXPECT_EQ(proxy->invoke("pong"), QVariant(true)) << "the stream is still good";
+}
+
+TEST_F(ConnectionTest, ANumberOfAnotherWidthIsTakenWhenItFits)
+{
+    const auto proxy = client()->rootProxy();
+    for (const QVariant &number : {QVariant(7), QVariant(7U), QVariant(7LL), QVariant(7ULL)}) {
+        SCOPED_TRACE(number.typeName());
+        EXPECT_EQ(proxy->invoke("sameInteger", {number}), QVariant(7));
+        EXPECT_EQ(proxy->invoke("sameCardinal", {number}), QVariant(7U));
+        EXPECT_EQ(proxy->invoke("sameLargeInteger", {number}), QVariant(7LL));
+        EXPECT_EQ(proxy->invoke("sameLargeCardinal", {number}), QVariant(7ULL));
+    }
+    EXPECT_EQ(proxy->invoke("sameLargeInteger", {-7}), QVariant(-7LL));
+}
+
+TEST_F(ConnectionTest, ANumberThatDoesNotFitIsRefusedAndNotCut)
+{
+    const struct {
+        const char *selector;
+        QList<QVariant> numbers;
+    } cases[] = {{"sameInteger", {1LL << 40, -(1LL << 40), 1ULL << 40, 1U << 31, ~0ULL}},
+                 {"sameCardinal", {1LL << 40, 1ULL << 40, -1, -1LL}},
+                 {"sameLargeInteger", {1ULL << 63, ~0ULL}},
+                 {"sameLargeCardinal", {-1, -1LL}}};
+    const auto proxy = client()->rootProxy();
+    for (const auto &test : cases) {
+        for (const QVariant &number : test.numbers) {
+            EXPECT_EQ(nameRaisedBy([&] { proxy->invoke(test.selector, {number}); }),
+                      NSInvalidArgumentException)
+                << test.selector << " of " << qPrintable(number.toString());
+        }
+    }
 }
 
 TEST_F(ConnectionTest, AProtocolRefusesSelectorsThatItDoesNotName)
@@ -511,6 +552,18 @@ TEST_F(ConnectionTest, InvalidatingAServerClosesItsStreams)
     const auto proxy = connection->rootProxy();
     server->invalidate();
     EXPECT_THROW(proxy->invoke("pong"), NSException);
+}
+
+TEST_F(ConnectionTest, InvalidatingAServerLeavesTheStreamsOfOthersOpen)
+{
+    const QString elsewhere = folder.filePath("another server");
+    const auto other = NSConnection::initWithReceivePortSendPort(TestPort::server(elsewhere), nullptr);
+    other->setRootObject(root.get());
+    const auto proxy =
+        NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(elsewhere))->rootProxy();
+    ASSERT_EQ(proxy->invoke("pong"), QVariant(true));
+    server->invalidate();
+    EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
 }
 
 TEST_F(ConnectionTest, ADelegateMayRefuseAStream)
