@@ -24,16 +24,27 @@ protected:
         Port<PowerEventScheduler>::current() = machine;
         Port<KeyEventDriver>::current() = std::make_shared<NoKeys>();
         makeProbe();
-        const QVariantMap a = changed(
-            entry("a", noon().addSecs(60)), "Parameters",
-            QVariantMap{
-                {"Acts In User Agent", 0LL}, {"Needs Wake Up", 1LL}, {"Text", "hello"}, {"Time Out", -30LL}});
-        writeStore({a});
         ZDRPowerManager::sharedInstance();
+        start({a});
+    }
+
+    void start(const QVariantList &schedules)
+    {
+        daemon.reset();
+        writeStore(schedules);
         daemon = std::make_unique<DaemonController>(
             clock, std::make_shared<PinnedConsoleUser>(std::make_shared<FakeConsoleUser>()));
-        waitForAnswers(daemon->plugIns(), *Schedule::fromEntry(a));
+        for (const QVariant &schedule : schedules)
+            waitForAnswers(daemon->plugIns(), *Schedule::fromEntry(schedule));
         clock.advance(100ms); // the events follow the answers
+    }
+
+    QVariantMap due(const QString &identifier, int secondsPastNoon) const
+    {
+        return changed(
+            entry(identifier, noon().addSecs(secondsPastNoon)), "Parameters",
+            QVariantMap{
+                {"Acts In User Agent", 0LL}, {"Needs Wake Up", 1LL}, {"Text", "hello"}, {"Time Out", -30LL}});
     }
 
     /// What passes while the machine sleeps passes for no timer; the clock shows it afterwards.
@@ -44,10 +55,12 @@ protected:
         power->send(kIOMessageSystemHasPoweredOn);
         clock.advance(0ms);
     }
-    bool acted() const { return !messages().filter("\" acts in the daemon").isEmpty(); }
+    QStringList actions() const { return messages().filter("\" acts in the daemon"); }
+    bool acted() const { return !actions().isEmpty(); }
 
     std::shared_ptr<ScheduledEvents> machine = std::make_shared<ScheduledEvents>();
     FakeClock clock{noon()};
+    const QVariantMap a = due("a", 60);
     std::unique_ptr<DaemonController> daemon;
 };
 
@@ -55,6 +68,14 @@ TEST_F(SleptOverTest, WhatCameDueDuringSleepRunsWhenItsTimeOutStillAllows)
 {
     sleepUntil(90s);
     EXPECT_TRUE(acted());
+}
+
+TEST_F(SleptOverTest, WhatCameDueEarlierRunsFirstWhereverTheStoreHasIt)
+{
+    start({due("late", 66), a, due("early", 63)});
+    sleepUntil(70s);
+    const QString acts = "Schedule \"Name of %1\" acts in the daemon";
+    EXPECT_EQ(actions(), QStringList({acts.arg("a"), acts.arg("early"), acts.arg("late")}));
 }
 
 TEST_F(SleptOverTest, WhatCameDueTooLongAgoIsSkipped)
