@@ -38,6 +38,8 @@ TEST(AdminUsage, AWrongCommandLineEndsWithTwoAndSaysWhy)
         {{"ping", "moon"}, "\"moon\" is not daemon, agent or application"},
         {{"ping", "daemon", "root"}, "one daemon for all users"},
         {{"log", "--lines", "many"}, "\"many\" is not a number of lines"},
+        {{"log", "--lines=-5"}, "\"-5\" is not a number of lines"},
+        {{"log", "--lines", "1000001"}, "\"1000001\" is not a number of lines"},
         {{"next", "-n", "many"}, "-n needs a whole number, 1 or more, not \"many\"."},
         {{"list", "-n", "5"}, "\"list\" takes no option -n"},
         {{"postpone", "A"}, "\"postpone\" needs an argument"},

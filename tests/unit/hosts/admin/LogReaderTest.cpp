@@ -49,6 +49,23 @@ TEST_F(LogReaderTest, FindsTheLastLinesOfALongFile)
     EXPECT_THAT(reader.newLines(), IsEmpty());
 }
 
+TEST_F(LogReaderTest, FindsTheLastLinesThatFillTheLastBlocksToTheByte)
+{
+    constexpr int lineSize = 64;
+    constexpr int linesOfABlock = 64 * 1024 / lineSize;
+    QByteArray log;
+    for (int i = 0; i < 3 * linesOfABlock; ++i)
+        log += QByteArray::number(i).rightJustified(lineSize - 1, 'x') + '\n';
+    append(log);
+    for (const int count : {linesOfABlock - 1, linesOfABlock, linesOfABlock + 1, 2 * linesOfABlock}) {
+        SCOPED_TRACE(count);
+        ASSERT_TRUE(reader.open());
+        const auto lines = reader.lastLines(count);
+        ASSERT_EQ(lines.size(), count);
+        EXPECT_TRUE(lines.first().endsWith('x' + QByteArray::number(3 * linesOfABlock - count)));
+    }
+}
+
 TEST_F(LogReaderTest, StartsAgainWhenTheFileWasCut)
 {
     append("one\ntwo\n");
