@@ -121,6 +121,10 @@ TEST(ZDRImageTextCell, IsWiderThanATextByImageAndGap)
     EXPECT_EQ(cell.cellSize(), base.cellSize() + QSizeF(3, 0));
     cell.setImage(block(10, 40));
     EXPECT_EQ(cell.cellSize(), base.cellSize() + QSizeF(13, 0)); // no higher
+    QImage fine = block(20, 32);
+    fine.setDevicePixelRatio(2);
+    cell.setImage(fine);
+    EXPECT_EQ(cell.cellSize(), base.cellSize() + QSizeF(13, 0)) << "in points, not in pixels";
 }
 
 TEST(ZDRImageTextCell, EditingAndSelectingBeginBehindTheImageColumnWhichIsNeverLessThanTheGap)
@@ -137,6 +141,10 @@ TEST(ZDRImageTextCell, EditingAndSelectingBeginBehindTheImageColumnWhichIsNeverL
     EXPECT_EQ(editor.geometry(), QRect(23, 20, 87, 15));
     EXPECT_EQ(editor.selectedText(), "text");
     EXPECT_EQ(cell.editingFrameForCellFrame(QRectF(0, 0, 8, 15)), QRectF(8, 0, 0, 15)); // the image is wider
+    QImage fine = block(20, 32);
+    fine.setDevicePixelRatio(2);
+    cell.setImage(fine);
+    EXPECT_EQ(cell.editingFrameForCellFrame(frame), QRectF(23, 20, 87, 15)) << "in points, not in pixels";
     editor.setParent(nullptr);
 }
 

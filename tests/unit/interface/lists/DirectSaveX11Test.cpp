@@ -122,6 +122,12 @@ TEST_F(DirectSave, ARowWithoutATextHasANameAllTheSame)
     EXPECT_THAT(play(onScreen(2), {"save", "file:///tmp"}), Contains("name: Untitled.plist"));
 }
 
+TEST_F(DirectSave, ANameIsNotThatOfAHiddenFile)
+{
+    m_model.item(0)->setText(".profile");
+    EXPECT_THAT(play(onScreen(0), {"save", "file:///tmp"}), Contains("name: Untitled.profile.plist"));
+}
+
 TEST_F(DirectSave, AnAddressThatIsNoPlaceForAFileIsNotLogged)
 {
     for (const char *address : {"http://example.org/x", "x", ""}) {

@@ -317,6 +317,10 @@ TEST_F(UiFileLoaderTest, TakesNothingButAWidgetForAView)
     auto *const widget = new QWidget;
     plugIn.setProperty("setupView", QVariant::fromValue<QObject *>(widget));
     EXPECT_EQ(plugIn.setupView(), widget);
+    const QPointer<QWidget> kept = widget;
+    plugIn.setSetupView(widget);
+    EXPECT_TRUE(kept) << "the same view again is no other in its place";
+    EXPECT_EQ(plugIn.setupView(), widget);
     delete widget;
     EXPECT_EQ(plugIn.setupView(), nullptr) << "deleted by somebody else";
 }
