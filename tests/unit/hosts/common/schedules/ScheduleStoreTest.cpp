@@ -177,6 +177,19 @@ TEST_F(ScheduleStoreTest, KeepsWhatItDoesNotUnderstandThroughAnEdit)
     EXPECT_EQ(storedEntries(), (QVariantList{bad, changed(later, "Is Enabled", false), entry("c")}));
 }
 
+TEST_F(ScheduleStoreTest, KeepsEntriesThatAnEditDoesNotTouchToTheirLastKey)
+{
+    QVariantMap plain = entry("plain"); // without what is there by default
+    plain.remove("Parameters");
+    const QVariantMap wordy = changed(entry("wordy"), "Stays When Over", false);
+    writeStore({plain, entry("edited"), wordy});
+    ASSERT_TRUE(editedBy([](QList<Schedule> &schedules) {
+        schedules[1].name = "another";
+        return true;
+    }));
+    EXPECT_EQ(storedEntries(), (QVariantList{plain, changed(entry("edited"), "Name", "another"), wordy}));
+}
+
 TEST_F(ScheduleStoreTest, IsNotRewrittenByAnEditThatChangesNothing)
 {
     const QByteArray unusual = storeOf({entry("a")}) + "\n<!-- by hand -->\n";
