@@ -144,6 +144,11 @@ TEST_F(Outline, WhatTheUserSelectedIsTold)
     EXPECT_EQ(selectedItem(&m_view), index("a1"));
     click("a1", Qt::ControlModifier); // deselected, but still the current one
     EXPECT_EQ(selectedItem(&m_view), index("c"));
+    click("a2", Qt::ControlModifier);
+    click("b", Qt::ControlModifier);
+    click("b", Qt::ControlModifier);
+    EXPECT_THAT(selected(), ElementsAre("a2", "c"));
+    EXPECT_EQ(selectedItem(&m_view), index("c")) << "the last of several";
 }
 
 TEST_F(Outline, SelectingDoesNotScroll)

@@ -28,11 +28,12 @@ protected:
     /// The program that a desktop starts for the entry, as the library reads it that most of them use.
     QByteArray startedProgram()
     {
-        return python("import sys\n"
+        return python("import re, sys\n"
                       "from gi.repository import GLib\n"
                       "file = GLib.KeyFile()\n"
                       "file.load_from_file(sys.argv[1], GLib.KeyFileFlags.NONE)\n"
                       "_, (argument,) = GLib.shell_parse_argv(file.get_string('Desktop Entry', 'Exec'))\n"
+                      "assert re.fullmatch('([^%]|%%)*', argument), 'a field code'\n"
                       "sys.stdout.buffer.write(argument.replace('%%', '%').encode())",
                       entryPath);
     }
