@@ -8,6 +8,7 @@
 #include "unit/system/power/FakeRtc.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <sys/stat.h>
 
@@ -286,6 +287,51 @@ TEST_F(RtcPowerEventSchedulerTest, ArmsTheFormerEventAgainWhenANewOneCannotBe)
     EXPECT_THAT(scheduler.scheduledEvents(), ElementsAre(Event{at(2 * hour), owner, wake}));
     EXPECT_EQ(scheduler.arm(Phase::Running), 0);
     EXPECT_EQ(alarm(), 2 * hour);
+}
+
+TEST_F(RtcPowerEventSchedulerTest, AnEventThatCannotBeSavedLeavesTheAlarmAsItWas)
+{
+    const QString folder = QFileInfo(PowerEventStore::path()).path();
+    bool isFolderGone = false;
+    RtcPowerEventScheduler other([&](const QString &path, const QByteArray &text) {
+        if (isFolderGone) { // since the store was read
+            QDir(folder).removeRecursively();
+            QFile file(folder);
+            EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        }
+        return rtc.writer()(path, text);
+    });
+    EXPECT_EQ(other.schedule(at(2 * hour), owner, wake), 0);
+    isFolderGone = true;
+    EXPECT_EQ(other.schedule(at(hour), owner, wake), EIO);
+    EXPECT_EQ(alarm(), 2 * hour);
+    ASSERT_TRUE(QFile::remove(folder));
+    rtc.setAlarm(0);
+    EXPECT_EQ(other.schedule(at(hour), owner, wake), EIO);
+    EXPECT_EQ(alarm(), 0) << "none, as before";
+}
+
+TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheStepToALaterOneOurs)
+{
+    rtc.horizon = hour;
+    EXPECT_EQ(schedule(day, wake), 0);
+    pass(10min);
+    rtc.refused = in(100);
+    EXPECT_EQ(scheduler.schedule(now().addSecs(100), owner, wake), EINVAL);
+    EXPECT_NE(alarm(), 0);
+    ASSERT_TRUE(scheduler.alarm());
+    EXPECT_TRUE(scheduler.alarm()->isOurs);
+    EXPECT_EQ(scheduler.cancel(at(day), owner, wake), 0);
+    EXPECT_EQ(alarm(), 0);
+}
+
+TEST_F(RtcPowerEventSchedulerTest, AnAlarmOfSomebodyElseAtTheVerySecondStaysTheirs)
+{
+    rtc.setAlarm(in(100));
+    EXPECT_EQ(schedule(100, wake), 0);
+    EXPECT_THAT(rtc.written, IsEmpty());
+    EXPECT_EQ(scheduler.cancel(at(100), owner, wake), 0);
+    EXPECT_EQ(alarm(), 100);
 }
 
 TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheAlarmOfSomebodyElseAsItWas)

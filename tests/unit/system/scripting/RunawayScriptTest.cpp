@@ -51,6 +51,19 @@ TEST_F(RunawayScriptTest, IsEndedInALoop)
     EXPECT_EQ(errorOf("local function f() return f() end; f()", fewSteps()), tooManySteps);
 }
 
+TEST_F(RunawayScriptTest, HasAllItsStepsAndItsTimeAnewEachTimeThatItIsExecuted)
+{
+    NSAppleScript script("for i = 1, 300000 do end return 'over'");
+    script.setLimits(fewSteps());
+    for (int i = 0; i < 10; ++i) {
+        QVariantMap errorInfo;
+        const auto result = script.executeAndReturnError(&errorInfo);
+        ASSERT_TRUE(result) << i << ": " << qPrintable(errorInfo.value(NSAppleScriptErrorMessage).toString());
+        EXPECT_EQ(result->stringValue(), "over");
+        clock->advance(fewSteps().time - 1ms);
+    }
+}
+
 TEST_F(RunawayScriptTest, CannotCatchItsEndAndGoOn)
 {
     for (const char *source : {"while true do pcall(function() while true do end end) end",
