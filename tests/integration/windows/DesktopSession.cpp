@@ -110,7 +110,7 @@ void DesktopSession::showBackdrop()
     backdrop.show();
     // The window manager may just have begun, and overhear what it is asked.
     bool isActive = false;
-    for (int attempt = 0; attempt < 10 && !isActive; ++attempt) {
+    for (int attempt = 0; attempt < 30 && !isActive; ++attempt) {
         backdrop.activateWindow();
         isActive = becomesActive(backdrop, std::chrono::seconds(2));
     }
