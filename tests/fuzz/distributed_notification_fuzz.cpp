@@ -2,7 +2,7 @@
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
 #include "DozelyKit/core/broadcast/linux/DistributedQuota_p.h"
 #include "DozelyKit/core/dbus/CborBlock_p.h"
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 #include "support/FuzzedSystem.h"
 #include "support/Steer.h"
 

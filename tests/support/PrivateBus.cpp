@@ -84,7 +84,8 @@ void PrivateBus::start()
     // It prints its address once it listens.
     while (m_daemon.canReadLine() || m_daemon.waitForReadyRead(patience)) {
         if (m_daemon.canReadLine()) {
-            m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+            // Without its id, as a machine's own: another bus at this address has another one.
+            m_address = QString::fromUtf8(m_daemon.readLine()).trimmed().section(",guid=", 0, 0);
             break;
         }
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 #include "support/AlertDelegates.h"
 #include "support/PrivateBus.h"
 #include "support/ScratchRoot.h"

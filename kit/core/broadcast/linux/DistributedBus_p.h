@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/broadcast/DistributedNotifications.h"
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
-#include "DozelyKit/core/dbus/linux/BusService_p.h"
+#include "DozelyKit/core/dbus/BusService.h"
 
 #include <QHash>
 #include <QObject>

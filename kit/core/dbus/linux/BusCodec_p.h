@@ -32,8 +32,8 @@ inline constexpr int maximumDepth = 32;
 /// of no use after a failure: a value does not fit its type, breaks a limit, or is of no type that travels.
 Result<void> append(sd_bus_message *message, const QByteArray &signature, const QVariantList &values);
 
-/// All values of a message that came. Fails for a damaged one and for what breaks a limit.
-Result<QVariantList> read(sd_bus_message *message);
+/// All values of a message that came. Fails for a damaged one and for what breaks a limit; `most` as budget.
+Result<QVariantList> read(sd_bus_message *message, qsizetype most = budget);
 } // namespace BusCodec
 
 } // namespace dozely

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/linux/BusState_p.h"
@@ -55,9 +55,9 @@ Result<BusConnection::Private::Message> BusConnection::Private::makeCall(const M
                                                                          const QVariantList &arguments)
 {
     sd_bus_message *made = nullptr;
-    const int result = sdBus().message_new_method_call(bus.get(), &made, method.destination.constData(),
-                                                       method.path.constData(), method.interface.constData(),
-                                                       method.name.constData());
+    const int result = sdBus().message_new_method_call(
+        bus.get(), &made, method.destination.constData(), method.path.constData(),
+        method.interface.isEmpty() ? nullptr : method.interface.constData(), method.name.constData());
     Message message(made);
     if (result < 0)
         return busError(result);

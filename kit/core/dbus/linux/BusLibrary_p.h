@@ -31,12 +31,17 @@ struct BusLibrary {
     FUNCTION(message_enter_container)                                                                        \
     FUNCTION(message_exit_container)                                                                         \
     FUNCTION(message_get_error)                                                                              \
+    FUNCTION(message_get_expect_reply)                                                                       \
     FUNCTION(message_get_interface)                                                                          \
     FUNCTION(message_get_member)                                                                             \
     FUNCTION(message_get_path)                                                                               \
     FUNCTION(message_get_sender)                                                                             \
+    FUNCTION(message_get_signature)                                                                          \
     FUNCTION(message_is_method_error)                                                                        \
+    FUNCTION(message_is_method_call)                                                                         \
+    FUNCTION(message_new_method_error)                                                                       \
     FUNCTION(message_new_method_call)                                                                        \
+    FUNCTION(message_new_method_return)                                                                      \
     FUNCTION(message_new_signal)                                                                             \
     FUNCTION(message_open_container)                                                                         \
     FUNCTION(message_peek_type)                                                                              \
@@ -44,6 +49,7 @@ struct BusLibrary {
     FUNCTION(message_read_array)                                                                             \
     FUNCTION(message_read_basic)                                                                             \
     FUNCTION(message_ref)                                                                                    \
+    FUNCTION(message_rewind)                                                                                 \
     FUNCTION(message_unref)                                                                                  \
     FUNCTION(open_system)                                                                                    \
     FUNCTION(open_user)                                                                                      \

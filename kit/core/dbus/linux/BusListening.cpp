@@ -45,8 +45,10 @@ int BusConnection::Private::pull()
     const int result = sdBus().process(bus.get(), &pulled);
     const Message message(pulled);
     const std::set<quint64> hearers = std::exchange(matched, {});
-    if (message && !hearers.empty()) // anything else, a stranger's call too, is passed over
+    if (message && !hearers.empty())
         queueSignal(pulled, hearers);
+    else if (message && onCall && sdBus().message_is_method_call(pulled, nullptr, nullptr) > 0)
+        queueCall(pulled); // anything else, a stranger's call where nobody serves any too, is passed over
     return result;
 }
 
@@ -134,6 +136,7 @@ void BusConnection::Private::abandon()
 {
     watch.reset();
     sdBus().close(bus.get()); // else each match would be taken back by a message of its own
+    onCall = {};
     listeners.clear();
     names.clear();
     queue.clear();

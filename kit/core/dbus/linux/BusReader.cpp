@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 #include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
 
 #include <QVariantMap>
@@ -20,7 +20,7 @@ constexpr qsizetype leastSize = 4; // of a value, but for bytes in an array
 class Reader
 {
 public:
-    explicit Reader(sd_bus_message *message) : m(message) {}
+    Reader(sd_bus_message *message, qsizetype most) : m(message), m_most(most) {}
 
     /// What is left in the open container, or in the message itself. `depth` counts the containers around it.
     bool all(QVariantList *values, int depth)
@@ -35,8 +35,8 @@ public:
 
     Error error() const
     {
-        if (m_size > BusCodec::budget)
-            return {QStringLiteral("a message of more than %1 bytes").arg(BusCodec::budget)};
+        if (m_size > m_most)
+            return {QStringLiteral("a message of more than %1 bytes").arg(m_most)};
         return {QStringLiteral("a message that is damaged or holds types that are not known")};
     }
 
@@ -44,7 +44,7 @@ private:
     bool spend(qsizetype bytes)
     {
         m_size += bytes;
-        return m_size <= BusCodec::budget;
+        return m_size <= m_most;
     }
 
     bool value(QVariant *result, int depth)
@@ -175,13 +175,14 @@ private:
     }
 
     sd_bus_message *m;
+    const qsizetype m_most;
     qsizetype m_size = 0;
 };
 } // namespace
 
-Result<QVariantList> BusCodec::read(sd_bus_message *message)
+Result<QVariantList> BusCodec::read(sd_bus_message *message, qsizetype most)
 {
-    Reader reader(message);
+    Reader reader(message, most);
     QVariantList values;
     if (!reader.all(&values, 0))
         return reader.error();

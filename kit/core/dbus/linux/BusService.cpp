@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/linux/BusService_p.h"
+#include "DozelyKit/core/dbus/BusService.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
 
 #include <algorithm>
 #include <sys/stat.h>

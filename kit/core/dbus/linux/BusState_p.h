@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusCall.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 #include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
 #include "DozelyKit/core/foundation/DescriptorWatch.h"
 
@@ -70,6 +71,7 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     std::set<quint64> matched; ///< The listeners of the message that is being pulled.
     std::deque<std::function<void()>> queue;
     std::function<void()> onDisconnected;
+    std::function<void(const BusCall &)> onCall;
     std::set<LaterCall *> laterCalls; ///< Those not answered yet. Each belongs to the slot of its reply.
     bool disconnected = false;
     bool queueOverflowed = false;
@@ -87,6 +89,7 @@ struct BusConnection::Private : std::enable_shared_from_this<BusConnection::Priv
     /// Has sd-bus call `heard` with `data` for each signal of the source, until the slot goes.
     Slot match(const SignalSource &source, sd_bus_message_handler_t heard, void *data);
     void queueSignal(sd_bus_message *message, std::set<quint64> hearers);
+    void queueCall(sd_bus_message *message);
     void queueOwner(quint64 id, const QByteArray &owner);
     bool isFrom(const Listener &listener, const QByteArray &sender) const;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusService_p.h"
+#include "DozelyKit/core/dbus/BusService.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/linux/LogindConsoleUser_p.h"
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 
 #include <chrono>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/system/machine/ServiceManager.h"
 
-#include "DozelyKit/core/dbus/linux/BusService_p.h"
+#include "DozelyKit/core/dbus/BusService.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/system/machine/linux/TransientUnit_p.h"

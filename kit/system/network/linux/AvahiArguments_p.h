@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 #include "DozelyKit/system/network/NetServices.h"
 
 namespace dozely

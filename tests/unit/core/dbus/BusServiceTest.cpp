@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/linux/BusService_p.h"
+#include "DozelyKit/core/dbus/BusService.h"
 
+#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/PrivateBus.h"

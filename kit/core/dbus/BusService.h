@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/core/dbus/linux/BusConnection_p.h"
-#include "DozelyKit/core/foundation/linux/FolderWatch_p.h"
+#include "DozelyKit/core/dbus/BusConnection.h"
 
 #include <QObject>
 
+#include <chrono>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <tuple>
 
@@ -13,6 +15,7 @@ namespace dozely
 {
 
 class Clock;
+class FolderWatch;
 
 /// A service of a message bus that comes and goes, as the bus itself may: opens the bus, follows who owns the
 /// service's name there, and tells what changes.
@@ -24,7 +27,7 @@ class Clock;
 /// through `isAway`.
 ///
 /// THREADING: one thread, which needs an event loop. BLOCKING: never.
-class DOZELYKIT_AUTOTEST_EXPORT BusService
+class DOZELYKIT_EXPORT BusService
 {
 public:
     enum class Absence {

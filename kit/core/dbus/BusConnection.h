@@ -16,6 +16,8 @@
 namespace dozely
 {
 
+class BusCall;
+
 /// A connection of our own to one of the machine's message buses: the only place that speaks to services
 /// there.
 ///
@@ -33,7 +35,7 @@ namespace dozely
 /// THREADING: one thread; it needs an event loop for signals and asynchronous calls only. BLOCKING: open does
 /// not wait; `call` waits until its deadline, which covers connecting and authentication too: a bus that
 /// accepts and says nothing costs no more than that. Nothing else waits.
-class DOZELYKIT_AUTOTEST_EXPORT BusConnection
+class DOZELYKIT_EXPORT BusConnection
 {
 public:
     /// DBUS_SYSTEM_BUS_ADDRESS and DBUS_SESSION_BUS_ADDRESS are honoured.
@@ -117,6 +119,10 @@ public:
     Result<void> emitSignal(const QByteArray &path, const QByteArray &interface, const QByteArray &name,
                             const QByteArray &signature, const QVariantList &arguments);
 
+    /// Hears from now on every method call that comes from others on the bus, whatever its object; until then
+    /// such calls get no answer.
+    void serve(std::function<void(const BusCall &call)> handler);
+
     /// The first value of a reply; invalid for one that failed or is empty.
     static QVariant firstOf(const Reply &reply);
 
@@ -127,14 +133,15 @@ public:
     /// and no signal comes. Needs a subscription or an asynchronous call to be noticed.
     void onDisconnected(std::function<void()> handler);
 
-private:
     struct Private;
+
+private:
     explicit BusConnection(std::shared_ptr<Private> state);
     std::shared_ptr<Private> d;
 };
 
 /// A file descriptor that came in a message, or is to be sent in one; the last copy closes it.
-class DOZELYKIT_AUTOTEST_EXPORT BusDescriptor
+class DOZELYKIT_EXPORT BusDescriptor
 {
 public:
     BusDescriptor() = default;
