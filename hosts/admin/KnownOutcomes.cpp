@@ -3,7 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/log/LogLabel.h"
-#include "hosts/admin/UpcomingOccurrences.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 
 using namespace dozely;
 

@@ -12,7 +12,7 @@
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/admin/UpcomingOccurrences.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 
 using namespace dozely;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/PolicyOptions.h"
 
-#include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
+#include "hosts/common/plugins/Feasibility.h"
 
 using namespace dozely;
 
@@ -37,18 +37,12 @@ void setOverlap(Schedule &schedule, const QString &text)
         refuse(QString("--overlap is skip or run, not \"%1\".").arg(text));
 }
 
-bool isWokenFor(const QVariantMap &parameters)
-{
-    return parameters.value(ParameterKey::needsWakeUp).toInt() == 1 ||
-           parameters.value(ParameterKey::needsStartup).toInt() == 1;
-}
-
 void setAfter(Schedule &schedule, const QString &text, bool isWantedAnyway)
 {
     schedule.afterAction = SchedulePolicies::afterActionNamed(text == "power-off" ? "power off" : text);
     if (!schedule.afterAction || text == "power off")
         refuse(QString("--after is nothing, sleep or power-off, not \"%1\".").arg(text));
-    if (text != "nothing" && !isWokenFor(schedule.parameters) && !isWantedAnyway) {
+    if (Feasibility::hasIdleAfterAction(schedule) && !isWantedAnyway) {
         refuse(QString("--after %1 comes only where the machine was woken or switched on for the action; "
                        "that takes --wake or --power-on.")
                    .arg(text));

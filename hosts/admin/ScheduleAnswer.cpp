@@ -5,7 +5,7 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/admin/UpcomingOccurrences.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/RuleWords.h"
 

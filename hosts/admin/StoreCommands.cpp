@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/StoreCommands.h"
 
-#include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
@@ -9,7 +8,7 @@
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/calendar/RuleWords.h"
-#include "hosts/common/plugins/ActionPlace.h"
+#include "hosts/common/plugins/Feasibility.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 
 #include <QFileInfo>
@@ -30,19 +29,6 @@ void requireWritableFolder()
         throw AdminError(ExitStatus::NotPermitted,
                          QString("You may not change %1; try it as root.").arg(ScheduleStore::path()));
     }
-}
-
-/// "session" or "daemon"; null when the bundle that would decide cannot be read.
-QString placeOfAction(const Schedule &schedule)
-{
-    QVariantMap bundleInfo;
-    if (!ActionPlace::isSaidBy(schedule.parameters)) {
-        const auto bundle = NSBundle::bundleWithPath(schedule.fullBundlePath());
-        if (!bundle)
-            return {};
-        bundleInfo = bundle->infoDictionary();
-    }
-    return ActionPlace::actsInUserAgent(schedule.parameters, bundleInfo) ? "session" : "daemon";
 }
 
 /// Null for what goes with the machine's zone.
@@ -141,7 +127,7 @@ void StoreCommands::change(const std::function<void(QList<Schedule> &)> &alterat
 
 QVariantMap StoreCommands::describe(const Schedule &schedule)
 {
-    const QString place = placeOfAction(schedule);
+    const QString place = Feasibility::placeOf(schedule);
     return {
         {"identifier", schedule.identifier},
         {"name", schedule.name},

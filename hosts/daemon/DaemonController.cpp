@@ -288,9 +288,10 @@ void DaemonController::announceNext()
         return;
     if (!announcement.isWanted)
         m_anticipation.noteUnwanted(*occurrence);
-    else if (announcement.told)
+    else if (announcement.told) {
         m_anticipation.noteTold(*occurrence, *announcement.told);
-    else
+        Q_EMIT announced(*occurrence);
+    } else
         m_anticipation.noteFailed(*occurrence, announcement.there);
 }
 
@@ -407,6 +408,7 @@ void DaemonController::daemonMustRemove(const ReceivedOrder &order)
 void DaemonController::daemonMustAnticipateAgain(const ReceivedOrder &order)
 {
     // Every agent asks when it starts; there is something to announce at the console alone.
+    Q_EMIT agentCame();
     const auto user = m_console->current();
     if (!order.peer || !user || *order.peer != user->userId)
         return;
@@ -424,14 +426,18 @@ void DaemonController::refuse(const ReceivedOrder &order, OrderRefusal::Kind kin
 void DaemonController::takeRate(const ReceivedOrder &order)
 {
     using enum OrderRefusal::Kind;
-    const bool isSystem = OrderPermissions::isSystem(order.peer, RootFolder::owner());
     if (!order.peer)
         refuse(order, NotPermitted, "nobody knows who sent it");
-    if (!isSystem && !m_rate.take(*order.peer, m_clock.steadyTime())) {
-        AbuseLog::note(order.peer, "order to run something now refused: too many a minute");
-        throw OrderRefusal(Impossible,
-                           QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute));
-    }
+    if (const auto taken = takeRateOf(*order.peer); !taken)
+        throw OrderRefusal(Impossible, taken.error().text);
+}
+
+Result<void> DaemonController::takeRateOf(quint32 user)
+{
+    if (OrderPermissions::isSystem(user, RootFolder::owner()) || m_rate.take(user, m_clock.steadyTime()))
+        return {};
+    AbuseLog::note(user, "order to run something now refused: too many a minute");
+    return Error{QString("a user may give %1 orders a minute").arg(OrderRate::mostAMinute)};
 }
 
 void DaemonController::obeyWish(const ReceivedOrder &order,
@@ -478,4 +484,39 @@ void DaemonController::daemonMustRunNow(const ReceivedOrder &order)
     if (!noted)
         refuse(order, Impossible, noted.error().text);
     waitForNext(); // performed from the event loop, the sender has its answer by then
+}
+
+Result<void> DaemonController::runNow(const QString &identifier, quint32 user)
+{
+    const auto schedule = m_keeper.scheduler().schedule(identifier);
+    if (!schedule)
+        return Error{QString("there is no schedule %1").arg(logLabel(identifier))};
+    if (const auto taken = takeRateOf(user); !taken)
+        return taken;
+    auto noted = m_keeper.noteAsked(m_keeper.scheduler().makeOccurrenceNow(*schedule), user);
+    if (noted)
+        waitForNext();
+    return noted;
+}
+
+Result<QDateTime> DaemonController::skip(const QString &identifier, const std::optional<QDateTime> &date,
+                                         quint32 user)
+{
+    if (const auto taken = takeRateOf(user); !taken)
+        return taken.error();
+    auto skipped = m_wishes.skipOf(identifier, date, QString("user %1").arg(user));
+    if (skipped)
+        waitForNext();
+    return skipped;
+}
+
+Result<QDateTime> DaemonController::postpone(const QString &identifier, const std::optional<QDateTime> &date,
+                                             std::chrono::seconds delay, quint32 user)
+{
+    if (const auto taken = takeRateOf(user); !taken)
+        return taken.error();
+    auto postponed = m_wishes.postponeOf(identifier, date, delay, QString("user %1").arg(user));
+    if (postponed)
+        waitForNext();
+    return postponed;
 }

@@ -47,8 +47,33 @@ public:
     /// What the plug-ins of the schedules have answered.
     PlugInAnswers &plugIns() { return m_answers; }
 
+    /// @name What others are asked to do, or tell, through this
+    /// @{
+    ScheduleKeeper &keeper() { return m_keeper; }
+    PinnedConsoleUser &console() { return *m_console; }
+    const OccurrenceWishes &wishes() const { return m_wishes; }
+    /// @}
+
+    /// Wishes of a user of whom it is known that he may have them: that a schedule's action is performed now,
+    /// that an occurrence is left out or takes place later, as OccurrenceWishes has it. What is not refused
+    /// is on disk. An error is a clause. BLOCKING: for the disk.
+    /// @{
+    dozely::Result<void> runNow(const QString &identifier, quint32 user);
+    dozely::Result<QDateTime> skip(const QString &identifier, const std::optional<QDateTime> &date,
+                                   quint32 user);
+    dozely::Result<QDateTime> postpone(const QString &identifier, const std::optional<QDateTime> &date,
+                                       std::chrono::seconds delay, quint32 user);
+    /// @}
+
     /// Reads the schedules again, which happens by itself when their file changes. BLOCKING: for the disk.
     void rereadStore();
+
+Q_SIGNALS:
+    /// An occurrence was announced to somebody.
+    void announced(const Occurrence &occurrence);
+
+    /// An agent has started.
+    void agentCame();
 
 private:
     void waitForNext();
@@ -70,6 +95,7 @@ private:
     void obeyWish(const ReceivedOrder &order, void (OccurrenceWishes::*wish)(const ReceivedOrder &));
     OrderPermissions::UserId consoleUser() const;
     void takeRate(const ReceivedOrder &order);
+    dozely::Result<void> takeRateOf(quint32 user);
     void zoneHasChanged();
     void daemonMustAnticipateAgain(const ReceivedOrder &order);
     [[noreturn]] void refuse(const ReceivedOrder &order, OrderRefusal::Kind kind, const QString &why) const;

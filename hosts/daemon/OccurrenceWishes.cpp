@@ -157,7 +157,7 @@ void OccurrenceWishes::postpone(const ReceivedOrder &order)
 }
 
 /// Of several that are due the latest is performed later, the others are missed.
-void OccurrenceWishes::postponeOne(const Occurrence &occurrence, qint64 delay, const QString &sender)
+QDateTime OccurrenceWishes::postponeOne(const Occurrence &occurrence, qint64 delay, const QString &sender)
 {
     Scheduler &scheduler = m_keeper.scheduler();
     const OccurrenceSeries::Run run = scheduler.dueRun(occurrence);
@@ -175,4 +175,42 @@ void OccurrenceWishes::postponeOne(const Occurrence &occurrence, qint64 delay, c
     }
     ZDRLog("%@: the occurrence at %@ is postponed to %@ at the wish of %@", occurrence.label(),
            textOf(latest.moment()), textOf(to), sender);
+    return to;
+}
+
+Result<QDateTime> OccurrenceWishes::skipOf(const QString &identifier, const std::optional<QDateTime> &date,
+                                           const QString &who)
+{
+    try {
+        const Occurrence occurrence = meantOf(identifier, date ? QVariant(*date) : QVariant(), true);
+        skipOne(occurrence, m_clock.currentDate(), who);
+        return occurrence.date;
+    } catch (const OrderRefusal &refusal) {
+        return Error{refusal.reason()};
+    }
+}
+
+Result<QDateTime> OccurrenceWishes::postponeOf(const QString &identifier,
+                                               const std::optional<QDateTime> &date,
+                                               std::chrono::seconds delay, const QString &who)
+{
+    try {
+        if (delay.count() < 1 || delay.count() > longestDelay)
+            return Error{QString("an occurrence is postponed by 1 to %1 seconds").arg(longestDelay)};
+        return postponeOne(meantOf(identifier, date ? QVariant(*date) : QVariant(), false), delay.count(),
+                           who);
+    } catch (const OrderRefusal &refusal) {
+        return Error{refusal.reason()};
+    }
+}
+
+bool OccurrenceWishes::isObeyed(const QString &identifier, const std::optional<QDateTime> &date,
+                                quint32 user) const
+{
+    try {
+        return m_anticipation.mayRemove(meantOf(identifier, date ? QVariant(*date) : QVariant(), true), user,
+                                        RootFolder::owner(), m_consoleUser);
+    } catch (const OrderRefusal &) {
+        return false;
+    }
 }

@@ -329,6 +329,8 @@ void ScheduleKeeper::noteBegun(const QList<Beginning> &beginnings)
     // An occurrence is performed even when the disk refuses: within its time-out it might run twice after a
     // restart, but without this it would not run at all.
     (void)save();
+    for (const Beginning &beginning : beginnings)
+        Q_EMIT began(beginning.occurrence);
 }
 
 void ScheduleKeeper::takeBack(const Occurrence &occurrence)
@@ -342,6 +344,7 @@ void ScheduleKeeper::note(const Occurrence &occurrence, OccurrenceState state,
 {
     m_scheduler.note(occurrence, state, handedTo);
     saveSoon();
+    Q_EMIT noted(occurrence.key());
 }
 
 void ScheduleKeeper::noteRun(const Schedule &schedule, const OccurrenceSeries::Run &run,
@@ -349,6 +352,7 @@ void ScheduleKeeper::noteRun(const Schedule &schedule, const OccurrenceSeries::R
 {
     m_scheduler.noteRun(schedule, run, state);
     saveSoon();
+    Q_EMIT noted({schedule.identifier, run.last});
 }
 
 Result<void> ScheduleKeeper::noteForGood(const Occurrence &occurrence, const std::function<void()> &note)
@@ -357,8 +361,10 @@ Result<void> ScheduleKeeper::noteForGood(const Occurrence &occurrence, const std
     const auto former = m_scheduler.record().find(identifier, occurrence.date);
     const auto calendar = m_scheduler.record().calendar(identifier);
     note();
-    if (save())
+    if (save()) {
+        Q_EMIT noted(occurrence.key());
         return {};
+    }
     m_scheduler.restore(occurrence, former, calendar);
     return Error{"the record of occurrences could not be saved"};
 }
@@ -392,6 +398,7 @@ void ScheduleKeeper::noteEnd(const Occurrence &occurrence, const PerformanceOutc
         m_outputs.insert({occurrence.schedule.identifier, occurrence.date}, outcome.output);
     saveSoon();
     Q_EMIT ended(occurrence);
+    Q_EMIT noted(occurrence.key());
 }
 
 void ScheduleKeeper::flush()

@@ -89,6 +89,12 @@ Q_SIGNALS:
     /// An action is over, to whatever end; that was noted.
     void ended(const Occurrence &occurrence);
 
+    /// An action is about to begin.
+    void began(const Occurrence &occurrence);
+
+    /// Something became of an occurrence, or of several of a schedule of which this is the last.
+    void noted(const OccurrenceRecord::Key &key);
+
     /// The store could not be read, and it is time to try again: a second later at first, then ever more
     /// seldom, each minute at last.
     void storeMayBeReadable();

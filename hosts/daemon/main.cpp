@@ -17,6 +17,7 @@
 #include "hosts/daemon/InstanceLock.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ServiceNotices.h"
+#include "hosts/daemon/bus/SchedulerBus.h"
 
 #include <csignal>
 #include <cstdio>
@@ -86,6 +87,7 @@ int main(int argc, char **argv)
     {
         Port<PowerEventScheduler>::current()->keepArmed();
         DaemonController controller(*Port<Clock>::current(), console, limits);
+        const SchedulerBus bus(controller, Port<Clock>::current());
         ServiceNotices notices(*Port<Clock>::current()); // tells the end before it comes
         readSchedulesAgain = [&] {
             ZDRLog("dozelyd reads its schedules again");

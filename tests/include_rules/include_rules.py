@@ -47,19 +47,20 @@ WITHOUT_WIDGETS = ("hosts/common", "hosts/daemon", "hosts/performer", "hosts/adm
 # A new program or room gets a row.
 COMMON = "hosts/common/*"
 HOST_ARROWS = {
-    "hosts/common/bus": (),
+    "hosts/common/bus": ("hosts/common/calendar", "hosts/common/schedules"),
     "hosts/common/calendar": (),
     "hosts/common/events": (),
     "hosts/common/faults": (),
     "hosts/common/orders": ("hosts/common/faults",),
     "hosts/common/performing": (),
-    "hosts/common/plugins": ("hosts/common/faults",),
+    "hosts/common/plugins": ("hosts/common/faults", "hosts/common/schedules"),
     "hosts/common/program": ("hosts/common/orders",),
-    "hosts/common/record": (),
+    "hosts/common/record": ("hosts/common/calendar", "hosts/common/schedules"),
     "hosts/common/schedules": ("hosts/common/calendar",),
     "hosts/admin": (COMMON,),
     "hosts/agent": (COMMON,),
-    "hosts/daemon": (COMMON,),
+    "hosts/daemon": (COMMON, "hosts/daemon/bus"),  # main.cpp, which wires both
+    "hosts/daemon/bus": (COMMON, "hosts/daemon"),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),

@@ -172,10 +172,10 @@ Result<bool> ScheduleStore::edit(const std::function<bool(QList<Schedule> &)> &c
     };
     const auto data = file.read();
     if (!data)
-        return notChanged(data.error());
+        return notChanged({data.error().text, damaged});
     const Result<Content> content = *data ? parse(**data) : Content();
     if (!content)
-        return notChanged(content.error());
+        return notChanged({content.error().text, damaged});
     QList<Schedule> schedules = content->schedules;
     if (!change(schedules))
         return false;

@@ -26,6 +26,9 @@ struct Content {
     bool hasUnknown = false;         ///< Whether one has none.
 };
 
+/// Name of the error that there is a store and it cannot be understood, or is not to be trusted.
+inline constexpr char damaged[] = "store damaged";
+
 /// The store's full path.
 QString path();
 
@@ -39,7 +42,8 @@ dozely::Result<Content> read();
 /// Changes the store under its lock: reads it, lets `change` alter the schedules, and replaces the file. Keys
 /// and entries that are not understood, bad entries included, stay as they are, as does the file's format; a
 /// new store is written as XML. Nothing is written when `change` returns false or changes nothing. Gives what
-/// `change` returned; an error when the store could not be read, locked within `lockLimit` or written.
+/// `change` returned; an error when the store could not be read, locked within `lockLimit` (named
+/// GuardedFile::busy) or written.
 /// Blocks.
 dozely::Result<bool> edit(const std::function<bool(QList<Schedule> &schedules)> &change,
                           std::chrono::milliseconds lockLimit = std::chrono::seconds(5));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/admin/UpcomingOccurrences.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 
 #include "support/PrintTo.h"
 
