@@ -157,7 +157,7 @@ std::optional<qint32> SchedulerBus::placeOf(const QString &identifier)
 void SchedulerBus::list(const Request &request)
 {
     m_authority.look(request.caller, [this, request](const PolkitAuthority::Standing &standing) {
-        answer(request, {m_answers.list(request.caller, standing)});
+        answer(request, {QVariant(m_answers.list(request.caller, standing))});
     });
 }
 
@@ -376,8 +376,9 @@ void SchedulerBus::next(const Request &request)
         if (!place)
             return request.call.refuse(noSuchSchedule(identifier));
     }
-    answer(request, {m_answers.next(place, from->value_or(m_clock->currentDate()),
-                                    until->value_or(QDateTime()), request.arguments.value(3).toUInt())});
+    const QVariant told = m_answers.next(place, from->value_or(m_clock->currentDate()),
+                                         until->value_or(QDateTime()), request.arguments.value(3).toUInt());
+    answer(request, {told});
 }
 
 void SchedulerBus::history(const Request &request)
@@ -389,7 +390,7 @@ void SchedulerBus::history(const Request &request)
                                             const std::optional<quint32> &owner) {
         const auto told = m_answers.history(which, owner, most);
         if (told)
-            answer(request, {*told});
+            answer(request, {QVariant(*told)});
         else
             request.call.refuse(told.error());
     };

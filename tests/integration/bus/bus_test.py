@@ -1,0 +1,520 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: MIT
+"""The daemon on the system bus: a real daemon and a real bus with the installed policy, three users, a stand-in for
+polkit.
+
+    bus_test.py SCRIPTS BUILD SOURCES CASE
+
+Exit status: 0 when the case holds.
+"""
+import contextlib
+import json
+import os
+import pwd
+import re
+import signal
+import subprocess
+import sys
+import time
+
+SCRIPTS, BUILD, SOURCES, CASE = sys.argv[1:5]
+HERE = os.path.dirname(os.path.abspath(__file__))
+if os.geteuid() != 0:  # other users are needed
+    os.execvp("unshare", ["unshare", "--user", "--map-root-user", "--map-auto", sys.executable, *sys.argv])
+sys.path.insert(0, SCRIPTS)
+from scratch_system import START_LIMIT, System, scratch  # noqa: E402 pylint: disable=wrong-import-position
+
+BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>system</type>
+  <listen>unix:path={socket}</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <allow send_type="signal"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <allow receive_type="method_call"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal"/>
+    <allow send_destination="org.freedesktop.DBus"/>
+  </policy>
+  <policy user="root">
+    <allow own="*"/>
+    <allow send_destination="org.freedesktop.PolicyKit1"/>
+    <allow send_destination="org.freedesktop.login1"/>
+    <allow send_interface="org.freedesktop.DBus.Peer"/>
+    <allow send_interface="org.freedesktop.DBus.Introspectable"/>
+  </policy>
+  <include>{policy}</include>
+</busconfig>
+"""
+ALICE, BOB = pwd.getpwnam("nobody").pw_uid, pwd.getpwnam("daemon").pw_uid
+OWN, WAKE, ALL = (f"com.dozely.scheduler.{name}" for name in ("manage-own", "wake", "manage-all"))
+COMMAND = "/Library/Application Support/Dozely/PlugIns/Command.plugin"
+ERROR = "com.dozely.Error."
+FAR = "2090-01-01T12:00:00Z"
+POLKIT = ["--dest", "org.freedesktop.PolicyKit1", "--object-path", "/org/freedesktop/PolicyKit1/Authority"]
+
+
+def wish(name="Water", **more):
+    return {"name": name, "bundlePath": COMMAND, "date": FAR, "actsIn": "session",
+            "parameters": {"Program": "/usr/bin/touch"}, **more}
+
+
+class BusSystem(System):
+    def start_bus(self):
+        with open(self.path("run/bus.conf"), "w", encoding="utf-8") as file:
+            file.write(BUS_CONFIGURATION.format(socket=self.path("run/bus"),
+                                                policy=SOURCES + "/packaging/com.dozely.Scheduler1.conf"))
+        self.start_bus_daemon()
+        self.start("the mock login manager", ["/usr/bin/python3", "-m", "dbusmock", "--template", "logind"],
+                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.wait_until("the mock login manager", START_LIMIT, lambda: self.owner_of("org.freedesktop.login1"))
+
+    def start_bus_daemon(self):
+        self.start("the bus", ["dbus-daemon", "--config-file=" + self.path("run/bus.conf"), "--nofork", "--nopidfile"])
+        self.wait_until("the private system bus", START_LIMIT, lambda: self.owner_of("org.freedesktop.DBus"))
+
+    def start_polkit(self):
+        self.start("polkit", ["/usr/bin/python3", HERE + "/polkit_stand_in.py"])
+        self.wait_until("polkit", START_LIMIT, lambda: self.owner_of("org.freedesktop.PolicyKit1"))
+
+    def end(self, name):
+        entry = next(entry for entry in self.processes if entry[0] == name)
+        self.processes.remove(entry)
+        entry[1].send_signal(signal.SIGTERM)
+        entry[1].wait(30)
+
+    def owner_of(self, name):
+        status, output = self.call(["gdbus", "call", "--address", self.bus, "--dest", "org.freedesktop.DBus", "--object-path",
+                                    "/org/freedesktop/DBus", "--method", "org.freedesktop.DBus.GetNameOwner", name])
+        return output if status == 0 else None
+
+    def begin(self, polkit=True):
+        self.lay_out()
+        self.start_bus()
+        if polkit:
+            self.start_polkit()
+        self.start_daemon()
+        self.wait_until("the daemon on the bus", START_LIMIT, lambda: self.owner_of("com.dozely"))
+
+    def answer(self, user, action, decided):
+        status, output = self.call(["gdbus", "call", "--address", self.bus, *POLKIT, "--method",
+                                    "com.dozely.Test.SetAnswer", str(user), action, decided])
+        assert status == 0, output
+
+    def polkit(self, method, *arguments):
+        status, output = self.call(["gdbus", "call", "--address", self.bus, *POLKIT, "--method",
+                                    "com.dozely.Test." + method, *arguments])
+        assert status == 0, output
+        return re.findall(r"'([^']*)'", output)
+
+    def start_as(self, user, arguments, **more):
+        # Away from this process's own user, and known by the number alone.
+        return subprocess.Popen(arguments, env={**self.environment, "HOME": "/"}, cwd="/", stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, text=True, user=user, group=user, extra_groups=[], **more)
+
+    def as_user(self, user=None, arguments=None):  # pylint: disable=arguments-differ
+        if arguments is None:
+            return super().as_user()
+        process = self.start_as(user, arguments, stderr=subprocess.STDOUT)
+        output, _ = process.communicate(timeout=120)
+        return process.returncode, output.strip()
+
+    def ask(self, user, method, *arguments):
+        """What a user is answered, by python3-dbus."""
+        status, output = self.as_user(user, ["/usr/bin/python3", self.path("usr/lib/caller.py"), method,
+                                             *[json.dumps(each) for each in arguments]])
+        assert status == 0, output
+        return json.loads(output)
+
+    def error(self, user, method, *arguments):
+        answer = self.ask(user, method, *arguments)
+        assert isinstance(answer, dict) and "error" in answer, answer
+        assert answer["text"].endswith(".") and "\n" not in answer["text"], answer
+        return answer["error"].removeprefix(ERROR)
+
+    def store_bytes(self):
+        with open(self.path("Library/Preferences/com.dozely.plist"), "rb") as file:
+            return file.read()
+
+    def log_text(self):
+        with open(self.path("var/log/dozely.log"), encoding="utf-8") as file:
+            return file.read()
+
+
+def same(found, expected):
+    assert found == expected, f"{found!r} instead of {expected!r}"
+
+
+def each_method(system):
+    """As a user and as root, by python3-dbus."""
+    system.begin()
+    for action in (OWN, WAKE):
+        system.answer(ALICE, action, "yes")
+    same(system.ask(ALICE, "List"), [])
+    identifier = system.ask(ALICE, "Add", wish(repeats={"rule": "FREQ=DAILY;BYHOUR=7;BYMINUTE=0;BYSECOND=0"}, date="",
+                                               timeZone="Europe/Paris", missed="run once", missedLimit=3600))
+    assert re.fullmatch(r"[0-9a-f-]{36}", identifier), identifier
+    got = system.ask(ALICE, "Get", identifier)
+    same([got[key] for key in ("identifier", "name", "isEnabled", "owner", "actsIn", "timeZone", "missed", "missedLimit",
+                               "mayChange", "staysWhenOver")],
+         [identifier, "Water", True, ALICE, "session", "Europe/Paris", "run once", 3600, True, False])
+    same(got["repeats"]["inWords"], "every day at 07:00")
+    same(got["parameters"], {"Program": "/usr/bin/touch", "Acts In User Agent": 1})
+    same(got["date"], got["next"])
+    same(system.ask(ALICE, "List"), [got])
+    same(system.ask(ALICE, "Change", identifier, {"name": "Plants", "revision": got["revision"]}), None)
+    same(system.error(ALICE, "Change", identifier, {"name": "Others", "revision": got["revision"]}), "Changed")
+    changed = system.ask(ALICE, "Get", identifier)
+    same({**changed, "revision": ""}, {**got, "name": "Plants", "revision": ""})
+    coming = system.ask(ALICE, "Next", identifier, "", "", 3)
+    same(len(coming), 3)
+    same(coming[0], {"identifier": identifier, "name": "Plants", "date": got["next"], "moment": got["next"],
+                     "isPostponed": False, "wakes": False, "powersOn": False})
+    same(system.ask(ALICE, "Next", "", "", coming[1]["moment"], 10), coming[:2])
+    same(system.ask(ALICE, "Skip", identifier, ""), coming[0]["date"])
+    same(system.ask(ALICE, "Skip", identifier, coming[2]["date"]), coming[2]["date"])
+    moment = system.ask(ALICE, "Postpone", identifier, coming[1]["date"], 60)
+    later = system.ask(ALICE, "Next", identifier, "", "", 2)
+    same([later[0]["date"], later[0]["moment"], later[0]["isPostponed"]], [coming[1]["date"], moment, True])
+    assert later[1]["date"] > coming[2]["date"], later
+    same(system.ask(ALICE, "SetEnabled", identifier, False), None)
+    same(system.ask(ALICE, "Next", "", "", "", 2), [])
+    same(system.ask(ALICE, "SetEnabled", identifier, True), None)
+    same({each["state"] for each in system.ask(ALICE, "History", identifier, 10)}, {"removed"})
+    same(system.ask(ALICE, "Change", identifier, {"repeats": {}, "date": FAR}), None)
+    once = system.ask(ALICE, "Get", identifier)
+    same(["repeats" in once, once["date"]], [False, FAR])
+    same(system.ask(ALICE, "Remove", identifier), None)
+    for method, more in (("Get", []), ("Remove", []), ("SetEnabled", [True]), ("RunNow", []), ("Skip", [""]),
+                         ("Postpone", ["", 60]), ("Change", [{"name": "A"}]), ("Next", ["", "", 1])):
+        same(system.error(ALICE, method, identifier, *more), "NoSuchSchedule")
+    lines = [line for line in system.log_text().splitlines() if identifier in line]
+    assert any(f'Schedule "Water" ({identifier}) was added by user {ALICE}.' in line for line in lines), lines
+    # Root is asked for nothing, and what is root's acts as root.
+    system.polkit("GetQuestions")
+    mark = system.path("marks/daemon/now")
+    ours = system.ask(0, "Add", wish(actsIn="daemon", parameters={"Program": "/usr/bin/touch", "Arguments": [mark]}))
+    same(system.ask(0, "RunNow", ours), None)
+    system.wait_until("the action", 60, lambda: os.path.exists(mark))
+    system.wait_until("its outcome", 60, lambda: [each["state"] for each in system.ask(0, "History", ours, 10)] == ["done"])
+    same(system.polkit("GetQuestions"), [])
+
+
+def gdbus_and_busctl(system):
+    """The tools of a terminal understand what it can do and call it."""
+    system.begin()
+    system.answer(ALICE, OWN, "yes")
+    target = ["com.dozely", "/com/dozely/Scheduler1"]
+    gdbus = ["gdbus", "call", "--address", system.bus, "--dest", target[0], "--object-path", target[1], "--method"]
+    busctl = ["busctl", "--address=" + system.bus, "call", *target, "com.dozely.Scheduler1"]
+
+    def run(*arguments):
+        status, output = system.as_user(ALICE, list(arguments))
+        assert status == 0, (arguments, output)
+        return output
+    shown = run("gdbus", "introspect", "--address", system.bus, "--dest", target[0], "--object-path", target[1])
+    for member in ("List(out aa{sv} schedules)", "Postpone(in  s identifier,", "OccurrenceEnded(s identifier,",
+                   "readonly a{sv} WakeClock", "PropertiesChanged("):
+        assert member in shown, (member, shown)
+    assert "/com/dozely/Scheduler1" in run("busctl", "--address=" + system.bus, "tree", "com.dozely")
+    method = "com.dozely.Scheduler1."
+    dictionary = (f"{{'name': <'Water'>, 'bundlePath': <'{COMMAND}'>, 'date': <'{FAR}'>, 'actsIn': <'session'>, "
+                  "'parameters': <{'Program': <'/usr/bin/touch'>}>}")
+    first = re.search(r"'([^']*)'", run(*gdbus, method + "Add", dictionary)).group(1)
+    second = run(*busctl, "Add", "a{sv}", "5", "name", "s", "Two", "bundlePath", "s", COMMAND, "date", "s", FAR, "actsIn",
+                 "s", "session", "parameters", "a{sv}", "1", "Program", "s", "/usr/bin/touch")
+    second = re.search(r'"([^"]*)"', second).group(1)
+    assert "'Water'" in run(*gdbus, method + "List") and '"Two"' in run(*busctl, "List")
+    assert "'Water'" in run(*gdbus, method + "Get", first) and '"Two"' in run(*busctl, "Get", "s", second)
+    run(*gdbus, method + "Change", first, "{'name': <'One'>}")
+    run(*busctl, "Change", "sa{sv}", second, "1", "name", "s", "Zwei")
+    run(*gdbus, method + "SetEnabled", first, "false")
+    run(*busctl, "SetEnabled", "sb", first, "true")
+    assert "'One'" in run(*gdbus, method + "Next", first, "", "", "5")
+    assert '"Zwei"' in run(*busctl, "Next", "sssu", second, "", "", "5")
+    assert "2090-01-01T12:01:00Z" in run(*gdbus, method + "Postpone", first, "", "60")
+    assert "2090-01-01T12:02:00Z" in run(*busctl, "Postpone", "ssu", second, "", "120")
+    assert "2090-01-01T12:00:00Z" in run(*gdbus, method + "Skip", first, "")
+    assert "2090-01-01T12:00:00Z" in run(*busctl, "Skip", "ss", second, "")
+    assert "'removed'" in run(*gdbus, method + "History", first, "5")
+    assert '"removed"' in run(*busctl, "History", "su", second, "5")
+    run(*gdbus, method + "RunNow", first)
+    run(*busctl, "RunNow", "s", second)
+    properties = run("busctl", "--address=" + system.bus, "get-property", *target, "com.dozely.Scheduler1", "Version",
+                     "AgentOfConsoleUser", "WakeClock", "NextOccurrence")
+    assert re.match(r's "\d+\.\d+\.\d+"\na\{sv\} 3 .*"isAlive" b false.*\na\{sv\} \d', properties), properties
+    assert "'NextOccurrence': <@a{sv} {}>" in run(*gdbus, "org.freedesktop.DBus.Properties.GetAll", "com.dozely.Scheduler1")
+    run(*gdbus, method + "Remove", first)
+    run(*busctl, "Remove", "s", second)
+    # Nobody else may be the daemon, or call what is not its interface.
+    status, output = system.as_user(ALICE, ["gdbus", "call", "--address", system.bus, "--dest", "org.freedesktop.DBus",
+                                            "--object-path", "/org/freedesktop/DBus", "--method",
+                                            "org.freedesktop.DBus.RequestName", "com.dozely", "0"])
+    assert status != 0 and "AccessDenied" in output, output
+
+
+def rights(system):
+    """Whose a schedule is, and where it acts, decides what polkit is asked for; nothing that a caller says does."""
+    system.begin()
+    for user in (ALICE, BOB):
+        system.answer(user, OWN, "yes")
+    own = system.ask(ALICE, "Add", wish())
+    same(system.polkit("GetQuestions"), [f"{ALICE} {OWN} 1"])
+    same(system.error(ALICE, "Add", wish(parameters={"Program": "/usr/bin/touch", "Needs Wake Up": 1})), "NotAllowed")
+    same(system.polkit("GetQuestions"), [f"{ALICE} {OWN} 1", f"{ALICE} {WAKE} 1"])
+    folder = system.path("home/mallory/Library/Application Support/Dozely/PlugIns")
+    for forged in (wish(owner=0), wish(owner=BOB), wish(actsIn="daemon"), wish(actsIn=""),
+                   wish(parameters={"Program": "/usr/bin/touch", "Acts In User Agent": 0}, actsIn=""),
+                   wish(bundlePath="/tmp/Other.plugin"), wish(bundlePath=folder + "/Other.plugin")):
+        same(system.error(ALICE, "Add", forged), "NotAllowed")
+        same(system.polkit("GetQuestions"), [f"{ALICE} {ALL} 1"])
+    for method, more in (("Remove", []), ("SetEnabled", [False]), ("RunNow", []), ("Skip", [""]), ("Postpone", ["", 60]),
+                         ("Change", [{"name": "Mine"}]), ("History", [5])):
+        same(system.error(BOB, method, own, *more), "NotAllowed")
+        same(system.polkit("GetQuestions"), [f"{BOB} {ALL} 1"])
+    for change in ({"owner": BOB}, {"owner": 0}, {"actsIn": "daemon"}, {"bundlePath": "/tmp/Other.plugin"}):
+        same(system.error(ALICE, "Change", own, change), "NotAllowed")
+        same(system.polkit("GetQuestions"), [f"{ALICE} {ALL} 1"])
+    same([each["owner"] for each in system.ask(BOB, "List")], [ALICE])
+    same([each["mayChange"] for user in (ALICE, BOB, 0) for each in system.ask(user, "List")], [True, False, True])
+    same(system.ask(BOB, "History", "", 5), [])
+    # An administrator, who has typed a password, may.
+    system.answer(BOB, ALL, "ask")
+    system.polkit("GetQuestions")
+    process = system.start_as(BOB, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "Add",
+                                    json.dumps(wish("Backup", actsIn="daemon"))])
+    system.wait_until("the question", 60, lambda: system.polkit("GetOpen"))
+    system.polkit("Decide", "true")
+    backup = json.loads(process.communicate(timeout=60)[0])
+    got = system.ask(BOB, "Get", backup)
+    same(["owner" in got, got["actsIn"], got["mayChange"]], [False, "daemon", False])
+
+
+def a_question_is_open(system):
+    """While a person is asked everything goes on; who leaves takes his questions back; there is an end to how many."""
+    system.begin()
+    for user in (ALICE, BOB):
+        system.answer(user, OWN, "yes")
+    system.answer(ALICE, ALL, "ask")
+    asking = [system.start_as(ALICE, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "Add",
+                                      json.dumps(wish(f"Root's {number}", actsIn="daemon"))]) for number in range(10)]
+    system.wait_until("the questions", 120, lambda: len(system.polkit("GetOpen")) == 10)
+    same(system.error(ALICE, "Add", wish(actsIn="daemon")), "LimitReached")
+    system.ask(BOB, "Add", wish("Bob's"))  # who waits for nobody
+    for process in asking:
+        process.kill()
+        process.communicate()
+    system.wait_until("that they are taken back", 60, lambda: len(system.polkit("GetCancelled")) == 10)
+    same([each["name"] for each in system.ask(ALICE, "List")], ["Bob's"])
+    # What changed while the person thought counts as it is then.
+    own = system.ask(BOB, "Add", wish("Bob's second"))
+    system.answer(BOB, OWN, "ask")
+    process = system.start_as(BOB, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "Remove", json.dumps(own)])
+    system.wait_until("the question", 60, lambda: system.polkit("GetOpen"))
+    same(system.ask(0, "Change", own, {"owner": ALICE}), None)
+    system.polkit("GetQuestions")
+    system.polkit("Decide", "true")
+    same(json.loads(process.communicate(timeout=60)[0])["error"], ERROR + "NotAllowed")
+    same(system.polkit("GetQuestions"), [f"{BOB} {ALL} 1"])
+    same(system.ask(0, "Get", own)["owner"], ALICE)
+
+
+def refusals(system):
+    """What is wrong is refused with a sentence, and nothing is lost."""
+    system.begin()
+    system.answer(ALICE, OWN, "yes")
+    identifier = system.ask(ALICE, "Add", wish())
+    before = system.store_bytes()
+    for wrong in (wish(colour="red"), wish(name=""), wish(name="x" * 501), wish(name="a\u001bb"), wish(name=True),
+                  wish(date="tomorrow"), wish(date="2090-01-01T12:00:00"), wish(date="2001-01-01T12:00:00Z"), wish(date=""),
+                  wish(timeZone="Mars/Olympus"), wish(repeats={"rule": "FREQ=NEVER"}), wish(repeats={"role": "x"}),
+                  wish(bundlePath="Command.plugin"), wish(bundlePath="/a/../b"), wish(missed="maybe"), wish(missedLimit=5),
+                  wish(overlap="run"), wish(after="sleep"), wish(isEnabled="yes"), wish(anyway="yes"), wish(identifier="x"),
+                  wish(parameters={"Program": "/usr/bin/no-such-program"}), wish(parameters={}), wish(actsIn="space"),
+                  wish(bundlePath="/Library/Application Support/Dozely/PlugIns/None.plugin")):
+        same(system.error(ALICE, "Add", wrong), "InvalidSchedule")
+    for wrong in ({"identifier": "x"}, {"name": "\n"}, {"repeats": {"rule": 5}}, {"revision": 5}, {"inWords": "x"}):
+        same(system.error(ALICE, "Change", identifier, wrong), "InvalidSchedule")
+    same(system.error(ALICE, "Postpone", identifier, "", 0), "NotPossible")
+    same(system.error(ALICE, "Skip", identifier, "2090-02-02T12:00:00Z"), "NotPossible")
+    same(system.error(ALICE, "Skip", identifier, "soon"), "InvalidSchedule")
+    same(system.store_bytes(), before)
+    system.ask(ALICE, "Add", wish(parameters={"Program": "/usr/bin/no-such-program"}, anyway=True))
+    # What only root can look at is not told apart from what is not there.
+    os.makedirs(system.path("secret"), mode=0o700)
+    for path in (system.path("secret/there"), system.path("secret/not")):
+        system.ask(ALICE, "Add", wish(parameters={"Program": path}))
+    # Never written over.
+    damaged = before[:-20]
+    with open(system.path("Library/Preferences/com.dozely.plist"), "wb") as file:
+        file.write(damaged)
+    for method, arguments in (("Add", [wish()]), ("Remove", [identifier]), ("SetEnabled", [identifier, False]),
+                              ("Change", [identifier, {"name": "A"}])):
+        same(system.error(ALICE, method, *arguments), "StoreDamaged")
+    same(system.store_bytes(), damaged)
+
+
+def limits(system):
+    system.begin()
+    system.answer(ALICE, OWN, "yes")
+    schedule = {"Identifier": "", "Name": "A", "Is Enabled": True, "Bundle Path": COMMAND, "Time Zone": "UTC",
+                "Parameters": {"Program": "/usr/bin/touch", "Acts In User Agent": 1}, "Owner": ALICE}
+    import datetime  # pylint: disable=import-outside-toplevel
+    date = datetime.datetime(2090, 1, 1)
+    system.store([{**schedule, "Identifier": f"a{number}", "Date": date} for number in range(199)])
+    system.wait_until("the schedules", 60, lambda: len(system.ask(0, "List")) == 199)
+    last = system.ask(ALICE, "Add", wish())
+    same(system.error(ALICE, "Add", wish()), "LimitReached")
+    same(system.ask(ALICE, "Change", last, {"name": "Changed"}), None)
+    assert isinstance(system.ask(0, "Add", wish()), str)
+    same(system.ask(0, "Change", "a0", {"owner": 0}), None)
+
+    def large(size):
+        return json.loads(system.as_user(ALICE, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "--size", str(size)])[1])
+    same(large((1 << 20) + 10)["error"], "org.freedesktop.DBus.Error.LimitsExceeded")
+    same(large(200_000)["error"], ERROR + "InvalidSchedule")
+    for number in range(1, 11):
+        same(system.ask(0, "Remove", f"a{number}"), None)
+    answers = [large(120_000) for _ in range(9)]
+    same([isinstance(each, str) for each in answers], [True] * 8 + [False])
+    same(answers[-1]["error"], ERROR + "LimitReached")
+
+
+def no_polkit(system):
+    """Root alone, and a sentence for the others."""
+    system.begin(polkit=False)
+    answer = system.ask(ALICE, "Add", wish())
+    same(answer["error"], ERROR + "NotAllowed")
+    assert answer["text"].startswith("Nobody but root may do this here: polkit, "), answer
+    own = system.ask(0, "Add", wish(owner=ALICE))
+    same(system.ask(ALICE, "Get", own)["mayChange"], False)
+    same(system.ask(0, "Remove", own), None)
+
+
+def buses_come_and_go(system):
+    """No bus at first, one that comes, is lost and is back; and a name that somebody else has."""
+    system.lay_out()
+    system.start_daemon()
+    system.wait_until("the daemon", START_LIMIT, lambda: system.admin("ping", "daemon")[0] == 0)
+    system.start_bus()
+    system.wait_until("the name", START_LIMIT, lambda: system.owner_of("com.dozely"))
+    same(system.ask(ALICE, "List"), [])
+    system.end("the bus")
+    system.processes = [entry for entry in system.processes if entry[0] == "dozelyd"]  # the others went with the bus
+    same(system.admin("ping", "daemon")[0], 0)
+    system.start_bus()
+    system.wait_until("the name", START_LIMIT, lambda: system.owner_of("com.dozely"))
+    same(system.ask(ALICE, "List"), [])
+    system.end("dozelyd")
+    with contextlib.closing(subprocess.Popen(
+            ["/usr/bin/python3", "-c", "import dbus, sys; n = dbus.SystemBus().request_name('com.dozely', 4); print(n, "
+             "flush=True); sys.stdin.read()"], env=system.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            text=True).stdin) as other:
+        system.wait_until("the other one", 60, lambda: system.owner_of("com.dozely"))
+        system.start_daemon()
+        system.wait_until("the daemon", START_LIMIT, lambda: "another program has it" in system.log_text())
+        same(system.admin("ping", "daemon")[0], 0)
+        first = system.owner_of("com.dozely")
+        other.flush()
+    system.wait_until("the name", START_LIMIT, lambda: system.owner_of("com.dozely") not in (None, first))
+    same(system.ask(ALICE, "List"), [])
+
+
+def signals(system):
+    """What happens is told to everybody, and what only concerns one is not."""
+    system.begin()
+    listener = system.start_as(BOB, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "--listen"])
+
+    def hear(signal_name, matches=lambda arguments: True):
+        for line in listener.stdout:
+            heard = json.loads(line)
+            if heard["signal"] == signal_name and matches(heard.get("arguments")):
+                return heard.get("arguments")
+        raise AssertionError(f"{signal_name} did not come")
+    hear("listening")
+    mark = system.path("marks/daemon/told")
+    soon = time.strftime("%Y-%m-%dT%H:%M:%SZ", time.gmtime(time.time() + 5))
+    identifier = system.ask(0, "Add", wish("Told", actsIn="daemon", date=soon, parameters={
+        "Program": "/bin/sh", "Arguments": ["-c", f"touch {mark}; exit 3"]}))
+    same(hear("SchedulesChanged"), [[identifier]])
+    changed = hear("PropertiesChanged", lambda arguments: arguments[1].get("NextOccurrence"))
+    same([changed[0], changed[1]["NextOccurrence"]["date"]], ["com.dozely.Scheduler1", soon])
+    begun = hear("OccurrenceBegan")
+    same([begun[0], begun[1], begun[2]["moment"]], [identifier, soon, soon])
+    ended = hear("OccurrenceEnded")
+    same([ended[0], ended[1], ended[2]["state"]], [identifier, soon, "failed"])
+    assert "exitStatus" not in ended[2] and "failure" not in ended[2], ended
+    same(system.ask(0, "History", identifier, 1)[0]["exitStatus"], 3)
+    system.store([])  # by another program
+    same(hear("SchedulesChanged"), [[]])
+    listener.kill()
+    listener.communicate()
+
+
+def flood(system):
+    """Who calls as fast as he can keeps others waiting for a moment, and the daemon from nothing."""
+    system.begin()
+    for user in (ALICE, BOB):
+        system.answer(user, OWN, "yes")
+    import datetime  # pylint: disable=import-outside-toplevel
+    entry = {"Name": "A", "Is Enabled": True, "Bundle Path": COMMAND, "Time Zone": "UTC", "Owner": 0,
+             "Parameters": {"Program": "/usr/bin/touch", "Acts In User Agent": 1}, "Date": datetime.datetime(2090, 1, 1)}
+    system.store([{**entry, "Identifier": f"a{number}"} for number in range(1000)])
+    system.wait_until("the schedules", 60, lambda: len(system.ask(0, "List")) == 1000)
+    flooding = [system.start_as(ALICE, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "--flood", "8"]) for _ in range(3)]
+    for process in flooding:
+        same(process.stdout.readline(), "begun\n")
+    times = []
+    for _ in range(5):
+        begin = time.monotonic()
+        same(len(system.ask(BOB, "Next", "", "", "", 1)), 1)
+        times.append(time.monotonic() - begin)
+    same(system.admin("ping", "daemon")[0], 0)
+    counts = [json.loads(process.communicate(timeout=120)[0]) for process in flooding]
+    print("seconds for another user's call, with the start of its program:", [round(each, 2) for each in times], counts)
+    assert max(times) < 5, times
+    assert sum(each["refused"] for each in counts) > 0 and sum(each["served"] for each in counts) > 0, counts
+    # A flood of changes neither: each user has his share of the store's time.
+    assert isinstance(system.ask(BOB, "Add", wish("Bob's")), str)
+
+
+def page_program(system):
+    """The program of docs/bus.md, run as a user."""
+    system.begin()
+    system.answer(ALICE, OWN, "yes")
+    with open(SOURCES + "/docs/bus.md", encoding="utf-8") as file:
+        programs = re.findall(r"```python\n(.*?)```", file.read(), re.DOTALL)
+    same(len(programs), 1)
+    assert len([line for line in programs[0].splitlines() if line.strip()]) <= 12, "it is no ten-line program any more"
+    for count in (1, 2):
+        status, output = system.as_user(ALICE, ["/usr/bin/python3", "-c", programs[0]])
+        assert status == 0, output
+        same(len(output.splitlines()), count)
+        same(len(system.ask(ALICE, "List")), count)
+
+
+def main():
+    case = globals()[CASE]
+    with scratch(BUILD, BusSystem) as system:
+        os.makedirs(system.path("usr/lib"), exist_ok=True)
+        with open(HERE + "/caller.py", encoding="utf-8") as source, \
+                open(system.path("usr/lib/caller.py"), "w", encoding="utf-8") as target:
+            target.write(source.read())
+        os.chmod(system.path("usr/lib/caller.py"), 0o644)
+        try:
+            case(system)
+        except BaseException:
+            with contextlib.suppress(OSError):
+                print("The log:\n" + system.log_text(), file=sys.stderr)
+            raise
+
+
+if __name__ == "__main__":
+    main()
