@@ -15,6 +15,7 @@ import sys
 import tempfile
 import unittest
 from pathlib import Path
+from xml.etree import ElementTree
 
 BUILD, SOURCE, PREFIX, LIBDIR, CXX, FLAGS = sys.argv[1:7]
 SOURCE = Path(SOURCE)
@@ -173,6 +174,30 @@ class InstallTest(unittest.TestCase):
         self.assertEqual(wanted.read_text(encoding="utf-8"), unit)
         entry = (self.stage / "etc/xdg/autostart/dozely-agent.desktop").read_text(encoding="utf-8")
         self.assertIn(f'Exec="{AGENT}"\n', entry)
+
+    def test_the_system_bus_and_polkit_find_what_they_are_told(self):
+        shared = self.prefix / "share"
+        policy = ElementTree.parse(shared / "dbus-1/system.d/com.dozely.Scheduler1.conf").getroot()
+        owners = [rule.get("user") for rule in policy.findall("policy") if rule.find("allow[@own='com.dozely']") is not None]
+        self.assertEqual(owners, ["root"])
+        self.assertIsNotNone(policy.find("policy[@context='default']/deny[@send_destination='com.dozely']"))
+        node = ElementTree.parse(shared / "dbus-1/interfaces/com.dozely.Scheduler1.xml").getroot()
+        self.assertEqual([each.get("name") for each in node.findall("interface")], ["com.dozely.Scheduler1"])
+        names = (SOURCE / "hosts/common/bus/SchedulerNames.h").read_text(encoding="utf-8")
+        page = (SOURCE / "docs/bus.md").read_text(encoding="utf-8")
+        for member in node.findall("interface/*"):
+            self.assertIn(f"`{member.get('name')}", page)
+        actions = ElementTree.parse(shared / "polkit-1/actions/com.dozely.policy").getroot().findall("action")
+        self.assertEqual({action.get("id") for action in actions}, set(re.findall(r'"(com\.dozely\.scheduler\.[a-z-]+)"', names)))
+        language = "{http://www.w3.org/XML/1998/namespace}lang"
+        for action in actions:
+            self.assertIn(f"`{action.get('id')}`", page)
+            for kind in ("description", "message"):
+                texts = {each.get(language, "en"): each.text for each in action.findall(kind)}
+                self.assertEqual(set(texts), {"en", "fr", "de", "es", "ja", "ar"})
+                self.assertEqual(len(set(texts.values())), 6)
+        active = {action.get("id").rpartition(".")[2]: action.find("defaults/allow_active").text for action in actions}
+        self.assertEqual(active, {"manage-own": "yes", "wake": "yes", "manage-all": "auth_admin_keep"})
 
     def test_bundles_lie_where_the_hosts_look_for_them(self):
         with open(self.stage / "Applications/Dozely.app/Contents/Info.plist", "rb") as file:

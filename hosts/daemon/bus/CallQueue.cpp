@@ -87,7 +87,7 @@ void CallQueue::enqueue(quint32 user, const Waiting &waiting)
         return refuse(waiting.call);
     }
     User &his = m_waiting[user];
-    if (his.calls.empty())
+    if (his.calls.empty() && !his.isSuspended)
         m_turns.push_back(user);
     his.calls.push_back(waiting);
     ++m_count;
@@ -130,15 +130,29 @@ void CallQueue::serveOne()
     --m_count;
 
     const milliseconds begin = m_clock.steadyTime();
-    m_serve({waiting.call.sender(), user}, waiting.call, waiting.arguments);
+    const bool isServed = m_serve({waiting.call.sender(), user}, waiting.call, waiting.arguments);
     const milliseconds end = m_clock.steadyTime();
 
     User &his = m_waiting[user];
     his.notBefore = end + std::min<milliseconds>(restForWork * (end - begin), longestRest);
-    if (!his.calls.empty())
+    his.isSuspended = !isServed;
+    if (!isServed) {
+        his.calls.push_front(waiting);
+        ++m_count;
+    } else if (!his.calls.empty()) {
         m_turns.push_back(user);
-    else if (his.notBefore <= end)
+    } else if (his.notBefore <= end) {
         m_waiting.remove(user);
+    }
+    serveSoon();
+}
+
+void CallQueue::resume(quint32 user)
+{
+    const auto his = m_waiting.find(user);
+    if (his == m_waiting.end() || !std::exchange(his->isSuspended, false))
+        return;
+    m_turns.push_back(user);
     serveSoon();
 }
 

@@ -27,7 +27,9 @@ class CallQueue : public QObject
 {
     Q_OBJECT
 public:
-    using Serve = std::function<void(const BusCaller &caller, const dozely::BusCall &call,
+    /// Serves a call; false when it cannot be answered yet: then it, and whatever else that user wants, waits
+    /// until `resume`.
+    using Serve = std::function<bool(const BusCaller &caller, const dozely::BusCall &call,
                                      const QVariantList &arguments)>;
 
     /// So many calls of one user wait, and of all; one more is refused.
@@ -43,6 +45,9 @@ public:
     /// Takes a call that came by this connection.
     void add(dozely::BusConnection &bus, const dozely::BusCall &call, const QVariantList &arguments);
 
+    /// What a user's call had to wait for is there.
+    void resume(quint32 user);
+
     /// The bus is gone: so is everybody who called.
     void clear();
 
@@ -54,6 +59,7 @@ private:
     struct User {
         std::deque<Waiting> calls;
         std::chrono::milliseconds notBefore{0}; // on the steady clock
+        bool isSuspended = false;
     };
     void ask(dozely::BusConnection &bus, const QByteArray &sender);
     void answered(const QByteArray &sender, std::optional<quint32> user);

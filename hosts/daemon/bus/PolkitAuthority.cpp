@@ -103,17 +103,23 @@ void PolkitAuthority::withdraw(const QString &id)
     question->verdict(refusal("Nobody has answered whether you may do this."));
 }
 
-void PolkitAuthority::look(const BusCaller &caller, const std::function<void(const Standing &)> &told)
+std::optional<PolkitAuthority::Standing> PolkitAuthority::standing(const BusCaller &caller) const
 {
     if (caller.isSystem())
-        return told({true, true});
+        return Standing{true, true};
+    const auto known = m_known.constFind(caller.name);
+    if (known == m_known.cend() || known->open > 0 || m_clock.steadyTime() >= known->until)
+        return {};
+    return known->standing;
+}
+
+void PolkitAuthority::look(const BusCaller &caller, const std::function<void()> &told)
+{
     if (!m_bus)
-        return told({});
+        return;
     if (m_known.size() >= mostKnown)
         m_known.removeIf([](const auto &known) { return known->open == 0; });
     Known &known = m_known[caller.name];
-    if (known.open == 0 && m_clock.steadyTime() < known.until)
-        return told(known.standing);
     known.waiting.push_back(told);
     if (known.open > 0)
         return;
@@ -135,7 +141,6 @@ void PolkitAuthority::settle(const QByteArray &name)
     if (--known.open > 0)
         return;
     known.until = m_clock.steadyTime() + standingHolds;
-    const Standing standing = known.standing;
     for (const auto &told : std::exchange(known.waiting, {}))
-        told(standing);
+        told();
 }

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace dozely
@@ -52,8 +53,11 @@ public:
         bool ofAll = false;
     };
 
-    /// The standing of a caller; what was found out is believed for two seconds.
-    void look(const BusCaller &caller, const std::function<void(const Standing &)> &told);
+    /// The standing of a caller, if that is known: what was found out is believed for two seconds.
+    std::optional<Standing> standing(const BusCaller &caller) const;
+
+    /// Finds it out, and calls `known` from the event loop then.
+    void look(const BusCaller &caller, const std::function<void()> &known);
 
 private:
     struct Question {
@@ -65,7 +69,7 @@ private:
         Standing standing;
         std::chrono::milliseconds until{0}; // on the steady clock
         int open = 0;                       // questions about it
-        std::vector<std::function<void(const Standing &)>> waiting;
+        std::vector<std::function<void()>> waiting;
     };
     void check(const BusCaller &caller, const QByteArray &action, bool mayAskPerson, const QString &id,
                std::chrono::milliseconds timeout, const dozely::BusConnection::ReplyHandler &handler);

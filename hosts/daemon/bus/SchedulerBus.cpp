@@ -85,7 +85,7 @@ SchedulerBus::SchedulerBus(DaemonController &controller, const std::shared_ptr<C
       m_answers(controller.keeper(), *clock),
       m_properties(controller.keeper().scheduler(), m_answers, controller.console(), *clock),
       m_queue(*clock, [this](const BusCaller &caller, const BusCall &call, const QVariantList &arguments) {
-          serve({caller, call, arguments});
+          return serve({caller, call, arguments, {}});
       })
 {
     m_object = std::make_unique<BusObject>(
@@ -123,7 +123,7 @@ SchedulerBus::~SchedulerBus()
     m_news.reset(); // before what it speaks through
 }
 
-void SchedulerBus::serve(const Request &request)
+bool SchedulerBus::serve(Request request)
 {
     static const QHash<QByteArray, Method> methods{
         {"List", &SchedulerBus::list},         {"Get", &SchedulerBus::get},
@@ -132,8 +132,26 @@ void SchedulerBus::serve(const Request &request)
         {"RunNow", &SchedulerBus::runNow},     {"Skip", &SchedulerBus::skip},
         {"Postpone", &SchedulerBus::postpone}, {"Next", &SchedulerBus::next},
         {"History", &SchedulerBus::history}};
+    if (!learnStanding(request))
+        return false;
     if (const Method method = methods.value(request.call.method()))
         (this->*method)(request);
+    return true;
+}
+
+/// Whether it is known what the caller may without being asked, where that is told or decides what is.
+bool SchedulerBus::learnStanding(Request &request)
+{
+    const QByteArray &method = request.call.method();
+    const bool isOfAll = method == "History" && request.text(0).isEmpty();
+    if (method != "List" && method != "Get" && !isOfAll)
+        return true;
+    if (const auto standing = m_authority.standing(request.caller)) {
+        request.standing = *standing;
+        return true;
+    }
+    m_authority.look(request.caller, [this, user = request.caller.user] { m_queue.resume(user); });
+    return false;
 }
 
 void SchedulerBus::answer(const Request &request, const QVariantList &values) const
@@ -156,19 +174,15 @@ std::optional<qint32> SchedulerBus::placeOf(const QString &identifier)
 
 void SchedulerBus::list(const Request &request)
 {
-    m_authority.look(request.caller, [this, request](const PolkitAuthority::Standing &standing) {
-        answer(request, {QVariant(m_answers.list(request.caller, standing))});
-    });
+    answer(request, {QVariant(m_answers.list(request.caller, request.standing))});
 }
 
 void SchedulerBus::get(const Request &request)
 {
-    m_authority.look(request.caller, [this, request](const PolkitAuthority::Standing &standing) {
-        if (const auto place = placeOf(request.text(0)))
-            answer(request, {m_answers.schedule(*place, request.caller, standing)});
-        else
-            request.call.refuse(noSuchSchedule(request.text(0)));
-    });
+    if (const auto place = placeOf(request.text(0)))
+        answer(request, {m_answers.schedule(*place, request.caller, request.standing)});
+    else
+        request.call.refuse(noSuchSchedule(request.text(0)));
 }
 
 void SchedulerBus::edit(const Request &request, ScheduleEdits::Wish wish, const QVariantList &values,
@@ -395,9 +409,7 @@ void SchedulerBus::history(const Request &request)
             request.call.refuse(told.error());
     };
     if (identifier.isEmpty())
-        return m_authority.look(caller, [tell, caller](const PolkitAuthority::Standing &standing) {
-            tell({}, standing.ofAll ? std::nullopt : std::optional(caller.user));
-        });
+        return tell({}, request.standing.ofAll ? std::nullopt : std::optional(caller.user));
     const auto schedule = m_controller.keeper().scheduler().schedule(identifier);
     if (schedule && schedule->owner == caller.user)
         return tell(identifier, {});

@@ -43,12 +43,14 @@ private:
         BusCaller caller;
         dozely::BusCall call;
         QVariantList arguments;
+        PolkitAuthority::Standing standing; ///< Where the answer depends on it.
 
         QString text(qsizetype place) const { return arguments.value(place).toString(); }
     };
     using Method = void (SchedulerBus::*)(const Request &request);
 
-    void serve(const Request &request);
+    bool serve(Request request);
+    bool learnStanding(Request &request);
     void list(const Request &request);
     void get(const Request &request);
     void add(const Request &request);

@@ -75,6 +75,10 @@ class BusSystem(System):
         self.start("the mock login manager", ["/usr/bin/python3", "-m", "dbusmock", "--template", "logind"],
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.wait_until("the mock login manager", START_LIMIT, lambda: self.owner_of("org.freedesktop.login1"))
+        status, output = self.call(["gdbus", "call", "--address", self.bus, "--dest", "org.freedesktop.login1", "--object-path",
+                                    "/org/freedesktop/login1", "--method", "org.freedesktop.DBus.Mock.AddSession", "c1",
+                                    "seat0", str(ALICE), "nobody", "true"])
+        assert status == 0, output
 
     def start_bus_daemon(self):
         self.start("the bus", ["dbus-daemon", "--config-file=" + self.path("run/bus.conf"), "--nofork", "--nopidfile"])
@@ -270,8 +274,9 @@ def rights(system):
     same(system.error(ALICE, "Add", wish(parameters={"Program": "/usr/bin/touch", "Needs Wake Up": 1})), "NotAllowed")
     same(system.polkit("GetQuestions"), [f"{ALICE} {OWN} 1", f"{ALICE} {WAKE} 1"])
     folder = system.path("home/mallory/Library/Application Support/Dozely/PlugIns")
-    for forged in (wish(owner=0), wish(owner=BOB), wish(actsIn="daemon"), wish(actsIn=""),
-                   wish(parameters={"Program": "/usr/bin/touch", "Acts In User Agent": 0}, actsIn=""),
+    nowhere = wish(parameters={"Program": "/usr/bin/touch", "Acts In User Agent": 0})
+    del nowhere["actsIn"]
+    for forged in (wish(owner=0), wish(owner=BOB), wish(actsIn="daemon"), nowhere, wish(actsIn="", owner=BOB),
                    wish(bundlePath="/tmp/Other.plugin"), wish(bundlePath=folder + "/Other.plugin")):
         same(system.error(ALICE, "Add", forged), "NotAllowed")
         same(system.polkit("GetQuestions"), [f"{ALICE} {ALL} 1"])
@@ -285,6 +290,8 @@ def rights(system):
     same([each["owner"] for each in system.ask(BOB, "List")], [ALICE])
     same([each["mayChange"] for user in (ALICE, BOB, 0) for each in system.ask(user, "List")], [True, False, True])
     same(system.ask(BOB, "History", "", 5), [])
+    # What the bundle puts into the session today stays there, whatever it says tomorrow.
+    same(system.ask(ALICE, "Get", system.ask(ALICE, "Add", wish("By bundle", actsIn="")))["parameters"]["Acts In User Agent"], 1)
     # An administrator, who has typed a password, may.
     system.answer(BOB, ALL, "ask")
     system.polkit("GetQuestions")
@@ -329,7 +336,8 @@ def a_question_is_open(system):
 def refusals(system):
     """What is wrong is refused with a sentence, and nothing is lost."""
     system.begin()
-    system.answer(ALICE, OWN, "yes")
+    for action in (OWN, WAKE):
+        system.answer(ALICE, action, "yes")
     identifier = system.ask(ALICE, "Add", wish())
     before = system.store_bytes()
     for wrong in (wish(colour="red"), wish(name=""), wish(name="x" * 501), wish(name="a\u001bb"), wish(name=True),
@@ -382,8 +390,8 @@ def limits(system):
     same(large(200_000)["error"], ERROR + "InvalidSchedule")
     for number in range(1, 11):
         same(system.ask(0, "Remove", f"a{number}"), None)
-    answers = [large(120_000) for _ in range(9)]
-    same([isinstance(each, str) for each in answers], [True] * 8 + [False])
+    answers = [large(120_000) for _ in range(8)]
+    same([isinstance(each, str) for each in answers], [True] * 7 + [False])
     same(answers[-1]["error"], ERROR + "LimitReached")
 
 
@@ -473,13 +481,13 @@ def flood(system):
         same(process.stdout.readline(), "begun\n")
     times = []
     for _ in range(5):
-        begin = time.monotonic()
-        same(len(system.ask(BOB, "Next", "", "", "", 1)), 1)
-        times.append(time.monotonic() - begin)
+        status, output = system.as_user(BOB, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "--timed"])
+        assert status == 0, output
+        times += json.loads(output)
     same(system.admin("ping", "daemon")[0], 0)
     counts = [json.loads(process.communicate(timeout=120)[0]) for process in flooding]
-    print("seconds for another user's call, with the start of its program:", [round(each, 2) for each in times], counts)
-    assert max(times) < 5, times
+    print("seconds for another user's call:", [round(each, 3) for each in times], counts)
+    assert max(times) < 2, times
     assert sum(each["refused"] for each in counts) > 0 and sum(each["served"] for each in counts) > 0, counts
     # A flood of changes neither: each user has his share of the store's time.
     assert isinstance(system.ask(BOB, "Add", wish("Bob's")), str)
@@ -492,7 +500,7 @@ def page_program(system):
     with open(SOURCES + "/docs/bus.md", encoding="utf-8") as file:
         programs = re.findall(r"```python\n(.*?)```", file.read(), re.DOTALL)
     same(len(programs), 1)
-    assert len([line for line in programs[0].splitlines() if line.strip()]) <= 12, "it is no ten-line program any more"
+    assert len([line for line in programs[0].splitlines() if line.strip()]) <= 10, "it is no ten-line program any more"
     for count in (1, 2):
         status, output = system.as_user(ALICE, ["/usr/bin/python3", "-c", programs[0]])
         assert status == 0, output

@@ -4,6 +4,7 @@
 
     caller.py METHOD [JSON ARGUMENT]...     prints the answer as JSON, or {"error": NAME, "text": TEXT}
     caller.py --flood SECONDS               calls List as fast as it can, many at a time
+    caller.py --timed                       how many seconds being known and each of three calls takes
     caller.py --listen                      prints a line of JSON for each signal
     caller.py --size BYTES                  adds a schedule with so many bytes of parameters
 
@@ -85,6 +86,16 @@ def main():
     bus = dbus.SystemBus()
     if sys.argv[1] == "--flood":
         print(json.dumps(flood(bus, float(sys.argv[2]))))
+    elif sys.argv[1] == "--timed":
+        begin = time.monotonic()
+        target = scheduler(bus)
+        target.Introspect(dbus_interface="org.freedesktop.DBus.Introspectable")
+        times = [time.monotonic() - begin]
+        for _ in range(3):
+            begin = time.monotonic()
+            target.Next("", "", "", dbus.UInt32(1))
+            times.append(time.monotonic() - begin)
+        print(json.dumps(times))
     elif sys.argv[1] == "--listen":
         listen(bus)
     elif sys.argv[1] == "--size":
