@@ -10,6 +10,7 @@
 #include "hosts/common/bus/ScheduleWish.h"
 #include "hosts/common/bus/SchedulerNames.h"
 #include "hosts/common/plugins/ActionPlace.h"
+#include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/bus/SchedulerRights.h"
 #include "hosts/daemon/bus/SchedulerXml.h"
@@ -24,6 +25,7 @@ using namespace dozely;
 namespace
 {
 constexpr std::chrono::seconds betweenRereads(1);
+constexpr std::chrono::seconds untilRest(10);
 
 Error noSuchSchedule(const QString &identifier)
 {
@@ -136,7 +138,19 @@ bool SchedulerBus::serve(Request request)
         return false;
     if (const Method method = methods.value(request.call.method()))
         (this->*method)(request);
+    restSoon();
     return true;
+}
+
+/// What answers took at once a daemon that mostly sleeps would keep for days.
+void SchedulerBus::restSoon()
+{
+    if (std::exchange(m_isRestComing, true))
+        return;
+    m_clock->callAfter(untilRest, this, [this] {
+        m_isRestComing = false;
+        CompactSchedules::giveFreeMemoryBack();
+    });
 }
 
 /// Whether it is known what the caller may without being asked, where that is told or decides what is.
