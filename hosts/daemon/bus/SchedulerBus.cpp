@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/dbus/BusObject.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -10,7 +11,6 @@
 #include "hosts/common/bus/ScheduleWish.h"
 #include "hosts/common/bus/SchedulerNames.h"
 #include "hosts/common/plugins/ActionPlace.h"
-#include "hosts/daemon/CompactSchedules.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/bus/SchedulerRights.h"
 #include "hosts/daemon/bus/SchedulerXml.h"
@@ -100,6 +100,7 @@ SchedulerBus::SchedulerBus(DaemonController &controller, const std::shared_ptr<C
                 [this](BusConnection &bus) {
                     m_authority.setBus(&bus);
                     m_news->begin();
+                    restSoon();
                 },
             .refused =
                 [this](const QString &why) {
@@ -149,7 +150,7 @@ void SchedulerBus::restSoon()
         return;
     m_clock->callAfter(untilRest, this, [this] {
         m_isRestComing = false;
-        CompactSchedules::giveFreeMemoryBack();
+        IdleMemory::giveBack();
     });
 }
 
