@@ -6,8 +6,8 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/DateWords.h"
+#include "hosts/common/calendar/ExcludedDates.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
-#include "hosts/common/calendar/WallTimeSeries.h"
 
 #include <QLocale>
 
@@ -128,15 +128,11 @@ private:
     /// Those exceptions that are some of the new rule, too.
     void keepExceptions(Recurrence &recurrence, const QList<WallTime> &former)
     {
-        const auto series = WallTimeSeries::of(recurrence, m_zone);
-        for (const WallTime &exception : former) {
-            if (exception < recurrence.localStart)
-                continue;
-            if (series && series->from(exception) == exception)
-                recurrence.excludedDates += exception;
-            else
-                m_remarks += QString("The exception of %1 at %2 is gone: nothing takes place then any more.")
-                                 .arg(DateWords::of(exception.day), DateWords::of(exception.time));
+        const auto [kept, gone] = ExcludedDates::keptOf(former, recurrence, m_zone);
+        recurrence.excludedDates = kept;
+        for (const WallTime &exception : gone) {
+            m_remarks += QString("The exception of %1 at %2 is gone: nothing takes place then any more.")
+                             .arg(DateWords::of(exception.day), DateWords::of(exception.time));
         }
     }
 
@@ -200,14 +196,13 @@ QList<WallTime> RecurrenceOptions::exceptions(const AdminOptions &options, const
     QList<WallTime> exceptions;
     for (const QString &text : options.values("except")) {
         const Span span = spanOf(text, zone);
-        auto next = series.from(span.first);
-        if (!next || span.last < *next)
+        const QList<WallTime> dates =
+            ExcludedDates::between(series, span.first, span.last, Recurrence::maximumDates + 1);
+        if (dates.isEmpty())
             refuse(QString("Nothing takes place on %1 that could be left out.").arg(text));
-        for (; next && !(span.last < *next); next = series.after(*next)) {
-            if (exceptions.size() == Recurrence::maximumDates)
-                refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
-            exceptions += *next;
-        }
+        exceptions += dates;
+        if (exceptions.size() > Recurrence::maximumDates)
+            refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
     }
     return exceptions;
 }

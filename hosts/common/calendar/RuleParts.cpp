@@ -19,6 +19,31 @@ QString joined(const std::set<int> &numbers)
         texts += QString::number(number);
     return texts.join(',');
 }
+
+template<class Times>
+QString listed(const Times &times)
+{
+    QStringList texts;
+    for (const QTime &time : times)
+        texts += DateWords::of(time);
+    return texts.join(", ");
+}
+
+/// What a rule combines each with each.
+struct Combined {
+    std::set<int> hours, minutes, seconds;
+};
+
+Combined combinedOf(const QList<QTime> &times)
+{
+    Combined combined;
+    for (const QTime &time : times) {
+        combined.hours.insert(time.hour());
+        combined.minutes.insert(time.minute());
+        combined.seconds.insert(time.second());
+    }
+    return combined;
+}
 } // namespace
 
 RuleParts::RuleParts(const QString &rule)
@@ -54,38 +79,37 @@ void RuleParts::remove(const QString &name)
     m_parts.removeIf([&](const auto &part) { return part.first.compare(name, Qt::CaseInsensitive) == 0; });
 }
 
-Result<void> RuleParts::setTimes(const QList<QTime> &times)
+QList<QTime> RuleParts::alsoMeantBy(const QList<QTime> &times)
 {
-    std::set<int> hours;
-    std::set<int> minutes;
-    std::set<int> seconds;
-    for (const QTime &time : times) {
-        hours.insert(time.hour());
-        minutes.insert(time.minute());
-        seconds.insert(time.second());
-    }
-    QStringList others;
-    QStringList wanted;
-    for (const int hour : hours) {
-        for (const int minute : minutes) {
-            for (const int second : seconds) {
-                const QTime time(hour, minute, second);
-                (times.contains(time) ? wanted : others) += DateWords::of(time);
+    const Combined combined = combinedOf(times);
+    QList<QTime> others;
+    for (const int hour : combined.hours) {
+        for (const int minute : combined.minutes) {
+            for (const int second : combined.seconds) {
+                if (const QTime time(hour, minute, second); !times.contains(time))
+                    others += time;
             }
         }
     }
-    if (!others.isEmpty()) {
+    return others;
+}
+
+Result<void> RuleParts::setTimes(const QList<QTime> &times)
+{
+    const std::set<QTime> wanted(times.begin(), times.end());
+    if (const QList<QTime> others = alsoMeantBy(times); !others.isEmpty()) {
         return Error{QString("one rule cannot mean %1 without %2, too; let the times have equal minutes, or "
                              "add a second schedule")
-                         .arg(wanted.join(", "), others.join(", "))};
+                         .arg(listed(wanted), listed(others))};
     }
     remove("BYHOUR");
     remove("BYMINUTE");
     remove("BYSECOND");
     if (wanted.size() > 1) {
-        set("BYHOUR", joined(hours));
-        set("BYMINUTE", joined(minutes));
-        set("BYSECOND", joined(seconds));
+        const Combined combined = combinedOf(times);
+        set("BYHOUR", joined(combined.hours));
+        set("BYMINUTE", joined(combined.minutes));
+        set("BYSECOND", joined(combined.seconds));
     }
     return {};
 }

@@ -33,6 +33,9 @@ public:
     /// each of its minutes.
     dozely::Result<void> setTimes(const QList<QTime> &times);
 
+    /// The times of day, in order, that a rule cannot but mean, too, when it means these.
+    static QList<QTime> alsoMeantBy(const QList<QTime> &times);
+
     /// Whether it says itself at what times of day it takes place.
     bool hasTimes() const { return has("BYHOUR") || has("BYMINUTE") || has("BYSECOND"); }
 
