@@ -61,6 +61,8 @@ HOST_ARROWS = {
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON, "hosts/daemon/bus"),  # main.cpp, which wires both
     "hosts/daemon/bus": (COMMON, "hosts/daemon"),
+    "hosts/application/book": (COMMON,),
+    "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),
