@@ -61,7 +61,9 @@ HOST_ARROWS = {
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON, "hosts/daemon/bus"),  # main.cpp, which wires both
     "hosts/daemon/bus": (COMMON, "hosts/daemon"),
+    "hosts/application/actions": (COMMON,),
     "hosts/application/book": (COMMON,),
+    "hosts/application/program": (COMMON,),
     "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
