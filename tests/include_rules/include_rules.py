@@ -64,6 +64,7 @@ HOST_ARROWS = {
     "hosts/application/actions": (COMMON,),
     "hosts/application/book": (COMMON,),
     "hosts/application/program": (COMMON,),
+    "hosts/application/when": (COMMON,),
     "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
