@@ -61,10 +61,12 @@ HOST_ARROWS = {
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON, "hosts/daemon/bus"),  # main.cpp, which wires both
     "hosts/daemon/bus": (COMMON, "hosts/daemon"),
+    "hosts/application": (COMMON, "hosts/application/actions", "hosts/application/program", "hosts/application/window"),
     "hosts/application/actions": (COMMON,),
     "hosts/application/book": (COMMON,),
     "hosts/application/program": (COMMON,),
     "hosts/application/when": (COMMON,),
+    "hosts/application/window": (COMMON, "hosts/application/actions", "hosts/application/book", "hosts/application/when"),
     "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),

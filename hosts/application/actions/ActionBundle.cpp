@@ -47,6 +47,7 @@ ActionBundle ActionBundle::at(const QString &path)
     action.icon = iconOf(bundle.get(), action.name, file);
     const QString own = usersFolder();
     action.isUsersOwn = !own.isEmpty() && path.startsWith(own + '/');
+    action.exists = bundle != nullptr;
     if (!bundle)
         return action;
     action.hasSettings = !bundle->objectForInfoDictionaryKey(InfoKey::prefPaneModule).toString().isEmpty();

@@ -10,6 +10,7 @@ struct ActionBundle {
     QString path; ///< As schedules name it, below the root folder.
     QString name; ///< For people, in their language.
     QIcon icon;
+    bool exists = false;        ///< Whether there is such a bundle.
     bool hasSettings = false;   ///< Whether it has a configuration side.
     bool actsInSession = false; ///< Unless a schedule says otherwise.
     bool isUsersOwn = false;    ///< It lies in the user's home folder, and acts for that user alone.

@@ -41,14 +41,13 @@ void PlugInTrials::ask(const QString &path)
     if (m_waiting.contains(path) || m_given.contains(path))
         return;
     m_waiting += path;
-    if (m_given.isEmpty())
-        m_soon.start(0);
+    m_soon.start(0);
 }
 
 void PlugInTrials::begin()
 {
-    if (m_waiting.isEmpty() || !m_given.isEmpty())
-        return;
+    if (m_waiting.isEmpty() || m_process.state() != QProcess::NotRunning)
+        return; // the end of the one before begins the next one
     m_given = std::exchange(m_waiting, {});
     m_isTooLate = false;
     auto environment = QProcessEnvironment::systemEnvironment();

@@ -18,6 +18,7 @@ void ScheduleBook::apply()
     if (m_toApply.isEmpty())
         return;
     m_failures = 0;
+    m_steps.setClean(); // what comes from now on joins no step from before
     m_isApplying = true;
     Q_EMIT changesChanged();
     applyNext();

@@ -41,9 +41,13 @@ QVariantMap BookEntry::changes() const
 {
     QVariantMap changes;
     for (const QString &name : differing(*applied, *wanted)) {
-        // What is wanted no more is told as empty: a key that is not named would stay.
-        const QVariant none = name == ScheduleKey::repeats ? QVariant(QVariantMap()) : QVariant(QString());
-        changes.insert(name, wanted->value(name, none));
+        // What is wanted no more is told as empty, since a key that is not named stays.
+        if (wanted->contains(name))
+            changes.insert(name, wanted->value(name));
+        else if (name == ScheduleKey::repeats)
+            changes.insert(name, QVariantMap());
+        else if (applied->value(name).typeId() == QMetaType::QString)
+            changes.insert(name, QString());
     }
     return changes;
 }

@@ -36,11 +36,11 @@ public:
     }
     void redo() override { patch(m_after); }
     void undo() override { patch(m_before); }
-    int id() const override { return m_joinsLast ? 1 : -1; }
+    int id() const override { return 1; }
     bool mergeWith(const QUndoCommand *other) override
     {
         const auto *const step = dynamic_cast<const ChangeStep *>(other);
-        if (!step || step->m_key != m_key || step->m_after.keys() != m_after.keys())
+        if (!step || !step->m_joinsLast || step->m_key != m_key || step->m_after.keys() != m_after.keys())
             return false;
         m_after = step->m_after;
         return true;

@@ -95,6 +95,19 @@ TEST_F(ActionSidesTest, SurvivesASideThatHangsAndOneThatCrashesBeforeAGoodOne)
     EXPECT_EQ(settled(sides, good), ActionSides::State::Ready);
 }
 
+TEST_F(ActionSidesTest, TriesOneThatIsAskedForJustWhenTheOthersAreDone)
+{
+    const QString first = makeAction("First");
+    const QString second = makeAction("Second");
+    ActionSides sides(trials());
+    QObject::connect(&sides, &ActionSides::stateChanged, [&](const QString &path) {
+        if (path == first)
+            sides.state(second); // while the process that tried the first is still ending
+    });
+    EXPECT_EQ(settled(sides, first), ActionSides::State::Ready);
+    EXPECT_EQ(settled(sides, second), ActionSides::State::Ready);
+}
+
 TEST_F(ActionSidesTest, SaysWhatASideThrows)
 {
     const QString path = makeAction("Throwing", "throws");

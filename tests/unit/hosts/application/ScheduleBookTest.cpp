@@ -100,6 +100,16 @@ TEST_F(ScheduleBookTest, JoinsTheLettersOfOneNameInOneStep)
     EXPECT_EQ(entry(key).value("name"), "Backup");
 }
 
+TEST_F(ScheduleBookTest, JoinsNothingWithAStepThatWasAppliedAlready)
+{
+    const QString key = keyOf("Backup");
+    book->change(key, {{"name", "A"}}, "Change of the name", ScheduleBook::Step::JoinsLast);
+    apply();
+    book->change(key, {{"name", "AB"}}, "Change of the name", ScheduleBook::Step::JoinsLast);
+    book->steps().undo();
+    EXPECT_EQ(entry(key).value("name"), "A");
+}
+
 TEST_F(ScheduleBookTest, MakesNoStepOfAChangeThatIsNone)
 {
     book->change(keyOf("Backup"), {{"name", "Backup"}}, "Change of the name");

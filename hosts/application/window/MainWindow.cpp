@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/application/window/MainWindow.h"
+
+#include "hosts/application/window/AppIcon.h"
+#include "hosts/application/window/ChangeBar.h"
+#include "hosts/application/window/NewSchedule.h"
+#include "hosts/application/window/NoticeBar.h"
+#include "hosts/application/window/ScheduleEditor.h"
+#include "hosts/application/window/ScheduleListPane.h"
+#include "hosts/application/window/StartPage.h"
+#include "hosts/application/window/StatusLine.h"
+
+#include <QCloseEvent>
+#include <QFrame>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+
+namespace
+{
+constexpr QSize usualSize(1040, 720);
+constexpr int listWidth = 320;
+constexpr int narrowestList = 230;
+
+QFrame *newLine(QFrame::Shape shape)
+{
+    auto *const line = new QFrame;
+    line->setFrameShape(shape);
+    line->setFrameShadow(QFrame::Plain);
+    line->setForegroundRole(QPalette::Mid);
+    line->setLineWidth(1);
+    return line;
+}
+} // namespace
+
+MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user)
+    : m_client(client),
+      m_sides(sides),
+      m_user(user),
+      m_book(client),
+      m_notice(new NoticeBar),
+      m_list(new ScheduleListPane(m_book, sides)),
+      m_pages(new QStackedWidget),
+      m_start(new StartPage),
+      m_editor(new ScheduleEditor(m_book, sides, user))
+{
+    setWindowTitle("Dozely[*]");
+    setWindowIcon(AppIcon::icon());
+    layOut();
+    makeShortcuts();
+    connectBook();
+    showPage();
+    showNotice();
+    m_list->list().setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::layOut()
+{
+    m_pages->addWidget(m_start);
+    m_pages->addWidget(m_editor);
+    auto *const right = new QWidget;
+    auto *const column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    auto *const notices = new QVBoxLayout;
+    notices->setContentsMargins(24, 14, 24, 0);
+    notices->addWidget(m_notice);
+    column->addLayout(notices);
+    column->addWidget(m_pages, 1);
+
+    auto *const sides = new QSplitter(Qt::Horizontal);
+    sides->setChildrenCollapsible(false);
+    sides->setHandleWidth(1);
+    m_list->setMinimumWidth(narrowestList);
+    sides->addWidget(m_list);
+    sides->addWidget(right);
+    sides->setStretchFactor(0, 0);
+    sides->setStretchFactor(1, 1);
+    sides->setSizes({listWidth, usualSize.width() - listWidth});
+
+    auto *const changes = new ChangeBar(m_book);
+    auto *const foot = new QHBoxLayout;
+    foot->setContentsMargins(14, 10, 14, 10);
+    foot->setSpacing(12);
+    foot->addWidget(new StatusLine(m_client), 1);
+    foot->addWidget(changes);
+    connect(changes, &ChangeBar::applyWanted, this, &MainWindow::apply);
+
+    auto *const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->addWidget(sides, 1);
+    all->addWidget(newLine(QFrame::HLine));
+    all->addLayout(foot);
+    resize(usualSize);
+}
+
+void MainWindow::makeShortcuts()
+{
+    const auto add = [this](const QKeySequence &keys, QWidget *where, auto act) {
+        connect(new QShortcut(keys, where, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+                &QShortcut::activated, this, act);
+    };
+    add(QKeySequence::New, this, &MainWindow::addSchedule);
+    add(QKeySequence::Find, this, [this] { m_list->searchField().setFocus(Qt::ShortcutFocusReason); });
+    add(QKeySequence::Delete, &m_list->list(), &MainWindow::removeSchedule);
+    add(QKeySequence::Quit, this, &MainWindow::close);
+    add(QKeySequence::Close, this, &MainWindow::close);
+}
+
+void MainWindow::connectBook()
+{
+    connect(&m_book, &ScheduleBook::stateChanged, this, [this] {
+        m_list->ensureCurrent();
+        showPage();
+        showNotice();
+    });
+    connect(&m_book, &ScheduleBook::changesChanged, this, [this] {
+        setWindowModified(m_book.hasChanges());
+        showPage();
+    });
+    connect(&m_client, &SchedulerClient::availabilityChanged, this, &MainWindow::showNotice);
+    connect(&m_book, &ScheduleBook::applied, this, [this](int failures) {
+        showNotice();
+        if (failures > 0)
+            m_notice->tell(
+                NoticeBar::Kind::Warning,
+                tr("%n schedule(s) could not be applied and keep their changes here.", nullptr, failures));
+        if (std::exchange(m_closesWhenApplied, false) && failures == 0)
+            close();
+    });
+    connect(&m_sides, &ActionSides::stateChanged, this, [this](const QString &path) {
+        if (path == m_adding)
+            finishAdding();
+    });
+    connect(m_list, &ScheduleListPane::currentChanged, m_editor, &ScheduleEditor::setKey);
+    connect(m_list, &ScheduleListPane::addingWanted, this, &MainWindow::addSchedule);
+    connect(m_list, &ScheduleListPane::removalWanted, this, &MainWindow::removeSchedule);
+    connect(m_start, &StartPage::addingWanted, this, &MainWindow::addSchedule);
+}
+
+void MainWindow::showPage()
+{
+    m_pages->setCurrentWidget(m_list->count() > 0 ? static_cast<QWidget *>(m_editor) : m_start);
+}
+
+void MainWindow::showNotice()
+{
+    const NoticeBar::Remedy again{tr("Try again"), [this] { m_book.read(); }};
+    if (!m_client.isAvailable())
+        m_notice->tell(
+            NoticeBar::Kind::Warning,
+            tr("The Dozely service is not running: nothing happens at its time, and nothing can be "
+               "applied. An administrator starts it with “systemctl start dozelyd”."),
+            {again});
+    else if (m_book.state() == ScheduleBook::State::Failed)
+        m_notice->tell(NoticeBar::Kind::Warning, tr("The schedules cannot be read: %1").arg(m_book.failure()),
+                       {again});
+    else
+        m_notice->clear();
+}
+
+void MainWindow::addSchedule()
+{
+    m_adding = NewSchedule::usualAction(m_sides);
+    finishAdding();
+}
+
+void MainWindow::finishAdding()
+{
+    if (!m_adding.isEmpty() && m_sides.state(m_adding) == ActionSides::State::Trying)
+        return; // what it begins with, its side says
+    const QString key =
+        m_book.add(NewSchedule::values(m_sides, std::exchange(m_adding, {}), m_user), tr("New schedule"));
+    m_list->setCurrentKey(key);
+    showPage();
+    m_editor->editName();
+}
+
+void MainWindow::removeSchedule()
+{
+    m_book.remove(m_list->currentKey(), tr("Removal"));
+}
+
+void MainWindow::apply()
+{
+    m_editor->commit();
+    const QString fault = m_editor->fault();
+    if (!fault.isEmpty()) {
+        m_notice->tell(NoticeBar::Kind::Warning, tr("This cannot be applied yet: %1").arg(fault));
+        m_closesWhenApplied = false;
+        return;
+    }
+    showNotice();
+    m_book.apply();
+}
+
+void MainWindow::raiseToUser()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    m_editor->commit();
+    if (m_mayClose || !m_book.hasChanges()) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    askBeforeClosing();
+}
+
+void MainWindow::askBeforeClosing()
+{
+    if (m_question) {
+        m_question->raise();
+        return;
+    }
+    m_question = new QMessageBox(QMessageBox::Question, "Dozely",
+                                 tr("Some changes have not been applied yet. Apply them before closing?"),
+                                 QMessageBox::NoButton, this);
+    m_question->setAttribute(Qt::WA_DeleteOnClose);
+    auto *const apply = m_question->addButton(tr("A&pply"), QMessageBox::AcceptRole);
+    auto *const discard = m_question->addButton(tr("&Discard"), QMessageBox::DestructiveRole);
+    m_question->addButton(QMessageBox::Cancel);
+    m_question->setDefaultButton(apply);
+    connect(m_question, &QMessageBox::buttonClicked, this, [this, apply, discard](QAbstractButton *pressed) {
+        if (pressed == apply) {
+            m_closesWhenApplied = true;
+            this->apply();
+        } else if (pressed == discard) {
+            m_mayClose = true;
+            QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+        }
+    });
+    m_question->open();
+}

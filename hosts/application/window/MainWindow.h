@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/application/actions/ActionSides.h"
+#include "hosts/application/book/ScheduleBook.h"
+
+#include <QPointer>
+#include <QStackedWidget>
+#include <QWidget>
+
+class NoticeBar;
+class QMessageBox;
+class ScheduleEditor;
+class ScheduleListPane;
+class StartPage;
+
+/// The application's window: the schedules, the editor of the chosen one, and what was changed.
+///
+/// Closing it while something is not applied asks first. THREADING: the main thread.
+class MainWindow : public QWidget
+{
+    Q_OBJECT
+public:
+    /// Client and sides outlive it; `user` is who sits before it.
+    MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user);
+    ~MainWindow() override;
+
+    /// Shows it before all others.
+    void raiseToUser();
+
+    ScheduleBook &book() { return m_book; }
+
+    /// Adds a schedule for the person to fill in, and makes it the chosen one.
+    void addSchedule();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void layOut();
+    void makeShortcuts();
+    void connectBook();
+    void showPage();
+    void showNotice();
+    void finishAdding();
+    void removeSchedule();
+    void apply();
+    void askBeforeClosing();
+
+    SchedulerClient &m_client;
+    ActionSides &m_sides;
+    const quint32 m_user;
+    ScheduleBook m_book;
+    NoticeBar *m_notice;
+    ScheduleListPane *m_list;
+    QStackedWidget *m_pages;
+    StartPage *m_start;
+    ScheduleEditor *m_editor;
+    QPointer<QMessageBox> m_question;
+    QString m_adding; // the action of a schedule to add, which is being tried
+    bool m_closesWhenApplied = false;
+    bool m_mayClose = false;
+};

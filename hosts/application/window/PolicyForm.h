@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "hosts/application/book/BookEntry.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QWidget>
+
+/// What becomes of a schedule's occurrences: when one was missed, what the machine does afterwards, and as
+/// whom it acts.
+class PolicyForm : public QWidget
+{
+    Q_OBJECT
+public:
+    /// `user` is who sits before the window.
+    explicit PolicyForm(quint32 user, QWidget *parent = nullptr);
+
+    /// Shows what an entry wants; tells nobody. `actsInSession`: what its bundle says where the schedule does
+    /// not; `isUsersOwn`: the bundle acts for the user alone.
+    void show(const BookEntry &entry, bool actsInSession, bool isUsersOwn);
+    QFormLayout &rows() { return *m_form; }
+
+Q_SIGNALS:
+    /// These values of the schedule were edited; `what` names the step.
+    void edited(const QVariantMap &changes, const QString &what);
+
+private:
+    void fillChoices();
+    void showPerson(const BookEntry &entry, bool actsInSession, bool isUsersOwn);
+
+    const quint32 m_user;
+    QFormLayout *m_form;
+    QComboBox *m_missed;
+    QComboBox *m_after;
+    QComboBox *m_person;
+    QLabel *m_hint;
+};

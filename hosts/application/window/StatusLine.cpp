@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/application/window/StatusLine.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "hosts/application/window/PeopleDates.h"
+
+#include <QHBoxLayout>
+
+using namespace dozely;
+
+namespace
+{
+QLabel *newLabel(const char *name)
+{
+    auto *const label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::RichText);
+    return label;
+}
+} // namespace
+
+StatusLine::StatusLine(SchedulerClient &client, QWidget *parent)
+    : QWidget(parent),
+      m_client(client),
+      m_service(newLabel("service")),
+      m_agent(newLabel("agent")),
+      m_clock(newLabel("clock"))
+{
+    auto *const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(16);
+    for (QLabel *const label : {m_service, m_agent, m_clock})
+        row->addWidget(label);
+    row->addStretch();
+    connect(&client, &SchedulerClient::propertiesChanged, this, &StatusLine::show);
+    connect(&client, &SchedulerClient::availabilityChanged, this, &StatusLine::show);
+    show();
+}
+
+void StatusLine::tell(QLabel &label, Mood mood, const QString &text, const QString &remedy)
+{
+    const char *const colour = mood == Mood::Good ? "#2e9e5b" : mood == Mood::Bad ? "#d9822b" : "#8a8a8a";
+    // The sign differs, too: not everybody tells the colours apart.
+    const QString sign = mood == Mood::Good ? "●" : mood == Mood::Bad ? "▲" : "○";
+    label.setText(
+        QString("<span style=\"color:%1\">%2</span>&nbsp;%3").arg(colour, sign, text.toHtmlEscaped()));
+    label.setToolTip(remedy);
+    label.setAccessibleName(text);
+    label.setAccessibleDescription(remedy);
+}
+
+void StatusLine::show()
+{
+    showService();
+    const bool isThere = m_client.isAvailable();
+    m_agent->setVisible(isThere);
+    m_clock->setVisible(isThere);
+    if (!isThere)
+        return;
+    showAgent();
+    showClock();
+}
+
+void StatusLine::showService()
+{
+    if (m_client.isAvailable())
+        tell(*m_service, Mood::Good, tr("Service running"),
+             tr("Version %1").arg(m_client.properties().value("Version").toString()));
+    else
+        tell(*m_service, Mood::Bad, tr("Service not running"),
+             tr("An administrator starts it with: systemctl start dozelyd"));
+}
+
+void StatusLine::showAgent()
+{
+    const QVariantMap agent = m_client.properties().value("AgentOfConsoleUser").toMap();
+    if (agent.isEmpty())
+        tell(*m_agent, Mood::Unknown, tr("Nobody logged in"),
+             tr("No session is at this computer's screen now. Actions that need one wait for it."));
+    else if (agent.value("isAlive").toBool())
+        tell(*m_agent, Mood::Good, tr("Agent running"),
+             tr("It shows alerts and acts in the session of %1.").arg(agent.value("name").toString()));
+    else
+        tell(*m_agent, Mood::Bad, tr("Agent not running"),
+             tr("It starts when you log in. To start it now: systemctl --user start dozely-agent"));
+}
+
+void StatusLine::showClock()
+{
+    const QVariantMap clock = m_client.properties().value("WakeClock").toMap();
+    if (!clock.value("isSupported").toBool()) {
+        tell(*m_clock, Mood::Unknown, tr("Cannot wake this computer"),
+             tr("It has no clock that could wake it or switch it on. Have it stay awake instead."));
+        return;
+    }
+    const QDateTime alarm = QDateTime::fromString(clock.value("alarm").toString(), Qt::ISODate);
+    const QString when = PeopleDates::of(alarm, Port<Clock>::current()->currentDate());
+    tell(*m_clock, Mood::Good, when.isEmpty() ? tr("Wake clock ready") : tr("Wakes %1").arg(when),
+         tr("The clock %1 wakes this computer.").arg(clock.value("device").toString()));
+}

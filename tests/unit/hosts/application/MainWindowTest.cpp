@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: MIT
+#include "WindowFixture.h"
+
+#include <QAccessible>
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace
+{
+class MainWindowTest : public WindowFixture
+{
+};
+
+TEST_F(MainWindowTest, ListsWhatComesNextFirstAndChoosesIt)
+{
+    open();
+    ASSERT_EQ(list().model()->rowCount(), 2);
+    EXPECT_EQ(row(0), "Backup, tomorrow 06:55, Say hello");
+    EXPECT_EQ(list().currentIndex().row(), 0);
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Backup");
+    EXPECT_EQ(find<QLabel>("description")->text(), "Say hello");
+    EXPECT_EQ(find<QLineEdit>("text")->text(), "hello");
+}
+
+TEST_F(MainWindowTest, SearchesNamesAndActions)
+{
+    client.schedules["2"]["parameters"] = QVariantMap{{"Text", "la la"}};
+    open();
+    type("search", "LA L");
+    EXPECT_EQ(list().model()->rowCount(), 1);
+    EXPECT_THAT(row(0).toStdString(), HasSubstr("Music"));
+    type("search", "nothing of the kind");
+    EXPECT_EQ(list().model()->rowCount(), 0);
+}
+
+TEST_F(MainWindowTest, AppliesATypedNameByTheButton)
+{
+    open();
+    EXPECT_FALSE(find<QPushButton>("apply")->isEnabled());
+    type("name", "Night");
+    EXPECT_EQ(client.schedules["1"]["name"], "Backup");
+    EXPECT_EQ(row(0), "Night, tomorrow 06:55, Say hello, not applied yet");
+    press("apply");
+    EXPECT_EQ(client.schedules["1"]["name"], "Night");
+    EXPECT_FALSE(find<QPushButton>("apply")->isEnabled());
+}
+
+TEST_F(MainWindowTest, UndoesAndRedoesByButtons)
+{
+    open();
+    type("name", "Night");
+    press("undo");
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Backup");
+    EXPECT_FALSE(find<QToolButton>("undo")->isEnabled());
+    press("redo");
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Night");
+}
+
+TEST_F(MainWindowTest, EnablesByTheCheckMarkAndBySpace)
+{
+    open();
+    const QRect place = list().visualRect(list().model()->index(0, 0));
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, QPoint(place.left() + 16, place.center().y()));
+    settle();
+    EXPECT_FALSE(find<QCheckBox>("enabled")->isChecked());
+    EXPECT_TRUE(window->book().hasChanges());
+    EXPECT_THAT(client.calls, testing::Not(Contains(QString("change 1 isEnabled,revision"))));
+    window->book().steps().undo();
+    list().setFocus();
+    QTest::keyClick(&list(), Qt::Key_Space);
+    settle();
+    EXPECT_TRUE(window->book().hasChanges());
+    press("apply");
+    EXPECT_THAT(client.calls, Contains(QString("change 1 isEnabled,revision")));
+}
+
+TEST_F(MainWindowTest, TakesParametersFromThePlugInsOwnView)
+{
+    open();
+    type("text", "good night");
+    EXPECT_EQ(find<QLabel>("description")->text(), "Say good night");
+    press("apply");
+    EXPECT_EQ(client.lastChanges.value("parameters"), QVariant(QVariantMap{{"Text", "good night"}}));
+    EXPECT_EQ(find<QLineEdit>("text")->text(), "good night");
+    type("text", "x");
+    press("undo");
+    EXPECT_EQ(find<QLineEdit>("text")->text(), "good night");
+}
+
+TEST_F(MainWindowTest, ShowsEachScheduleInTheViewOfItsAction)
+{
+    client.schedules["2"]["parameters"] = QVariantMap{{"Text", "la la"}};
+    open();
+    list().setCurrentIndex(list().model()->index(1, 0));
+    settle();
+    EXPECT_EQ(find<QLineEdit>("text")->text(), "la la");
+    EXPECT_FALSE(window->book().hasChanges()) << "showing is no editing";
+}
+
+TEST_F(MainWindowTest, BeginsAnotherActionWithItsOwnDefaultsAndKeepsTheAlert)
+{
+    client.schedules["1"]["parameters"] =
+        QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 120}};
+    open();
+    auto *const chooser = find<QComboBox>("action");
+    ASSERT_GE(chooser->findText("Sing"), 0);
+    ASSERT_EQ(sides->failure(other), "");
+    chooser->setFocus();
+    QTest::keyClicks(chooser, "Sing");
+    QTest::keyClick(chooser, Qt::Key_Return);
+    settle();
+    ASSERT_EQ(window->book().at(0).value("bundlePath"), other);
+    EXPECT_EQ(window->book().at(0).value("parameters"),
+              QVariant(QVariantMap{
+                  {"Text", "as usual"}, {"Alert", 1}, {"Delay before alert", 120}, {"Needs Wake Up", 1}}));
+    EXPECT_EQ(find<QLineEdit>("text")->text(), "as usual");
+}
+
+TEST_F(MainWindowTest, WarnsInMinutesAndWakes)
+{
+    open();
+    find<QCheckBox>("warns")->click();
+    find<QSpinBox>("minutes")->setValue(5);
+    find<QCheckBox>("wakes")->click();
+    settle();
+    press("apply");
+    EXPECT_EQ(
+        client.lastChanges.value("parameters").toMap(),
+        (QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 300}, {"Needs Wake Up", 1}}));
+}
+
+TEST_F(MainWindowTest, LeavesAnAlertOfSecondsAsItIsUntilItIsEdited)
+{
+    client.schedules["1"]["parameters"] = QVariantMap{{"Alert", 1}, {"Delay before alert", 90}};
+    open();
+    EXPECT_EQ(find<QSpinBox>("minutes")->value(), 2);
+    EXPECT_FALSE(window->book().hasChanges());
+}
+
+TEST_F(MainWindowTest, SaysWhatBecomesOfMissedOnesAndWhatComesAfterwards)
+{
+    open();
+    for (const char *const name : {"missed", "after"}) {
+        auto *const choice = find<QComboBox>(name);
+        choice->setFocus();
+        QTest::keyClick(choice, Qt::Key_End);
+        Q_EMIT choice->activated(choice->currentIndex());
+    }
+    press("apply");
+    EXPECT_EQ(client.lastChanges.value("missed"), "run once");
+    EXPECT_EQ(client.lastChanges.value("after"), "power off");
+}
+
+TEST_F(MainWindowTest, AddsAScheduleToFillIn)
+{
+    open();
+    press("add");
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "New schedule");
+    EXPECT_TRUE(find<QLineEdit>("name")->hasSelectedText());
+    type("name", "Tea");
+    press("apply");
+    const QVariantMap added = client.schedules.value("added-1");
+    EXPECT_EQ(added.value("name"), "Tea");
+    EXPECT_EQ(added.value("owner"), QVariant(anna));
+    EXPECT_EQ(added.value("owner").typeId(), QMetaType::UInt) << "as it travels on the bus";
+    EXPECT_EQ(added.value("parameters").toMap().value("Text"), "as usual");
+    EXPECT_GT(QDateTime::fromString(added.value("date").toString(), Qt::ISODate),
+              QDateTime::currentDateTimeUtc());
+}
+
+TEST_F(MainWindowTest, MakesANewScheduleTheAdministrators)
+{
+    open();
+    press("add");
+    auto *const person = find<QComboBox>("person");
+    EXPECT_TRUE(person->isEnabled());
+    person->setCurrentIndex(1);
+    Q_EMIT person->activated(1);
+    settle();
+    EXPECT_TRUE(says("You will be asked for an administrator's password."));
+    press("apply");
+    EXPECT_FALSE(client.schedules.value("added-1").contains("owner"));
+    EXPECT_EQ(client.schedules.value("added-1").value("actsIn"), "daemon");
+    EXPECT_FALSE(person->isEnabled()) << "whose it is, is settled";
+}
+
+TEST_F(MainWindowTest, RemovesTheChosenOneAndBringsItBack)
+{
+    open();
+    press("remove");
+    EXPECT_EQ(list().model()->rowCount(), 1);
+    press("undo");
+    EXPECT_EQ(list().model()->rowCount(), 2);
+    EXPECT_FALSE(window->book().hasChanges());
+}
+
+TEST_F(MainWindowTest, AsksBeforeItClosesWithChanges)
+{
+    open();
+    type("name", "Night");
+    EXPECT_FALSE(window->close());
+    auto *const question = window->findChild<QMessageBox *>();
+    ASSERT_NE(question, nullptr);
+    QTest::mouseClick(question->button(QMessageBox::Cancel), Qt::LeftButton);
+    settle();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(client.schedules["1"]["name"], "Backup");
+
+    EXPECT_FALSE(window->close());
+    QTest::mouseClick(window->findChild<QMessageBox *>()->defaultButton(), Qt::LeftButton);
+    EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+    EXPECT_EQ(client.schedules["1"]["name"], "Night");
+}
+
+TEST_F(MainWindowTest, ClosesWithoutAQuestionWhereNothingIsChanged)
+{
+    open();
+    EXPECT_TRUE(window->close());
+}
+
+TEST_F(MainWindowTest, StaysOpenWhenWhatItAppliesBeforeClosingIsRefused)
+{
+    open();
+    type("name", "Night");
+    client.refusal = dozely::Error{"You may not.", "com.dozely.Error.NotAllowed"};
+    window->close();
+    QTest::mouseClick(window->findChild<QMessageBox *>()->defaultButton(), Qt::LeftButton);
+    settle();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(says("This could not be applied: You may not."));
+}
+
+TEST_F(MainWindowTest, SaysThatSomebodyElseChangedTheSame)
+{
+    open();
+    type("name", "Mine");
+    client.changeElsewhere("1", {{"name", "Theirs"}});
+    settle();
+    EXPECT_TRUE(says("Somebody else has changed this schedule, too."));
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Mine");
+}
+
+TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)
+{
+    client.isThere = false;
+    open();
+    EXPECT_TRUE(says("The Dozely service is not running"));
+    EXPECT_TRUE(says("Service not running"));
+    client.setThere(true);
+    settle();
+    EXPECT_FALSE(says("The Dozely service is not running"));
+    EXPECT_EQ(list().model()->rowCount(), 2);
+}
+
+TEST_F(MainWindowTest, OffersAFirstScheduleWhereThereIsNone)
+{
+    client.schedules.clear();
+    open();
+    EXPECT_TRUE(says("Nothing is planned yet"));
+    press("add");
+    EXPECT_FALSE(says("Nothing is planned yet"));
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "New schedule");
+}
+
+TEST_F(MainWindowTest, StaysAliveWithASideThatHangsThrowsOrIsBroken)
+{
+    client.schedules["1"]["bundlePath"] = makeAction("Throwing", "throws");
+    client.schedules["2"]["bundlePath"] = makeAction("Broken", {}, {{"WDEditNibFile", "Settings"}});
+    client.schedules["3"] = schedule("Gone", 3);
+    client.schedules["3"]["bundlePath"] = QString(plugIns) + "/Gone.plugin";
+    open();
+    EXPECT_TRUE(waitUntil([&] { return says("There are none today."); }));
+    list().setCurrentIndex(list().model()->index(1, 0));
+    EXPECT_TRUE(waitUntil([&] { return says("Broken.plugin has no view"); }));
+    list().setCurrentIndex(list().model()->index(2, 0));
+    settle();
+    EXPECT_TRUE(says("There is no longer an action here: its bundle is missing."));
+    type("name", "Still here");
+    EXPECT_TRUE(window->book().hasChanges());
+}
+
+TEST_F(MainWindowTest, TakesAViewAwayThatRaises)
+{
+    client.schedules["1"]["bundlePath"] = makeAction("Pressed", "raises when pressed");
+    open();
+    EXPECT_TRUE(waitUntil([&] { return window->findChild<QLineEdit *>("text") != nullptr; }));
+    auto &application = static_cast<WindowedApplication &>(*QCoreApplication::instance());
+    QObject::connect(&application, &WindowedApplication::raised, sides.get(), &ActionSides::noteRaised);
+    QWidget *const view = find<QLineEdit>("text")->parentWidget();
+    QTest::mousePress(view, Qt::LeftButton, {}, QPoint(1, 1));
+    EXPECT_TRUE(waitUntil([&] { return says("It does not like that."); }));
+    EXPECT_EQ(window->findChild<QLineEdit *>("text"), nullptr);
+}
+
+TEST_F(MainWindowTest, NamesEveryControlForScreenReaders)
+{
+    open();
+    QStringList nameless;
+    for (auto *const widget : window->findChildren<QWidget *>()) {
+        if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus ||
+            widget->objectName() == "editor" || widget->objectName() == "text" ||
+            qobject_cast<QComboBox *>(widget->parent()) || widget->objectName().startsWith("qt_"))
+            continue;
+        const QAccessibleInterface *const spoken = QAccessible::queryAccessibleInterface(widget);
+        if (!spoken || spoken->text(QAccessible::Name).isEmpty())
+            nameless += QString("%1 %2").arg(widget->metaObject()->className(), widget->objectName());
+    }
+    EXPECT_THAT(nameless, ElementsAre());
+}
+} // namespace
