@@ -51,6 +51,7 @@ ActionBundle ActionBundle::at(const QString &path)
     if (!bundle)
         return action;
     action.hasSettings = !bundle->objectForInfoDictionaryKey(InfoKey::prefPaneModule).toString().isEmpty();
+    action.isOfSystemAlone = bundle->objectForInfoDictionaryKey(InfoKey::actsInDaemonOnly).toBool();
     action.actsInSession = bundle->objectForInfoDictionaryKey(InfoKey::actsInUserAgent).toBool() ||
                            bundle->objectForInfoDictionaryKey(InfoKey::daemonModule).toString().isEmpty();
     return action;

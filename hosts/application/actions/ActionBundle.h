@@ -10,10 +10,11 @@ struct ActionBundle {
     QString path; ///< As schedules name it, below the root folder.
     QString name; ///< For people, in their language.
     QIcon icon;
-    bool exists = false;        ///< Whether there is such a bundle.
-    bool hasSettings = false;   ///< Whether it has a configuration side.
-    bool actsInSession = false; ///< Unless a schedule says otherwise.
-    bool isUsersOwn = false;    ///< It lies in the user's home folder, and acts for that user alone.
+    bool exists = false;          ///< Whether there is such a bundle.
+    bool hasSettings = false;     ///< Whether it has a configuration side.
+    bool actsInSession = false;   ///< Unless a schedule says otherwise.
+    bool isOfSystemAlone = false; ///< It acts in the daemon, whatever a schedule says.
+    bool isUsersOwn = false;      ///< It lies in the user's home folder, and acts for that user alone.
 
     /// Where it really lies.
     QString fullPath() const;

@@ -3,7 +3,6 @@
 
 #include "hosts/application/window/AppIcon.h"
 #include "hosts/application/window/ChangeBar.h"
-#include "hosts/application/window/NewSchedule.h"
 #include "hosts/application/window/NoticeBar.h"
 #include "hosts/application/window/ScheduleEditor.h"
 #include "hosts/application/window/ScheduleListPane.h"
@@ -42,7 +41,8 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
       m_notice(new NoticeBar),
       m_list(new ScheduleListPane(m_book, sides)),
       m_pages(new QStackedWidget),
-      m_start(new StartPage),
+      m_start(new StartPage(sides)),
+      m_nothing(new QWidget),
       m_editor(new ScheduleEditor(m_book, sides, user))
 {
     setWindowTitle("Dozely[*]");
@@ -59,6 +59,7 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::layOut()
 {
+    m_pages->addWidget(m_nothing);
     m_pages->addWidget(m_start);
     m_pages->addWidget(m_editor);
     auto *const right = new QWidget;
@@ -140,11 +141,15 @@ void MainWindow::connectBook()
     connect(m_list, &ScheduleListPane::addingWanted, this, &MainWindow::addSchedule);
     connect(m_list, &ScheduleListPane::removalWanted, this, &MainWindow::removeSchedule);
     connect(m_start, &StartPage::addingWanted, this, &MainWindow::addSchedule);
+    connect(m_start, &StartPage::wishChosen, this, &MainWindow::addWish);
 }
 
 void MainWindow::showPage()
 {
-    m_pages->setCurrentWidget(m_list->count() > 0 ? static_cast<QWidget *>(m_editor) : m_start);
+    if (m_list->count() > 0)
+        m_pages->setCurrentWidget(m_editor);
+    else // whether there is none is not known before they were read
+        m_pages->setCurrentWidget(m_book.state() == ScheduleBook::State::Read ? m_start : m_nothing);
 }
 
 void MainWindow::showNotice()
@@ -165,7 +170,15 @@ void MainWindow::showNotice()
 
 void MainWindow::addSchedule()
 {
+    m_wish.reset();
     m_adding = NewSchedule::usualAction(m_sides);
+    finishAdding();
+}
+
+void MainWindow::addWish(const NewSchedule::Wish &wish)
+{
+    m_wish = wish;
+    m_adding = wish.action;
     finishAdding();
 }
 
@@ -173,8 +186,11 @@ void MainWindow::finishAdding()
 {
     if (!m_adding.isEmpty() && m_sides.state(m_adding) == ActionSides::State::Trying)
         return; // what it begins with, its side says
-    const QString key =
-        m_book.add(NewSchedule::values(m_sides, std::exchange(m_adding, {}), m_user), tr("New schedule"));
+    const QString action = std::exchange(m_adding, {});
+    const auto wish = std::exchange(m_wish, std::nullopt);
+    const QString key = m_book.add(wish ? NewSchedule::values(m_sides, *wish, m_user)
+                                        : NewSchedule::values(m_sides, action, m_user),
+                                   tr("New schedule"));
     m_list->setCurrentKey(key);
     showPage();
     m_editor->editName();

@@ -3,6 +3,7 @@
 
 #include "hosts/application/actions/ActionSides.h"
 #include "hosts/application/book/ScheduleBook.h"
+#include "hosts/application/window/NewSchedule.h"
 
 #include <QPointer>
 #include <QStackedWidget>
@@ -42,6 +43,7 @@ private:
     void connectBook();
     void showPage();
     void showNotice();
+    void addWish(const NewSchedule::Wish &wish);
     void finishAdding();
     void removeSchedule();
     void apply();
@@ -55,9 +57,11 @@ private:
     ScheduleListPane *m_list;
     QStackedWidget *m_pages;
     StartPage *m_start;
+    QWidget *m_nothing;
     ScheduleEditor *m_editor;
     QPointer<QMessageBox> m_question;
-    QString m_adding; // the action of a schedule to add, which is being tried
+    QString m_adding;                        // the action of a schedule to add, which is being tried
+    std::optional<NewSchedule::Wish> m_wish; // where it is one
     bool m_closesWhenApplied = false;
     bool m_mayClose = false;
 };

@@ -68,22 +68,24 @@ void PolicyForm::fillChoices()
     }
 }
 
-void PolicyForm::show(const BookEntry &entry, bool actsInSession, bool isUsersOwn)
+void PolicyForm::show(const BookEntry &entry, const ActionBundle &action)
 {
     select(*m_missed, entry.value(ScheduleKey::missed).toString(), m_missed->itemData(0).toString());
     select(*m_after, entry.value(ScheduleKey::after).toString(), m_after->itemData(0).toString());
-    showPerson(entry, actsInSession, isUsersOwn);
+    showPerson(entry, action);
 }
 
-void PolicyForm::showPerson(const BookEntry &entry, bool actsInSession, bool isUsersOwn)
+void PolicyForm::showPerson(const BookEntry &entry, const ActionBundle &action)
 {
     const QVariant owner = entry.value(ScheduleKey::owner);
     const QString place = entry.value(ScheduleKey::actsIn).toString();
     const bool isMine = owner.isValid() && owner.toUInt() == m_user;
-    const bool isInSession = place.isEmpty() ? actsInSession : place == "session";
+    const bool isInSession =
+        !action.isOfSystemAlone && (place.isEmpty() ? action.actsInSession : place == "session");
     m_person->clear();
-    m_person->addItem(tr("Me, in my session"), InMySession);
-    if (!isUsersOwn)
+    if (!action.isOfSystemAlone)
+        m_person->addItem(tr("Me, in my session"), InMySession);
+    if (!action.isUsersOwn)
         m_person->addItem(tr("Administrator, in the background"), AsRoot);
     const Person person = isMine && isInSession              ? InMySession
                           : !owner.isValid() && !isInSession ? AsRoot

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/application/actions/ActionBundle.h"
 #include "hosts/application/book/BookEntry.h"
 
 #include <QComboBox>
@@ -17,9 +18,8 @@ public:
     /// `user` is who sits before the window.
     explicit PolicyForm(quint32 user, QWidget *parent = nullptr);
 
-    /// Shows what an entry wants; tells nobody. `actsInSession`: what its bundle says where the schedule does
-    /// not; `isUsersOwn`: the bundle acts for the user alone.
-    void show(const BookEntry &entry, bool actsInSession, bool isUsersOwn);
+    /// Shows what an entry wants, as far as its action can do it; tells nobody.
+    void show(const BookEntry &entry, const ActionBundle &action);
     QFormLayout &rows() { return *m_form; }
 
 Q_SIGNALS:
@@ -28,7 +28,7 @@ Q_SIGNALS:
 
 private:
     void fillChoices();
-    void showPerson(const BookEntry &entry, bool actsInSession, bool isUsersOwn);
+    void showPerson(const BookEntry &entry, const ActionBundle &action);
 
     const quint32 m_user;
     QFormLayout *m_form;

@@ -151,7 +151,7 @@ void ScheduleEditor::show()
     m_action->show(path, parameters);
     m_when->show(ScheduleTimes::of(*entry->wanted));
     m_power->show(parameters);
-    m_policy->show(*entry, action.actsInSession, action.isUsersOwn);
+    m_policy->show(*entry, action);
     showNotice();
 }
 
@@ -204,6 +204,10 @@ void ScheduleEditor::chooseAction(const QString &path, const QVariantMap &defaul
         if (before.contains(key))
             parameters.insert(key, before.value(key));
     }
-    m_book.change(m_key, {{ScheduleKey::bundlePath, path}, {ScheduleKey::parameters, parameters}},
-                  tr("Choice of an action"));
+    QVariantMap changes{{ScheduleKey::bundlePath, path}, {ScheduleKey::parameters, parameters}};
+    if (!entry->applied && m_sides.action(path).isOfSystemAlone) {
+        changes.insert(ScheduleKey::owner, QVariant());
+        changes.insert(ScheduleKey::actsIn, "daemon");
+    }
+    m_book.change(m_key, changes, tr("Choice of an action"));
 }

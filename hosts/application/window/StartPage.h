@@ -1,15 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/application/window/NewSchedule.h"
+
+#include <QVBoxLayout>
 #include <QWidget>
 
-/// What stands in the place of the editor while there is no schedule.
+/// What stands in the place of the editor while there is no schedule: wishes that many people have, and the
+/// way to one of one's own.
 class StartPage : public QWidget
 {
     Q_OBJECT
 public:
-    explicit StartPage(QWidget *parent = nullptr);
+    /// `sides` outlives it.
+    explicit StartPage(ActionSides &sides, QWidget *parent = nullptr);
 
 Q_SIGNALS:
     void addingWanted();
+    void wishChosen(const NewSchedule::Wish &wish);
+
+private:
+    void addTexts(QVBoxLayout &column);
+    void addButtons(QVBoxLayout &column, ActionSides &sides);
 };

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "hosts/application/window/StartPage.h"
+
 #include <QAccessible>
+#include <QCommandLinkButton>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -262,6 +265,27 @@ TEST_F(MainWindowTest, OffersAFirstScheduleWhereThereIsNone)
     press("add");
     EXPECT_FALSE(says("Nothing is planned yet"));
     EXPECT_EQ(find<QLineEdit>("name")->text(), "New schedule");
+}
+
+TEST_F(MainWindowTest, OpensAReadyWishAsAFilledInForm)
+{
+    client.schedules.clear();
+    makeAction("Command");
+    open();
+    auto *const wishes = window->findChild<StartPage *>();
+    ASSERT_NE(wishes, nullptr);
+    const auto buttons = wishes->findChildren<QCommandLinkButton *>();
+    ASSERT_EQ(buttons.size(), 2) << "two of an action that is there";
+    QTest::mouseClick(buttons.last(), Qt::LeftButton);
+    EXPECT_TRUE(waitUntil([&] { return window->book().count() > 0; }));
+    settle();
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Backup at night");
+    press("apply");
+    const QVariantMap added = client.schedules.value("added-1");
+    EXPECT_EQ(added.value("repeats").toMap().value("rule"), "FREQ=DAILY");
+    EXPECT_EQ(added.value("parameters"), QVariant(QVariantMap{{"Text", "as usual"}, {"Needs Wake Up", 1}}));
+    EXPECT_EQ(added.value("after"), "sleep");
+    EXPECT_FALSE(added.contains("owner"));
 }
 
 TEST_F(MainWindowTest, StaysAliveWithASideThatHangsThrowsOrIsBroken)
