@@ -23,16 +23,13 @@ void Translations::install(const QStringList &languages)
     for (const QString &language : languages) {
         const QString code = language.section('-', 0, 0);
         auto *const translator = new QTranslator(qApp);
-        if (code != "en" && !translator->load("dozely_" + code, ":/translations")) {
+        if (!translator->load("dozely_" + code, ":/translations")) {
             delete translator;
             continue;
         }
         // Qt's own, such as the buttons of a question, where they are installed; ours prevail.
         load("qtbase_" + code, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-        if (code == "en")
-            delete translator;
-        else
-            QCoreApplication::installTranslator(translator);
+        QCoreApplication::installTranslator(translator);
         QGuiApplication::setLayoutDirection(QLocale(code).textDirection());
         return;
     }
