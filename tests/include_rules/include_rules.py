@@ -67,7 +67,6 @@ HOST_ARROWS = {
     "hosts/application/program": (COMMON,),
     "hosts/application/when": (COMMON,),
     "hosts/application/window": (COMMON, "hosts/application/actions", "hosts/application/book", "hosts/application/when"),
-    "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),
