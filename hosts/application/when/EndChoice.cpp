@@ -19,10 +19,11 @@ EndChoice::EndChoice(QWidget *parent)
     layout->addWidget(m_count);
     layout->addStretch();
     m_choice->addItem(tr("Never"));
-    m_choice->addItem(tr("After a day"));
+    m_choice->addItem(tr("On a day"));
     m_choice->addItem(tr("After a number of times"));
     m_choice->setAccessibleName(tr("Ends"));
     m_until->setCalendarPopup(true);
+    m_until->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
     m_until->setAccessibleName(tr("Last day"));
     m_count->setRange(1, Timing::mostCount);
     m_count->setAccessibleName(tr("How many times"));

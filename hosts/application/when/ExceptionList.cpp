@@ -37,6 +37,7 @@ ExceptionList::ExceptionList(QWidget *parent)
     m_list->setUniformItemSizes(true);
     m_list->setTabKeyNavigation(false);
     m_day->setCalendarPopup(true);
+    m_day->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
     m_day->setAccessibleName(tr("Day to leave out"));
     m_leaveOut->setText(tr("Leave this day out"));
     m_leaveOut->setFocusPolicy(Qt::StrongFocus);

@@ -8,6 +8,7 @@ FaultLabel::FaultLabel(QWidget *parent) : QLabel(parent)
 {
     setWordWrap(true);
     setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     hide();
 }
 

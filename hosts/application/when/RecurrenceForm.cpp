@@ -32,6 +32,7 @@ QDateEdit *dayEdit(QWidget *parent, const QString &name)
 {
     auto *const edit = new QDateEdit(parent);
     edit->setCalendarPopup(true);
+    edit->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
     edit->setAccessibleName(name);
     return edit;
 }

@@ -63,6 +63,7 @@ void TimesOfDay::setTimes(const QList<QTime> &times)
 void TimesOfDay::add(QTime time)
 {
     auto *const edit = new QTimeEdit(time, this);
+    edit->setLayoutDirection(Qt::LeftToRight); // else Qt puts the minutes before the hours
     edit->setDisplayFormat(DateInWords::format(time, locale()));
     edit->setAccessibleName(tr("Time"));
     connect(edit, &QTimeEdit::timeChanged, this, &TimesOfDay::changed);

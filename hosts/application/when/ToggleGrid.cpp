@@ -26,6 +26,7 @@ ToggleGrid::ToggleGrid(int columns, const QList<Item> &items, QWidget *parent)
         button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         button->installEventFilter(this);
         connect(button, &QToolButton::clicked, this, &ToggleGrid::changed);
+        connect(button, &QToolButton::toggled, this, [this, button] { colour(button); });
         layout->addWidget(button, place / m_columns, place % m_columns, 1, item.columns);
         place += item.columns;
         m_buttons += button;
@@ -90,6 +91,26 @@ bool ToggleGrid::eventFilter(QObject *watched, QEvent *event)
     next = std::clamp<qsizetype>(next, 0, m_buttons.size() - 1);
     m_buttons.at(next)->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+void ToggleGrid::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    for (QAbstractButton *const button : std::as_const(m_buttons))
+        colour(button);
+}
+
+void ToggleGrid::colour(QAbstractButton *button) const
+{
+    // A button that is merely sunk cannot be told from the others on a dark ground.
+    QPalette colours = palette();
+    if (button->isChecked()) {
+        colours.setBrush(QPalette::Button, colours.brush(QPalette::Highlight));
+        colours.setBrush(QPalette::ButtonText, colours.brush(QPalette::HighlightedText));
+    }
+    button->setPalette(colours);
 }
 
 void ToggleGrid::setStop(QAbstractButton *button)

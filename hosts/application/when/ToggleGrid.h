@@ -34,8 +34,10 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    void colour(QAbstractButton *button) const;
     void setStop(QAbstractButton *button);
 
     const int m_columns;

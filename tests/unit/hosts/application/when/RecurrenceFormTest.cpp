@@ -3,6 +3,7 @@
 
 #include "hosts/application/when/FaultLabel.h"
 #include "hosts/application/when/ToggleGrid.h"
+#include "support/InterfaceEnvironment.h"
 #include "unit/hosts/application/when/TimingFixture.h"
 
 #include <QApplication>
@@ -244,6 +245,24 @@ TEST_F(RecurrenceFormTest, HasSeveralTimesOfDayWhereARuleCanMeanThem)
                       "equal minutes, or add a second schedule.");
     press("Remove this time"); // the first
     EXPECT_EQ(rule(), "FREQ=DAILY 2026-03-15T06:30:00");
+}
+
+TEST_F(RecurrenceFormTest, HoursStandBeforeMinutesFromRightToLeftToo)
+{
+    area.setLayoutDirection(Qt::RightToLeft);
+    show(recurrence("FREQ=DAILY"));
+    EXPECT_EQ(find<QTimeEdit>("Time")->text(), "22:00");
+}
+
+TEST_F(RecurrenceFormTest, ChosenDaysCanBeToldFromOthersOnDarkGround)
+{
+    show(recurrence("FREQ=WEEKLY;BYDAY=MO"));
+    area.setPalette(InterfaceEnvironment::darkPalette());
+    const auto colour = [this](const char *day) {
+        const QImage picture = find<QToolButton>(day)->grab().toImage();
+        return picture.pixelColor(4, picture.height() / 2);
+    };
+    EXPECT_GT(std::abs(colour("Monday").saturation() - colour("Tuesday").saturation()), 60);
 }
 
 TEST_F(RecurrenceFormTest, EndsNeverOnADayOrAfterSomeTimes)
