@@ -65,6 +65,7 @@ HOST_ARROWS = {
     "hosts/application/actions": (COMMON,),
     "hosts/application/book": (COMMON,),
     "hosts/application/program": (COMMON,),
+    "hosts/application/month": (COMMON, "hosts/application/when"),
     "hosts/application/when": (COMMON,),
     "hosts/application/window": (COMMON, "hosts/application/actions", "hosts/application/book", "hosts/application/when"),
     "hosts/osascript": (COMMON,),

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/application/month/MonthDelegate.h"
+
+#include "hosts/application/month/MonthModel.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int margin = 4;
+
+QPalette::ColorGroup groupOf(const QStyleOptionViewItem &option)
+{
+    return option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+}
+
+/// A colour on its way to another.
+QColor between(const QColor &from, const QColor &to, double part)
+{
+    const auto mixed = [part](int a, int b) { return static_cast<int>(a + (b - a) * part); };
+    return {mixed(from.red(), to.red()), mixed(from.green(), to.green()), mixed(from.blue(), to.blue())};
+}
+} // namespace
+
+MonthDelegate::MonthDelegate(const MonthModel &model, QObject *parent)
+    : QStyledItemDelegate(parent), m_model(model)
+{
+}
+
+MonthDelegate::Lines MonthDelegate::linesIn(const QRect &cell, const QFontMetrics &metrics,
+                                            qsizetype count) const
+{
+    const int height = metrics.height();
+    const QRect inside = cell.adjusted(margin, margin, -margin, -margin / 2);
+    const int room = std::max(0, (inside.height() - height - margin) / height);
+    const bool hasMore = count > room;
+    const QRect first(inside.left(), inside.top() + height + margin, inside.width(), height);
+    return {first, hasMore ? std::max(0, room - 1) : static_cast<int>(count), hasMore};
+}
+
+MonthDelegate::Hit MonthDelegate::hitAt(const QPoint &point, const QRect &cell, const QFontMetrics &metrics,
+                                        const QModelIndex &index) const
+{
+    const QList<MonthOccurrence> occurrences = m_model.occurrencesOn(m_model.dayAt(index));
+    const Lines lines = linesIn(cell, metrics, occurrences.size());
+    const int below = point.y() - lines.first.top();
+    if (below < 0)
+        return {};
+    const int line = below / lines.first.height();
+    if (line < lines.shown)
+        return {occurrences.at(line), false};
+    return {{}, lines.hasMore};
+}
+
+void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const
+{
+    const QDate day = m_model.dayAt(index);
+    const QPalette::ColorGroup group = groupOf(option);
+    const bool isSelected = option.state & QStyle::State_Selected;
+    const bool isOfMonth = day.month() == m_model.firstOfMonth().month();
+    const QColor ground = isSelected  ? option.palette.color(group, QPalette::Highlight)
+                          : isOfMonth ? option.palette.color(group, QPalette::Base)
+                                      : option.palette.color(group, QPalette::AlternateBase);
+    const QColor text = option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
+    const QColor quiet = between(text, ground, 0.4);
+    painter->save();
+    painter->fillRect(option.rect, ground);
+    painter->setPen(isOfMonth || isSelected ? text : quiet);
+    paintNumber(painter, option, day);
+
+    const QList<MonthOccurrence> occurrences = m_model.occurrencesOn(day);
+    const Lines lines = linesIn(option.rect, option.fontMetrics, occurrences.size());
+    const int alignment = static_cast<int>(QStyle::visualAlignment(option.direction, Qt::AlignLeft)) |
+                          Qt::AlignVCenter | Qt::TextSingleLine;
+    QRect line = lines.first;
+    for (int i = 0; i < lines.shown; ++i, line.translate(0, line.height())) {
+        const MonthOccurrence &occurrence = occurrences.at(i);
+        QFont font = option.font;
+        font.setStrikeOut(occurrence.wasSkipped);
+        font.setItalic(occurrence.isPostponed);
+        painter->setFont(font);
+        painter->setPen(occurrence.wasSkipped || !(isOfMonth || isSelected) ? quiet : text);
+        const QString words = m_model.lineOf(occurrence);
+        painter->drawText(line, alignment,
+                          QFontMetrics(font).elidedText(words, Qt::ElideRight, line.width()));
+    }
+    if (lines.hasMore) {
+        painter->setFont(option.font);
+        painter->setPen(text);
+        const QString left = m_model.locale().toString(occurrences.size() - lines.shown);
+        const QString words = lines.shown == 0 ? tr("%1 in all", "occurrences of a day").arg(left)
+                                               : tr("+%1 more", "occurrences of a day").arg(left);
+        painter->drawText(line, alignment,
+                          option.fontMetrics.elidedText(words, Qt::ElideRight, line.width()));
+    }
+    if (option.state & QStyle::State_HasFocus) {
+        painter->setPen(QPen(text, 1, Qt::DotLine));
+        painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
+    }
+    painter->restore();
+}
+
+void MonthDelegate::paintNumber(QPainter *painter, const QStyleOptionViewItem &option, const QDate &day) const
+{
+    const QString number =
+        day.day() == 1 ? m_model.locale().toString(day, "d MMM") : m_model.locale().toString(day.day());
+    QRect place(option.rect.left() + margin, option.rect.top() + margin, option.rect.width() - 2 * margin,
+                option.fontMetrics.height());
+    const auto alignment = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
+    painter->setFont(option.font);
+    if (day == m_today) {
+        QFont bold = option.font;
+        bold.setBold(true);
+        painter->setFont(bold);
+        const QSize size(QFontMetrics(bold).horizontalAdvance(number) + 2 * margin, place.height() + 2);
+        const QRect mark =
+            QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter, size, place);
+        const QPen pen = painter->pen();
+        const bool isSelected = option.state & QStyle::State_Selected;
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+        painter->drawRoundedRect(mark, margin, margin);
+        painter->setPen(option.palette.color(isSelected ? QPalette::Highlight : QPalette::HighlightedText));
+        painter->drawText(mark, Qt::AlignCenter, number);
+        painter->setPen(pen);
+        return;
+    }
+    painter->drawText(place, static_cast<int>(alignment) | Qt::AlignVCenter, number);
+}
+
+QSize MonthDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex & /*index*/) const
+{
+    constexpr int letters = 8;
+    const int height = option.fontMetrics.height();
+    return {option.fontMetrics.averageCharWidth() * letters + 2 * margin, 3 * height + 2 * margin};
+}

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/application/month/MonthView.h"
+
+#include "hosts/application/month/MonthGrid.h"
+#include "hosts/application/month/MonthModel.h"
+#include "support/FakeClock.h"
+#include "support/PrintTo.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+using namespace dozely;
+using namespace std::chrono_literals;
+
+/// It is Saturday, 2026-03-14 06:00 UTC, 07:00 in Berlin.
+class MonthViewTest : public testing::Test
+{
+protected:
+    MonthViewTest()
+    {
+        qputenv("TZ", "Europe/Berlin");
+        Port<Clock>::current() = clock;
+        QLocale::setDefault(QLocale("en_GB"));
+        view = std::make_unique<MonthView>();
+        view->resize(1000, 700);
+        view->show();
+        QApplication::setActiveWindow(view.get());
+    }
+    ~MonthViewTest() override { QLocale::setDefault(QLocale::c()); }
+
+    static MonthOccurrence occurrence(const QString &name, const QString &moment)
+    {
+        const QDateTime date = QDateTime::fromString(moment, Qt::ISODate);
+        return {"id-" + name, name, date, date};
+    }
+    static QList<MonthOccurrence> many(int count)
+    {
+        QList<MonthOccurrence> all;
+        const QDateTime first({2026, 3, 1}, {0, 0}, Qt::UTC);
+        const int step = 31 * 24 * 3600 / count;
+        for (int i = 0; i < count; ++i) {
+            const QDateTime date = first.addSecs(qint64{step} * i);
+            all += {QString::number(i), QString("Schedule %1").arg(i), date, date};
+        }
+        return all;
+    }
+    MonthGrid &grid() const { return *view->findChild<MonthGrid *>(); }
+    QListView &list() const { return *view->findChild<QListView *>(); }
+    void key(Qt::Key key) const { QTest::keyClick(&grid(), key); }
+    QString title() const { return view->findChild<QLabel *>()->text(); }
+    QToolButton *button(const QString &name) const
+    {
+        for (auto *const each : view->findChildren<QToolButton *>()) {
+            if (each->text() == name || each->accessibleName() == name)
+                return each;
+        }
+        ADD_FAILURE() << "there is no " << qPrintable(name);
+        return nullptr;
+    }
+    void press(const QString &name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
+    QStringList listed() const
+    {
+        QStringList rows;
+        for (int row = 0; row < list().model()->rowCount(); ++row)
+            rows += list().model()->index(row, 0).data().toString();
+        return rows;
+    }
+    /// A point of a line in a day's cell: 0 is that with the number.
+    QPoint lineOf(const QDate &day, int line) const
+    {
+        const QRect cell = grid().visualRect(grid().month().indexOf(day));
+        const int height = grid().fontMetrics().height();
+        return {cell.center().x(), cell.top() + 4 + line * (height + 2) + height / 2};
+    }
+
+    std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
+    std::unique_ptr<MonthView> view;
+};
+
+TEST_F(MonthViewTest, BeginsWithTodayAndTellsWhatItShows)
+{
+    EXPECT_EQ(view->day(), QDate(2026, 3, 14));
+    EXPECT_EQ(title(), "March 2026");
+    EXPECT_EQ(view->rangeBegin(), QDateTime({2026, 2, 22}, {23, 0}, Qt::UTC));
+    EXPECT_EQ(view->rangeEnd(), QDateTime({2026, 4, 5}, {22, 0}, Qt::UTC)); // it is summer time by then
+}
+
+TEST_F(MonthViewTest, ArrowsGoFromDayToDayAndOnIntoOtherMonths)
+{
+    const QSignalSpy ranges(view.get(), &MonthView::rangeChanged);
+    key(Qt::Key_Right);
+    EXPECT_EQ(view->day(), QDate(2026, 3, 15));
+    key(Qt::Key_Up);
+    key(Qt::Key_Left);
+    EXPECT_EQ(view->day(), QDate(2026, 3, 7));
+    EXPECT_EQ(ranges.count(), 0);
+    key(Qt::Key_Up);
+    EXPECT_EQ(view->day(), QDate(2026, 2, 28));
+    EXPECT_EQ(title(), "February 2026");
+    EXPECT_EQ(ranges.count(), 1);
+    key(Qt::Key_Home);
+    EXPECT_EQ(view->day(), QDate(2026, 2, 1));
+    key(Qt::Key_End);
+    key(Qt::Key_Down);
+    EXPECT_EQ(view->day(), QDate(2026, 3, 7));
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(view->day(), QDate(2026, 4, 7));
+    key(Qt::Key_PageUp);
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(view->day(), QDate(2026, 2, 7));
+}
+
+TEST_F(MonthViewTest, ArrowsFollowTheReadingDirection)
+{
+    view->setLayoutDirection(Qt::RightToLeft);
+    key(Qt::Key_Right);
+    EXPECT_EQ(view->day(), QDate(2026, 3, 13));
+    EXPECT_EQ(button("Next month")->arrowType(), Qt::LeftArrow);
+    EXPECT_LT(lineOf({2026, 3, 13}, 0).x(), lineOf({2026, 3, 12}, 0).x());
+}
+
+TEST_F(MonthViewTest, ButtonsGoFromMonthToMonthAndBackToToday)
+{
+    press("Next month");
+    press("Next month");
+    EXPECT_EQ(title(), "May 2026");
+    press("Today");
+    EXPECT_EQ(view->day(), QDate(2026, 3, 14));
+    view->setDay({2026, 3, 31});
+    press("Previous month");
+    EXPECT_EQ(view->day(), QDate(2026, 2, 28));
+}
+
+TEST_F(MonthViewTest, TheChosenDayIsListedWhole)
+{
+    view->setOccurrences({occurrence("Backup", "2026-03-14T21:00:00Z"),
+                          occurrence("Music", "2026-03-14T05:55:00Z"),
+                          occurrence("Other", "2026-03-15T05:55:00Z")});
+    EXPECT_EQ(listed(), QStringList({"06:55 Music", "22:00 Backup"}));
+    key(Qt::Key_Right);
+    EXPECT_EQ(listed(), QStringList("06:55 Other"));
+    EXPECT_EQ(list().accessibleName(), "Sunday, 15 March 2026");
+}
+
+TEST_F(MonthViewTest, EnterOpensTheListAndEscapeLeavesIt)
+{
+    view->setOccurrences({occurrence("Backup", "2026-03-14T21:00:00Z")});
+    grid().setFocus();
+    key(Qt::Key_Return);
+    EXPECT_TRUE(list().hasFocus());
+    EXPECT_EQ(list().currentIndex().row(), 0);
+    QTest::keyClick(&list(), Qt::Key_Escape);
+    EXPECT_TRUE(grid().hasFocus());
+}
+
+TEST_F(MonthViewTest, MoreThanHasRoomIsCountedAndOpensTheList)
+{
+    QList<MonthOccurrence> all;
+    for (int i = 0; i < 20; ++i)
+        all += occurrence("Each hour", QString("2026-03-18T%1:00:00Z").arg(i, 2, 10, QChar('0')));
+    view->setOccurrences(all);
+    const QRect cell = grid().visualRect(grid().month().indexOf({2026, 3, 18}));
+    const int room = (cell.height() - 2 * 4) / grid().fontMetrics().height() - 1;
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, {cell.center().x(), cell.top() + 20});
+    EXPECT_FALSE(list().hasFocus()); // on an occurrence
+    EXPECT_EQ(listed().size(), 20);
+    const int moreLine = cell.top() + 8 + room * grid().fontMetrics().height() + 3;
+    QTest::mouseClick(grid().viewport(), Qt::LeftButton, {}, {cell.center().x(), moreLine});
+    EXPECT_TRUE(list().hasFocus());
+}
+
+TEST_F(MonthViewTest, AnOccurrenceIsSkippedPutOffAndRun)
+{
+    QSignalSpy skips(view.get(), &MonthView::skipWanted);
+    QSignalSpy runs(view.get(), &MonthView::runWanted);
+    QString putOff;
+    QObject::connect(view.get(), &MonthView::putOffWanted,
+                     [&](const QString &identifier, const QDateTime &, std::chrono::seconds delay) {
+                         putOff = identifier + " " + QString::number(delay.count());
+                     });
+    const MonthOccurrence backup = occurrence("Backup", "2026-03-14T21:00:00Z");
+    view->setOccurrences({backup});
+    EXPECT_FALSE(button("Skip")->isEnabled());
+    EXPECT_FALSE(button("Run now")->isEnabled());
+    key(Qt::Key_Return);
+    press("Skip");
+    ASSERT_EQ(skips.count(), 1);
+    EXPECT_EQ(skips.at(0).at(0), "id-Backup");
+    EXPECT_EQ(skips.at(0).at(1), backup.date);
+    press("Run now");
+    EXPECT_EQ(runs.count(), 1);
+    button("Put off")->defaultAction()->menu()->actions().at(2)->trigger();
+    EXPECT_EQ(putOff, "id-Backup 3600");
+}
+
+TEST_F(MonthViewTest, WhatIsPastOrSkippedIsOnlyRun)
+{
+    MonthOccurrence skipped = occurrence("Backup", "2026-03-14T21:00:00Z");
+    skipped.wasSkipped = true;
+    view->setOccurrences({skipped, occurrence("Past", "2026-03-14T05:00:00Z")});
+    key(Qt::Key_Return);
+    for (int row = 0; row < 2; ++row) {
+        list().setCurrentIndex(list().model()->index(row, 0));
+        EXPECT_FALSE(button("Skip")->isEnabled());
+        EXPECT_FALSE(button("Put off")->isEnabled());
+        EXPECT_TRUE(button("Run now")->isEnabled());
+    }
+}
+
+TEST_F(MonthViewTest, TheMenuOfAnOccurrenceIsAboutThatOne)
+{
+    QSignalSpy skips(view.get(), &MonthView::skipWanted);
+    view->setOccurrences(
+        {occurrence("First", "2026-03-18T05:00:00Z"), occurrence("Second", "2026-03-18T06:00:00Z")});
+    const QPoint place = lineOf({2026, 3, 18}, 2);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, grid().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(grid().viewport(), &event);
+    auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(menu->actions().at(0)->text(), "Skip");
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    ASSERT_EQ(skips.count(), 1);
+    EXPECT_EQ(skips.at(0).at(0), "id-Second");
+    EXPECT_FALSE(button("Skip")->isEnabled()); // nothing is chosen in the list
+}
+
+TEST_F(MonthViewTest, WhatIsChosenStaysChosenWhenTheOccurrencesComeAnew)
+{
+    const MonthOccurrence first = occurrence("First", "2026-03-14T20:00:00Z");
+    const MonthOccurrence second = occurrence("Second", "2026-03-14T21:00:00Z");
+    view->setOccurrences({first, second});
+    list().setCurrentIndex(list().model()->index(1, 0));
+    view->setOccurrences({second});
+    EXPECT_EQ(list().currentIndex().row(), 0);
+    EXPECT_TRUE(button("Skip")->isEnabled());
+    view->setOccurrences({first});
+    EXPECT_FALSE(button("Skip")->isEnabled());
+}
+
+TEST_F(MonthViewTest, ASchedulesNameOpensIt)
+{
+    QSignalSpy opened(view.get(), &MonthView::openWanted);
+    view->setOccurrences({occurrence("First", "2026-03-18T05:00:00Z")});
+    QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, lineOf({2026, 3, 18}, 1));
+    EXPECT_EQ(opened.count(), 1);
+    view->setDay({2026, 3, 18});
+    key(Qt::Key_Return);
+    QTest::keyClick(&list(), Qt::Key_Return);
+    EXPECT_EQ(opened.count(), 2);
+}
+
+TEST_F(MonthViewTest, EachDayIsReadWithWhatItHas)
+{
+    view->setOccurrences({occurrence("Backup", "2026-03-14T21:00:00Z")});
+    QAccessibleInterface *const table = QAccessible::queryAccessibleInterface(&grid());
+    ASSERT_TRUE(table && table->tableInterface());
+    EXPECT_EQ(table->text(QAccessible::Name), "March 2026");
+    EXPECT_EQ(table->tableInterface()->cellAt(2, 5)->text(QAccessible::Name),
+              "Saturday, 14 March 2026; 22:00 Backup");
+}
+
+TEST_F(MonthViewTest, TenThousandOccurrencesAreDrawnAtOnce)
+{
+    const QList<MonthOccurrence> all = many(10'000);
+    QElapsedTimer timer;
+    timer.start();
+    view->setOccurrences(all);
+    (void)view->grab();
+#if defined(__SANITIZE_ADDRESS__)
+    constexpr qint64 slowness = 20;
+#else
+    constexpr qint64 slowness = 1;
+#endif
+    EXPECT_LT(timer.elapsed(), 500 * slowness);
+    EXPECT_GT(listed().size(), 300);
+}
+
+TEST_F(MonthViewTest, TodayMovesOnAtMidnight)
+{
+    const auto picture = [this](const QDate &day) {
+        view->setDay({2026, 3, 1}); // neither is chosen
+        return grid().viewport()->grab(grid().visualRect(grid().month().indexOf(day))).toImage();
+    };
+    const QImage marked = picture({2026, 3, 14});
+    const QImage plain = picture({2026, 3, 15});
+    clock->advance(17h);
+    EXPECT_NE(picture({2026, 3, 14}), marked);
+    EXPECT_NE(picture({2026, 3, 15}), plain);
+}
