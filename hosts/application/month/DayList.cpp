@@ -9,8 +9,24 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListView>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+namespace
+{
+/// Rows as wide as the list, so that a long name ends in an ellipsis.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+};
+} // namespace
 
 DayList::DayList(const MonthModel &month, QWidget *parent)
     : QWidget(parent),
@@ -27,6 +43,7 @@ DayList::DayList(const MonthModel &month, QWidget *parent)
     m_title->setWordWrap(true);
     m_title->setBuddy(m_list);
     m_list->setModel(m_model);
+    m_list->setItemDelegate(new RowDelegate(m_list));
     m_list->setUniformItemSizes(true); // there may be thousands
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     setFocusProxy(m_list);

@@ -29,7 +29,6 @@ QVariant DayModel::data(const QModelIndex &index, int role) const
     case Qt::FontRole: {
         QFont font;
         font.setStrikeOut(occurrence.wasSkipped);
-        font.setItalic(occurrence.isPostponed);
         return font;
     }
     default:

@@ -80,12 +80,19 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         const MonthOccurrence &occurrence = occurrences.at(i);
         QFont font = option.font;
         font.setStrikeOut(occurrence.wasSkipped);
-        font.setItalic(occurrence.isPostponed);
         painter->setFont(font);
         painter->setPen(occurrence.wasSkipped || !(isOfMonth || isSelected) ? quiet : text);
-        const QString words = m_model.lineOf(occurrence);
+        const QString words = m_model.lineOf(occurrence, line.width(), option.fontMetrics);
         painter->drawText(line, alignment,
-                          QFontMetrics(font).elidedText(words, Qt::ElideRight, line.width()));
+                          option.fontMetrics.elidedText(words, Qt::ElideRight, line.width()));
+        if (occurrence.isPostponed) { // slanted letters are not there in every script
+            const QRect edge(0, 0, margin / 2, line.height() - 2);
+            const QRect beside = option.rect.adjusted(1, 0, -1, 0);
+            QRect bar = QStyle::alignedRect(option.direction, Qt::AlignLeft, edge.size(), beside);
+            bar.moveTop(line.top() + 1);
+            painter->fillRect(bar, option.palette.color(group, isSelected ? QPalette::HighlightedText
+                                                                          : QPalette::Highlight));
+        }
     }
     if (lines.hasMore) {
         painter->setFont(option.font);
@@ -93,8 +100,8 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         const QString left = m_model.locale().toString(occurrences.size() - lines.shown);
         const QString words = lines.shown == 0 ? tr("%1 in all", "occurrences of a day").arg(left)
                                                : tr("+%1 more", "occurrences of a day").arg(left);
-        painter->drawText(line, alignment,
-                          option.fontMetrics.elidedText(words, Qt::ElideRight, line.width()));
+        const bool hasRoom = option.fontMetrics.horizontalAdvance(words) <= line.width();
+        painter->drawText(line, alignment, hasRoom ? words : "+" + left);
     }
     if (option.state & QStyle::State_HasFocus) {
         painter->setPen(QPen(text, 1, Qt::DotLine));

@@ -69,6 +69,12 @@ QString MonthModel::lineOf(const MonthOccurrence &occurrence) const
         .arg(DateInWords::of(timeOf(occurrence), m_locale), occurrence.name.simplified());
 }
 
+QString MonthModel::lineOf(const MonthOccurrence &occurrence, int width, const QFontMetrics &metrics) const
+{
+    const int time = metrics.horizontalAdvance(DateInWords::of(timeOf(occurrence), m_locale));
+    return width < 3 * time ? occurrence.name.simplified() : lineOf(occurrence);
+}
+
 QString MonthModel::spokenLineOf(const MonthOccurrence &occurrence) const
 {
     const QString line = lineOf(occurrence);

@@ -4,6 +4,7 @@
 #include "hosts/application/month/MonthOccurrence.h"
 
 #include <QAbstractTableModel>
+#include <QFontMetrics>
 #include <QHash>
 #include <QList>
 #include <QLocale>
@@ -38,6 +39,9 @@ public:
 
     /// "22:00 Backup": an occurrence in one line.
     QString lineOf(const MonthOccurrence &occurrence) const;
+
+    /// The same where it has room of so many points; where that is little, without the time.
+    QString lineOf(const MonthOccurrence &occurrence, int width, const QFontMetrics &metrics) const;
 
     /// The same for who hears it, with what became of it.
     QString spokenLineOf(const MonthOccurrence &occurrence) const;
