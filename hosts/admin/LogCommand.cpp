@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "hosts/admin/LogReader.h"
+#include "hosts/common/log/LogReader.h"
 #include "hosts/admin/Output.h"
 
 #include <QCoreApplication>

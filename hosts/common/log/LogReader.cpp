@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/admin/LogReader.h"
+#include "hosts/common/log/LogReader.h"
 
 #include <algorithm>
 #include <cerrno>
