@@ -70,6 +70,8 @@ HOST_ARROWS = {
     "hosts/application/month": (COMMON, "hosts/application/when"),
     "hosts/application/when": (COMMON,),
     "hosts/application/window": (COMMON, "hosts/application/actions", "hosts/application/book", "hosts/application/when"),
+    "hosts/application/wishes": (COMMON,),
+    "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),

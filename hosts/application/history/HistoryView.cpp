@@ -29,7 +29,7 @@ HistoryView::HistoryView(QWidget *parent)
     m_none = new QLabel(this);
     m_none->setAlignment(Qt::AlignCenter);
     m_none->setWordWrap(true);
-    lines->addWidget(m_none);
+    lines->addWidget(m_none, 1);
     connect(m_filter, &QAbstractItemModel::modelReset, this, &HistoryView::showCount);
     connect(m_filter, &QAbstractItemModel::rowsInserted, this, &HistoryView::showCount);
     connect(m_filter, &QAbstractItemModel::rowsRemoved, this, &HistoryView::showCount);
@@ -96,6 +96,7 @@ void HistoryView::showCount()
     m_none->setText(m_model->rowCount() == 0 ? tr("Nothing has taken place yet.")
                                              : tr("Nothing in the history is like that."));
     m_none->setVisible(isEmpty);
+    m_table->setVisible(!isEmpty);
 }
 
 void HistoryView::waitForMidnight()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/when/EndChoice.h"
 
+#include "hosts/application/when/WheelGuard.h"
+
 #include <QComboBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
@@ -27,6 +29,8 @@ EndChoice::EndChoice(QWidget *parent)
     m_until->setAccessibleName(tr("Last day"));
     m_count->setRange(1, Timing::mostCount);
     m_count->setAccessibleName(tr("How many times"));
+    for (QWidget *const field : std::initializer_list<QWidget *>{m_choice, m_until, m_count})
+        WheelGuard::guard(field);
     setFocusProxy(m_choice);
     connect(m_choice, &QComboBox::currentIndexChanged, this, [this] {
         showDetail();

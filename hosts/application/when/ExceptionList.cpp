@@ -3,6 +3,7 @@
 
 #include "hosts/application/when/DateInWords.h"
 #include "hosts/application/when/FaultLabel.h"
+#include "hosts/application/when/WheelGuard.h"
 
 #include <QDateEdit>
 #include <QGridLayout>
@@ -36,6 +37,7 @@ ExceptionList::ExceptionList(QWidget *parent)
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setUniformItemSizes(true);
     m_list->setTabKeyNavigation(false);
+    WheelGuard::guard(m_day);
     m_day->setCalendarPopup(true);
     m_day->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
     m_day->setAccessibleName(tr("Day to leave out"));

@@ -2,6 +2,7 @@
 #include "hosts/application/when/MonthChoice.h"
 
 #include "hosts/application/when/ToggleGrid.h"
+#include "hosts/application/when/WheelGuard.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -62,6 +63,8 @@ MonthChoice::MonthChoice(QWidget *parent)
     layout->addLayout(choice);
     layout->addWidget(m_days);
     layout->addWidget(m_detail);
+    WheelGuard::guard(m_ordinal);
+    WheelGuard::guard(m_weekday);
     m_byDays->setChecked(true);
     setFocusProxy(m_byDays);
     showDetail();

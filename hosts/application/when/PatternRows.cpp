@@ -3,6 +3,7 @@
 
 #include "hosts/application/when/MonthChoice.h"
 #include "hosts/application/when/ToggleGrid.h"
+#include "hosts/application/when/WheelGuard.h"
 #include "hosts/application/when/YearChoice.h"
 
 #include <QComboBox>
@@ -78,6 +79,8 @@ void PatternRows::makeEvery()
     line->addWidget(m_distance);
     line->addStretch();
     m_every->setFocusProxy(m_interval);
+    WheelGuard::guard(m_interval);
+    WheelGuard::guard(m_distance);
     m_interval->setAccessibleName(tr("Every"));
     m_interval->setRange(1, Timing::mostInterval);
     m_distance->addItem(tr("minutes"));

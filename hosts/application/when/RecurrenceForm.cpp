@@ -8,6 +8,7 @@
 #include "hosts/application/when/PatternRows.h"
 #include "hosts/application/when/TimesOfDay.h"
 #include "hosts/application/when/TimingRemark.h"
+#include "hosts/application/when/WheelGuard.h"
 #include "hosts/application/when/ZoneChoice.h"
 #include "hosts/common/calendar/OccurrenceSeries.h"
 
@@ -31,7 +32,9 @@ QDateTime nextFullHour()
 QDateEdit *dayEdit(QWidget *parent, const QString &name)
 {
     auto *const edit = new QDateEdit(parent);
+    WheelGuard::guard(edit);
     edit->setCalendarPopup(true);
+    edit->setMinimumDate(QDate(100, 1, 1));    // the first that it can have
     edit->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
     edit->setAccessibleName(name);
     return edit;
@@ -67,6 +70,7 @@ void RecurrenceForm::makeRows()
 {
     // Made in the order in which they stand, which is that in which the keyboard goes through them.
     m_kind = new QComboBox(this);
+    WheelGuard::guard(m_kind);
     m_kind->setAccessibleName(tr("Takes place"));
     for (const auto &[text, kind] : {std::pair(tr("Once"), Kind::Once),
                                      {tr("Every day"), Kind::Daily},
@@ -113,6 +117,7 @@ void RecurrenceForm::setRecurrence(const QDateTime &date, const QString &timeZon
     m_pattern->setPattern(shown.pattern, shown.begin);
     m_day->setDate(shown.begin);
     m_begin->setDate(shown.begin);
+    m_shownBegin = m_begin->date();
     m_times->setTimes(shown.times);
     m_end->setEnding(shown.ending, today.addDays(usualLength));
     m_zone->setZone(shown.timeZone);
@@ -127,6 +132,8 @@ Timing RecurrenceForm::timing() const
     Timing timing;
     timing.pattern = m_pattern->pattern();
     timing.begin = m_shownKind == Kind::Once ? m_day->date() : m_begin->date();
+    if (timing.begin == m_shownBegin) // which is another where the field cannot show so old a day
+        timing.begin = m_writer.shown().begin;
     timing.times = m_times->times();
     timing.timeZone = m_zone->zone();
     if (m_shownKind != Kind::Once && m_shownKind != Kind::Expert)

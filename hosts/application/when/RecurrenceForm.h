@@ -78,5 +78,6 @@ private:
     ZoneChoice *m_zone = nullptr;
     ExceptionList *m_exceptions = nullptr;
     Timing::Kind m_shownKind = Timing::Kind::Once;
-    Timing m_settled; // as it was before the kinds that somebody merely passed
+    QDate m_shownBegin; // of the field
+    Timing m_settled;   // as it was before the kinds that somebody merely passed
 };

@@ -3,6 +3,7 @@
 
 #include "hosts/application/when/DateInWords.h"
 #include "hosts/application/when/Timing.h"
+#include "hosts/application/when/WheelGuard.h"
 
 #include <QGridLayout>
 #include <QTimeEdit>
@@ -63,6 +64,7 @@ void TimesOfDay::setTimes(const QList<QTime> &times)
 void TimesOfDay::add(QTime time)
 {
     auto *const edit = new QTimeEdit(time, this);
+    WheelGuard::guard(edit);
     edit->setLayoutDirection(Qt::LeftToRight); // else Qt puts the minutes before the hours
     edit->setDisplayFormat(DateInWords::format(time, locale()));
     edit->setAccessibleName(tr("Time"));

@@ -62,6 +62,7 @@ struct Timing {
     /// The zone of a name; the machine's of an empty one.
     static QTimeZone zoneOf(const QString &timeZone);
 
+    static constexpr int firstYear = 1800; ///< In which something may end: fields cannot show every year.
     static constexpr int mostTimes = 12;
     static constexpr int mostInterval = 9999;
     static constexpr int mostCount = 1'000'000;

@@ -198,6 +198,8 @@ std::optional<Timing::Ending> TimingRules::endingOf(const RecurrenceRule &rule)
     const QDateTime until = QDateTime::fromSecsSinceEpoch(rule.until->seconds, Qt::UTC);
     if (rule.until->form != RecurrenceRule::UntilForm::WallTime || until.time() != lastSecond)
         return {};
+    if (until.date().year() < Timing::firstYear)
+        return {};
     return Timing::Ending{Timing::End::OnDay, until.date(), 0};
 }
 

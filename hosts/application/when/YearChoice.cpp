@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/when/YearChoice.h"
 
+#include "hosts/application/when/WheelGuard.h"
+
 #include <QComboBox>
 #include <QDate>
 #include <QHBoxLayout>
@@ -14,6 +16,8 @@ YearChoice::YearChoice(QWidget *parent)
     constexpr int months = 12;
     for (int month = 1; month <= months; ++month)
         m_month->addItem(locale().standaloneMonthName(month));
+    WheelGuard::guard(m_month);
+    WheelGuard::guard(m_day);
     m_month->setMaxVisibleItems(months);
     m_month->setAccessibleName(tr("Month"));
     m_day->setAccessibleName(tr("Day of the month"));

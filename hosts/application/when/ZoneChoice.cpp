@@ -2,6 +2,7 @@
 #include "hosts/application/when/ZoneChoice.h"
 
 #include "DozelyKit/core/foundation/ZoneClock.h"
+#include "hosts/application/when/WheelGuard.h"
 
 #include <QCompleter>
 #include <QTimeZone>
@@ -15,6 +16,7 @@ ZoneChoice::ZoneChoice(QWidget *parent) : QComboBox(parent)
     constexpr int usualLength = 24; // letters; not that of the longest name of all
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(usualLength);
+    WheelGuard::guard(this);
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     addItem(tr("This machine's (%1)").arg(QString::fromUtf8(machineTimeZone().id())));

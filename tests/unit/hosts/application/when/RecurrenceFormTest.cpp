@@ -97,6 +97,29 @@ TEST_F(RecurrenceFormTest, ReturnsWhatNobodyEditsToTheLetter)
     }
 }
 
+TEST_F(RecurrenceFormTest, ReturnsZonesAndDaysThatItsFieldsHardlyShow)
+{
+    for (const char *name : {"", "UTC", "Etc/UTC", "US/Pacific", "America/Argentina/ComodRivadavia"}) {
+        for (const char *start : {"0001-01-01T00:00:00", "0099-12-31T23:59:59", "9999-01-01T12:00:00"}) {
+            const Recurrence old = recurrence("FREQ=DAILY", start);
+            form.setRecurrence(utc("2026-03-14T21:00:00Z"), name, old);
+            EXPECT_EQ(form.timeZone(), name);
+            EXPECT_EQ(form.recurrence(), old) << start;
+            EXPECT_FALSE(form.isEdited()) << start << " " << name;
+        }
+        form.setRecurrence(utc("9999-12-31T12:00:00Z"), name, {});
+        EXPECT_EQ(form.date(), utc("9999-12-31T12:00:00Z"));
+        EXPECT_EQ(form.timeZone(), name);
+        EXPECT_FALSE(form.isEdited()) << name;
+    }
+    for (const char *rule : {"FREQ=DAILY;UNTIL=00010102", "FREQ=DAILY;UNTIL=99991231"}) {
+        const Recurrence old = recurrence(rule, "0001-01-01T00:00:00");
+        form.setRecurrence(utc("2026-03-14T21:00:00Z"), zone, old);
+        EXPECT_EQ(form.recurrence(), old) << rule;
+        EXPECT_FALSE(form.isEdited()) << rule;
+    }
+}
+
 TEST_F(RecurrenceFormTest, ComesBackToWhatWasGivenWhenAnEditIsTakenBack)
 {
     for (const auto &[rule, kind, start] : rules()) {
@@ -333,6 +356,22 @@ TEST_F(RecurrenceFormTest, AnInvalidDateStandsForTheNextFullHour)
     form.setRecurrence({}, "", {});
     EXPECT_EQ(form.date(), utc("2026-03-14T07:00:00Z"));
     EXPECT_FALSE(form.isEdited());
+}
+
+TEST_F(RecurrenceFormTest, AWheelThatPassesChangesNothing)
+{
+    for (const Kind kind : {Kind::Weekly, Kind::Monthly, Kind::Yearly, Kind::Distance}) {
+        show(recurrence("FREQ=DAILY;COUNT=3"));
+        choose(kind);
+        area.setFocus();
+        const auto before = form.recurrence();
+        for (auto *const field : form.findChildren<QWidget *>()) {
+            QWheelEvent wheel(QPointF(2, 2), field->mapToGlobal(QPointF(2, 2)), {}, {0, 120}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(field, &wheel);
+        }
+        EXPECT_EQ(form.recurrence(), before);
+    }
 }
 
 TEST_F(RecurrenceFormTest, EveryFieldHasANameAndTheOrderThatIsSeen)
