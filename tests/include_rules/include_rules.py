@@ -71,7 +71,6 @@ HOST_ARROWS = {
     "hosts/application/when": (COMMON,),
     "hosts/application/window": (COMMON, "hosts/application/actions", "hosts/application/book", "hosts/application/when"),
     "hosts/application/wishes": (COMMON,),
-    "hosts/daemon": (COMMON,),
     "hosts/osascript": (COMMON,),
     "hosts/performer": (COMMON,),
     "hosts/pmset": (COMMON,),
