@@ -96,7 +96,7 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     }
     if (lines.hasMore) {
         painter->setFont(option.font);
-        painter->setPen(text);
+        painter->setPen(isOfMonth || isSelected ? text : quiet);
         const QString left = m_model.locale().toString(occurrences.size() - lines.shown);
         const QString words = lines.shown == 0 ? tr("%1 in all", "occurrences of a day").arg(left)
                                                : tr("+%1 more", "occurrences of a day").arg(left);

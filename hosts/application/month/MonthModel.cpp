@@ -71,8 +71,9 @@ QString MonthModel::lineOf(const MonthOccurrence &occurrence) const
 
 QString MonthModel::lineOf(const MonthOccurrence &occurrence, int width, const QFontMetrics &metrics) const
 {
+    constexpr double leastForBoth = 2.2; // times the time
     const int time = metrics.horizontalAdvance(DateInWords::of(timeOf(occurrence), m_locale));
-    return width < 3 * time ? occurrence.name.simplified() : lineOf(occurrence);
+    return width < leastForBoth * time ? occurrence.name.simplified() : lineOf(occurrence);
 }
 
 QString MonthModel::spokenLineOf(const MonthOccurrence &occurrence) const

@@ -8,7 +8,9 @@ FaultLabel::FaultLabel(QWidget *parent) : QLabel(parent)
 {
     setWordWrap(true);
     setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     hide();
 }
 

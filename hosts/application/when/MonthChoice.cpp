@@ -29,8 +29,8 @@ QList<ToggleGrid::Item> MonthChoice::items() const
 MonthChoice::MonthChoice(QWidget *parent)
     : QWidget(parent),
       m_byDays(new QRadioButton(tr("Days of the month"), this)),
-      m_byWeekday(new QRadioButton(tr("A day of the week"), this)),
       m_days(new ToggleGrid(daysOfWeek, items(), this)),
+      m_byWeekday(new QRadioButton(tr("A day of the week"), this)),
       m_detail(new QWidget(this)),
       m_ordinal(new QComboBox(m_detail)),
       m_weekday(new QComboBox(m_detail))
@@ -54,14 +54,11 @@ MonthChoice::MonthChoice(QWidget *parent)
     line->addWidget(m_ordinal);
     line->addWidget(m_weekday);
     line->addStretch();
-    auto *const choice = new QHBoxLayout;
-    choice->addWidget(m_byDays);
-    choice->addWidget(m_byWeekday);
-    choice->addStretch();
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(choice);
+    layout->addWidget(m_byDays);
     layout->addWidget(m_days);
+    layout->addWidget(m_byWeekday);
     layout->addWidget(m_detail);
     WheelGuard::guard(m_ordinal);
     WheelGuard::guard(m_weekday);

@@ -34,8 +34,8 @@ private:
     void showDetail();
 
     QRadioButton *m_byDays;
-    QRadioButton *m_byWeekday;
     ToggleGrid *m_days;
+    QRadioButton *m_byWeekday;
     QWidget *m_detail;
     QComboBox *m_ordinal;
     QComboBox *m_weekday;

@@ -46,7 +46,6 @@ RecurrenceForm::RecurrenceForm(QWidget *parent)
 {
     m_form->setContentsMargins(0, 0, 0, 0);
     m_form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    m_form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     makeRows();
     setFocusProxy(m_kind);
     connect(m_kind, &QComboBox::currentIndexChanged, this, [this] {

@@ -130,7 +130,9 @@ void TimesOfDay::arrange()
         follow(row.remove);
     }
     const auto count = static_cast<int>(m_rows.size());
-    m_layout->addWidget(m_add, count / perLine, count % perLine * 2, 1, 2, Qt::AlignLeading);
+    const int column = count % perLine * 2;
+    // As far as the column that takes what is left over, so that the fields above stay as they are.
+    m_layout->addWidget(m_add, count / perLine, column, 1, 2 * perLine + 2 - column, Qt::AlignLeading);
     m_add->setVisible(m_areSeveral && count < Timing::mostTimes);
     follow(m_add);
 }

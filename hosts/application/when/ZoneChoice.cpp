@@ -5,6 +5,7 @@
 #include "hosts/application/when/WheelGuard.h"
 
 #include <QCompleter>
+#include <QLineEdit>
 #include <QTimeZone>
 
 #include <algorithm>
@@ -45,4 +46,5 @@ void ZoneChoice::setZone(const QString &name)
     setCurrentIndex(known);
     if (known < 0) // an older name
         setEditText(name);
+    lineEdit()->setCursorPosition(0); // the begin of a long one is what tells it from others
 }
