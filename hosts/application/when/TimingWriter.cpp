@@ -150,11 +150,12 @@ Result<Recurrence> TimingWriter::begun(const Timing &timing) const
     }
     Recurrence recurrence = withoutDates(timing);
     recurrence.extraDates = timing.extraDates;
-    // Of a first day that stays nothing takes place that did not so far.
-    const bool hasSameBegin = m_origin.recurrence && timing.begin == m_shown.begin;
-    const QTime begin = hasSameBegin && timing.isOfDays() ? m_origin.recurrence->localStart.time
-                        : timing.isOfDays()               ? midnight
-                                                          : timing.times.constFirst();
+    // Of a first day that stays, with its times, nothing takes place that did not so far.
+    const bool isSameBegin =
+        m_origin.recurrence && timing.begin == m_shown.begin && timing.times == m_shown.times;
+    const QTime begin = !timing.isOfDays() ? timing.times.constFirst()
+                        : isSameBegin      ? m_origin.recurrence->localStart.time
+                                           : midnight;
     const QDateTime notBefore = std::max(now(), dateAtWallTime(timing.begin, begin, zone).toUTC());
     auto made = begunAnew(recurrence, zone, notBefore);
     if (!made)

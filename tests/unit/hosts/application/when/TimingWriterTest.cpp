@@ -153,6 +153,13 @@ TEST_F(TimingWriterTest, NothingTakesPlaceOnAFirstDayThatStaysThatDidNotSoFar)
               "FREQ=DAILY;BYHOUR=6,22;COUNT=3 2026-03-14T22:00:00");
 }
 
+TEST_F(TimingWriterTest, AnEarlierTimeIsOfTheFirstDayToo)
+{
+    EXPECT_EQ(edited(recurrence("FREQ=DAILY", "2026-03-20T22:00:00"),
+                     [](Timing &timing) { timing.times = {QTime(6, 0)}; }),
+              "FREQ=DAILY 2026-03-20T06:00:00");
+}
+
 TEST_F(TimingWriterTest, ExceptionsAloneChangeNothingElse)
 {
     const Recurrence given = recurrence("FREQ=DAILY;COUNT=10", "2026-03-10T22:00:00", {"2026-03-11T22:00:00"},
