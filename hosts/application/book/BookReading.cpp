@@ -42,18 +42,20 @@ void ScheduleBook::takeOverAll(const QList<QVariantMap> &told)
         if (!at(row).identifier.isEmpty())
             known.insert(at(row).identifier, row);
     }
+    QList<BookEntry>
+        others; // which are added at once: a list sorts a thousand faster than one a thousand times
     for (const QVariantMap &schedule : told) {
         const auto row = known.constFind(schedule.value(ScheduleKey::identifier).toString());
         if (row == known.cend()) {
-            BookEntry entry;
-            entry.takeOver(schedule);
-            append(entry);
+            others += BookEntry();
+            others.last().takeOver(schedule);
         } else {
             m_entries[*row].takeOver(schedule);
             Q_EMIT rowChanged(*row);
             known.erase(row);
         }
     }
+    appendAll(others);
     for (const int row : std::as_const(known)) {
         m_entries[row].takeOverRemoval();
         Q_EMIT rowChanged(row);

@@ -95,14 +95,24 @@ void ScheduleBook::keepOwn(const QString &key)
     tellOf(row);
 }
 
-QString ScheduleBook::append(BookEntry entry)
+QString ScheduleBook::append(const BookEntry &entry)
 {
-    entry.key = QString::number(++m_made);
-    Q_EMIT aboutToAppend();
-    m_rows.insert(entry.key, count());
-    m_entries += entry;
+    appendAll({entry});
+    return m_entries.last().key;
+}
+
+void ScheduleBook::appendAll(const QList<BookEntry> &entries)
+{
+    if (entries.isEmpty())
+        return;
+    Q_EMIT aboutToAppend(static_cast<int>(entries.size()));
+    for (const BookEntry &entry : entries) {
+        const QString key = QString::number(++m_made);
+        m_rows.insert(key, count());
+        m_entries += entry;
+        m_entries.last().key = key;
+    }
     Q_EMIT appended();
-    return entry.key;
 }
 
 void ScheduleBook::tellOf(int row)

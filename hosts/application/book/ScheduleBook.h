@@ -71,9 +71,9 @@ public:
     bool isApplying() const { return m_isApplying; }
 
 Q_SIGNALS:
-    /// Before and after a row is added, always the last one.
+    /// Before and after so many rows are added, always the last ones.
     /// @{
-    void aboutToAppend();
+    void aboutToAppend(int count);
     void appended();
     /// @}
     void rowChanged(int row);
@@ -87,7 +87,8 @@ private:
     friend class BookStep;
     using Values = std::optional<QVariantMap>;
 
-    QString append(BookEntry entry);
+    QString append(const BookEntry &entry);
+    void appendAll(const QList<BookEntry> &entries);
     void setWanted(const QString &key, const Values &wanted);
     void patch(const QString &key, const QVariantMap &changes);
     void tellOf(int row);

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/MainWindow.h"
 
+#include "hosts/application/book/ScheduleKeys.h"
 #include "hosts/application/window/AppIcon.h"
+#include "hosts/application/window/CalendarPage.h"
 #include "hosts/application/window/ChangeBar.h"
+#include "hosts/application/window/HistoryPage.h"
+#include "hosts/application/window/NewSchedule.h"
 #include "hosts/application/window/NoticeBar.h"
 #include "hosts/application/window/ScheduleEditor.h"
 #include "hosts/application/window/ScheduleListPane.h"
@@ -15,6 +19,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabBar>
 
 namespace
 {
@@ -38,6 +43,9 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
       m_sides(sides),
       m_user(user),
       m_book(client),
+      m_tabs(new QTabBar),
+      m_views(new QStackedWidget),
+      m_calendar(new CalendarPage(client)),
       m_notice(new NoticeBar),
       m_list(new ScheduleListPane(m_book, sides)),
       m_pages(new QStackedWidget),
@@ -57,45 +65,65 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
 
 MainWindow::~MainWindow() = default;
 
-void MainWindow::layOut()
+QWidget *MainWindow::newSchedulesPage()
 {
     m_pages->addWidget(m_nothing);
     m_pages->addWidget(m_start);
     m_pages->addWidget(m_editor);
-    auto *const right = new QWidget;
-    auto *const column = new QVBoxLayout(right);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    auto *const notices = new QVBoxLayout;
-    notices->setContentsMargins(24, 14, 24, 0);
-    notices->addWidget(m_notice);
-    column->addLayout(notices);
-    column->addWidget(m_pages, 1);
-
     auto *const sides = new QSplitter(Qt::Horizontal);
     sides->setChildrenCollapsible(false);
     sides->setHandleWidth(1);
     m_list->setMinimumWidth(narrowestList);
     sides->addWidget(m_list);
-    sides->addWidget(right);
+    sides->addWidget(m_pages);
     sides->setStretchFactor(0, 0);
     sides->setStretchFactor(1, 1);
     sides->setSizes({listWidth, usualSize.width() - listWidth});
+    return sides;
+}
 
+QWidget *MainWindow::newFoot()
+{
+    auto *const foot = new QWidget;
+    auto *const row = new QHBoxLayout(foot);
+    row->setContentsMargins(14, 10, 14, 10);
+    row->setSpacing(12);
+    row->addWidget(new StatusLine(m_client), 1);
     auto *const changes = new ChangeBar(m_book);
-    auto *const foot = new QHBoxLayout;
-    foot->setContentsMargins(14, 10, 14, 10);
-    foot->setSpacing(12);
-    foot->addWidget(new StatusLine(m_client), 1);
-    foot->addWidget(changes);
     connect(changes, &ChangeBar::applyWanted, this, &MainWindow::apply);
+    row->addWidget(changes);
+    return foot;
+}
 
+void MainWindow::layOut()
+{
+    m_tabs->setObjectName("views");
+    m_tabs->setAccessibleName(tr("Views"));
+    m_tabs->setDrawBase(false);
+    m_tabs->setExpanding(false);
+    m_tabs->addTab(tr("&Schedules"));
+    m_tabs->addTab(tr("&Month"));
+    m_tabs->addTab(tr("&History"));
+    m_views->addWidget(newSchedulesPage());
+    m_views->addWidget(m_calendar);
+    m_views->addWidget(new HistoryPage(m_client));
+    connect(m_tabs, &QTabBar::currentChanged, m_views, &QStackedWidget::setCurrentIndex);
+
+    auto *const head = new QHBoxLayout;
+    head->setContentsMargins(14, 10, 14, 0);
+    head->addWidget(m_tabs);
+    head->addStretch();
+    auto *const notices = new QVBoxLayout;
+    notices->setContentsMargins(14, 8, 14, 0);
+    notices->addWidget(m_notice);
     auto *const all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
-    all->addWidget(sides, 1);
+    all->addLayout(head);
+    all->addLayout(notices);
+    all->addWidget(m_views, 1);
     all->addWidget(newLine(QFrame::HLine));
-    all->addLayout(foot);
+    all->addWidget(newFoot());
     resize(usualSize);
 }
 
@@ -140,6 +168,9 @@ void MainWindow::connectBook()
     connect(m_list, &ScheduleListPane::currentChanged, m_editor, &ScheduleEditor::setKey);
     connect(m_list, &ScheduleListPane::addingWanted, this, &MainWindow::addSchedule);
     connect(m_list, &ScheduleListPane::removalWanted, this, &MainWindow::removeSchedule);
+    connect(m_calendar, &CalendarPage::openWanted, this, &MainWindow::openSchedule);
+    connect(m_calendar, &CalendarPage::refused, this,
+            [this](const QString &why) { m_notice->tell(NoticeBar::Kind::Warning, why); });
     connect(m_start, &StartPage::addingWanted, this, &MainWindow::addSchedule);
     connect(m_start, &StartPage::wishChosen, this, &MainWindow::addWish);
 }
@@ -170,15 +201,15 @@ void MainWindow::showNotice()
 
 void MainWindow::addSchedule()
 {
-    m_wish.reset();
+    m_wish.clear();
     m_adding = NewSchedule::usualAction(m_sides);
     finishAdding();
 }
 
-void MainWindow::addWish(const NewSchedule::Wish &wish)
+void MainWindow::addWish(const QVariantMap &wish)
 {
     m_wish = wish;
-    m_adding = wish.action;
+    m_adding = wish.value(ScheduleKey::bundlePath).toString();
     finishAdding();
 }
 
@@ -187,13 +218,25 @@ void MainWindow::finishAdding()
     if (!m_adding.isEmpty() && m_sides.state(m_adding) == ActionSides::State::Trying)
         return; // what it begins with, its side says
     const QString action = std::exchange(m_adding, {});
-    const auto wish = std::exchange(m_wish, std::nullopt);
-    const QString key = m_book.add(wish ? NewSchedule::values(m_sides, *wish, m_user)
-                                        : NewSchedule::values(m_sides, action, m_user),
+    const QVariantMap wish = std::exchange(m_wish, {});
+    const QString key = m_book.add(wish.isEmpty() ? NewSchedule::values(m_sides, action, m_user)
+                                                  : NewSchedule::ofWish(m_sides, wish, m_user),
                                    tr("New schedule"));
+    m_tabs->setCurrentIndex(0);
     m_list->setCurrentKey(key);
     showPage();
     m_editor->editName();
+}
+
+void MainWindow::openSchedule(const QString &identifier)
+{
+    for (int row = 0; row < m_book.count(); ++row) {
+        if (m_book.at(row).identifier != identifier)
+            continue;
+        m_tabs->setCurrentIndex(0);
+        m_list->setCurrentKey(m_book.at(row).key);
+        return;
+    }
 }
 
 void MainWindow::removeSchedule()

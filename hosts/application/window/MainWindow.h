@@ -3,14 +3,15 @@
 
 #include "hosts/application/actions/ActionSides.h"
 #include "hosts/application/book/ScheduleBook.h"
-#include "hosts/application/window/NewSchedule.h"
 
 #include <QPointer>
 #include <QStackedWidget>
 #include <QWidget>
 
+class CalendarPage;
 class NoticeBar;
 class QMessageBox;
+class QTabBar;
 class ScheduleEditor;
 class ScheduleListPane;
 class StartPage;
@@ -39,11 +40,14 @@ protected:
 
 private:
     void layOut();
+    QWidget *newSchedulesPage();
+    QWidget *newFoot();
+    void openSchedule(const QString &identifier);
     void makeShortcuts();
     void connectBook();
     void showPage();
     void showNotice();
-    void addWish(const NewSchedule::Wish &wish);
+    void addWish(const QVariantMap &wish);
     void finishAdding();
     void removeSchedule();
     void apply();
@@ -53,15 +57,18 @@ private:
     ActionSides &m_sides;
     const quint32 m_user;
     ScheduleBook m_book;
+    QTabBar *m_tabs;
+    QStackedWidget *m_views; // one a tab
+    CalendarPage *m_calendar;
     NoticeBar *m_notice;
     ScheduleListPane *m_list;
-    QStackedWidget *m_pages;
+    QStackedWidget *m_pages; // beside the list
     StartPage *m_start;
     QWidget *m_nothing;
     ScheduleEditor *m_editor;
     QPointer<QMessageBox> m_question;
-    QString m_adding;                        // the action of a schedule to add, which is being tried
-    std::optional<NewSchedule::Wish> m_wish; // where it is one
+    QString m_adding;   // the action of a schedule to add, which is being tried
+    QVariantMap m_wish; // where it is one
     bool m_closesWhenApplied = false;
     bool m_mayClose = false;
 };

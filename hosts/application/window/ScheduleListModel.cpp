@@ -5,7 +5,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/application/book/ScheduleKeys.h"
 #include "hosts/application/book/ScheduleTimes.h"
-#include "hosts/application/window/PeopleDates.h"
+#include "hosts/application/when/DateInWords.h"
 
 #include <QGuiApplication>
 
@@ -34,10 +34,12 @@ ScheduleListModel::ScheduleListModel(ScheduleBook &book, ActionSides &sides, QOb
     : QAbstractListModel(parent), m_book(book), m_sides(sides)
 {
     connect(&book, &ScheduleBook::aboutToAppend, this,
-            [this] { beginInsertRows({}, m_book.count(), m_book.count()); });
+            [this](int count) { beginInsertRows({}, m_book.count(), m_book.count() + count - 1); });
     connect(&book, &ScheduleBook::appended, this, [this] { endInsertRows(); });
-    connect(&book, &ScheduleBook::rowChanged, this,
-            [this](int row) { Q_EMIT dataChanged(index(row), index(row)); });
+    connect(&book, &ScheduleBook::rowChanged, this, [this](int row) {
+        m_next.remove(row);
+        Q_EMIT dataChanged(index(row), index(row));
+    });
     connect(&sides, &ActionSides::stateChanged, this, [this] {
         tellAll({CellRole, Qt::AccessibleTextRole});
     });
@@ -91,12 +93,20 @@ QVariant ScheduleListModel::data(const QModelIndex &index, int role) const
     case KeyRole:
         return entry.key;
     case NextRole:
-        return nextOf(entry);
+        return nextAt(index.row());
     case WantedRole:
         return entry.wanted.has_value();
     default:
         return {};
     }
+}
+
+QDateTime ScheduleListModel::nextAt(int row) const
+{
+    auto known = m_next.find(row);
+    if (known == m_next.end())
+        known = m_next.insert(row, nextOf(m_book.at(row)));
+    return *known;
 }
 
 bool ScheduleListModel::setData(const QModelIndex &index, const QVariant &value, int role)
@@ -115,7 +125,8 @@ QString ScheduleListModel::timeOf(const BookEntry &entry) const
         return tr("off");
     const QDateTime next = nextOf(entry);
     if (next.isValid())
-        return PeopleDates::of(next, Port<Clock>::current()->currentDate());
+        return DateInWords::of(next, Port<Clock>::current()->currentDate(), QTimeZone::systemTimeZone(),
+                               QLocale());
     return entry.isChanged() ? QString() : tr("over");
 }
 

@@ -5,6 +5,7 @@
 #include "hosts/application/book/ScheduleBook.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QTimer>
 
 /// The schedules of a book as a list, a row an entry, each asked for when it is to be seen. Checking an item
@@ -33,6 +34,7 @@ public:
     QString timeOf(const BookEntry &entry) const;
 
 private:
+    QDateTime nextAt(int row) const;
     QVariantMap cellOf(const BookEntry &entry) const;
     QString spokenOf(const BookEntry &entry) const;
     void tellAll(const QList<int> &roles);
@@ -40,5 +42,6 @@ private:
 
     ScheduleBook &m_book;
     ActionSides &m_sides;
-    QTimer m_midnight; // when "tomorrow" becomes "today"
+    mutable QHash<int, QDateTime> m_next; // by row, as far as they were asked for: sorting asks often
+    QTimer m_midnight;                    // when "tomorrow" becomes "today"
 };

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/StartPage.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
+#include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/application/when/DateInWords.h"
 #include "hosts/application/window/AppIcon.h"
+#include "hosts/application/wishes/ReadyWishes.h"
 
 #include <QCommandLinkButton>
 #include <QLabel>
 #include <QPushButton>
+
+using namespace dozely;
 
 namespace
 {
@@ -59,12 +65,21 @@ void StartPage::addTexts(QVBoxLayout &column)
 
 void StartPage::addButtons(QVBoxLayout &column, ActionSides &sides)
 {
-    for (const NewSchedule::Wish &wish : NewSchedule::wishes(sides)) {
-        auto *const button = new QCommandLinkButton(wish.name, wish.description);
-        button->setIcon(sides.action(wish.action).icon);
+    for (const QVariantMap &wish : ReadyWishes::all()) {
+        const ActionBundle &action = sides.action(wish.value(ScheduleKey::bundlePath).toString());
+        if (!action.exists)
+            continue;
+        const QDateTime date = QDateTime::fromString(wish.value(ScheduleKey::date).toString(), Qt::ISODate);
+        const QString when = DateInWords::of(date, Port<Clock>::current()->currentDate(),
+                                             QTimeZone::systemTimeZone(), QLocale());
+        const QString name = wish.value(ScheduleKey::name).toString();
+        //: an action, and when it takes place first: "Power Off, for the first time tomorrow 22:00"
+        const QString description = tr("%1, for the first time %2").arg(action.name, when);
+        auto *const button = new QCommandLinkButton(name, description);
+        button->setIcon(action.icon);
         button->setIconSize({actionIconSize, actionIconSize});
-        button->setAccessibleName(wish.name);
-        button->setAccessibleDescription(wish.description);
+        button->setAccessibleName(name);
+        button->setAccessibleDescription(description);
         connect(button, &QPushButton::clicked, this, [this, wish] { Q_EMIT wishChosen(wish); });
         column.addWidget(button);
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/application/window/NewSchedule.h"
+#include "hosts/application/actions/ActionSides.h"
 
 #include <QVBoxLayout>
 #include <QWidget>
@@ -17,7 +17,8 @@ public:
 
 Q_SIGNALS:
     void addingWanted();
-    void wishChosen(const NewSchedule::Wish &wish);
+    /// One of the wishes: the values of a schedule.
+    void wishChosen(const QVariantMap &wish);
 
 private:
     void addTexts(QVBoxLayout &column);

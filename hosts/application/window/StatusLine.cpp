@@ -2,7 +2,7 @@
 #include "hosts/application/window/StatusLine.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
-#include "hosts/application/window/PeopleDates.h"
+#include "hosts/application/when/DateInWords.h"
 
 #include <QHBoxLayout>
 
@@ -94,7 +94,8 @@ void StatusLine::showClock()
         return;
     }
     const QDateTime alarm = QDateTime::fromString(clock.value("alarm").toString(), Qt::ISODate);
-    const QString when = PeopleDates::of(alarm, Port<Clock>::current()->currentDate());
+    const QString when =
+        DateInWords::of(alarm, Port<Clock>::current()->currentDate(), QTimeZone::systemTimeZone(), QLocale());
     tell(*m_clock, Mood::Good, when.isEmpty() ? tr("Wake clock ready") : tr("Wakes %1").arg(when),
          tr("The clock %1 wakes this computer.").arg(clock.value("device").toString()));
 }

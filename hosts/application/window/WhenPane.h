@@ -5,9 +5,10 @@
 
 #include <QWidget>
 
+class NextDates;
 class RecurrenceForm;
 
-/// Where a schedule's times are edited: the form for that, between a schedule's values.
+/// Where a schedule's times are edited, with the dates that come of them.
 class WhenPane : public QWidget
 {
     Q_OBJECT
@@ -27,6 +28,9 @@ Q_SIGNALS:
 private:
     void take();
 
+    void showNext();
+
     RecurrenceForm *m_form;
+    NextDates *m_next;
     std::optional<ScheduleTimes> m_shown;
 };

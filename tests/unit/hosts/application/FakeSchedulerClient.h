@@ -14,6 +14,8 @@ public:
     using Error = dozely::Error;
 
     QMap<QString, QVariantMap> schedules; ///< By identifier; without it, as they are told.
+    QList<QVariantMap> occurrences;       ///< What Next tells.
+    QList<QVariantMap> outcomes;          ///< What History tells.
     QVariantMap told;                     ///< The properties.
     bool isThere = true;
     std::optional<Error> refusal; ///< Of all that would change something.
@@ -119,14 +121,16 @@ public:
         calls += QString("postpone %1 %2 %3").arg(identifier, date).arg(delay.count());
         later([answer, date] { answer(date); });
     }
-    void next(const QString &, const QString &, const QString &, quint32,
+    void next(const QString &, const QString &from, const QString &, quint32,
               Answer<QList<QVariantMap>> answer) override
     {
-        later([answer] { answer(QList<QVariantMap>()); });
+        calls += "next from " + from;
+        later([this, answer] { answer(occurrences); });
     }
     void history(const QString &, quint32, Answer<QList<QVariantMap>> answer) override
     {
-        later([answer] { answer(QList<QVariantMap>()); });
+        calls += "history";
+        later([this, answer] { answer(outcomes); });
     }
 
 private:

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "hosts/application/history/HistoryView.h"
+#include "hosts/application/history/LogPane.h"
+#include "hosts/application/month/MonthView.h"
 #include "hosts/application/window/StartPage.h"
 
 #include <QAccessible>
 #include <QCommandLinkButton>
+#include <QTabBar>
+#include <QTableView>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -283,9 +288,62 @@ TEST_F(MainWindowTest, OpensAReadyWishAsAFilledInForm)
     press("apply");
     const QVariantMap added = client.schedules.value("added-1");
     EXPECT_EQ(added.value("repeats").toMap().value("rule"), "FREQ=DAILY");
-    EXPECT_EQ(added.value("parameters"), QVariant(QVariantMap{{"Text", "as usual"}, {"Needs Wake Up", 1}}));
+    EXPECT_EQ(added.value("parameters").toMap().value("Program"), "/bin/sh");
+    EXPECT_EQ(added.value("parameters").toMap().value("Text"), "as usual") << "what the side says besides";
     EXPECT_EQ(added.value("after"), "sleep");
     EXPECT_FALSE(added.contains("owner"));
+}
+
+TEST_F(MainWindowTest, ShowsTheMonthAndDoesWhatIsWantedOfAnOccurrence)
+{
+    const QString today = QDateTime::currentDateTimeUtc().addSecs(60).toString(Qt::ISODate);
+    client.occurrences = {
+        {{"identifier", "2"}, {"name", "Music"}, {"date", today}, {"moment", today}, {"isPostponed", false}}};
+    open();
+    EXPECT_THAT(client.calls.join('\n').toStdString(), testing::Not(HasSubstr("next from")))
+        << "nobody sees it yet";
+    find<QTabBar>("views")->setCurrentIndex(1);
+    settle();
+    EXPECT_THAT(client.calls.join('\n').toStdString(), HasSubstr("next from"));
+    auto *const month = window->findChild<MonthView *>();
+    ASSERT_NE(month, nullptr);
+    Q_EMIT month->skipWanted("2", QDateTime::fromString(today, Qt::ISODate));
+    EXPECT_THAT(client.calls, Contains("skip 2 " + today));
+    Q_EMIT month->putOffWanted("2", QDateTime::fromString(today, Qt::ISODate), std::chrono::minutes(10));
+    EXPECT_THAT(client.calls, Contains("postpone 2 " + today + " 600"));
+    Q_EMIT month->openWanted("2");
+    settle();
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Music");
+    EXPECT_EQ(find<QTabBar>("views")->currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, ShowsTheHistoryAndTheLogOfAnOccurrence)
+{
+    client.outcomes = {
+        {{"identifier", "2"}, {"name", "Music"}, {"date", "2026-03-14T05:55:00Z"}, {"state", "done"}}};
+    open();
+    find<QTabBar>("views")->setCurrentIndex(2);
+    settle();
+    auto *const history = window->findChild<HistoryView *>();
+    ASSERT_NE(history, nullptr);
+    EXPECT_EQ(history->findChild<QTableView *>()->model()->rowCount(), 1);
+    auto *const log = window->findChild<LogPane *>();
+    ASSERT_NE(log, nullptr);
+    EXPECT_FALSE(log->isVisible());
+    const QDateTime date({2026, 3, 14}, {5, 55}, Qt::UTC);
+    Q_EMIT history->logWanted("2", date, date);
+    EXPECT_TRUE(log->isVisible());
+}
+
+TEST_F(MainWindowTest, IsShownQuicklyWithAThousandSchedules)
+{
+    for (int i = 0; i < 1000; ++i)
+        client.schedules[QString("many %1").arg(i)] = schedule(QString("Schedule %1").arg(i), i % 300);
+    open();
+    EXPECT_EQ(list().model()->rowCount(), 1002);
+    // Not by the clock of a busy machine, but by what it would cost: nobody asks the actions of rows that
+    // are not seen.
+    EXPECT_LT(list().findChildren<QWidget *>().size(), 20) << "rows are drawn, not made of widgets";
 }
 
 TEST_F(MainWindowTest, StaysAliveWithASideThatHangsThrowsOrIsBroken)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Shows the window with schedules that nobody has, or writes a picture of it:
 //     application_preview [--dark] [--many N] [--empty] [--away] [--language LL] [--font PIXELS]
-//                         [--size WxH] [--picture FILE]
+//                         [--size WxH] [--view N] [--picture FILE]
 #include "FakeSchedulerClient.h"
 #include "hosts/application/actions/PlugInTrial.h"
 #include "hosts/application/program/Translations.h"
@@ -18,6 +18,7 @@
 #include <QProcess>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QTabBar>
 #include <QTimer>
 
 #include <unistd.h>
@@ -27,7 +28,8 @@ namespace
 QVariantMap schedule(const QString &name, const QString &action, const QVariantMap &parameters, int hours,
                      const QString &rule = {})
 {
-    const QDateTime date = QDateTime::currentDateTimeUtc().addSecs(hours * 3600);
+    const qint64 minutes = QDateTime::currentSecsSinceEpoch() / 60 + hours * 60;
+    const QDateTime date = QDateTime::fromSecsSinceEpoch(minutes * 60, Qt::UTC);
     QVariantMap made{
         {"name", name},
         {"isEnabled", true},
@@ -74,13 +76,11 @@ void fill(FakeSchedulerClient &client, int many)
     for (int i = 0; i < many; ++i)
         client.schedules[QString("m%1").arg(i)] =
             schedule(QString("Schedule %1").arg(i), "Command", {{"Program", "/bin/true"}}, i + 2);
-    client.told = {
-        {"Version", "0.1.0"},
-        {"AgentOfConsoleUser", QVariantMap{{"user", 1000U}, {"name", "anna"}, {"isAlive", true}}},
-        {"WakeClock",
-         QVariantMap{{"isSupported", true},
-                     {"device", "rtc0"},
-                     {"alarm", QDateTime::currentDateTimeUtc().addSecs(54000).toString(Qt::ISODate)}}}};
+    client.told = {{"Version", "0.1.0"},
+                   {"AgentOfConsoleUser", QVariantMap{{"user", 1000U}, {"name", "anna"}, {"isAlive", true}}},
+                   {"WakeClock", QVariantMap{{"isSupported", true},
+                                             {"device", "rtc0"},
+                                             {"alarm", client.schedules["1"].value("next")}}}};
 }
 } // namespace
 
@@ -97,7 +97,7 @@ int main(int argc, char **argv)
     QCommandLineParser options;
     for (const char *const name : {"dark", "empty", "away"})
         options.addOption(QCommandLineOption(name));
-    for (const char *const name : {"many", "language", "font", "size", "picture", "choose"})
+    for (const char *const name : {"many", "language", "font", "size", "picture", "view"})
         options.addOption({QString(name), "", name});
     options.process(application);
 
@@ -120,11 +120,13 @@ int main(int argc, char **argv)
     if (!options.isSet("empty"))
         fill(client, options.value("many").toInt());
     ActionSides sides({QCoreApplication::applicationFilePath(), {"--try", root.path()}});
+    sinceStart.restart(); // what comes before is no part of the window
     MainWindow window(client, sides, ::geteuid());
     if (options.isSet("size")) {
         const QStringList parts = options.value("size").split('x');
         window.resize(parts.value(0).toInt(), parts.value(1).toInt());
     }
+    window.findChild<QTabBar *>("views")->setCurrentIndex(options.value("view").toInt());
     window.show();
     QTimer::singleShot(0, [&] { qInfo("usable after %lld ms", sinceStart.elapsed()); });
     if (options.isSet("picture"))
