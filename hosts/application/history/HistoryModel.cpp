@@ -4,12 +4,17 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/application/history/OutcomeWords.h"
 
+#include <QApplication>
+#include <QStyle>
+
 #include <limits>
 
 using namespace dozely;
 
 HistoryModel::HistoryModel(const QLocale &locale, QObject *parent)
-    : QAbstractTableModel(parent), m_locale(locale)
+    : QAbstractTableModel(parent),
+      m_locale(locale),
+      m_trouble(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning))
 {
 }
 
@@ -44,6 +49,8 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
         return words(outcome, index.column());
     case Qt::ToolTipRole:
         return words(outcome, index.column());
+    case Qt::DecorationRole:
+        return index.column() == State && outcome.isTrouble() ? m_trouble : QVariant();
     case sortRole:
         return sortedBy(outcome, index.column());
     case troubleRole:

@@ -4,6 +4,7 @@
 #include "hosts/application/history/HistoryOutcome.h"
 
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <QLocale>
 
 /// Outcomes as rows, in words. THREADING: the main thread.
@@ -33,5 +34,6 @@ private:
     QVariant sortedBy(const HistoryOutcome &outcome, int column) const;
 
     QLocale m_locale;
+    const QIcon m_trouble;
     QList<HistoryOutcome> m_outcomes;
 };

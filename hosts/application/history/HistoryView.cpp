@@ -71,7 +71,7 @@ void HistoryView::makeTable()
     constexpr int letters = 18; // of a column at first
     const int width = m_table->fontMetrics().averageCharWidth() * letters;
     for (int column = 0; column < HistoryModel::Columns; ++column)
-        m_table->setColumnWidth(column, column == HistoryModel::When ? width * 4 / 3 : width);
+        m_table->setColumnWidth(column, column == HistoryModel::Lateness ? width : width * 4 / 3);
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);

@@ -39,6 +39,8 @@ void MonthModel::setOccurrences(const QList<MonthOccurrence> &occurrences)
                      [](const auto &a, const auto &b) { return a.moment < b.moment; });
     m_byDay.clear();
     for (const MonthOccurrence &occurrence : std::as_const(sorted)) {
+        if (!occurrence.moment.isValid())
+            continue;
         const qint64 shown = clock.wallTimeAt(occurrence.moment.toMSecsSinceEpoch());
         m_byDay[QDateTime::fromMSecsSinceEpoch(shown, Qt::UTC).date()] += occurrence;
     }

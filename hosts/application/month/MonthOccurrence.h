@@ -3,6 +3,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QVariantMap>
 
 /// One occurrence of a schedule as a calendar shows it. A plain value.
 struct MonthOccurrence {
@@ -12,6 +13,11 @@ struct MonthOccurrence {
     QDateTime date;     ///< By which it is told.
     bool isPostponed = false;
     bool wasSkipped = false;
+
+    /// An OCCURRENCE of com.dozely.Scheduler1, or an OUTCOME of what is past, which was skipped where its
+    /// state says that nothing was performed. What is missing, or of another type, is as if it had not been
+    /// said.
+    static MonthOccurrence fromMap(const QVariantMap &map);
 
     bool operator==(const MonthOccurrence &) const = default;
 };

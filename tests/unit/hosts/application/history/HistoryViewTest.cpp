@@ -80,6 +80,17 @@ TEST_F(HistoryViewTest, TellsOutcomesInWordsNewestFirst)
     EXPECT_EQ(remark(), "");
 }
 
+TEST_F(HistoryViewTest, MarksWhatWentWrong)
+{
+    showSome();
+    const auto isMarked = [this](int row) {
+        return !table().model()->index(row, 2).data(Qt::DecorationRole).value<QIcon>().isNull();
+    };
+    EXPECT_FALSE(isMarked(0));
+    EXPECT_TRUE(isMarked(1));
+    EXPECT_TRUE(isMarked(2));
+}
+
 TEST_F(HistoryViewTest, IsFilteredByWords)
 {
     showSome();

@@ -35,6 +35,25 @@ protected:
 };
 } // namespace
 
+TEST_F(MonthModelTest, WhatTheDaemonTellsIsRead)
+{
+    const QDateTime date({2026, 3, 14}, {21, 0}, Qt::UTC);
+    const QVariantMap plain{{"identifier", "A"}, {"name", "Backup"}, {"date", "2026-03-14T21:00:00Z"}};
+    const auto with = [&](const QVariantMap &more) {
+        QVariantMap map = plain;
+        map.insert(more);
+        return MonthOccurrence::fromMap(map);
+    };
+    const QDateTime later = date.addSecs(3600);
+    EXPECT_EQ(with({}), (MonthOccurrence{"A", "Backup", date, date, false, false}));
+    EXPECT_EQ(with({{"moment", "2026-03-14T23:00:00+01:00"}, {"isPostponed", true}}),
+              (MonthOccurrence{"A", "Backup", later, date, true, false}));
+    EXPECT_EQ(with({{"postponedTo", "2026-03-14T22:00:00Z"}, {"state", "done"}}),
+              (MonthOccurrence{"A", "Backup", later, date, true, false}));
+    EXPECT_EQ(with({{"state", "removed"}}), (MonthOccurrence{"A", "Backup", date, date, false, true}));
+    EXPECT_FALSE(MonthOccurrence::fromMap({{"date", 3}}).moment.isValid());
+}
+
 TEST_F(MonthModelTest, WeeksBeginWhereTheLocaleHasIt)
 {
     EXPECT_EQ(model.firstDay(), QDate(2026, 2, 23));
