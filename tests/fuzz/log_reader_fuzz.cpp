@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/LogCommand.h"
-#include "hosts/admin/LogReader.h"
+#include "hosts/common/log/LogReader.h"
 #include "hosts/admin/Output.h"
 #include "support/FuzzedSystem.h"
 #include "support/Steer.h"
