@@ -23,10 +23,10 @@ void AddCommand::run(const AdminOptions &options)
     const QStringList remarks = ScheduleOptions::applyTime(options, schedule);
     ScheduleOptions::applyAction(options, schedule);
     ScheduleOptions::applyRest(options, schedule);
-    StoreCommands::change([&](QList<Schedule> &schedules) { schedules += schedule; });
 
-    ZDRLog("Schedule \"%@\" (%@) was added by user %d.", logLabel(schedule.name), schedule.identifier,
-           Identity::caller());
+    if (StoreCommands::add(schedule) == StoreCommands::ChangedBy::ThisTool)
+        ZDRLog("Schedule \"%@\" (%@) was added by user %d.", logLabel(schedule.name), schedule.identifier,
+               Identity::caller());
     for (const QString &remark : remarks)
         Output::remark(remark);
     ScheduleAnswer::tell(options, schedule,

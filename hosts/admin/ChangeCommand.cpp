@@ -48,7 +48,7 @@ void ChangeCommand::run(const AdminOptions &options)
     const QString identifier = StoreCommands::find(options.argument(0)).identifier;
     std::optional<Schedule> changed;
     QStringList remarks;
-    StoreCommands::change([&](QList<Schedule> &schedules) {
+    const auto by = StoreCommands::change([&](QList<Schedule> &schedules) {
         for (Schedule &schedule : schedules) {
             if (schedule.identifier != identifier)
                 continue;
@@ -61,8 +61,9 @@ void ChangeCommand::run(const AdminOptions &options)
     if (!changed)
         throw AdminError(ExitStatus::Failed,
                          QString("There is no schedule \"%1\" any more.").arg(options.argument(0)));
-    ZDRLog("Schedule \"%@\" (%@) was changed by user %d.", logLabel(changed->name),
-           logLabel(changed->identifier), Identity::caller());
+    if (by == StoreCommands::ChangedBy::ThisTool)
+        ZDRLog("Schedule \"%@\" (%@) was changed by user %d.", logLabel(changed->name),
+               logLabel(changed->identifier), Identity::caller());
     for (const QString &remark : remarks)
         Output::remark(remark);
     ScheduleAnswer::tell(options, *changed, QString("\"%1\" is changed").arg(changed->name));

@@ -7,6 +7,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Door.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/OccurrenceOptions.h"
 #include "hosts/admin/Output.h"
@@ -41,12 +42,16 @@ private:
     std::shared_ptr<WDCommunicationCenter> m_center = WDCommunicationCenter::sharedInstance();
 };
 
+bool mayOrder(const Schedule &schedule)
+{
+    return OrderPermissions::mayRunNow(NSProcessInfo::effectiveUserID(), RootFolder::owner(), schedule.owner);
+}
+
 /// Becomes somebody whom the daemon lets run the schedule.
 void becomeOneWhoMayRun(const Schedule &schedule)
 {
-    const auto rootOwner = RootFolder::owner();
     const quint32 user = NSProcessInfo::effectiveUserID();
-    if (!OrderPermissions::mayRunNow(user, rootOwner, schedule.owner)) {
+    if (!mayOrder(schedule)) {
         throw AdminError(ExitStatus::NotPermitted,
                          QString("\"%1\" is not your schedule; try it as root.").arg(schedule.name));
     }
@@ -109,7 +114,13 @@ void orderOccurrence(const AdminOptions &options, const QLatin1StringView &name,
     const auto date = OccurrenceOptions::read(options, schedule);
     if (date)
         details.insert(OrderKey::date, *date);
-    order(name, schedule, details);
+    if (mayOrder(schedule) || !Door::isThere())
+        order(name, schedule, details);
+    else if (name == OrderName::daemonMustSkip)
+        Door::skip(schedule.identifier, date);
+    else
+        Door::postpone(schedule.identifier, date,
+                       std::chrono::seconds(details.value(OrderKey::delay).toLongLong()));
     if (options.isSet("json")) {
         Output::json({{"identifier", schedule.identifier},
                       {"date", date ? QVariant(*date) : QVariant()},

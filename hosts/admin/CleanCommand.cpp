@@ -57,7 +57,7 @@ void CleanCommand::run(const AdminOptions &options)
     if (!outcomes)
         fail(outcomes.error());
     QList<Schedule> removed;
-    StoreCommands::change([&](QList<Schedule> &schedules) {
+    const auto by = StoreCommands::change([&](QList<Schedule> &schedules) {
         schedules.removeIf([&](const Schedule &schedule) {
             const bool goes = !schedule.staysWhenOver && isOver(schedule, *outcomes);
             if (goes)
@@ -67,8 +67,9 @@ void CleanCommand::run(const AdminOptions &options)
     });
     QVariantList described;
     for (const Schedule &schedule : std::as_const(removed)) {
-        ZDRLog("Schedule \"%@\" (%@), which is over, was removed by user %d.", logLabel(schedule.name),
-               logLabel(schedule.identifier), Identity::caller());
+        if (by == StoreCommands::ChangedBy::ThisTool)
+            ZDRLog("Schedule \"%@\" (%@), which is over, was removed by user %d.", logLabel(schedule.name),
+                   logLabel(schedule.identifier), Identity::caller());
         described += StoreCommands::describe(schedule);
     }
     if (options.isSet("json")) {

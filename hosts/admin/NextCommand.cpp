@@ -12,8 +12,8 @@
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 
 using namespace dozely;
 

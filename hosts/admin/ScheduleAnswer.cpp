@@ -5,9 +5,9 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/RuleWords.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 
 using namespace dozely;
 

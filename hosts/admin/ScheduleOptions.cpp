@@ -9,14 +9,14 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
-#include "hosts/common/plugins/Feasibility.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ParameterOptions.h"
 #include "hosts/admin/PolicyOptions.h"
 #include "hosts/admin/RecurrenceOptions.h"
-#include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/calendar/OccurrenceSeries.h"
+#include "hosts/common/plugins/Feasibility.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
 
 #include <QDir>
 

@@ -5,6 +5,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Door.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/calendar/RuleWords.h"
@@ -20,14 +21,41 @@ using namespace dozely;
 namespace
 {
 /// The folder of the store, or, while that does not exist, the one in which it would be made.
-void requireWritableFolder()
+bool isFolderWritable()
 {
     QFileInfo folder(QFileInfo(ScheduleStore::path()).path());
     while (!folder.exists() && folder.filePath() != folder.path())
         folder.setFile(folder.path());
-    if (!folder.isWritable()) {
-        throw AdminError(ExitStatus::NotPermitted,
-                         QString("You may not change %1; try it as root.").arg(ScheduleStore::path()));
+    return folder.isWritable();
+}
+
+/// Whether the file is to be changed; else the daemon changes it.
+bool mayChangeFile()
+{
+    if (isFolderWritable())
+        return true;
+    if (Door::isThere())
+        return false;
+    throw AdminError(ExitStatus::NotPermitted,
+                     QString("You may not change %1; try it as root.").arg(ScheduleStore::path()));
+}
+
+/// Asks the daemon for what an alteration makes of the schedules.
+void askDaemon(const std::function<void(QList<Schedule> &)> &alteration)
+{
+    const QList<Schedule> before = StoreCommands::read().schedules;
+    QList<Schedule> after = before;
+    alteration(after);
+    const auto in = [](const QList<Schedule> &schedules, const QString &identifier) {
+        return std::find_if(schedules.cbegin(), schedules.cend(),
+                            [&](const Schedule &schedule) { return schedule.identifier == identifier; });
+    };
+    for (const Schedule &schedule : before) {
+        const auto altered = in(after, schedule.identifier);
+        if (altered == after.cend())
+            Door::remove(schedule.identifier);
+        else if (*altered != schedule)
+            Door::change(schedule, *altered);
     }
 }
 
@@ -61,7 +89,7 @@ QVariant nameOf(const std::optional<Policy> &policy)
 void setEnabled(const AdminOptions &options, bool isEnabled)
 {
     Schedule schedule = StoreCommands::find(options.argument(0));
-    StoreCommands::change([&](QList<Schedule> &schedules) {
+    const auto by = StoreCommands::change([&](QList<Schedule> &schedules) {
         for (Schedule &candidate : schedules) {
             if (candidate.identifier == schedule.identifier) {
                 candidate.isEnabled = isEnabled;
@@ -69,8 +97,10 @@ void setEnabled(const AdminOptions &options, bool isEnabled)
             }
         }
     });
-    ZDRLog("Schedule \"%@\" (%@) was %@ by user %d.", logLabel(schedule.name), logLabel(schedule.identifier),
-           QString(isEnabled ? "enabled" : "disabled"), Identity::caller());
+    if (by == StoreCommands::ChangedBy::ThisTool)
+        ZDRLog("Schedule \"%@\" (%@) was %@ by user %d.", logLabel(schedule.name),
+               logLabel(schedule.identifier), QString(isEnabled ? "enabled" : "disabled"),
+               Identity::caller());
     if (options.isSet("json"))
         Output::json({{"schedule", StoreCommands::describe(schedule)}});
     else
@@ -114,15 +144,28 @@ Schedule StoreCommands::find(const QString &identifierOrName)
     return matches.constFirst();
 }
 
-void StoreCommands::change(const std::function<void(QList<Schedule> &)> &alteration)
+StoreCommands::ChangedBy StoreCommands::change(const std::function<void(QList<Schedule> &)> &alteration)
 {
-    requireWritableFolder();
+    if (!mayChangeFile()) {
+        askDaemon(alteration);
+        return ChangedBy::TheDaemon;
+    }
     const auto changed = ScheduleStore::edit([&](QList<Schedule> &schedules) {
         alteration(schedules);
         return true;
     });
     if (!changed)
         throw AdminError(ExitStatus::Failed, changed.error().text + ".");
+    return ChangedBy::ThisTool;
+}
+
+StoreCommands::ChangedBy StoreCommands::add(Schedule &schedule)
+{
+    if (!mayChangeFile()) {
+        schedule.identifier = Door::add(schedule);
+        return ChangedBy::TheDaemon;
+    }
+    return change([&](QList<Schedule> &schedules) { schedules += schedule; });
 }
 
 QVariantMap StoreCommands::describe(const Schedule &schedule)
@@ -149,12 +192,13 @@ QVariantMap StoreCommands::describe(const Schedule &schedule)
 void StoreCommands::remove(const AdminOptions &options)
 {
     const Schedule schedule = find(options.argument(0));
-    change([&](QList<Schedule> &schedules) {
+    const auto by = change([&](QList<Schedule> &schedules) {
         schedules.removeIf(
             [&](const Schedule &candidate) { return candidate.identifier == schedule.identifier; });
     });
-    ZDRLog("Schedule \"%@\" (%@) was removed by user %d.", logLabel(schedule.name),
-           logLabel(schedule.identifier), Identity::caller());
+    if (by == ChangedBy::ThisTool)
+        ZDRLog("Schedule \"%@\" (%@) was removed by user %d.", logLabel(schedule.name),
+               logLabel(schedule.identifier), Identity::caller());
     if (options.isSet("json"))
         Output::json({{"schedule", describe(schedule)}});
     else

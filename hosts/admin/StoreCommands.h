@@ -24,8 +24,15 @@ ScheduleStore::Content read();
 /// The one schedule that an identifier or a name selects.
 Schedule find(const QString &identifierOrName);
 
-/// Alters the schedules in the store.
-void change(const std::function<void(QList<Schedule> &schedules)> &alteration);
+/// Who changed the store, and tells of it in the log.
+enum class ChangedBy { ThisTool, TheDaemon };
+
+/// Alters the schedules in the store: in the file, or, for who may not do that, by the daemon on the system
+/// bus.
+ChangedBy change(const std::function<void(QList<Schedule> &schedules)> &alteration);
+
+/// Adds a schedule in the same way. It may get another identifier.
+ChangedBy add(Schedule &schedule);
 
 /// The schedule as `--json` shows it.
 QVariantMap describe(const Schedule &schedule);

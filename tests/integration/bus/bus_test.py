@@ -493,6 +493,51 @@ def flood(system):
     assert isinstance(system.ask(BOB, "Add", wish("Bob's")), str)
 
 
+def tool(system):
+    """dozely-admin, by who may not change the files."""
+    system.begin()
+    system.answer(ALICE, OWN, "yes")
+
+    def admin(*arguments, user=ALICE):
+        return system.as_user(user, [system.path("usr/bin/dozely-admin"), "--root", system.root, *arguments])
+    status, output = admin("add", "Water", "--program", "/usr/bin/touch", "--argument", "x", "--in-session", "--every", "day",
+                           "--at", "07:00", "--missed", "run-once=1h", "--json")
+    assert status == 0, output
+    added = json.loads(output.splitlines()[-1])["schedule"]
+    got = system.ask(ALICE, "Get", added["identifier"])
+    same([got[key] for key in ("owner", "actsIn", "missed", "missedLimit")], [ALICE, "session", "run once", 3600])
+    same(got["repeats"]["rule"], added["repeats"]["rule"])
+    steps = (["change", "Water", "--name", "Plants", "--at", "08:00"], ["change", "Plants", "--missed", "bundle"],
+             ["change", "Plants", "--tell-failure"], ["skip", "Plants"], ["postpone", "Plants", "90"],
+             ["disable", "Plants"], ["enable", "Plants"], ["change", "Plants", "--once"])
+    for step in steps:
+        status, output = admin(*step)
+        assert status == 0, (step, output)
+    got = system.ask(ALICE, "Get", added["identifier"])
+    same([got["name"], "missed" in got, "repeats" in got, got["parameters"]["Tell Failure"], got["isEnabled"]],
+         ["Plants", False, False, 1, True])
+    status, output = admin("history", "Plants", "--json")
+    # Skipped; and postponed, and disabled then.
+    same([each["state"] for each in json.loads(output)["occurrences"]], ["removed"] * 2)
+    # What takes an administrator, who is not there.
+    status, output = admin("add", "Backup", "--program", "/usr/bin/touch", "--in-daemon", "--in", "3600")
+    same([status, output], [3, "Dozely Admin: You are not allowed to do this."])
+    status, output = admin("remove", "Plants", user=BOB)
+    same(status, 3)
+    status, output = admin("skip", "Plants", user=BOB)
+    same(status, 3)
+    same(admin("remove", "Plants")[0], 0)
+    same(system.ask(ALICE, "List"), [])
+    lines = [line for line in system.log_text().splitlines() if "was added by" in line]
+    same(len(lines), 1)
+    system.end("dozelyd")
+    status, output = admin("add", "Water", "--program", "/usr/bin/touch", "--in", "3600")
+    same(status, 3)
+    assert "try it as root" in output, output
+    status, output = system.admin("add", "Water", "--program", "/usr/bin/touch", "--in", "3600")
+    same(status, 0)
+
+
 def page_program(system):
     """The program of docs/bus.md, run as a user."""
     system.begin()

@@ -60,8 +60,8 @@ TEST(ScheduleWish, BeginsWhatRepeatsAnewSoThatNothingWasMissed)
 {
     // Where it is 15:00 already.
     const Schedule repeated = made(wish({{"date", ""}, {"repeats", daily}, {"timeZone", "Asia/Tokyo"}}));
-    EXPECT_EQ(repeated.recurrence->localStart.toString(), "2026-03-15T07:00:00");
-    EXPECT_EQ(repeated.date, QDateTime({2026, 3, 15}, {22, 0}, Qt::UTC)); // the first is left out
+    EXPECT_EQ(repeated.recurrence->localStart.toString(), "2026-03-16T07:00:00");
+    EXPECT_EQ(repeated.date, QDateTime({2026, 3, 15}, {22, 0}, Qt::UTC));
 }
 
 TEST(ScheduleWish, KeepsWhatIsNotNamedAndWhatIsTheSame)
