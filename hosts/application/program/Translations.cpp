@@ -20,7 +20,7 @@ void load(const QString &name, const QString &folder)
 
 void Translations::install(const QStringList &languages)
 {
-    for (const QString &language : languages) {
+    for (const QString &language : languages + QStringList("en")) {
         const QString code = language.section('-', 0, 0);
         auto *const translator = new QTranslator(qApp);
         if (!translator->load("dozely_" + code, ":/translations")) {

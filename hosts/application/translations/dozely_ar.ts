@@ -86,10 +86,6 @@
         <translation>أبدًا</translation>
     </message>
     <message>
-        <source>After a day</source>
-        <translation>بعد يوم معيّن</translation>
-    </message>
-    <message>
         <source>After a number of times</source>
         <translation>بعد عدد من المرات</translation>
     </message>
@@ -104,6 +100,10 @@
     <message>
         <source>How many times</source>
         <translation>عدد المرات</translation>
+    </message>
+    <message>
+        <source>On a day</source>
+        <translation>في يوم معيّن</translation>
     </message>
 </context>
 <context>
@@ -144,6 +144,80 @@
     <message>
         <source>also on %1</source>
         <translation>أيضًا في %1</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryModel</name>
+    <message>
+        <source>(gone)</source>
+        <comment>a schedule</comment>
+        <translation>(لم يعد موجودًا)</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>متى</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>الموعد</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>النتيجة</translation>
+    </message>
+    <message>
+        <source>Began</source>
+        <translation>البدء</translation>
+    </message>
+    <message>
+        <source>Why</source>
+        <translation>السبب</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryView</name>
+    <message>
+        <source>Search</source>
+        <translation>بحث</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>البحث في السجل</translation>
+    </message>
+    <message>
+        <source>Only what went wrong</source>
+        <translation>ما تعثّر فقط</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>السجل</translation>
+    </message>
+    <message>
+        <source>Nothing has taken place yet.</source>
+        <translation>لم يحدث شيء بعد.</translation>
+    </message>
+    <message>
+        <source>Nothing in the history is like that.</source>
+        <translation>لا شيء كهذا في السجل.</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Log</source>
+        <translation>سجل الأحداث</translation>
+    </message>
+    <message>
+        <source>The log cannot be read: %1.</source>
+        <translation>تعذّرت قراءة سجل الأحداث: %1.</translation>
+    </message>
+    <message>
+        <source>The log has nothing of that time.</source>
+        <translation>لا شيء في سجل الأحداث عن ذلك الوقت.</translation>
+    </message>
+    <message>
+        <source>These are the first %1 lines.</source>
+        <translation>هذه أول %1 من الأسطر.</translation>
     </message>
 </context>
 <context>
@@ -194,6 +268,22 @@
     <message>
         <source>&amp;Discard</source>
         <translation>&amp;تجاهل</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>طرق العرض</translation>
+    </message>
+    <message>
+        <source>&amp;Schedules</source>
+        <translation>&amp;المواعيد</translation>
+    </message>
+    <message>
+        <source>&amp;Month</source>
+        <translation>&amp;الشهر</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>&amp;السجل</translation>
     </message>
 </context>
 <context>
@@ -248,34 +338,247 @@
     </message>
 </context>
 <context>
+    <name>MonthDelegate</name>
+    <message>
+        <source>%1 in all</source>
+        <comment>occurrences of a day</comment>
+        <translation>%1 إجمالًا</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <comment>occurrences of a day</comment>
+        <translation>+%1 أخرى</translation>
+    </message>
+</context>
+<context>
+    <name>MonthGrid</name>
+    <message>
+        <source>Month</source>
+        <translation>الشهر</translation>
+    </message>
+</context>
+<context>
+    <name>MonthModel</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>a time, and the name of a schedule</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1, skipped</source>
+        <comment>an occurrence</comment>
+        <translation>%1، متخطًّى</translation>
+    </message>
+    <message>
+        <source>%1, put off</source>
+        <comment>an occurrence</comment>
+        <translation>%1، مؤجَّل</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>occurrences</comment>
+        <translation>%1 أخرى</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <comment>takes place on a day</comment>
+        <translation>لا شيء</translation>
+    </message>
+</context>
+<context>
+    <name>MonthView</name>
+    <message>
+        <source>Previous month</source>
+        <translation>الشهر السابق</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>اليوم</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>الشهر التالي</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a month and a year</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
     <name>NewSchedule</name>
     <message>
         <source>New schedule</source>
         <translation>موعد جديد</translation>
     </message>
+</context>
+<context>
+    <name>NextDates</name>
     <message>
-        <source>Switch off in the evening</source>
-        <translation>إيقاف التشغيل مساءً</translation>
+        <source>Next dates</source>
+        <translation>المواعيد التالية</translation>
     </message>
     <message>
-        <source>Every day at 23:00, with a warning five minutes before.</source>
-        <translation>كل يوم في 23:00، مع تنبيه قبلها بخمس دقائق.</translation>
+        <source>Nothing comes of it any more.</source>
+        <translation>لن يحدث منه شيء بعد الآن.</translation>
     </message>
     <message>
-        <source>Wake with music</source>
-        <translation>الاستيقاظ على الموسيقى</translation>
+        <source>That is past.</source>
+        <translation>مضى ذلك.</translation>
     </message>
     <message>
-        <source>On weekdays at 6:55 the computer wakes and plays what you choose.</source>
-        <translation>في أيام العمل عند 6:55 يستيقظ الحاسوب ويشغّل ما تختاره.</translation>
+        <source>%1: clocks skip %2</source>
+        <comment>a date and a time</comment>
+        <translation>%1: تتخطى الساعات %2</translation>
     </message>
     <message>
-        <source>Backup at night</source>
-        <translation>نسخ احتياطي ليلي</translation>
+        <source>%1: %2</source>
+        <comment>a date, and what is to be known of it</comment>
+        <translation>%1: %2</translation>
     </message>
     <message>
-        <source>Every night at 2:00 the computer wakes, makes a backup and sleeps again.</source>
-        <translation>كل ليلة عند 2:00 يستيقظ الحاسوب وينشئ نسخة احتياطية ثم يسكن من جديد.</translation>
+        <source>%1 (%2 in %3)</source>
+        <comment>a date, and its time in another zone</comment>
+        <translation>%1 (%2 في %3)</translation>
+    </message>
+    <message>
+        <source>clocks are set forward before it</source>
+        <translation>تُقدَّم الساعات قبله</translation>
+    </message>
+    <message>
+        <source>clocks are set back before it</source>
+        <translation>تُؤخَّر الساعات قبله</translation>
+    </message>
+</context>
+<context>
+    <name>OccurrenceActions</name>
+    <message>
+        <source>Skip</source>
+        <translation>تخطي</translation>
+    </message>
+    <message>
+        <source>Put off</source>
+        <translation>تأجيل</translation>
+    </message>
+    <message>
+        <source>Run now</source>
+        <translation>تنفيذ الآن</translation>
+    </message>
+    <message>
+        <source>10 minutes</source>
+        <translation>10 دقائق</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 دقيقة</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>ساعة</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 ساعات</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>يوم</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeWords</name>
+    <message>
+        <source>%1 to %2</source>
+        <comment>two dates</comment>
+        <translation>%1 إلى %2</translation>
+    </message>
+    <message>
+        <source>put off until %1</source>
+        <translation>مؤجَّل حتى %1</translation>
+    </message>
+    <message>
+        <source>%1, %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1، %2 مرات</translation>
+    </message>
+    <message>
+        <source>%1, at least %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1، %2 مرات على الأقل</translation>
+    </message>
+    <message>
+        <source>asked for</source>
+        <translation>مطلوب</translation>
+    </message>
+    <message>
+        <source>at work</source>
+        <translation>قيد التنفيذ</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>تمّ</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>فشل</translation>
+    </message>
+    <message>
+        <source>skipped, too late</source>
+        <translation>متخطًّى لتأخره</translation>
+    </message>
+    <message>
+        <source>missed</source>
+        <translation>فائت</translation>
+    </message>
+    <message>
+        <source>put off</source>
+        <translation>مؤجَّل</translation>
+    </message>
+    <message>
+        <source>could not be started</source>
+        <translation>تعذّر بدؤه</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>ملغى</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>غير معروف</translation>
+    </message>
+    <message>
+        <source>interrupted</source>
+        <translation>انقطع</translation>
+    </message>
+    <message>
+        <source>on time</source>
+        <translation>في موعده</translation>
+    </message>
+    <message>
+        <source>%1 late</source>
+        <comment>a duration</comment>
+        <translation>متأخر %1</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 ث</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 د</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 س %2 د</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <comment>days and hours</comment>
+        <translation>%1 ي %2 س</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>رمز الإنهاء %1</translation>
     </message>
 </context>
 <context>
@@ -343,31 +646,6 @@
     <message>
         <source>years</source>
         <translation>سنوات</translation>
-    </message>
-</context>
-<context>
-    <name>PeopleDates</name>
-    <message>
-        <source>d MMM</source>
-        <extracomment>a day without its year, as QDate::toString has it</extracomment>
-        <translation>d MMMM</translation>
-    </message>
-    <message>
-        <source>d MMM yyyy</source>
-        <translation>d MMMM yyyy</translation>
-    </message>
-    <message>
-        <source>today %1</source>
-        <translation>اليوم %1</translation>
-    </message>
-    <message>
-        <source>tomorrow %1</source>
-        <translation>غدًا %1</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <extracomment>a day and a time: &quot;Thursday 06:55&quot;</extracomment>
-        <translation>%1 %2</translation>
     </message>
 </context>
 <context>
@@ -502,6 +780,21 @@
             <numerusform> دقيقة</numerusform>
             <numerusform> دقيقة</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ReadyWishes</name>
+    <message>
+        <source>Switch off in the evening</source>
+        <translation>إيقاف التشغيل مساءً</translation>
+    </message>
+    <message>
+        <source>Wake with music</source>
+        <translation>الاستيقاظ على الموسيقى</translation>
+    </message>
+    <message>
+        <source>Backup at night</source>
+        <translation>نسخ احتياطي ليلي</translation>
     </message>
 </context>
 <context>
@@ -709,6 +1002,11 @@
         <source>Something &amp;else</source>
         <translation>شيء &amp;آخر</translation>
     </message>
+    <message>
+        <source>%1, for the first time %2</source>
+        <extracomment>an action, and when it takes place first: &quot;Power Off, for the first time tomorrow 22:00&quot;</extracomment>
+        <translation>%1، لأول مرة %2</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -848,6 +1146,13 @@
     <message>
         <source>There can be at most %1 exceptions.</source>
         <translation>يمكن أن يكون هناك %1 استثناء على الأكثر.</translation>
+    </message>
+</context>
+<context>
+    <name>WhenPane</name>
+    <message>
+        <source>Next dates</source>
+        <translation>المواعيد التالية</translation>
     </message>
 </context>
 <context>

@@ -86,10 +86,6 @@
         <translation>Nie</translation>
     </message>
     <message>
-        <source>After a day</source>
-        <translation>Nach einem Tag</translation>
-    </message>
-    <message>
         <source>After a number of times</source>
         <translation>Nach einer Anzahl</translation>
     </message>
@@ -104,6 +100,10 @@
     <message>
         <source>How many times</source>
         <translation>Wie oft</translation>
+    </message>
+    <message>
+        <source>On a day</source>
+        <translation>An einem Tag</translation>
     </message>
 </context>
 <context>
@@ -144,6 +144,80 @@
     <message>
         <source>also on %1</source>
         <translation>auch am %1</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryModel</name>
+    <message>
+        <source>(gone)</source>
+        <comment>a schedule</comment>
+        <translation>(nicht mehr da)</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>Wann</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>Zeitplan</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>Began</source>
+        <translation>Begonnen</translation>
+    </message>
+    <message>
+        <source>Why</source>
+        <translation>Warum</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryView</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>Verlauf durchsuchen</translation>
+    </message>
+    <message>
+        <source>Only what went wrong</source>
+        <translation>Nur was schiefging</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Verlauf</translation>
+    </message>
+    <message>
+        <source>Nothing has taken place yet.</source>
+        <translation>Noch hat nichts stattgefunden.</translation>
+    </message>
+    <message>
+        <source>Nothing in the history is like that.</source>
+        <translation>So etwas gibt es im Verlauf nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>The log cannot be read: %1.</source>
+        <translation>Das Protokoll kann nicht gelesen werden: %1.</translation>
+    </message>
+    <message>
+        <source>The log has nothing of that time.</source>
+        <translation>Das Protokoll hat nichts aus dieser Zeit.</translation>
+    </message>
+    <message>
+        <source>These are the first %1 lines.</source>
+        <translation>Das sind die ersten %1 Zeilen.</translation>
     </message>
 </context>
 <context>
@@ -190,6 +264,22 @@
     <message>
         <source>&amp;Discard</source>
         <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Ansichten</translation>
+    </message>
+    <message>
+        <source>&amp;Schedules</source>
+        <translation>&amp;Zeitpläne</translation>
+    </message>
+    <message>
+        <source>&amp;Month</source>
+        <translation>&amp;Monat</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>Ver&amp;lauf</translation>
     </message>
 </context>
 <context>
@@ -244,34 +334,247 @@
     </message>
 </context>
 <context>
+    <name>MonthDelegate</name>
+    <message>
+        <source>%1 in all</source>
+        <comment>occurrences of a day</comment>
+        <translation>%1 insgesamt</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <comment>occurrences of a day</comment>
+        <translation>+%1 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>MonthGrid</name>
+    <message>
+        <source>Month</source>
+        <translation>Monat</translation>
+    </message>
+</context>
+<context>
+    <name>MonthModel</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>a time, and the name of a schedule</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1, skipped</source>
+        <comment>an occurrence</comment>
+        <translation>%1, ausgelassen</translation>
+    </message>
+    <message>
+        <source>%1, put off</source>
+        <comment>an occurrence</comment>
+        <translation>%1, verschoben</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>occurrences</comment>
+        <translation>%1 weitere</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <comment>takes place on a day</comment>
+        <translation>nichts</translation>
+    </message>
+</context>
+<context>
+    <name>MonthView</name>
+    <message>
+        <source>Previous month</source>
+        <translation>Voriger Monat</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>Nächster Monat</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a month and a year</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
     <name>NewSchedule</name>
     <message>
         <source>New schedule</source>
         <translation>Neuer Zeitplan</translation>
     </message>
+</context>
+<context>
+    <name>NextDates</name>
     <message>
-        <source>Switch off in the evening</source>
-        <translation>Abends ausschalten</translation>
+        <source>Next dates</source>
+        <translation>Nächste Termine</translation>
     </message>
     <message>
-        <source>Every day at 23:00, with a warning five minutes before.</source>
-        <translation>Jeden Tag um 23:00, mit einer Warnung fünf Minuten vorher.</translation>
+        <source>Nothing comes of it any more.</source>
+        <translation>Daraus wird nichts mehr.</translation>
     </message>
     <message>
-        <source>Wake with music</source>
-        <translation>Mit Musik wecken</translation>
+        <source>That is past.</source>
+        <translation>Das ist vorbei.</translation>
     </message>
     <message>
-        <source>On weekdays at 6:55 the computer wakes and plays what you choose.</source>
-        <translation>Werktags um 6:55 wacht der Computer auf und spielt, was Sie wählen.</translation>
+        <source>%1: clocks skip %2</source>
+        <comment>a date and a time</comment>
+        <translation>%1: Die Uhren überspringen %2</translation>
     </message>
     <message>
-        <source>Backup at night</source>
-        <translation>Nächtliche Sicherung</translation>
+        <source>%1: %2</source>
+        <comment>a date, and what is to be known of it</comment>
+        <translation>%1: %2</translation>
     </message>
     <message>
-        <source>Every night at 2:00 the computer wakes, makes a backup and sleeps again.</source>
-        <translation>Jede Nacht um 2:00 wacht der Computer auf, macht eine Sicherung und schläft wieder ein.</translation>
+        <source>%1 (%2 in %3)</source>
+        <comment>a date, and its time in another zone</comment>
+        <translation>%1 (%2 in %3)</translation>
+    </message>
+    <message>
+        <source>clocks are set forward before it</source>
+        <translation>vorher werden die Uhren vorgestellt</translation>
+    </message>
+    <message>
+        <source>clocks are set back before it</source>
+        <translation>vorher werden die Uhren zurückgestellt</translation>
+    </message>
+</context>
+<context>
+    <name>OccurrenceActions</name>
+    <message>
+        <source>Skip</source>
+        <translation>Auslassen</translation>
+    </message>
+    <message>
+        <source>Put off</source>
+        <translation>Verschieben</translation>
+    </message>
+    <message>
+        <source>Run now</source>
+        <translation>Jetzt ausführen</translation>
+    </message>
+    <message>
+        <source>10 minutes</source>
+        <translation>10 Minuten</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 Minuten</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>1 Stunde</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 Stunden</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 Tag</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeWords</name>
+    <message>
+        <source>%1 to %2</source>
+        <comment>two dates</comment>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>put off until %1</source>
+        <translation>verschoben auf %1</translation>
+    </message>
+    <message>
+        <source>%1, %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, %2-mal</translation>
+    </message>
+    <message>
+        <source>%1, at least %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, mindestens %2-mal</translation>
+    </message>
+    <message>
+        <source>asked for</source>
+        <translation>angefordert</translation>
+    </message>
+    <message>
+        <source>at work</source>
+        <translation>läuft gerade</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>erledigt</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>skipped, too late</source>
+        <translation>ausgelassen, zu spät</translation>
+    </message>
+    <message>
+        <source>missed</source>
+        <translation>verpasst</translation>
+    </message>
+    <message>
+        <source>put off</source>
+        <translation>verschoben</translation>
+    </message>
+    <message>
+        <source>could not be started</source>
+        <translation>konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+    <message>
+        <source>interrupted</source>
+        <translation>unterbrochen</translation>
+    </message>
+    <message>
+        <source>on time</source>
+        <translation>pünktlich</translation>
+    </message>
+    <message>
+        <source>%1 late</source>
+        <comment>a duration</comment>
+        <translation>%1 zu spät</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <comment>days and hours</comment>
+        <translation>%1 T. %2 h</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>Endestatus %1</translation>
     </message>
 </context>
 <context>
@@ -339,31 +642,6 @@
     <message>
         <source>years</source>
         <translation>Jahre</translation>
-    </message>
-</context>
-<context>
-    <name>PeopleDates</name>
-    <message>
-        <source>d MMM</source>
-        <extracomment>a day without its year, as QDate::toString has it</extracomment>
-        <translation>d. MMM</translation>
-    </message>
-    <message>
-        <source>d MMM yyyy</source>
-        <translation>d. MMM yyyy</translation>
-    </message>
-    <message>
-        <source>today %1</source>
-        <translation>heute %1</translation>
-    </message>
-    <message>
-        <source>tomorrow %1</source>
-        <translation>morgen %1</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <extracomment>a day and a time: &quot;Thursday 06:55&quot;</extracomment>
-        <translation>%1 %2</translation>
     </message>
 </context>
 <context>
@@ -494,6 +772,21 @@
             <numerusform> Minute</numerusform>
             <numerusform> Minuten</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ReadyWishes</name>
+    <message>
+        <source>Switch off in the evening</source>
+        <translation>Abends ausschalten</translation>
+    </message>
+    <message>
+        <source>Wake with music</source>
+        <translation>Mit Musik wecken</translation>
+    </message>
+    <message>
+        <source>Backup at night</source>
+        <translation>Nächtliche Sicherung</translation>
     </message>
 </context>
 <context>
@@ -701,6 +994,11 @@
         <source>Something &amp;else</source>
         <translation>Etwas &amp;anderes</translation>
     </message>
+    <message>
+        <source>%1, for the first time %2</source>
+        <extracomment>an action, and when it takes place first: &quot;Power Off, for the first time tomorrow 22:00&quot;</extracomment>
+        <translation>%1, zum ersten Mal %2</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -840,6 +1138,13 @@
     <message>
         <source>There can be at most %1 exceptions.</source>
         <translation>Es kann höchstens %1 Ausnahmen geben.</translation>
+    </message>
+</context>
+<context>
+    <name>WhenPane</name>
+    <message>
+        <source>Next dates</source>
+        <translation>Nächste Termine</translation>
     </message>
 </context>
 <context>

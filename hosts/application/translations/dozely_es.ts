@@ -86,10 +86,6 @@
         <translation>Nunca</translation>
     </message>
     <message>
-        <source>After a day</source>
-        <translation>Después de un día</translation>
-    </message>
-    <message>
         <source>After a number of times</source>
         <translation>Después de varias veces</translation>
     </message>
@@ -104,6 +100,10 @@
     <message>
         <source>How many times</source>
         <translation>Cuántas veces</translation>
+    </message>
+    <message>
+        <source>On a day</source>
+        <translation>En un día</translation>
     </message>
 </context>
 <context>
@@ -144,6 +144,80 @@
     <message>
         <source>also on %1</source>
         <translation>también el %1</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryModel</name>
+    <message>
+        <source>(gone)</source>
+        <comment>a schedule</comment>
+        <translation>(ya no está)</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>Cuándo</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>Programación</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Resultado</translation>
+    </message>
+    <message>
+        <source>Began</source>
+        <translation>Inicio</translation>
+    </message>
+    <message>
+        <source>Why</source>
+        <translation>Por qué</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryView</name>
+    <message>
+        <source>Search</source>
+        <translation>Buscar</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>Buscar en el historial</translation>
+    </message>
+    <message>
+        <source>Only what went wrong</source>
+        <translation>Solo lo que salió mal</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Historial</translation>
+    </message>
+    <message>
+        <source>Nothing has taken place yet.</source>
+        <translation>Aún no ha tenido lugar nada.</translation>
+    </message>
+    <message>
+        <source>Nothing in the history is like that.</source>
+        <translation>No hay nada así en el historial.</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Log</source>
+        <translation>Registro</translation>
+    </message>
+    <message>
+        <source>The log cannot be read: %1.</source>
+        <translation>No se puede leer el registro: %1.</translation>
+    </message>
+    <message>
+        <source>The log has nothing of that time.</source>
+        <translation>El registro no tiene nada de ese momento.</translation>
+    </message>
+    <message>
+        <source>These are the first %1 lines.</source>
+        <translation>Estas son las primeras %1 líneas.</translation>
     </message>
 </context>
 <context>
@@ -190,6 +264,22 @@
     <message>
         <source>&amp;Discard</source>
         <translation>&amp;Descartar</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Vistas</translation>
+    </message>
+    <message>
+        <source>&amp;Schedules</source>
+        <translation>&amp;Programaciones</translation>
+    </message>
+    <message>
+        <source>&amp;Month</source>
+        <translation>&amp;Mes</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>&amp;Historial</translation>
     </message>
 </context>
 <context>
@@ -244,34 +334,247 @@
     </message>
 </context>
 <context>
+    <name>MonthDelegate</name>
+    <message>
+        <source>%1 in all</source>
+        <comment>occurrences of a day</comment>
+        <translation>%1 en total</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <comment>occurrences of a day</comment>
+        <translation>+%1 más</translation>
+    </message>
+</context>
+<context>
+    <name>MonthGrid</name>
+    <message>
+        <source>Month</source>
+        <translation>Mes</translation>
+    </message>
+</context>
+<context>
+    <name>MonthModel</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>a time, and the name of a schedule</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1, skipped</source>
+        <comment>an occurrence</comment>
+        <translation>%1, omitida</translation>
+    </message>
+    <message>
+        <source>%1, put off</source>
+        <comment>an occurrence</comment>
+        <translation>%1, aplazada</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>occurrences</comment>
+        <translation>%1 más</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <comment>takes place on a day</comment>
+        <translation>nada</translation>
+    </message>
+</context>
+<context>
+    <name>MonthView</name>
+    <message>
+        <source>Previous month</source>
+        <translation>Mes anterior</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>Mes siguiente</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a month and a year</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
     <name>NewSchedule</name>
     <message>
         <source>New schedule</source>
         <translation>Nueva programación</translation>
     </message>
+</context>
+<context>
+    <name>NextDates</name>
     <message>
-        <source>Switch off in the evening</source>
-        <translation>Apagar por la noche</translation>
+        <source>Next dates</source>
+        <translation>Próximas fechas</translation>
     </message>
     <message>
-        <source>Every day at 23:00, with a warning five minutes before.</source>
-        <translation>Cada día a las 23:00, con un aviso cinco minutos antes.</translation>
+        <source>Nothing comes of it any more.</source>
+        <translation>Ya no tendrá lugar.</translation>
     </message>
     <message>
-        <source>Wake with music</source>
-        <translation>Despertar con música</translation>
+        <source>That is past.</source>
+        <translation>Eso ya pasó.</translation>
     </message>
     <message>
-        <source>On weekdays at 6:55 the computer wakes and plays what you choose.</source>
-        <translation>Entre semana a las 6:55 el equipo se despierta y reproduce lo que elija.</translation>
+        <source>%1: clocks skip %2</source>
+        <comment>a date and a time</comment>
+        <translation>%1: los relojes saltan las %2</translation>
     </message>
     <message>
-        <source>Backup at night</source>
-        <translation>Copia de seguridad nocturna</translation>
+        <source>%1: %2</source>
+        <comment>a date, and what is to be known of it</comment>
+        <translation>%1: %2</translation>
     </message>
     <message>
-        <source>Every night at 2:00 the computer wakes, makes a backup and sleeps again.</source>
-        <translation>Cada noche a las 2:00 el equipo se despierta, hace una copia y vuelve a suspenderse.</translation>
+        <source>%1 (%2 in %3)</source>
+        <comment>a date, and its time in another zone</comment>
+        <translation>%1 (%2 en %3)</translation>
+    </message>
+    <message>
+        <source>clocks are set forward before it</source>
+        <translation>antes se adelantan los relojes</translation>
+    </message>
+    <message>
+        <source>clocks are set back before it</source>
+        <translation>antes se atrasan los relojes</translation>
+    </message>
+</context>
+<context>
+    <name>OccurrenceActions</name>
+    <message>
+        <source>Skip</source>
+        <translation>Omitir</translation>
+    </message>
+    <message>
+        <source>Put off</source>
+        <translation>Aplazar</translation>
+    </message>
+    <message>
+        <source>Run now</source>
+        <translation>Ejecutar ahora</translation>
+    </message>
+    <message>
+        <source>10 minutes</source>
+        <translation>10 minutos</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 minutos</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>1 hora</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 horas</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 día</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeWords</name>
+    <message>
+        <source>%1 to %2</source>
+        <comment>two dates</comment>
+        <translation>%1 a %2</translation>
+    </message>
+    <message>
+        <source>put off until %1</source>
+        <translation>aplazada hasta %1</translation>
+    </message>
+    <message>
+        <source>%1, %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, %2 veces</translation>
+    </message>
+    <message>
+        <source>%1, at least %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, al menos %2 veces</translation>
+    </message>
+    <message>
+        <source>asked for</source>
+        <translation>solicitada</translation>
+    </message>
+    <message>
+        <source>at work</source>
+        <translation>en curso</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>hecha</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>fallida</translation>
+    </message>
+    <message>
+        <source>skipped, too late</source>
+        <translation>omitida, demasiado tarde</translation>
+    </message>
+    <message>
+        <source>missed</source>
+        <translation>perdida</translation>
+    </message>
+    <message>
+        <source>put off</source>
+        <translation>aplazada</translation>
+    </message>
+    <message>
+        <source>could not be started</source>
+        <translation>no se pudo iniciar</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>cancelada</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>desconocido</translation>
+    </message>
+    <message>
+        <source>interrupted</source>
+        <translation>interrumpida</translation>
+    </message>
+    <message>
+        <source>on time</source>
+        <translation>a su hora</translation>
+    </message>
+    <message>
+        <source>%1 late</source>
+        <comment>a duration</comment>
+        <translation>%1 de retraso</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <comment>days and hours</comment>
+        <translation>%1 d %2 h</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>código de salida %1</translation>
     </message>
 </context>
 <context>
@@ -339,31 +642,6 @@
     <message>
         <source>years</source>
         <translation>años</translation>
-    </message>
-</context>
-<context>
-    <name>PeopleDates</name>
-    <message>
-        <source>d MMM</source>
-        <extracomment>a day without its year, as QDate::toString has it</extracomment>
-        <translation>d MMM</translation>
-    </message>
-    <message>
-        <source>d MMM yyyy</source>
-        <translation>d MMM yyyy</translation>
-    </message>
-    <message>
-        <source>today %1</source>
-        <translation>hoy %1</translation>
-    </message>
-    <message>
-        <source>tomorrow %1</source>
-        <translation>mañana %1</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <extracomment>a day and a time: &quot;Thursday 06:55&quot;</extracomment>
-        <translation>%1 %2</translation>
     </message>
 </context>
 <context>
@@ -494,6 +772,21 @@
             <numerusform> minuto</numerusform>
             <numerusform> minutos</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ReadyWishes</name>
+    <message>
+        <source>Switch off in the evening</source>
+        <translation>Apagar por la noche</translation>
+    </message>
+    <message>
+        <source>Wake with music</source>
+        <translation>Despertar con música</translation>
+    </message>
+    <message>
+        <source>Backup at night</source>
+        <translation>Copia de seguridad nocturna</translation>
     </message>
 </context>
 <context>
@@ -701,6 +994,11 @@
         <source>Something &amp;else</source>
         <translation>&amp;Otra cosa</translation>
     </message>
+    <message>
+        <source>%1, for the first time %2</source>
+        <extracomment>an action, and when it takes place first: &quot;Power Off, for the first time tomorrow 22:00&quot;</extracomment>
+        <translation>%1, por primera vez %2</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -840,6 +1138,13 @@
     <message>
         <source>There can be at most %1 exceptions.</source>
         <translation>Puede haber como máximo %1 excepciones.</translation>
+    </message>
+</context>
+<context>
+    <name>WhenPane</name>
+    <message>
+        <source>Next dates</source>
+        <translation>Próximas fechas</translation>
     </message>
 </context>
 <context>

@@ -86,10 +86,6 @@
         <translation>Jamais</translation>
     </message>
     <message>
-        <source>After a day</source>
-        <translation>Après un jour donné</translation>
-    </message>
-    <message>
         <source>After a number of times</source>
         <translation>Après un nombre de fois</translation>
     </message>
@@ -104,6 +100,10 @@
     <message>
         <source>How many times</source>
         <translation>Nombre de fois</translation>
+    </message>
+    <message>
+        <source>On a day</source>
+        <translation>À une date</translation>
     </message>
 </context>
 <context>
@@ -144,6 +144,80 @@
     <message>
         <source>also on %1</source>
         <translation>aussi le %1</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryModel</name>
+    <message>
+        <source>(gone)</source>
+        <comment>a schedule</comment>
+        <translation>(supprimée)</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>Quand</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>Planification</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>Résultat</translation>
+    </message>
+    <message>
+        <source>Began</source>
+        <translation>Début</translation>
+    </message>
+    <message>
+        <source>Why</source>
+        <translation>Pourquoi</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryView</name>
+    <message>
+        <source>Search</source>
+        <translation>Rechercher</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>Rechercher dans l’historique</translation>
+    </message>
+    <message>
+        <source>Only what went wrong</source>
+        <translation>Seulement ce qui a échoué</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Historique</translation>
+    </message>
+    <message>
+        <source>Nothing has taken place yet.</source>
+        <translation>Rien n’a encore eu lieu.</translation>
+    </message>
+    <message>
+        <source>Nothing in the history is like that.</source>
+        <translation>Rien de tel dans l’historique.</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Log</source>
+        <translation>Journal</translation>
+    </message>
+    <message>
+        <source>The log cannot be read: %1.</source>
+        <translation>Le journal ne peut pas être lu : %1.</translation>
+    </message>
+    <message>
+        <source>The log has nothing of that time.</source>
+        <translation>Le journal n’a rien de ce moment.</translation>
+    </message>
+    <message>
+        <source>These are the first %1 lines.</source>
+        <translation>Voici les %1 premières lignes.</translation>
     </message>
 </context>
 <context>
@@ -190,6 +264,22 @@
     <message>
         <source>&amp;Discard</source>
         <translation>A&amp;bandonner</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>Vues</translation>
+    </message>
+    <message>
+        <source>&amp;Schedules</source>
+        <translation>&amp;Planifications</translation>
+    </message>
+    <message>
+        <source>&amp;Month</source>
+        <translation>&amp;Mois</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>&amp;Historique</translation>
     </message>
 </context>
 <context>
@@ -244,34 +334,247 @@
     </message>
 </context>
 <context>
+    <name>MonthDelegate</name>
+    <message>
+        <source>%1 in all</source>
+        <comment>occurrences of a day</comment>
+        <translation>%1 en tout</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <comment>occurrences of a day</comment>
+        <translation>+%1 autres</translation>
+    </message>
+</context>
+<context>
+    <name>MonthGrid</name>
+    <message>
+        <source>Month</source>
+        <translation>Mois</translation>
+    </message>
+</context>
+<context>
+    <name>MonthModel</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>a time, and the name of a schedule</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1, skipped</source>
+        <comment>an occurrence</comment>
+        <translation>%1, omise</translation>
+    </message>
+    <message>
+        <source>%1, put off</source>
+        <comment>an occurrence</comment>
+        <translation>%1, reportée</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>occurrences</comment>
+        <translation>%1 autres</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <comment>takes place on a day</comment>
+        <translation>rien</translation>
+    </message>
+</context>
+<context>
+    <name>MonthView</name>
+    <message>
+        <source>Previous month</source>
+        <translation>Mois précédent</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>Mois suivant</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a month and a year</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
     <name>NewSchedule</name>
     <message>
         <source>New schedule</source>
         <translation>Nouvelle planification</translation>
     </message>
+</context>
+<context>
+    <name>NextDates</name>
     <message>
-        <source>Switch off in the evening</source>
-        <translation>Éteindre le soir</translation>
+        <source>Next dates</source>
+        <translation>Prochaines dates</translation>
     </message>
     <message>
-        <source>Every day at 23:00, with a warning five minutes before.</source>
-        <translation>Chaque jour à 23 h 00, avec un avertissement cinq minutes avant.</translation>
+        <source>Nothing comes of it any more.</source>
+        <translation>Il n’en résulte plus rien.</translation>
     </message>
     <message>
-        <source>Wake with music</source>
-        <translation>Réveil en musique</translation>
+        <source>That is past.</source>
+        <translation>C’est passé.</translation>
     </message>
     <message>
-        <source>On weekdays at 6:55 the computer wakes and plays what you choose.</source>
-        <translation>En semaine à 6 h 55, l’ordinateur se réveille et joue ce que vous choisissez.</translation>
+        <source>%1: clocks skip %2</source>
+        <comment>a date and a time</comment>
+        <translation>%1 : les horloges sautent %2</translation>
     </message>
     <message>
-        <source>Backup at night</source>
-        <translation>Sauvegarde nocturne</translation>
+        <source>%1: %2</source>
+        <comment>a date, and what is to be known of it</comment>
+        <translation>%1 : %2</translation>
     </message>
     <message>
-        <source>Every night at 2:00 the computer wakes, makes a backup and sleeps again.</source>
-        <translation>Chaque nuit à 2 h 00, l’ordinateur se réveille, fait une sauvegarde et se rendort.</translation>
+        <source>%1 (%2 in %3)</source>
+        <comment>a date, and its time in another zone</comment>
+        <translation>%1 (%2 à %3)</translation>
+    </message>
+    <message>
+        <source>clocks are set forward before it</source>
+        <translation>les horloges sont avancées avant</translation>
+    </message>
+    <message>
+        <source>clocks are set back before it</source>
+        <translation>les horloges sont reculées avant</translation>
+    </message>
+</context>
+<context>
+    <name>OccurrenceActions</name>
+    <message>
+        <source>Skip</source>
+        <translation>Omettre</translation>
+    </message>
+    <message>
+        <source>Put off</source>
+        <translation>Reporter</translation>
+    </message>
+    <message>
+        <source>Run now</source>
+        <translation>Exécuter maintenant</translation>
+    </message>
+    <message>
+        <source>10 minutes</source>
+        <translation>10 minutes</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 minutes</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>1 heure</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 heures</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 jour</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeWords</name>
+    <message>
+        <source>%1 to %2</source>
+        <comment>two dates</comment>
+        <translation>%1 à %2</translation>
+    </message>
+    <message>
+        <source>put off until %1</source>
+        <translation>reportée à %1</translation>
+    </message>
+    <message>
+        <source>%1, %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, %2 fois</translation>
+    </message>
+    <message>
+        <source>%1, at least %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1, au moins %2 fois</translation>
+    </message>
+    <message>
+        <source>asked for</source>
+        <translation>demandée</translation>
+    </message>
+    <message>
+        <source>at work</source>
+        <translation>en cours</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>faite</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>échouée</translation>
+    </message>
+    <message>
+        <source>skipped, too late</source>
+        <translation>omise, trop tard</translation>
+    </message>
+    <message>
+        <source>missed</source>
+        <translation>manquée</translation>
+    </message>
+    <message>
+        <source>put off</source>
+        <translation>reportée</translation>
+    </message>
+    <message>
+        <source>could not be started</source>
+        <translation>n’a pas pu démarrer</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>annulée</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>inconnu</translation>
+    </message>
+    <message>
+        <source>interrupted</source>
+        <translation>interrompue</translation>
+    </message>
+    <message>
+        <source>on time</source>
+        <translation>à l’heure</translation>
+    </message>
+    <message>
+        <source>%1 late</source>
+        <comment>a duration</comment>
+        <translation>%1 de retard</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <comment>days and hours</comment>
+        <translation>%1 j %2 h</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>code de sortie %1</translation>
     </message>
 </context>
 <context>
@@ -339,31 +642,6 @@
     <message>
         <source>years</source>
         <translation>ans</translation>
-    </message>
-</context>
-<context>
-    <name>PeopleDates</name>
-    <message>
-        <source>d MMM</source>
-        <extracomment>a day without its year, as QDate::toString has it</extracomment>
-        <translation>d MMM</translation>
-    </message>
-    <message>
-        <source>d MMM yyyy</source>
-        <translation>d MMM yyyy</translation>
-    </message>
-    <message>
-        <source>today %1</source>
-        <translation>aujourd’hui %1</translation>
-    </message>
-    <message>
-        <source>tomorrow %1</source>
-        <translation>demain %1</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <extracomment>a day and a time: &quot;Thursday 06:55&quot;</extracomment>
-        <translation>%1 %2</translation>
     </message>
 </context>
 <context>
@@ -494,6 +772,21 @@
             <numerusform> minute</numerusform>
             <numerusform> minutes</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ReadyWishes</name>
+    <message>
+        <source>Switch off in the evening</source>
+        <translation>Éteindre le soir</translation>
+    </message>
+    <message>
+        <source>Wake with music</source>
+        <translation>Réveil en musique</translation>
+    </message>
+    <message>
+        <source>Backup at night</source>
+        <translation>Sauvegarde nocturne</translation>
     </message>
 </context>
 <context>
@@ -701,6 +994,11 @@
         <source>Something &amp;else</source>
         <translation>A&amp;utre chose</translation>
     </message>
+    <message>
+        <source>%1, for the first time %2</source>
+        <extracomment>an action, and when it takes place first: &quot;Power Off, for the first time tomorrow 22:00&quot;</extracomment>
+        <translation>%1, la première fois %2</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -840,6 +1138,13 @@
     <message>
         <source>There can be at most %1 exceptions.</source>
         <translation>Il peut y avoir au plus %1 exceptions.</translation>
+    </message>
+</context>
+<context>
+    <name>WhenPane</name>
+    <message>
+        <source>Next dates</source>
+        <translation>Prochaines dates</translation>
     </message>
 </context>
 <context>

@@ -86,10 +86,6 @@
         <translation>終了しない</translation>
     </message>
     <message>
-        <source>After a day</source>
-        <translation>指定日の後</translation>
-    </message>
-    <message>
         <source>After a number of times</source>
         <translation>指定回数の後</translation>
     </message>
@@ -104,6 +100,10 @@
     <message>
         <source>How many times</source>
         <translation>回数</translation>
+    </message>
+    <message>
+        <source>On a day</source>
+        <translation>指定日</translation>
     </message>
 </context>
 <context>
@@ -144,6 +144,80 @@
     <message>
         <source>also on %1</source>
         <translation>%1 にも</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryModel</name>
+    <message>
+        <source>(gone)</source>
+        <comment>a schedule</comment>
+        <translation>(削除済み)</translation>
+    </message>
+    <message>
+        <source>When</source>
+        <translation>日時</translation>
+    </message>
+    <message>
+        <source>Schedule</source>
+        <translation>スケジュール</translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation>結果</translation>
+    </message>
+    <message>
+        <source>Began</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>Why</source>
+        <translation>理由</translation>
+    </message>
+</context>
+<context>
+    <name>HistoryView</name>
+    <message>
+        <source>Search</source>
+        <translation>検索</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>履歴を検索</translation>
+    </message>
+    <message>
+        <source>Only what went wrong</source>
+        <translation>問題があったものだけ</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>履歴</translation>
+    </message>
+    <message>
+        <source>Nothing has taken place yet.</source>
+        <translation>まだ何も実行されていません。</translation>
+    </message>
+    <message>
+        <source>Nothing in the history is like that.</source>
+        <translation>該当する履歴はありません。</translation>
+    </message>
+</context>
+<context>
+    <name>LogPane</name>
+    <message>
+        <source>Log</source>
+        <translation>ログ</translation>
+    </message>
+    <message>
+        <source>The log cannot be read: %1.</source>
+        <translation>ログを読み込めません: %1。</translation>
+    </message>
+    <message>
+        <source>The log has nothing of that time.</source>
+        <translation>その時間のログはありません。</translation>
+    </message>
+    <message>
+        <source>These are the first %1 lines.</source>
+        <translation>最初の %1 行です。</translation>
     </message>
 </context>
 <context>
@@ -189,6 +263,22 @@
     <message>
         <source>&amp;Discard</source>
         <translation>破棄(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Views</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>&amp;Schedules</source>
+        <translation>スケジュール(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Month</source>
+        <translation>月(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>履歴(&amp;H)</translation>
     </message>
 </context>
 <context>
@@ -243,34 +333,247 @@
     </message>
 </context>
 <context>
+    <name>MonthDelegate</name>
+    <message>
+        <source>%1 in all</source>
+        <comment>occurrences of a day</comment>
+        <translation>計 %1 件</translation>
+    </message>
+    <message>
+        <source>+%1 more</source>
+        <comment>occurrences of a day</comment>
+        <translation>ほか %1 件</translation>
+    </message>
+</context>
+<context>
+    <name>MonthGrid</name>
+    <message>
+        <source>Month</source>
+        <translation>月</translation>
+    </message>
+</context>
+<context>
+    <name>MonthModel</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>a time, and the name of a schedule</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1, skipped</source>
+        <comment>an occurrence</comment>
+        <translation>%1、スキップ</translation>
+    </message>
+    <message>
+        <source>%1, put off</source>
+        <comment>an occurrence</comment>
+        <translation>%1、延期</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <comment>occurrences</comment>
+        <translation>ほか %1 件</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <comment>takes place on a day</comment>
+        <translation>なし</translation>
+    </message>
+</context>
+<context>
+    <name>MonthView</name>
+    <message>
+        <source>Previous month</source>
+        <translation>前の月</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>今日</translation>
+    </message>
+    <message>
+        <source>Next month</source>
+        <translation>次の月</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a month and a year</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
     <name>NewSchedule</name>
     <message>
         <source>New schedule</source>
         <translation>新しいスケジュール</translation>
     </message>
+</context>
+<context>
+    <name>NextDates</name>
     <message>
-        <source>Switch off in the evening</source>
-        <translation>夜に電源を切る</translation>
+        <source>Next dates</source>
+        <translation>次の日時</translation>
     </message>
     <message>
-        <source>Every day at 23:00, with a warning five minutes before.</source>
-        <translation>毎日 23:00、5 分前に警告します。</translation>
+        <source>Nothing comes of it any more.</source>
+        <translation>今後の予定はありません。</translation>
     </message>
     <message>
-        <source>Wake with music</source>
-        <translation>音楽で起こす</translation>
+        <source>That is past.</source>
+        <translation>過ぎています。</translation>
     </message>
     <message>
-        <source>On weekdays at 6:55 the computer wakes and plays what you choose.</source>
-        <translation>平日の 6:55 にコンピューターが起動し、選んだものを再生します。</translation>
+        <source>%1: clocks skip %2</source>
+        <comment>a date and a time</comment>
+        <translation>%1: 時計が %2 を飛ばします</translation>
     </message>
     <message>
-        <source>Backup at night</source>
-        <translation>夜間バックアップ</translation>
+        <source>%1: %2</source>
+        <comment>a date, and what is to be known of it</comment>
+        <translation>%1: %2</translation>
     </message>
     <message>
-        <source>Every night at 2:00 the computer wakes, makes a backup and sleeps again.</source>
-        <translation>毎晩 2:00 にコンピューターが起動してバックアップし、再びスリープします。</translation>
+        <source>%1 (%2 in %3)</source>
+        <comment>a date, and its time in another zone</comment>
+        <translation>%1 (%3 では %2)</translation>
+    </message>
+    <message>
+        <source>clocks are set forward before it</source>
+        <translation>その前に時計が進められます</translation>
+    </message>
+    <message>
+        <source>clocks are set back before it</source>
+        <translation>その前に時計が戻されます</translation>
+    </message>
+</context>
+<context>
+    <name>OccurrenceActions</name>
+    <message>
+        <source>Skip</source>
+        <translation>スキップ</translation>
+    </message>
+    <message>
+        <source>Put off</source>
+        <translation>延期</translation>
+    </message>
+    <message>
+        <source>Run now</source>
+        <translation>今すぐ実行</translation>
+    </message>
+    <message>
+        <source>10 minutes</source>
+        <translation>10 分</translation>
+    </message>
+    <message>
+        <source>30 minutes</source>
+        <translation>30 分</translation>
+    </message>
+    <message>
+        <source>1 hour</source>
+        <translation>1 時間</translation>
+    </message>
+    <message>
+        <source>3 hours</source>
+        <translation>3 時間</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 日</translation>
+    </message>
+</context>
+<context>
+    <name>OutcomeWords</name>
+    <message>
+        <source>%1 to %2</source>
+        <comment>two dates</comment>
+        <translation>%1 から %2</translation>
+    </message>
+    <message>
+        <source>put off until %1</source>
+        <translation>%1 まで延期</translation>
+    </message>
+    <message>
+        <source>%1, %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1、%2 回</translation>
+    </message>
+    <message>
+        <source>%1, at least %2 times</source>
+        <comment>missed; a number</comment>
+        <translation>%1、%2 回以上</translation>
+    </message>
+    <message>
+        <source>asked for</source>
+        <translation>要求済み</translation>
+    </message>
+    <message>
+        <source>at work</source>
+        <translation>実行中</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>完了</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>失敗</translation>
+    </message>
+    <message>
+        <source>skipped, too late</source>
+        <translation>スキップ (遅すぎ)</translation>
+    </message>
+    <message>
+        <source>missed</source>
+        <translation>逃した</translation>
+    </message>
+    <message>
+        <source>put off</source>
+        <translation>延期</translation>
+    </message>
+    <message>
+        <source>could not be started</source>
+        <translation>開始できませんでした</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>不明</translation>
+    </message>
+    <message>
+        <source>interrupted</source>
+        <translation>中断</translation>
+    </message>
+    <message>
+        <source>on time</source>
+        <translation>定刻</translation>
+    </message>
+    <message>
+        <source>%1 late</source>
+        <comment>a duration</comment>
+        <translation>%1 遅れ</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 秒</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 分</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 時間 %2 分</translation>
+    </message>
+    <message>
+        <source>%1 d %2 h</source>
+        <comment>days and hours</comment>
+        <translation>%1 日 %2 時間</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>終了ステータス %1</translation>
     </message>
 </context>
 <context>
@@ -338,31 +641,6 @@
     <message>
         <source>years</source>
         <translation>年</translation>
-    </message>
-</context>
-<context>
-    <name>PeopleDates</name>
-    <message>
-        <source>d MMM</source>
-        <extracomment>a day without its year, as QDate::toString has it</extracomment>
-        <translation>M月d日</translation>
-    </message>
-    <message>
-        <source>d MMM yyyy</source>
-        <translation>yyyy年M月d日</translation>
-    </message>
-    <message>
-        <source>today %1</source>
-        <translation>今日 %1</translation>
-    </message>
-    <message>
-        <source>tomorrow %1</source>
-        <translation>明日 %1</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <extracomment>a day and a time: &quot;Thursday 06:55&quot;</extracomment>
-        <translation>%1 %2</translation>
     </message>
 </context>
 <context>
@@ -492,6 +770,21 @@
         <translation>
             <numerusform> 分</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ReadyWishes</name>
+    <message>
+        <source>Switch off in the evening</source>
+        <translation>夜に電源を切る</translation>
+    </message>
+    <message>
+        <source>Wake with music</source>
+        <translation>音楽で起こす</translation>
+    </message>
+    <message>
+        <source>Backup at night</source>
+        <translation>夜間バックアップ</translation>
     </message>
 </context>
 <context>
@@ -699,6 +992,11 @@
         <source>Something &amp;else</source>
         <translation>その他(&amp;E)</translation>
     </message>
+    <message>
+        <source>%1, for the first time %2</source>
+        <extracomment>an action, and when it takes place first: &quot;Power Off, for the first time tomorrow 22:00&quot;</extracomment>
+        <translation>%1、初回は%2</translation>
+    </message>
 </context>
 <context>
     <name>StatusLine</name>
@@ -838,6 +1136,13 @@
     <message>
         <source>There can be at most %1 exceptions.</source>
         <translation>例外は %1 件までです。</translation>
+    </message>
+</context>
+<context>
+    <name>WhenPane</name>
+    <message>
+        <source>Next dates</source>
+        <translation>次の日時</translation>
     </message>
 </context>
 <context>

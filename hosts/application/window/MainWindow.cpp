@@ -154,7 +154,9 @@ void MainWindow::connectBook()
     connect(&m_client, &SchedulerClient::availabilityChanged, this, &MainWindow::showNotice);
     connect(&m_book, &ScheduleBook::applied, this, [this](int failures) {
         showNotice();
-        if (failures > 0)
+        // Of the one that is shown, the editor says it.
+        const BookEntry *const shown = m_book.entry(m_editor->key());
+        if (failures > (shown && !shown->failure.isEmpty() ? 1 : 0))
             m_notice->tell(
                 NoticeBar::Kind::Warning,
                 tr("%n schedule(s) could not be applied and keep their changes here.", nullptr, failures));

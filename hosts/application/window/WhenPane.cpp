@@ -12,7 +12,13 @@ WhenPane::WhenPane(QWidget *parent) : QWidget(parent), m_form(new RecurrenceForm
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(14);
     layout->addWidget(m_form);
-    layout->addWidget(m_next);
+    auto *const dates = new QVBoxLayout;
+    dates->setSpacing(4);
+    auto *const title = new QLabel(tr("Next dates"));
+    title->setForegroundRole(QPalette::PlaceholderText);
+    dates->addWidget(title);
+    dates->addWidget(m_next);
+    layout->addLayout(dates);
     setFocusProxy(m_form);
     connect(m_form, &RecurrenceForm::changed, this, &WhenPane::take);
 }
