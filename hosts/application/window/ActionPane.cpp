@@ -30,6 +30,21 @@ QVariantMap differences(const QVariantMap &before, const QVariantMap &after)
     }
     return changes;
 }
+
+/// Has the keyboard come from the chooser into the view, and through it in its own order.
+void insertIntoTabOrder(QWidget *chooser, QWidget *view)
+{
+    QList<QWidget *> fields;
+    for (QWidget *field = view->nextInFocusChain(); field != view; field = field->nextInFocusChain()) {
+        if (view->isAncestorOf(field) && field->focusPolicy() != Qt::NoFocus)
+            fields += field;
+    }
+    QWidget *before = chooser;
+    for (QWidget *const field : std::as_const(fields)) {
+        QWidget::setTabOrder(before, field);
+        before = field;
+    }
+}
 } // namespace
 
 ActionPane::ActionPane(ActionSides &sides, QWidget *parent)
@@ -175,6 +190,7 @@ void ActionPane::showSide()
     fit(*m_view);
     m_place->addWidget(m_view);
     m_view->show();
+    insertIntoTabOrder(m_chooser, m_view);
     connect(side, &ConfigurationSide::edited, this, &ActionPane::commit);
 }
 

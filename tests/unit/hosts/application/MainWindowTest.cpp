@@ -376,6 +376,32 @@ TEST_F(MainWindowTest, TakesAViewAwayThatRaises)
     EXPECT_EQ(window->findChild<QLineEdit *>("text"), nullptr);
 }
 
+TEST_F(MainWindowTest, IsGoneThroughByTabFromTopToBottom)
+{
+    client.schedules["2"]["bundlePath"] = other;
+    open();
+    for (const int row : {1, 0}) { // also when a view was away meanwhile
+        list().setCurrentIndex(list().model()->index(row, 0));
+        settle();
+    }
+    window->activateWindow();
+    find<QLineEdit>("name")->setFocus();
+    QStringList order;
+    for (int press = 0; press < 60 && !order.contains("after"); ++press) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        order += QApplication::focusWidget()->objectName();
+    }
+    QStringList known;
+    for (const QString &name : std::as_const(order)) {
+        if (QStringList{"enabled", "action", "text", "warns", "wakes", "switchesOn", "missed", "after"}
+                .contains(name))
+            known += name;
+    }
+    EXPECT_EQ(known,
+              (QStringList{"enabled", "action", "text", "warns", "wakes", "switchesOn", "missed", "after"}))
+        << order.join(' ').toStdString();
+}
+
 TEST_F(MainWindowTest, NamesEveryControlForScreenReaders)
 {
     open();
