@@ -274,16 +274,16 @@
         <translation>طرق العرض</translation>
     </message>
     <message>
-        <source>&amp;Schedules</source>
-        <translation>&amp;المواعيد</translation>
+        <source>Schedules</source>
+        <translation>المواعيد</translation>
     </message>
     <message>
-        <source>&amp;Month</source>
-        <translation>&amp;الشهر</translation>
+        <source>Month</source>
+        <translation>الشهر</translation>
     </message>
     <message>
-        <source>&amp;History</source>
-        <translation>&amp;السجل</translation>
+        <source>History</source>
+        <translation>السجل</translation>
     </message>
 </context>
 <context>
@@ -670,10 +670,6 @@
         <translation>إن &amp;فات موعده:</translation>
     </message>
     <message>
-        <source>After&amp;wards:</source>
-        <translation>&amp;بعد ذلك:</translation>
-    </message>
-    <message>
         <source>Runs &amp;as:</source>
         <translation>&amp;ينفّذه:</translation>
     </message>
@@ -741,6 +737,10 @@
     <message>
         <source>Changing this schedule needs an administrator&apos;s password.</source>
         <translation>تغيير هذا الموعد يحتاج إلى كلمة مرور المدير.</translation>
+    </message>
+    <message>
+        <source>Af&amp;terwards:</source>
+        <translation>&amp;بعد ذلك:</translation>
     </message>
 </context>
 <context>

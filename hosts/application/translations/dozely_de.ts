@@ -270,16 +270,16 @@
         <translation>Ansichten</translation>
     </message>
     <message>
-        <source>&amp;Schedules</source>
-        <translation>&amp;Zeitpläne</translation>
+        <source>Schedules</source>
+        <translation>Zeitpläne</translation>
     </message>
     <message>
-        <source>&amp;Month</source>
-        <translation>&amp;Monat</translation>
+        <source>Month</source>
+        <translation>Monat</translation>
     </message>
     <message>
-        <source>&amp;History</source>
-        <translation>Ver&amp;lauf</translation>
+        <source>History</source>
+        <translation>Verlauf</translation>
     </message>
 </context>
 <context>
@@ -666,12 +666,8 @@
         <translation>Falls ver&amp;passt:</translation>
     </message>
     <message>
-        <source>After&amp;wards:</source>
-        <translation>&amp;Danach:</translation>
-    </message>
-    <message>
         <source>Runs &amp;as:</source>
-        <translation>Läuft &amp;als:</translation>
+        <translation>Läuft al&amp;s:</translation>
     </message>
     <message>
         <source>Change of what is missed</source>
@@ -738,6 +734,10 @@
         <source>Changing this schedule needs an administrator&apos;s password.</source>
         <translation>Diesen Zeitplan zu ändern erfordert das Passwort eines Administrators.</translation>
     </message>
+    <message>
+        <source>Af&amp;terwards:</source>
+        <translation>&amp;Danach:</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>
@@ -751,7 +751,7 @@
     </message>
     <message>
         <source>Switch the &amp;computer on</source>
-        <translation>Den Computer &amp;einschalten</translation>
+        <translation>Den Computer einscha&amp;lten</translation>
     </message>
     <message>
         <source>Minutes between alert and action</source>

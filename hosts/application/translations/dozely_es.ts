@@ -270,16 +270,16 @@
         <translation>Vistas</translation>
     </message>
     <message>
-        <source>&amp;Schedules</source>
-        <translation>&amp;Programaciones</translation>
+        <source>Schedules</source>
+        <translation>Programaciones</translation>
     </message>
     <message>
-        <source>&amp;Month</source>
-        <translation>&amp;Mes</translation>
+        <source>Month</source>
+        <translation>Mes</translation>
     </message>
     <message>
-        <source>&amp;History</source>
-        <translation>&amp;Historial</translation>
+        <source>History</source>
+        <translation>Historial</translation>
     </message>
 </context>
 <context>
@@ -663,15 +663,11 @@
     <name>PolicyForm</name>
     <message>
         <source>If &amp;missed:</source>
-        <translation>Si se &amp;pierde:</translation>
-    </message>
-    <message>
-        <source>After&amp;wards:</source>
-        <translation>Des&amp;pués:</translation>
+        <translation>&amp;Si se pierde:</translation>
     </message>
     <message>
         <source>Runs &amp;as:</source>
-        <translation>Se ejecuta co&amp;mo:</translation>
+        <translation>Se e&amp;jecuta como:</translation>
     </message>
     <message>
         <source>Change of what is missed</source>
@@ -738,6 +734,10 @@
         <source>Changing this schedule needs an administrator&apos;s password.</source>
         <translation>Cambiar esta programación requiere la contraseña de un administrador.</translation>
     </message>
+    <message>
+        <source>Af&amp;terwards:</source>
+        <translation>Desp&amp;ués:</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>
@@ -747,11 +747,11 @@
     </message>
     <message>
         <source>&amp;Wake the computer from sleep</source>
-        <translation>&amp;Despertar el equipo</translation>
+        <translation>D&amp;espertar el equipo</translation>
     </message>
     <message>
         <source>Switch the &amp;computer on</source>
-        <translation>&amp;Encender el equipo</translation>
+        <translation>En&amp;cender el equipo</translation>
     </message>
     <message>
         <source>Minutes between alert and action</source>

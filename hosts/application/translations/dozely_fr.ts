@@ -270,16 +270,16 @@
         <translation>Vues</translation>
     </message>
     <message>
-        <source>&amp;Schedules</source>
-        <translation>&amp;Planifications</translation>
+        <source>Schedules</source>
+        <translation>Planifications</translation>
     </message>
     <message>
-        <source>&amp;Month</source>
-        <translation>&amp;Mois</translation>
+        <source>Month</source>
+        <translation>Mois</translation>
     </message>
     <message>
-        <source>&amp;History</source>
-        <translation>&amp;Historique</translation>
+        <source>History</source>
+        <translation>Historique</translation>
     </message>
 </context>
 <context>
@@ -666,10 +666,6 @@
         <translation>Si &amp;manquée :</translation>
     </message>
     <message>
-        <source>After&amp;wards:</source>
-        <translation>&amp;Ensuite :</translation>
-    </message>
-    <message>
         <source>Runs &amp;as:</source>
         <translation>E&amp;xécutée par :</translation>
     </message>
@@ -737,6 +733,10 @@
     <message>
         <source>Changing this schedule needs an administrator&apos;s password.</source>
         <translation>Modifier cette planification demande le mot de passe d’un administrateur.</translation>
+    </message>
+    <message>
+        <source>Af&amp;terwards:</source>
+        <translation>&amp;Ensuite :</translation>
     </message>
 </context>
 <context>

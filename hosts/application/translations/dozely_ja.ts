@@ -269,16 +269,16 @@
         <translation>表示</translation>
     </message>
     <message>
-        <source>&amp;Schedules</source>
-        <translation>スケジュール(&amp;S)</translation>
+        <source>Schedules</source>
+        <translation>スケジュール</translation>
     </message>
     <message>
-        <source>&amp;Month</source>
-        <translation>月(&amp;M)</translation>
+        <source>Month</source>
+        <translation>月</translation>
     </message>
     <message>
-        <source>&amp;History</source>
-        <translation>履歴(&amp;H)</translation>
+        <source>History</source>
+        <translation>履歴</translation>
     </message>
 </context>
 <context>
@@ -665,10 +665,6 @@
         <translation>逃した場合(&amp;M):</translation>
     </message>
     <message>
-        <source>After&amp;wards:</source>
-        <translation>実行後(&amp;W):</translation>
-    </message>
-    <message>
         <source>Runs &amp;as:</source>
         <translation>実行者(&amp;A):</translation>
     </message>
@@ -736,6 +732,10 @@
     <message>
         <source>Changing this schedule needs an administrator&apos;s password.</source>
         <translation>このスケジュールの変更には管理者のパスワードが必要です。</translation>
+    </message>
+    <message>
+        <source>Af&amp;terwards:</source>
+        <translation>実行後(&amp;T):</translation>
     </message>
 </context>
 <context>

@@ -13,17 +13,6 @@ namespace
 {
 constexpr quint32 most = 1000; // that the daemon tells at once
 
-MonthOccurrence occurrenceIn(const QVariantMap &told)
-{
-    MonthOccurrence occurrence;
-    occurrence.identifier = told.value("identifier").toString();
-    occurrence.name = told.value("name").toString();
-    occurrence.date = QDateTime::fromString(told.value("date").toString(), Qt::ISODate);
-    occurrence.moment = QDateTime::fromString(told.value("moment").toString(), Qt::ISODate);
-    occurrence.isPostponed = told.value("isPostponed").toBool();
-    return occurrence;
-}
-
 QString textOf(const QDateTime &date)
 {
     return date.toUTC().toString(Qt::ISODate);
@@ -89,7 +78,7 @@ void CalendarPage::read()
                           return;
                       QList<MonthOccurrence> occurrences;
                       for (const QVariantMap &occurrence : told ? *told : QList<QVariantMap>())
-                          occurrences += occurrenceIn(occurrence);
+                          occurrences += MonthOccurrence::fromMap(occurrence);
                       self->m_month->setOccurrences(occurrences);
                   });
 }

@@ -12,6 +12,7 @@
 #include "hosts/application/window/ScheduleListPane.h"
 #include "hosts/application/window/StartPage.h"
 #include "hosts/application/window/StatusLine.h"
+#include "hosts/application/window/WindowFoot.h"
 
 #include <QCloseEvent>
 #include <QFrame>
@@ -25,7 +26,6 @@ namespace
 {
 constexpr QSize usualSize(1040, 720);
 constexpr int listWidth = 320;
-constexpr int narrowestList = 230;
 
 QFrame *newLine(QFrame::Shape shape)
 {
@@ -73,7 +73,6 @@ QWidget *MainWindow::newSchedulesPage()
     auto *const sides = new QSplitter(Qt::Horizontal);
     sides->setChildrenCollapsible(false);
     sides->setHandleWidth(1);
-    m_list->setMinimumWidth(narrowestList);
     sides->addWidget(m_list);
     sides->addWidget(m_pages);
     sides->setStretchFactor(0, 0);
@@ -84,15 +83,9 @@ QWidget *MainWindow::newSchedulesPage()
 
 QWidget *MainWindow::newFoot()
 {
-    auto *const foot = new QWidget;
-    auto *const row = new QHBoxLayout(foot);
-    row->setContentsMargins(14, 10, 14, 10);
-    row->setSpacing(12);
-    row->addWidget(new StatusLine(m_client), 1);
     auto *const changes = new ChangeBar(m_book);
     connect(changes, &ChangeBar::applyWanted, this, &MainWindow::apply);
-    row->addWidget(changes);
-    return foot;
+    return new WindowFoot(new StatusLine(m_client), changes);
 }
 
 void MainWindow::layOut()
@@ -101,9 +94,8 @@ void MainWindow::layOut()
     m_tabs->setAccessibleName(tr("Views"));
     m_tabs->setDrawBase(false);
     m_tabs->setExpanding(false);
-    m_tabs->addTab(tr("&Schedules"));
-    m_tabs->addTab(tr("&Month"));
-    m_tabs->addTab(tr("&History"));
+    for (const QString &title : {tr("Schedules"), tr("Month"), tr("History")})
+        m_tabs->addTab(title);
     m_views->addWidget(newSchedulesPage());
     m_views->addWidget(m_calendar);
     m_views->addWidget(new HistoryPage(m_client));
@@ -136,6 +128,11 @@ void MainWindow::makeShortcuts()
     add(QKeySequence::New, this, &MainWindow::addSchedule);
     add(QKeySequence::Find, this, [this] { m_list->searchField().setFocus(Qt::ShortcutFocusReason); });
     add(QKeySequence::Delete, &m_list->list(), &MainWindow::removeSchedule);
+    for (int view = 0; view < m_tabs->count(); ++view) { // letters are the plug-ins' own
+        const QKeySequence keys(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + view));
+        m_tabs->setTabToolTip(view, keys.toString(QKeySequence::NativeText));
+        add(keys, this, [this, view] { m_tabs->setCurrentIndex(view); });
+    }
     add(QKeySequence::Quit, this, &MainWindow::close);
     add(QKeySequence::Close, this, &MainWindow::close);
 }

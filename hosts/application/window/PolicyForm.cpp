@@ -31,7 +31,7 @@ PolicyForm::PolicyForm(quint32 user, QWidget *parent)
     m_person->setObjectName("person");
     fillChoices();
     FormRows::add(*m_form, tr("If &missed:"), m_missed);
-    FormRows::add(*m_form, tr("After&wards:"), m_after);
+    FormRows::add(*m_form, tr("Af&terwards:"), m_after);
     FormRows::add(*m_form, tr("Runs &as:"), m_person);
     m_hint->setWordWrap(true);
     m_hint->setForegroundRole(QPalette::PlaceholderText);

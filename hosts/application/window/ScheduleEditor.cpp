@@ -15,6 +15,8 @@
 #include <QEvent>
 #include <QScrollBar>
 
+#include <algorithm>
+
 using namespace dozely;
 
 namespace
@@ -43,7 +45,6 @@ ScheduleEditor::ScheduleEditor(ScheduleBook &book, ActionSides &sides, quint32 u
     setObjectName("editor");
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     makeCards();
     connectCards();
 }
@@ -107,6 +108,12 @@ bool ScheduleEditor::event(QEvent *event)
     return QScrollArea::event(event);
 }
 
+QSize ScheduleEditor::minimumSizeHint() const
+{
+    const int page = widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width();
+    return {std::min(page, widest), QScrollArea::minimumSizeHint().height()};
+}
+
 void ScheduleEditor::setKey(const QString &key)
 {
     if (key == m_key)
@@ -153,6 +160,7 @@ void ScheduleEditor::show()
     m_power->show(parameters);
     m_policy->show(*entry, action);
     showNotice();
+    updateGeometry(); // the view of another action may be wider
 }
 
 void ScheduleEditor::showNotice()

@@ -33,6 +33,9 @@ public:
     /// Why what is shown cannot be applied, a sentence; empty when it can.
     QString fault() const;
 
+    /// As wide as the page, so that one scrolls up and down alone.
+    QSize minimumSizeHint() const override;
+
     /// Lets the person give it a name.
     void editName();
 

@@ -16,6 +16,8 @@ from pathlib import Path
 FOLDER = Path(sys.argv[1])
 LUPDATE = sys.argv[2]
 LANGUAGES = ("ar", "de", "es", "fr", "ja")
+# What has keys and is seen together.
+EDITOR_CONTEXTS = ("ChangeBar", "PolicyForm", "PowerForm", "ScheduleHeader", "ScheduleListPane")
 
 
 def messages(path):
@@ -62,6 +64,20 @@ class Texts(unittest.TestCase):
                 for form in forms:
                     self.assertEqual(form.count("&"), source.count("&"), f"{language}: {source}")
                     self.assertFalse(form.endswith("&"), f"{language}: {source}")
+
+    def test_no_two_controls_of_a_page_have_the_same_key(self):
+        # Not in Arabic: a letter is the key only at the beginning of a word, elsewhere its mark tears the word apart.
+        for language in (None, *LANGUAGES[1:]):
+            keys = {}
+            for context in ElementTree.parse(self.scratch / f"dozely_{language or 'de'}.ts").getroot().iter("context"):
+                if context.find("name").text not in EDITOR_CONTEXTS:
+                    continue
+                for message in context.iter("message"):
+                    text = message.find("translation" if language else "source").text or ""
+                    for key in re.findall(r"&(\w)", text):
+                        self.assertNotIn(key.lower(), keys, f"{language}: {text}")
+                        keys[key.lower()] = text
+            self.assertEqual(len(keys), 11, language)
 
     def test_commands_are_not_translated(self):
         for language in LANGUAGES:
