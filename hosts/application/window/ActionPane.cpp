@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/ActionPane.h"
 
+#include "hosts/application/when/WheelGuard.h"
+
 #include <algorithm>
 
 namespace
@@ -55,6 +57,7 @@ ActionPane::ActionPane(ActionSides &sides, QWidget *parent)
     m_place->setSpacing(14);
     m_chooser->setObjectName("action");
     m_chooser->setAccessibleName(tr("Action"));
+    WheelGuard::guard(m_chooser);
     m_chooser->setIconSize({iconSize, iconSize});
     m_chooser->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     m_place->addWidget(m_chooser);

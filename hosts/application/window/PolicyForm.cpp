@@ -2,6 +2,7 @@
 #include "hosts/application/window/PolicyForm.h"
 
 #include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/application/when/WheelGuard.h"
 #include "hosts/application/window/FormRows.h"
 #include "hosts/common/schedules/SchedulePolicies.h"
 
@@ -64,6 +65,7 @@ void PolicyForm::fillChoices()
     for (QComboBox *const choice : {m_missed, m_after, m_person}) {
         choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         choice->setMinimumContentsLength(16);
+        WheelGuard::guard(choice);
         choice->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/application/when/WheelGuard.h"
 #include "hosts/application/window/FormRows.h"
 
 #include <QHBoxLayout>
@@ -39,6 +40,7 @@ PowerForm::PowerForm(QWidget *parent)
     m_minutes->setObjectName("minutes");
     m_wakes->setObjectName("wakes");
     m_switchesOn->setObjectName("switchesOn");
+    WheelGuard::guard(m_minutes);
     m_minutes->setRange(1, mostMinutes);
     m_minutes->setAccessibleName(tr("Minutes between alert and action"));
     auto *const alert = new QWidget;

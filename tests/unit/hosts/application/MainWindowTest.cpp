@@ -10,6 +10,7 @@
 #include <QCommandLinkButton>
 #include <QTabBar>
 #include <QTableView>
+#include <QWheelEvent>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -137,6 +138,21 @@ TEST_F(MainWindowTest, WarnsInMinutesAndWakes)
     EXPECT_EQ(
         client.lastChanges.value("parameters").toMap(),
         (QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 300}, {"Needs Wake Up", 1}}));
+}
+
+TEST_F(MainWindowTest, ChangesNothingByAWheelThatPasses)
+{
+    open();
+    for (const char *const name : {"action", "missed", "after"}) {
+        auto *const field = find<QComboBox>(name);
+        const QPointF middle = QRectF(field->rect()).center();
+        QWheelEvent wheel(middle, field->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(field, &wheel);
+    }
+    settle();
+    EXPECT_FALSE(window->book().hasChanges());
+    EXPECT_EQ(find<QComboBox>("missed")->currentIndex(), 0);
 }
 
 TEST_F(MainWindowTest, LeavesAnAlertOfSecondsAsItIsUntilItIsEdited)

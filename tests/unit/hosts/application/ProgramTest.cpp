@@ -84,6 +84,16 @@ TEST_F(ProgramTest, RefusesACommandLineThatIsWrong)
     EXPECT_EQ(statusOf(start({"--no-such-option"})), 2);
 }
 
+TEST_F(ProgramTest, TriesTheSettingsOfBundlesForItsWindow)
+{
+    const QString missing = root.join("/Missing.plugin");
+    QProcess &trial = start({"--root", root.path(), "--try", missing});
+    EXPECT_EQ(statusOf(trial), 0);
+    const std::string said = trial.readAllStandardOutput().toStdString();
+    EXPECT_THAT(said, HasSubstr("begin\t" + missing.toStdString()));
+    EXPECT_THAT(said, HasSubstr("failed\t" + missing.toStdString() + "\tThere is no bundle"));
+}
+
 TEST_F(ProgramTest, IsTheConfigurationApplicationOfItsUser)
 {
     startWindow();
