@@ -201,6 +201,23 @@ TEST_F(RecurrenceFormTest, ArrowsGoThroughTheDaysAndTabLeavesThem)
     EXPECT_EQ(form.focusWidget()->accessibleName(), "Sunday");
 }
 
+TEST_F(RecurrenceFormTest, ArrowsGoThroughTheMonthByWeeksAndInReadingDirection)
+{
+    show(recurrence("FREQ=MONTHLY;BYMONTHDAY=1"));
+    find<QToolButton>("Day 1 of the month")->setFocus();
+    const auto go = [this](Qt::Key key) {
+        QTest::keyClick(form.focusWidget(), key);
+        return form.focusWidget()->accessibleName();
+    };
+    EXPECT_EQ(go(Qt::Key_Down), "Day 8 of the month");
+    EXPECT_EQ(go(Qt::Key_Right), "Day 9 of the month");
+    EXPECT_EQ(go(Qt::Key_Up), "Day 2 of the month");
+    EXPECT_EQ(go(Qt::Key_Home), "Day 1 of the month");
+    area.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(go(Qt::Key_Left), "Day 2 of the month");
+    EXPECT_EQ(go(Qt::Key_Right), "Day 1 of the month");
+}
+
 TEST_F(RecurrenceFormTest, DaysOfTheMonthAreNumbersTheLastOrADayOfTheWeek)
 {
     show(recurrence("FREQ=DAILY"));
@@ -256,6 +273,27 @@ TEST_F(RecurrenceFormTest, ARuleOfExpertsIsJudgedAtEachLetter)
     EXPECT_EQ(rule(), "FREQ=DAILY;BYDAY=WE 2026-03-18T22:00:00");
     edit->setText(" rrule:FREQ=DAILY ");
     EXPECT_EQ(rule(), "FREQ=DAILY 2026-03-14T22:00:00");
+}
+
+TEST_F(RecurrenceFormTest, ARuleForExpertsBeginsWithWhatWasPickedLast)
+{
+    show(recurrence("FREQ=DAILY"));
+    choose(Kind::Weekly);
+    press("Monday");
+    choose(Kind::Expert); // the keyboard goes there by other kinds
+    EXPECT_EQ(find<QLineEdit>("Rule")->text(), "FREQ=WEEKLY;BYDAY=MO,SA");
+    form.setRecurrence(utc("2026-03-15T21:00:00Z"), zone, {});
+    choose(Kind::Expert);
+    EXPECT_EQ(find<QLineEdit>("Rule")->text(), "FREQ=DAILY");
+}
+
+TEST_F(RecurrenceFormTest, OnlyTheFirstTimeIsThatOfADistance)
+{
+    show(recurrence("FREQ=DAILY;BYHOUR=9,22;BYMINUTE=0;BYSECOND=0", "2026-03-15T09:00:00"));
+    choose(Kind::Distance);
+    EXPECT_EQ(rule(), "FREQ=MINUTELY;INTERVAL=15 2026-03-15T09:00:00");
+    choose(Kind::Daily);
+    EXPECT_EQ(form.recurrence(), given.recurrence);
 }
 
 TEST_F(RecurrenceFormTest, HasSeveralTimesOfDayWhereARuleCanMeanThem)

@@ -196,6 +196,33 @@ TEST_F(TimingWriterTest, WhatBecomesARuleForExpertsWithoutAnotherWordStays)
     EXPECT_EQ(writer.written(timing).value(), given);
 }
 
+TEST_F(TimingWriterTest, NothingStaysOfARuleWithAnotherFrequency)
+{
+    EXPECT_EQ(edited(recurrence("FREQ=DAILY;BYHOUR=6", "2026-03-14T22:15:00"),
+                     [](Timing &timing) {
+                         timing.pattern = {.kind = Kind::Distance, .interval = 15};
+                         timing.begin = {2026, 3, 20};
+                     }),
+              "FREQ=MINUTELY;INTERVAL=15 2026-03-20T06:15:00");
+}
+
+TEST_F(TimingWriterTest, NothingStaysOfARuleForExpertsThatBecomesAPlainOne)
+{
+    EXPECT_EQ(edited(recurrence("FREQ=WEEKLY;BYDAY=MO,TU;BYSETPOS=1"),
+                     [](Timing &timing) { timing.pattern = {.kind = Kind::Weekly, .weekdays = 0b11}; }),
+              "FREQ=WEEKLY;BYDAY=MO,TU 2026-03-16T22:00:00");
+}
+
+TEST_F(TimingWriterTest, AnotherZoneBeginsAnewWhateverShowsTheRule)
+{
+    EXPECT_EQ(edited(recurrence("FREQ=DAILY", "2026-03-10T22:00:00"),
+                     [](Timing &timing) {
+                         timing.pattern = {.kind = Kind::Expert, .rule = "FREQ=DAILY"};
+                         timing.timeZone = "Asia/Tokyo";
+                     }),
+              "FREQ=DAILY 2026-03-14T22:00:00");
+}
+
 TEST_F(TimingWriterTest, WhatTakesPlaceOnceComesToRepeatAndBack)
 {
     EXPECT_EQ(made([](Timing &timing) { timing.pattern = {.kind = Kind::Weekdays}; }),
@@ -247,6 +274,17 @@ TEST_F(TimingWriterTest, WhatCannotBeIsToldInASentence)
                   timing.ending = {Timing::End::OnDay, {2026, 3, 19}, 0};
               }),
               "It ends before it begins.");
+    EXPECT_EQ(edited(recurrence("FREQ=DAILY", "2026-03-10T22:00:00"),
+                     [](Timing &timing) {
+                         timing.ending = {Timing::End::OnDay, {2026, 3, 13}, 0};
+                     }),
+              "It ends before it begins."); // from now on
+    EXPECT_EQ(edited(recurrence("FREQ=HOURLY"),
+                     [](Timing &timing) {
+                         timing.excludedDates =
+                             QList<WallTime>(Recurrence::maximumDates + 1, {{2026, 3, 20}, {22, 0}});
+                     }),
+              "There can be at most 1000 exceptions.");
     EXPECT_EQ(made([](Timing &timing) { timing.pattern = {.kind = Kind::Expert, .rule = "FREQ=DAYLY"}; }),
               "The rule cannot be used: FREQ=DAYLY of the rule is not one of SECONDLY, MINUTELY, HOURLY, "
               "DAILY, WEEKLY, MONTHLY and YEARLY.");
