@@ -108,6 +108,22 @@ TEST_F(MonthModelTest, EachDayIsReadWithItsOccurrences)
     EXPECT_TRUE(read({2026, 3, 14}).endsWith("; 12 more"));
 }
 
+TEST_F(MonthModelTest, WhatHasNoMomentIsOnNoDay)
+{
+    model.setOccurrences({{"A", "Backup", {}, {}, false, false}});
+    EXPECT_TRUE(on({1970, 1, 1}).isEmpty());
+    EXPECT_TRUE(on(QDate()).isEmpty());
+}
+
+TEST_F(MonthModelTest, WhereThereIsLittleRoomTheNameGoesBeforeTheTime)
+{
+    const MonthOccurrence backup = occurrence("Backup", "2026-03-14T21:00:00Z");
+    const QFontMetrics metrics{QFont()};
+    const int time = metrics.horizontalAdvance("22:00");
+    EXPECT_EQ(model.lineOf(backup, 2 * time, metrics), "Backup");
+    EXPECT_EQ(model.lineOf(backup, 3 * time, metrics), "22:00 Backup");
+}
+
 TEST_F(MonthModelTest, ANameOfSeveralLinesIsOneLine)
 {
     EXPECT_EQ(model.lineOf(occurrence("two\nlines", "2026-03-14T21:00:00Z")), "22:00 two lines");

@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace dozely;
 using namespace std::chrono_literals;
 
@@ -244,6 +246,59 @@ TEST_F(MonthViewTest, WhatIsChosenStaysChosenWhenTheOccurrencesComeAnew)
     EXPECT_TRUE(button("Skip")->isEnabled());
     view->setOccurrences({first});
     EXPECT_FALSE(button("Skip")->isEnabled());
+}
+
+TEST_F(MonthViewTest, OfTwoThatAScheduleHasOnADayTheChosenOneStaysSo)
+{
+    const MonthOccurrence early = occurrence("Backup", "2026-03-14T20:00:00Z");
+    const MonthOccurrence late = occurrence("Backup", "2026-03-14T21:00:00Z");
+    view->setOccurrences({early, late});
+    list().setCurrentIndex(list().model()->index(0, 0));
+    view->setOccurrences({early, late});
+    EXPECT_EQ(list().currentIndex().row(), 0);
+    list().setCurrentIndex(list().model()->index(1, 0));
+    view->setOccurrences({early, late});
+    EXPECT_EQ(list().currentIndex().row(), 1);
+}
+
+TEST_F(MonthViewTest, TheKeyForMenusOpensTheListWhereOneIsChosen)
+{
+    view->setOccurrences({occurrence("Backup", "2026-03-14T21:00:00Z")});
+    const QPoint place = lineOf({2026, 3, 14}, 1);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, grid().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(grid().viewport(), &event);
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    EXPECT_TRUE(list().hasFocus());
+}
+
+TEST_F(MonthViewTest, WhatIsSkippedIsStruckOutAndWhatIsPutOffHasABar)
+{
+    const QDate day(2026, 3, 18);
+    MonthOccurrence shown = occurrence("Backup", "2026-03-18T05:00:00Z");
+    const auto picture = [&] {
+        view->setOccurrences({shown});
+        return grid().viewport()->grab(grid().visualRect(grid().month().indexOf(day))).toImage();
+    };
+    // The longest row of pixels that are not those of the ground, below the number.
+    const auto longest = [&](const QImage &image) {
+        const QRgb ground = image.pixel(image.width() - 4, image.height() - 4);
+        int most = 0;
+        for (int y = grid().fontMetrics().height() + 6; y < image.height() - 4; ++y) {
+            for (int x = 4, run = 0; x < image.width() - 4; ++x) {
+                run = image.pixel(x, y) == ground ? 0 : run + 1;
+                most = std::max(most, run);
+            }
+        }
+        return most;
+    };
+    const QImage plain = picture();
+    EXPECT_LT(longest(plain), 15);
+    shown.wasSkipped = true;
+    EXPECT_GT(longest(picture()), 40);
+    shown.wasSkipped = false;
+    shown.isPostponed = true;
+    const QColor bar = picture().pixelColor(2, grid().fontMetrics().height() * 3 / 2 + 8);
+    EXPECT_EQ(bar, grid().palette().color(QPalette::Highlight));
 }
 
 TEST_F(MonthViewTest, ASchedulesNameOpensIt)
