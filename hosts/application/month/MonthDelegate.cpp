@@ -2,6 +2,7 @@
 #include "hosts/application/month/MonthDelegate.h"
 
 #include "hosts/application/month/MonthModel.h"
+#include "hosts/application/when/DateInWords.h"
 
 #include <QPainter>
 
@@ -61,14 +62,14 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     const QPalette::ColorGroup group = groupOf(option);
     const bool isSelected = option.state & QStyle::State_Selected;
     const bool isOfMonth = day.month() == m_model.firstOfMonth().month();
-    const QColor ground = isSelected  ? option.palette.color(group, QPalette::Highlight)
-                          : isOfMonth ? option.palette.color(group, QPalette::Base)
-                                      : option.palette.color(group, QPalette::AlternateBase);
-    const QColor text = option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
+    const QColor highlight = option.palette.color(group, QPalette::Highlight);
+    const QColor paper = option.palette.color(group, isOfMonth ? QPalette::Base : QPalette::AlternateBase);
+    const QColor ground = isSelected ? between(paper, highlight, 0.2) : paper;
+    const QColor text = option.palette.color(group, QPalette::Text);
     const QColor quiet = between(text, ground, 0.4);
     painter->save();
     painter->fillRect(option.rect, ground);
-    painter->setPen(isOfMonth || isSelected ? text : quiet);
+    painter->setPen(isOfMonth ? text : quiet);
     paintNumber(painter, option, day);
 
     const QList<MonthOccurrence> occurrences = m_model.occurrencesOn(day);
@@ -81,7 +82,7 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         QFont font = option.font;
         font.setStrikeOut(occurrence.wasSkipped);
         painter->setFont(font);
-        painter->setPen(occurrence.wasSkipped || !(isOfMonth || isSelected) ? quiet : text);
+        painter->setPen(occurrence.wasSkipped || !isOfMonth ? quiet : text);
         const QString words = m_model.lineOf(occurrence, line.width(), option.fontMetrics);
         painter->drawText(line, alignment,
                           option.fontMetrics.elidedText(words, Qt::ElideRight, line.width()));
@@ -90,21 +91,21 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
             const QRect beside = option.rect.adjusted(1, 0, -1, 0);
             QRect bar = QStyle::alignedRect(option.direction, Qt::AlignLeft, edge.size(), beside);
             bar.moveTop(line.top() + 1);
-            painter->fillRect(bar, option.palette.color(group, isSelected ? QPalette::HighlightedText
-                                                                          : QPalette::Highlight));
+            painter->fillRect(bar, highlight);
         }
     }
     if (lines.hasMore) {
         painter->setFont(option.font);
-        painter->setPen(isOfMonth || isSelected ? text : quiet);
+        painter->setPen(isOfMonth ? text : quiet);
         const QString left = m_model.locale().toString(occurrences.size() - lines.shown);
         const QString words = lines.shown == 0 ? tr("%1 in all", "occurrences of a day").arg(left)
                                                : tr("+%1 more", "occurrences of a day").arg(left);
         const bool hasRoom = option.fontMetrics.horizontalAdvance(words) <= line.width();
         painter->drawText(line, alignment, hasRoom ? words : "+" + left);
     }
-    if (option.state & QStyle::State_HasFocus) {
-        painter->setPen(QPen(text, 1, Qt::DotLine));
+    if (isSelected) {
+        const bool hasFocus = option.state & QStyle::State_HasFocus;
+        painter->setPen(QPen(highlight, hasFocus ? 2 : 1));
         painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
     }
     painter->restore();
@@ -112,8 +113,9 @@ void MonthDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
 
 void MonthDelegate::paintNumber(QPainter *painter, const QStyleOptionViewItem &option, const QDate &day) const
 {
-    const QString number =
-        day.day() == 1 ? m_model.locale().toString(day, "d MMM") : m_model.locale().toString(day.day());
+    const QLocale &locale = m_model.locale();
+    const QString first = DateInWords::isDayFirst(locale) ? "d MMM" : "MMM d";
+    const QString number = day.day() == 1 ? locale.toString(day, first) : locale.toString(day.day());
     QRect place(option.rect.left() + margin, option.rect.top() + margin, option.rect.width() - 2 * margin,
                 option.fontMetrics.height());
     const auto alignment = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
@@ -125,15 +127,14 @@ void MonthDelegate::paintNumber(QPainter *painter, const QStyleOptionViewItem &o
         const QSize size(QFontMetrics(bold).horizontalAdvance(number) + 2 * margin, place.height() + 2);
         const QRect mark =
             QStyle::alignedRect(option.direction, Qt::AlignLeft | Qt::AlignVCenter, size, place);
-        const QPen pen = painter->pen();
-        const bool isSelected = option.state & QStyle::State_Selected;
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+        painter->setBrush(option.palette.color(QPalette::Highlight));
         painter->drawRoundedRect(mark, margin, margin);
-        painter->setPen(option.palette.color(isSelected ? QPalette::Highlight : QPalette::HighlightedText));
+        painter->setBrush(Qt::NoBrush);
+        painter->setRenderHint(QPainter::Antialiasing, false);
+        painter->setPen(option.palette.color(QPalette::HighlightedText));
         painter->drawText(mark, Qt::AlignCenter, number);
-        painter->setPen(pen);
         return;
     }
     painter->drawText(place, static_cast<int>(alignment) | Qt::AlignVCenter, number);

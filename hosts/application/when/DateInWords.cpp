@@ -41,6 +41,13 @@ QString DateInWords::of(QDate day, const QLocale &locale)
     return locale.toString(day, dayFormat(locale));
 }
 
+bool DateInWords::isDayFirst(const QLocale &locale)
+{
+    static const QRegularExpression day("(^|[^d])d{1,2}([^d]|$)");
+    const QString format = locale.dateFormat(QLocale::LongFormat);
+    return format.indexOf(day) < format.indexOf('M');
+}
+
 QString DateInWords::of(QTime time, const QLocale &locale)
 {
     return locale.toString(time, format(time, locale));

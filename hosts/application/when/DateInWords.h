@@ -20,6 +20,9 @@ public:
     /// "14 March 2027".
     static QString of(QDate day, const QLocale &locale);
 
+    /// Whether the locale says the day before the month.
+    static bool isDayFirst(const QLocale &locale);
+
     /// "22:00", "10:00 PM"; with seconds where there are some.
     static QString of(QTime time, const QLocale &locale);
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/when/YearChoice.h"
 
+#include "hosts/application/when/DateInWords.h"
 #include "hosts/application/when/WheelGuard.h"
 
 #include <QComboBox>
 #include <QDate>
 #include <QHBoxLayout>
 #include <QLocale>
-#include <QRegularExpression>
 #include <QSpinBox>
 
 YearChoice::YearChoice(QWidget *parent)
@@ -21,9 +21,7 @@ YearChoice::YearChoice(QWidget *parent)
     m_month->setMaxVisibleItems(months);
     m_month->setAccessibleName(tr("Month"));
     m_day->setAccessibleName(tr("Day of the month"));
-    const QString order = locale().dateFormat(QLocale::LongFormat);
-    static const QRegularExpression dayOfMonth("(^|[^d])d{1,2}([^d]|$)");
-    const bool isDayFirst = order.indexOf(dayOfMonth) < order.indexOf('M');
+    const bool isDayFirst = DateInWords::isDayFirst(locale());
     auto *const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(isDayFirst ? static_cast<QWidget *>(m_day) : m_month);

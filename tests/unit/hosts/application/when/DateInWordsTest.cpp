@@ -92,6 +92,14 @@ TEST(DateInWords, DaysAreInTheFormsOfTheLocale)
     EXPECT_EQ(words("2026-03-20 22:00", "12:00", QLocale("de_DE")), "Freitag 22:00");
 }
 
+TEST(DateInWords, DayOrMonthComeFirstAsTheLocaleSaysThem)
+{
+    for (const char *locale : {"en_GB", "de_DE", "fr_FR", "es_ES", "ar_EG", "C"})
+        EXPECT_TRUE(DateInWords::isDayFirst(QLocale(locale))) << locale;
+    for (const char *locale : {"en_US", "ja_JP", "hu_HU"})
+        EXPECT_FALSE(DateInWords::isDayFirst(QLocale(locale))) << locale;
+}
+
 TEST(DateInWords, WhatIsNoDateIsNothing)
 {
     EXPECT_EQ(DateInWords::of(QDateTime(), QDateTime::currentDateTimeUtc(), QTimeZone::utc(), british), "");
