@@ -3,6 +3,10 @@
 
 #include "DozelyKit/communication/remoting/NSDistantObject.h"
 
+#include <array>
+#include <atomic>
+#include <thread>
+
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -77,6 +81,13 @@ protected:
     }
 };
 using UserLocks = CenterFixture;
+
+/// Waits for no lock, and in any thread.
+class HurriedClock : public FakeClock
+{
+public:
+    bool acquire(QSemaphore &semaphore, std::chrono::milliseconds) override { return semaphore.tryAcquire(); }
+};
 } // namespace
 
 TEST_P(Request, PingIsTheTargetsPong)
@@ -320,6 +331,60 @@ TEST_F(UserLocks, AreMadeAtFirstUseAndKept)
     center->unlockDaemonAccess();
     ASSERT_TRUE(center->lockDaemonAccess());
     EXPECT_EQ(center->daemonLock(), daemonLock);
+}
+
+TEST_F(UserLocks, AreOneEachHoweverManyThreadsAskForThemFirst)
+{
+    dozely::Port<dozely::Clock>::current() = std::make_shared<HurriedClock>();
+    constexpr quint32 users = 20'000;
+    std::array<int, 2> taken{};
+    std::atomic<bool> mayBegin = false;
+    // Who is behind catches up, since what is made already is found sooner: then both want the same to be
+    // made.
+    const auto takeAll = [&](size_t number) {
+        while (!mayBegin)
+            std::this_thread::yield();
+        for (quint32 user = 0; user < users; ++user) {
+            taken.at(number) += center->lockAgentAccessForUser(user) ? 1 : 0;
+            taken.at(number) += center->lockPrefPaneAccessForUser(user) ? 1 : 0;
+        }
+    };
+    std::thread other(takeAll, 1);
+    mayBegin = true;
+    takeAll(0);
+    other.join();
+    EXPECT_EQ(taken[0] + taken[1], 2 * static_cast<int>(users));
+    EXPECT_EQ(center->agentsLocks().size(), static_cast<qsizetype>(users));
+}
+
+TEST_F(UserLocks, AreOneEachHoweverManyThreadsAskForTheDaemonFirst)
+{
+    dozely::Port<dozely::Clock>::current() = std::make_shared<HurriedClock>();
+    constexpr size_t rounds = 10'000;
+    std::array<int, 2> taken{};
+    std::atomic<size_t> arrivals = 0;
+    // Both leave at once: what wakes threads up is too slow for that.
+    const auto meet = [&arrivals](size_t meeting) {
+        ++arrivals;
+        for (int looks = 0; arrivals < 2 * meeting; ++looks) {
+            if (looks > 1000) // the other may lack a processor
+                std::this_thread::yield();
+        }
+    };
+    const auto takeEach = [&](size_t number) {
+        size_t meetings = 0;
+        for (size_t round = 0; round < rounds; ++round) {
+            meet(++meetings);
+            taken.at(number) += center->lockDaemonAccess() ? 1 : 0;
+            meet(++meetings);
+            if (number == 0)
+                center->setDaemonLock({});
+        }
+    };
+    std::thread other(takeEach, 1);
+    takeEach(0);
+    other.join();
+    EXPECT_EQ(taken[0] + taken[1], static_cast<int>(rounds));
 }
 
 TEST_F(UserLocks, AreHeldDuringTheRequest)
