@@ -30,6 +30,13 @@ class PongingObject : public QObject
     Q_OBJECT
 public:
     NS_REMOTE Q_INVOKABLE bool pong() { return true; }
+    /// More than a socket holds.
+    NS_REMOTE Q_INVOKABLE QByteArray data()
+    {
+        ++fetched;
+        return QByteArray(300'000, 'x');
+    }
+    std::atomic<int> fetched = 0;
 };
 
 /// Counts how often the event loop of this thread finds the descriptor readable.
@@ -82,14 +89,14 @@ protected:
             try {
                 const auto connection =
                     NSConnection::initWithReceivePortSendPort(nullptr, TestPort::client(path), guarded);
-                connection->setRequestTimeout(5s);
-                connection->setReplyTimeout(5s);
+                connection->setRequestTimeout(20s);
+                connection->setReplyTimeout(20s);
                 answer = connection->rootProxy()->invoke("pong").toBool();
             } catch (const NSException &) {
                 answer = 0;
             }
         });
-        waitUntil([&] { return answer >= 0; }, 30s);
+        waitUntil([&] { return answer >= 0; });
         client.join();
         return answer == 1;
     }
@@ -136,6 +143,15 @@ TEST_F(HostilePeer, SilentPeersAreDroppedAfterTheAuthenticationLimitAndHinderNob
     EXPECT_TRUE(othersAreServed());
 }
 
+TEST_F(HostilePeer, ASilentPeerThatCameWhileThisThreadWaitedForAReplyIsDropped)
+{
+    RawPeer silent(path);
+    const auto connection =
+        NSConnection::initWithReceivePortSendPort(nullptr, TestPort::client(path), guarded);
+    EXPECT_EQ(connection->rootProxy()->invoke("pong"), QVariant(true)); // both were taken in meanwhile
+    attack([&] { silent.waitForClose(); });
+}
+
 TEST_F(HostilePeer, APeerThatCallsWithoutReadingRepliesIsDropped)
 {
     attack([&] {
@@ -146,6 +162,22 @@ TEST_F(HostilePeer, APeerThatCallsWithoutReadingRepliesIsDropped)
         }
     });
     EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, WhoReadsNothingIsOwedSixtyFourRepliesAtMost)
+{
+    serve({}); // who is trusted may be owed any number of bytes
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        peer.send(RawPeer::call(0, "data").repeated(100));
+        const auto end = std::chrono::steady_clock::now() + 50s;
+        while (!peer.isHungUp() && std::chrono::steady_clock::now() < end)
+            std::this_thread::yield();
+        EXPECT_TRUE(peer.isHungUp());
+    });
+    EXPECT_GE(root.fetched, 64);
+    EXPECT_LE(root.fetched, 66);
 }
 
 TEST_F(HostilePeer, AFloodOfCallsLeavesRoomForOthers)
@@ -227,6 +259,20 @@ TEST_F(HostilePeer, AMessageThatNeverEndsHindersNobody)
         peer.send(QByteArray(1 << 20, 'x'));
     });
     EXPECT_TRUE(othersAreServed());
+}
+
+TEST_F(HostilePeer, AMessageThatNeverEndsIsNotAllowedTheIdleLimitWheneverItBegins)
+{
+    serve({.idleLimit = 1h, .trustsOwnUser = false});
+    attack([&] {
+        RawPeer peer(path);
+        peer.authenticate();
+        EXPECT_TRUE(peer.isAnswered());
+        RawPeer silent(path);
+        silent.waitForClose(); // so late nothing but the idle limit of the other is to come
+        peer.send(RawPeer::call(100u << 10) + QByteArray(10 << 10, 'x'));
+        peer.waitForClose();
+    });
 }
 
 TEST_F(HostilePeer, PiecesOfAMessageDoNotProlongTheIdleLimitAndRequestsDo)
