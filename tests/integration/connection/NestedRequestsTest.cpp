@@ -187,6 +187,20 @@ TEST_F(NestedRequests, OthersAreServedWhenTheRequestThatRunsAnEventLoopCameInThe
     });
 }
 
+TEST_F(NestedRequests, AReplyDoesNotWaitForTheRequestBehindIt)
+{
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        peer.send(RawPeer::call(0) + RawPeer::call(0, "ask"));
+        EXPECT_TRUE(peer.waitForReplies(1));
+        EXPECT_TRUE(holdsSoon([&] { return root.open == 1; }));
+        EXPECT_EQ(peer.replies(), 1);
+        answerDialogs();
+        EXPECT_TRUE(peer.waitForReplies(2));
+    });
+}
+
 TEST_F(NestedRequests, AStreamIsNotIdleWhileItsFirstRequestIsServedAndItsSecondHasBeen)
 {
     serve({.idleLimit = 300ms, .trustsOwnUser = false});
