@@ -187,6 +187,22 @@ TEST_F(NestedRequests, OthersAreServedWhenTheRequestThatRunsAnEventLoopCameInThe
     });
 }
 
+TEST_F(NestedRequests, OfWhoHasGoneBeforeThereWasAnAnswerAreNotServed)
+{
+    {
+        RawPeer impatient(path);
+        impatient.introduce();
+        impatient.send(RawPeer::call(0));
+    }
+    meanwhile([&] {
+        RawPeer other(path);
+        other.introduce();
+        other.send(RawPeer::call(0));
+        EXPECT_TRUE(other.waitForReplies(1));
+    });
+    EXPECT_EQ(root.pongs, 1);
+}
+
 TEST_F(NestedRequests, AReplyDoesNotWaitForTheRequestBehindIt)
 {
     meanwhile([&] {
