@@ -4,9 +4,17 @@
 #include "ConnectionFixture.h"
 
 #include "DozelyKit/communication/remoting/MessageStream_p.h"
+#include "DozelyKit/core/foundation/Descriptor.h"
 #include "support/WaitUntil.h"
 
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <vector>
 
 using namespace dozely;
 
@@ -125,6 +133,28 @@ TEST_F(VendedObjects, AreServedToWhoeverConnectedBeforeTheServerWent)
     const auto stream = openStream(); // and nobody has looked yet
     server.reset();
     EXPECT_EQ(call(*stream, "/root", "com.dozely.Object", "pong").results, QVariantList{true});
+}
+
+TEST_F(VendedObjects, AreWaitedForWhileTheQueueOfTheirServerIsFull)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray busy = folder.filePath("busy").toUtf8();
+    std::memcpy(address.sun_path, busy.constData(), static_cast<size_t>(busy.size()));
+    const auto *const place = reinterpret_cast<const sockaddr *>(&address);
+    const auto makeSocket = [] { return Descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0)); };
+    const Descriptor listening = makeSocket();
+    ASSERT_EQ(::bind(listening.get(), place, sizeof address), 0);
+    ASSERT_EQ(::listen(listening.get(), 1), 0);
+    std::vector<Descriptor> waiting;
+    do
+        waiting.push_back(makeSocket());
+    while (::connect(waiting.back().get(), place, sizeof address) == 0);
+    ASSERT_EQ(errno, EAGAIN);
+    const auto connection =
+        NSConnection::connectionWithReceivePortSendPort(nullptr, TestPort::client(QFile::decodeName(busy)));
+    connection->setRequestTimeout(20ms);
+    EXPECT_EQ(nameRaisedBy([&] { connection->rootProxy(); }), NSPortTimeoutException);
 }
 
 TEST_F(VendedObjects, AreLeftByConnectionsThatGoWithTheirClients)
