@@ -3,6 +3,7 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "DozelyKit/core/foundation/LoopSignal.h"
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/application/actions/PlugInTrial.h"
 #include "hosts/application/program/LoginPreferences.h"
@@ -104,6 +105,9 @@ int main(int argc, char **argv)
         trialArguments += {"--root", options.parser().value("root")};
     if (options.parser().isSet(PlugInTrial::option))
         return PlugInTrial::run(options.parser().positionalArguments());
+    // A program of the system's owner that comes to the channel clears the daemon's place there.
+    if (NSProcessInfo::effectiveUserID() == 0 && RootFolder::path().isEmpty())
+        return fail("it is for a person's session, not for root; dozely-admin does all of it as root.");
     const SingleInstance instance;
     if (instance.isSecond()) {
         if (SingleInstance::raiseFirst())
