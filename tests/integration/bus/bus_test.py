@@ -21,6 +21,9 @@ SCRIPTS, BUILD, SOURCES, CASE = sys.argv[1:5]
 HERE = os.path.dirname(os.path.abspath(__file__))
 if os.geteuid() != 0:  # other users are needed
     os.execvp("unshare", ["unshare", "--user", "--map-root-user", "--map-auto", sys.executable, *sys.argv])
+if CASE == "real_polkit" and "DOZELY_OWN_MOUNTS" not in os.environ:  # its folders are at fixed places
+    os.environ["DOZELY_OWN_MOUNTS"] = "1"
+    os.execvp("unshare", ["unshare", "--mount", "--propagation", "private", sys.executable, *sys.argv])
 sys.path.insert(0, SCRIPTS)
 from scratch_system import START_LIMIT, System, scratch  # noqa: E402 pylint: disable=wrong-import-position
 
@@ -50,6 +53,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus
     <allow send_interface="org.freedesktop.DBus.Peer"/>
     <allow send_interface="org.freedesktop.DBus.Introspectable"/>
   </policy>
+  <policy user="polkitd"><allow own="org.freedesktop.PolicyKit1"/></policy>
   <include>{policy}</include>
 </busconfig>
 """
@@ -86,6 +90,21 @@ class BusSystem(System):
 
     def start_polkit(self):
         self.start("polkit", ["/usr/bin/python3", HERE + "/polkit_stand_in.py"])
+        self.wait_until("polkit", START_LIMIT, lambda: self.owner_of("org.freedesktop.PolicyKit1"))
+
+    def start_real_polkit(self, rule):
+        """The machine's own polkitd, with the policy that is installed and a rule of the administrator's."""
+        actions, rules = self.path("run/actions"), self.path("run/rules.d")
+        for folder in (actions, rules):
+            os.makedirs(folder, mode=0o755)
+        with open(SOURCES + "/packaging/com.dozely.policy", encoding="utf-8") as source, \
+                open(actions + "/com.dozely.policy", "w", encoding="utf-8") as target:
+            target.write(source.read())
+        with open(rules + "/10-test.rules", "w", encoding="utf-8") as file:
+            file.write(rule)
+        for folder, place in ((actions, "/usr/share/polkit-1/actions"), (rules, "/etc/polkit-1/rules.d")):
+            subprocess.run(["mount", "--bind", folder, place], check=True)
+        self.start("polkit", ["/usr/lib/polkit-1/polkitd"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.wait_until("polkit", START_LIMIT, lambda: self.owner_of("org.freedesktop.PolicyKit1"))
 
     def end(self, name):
@@ -393,6 +412,25 @@ def limits(system):
     answers = [large(120_000) for _ in range(8)]
     same([isinstance(each, str) for each in answers], [True] * 7 + [False])
     same(answers[-1]["error"], ERROR + "LimitReached")
+
+
+def real_polkit(system):
+    """The machine's own polkitd understands the policy, and decides."""
+    system.lay_out()
+    system.start_bus()
+    system.start_real_polkit("""polkit.addRule(function(action, subject) {
+        if (subject.user == "nobody" && action.id == "com.dozely.scheduler.manage-own") return polkit.Result.YES;
+        if (subject.user == "daemon" && action.id == "com.dozely.scheduler.manage-all") return polkit.Result.YES; });""")
+    system.start_daemon()
+    system.wait_until("the daemon on the bus", START_LIMIT, lambda: system.owner_of("com.dozely"))
+    own = system.ask(ALICE, "Add", wish())
+    same(system.ask(ALICE, "Get", own)["mayChange"], True)
+    same(system.error(ALICE, "Add", wish(actsIn="daemon")), "NotAllowed")  # nobody could be asked for a password
+    same(system.error(ALICE, "Add", wish(parameters={"Program": "/usr/bin/touch", "Needs Wake Up": 1})), "NotAllowed")
+    same(system.error(BOB, "Add", wish()), "NotAllowed")
+    same(system.ask(BOB, "Change", own, {"actsIn": "daemon"}), None)
+    same(system.ask(ALICE, "Get", own)["mayChange"], False)
+    same(system.error(ALICE, "Remove", own), "NotAllowed")
 
 
 def no_polkit(system):
