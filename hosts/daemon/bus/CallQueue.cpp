@@ -156,6 +156,15 @@ void CallQueue::resume(quint32 user)
     serveSoon();
 }
 
+void CallQueue::charge(quint32 user, milliseconds duration)
+{
+    if (duration.count() <= 0)
+        return;
+    User &his = m_waiting[user];
+    his.notBefore = std::max(his.notBefore, m_clock.steadyTime()) +
+                    std::min<milliseconds>(restForWork * duration, longestRest);
+}
+
 void CallQueue::clear()
 {
     m_users.clear();

@@ -48,6 +48,9 @@ public:
     /// What a user's call had to wait for is there.
     void resume(quint32 user);
 
+    /// A user's call went on outside of its turn, and took so long.
+    void charge(quint32 user, std::chrono::milliseconds duration);
+
     /// The bus is gone: so is everybody who called.
     void clear();
 

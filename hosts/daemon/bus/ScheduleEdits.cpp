@@ -139,7 +139,9 @@ void ScheduleEdits::askFor(const QByteArray &action, const std::shared_ptr<Job> 
         if (!allowed)
             return job->done(allowed.error());
         job->granted.insert(action);
-        job->deadline = m_clock.steadyTime() + lockLimit;
+        const auto begin = m_clock.steadyTime();
+        job->deadline = begin + lockLimit;
         attempt(job);
+        Q_EMIT wentOn(job->wish.caller.user, m_clock.steadyTime() - begin);
     });
 }

@@ -63,6 +63,9 @@ Q_SIGNALS:
     /// The store has another schedule now.
     void edited(const QString &identifier);
 
+    /// A user's wish went on after an answer of the authority's, and took so long.
+    void wentOn(quint32 user, std::chrono::milliseconds duration);
+
 private:
     struct Job {
         Wish wish;

@@ -117,6 +117,7 @@ SchedulerBus::SchedulerBus(DaemonController &controller, const std::shared_ptr<C
     connect(&m_edits, &ScheduleEdits::edited, this, [this](const QString &identifier) {
         m_news->noteEdit(identifier, [this] { m_controller.rereadStore(); });
     });
+    connect(&m_edits, &ScheduleEdits::wentOn, &m_queue, &CallQueue::charge);
     m_object->keepThere(clock);
 }
 
