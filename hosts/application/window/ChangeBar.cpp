@@ -52,12 +52,12 @@ ChangeBar::ChangeBar(ScheduleBook &book, QWidget *parent)
     connect(m_redo->defaultAction(), &QAction::triggered, &book.steps(), &QUndoStack::redo);
     connect(m_discard, &QPushButton::clicked, this, [this] { m_book.revertAll(tr("Discarding")); });
     connect(m_apply, &QPushButton::clicked, this, &ChangeBar::applyWanted);
-    connect(&book.steps(), &QUndoStack::indexChanged, this, &ChangeBar::show);
-    connect(&book, &ScheduleBook::changesChanged, this, &ChangeBar::show);
-    show();
+    connect(&book.steps(), &QUndoStack::indexChanged, this, &ChangeBar::refresh);
+    connect(&book, &ScheduleBook::changesChanged, this, &ChangeBar::refresh);
+    refresh();
 }
 
-void ChangeBar::show()
+void ChangeBar::refresh()
 {
     const bool canChange = m_book.hasChanges() && !m_book.isApplying();
     m_apply->setEnabled(canChange);

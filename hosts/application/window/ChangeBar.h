@@ -19,7 +19,7 @@ Q_SIGNALS:
     void applyWanted();
 
 private:
-    void show();
+    void refresh();
 
     ScheduleBook &m_book;
     QToolButton *m_undo;

@@ -21,11 +21,13 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabBar>
+#include <QTimer>
 
 namespace
 {
 constexpr QSize usualSize(1040, 720);
 constexpr int listWidth = 320;
+constexpr std::chrono::milliseconds patience(1000); // for the first answer, before nobody is said to be there
 
 QFrame *newLine(QFrame::Shape shape)
 {
@@ -47,6 +49,7 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
       m_views(new QStackedWidget),
       m_calendar(new CalendarPage(client)),
       m_notice(new NoticeBar),
+      m_status(new StatusLine(client)),
       m_list(new ScheduleListPane(m_book, sides)),
       m_pages(new QStackedWidget),
       m_start(new StartPage(sides)),
@@ -85,7 +88,7 @@ QWidget *MainWindow::newFoot()
 {
     auto *const changes = new ChangeBar(m_book);
     connect(changes, &ChangeBar::applyWanted, this, &MainWindow::apply);
-    return new WindowFoot(new StatusLine(m_client), changes);
+    return new WindowFoot(m_status, changes);
 }
 
 void MainWindow::layOut()
@@ -148,7 +151,14 @@ void MainWindow::connectBook()
         setWindowModified(m_book.hasChanges());
         showPage();
     });
-    connect(&m_client, &SchedulerClient::availabilityChanged, this, &MainWindow::showNotice);
+    const auto stopWaiting = [this] {
+        m_hasWaited = true;
+        m_status->show();
+        showNotice();
+    };
+    connect(&m_client, &SchedulerClient::availabilityChanged, this, stopWaiting);
+    QTimer::singleShot(patience, this, stopWaiting);
+    m_status->setVisible(m_client.isAvailable());
     connect(&m_book, &ScheduleBook::applied, this, [this](int failures) {
         showNotice();
         // Of the one that is shown, the editor says it.
@@ -185,7 +195,9 @@ void MainWindow::showPage()
 void MainWindow::showNotice()
 {
     const NoticeBar::Remedy again{tr("Try again"), [this] { m_book.read(); }};
-    if (!m_client.isAvailable())
+    if (!m_client.isAvailable() && !m_hasWaited)
+        m_notice->clear();
+    else if (!m_client.isAvailable())
         m_notice->tell(
             NoticeBar::Kind::Warning,
             tr("The Dozely service is not running: nothing happens at its time, and nothing can be "

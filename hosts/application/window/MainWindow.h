@@ -15,6 +15,7 @@ class QTabBar;
 class ScheduleEditor;
 class ScheduleListPane;
 class StartPage;
+class StatusLine;
 
 /// The application's window: the schedules, the editor of the chosen one, and what was changed.
 ///
@@ -61,14 +62,16 @@ private:
     QStackedWidget *m_views; // one a tab
     CalendarPage *m_calendar;
     NoticeBar *m_notice;
+    StatusLine *m_status;
     ScheduleListPane *m_list;
     QStackedWidget *m_pages; // beside the list
     StartPage *m_start;
     QWidget *m_nothing;
     ScheduleEditor *m_editor;
     QPointer<QMessageBox> m_question;
-    QString m_adding;   // the action of a schedule to add, which is being tried
-    QVariantMap m_wish; // where it is one
+    QString m_adding;         // the action of a schedule to add, which is being tried
+    QVariantMap m_wish;       // where it is one
+    bool m_hasWaited = false; // long enough for the daemon to be known to be there or not
     bool m_closesWhenApplied = false;
     bool m_mayClose = false;
 };

@@ -77,9 +77,9 @@ void ScheduleEditor::connectCards()
 {
     connect(&m_book, &ScheduleBook::rowChanged, this, [this](int row) {
         if (m_book.at(row).key == m_key)
-            show();
+            refresh();
     });
-    connect(&m_sides, &ActionSides::stateChanged, this, &ScheduleEditor::show);
+    connect(&m_sides, &ActionSides::stateChanged, this, &ScheduleEditor::refresh);
     connect(m_header, &ScheduleHeader::nameEdited, this, [this](const QString &name) {
         m_book.change(m_key, {{ScheduleKey::name, name}}, tr("Change of the name"),
                       ScheduleBook::Step::JoinsLast);
@@ -121,7 +121,7 @@ void ScheduleEditor::setKey(const QString &key)
     commit();
     m_key = key;
     verticalScrollBar()->setValue(0);
-    show();
+    refresh();
 }
 
 void ScheduleEditor::commit()
@@ -140,7 +140,7 @@ void ScheduleEditor::editName()
     m_header->editName();
 }
 
-void ScheduleEditor::show()
+void ScheduleEditor::refresh()
 {
     const BookEntry *const entry = m_book.entry(m_key);
     const bool isThere = entry && entry->wanted;

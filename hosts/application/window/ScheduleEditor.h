@@ -45,7 +45,7 @@ protected:
 private:
     void makeCards();
     void connectCards();
-    void show();
+    void refresh();
     void showNotice();
     void changeParameters(const QVariantMap &changes, const QString &what);
     void chooseAction(const QString &path, const QVariantMap &defaults);

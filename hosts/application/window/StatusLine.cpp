@@ -32,9 +32,9 @@ StatusLine::StatusLine(SchedulerClient &client, QWidget *parent)
     for (QLabel *const label : {m_service, m_agent, m_clock})
         row->addWidget(label);
     row->addStretch();
-    connect(&client, &SchedulerClient::propertiesChanged, this, &StatusLine::show);
-    connect(&client, &SchedulerClient::availabilityChanged, this, &StatusLine::show);
-    show();
+    connect(&client, &SchedulerClient::propertiesChanged, this, &StatusLine::refresh);
+    connect(&client, &SchedulerClient::availabilityChanged, this, &StatusLine::refresh);
+    refresh();
 }
 
 void StatusLine::tell(QLabel &label, Mood mood, const QString &text, const QString &remedy)
@@ -49,7 +49,7 @@ void StatusLine::tell(QLabel &label, Mood mood, const QString &text, const QStri
     label.setAccessibleDescription(remedy);
 }
 
-void StatusLine::show()
+void StatusLine::refresh()
 {
     showService();
     const bool isThere = m_client.isAvailable();

@@ -17,7 +17,7 @@ public:
 
 private:
     enum class Mood { Good, Bad, Unknown };
-    void show();
+    void refresh();
     void showService();
     void showAgent();
     void showClock();

@@ -270,7 +270,8 @@ TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)
 {
     client.isThere = false;
     open();
-    EXPECT_TRUE(says("The Dozely service is not running"));
+    EXPECT_FALSE(says("not running")) << "that is not known at once";
+    EXPECT_TRUE(waitUntil([&] { return says("The Dozely service is not running"); }));
     EXPECT_TRUE(says("Service not running"));
     client.setThere(true);
     settle();
