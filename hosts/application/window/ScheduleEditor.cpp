@@ -207,8 +207,9 @@ void ScheduleEditor::chooseAction(const QString &path, const QVariantMap &defaul
     // What means the same for every action stays as it was wanted.
     const QVariantMap before = entry->value(ScheduleKey::parameters).toMap();
     QVariantMap parameters = defaults;
-    for (const auto key : {ParameterKey::alert, ParameterKey::delayBeforeAlert, ParameterKey::needsWakeUp,
-                           ParameterKey::needsStartup, ParameterKey::tellsFailure}) {
+    for (const auto key :
+         {ParameterKey::alert, ParameterKey::delayBeforeAlert, ParameterKey::needsWakeUp,
+          ParameterKey::needsStartup, ParameterKey::tellsFailure, ParameterKey::actsInUserAgent}) {
         if (before.contains(key))
             parameters.insert(key, before.value(key));
     }

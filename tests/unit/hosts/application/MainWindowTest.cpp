@@ -111,7 +111,7 @@ TEST_F(MainWindowTest, ShowsEachScheduleInTheViewOfItsAction)
 TEST_F(MainWindowTest, BeginsAnotherActionWithItsOwnDefaultsAndKeepsTheAlert)
 {
     client.schedules["1"]["parameters"] =
-        QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 120}};
+        QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 120}, {"Acts In User Agent", 1}};
     open();
     auto *const chooser = find<QComboBox>("action");
     ASSERT_GE(chooser->findText("Sing"), 0);
