@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/when/EndChoice.h"
 
+#include "hosts/application/when/DayField.h"
 #include "hosts/application/when/WheelGuard.h"
 
 #include <QComboBox>
@@ -11,7 +12,7 @@
 EndChoice::EndChoice(QWidget *parent)
     : QWidget(parent),
       m_choice(new QComboBox(this)),
-      m_until(new QDateEdit(this)),
+      m_until(DayField::make(this, tr("Last day"))),
       m_count(new QSpinBox(this))
 {
     auto *const layout = new QHBoxLayout(this);
@@ -24,12 +25,9 @@ EndChoice::EndChoice(QWidget *parent)
     m_choice->addItem(tr("On a day"));
     m_choice->addItem(tr("After a number of times"));
     m_choice->setAccessibleName(tr("Ends"));
-    m_until->setCalendarPopup(true);
-    m_until->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
-    m_until->setAccessibleName(tr("Last day"));
     m_count->setRange(1, Timing::mostCount);
     m_count->setAccessibleName(tr("How many times"));
-    for (QWidget *const field : std::initializer_list<QWidget *>{m_choice, m_until, m_count})
+    for (QWidget *const field : std::initializer_list<QWidget *>{m_choice, m_count})
         WheelGuard::guard(field);
     setFocusProxy(m_choice);
     connect(m_choice, &QComboBox::currentIndexChanged, this, [this] {

@@ -2,8 +2,8 @@
 #include "hosts/application/when/ExceptionList.h"
 
 #include "hosts/application/when/DateInWords.h"
+#include "hosts/application/when/DayField.h"
 #include "hosts/application/when/FaultLabel.h"
-#include "hosts/application/when/WheelGuard.h"
 
 #include <QDateEdit>
 #include <QGridLayout>
@@ -19,7 +19,7 @@ constexpr int shownRows = 4;
 
 ExceptionList::ExceptionList(QWidget *parent)
     : QWidget(parent),
-      m_day(new QDateEdit(this)),
+      m_day(DayField::make(this, tr("Day to leave out"))),
       m_leaveOut(new QToolButton(this)),
       m_fault(new FaultLabel(this)),
       m_list(new QListWidget(this)),
@@ -37,10 +37,6 @@ ExceptionList::ExceptionList(QWidget *parent)
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setUniformItemSizes(true);
     m_list->setTabKeyNavigation(false);
-    WheelGuard::guard(m_day);
-    m_day->setCalendarPopup(true);
-    m_day->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
-    m_day->setAccessibleName(tr("Day to leave out"));
     m_leaveOut->setText(tr("Leave this day out"));
     m_leaveOut->setFocusPolicy(Qt::StrongFocus);
     m_takeBack->setText(tr("Take back"));

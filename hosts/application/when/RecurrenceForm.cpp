@@ -2,6 +2,7 @@
 #include "hosts/application/when/RecurrenceForm.h"
 
 #include "DozelyKit/core/foundation/Clock.h"
+#include "hosts/application/when/DayField.h"
 #include "hosts/application/when/EndChoice.h"
 #include "hosts/application/when/ExceptionList.h"
 #include "hosts/application/when/FaultLabel.h"
@@ -27,17 +28,6 @@ QDateTime nextFullHour()
     constexpr qint64 hour = 3600;
     const qint64 now = Port<Clock>::current()->currentDate().toSecsSinceEpoch();
     return QDateTime::fromSecsSinceEpoch((now / hour + 1) * hour, Qt::UTC);
-}
-
-QDateEdit *dayEdit(QWidget *parent, const QString &name)
-{
-    auto *const edit = new QDateEdit(parent);
-    WheelGuard::guard(edit);
-    edit->setCalendarPopup(true);
-    edit->setMinimumDate(QDate(100, 1, 1));    // the first that it can have
-    edit->setLayoutDirection(Qt::LeftToRight); // else Qt turns the parts of the date round, year first
-    edit->setAccessibleName(name);
-    return edit;
 }
 } // namespace
 
@@ -82,14 +72,14 @@ void RecurrenceForm::makeRows()
         m_kind->addItem(text, static_cast<int>(kind));
     m_kind->setMaxVisibleItems(m_kind->count());
     m_form->addRow(tr("Takes place"), m_kind);
-    m_day = dayEdit(this, tr("Date"));
+    m_day = DayField::make(this, tr("Date"));
     m_form->addRow(tr("Date"), m_day);
     m_pattern = new PatternRows(m_form);
     m_verdict = new FaultLabel(this);
     m_form->addRow(QString(), m_verdict);
     m_times = new TimesOfDay(this);
     m_form->addRow(tr("Time"), m_times);
-    m_begin = dayEdit(this, tr("From"));
+    m_begin = DayField::make(this, tr("From"));
     m_form->addRow(tr("From"), m_begin);
     m_end = new EndChoice(this);
     m_form->addRow(tr("Ends"), m_end);

@@ -120,6 +120,23 @@ TEST_F(RecurrenceFormTest, ReturnsZonesAndDaysThatItsFieldsHardlyShow)
     }
 }
 
+TEST_F(RecurrenceFormTest, ShowsTheCenturyWhateverTheLocaleWritesShort)
+{
+    for (const char *locale : {"en_US", "de_DE", "fr_FR", "es_ES", "ja_JP", "ar_EG", "fa_IR", "th_TH", "C"}) {
+        QLocale::setDefault(QLocale(locale));
+        RecurrenceForm there;
+        QLocale::setDefault(QLocale::c());
+        for (const auto *const edit : there.findChildren<QDateEdit *>())
+            EXPECT_TRUE(edit->displayFormat().contains("yyyy")) << locale;
+        for (const char *start : {"1926-03-14T06:00:00", "2026-12-31T12:30:00", "2126-03-14T22:00:00"}) {
+            const Recurrence old = recurrence("FREQ=DAILY;UNTIL=21270101", start);
+            there.setRecurrence(utc("2026-03-14T21:00:00Z"), zone, old);
+            EXPECT_EQ(there.recurrence(), old) << locale << " " << start;
+            EXPECT_FALSE(there.isEdited()) << locale << " " << start;
+        }
+    }
+}
+
 TEST_F(RecurrenceFormTest, ComesBackToWhatWasGivenWhenAnEditIsTakenBack)
 {
     for (const auto &[rule, kind, start] : rules()) {
