@@ -187,6 +187,20 @@ TEST_F(NestedRequests, OthersAreServedWhenTheRequestThatRunsAnEventLoopCameInThe
     });
 }
 
+TEST_F(NestedRequests, TheRequestBehindOneThatRunsAnEventLoopIsServedWithinIt)
+{
+    meanwhile([&] {
+        RawPeer peer(path);
+        peer.introduce();
+        peer.send(RawPeer::call(0, "ask") + RawPeer::call(0));
+        EXPECT_TRUE(peer.waitForReplies(1));
+        EXPECT_EQ(root.open, 1);
+        EXPECT_EQ(root.pongs, 1);
+        answerDialogs();
+        EXPECT_TRUE(peer.waitForReplies(2));
+    });
+}
+
 TEST_F(NestedRequests, OfWhoHasGoneBeforeThereWasAnAnswerAreNotServed)
 {
     {
