@@ -215,3 +215,22 @@ TEST_F(GuardedFileTest, LosesNoDamagedFileToALaterOneUnlessItMay)
     EXPECT_EQ(contentOf(path + ".damaged"), "last");
     EXPECT_FALSE(file().setAside(GuardedFile::Earlier::Replaced)) << "there is nothing any more";
 }
+
+TEST_F(GuardedFileTest, IsSetAsideBesideALinkThatLeadsNowhere)
+{
+    ASSERT_TRUE(file().replace("damaged"));
+    ASSERT_TRUE(QFile::link("nowhere", path + ".damaged"));
+    const auto aside = file().setAside(GuardedFile::Earlier::Kept);
+    ASSERT_TRUE(aside) << aside.error().text.toStdString();
+    EXPECT_TRUE(QFileInfo(path + ".damaged").isSymLink());
+    EXPECT_EQ(contentOf(path + ".damaged-2"), "damaged");
+}
+
+TEST_F(GuardedFileTest, MakesFoldersThatOthersCannotWriteInWhateverTheMaskOfTheProcess)
+{
+    const mode_t mask = ::umask(0);
+    const auto replaced = file().replace("content");
+    ::umask(mask);
+    ASSERT_TRUE(replaced) << replaced.error().text.toStdString();
+    EXPECT_EQ(modeOf(QFileInfo(path).path()), 0755U);
+}
