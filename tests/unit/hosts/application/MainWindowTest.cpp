@@ -121,9 +121,11 @@ TEST_F(MainWindowTest, BeginsAnotherActionWithItsOwnDefaultsAndKeepsTheAlert)
     QTest::keyClick(chooser, Qt::Key_Return);
     settle();
     ASSERT_EQ(window->book().at(0).value("bundlePath"), other);
-    EXPECT_EQ(window->book().at(0).value("parameters"),
-              QVariant(QVariantMap{
-                  {"Text", "as usual"}, {"Alert", 1}, {"Delay before alert", 120}, {"Needs Wake Up", 1}}));
+    EXPECT_EQ(window->book().at(0).value("parameters"), QVariant(QVariantMap{{"Text", "as usual"},
+                                                                             {"Alert", 1},
+                                                                             {"Delay before alert", 120},
+                                                                             {"Acts In User Agent", 1},
+                                                                             {"Needs Wake Up", 1}}));
     EXPECT_EQ(find<QLineEdit>("text")->text(), "as usual");
 }
 
