@@ -215,6 +215,19 @@ TEST_F(SchedulerTest, GivesAnOccurrenceToTheUserWhoseAgentHasItAndToNobodyElse)
     EXPECT_EQ(held->date, noon());
 }
 
+TEST_F(SchedulerTest, TakesBackWhatAnAgentMayHaveAndNothingThatFailedThere)
+{
+    scheduler.setSchedules({schedule("a")});
+    scheduler.note(occurrenceOf(schedule("a")), OccurrenceState::Unknown, 501);
+    EXPECT_TRUE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()))
+        << "it was slow to answer, and has it all the same";
+    for (const auto state :
+         {OccurrenceState::Failed, OccurrenceState::NotPerformed, OccurrenceState::Skipped}) {
+        scheduler.note(occurrenceOf(schedule("a")), state, 501);
+        EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
+    }
+}
+
 TEST_F(SchedulerTest, TakesAHandedOverOccurrenceBackOnlyOnce)
 {
     scheduler.setSchedules({schedule("a")});
