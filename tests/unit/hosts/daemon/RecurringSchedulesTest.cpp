@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/daemon/HandOvers.h"
 #include "hosts/daemon/Scheduler.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
@@ -294,6 +295,20 @@ TEST_F(RecurringSchedulesTest, ThatAreDisabledHaveNothingPostponedToCome)
     schedule.isEnabled = false;
     scheduler.setSchedules({schedule});
     EXPECT_THAT(toCome(), IsEmpty());
+}
+
+TEST_F(RecurringSchedulesTest, ThatAreDisabledAreHandedBackByNoAgent)
+{
+    Schedule schedule = Recurring::every("a", 100s, noon());
+    scheduler.setSchedules({schedule});
+    scheduler.note(next(), OccurrenceState::Done, 501);
+    clock.advance(100s);
+    scheduler.note(next(), OccurrenceState::Done, 501);
+    const HandOvers handOvers(clock, scheduler);
+    EXPECT_TRUE(handOvers.heldByAgent(501, schedule.fullBundlePath(), after(100s), {}));
+    schedule.isEnabled = false;
+    scheduler.setSchedules({schedule});
+    EXPECT_FALSE(handOvers.heldByAgent(501, schedule.fullBundlePath(), after(100s), {}));
 }
 
 TEST_F(RecurringSchedulesTest, ThatWereMissedForLongerThanTheTimeOutAreOneRunAndTheOthersComeInOrder)
