@@ -4,8 +4,8 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
-#include "hosts/common/log/LogReader.h"
 #include "hosts/admin/Output.h"
+#include "hosts/common/log/LogReader.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

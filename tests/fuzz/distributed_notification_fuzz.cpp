@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/broadcast/linux/DistributedMessage_p.h"
 #include "DozelyKit/core/broadcast/linux/DistributedQuota_p.h"
-#include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "DozelyKit/core/dbus/BusConnection.h"
+#include "DozelyKit/core/dbus/CborBlock_p.h"
 #include "support/FuzzedSystem.h"
 #include "support/Steer.h"
 

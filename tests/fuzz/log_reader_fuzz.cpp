@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/LogCommand.h"
-#include "hosts/common/log/LogReader.h"
 #include "hosts/admin/Output.h"
+#include "hosts/common/log/LogReader.h"
 #include "support/FuzzedSystem.h"
 #include "support/Steer.h"
 

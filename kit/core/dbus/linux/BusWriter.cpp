@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 #include "DozelyKit/core/dbus/BusConnection.h"
+#include "DozelyKit/core/dbus/linux/BusCodec_p.h"
 
 #include "DozelyKit/core/dbus/linux/BusLibrary_p.h"
 
