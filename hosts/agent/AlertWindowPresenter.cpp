@@ -143,6 +143,7 @@ void AlertWindowPresenter::show(const Notification &notification)
 
 void AlertWindowPresenter::close(const Notification &notification)
 {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const Notification closed = notification; // the caller's may be the very one in the list
     if (m_alerts.removeAll(closed) == 0)
         return;

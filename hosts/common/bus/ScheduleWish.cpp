@@ -175,7 +175,7 @@ private:
         const auto said = text("date");
         if (!said || said->isEmpty())
             return {};
-        const auto date = ScheduleDictionary::dateOf(*said);
+        auto date = ScheduleDictionary::dateOf(*said);
         if (!date)
             complain(
                 QString("\"date\" is no date such as 2026-03-14T06:55:00+01:00: %1.").arg(logLabel(*said)));

@@ -313,7 +313,7 @@ void SchedulerBus::setEnabled(const Request &request)
 /// Who was told of an occurrence may decide about it as about his own.
 QList<QByteArray> SchedulerBus::neededFor(const Request &request, const Schedule &schedule) const
 {
-    const QList<QByteArray> needed = SchedulerRights::needed(request.caller, schedule, schedule);
+    QList<QByteArray> needed = SchedulerRights::needed(request.caller, schedule, schedule);
     const bool isOfOccurrence = request.call.method() == "Skip" || request.call.method() == "Postpone";
     if (!needed.contains(SchedulerNames::manageAll) || !isOfOccurrence)
         return needed;

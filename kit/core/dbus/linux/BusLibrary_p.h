@@ -58,6 +58,7 @@ struct BusLibrary {
     FUNCTION(slot_set_destroy_callback)                                                                      \
     FUNCTION(slot_set_floating)                                                                              \
     FUNCTION(slot_unref)
+// NOLINTNEXTLINE(bugprone-macro-parentheses): it is a name
 #define DOZELY_DECLARE(name) decltype(&sd_bus_##name) name = nullptr;
     DOZELY_BUS_FUNCTIONS(DOZELY_DECLARE)
 #undef DOZELY_DECLARE

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/foundation/IdleMemory.h"
 
-#include <cinttypes>
-#include <cstdint>
 #include <cstdio>
 #include <memory>
 
@@ -16,8 +14,8 @@ namespace
 {
 /// A mapping of this process, as proc_pid_smaps(5) tells it.
 struct Mapping {
-    std::uintptr_t begin = 0;
-    std::uintptr_t end = 0;
+    void *begin = nullptr;
+    void *end = nullptr;
     bool isUnchangeable = false; ///< Private, of a file, and not to be written.
 };
 
@@ -27,8 +25,7 @@ Mapping mappingOf(const char *line)
     Mapping mapping;
     char rights[5] = {};
     unsigned long long inode = 0;
-    if (std::sscanf(line, "%" SCNxPTR "-%" SCNxPTR " %4s %*x %*x:%*x %llu", &mapping.begin, &mapping.end,
-                    rights, &inode) != 4)
+    if (std::sscanf(line, "%p-%p %4s %*x %*x:%*x %llu", &mapping.begin, &mapping.end, rights, &inode) != 4)
         return {};
     mapping.isUnchangeable = rights[0] == 'r' && rights[1] == '-' && rights[3] == 'p' && inode != 0;
     return mapping;
@@ -44,7 +41,7 @@ void giveFilePagesBack()
     char line[512];
     Mapping mapping;
     while (std::fgets(line, sizeof line, file.get())) {
-        if (const Mapping next = mappingOf(line); next.end != 0) {
+        if (const Mapping next = mappingOf(line); next.end) {
             mapping = next;
             continue;
         }
@@ -52,7 +49,8 @@ void giveFilePagesBack()
         // protected later, or what a debugger wrote.
         unsigned long own = 0;
         if (mapping.isUnchangeable && std::sscanf(line, "Anonymous: %lu kB", &own) == 1 && own == 0)
-            ::madvise(reinterpret_cast<void *>(mapping.begin), mapping.end - mapping.begin, MADV_DONTNEED);
+            ::madvise(mapping.begin, static_cast<char *>(mapping.end) - static_cast<char *>(mapping.begin),
+                      MADV_DONTNEED);
     }
 }
 } // namespace
