@@ -30,6 +30,10 @@ public:
     Scheduler &scheduler() { return m_scheduler; }
     const Scheduler &scheduler() const { return m_scheduler; }
 
+    /// After work that took memory at once: has it given back when there was none for ten seconds and nothing
+    /// is due within three.
+    void restSoon();
+
     /// Reads the store again and logs what is new about it: the number of schedules, and each fault once.
     /// What could not be read may be readable later though nothing tells of it: then storeMayBeReadable
     /// comes.
@@ -114,7 +118,6 @@ private:
     OccurrenceDatabase::Needed needed() const;
     void saveSoon();
     void saveAgainLater();
-    void restSoon();
     bool isDueSoon() const;
     void rest();
     dozely::Result<void> save();

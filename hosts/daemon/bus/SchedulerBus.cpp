@@ -3,7 +3,6 @@
 
 #include "DozelyKit/core/dbus/BusObject.h"
 #include "DozelyKit/core/foundation/Clock.h"
-#include "DozelyKit/core/foundation/IdleMemory.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "DozelyKit/plugin/Names.h"
@@ -25,7 +24,6 @@ using namespace dozely;
 namespace
 {
 constexpr std::chrono::seconds betweenRereads(1);
-constexpr std::chrono::seconds untilRest(10);
 
 Error noSuchSchedule(const QString &identifier)
 {
@@ -100,7 +98,7 @@ SchedulerBus::SchedulerBus(DaemonController &controller, const std::shared_ptr<C
                 [this](BusConnection &bus) {
                     m_authority.setBus(&bus);
                     m_news->begin();
-                    restSoon();
+                    m_controller.keeper().restSoon();
                 },
             .refused =
                 [this](const QString &why) {
@@ -140,19 +138,8 @@ bool SchedulerBus::serve(Request request)
         return false;
     if (const Method method = methods.value(request.call.method()))
         (this->*method)(request);
-    restSoon();
+    m_controller.keeper().restSoon(); // what an answer took a daemon that mostly sleeps would keep for days
     return true;
-}
-
-/// What answers took at once a daemon that mostly sleeps would keep for days.
-void SchedulerBus::restSoon()
-{
-    if (std::exchange(m_isRestComing, true))
-        return;
-    m_clock->callAfter(untilRest, this, [this] {
-        m_isRestComing = false;
-        IdleMemory::giveBack();
-    });
 }
 
 /// Whether it is known what the caller may without being asked, where that is told or decides what is.

@@ -51,7 +51,6 @@ private:
 
     bool serve(Request request);
     bool learnStanding(Request &request);
-    void restSoon();
     void list(const Request &request);
     void get(const Request &request);
     void add(const Request &request);
@@ -84,7 +83,6 @@ private:
     CallQueue m_queue;
     std::chrono::milliseconds m_reread{-1}; // on the steady clock: when it was last looked for a schedule
     std::unique_ptr<SchedulerNews> m_news;
-    bool m_isRestComing = false;
     QString m_refusal;                           // of the name, as last logged
     std::unique_ptr<dozely::BusObject> m_object; // goes first: nothing comes after it
 };
