@@ -62,7 +62,8 @@ int runWindow(const QStringList &trialArguments)
     MainWindow window(*client, sides, NSProcessInfo::effectiveUserID());
     auto &application = static_cast<WindowedApplication &>(*QCoreApplication::instance());
     QObject::connect(&application, &WindowedApplication::raised, &sides, &ActionSides::noteRaised);
-    const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::quit(); });
+    // Not as a wish to quit, about which a person is asked: the session ends.
+    const LoopSignal termination({SIGTERM, SIGINT}, [] { QCoreApplication::exit(0); });
     window.show();
 
     HostRootObject rootObject;

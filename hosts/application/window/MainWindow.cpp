@@ -111,7 +111,9 @@ void MainWindow::layOut()
     auto *const notices = new QVBoxLayout;
     notices->setContentsMargins(14, 8, 14, 0);
     notices->addWidget(m_notice);
-    auto *const all = new QVBoxLayout(this);
+    auto *const page = new QWidget;
+    setCentralWidget(page);
+    auto *const all = new QVBoxLayout(page);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
     all->addLayout(head);

@@ -4,9 +4,9 @@
 #include "hosts/application/actions/ActionSides.h"
 #include "hosts/application/book/ScheduleBook.h"
 
+#include <QMainWindow>
 #include <QPointer>
 #include <QStackedWidget>
-#include <QWidget>
 
 class CalendarPage;
 class NoticeBar;
@@ -20,7 +20,7 @@ class StatusLine;
 /// The application's window: the schedules, the editor of the chosen one, and what was changed.
 ///
 /// Closing it while something is not applied asks first. THREADING: the main thread.
-class MainWindow : public QWidget
+class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:

@@ -47,7 +47,8 @@ ScheduleHeader::ScheduleHeader(QWidget *parent)
     m_enabled->setObjectName("enabled");
     row->addWidget(m_enabled, 0, Qt::AlignTop);
 
-    connect(m_name, &QLineEdit::textEdited, this, &ScheduleHeader::nameEdited);
+    // Not "edited" alone, which is what is typed: who uses a screen reader may have it written.
+    connect(m_name, &QLineEdit::textChanged, this, &ScheduleHeader::nameEdited);
     connect(m_enabled, &QCheckBox::toggled, this, &ScheduleHeader::enabledEdited);
 }
 

@@ -60,6 +60,22 @@ TEST_F(MainWindowTest, AppliesATypedNameByTheButton)
     EXPECT_FALSE(find<QPushButton>("apply")->isEnabled());
 }
 
+TEST_F(MainWindowTest, TakesANameThatAScreenReaderWrites)
+{
+    open();
+    auto *const name = find<QLineEdit>("name");
+    QAccessible::queryAccessibleInterface(name)->editableTextInterface()->replaceText(
+        0, static_cast<int>(name->text().size()), "Night");
+    settle();
+    EXPECT_EQ(row(0), "Night, tomorrow 06:55, Say hello, not applied yet");
+}
+
+TEST_F(MainWindowTest, IsAWindowForScreenReaders)
+{
+    open();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(window.get())->role(), QAccessible::Window);
+}
+
 TEST_F(MainWindowTest, UndoesAndRedoesByButtons)
 {
     open();
