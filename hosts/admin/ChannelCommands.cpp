@@ -111,7 +111,7 @@ void orderOccurrence(const AdminOptions &options, const QLatin1StringView &name,
                      const QString &what)
 {
     const Schedule schedule = StoreCommands::find(options.argument(0));
-    const auto date = OccurrenceOptions::read(options, schedule);
+    const auto date = OccurrenceOptions::read(options, schedule, DateTerms::Towards::ToCome);
     if (date)
         details.insert(OrderKey::date, *date);
     if (mayOrder(schedule) || !Door::isThere())

@@ -20,7 +20,11 @@ constexpr double longestDelay = 100.0 * 366 * 24 * 3600; // a hundred years, in 
 QDateTime afterDelay(const QString &text)
 {
     bool isNumber = false;
-    const double seconds = text.toDouble(&isNumber);
+    double seconds = text.toDouble(&isNumber);
+    if (const auto duration = FriendlyTerms::duration(text); !isNumber && duration) {
+        isNumber = true;
+        seconds = static_cast<double>(duration->count());
+    }
     if (!isNumber || !(seconds >= 0 && seconds <= longestDelay))
         refuse(QString("\"%1\" is not a number of seconds from now.").arg(text));
     const auto milliseconds = static_cast<qint64>(std::ceil(seconds * 1000));
@@ -32,15 +36,6 @@ QDateTime afterDelay(const QString &text)
 QString textOf(const QDateTime &date)
 {
     return date.toString("yyyy-MM-dd HH:mm:ss");
-}
-
-/// A time that is shown twice, with the offset that tells which of them is meant.
-QString withOffset(const QString &text, int offset)
-{
-    constexpr int minute = 60;
-    constexpr int hour = 60 * minute;
-    const QTime distance(std::abs(offset) / hour, std::abs(offset) % hour / minute);
-    return QString("\"%1%2%3\"").arg(text, offset < 0 ? "-" : "+", distance.toString("HH:mm"));
 }
 } // namespace
 
@@ -58,29 +53,25 @@ QTimeZone DateOptions::zone(const AdminOptions &options, const QString &usual)
     return QTimeZone(name.toUtf8());
 }
 
-DateOptions::Moment DateOptions::inZone(const QString &text, const QTimeZone &zone)
+FriendlyTerms::Date DateOptions::written(const QString &text, const QTimeZone &zone,
+                                         DateTerms::Towards towards)
 {
-    const auto date = FriendlyTerms::date(text);
-    if (!date)
-        refuse(date.error().text + ".");
-    if (!date->time)
-        refuse(QString("\"%1\" is not a date such as \"2026-03-14 06:55\".").arg(text));
+    return accepted(DateTerms(Port<Clock>::current()->currentDate(), zone, towards).read(text));
+}
+
+DateOptions::Moment DateOptions::inZone(const FriendlyTerms::Date &date, const QString &text,
+                                        const QTimeZone &zone)
+{
+    if (!date.time)
+        refuse(QString("\"%1\" is a day; say at what time, such as \"%1 06:55\".").arg(text));
     const QString zoneName = QString::fromUtf8(zone.id());
-    if (date->offset) {
-        const QDateTime wallTime(date->day, *date->time, Qt::UTC);
-        return {wallTime.addSecs(-date->offset->count()), zoneName, {}};
-    }
-    const QList<QDateTime> moments = FriendlyTerms::momentsOf(date->day, *date->time, zone);
-    if (moments.size() > 1) {
-        refuse(QString("Clocks in %1 show \"%2\" twice: say %3 or %4.")
-                   .arg(zoneName, text, withOffset(text, zone.offsetFromUtc(moments.constFirst())),
-                        withOffset(text, zone.offsetFromUtc(moments.constLast()))));
-    }
-    if (!moments.isEmpty())
-        return {moments.constFirst(), zoneName, {}};
-    const QDateTime moved = dateAtWallTime(date->day, *date->time, zone);
-    return {moved.toUTC(), zoneName,
-            QString("%1 does not exist in %2; it becomes %3.").arg(text, zoneName, textOf(moved))};
+    const DateTerms terms(Port<Clock>::current()->currentDate(), zone);
+    const DateTerms::Moment moment = accepted(terms.momentOf(date, text));
+    if (!moment.isMoved)
+        return {moment.date, zoneName, {}};
+    return {moment.date, zoneName,
+            QString("%1 does not exist in %2; it becomes %3.")
+                .arg(text, zoneName, textOf(moment.date.toTimeZone(zone)))};
 }
 
 DateOptions::Moment DateOptions::read(const AdminOptions &options, const QString &usualZone)
@@ -90,7 +81,7 @@ DateOptions::Moment DateOptions::read(const AdminOptions &options, const QString
     const QTimeZone zone = DateOptions::zone(options, usualZone);
     const Moment moment = options.isSet("in")
                               ? Moment{afterDelay(options.value("in")), QString::fromUtf8(zone.id()), {}}
-                              : inZone(options.value("date"), zone);
+                              : inZone(written(options.value("date"), zone), options.value("date"), zone);
     if (moment.date < Port<Clock>::current()->currentDate())
         refuse(QString("%1 in %2 is past.").arg(options.value("date"), moment.timeZone));
     if (PropertyList::toData(QVariantMap{{"Date", moment.date}}, PropertyList::Format::Xml).isNull())

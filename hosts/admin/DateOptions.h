@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "hosts/common/calendar/DateTerms.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QTimeZone>
@@ -23,8 +25,12 @@ QTimeZone zone(const AdminOptions &options, const QString &usual);
 /// The name of the machine's zone.
 QString machineZone();
 
-/// The moment at which clocks in a zone show what a text says, past or not.
-Moment inZone(const QString &text, const QTimeZone &zone);
+/// What a text says, by clocks in a zone. What leaves the day open is that way from now.
+FriendlyTerms::Date written(const QString &text, const QTimeZone &zone,
+                            DateTerms::Towards towards = DateTerms::Towards::ToCome);
+
+/// The moment at which clocks in a zone show a date that `text` says, past or not. A day alone is refused.
+Moment inZone(const FriendlyTerms::Date &date, const QString &text, const QTimeZone &zone);
 
 /// The moment that the options name, in `usualZone` unless they name one. One that is past is refused.
 Moment read(const AdminOptions &options, const QString &usualZone = machineZone());

@@ -12,7 +12,6 @@
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
 #include "hosts/admin/StoreCommands.h"
-#include "hosts/common/calendar/FriendlyTerms.h"
 #include "hosts/common/record/UpcomingOccurrences.h"
 
 using namespace dozely;
@@ -29,10 +28,10 @@ QDateTime end(const AdminOptions &options)
         return {};
     const QString text = options.value("until");
     const QTimeZone zone = machineTimeZone();
-    const auto date = FriendlyTerms::date(text);
-    if (date && !date->time)
-        return dateAtWallTime(date->day, QTime(23, 59, 59), zone);
-    return DateOptions::inZone(text, zone).date;
+    const FriendlyTerms::Date date = DateOptions::written(text, zone);
+    if (!date.time)
+        return dateAtWallTime(date.day, QTime(23, 59, 59), zone);
+    return DateOptions::inZone(date, text, zone).date;
 }
 
 /// What the record knows of it; nothing, and a remark, where it cannot be read.

@@ -6,7 +6,6 @@
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/DateWords.h"
-#include "hosts/common/calendar/FriendlyTerms.h"
 #include "hosts/common/calendar/OccurrenceSeries.h"
 
 using namespace dozely;
@@ -40,7 +39,8 @@ QDateTime onlyOneOn(const QDate &day, const QTimeZone &zone, const Schedule &sch
 }
 } // namespace
 
-std::optional<QDateTime> OccurrenceOptions::read(const AdminOptions &options, const Schedule &schedule)
+std::optional<QDateTime> OccurrenceOptions::read(const AdminOptions &options, const Schedule &schedule,
+                                                 DateTerms::Towards towards)
 {
     if (!options.isSet("date")) {
         if (options.isSet("time-zone"))
@@ -48,8 +48,7 @@ std::optional<QDateTime> OccurrenceOptions::read(const AdminOptions &options, co
         return {};
     }
     const QTimeZone zone = DateOptions::zone(options, QString::fromUtf8(schedule.zone().id()));
-    const auto date = FriendlyTerms::date(options.value("date"));
-    if (date && !date->time)
-        return onlyOneOn(date->day, zone, schedule);
-    return DateOptions::inZone(options.value("date"), zone).date;
+    const QString text = options.value("date");
+    const FriendlyTerms::Date date = DateOptions::written(text, zone, towards);
+    return date.time ? DateOptions::inZone(date, text, zone).date : onlyOneOn(date.day, zone, schedule);
 }

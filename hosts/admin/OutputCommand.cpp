@@ -34,7 +34,7 @@ QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)
 void OutputCommand::run(const AdminOptions &options)
 {
     const Schedule schedule = StoreCommands::find(options.argument(0));
-    const auto date = OccurrenceOptions::read(options, schedule);
+    const auto date = OccurrenceOptions::read(options, schedule, DateTerms::Towards::Past);
     const auto outcomes = RecordedOutcomes::open();
     if (!outcomes)
         fail(outcomes.error());

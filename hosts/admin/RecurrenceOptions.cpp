@@ -155,9 +155,9 @@ struct Span {
 
 Span spanOf(const QString &text, const QTimeZone &zone)
 {
-    const FriendlyTerms::Date date = accepted(FriendlyTerms::date(text));
+    const FriendlyTerms::Date date = DateOptions::written(text, zone);
     if (date.offset) {
-        const WallTime moment = WallTime::of(DateOptions::inZone(text, zone).date.toTimeZone(zone));
+        const WallTime moment = WallTime::of(DateOptions::inZone(date, text, zone).date.toTimeZone(zone));
         return {moment, moment};
     }
     return {{date.day, date.time.value_or(midnight)}, {date.day, date.time.value_or(QTime(23, 59, 59))}};

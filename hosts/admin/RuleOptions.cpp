@@ -172,9 +172,9 @@ private:
     {
         const QString form = "yyyyMMdd'T'HHmmss";
         const QString text = m_options.value("until");
-        const FriendlyTerms::Date date = accepted(FriendlyTerms::date(text));
+        const FriendlyTerms::Date date = DateOptions::written(text, m_zone);
         if (date.offset)
-            return DateOptions::inZone(text, m_zone).date.toString(form) + "Z";
+            return DateOptions::inZone(date, text, m_zone).date.toString(form) + "Z";
         const QTime time = date.time.value_or(lastSecond);
         if (dateAtWallTime(date.day, time, m_zone) < m_start.notBefore)
             refuse("It is to end before it begins.");

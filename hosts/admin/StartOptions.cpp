@@ -17,7 +17,7 @@ namespace
 /// Takes a date with a time over.
 void take(StartOptions &start, const QString &text, const FriendlyTerms::Date &date, const QTimeZone &zone)
 {
-    const DateOptions::Moment moment = DateOptions::inZone(text, zone);
+    const DateOptions::Moment moment = DateOptions::inZone(date, text, zone);
     start.from = moment.date;
     // A time that is skipped on that day is there on others.
     start.time = date.offset ? moment.date.toTimeZone(zone).time() : *date.time;
@@ -33,14 +33,12 @@ StartOptions StartOptions::read(const AdminOptions &options, const QTimeZone &zo
     if (!options.isSet("from"))
         return start;
     const QString text = options.value("from");
-    const auto date = FriendlyTerms::date(text);
-    if (!date)
-        throw AdminError(ExitStatus::BadUsage, date.error().text + ".");
-    if (date->time)
-        take(start, text, *date, zone);
+    const FriendlyTerms::Date date = DateOptions::written(text, zone);
+    if (date.time)
+        take(start, text, date, zone);
     else
-        start.from = dateAtWallTime(date->day, QTime(0, 0), zone).toUTC();
-    const bool isPast = date->time ? *start.from < start.now : date->day < start.now.toTimeZone(zone).date();
+        start.from = dateAtWallTime(date.day, QTime(0, 0), zone).toUTC();
+    const bool isPast = date.time ? *start.from < start.now : date.day < start.now.toTimeZone(zone).date();
     if (isPast)
         throw AdminError(ExitStatus::BadUsage,
                          QString("%1 in %2 is past.").arg(text, QString::fromUtf8(zone.id())));

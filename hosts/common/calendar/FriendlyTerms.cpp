@@ -16,36 +16,6 @@ namespace
 {
 constexpr int noonHour = 12;
 
-/// Every time of day that a text can mean, in order; none for what is no time.
-QList<QTime> timesIn(const QString &text)
-{
-    static const QRegularExpression form(R"(\A(\d{1,2})(?::(\d\d)(?::(\d\d))?)?(?: ?([AaPp])[Mm])?\z)");
-    const auto match = form.match(text);
-    if (!match.hasMatch())
-        return {};
-    const QString hourText = match.captured(1);
-    const int hour = hourText.toInt();
-    const QString half = match.captured(4).toLower();
-    const auto at = [&](int wanted) {
-        return QTime(wanted, match.captured(2).toInt(), match.captured(3).toInt());
-    };
-    const bool isOnHalfADial = hour >= 1 && hour <= noonHour;
-    QList<QTime> times;
-    if (!half.isEmpty()) {
-        if (hour == noonHour) // noon and midnight are neither
-            times = {at(0), at(noonHour)};
-        else if (isOnHalfADial)
-            times = {at(half == "p" ? hour + noonHour : hour)};
-    } else if (!match.captured(2).isEmpty() && (hourText.size() == 2 || hour == 0)) {
-        times = {at(hour)};
-    } else if (isOnHalfADial) {
-        times = {at(hour % noonHour), at(hour % noonHour + noonHour)};
-    }
-    const bool areValid =
-        std::all_of(times.cbegin(), times.cend(), [](QTime time) { return time.isValid(); });
-    return areValid ? times : QList<QTime>();
-}
-
 QString textOf(QTime time)
 {
     return time.toString(time.second() == 0 ? "HH:mm" : "HH:mm:ss");
@@ -54,43 +24,6 @@ QString textOf(QTime time)
 Error readings(const QString &text, const QStringList &readings)
 {
     return Error{QString("\"%1\" can be %2").arg(text, readings.join(" or "))};
-}
-
-/// Every day that three numbers can mean, as people write them in one country or another.
-QStringList daysIn(const QString &text)
-{
-    static const QRegularExpression form(R"(\A(\d{1,2})([/.-])(\d{1,2})\2(\d{4}|\d{2})(?!\d))");
-    const auto match = form.match(text);
-    if (!match.hasMatch())
-        return {};
-    constexpr int century = 2000;
-    const int first = match.captured(1).toInt();
-    const int second = match.captured(3).toInt();
-    const int third = match.captured(4).toInt();
-    const bool isShort = match.captured(4).size() == 2;
-    QList<QDate> days{QDate(isShort ? century + third : third, second, first),
-                      QDate(isShort ? century + third : third, first, second)};
-    if (isShort)
-        days += QDate(century + first, second, third);
-    QStringList texts;
-    for (const QDate &day : days) {
-        if (day.isValid() && !texts.contains(day.toString(Qt::ISODate)))
-            texts += day.toString(Qt::ISODate);
-    }
-    return texts;
-}
-
-std::optional<std::chrono::seconds> offsetIn(const QString &text)
-{
-    static const QRegularExpression form(R"(\A([+-])(\d\d):([0-5]\d)\z)");
-    if (text == "Z")
-        return std::chrono::seconds(0);
-    const auto match = form.match(text);
-    if (!match.hasMatch())
-        return {};
-    const std::chrono::seconds offset =
-        std::chrono::hours(match.captured(2).toInt()) + std::chrono::minutes(match.captured(3).toInt());
-    return match.captured(1) == "-" ? -offset : offset;
 }
 
 constexpr std::array<const char *, 7> weekdays{"monday", "tuesday",  "wednesday", "thursday",
@@ -132,6 +65,34 @@ Result<QString> daysOfTheWeek(const QString &text)
 }
 } // namespace
 
+QList<QTime> FriendlyTerms::timesIn(const QString &text)
+{
+    static const QRegularExpression form(R"(\A(\d{1,2})(?::(\d\d)(?::(\d\d))?)?(?: ?([AaPp])[Mm])?\z)");
+    const auto match = form.match(text);
+    if (!match.hasMatch())
+        return {};
+    const int hour = match.captured(1).toInt();
+    const QString half = match.captured(4).toLower();
+    const auto at = [&](int wanted) {
+        return QTime(wanted, match.captured(2).toInt(), match.captured(3).toInt());
+    };
+    const bool isOnHalfADial = hour >= 1 && hour <= noonHour;
+    QList<QTime> times;
+    if (!half.isEmpty()) {
+        if (hour == noonHour) // noon and midnight are neither
+            times = {at(0), at(noonHour)};
+        else if (isOnHalfADial)
+            times = {at(half == "p" ? hour + noonHour : hour)};
+    } else if (!match.captured(2).isEmpty()) { // with minutes the clock has 24 hours
+        times = {at(hour)};
+    } else if (isOnHalfADial) {
+        times = {at(hour % noonHour), at(hour % noonHour + noonHour)};
+    }
+    const bool areValid =
+        std::all_of(times.cbegin(), times.cend(), [](QTime time) { return time.isValid(); });
+    return areValid ? times : QList<QTime>();
+}
+
 Result<QTime> FriendlyTerms::time(const QString &text)
 {
     const QList<QTime> times = timesIn(text);
@@ -140,32 +101,6 @@ Result<QTime> FriendlyTerms::time(const QString &text)
     if (times.size() > 1)
         return readings(text, {textOf(times.constFirst()), textOf(times.constLast())});
     return times.constFirst();
-}
-
-Result<FriendlyTerms::Date> FriendlyTerms::date(const QString &text)
-{
-    static const QRegularExpression form(R"(\A(\d{4}-\d\d-\d\d)(?:[ T](.+?)(Z|[+-]\d\d:\d\d)?)?\z)");
-    const Error noDate{QString("\"%1\" is not a date such as \"2026-03-14 06:55\"").arg(text)};
-    const auto match = form.match(text);
-    if (!match.hasMatch()) {
-        const QStringList days = daysIn(text);
-        return days.size() > 1 ? readings(text, days) : noDate;
-    }
-    Date date{QDate::fromString(match.captured(1), Qt::ISODate), {}, {}};
-    if (!date.day.isValid())
-        return noDate;
-    if (match.captured(2).isEmpty())
-        return date;
-    const QList<QTime> times = timesIn(match.captured(2));
-    if (times.isEmpty())
-        return noDate;
-    if (times.size() > 1) {
-        return readings(text, {match.captured(1) + " " + textOf(times.constFirst()),
-                               match.captured(1) + " " + textOf(times.constLast())});
-    }
-    date.time = times.constFirst();
-    date.offset = offsetIn(match.captured(3));
-    return date;
 }
 
 Result<std::chrono::seconds> FriendlyTerms::duration(const QString &text)

@@ -14,17 +14,18 @@
 /// error is a clause that says both readings, or what would have been understood.
 namespace FriendlyTerms
 {
-/// "22:00", "06:55:30", "7 pm".
+/// "22:00", "7:00", "06:55:30", "7 pm". With minutes, and without am and pm, clocks have 24 hours.
 dozely::Result<QTime> time(const QString &text);
 
+/// Every time of day that a text can mean, in order; none for what is no time.
+QList<QTime> timesIn(const QString &text);
+
+/// What DateTerms reads.
 struct Date {
     QDate day;
     std::optional<QTime> time;                  ///< Absent: the text names a day alone.
-    std::optional<std::chrono::seconds> offset; ///< From UTC, where the text says it.
+    std::optional<std::chrono::seconds> offset; ///< From UTC, where the text says it; never without a time.
 };
-
-/// "2026-03-14", "2026-03-14 06:55", "2026-03-14T06:55:30+01:00".
-dozely::Result<Date> date(const QString &text);
 
 /// "90", "90s", "10m", "6h", "2d"; a number alone is seconds. At most a hundred years.
 dozely::Result<std::chrono::seconds> duration(const QString &text);

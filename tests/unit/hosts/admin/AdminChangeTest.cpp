@@ -253,7 +253,7 @@ TEST_F(AdminChangeTest, NothingIsLostByWhatIsRefused)
     const QList<std::pair<QStringList, const char *>> cases{
         {{"change", "Backup"}, "Say what is to change"},
         {{"change", "Backup", "--at", "25:00"}, "\"25:00\" is not a time such as 22:00."},
-        {{"change", "Backup", "--name", "A", "--at", "7:00"}, "\"7:00\" can be 07:00 or 19:00."},
+        {{"change", "Backup", "--name", "A", "--at", "7"}, "\"7\" can be 07:00 or 19:00."},
         {{"change", "Backup", "--date", "2060-03-15 03:00", "--every", "day"},
          "what repeats begins by --from"},
         {{"change", "Backup", "--once", "--at", "04:00"}, "It takes place once, or it repeats"},
