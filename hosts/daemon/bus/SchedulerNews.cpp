@@ -70,7 +70,9 @@ void SchedulerNews::noteEdit(const QString &identifier, const std::function<void
 
 void SchedulerNews::noteChange(const QString &identifier)
 {
-    if (!m_changed.contains(identifier))
+    if (m_changed.size() >= mostAtOnce)
+        m_isAnyChanged = true;
+    else if (!m_changed.contains(identifier))
         m_changed += identifier;
     tellChangesSoon();
 }
@@ -100,8 +102,11 @@ void SchedulerNews::schedulesReplaced()
     refreshSoon();
 }
 
-void SchedulerNews::scheduleChanged(qint32)
+void SchedulerNews::scheduleChanged(qint32 place)
 {
+    if (!m_object.bus())
+        return;
+    noteChange(m_controller.keeper().scheduler().schedules().at(place).identifier);
     refreshSoon();
 }
 
