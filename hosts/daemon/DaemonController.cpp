@@ -90,6 +90,7 @@ DaemonController::DaemonController(Clock &clock, std::shared_ptr<PinnedConsoleUs
                      .isBusy = [this](const QDateTime &until) { return isBusyUntil(until); },
                      .alert = [this](AfterAction step,
                                      const QDateTime &date) { return m_restAlert.show(step, date); }}),
+      m_wakeTrial(clock, [this](const QDateTime &until) { return isBusyUntil(until); }),
       m_watcher(ScheduleStore::path(), RootFolder::path(), clock),
       m_zoneWatch(clock),
       m_timer(clock.makeAbsoluteTimer())
@@ -519,4 +520,13 @@ Result<QDateTime> DaemonController::postpone(const QString &identifier, const st
     if (postponed)
         waitForNext();
     return postponed;
+}
+
+void DaemonController::testWaking(std::chrono::seconds duration, quint32 user, const WakeTrial::Done &done)
+{
+    if (const auto taken = takeRateOf(user); !taken)
+        return done(taken.error());
+    if (duration.count() == 0)
+        return done(m_wakeTrial.tryAlarm());
+    m_wakeTrial.sleep(duration, done);
 }

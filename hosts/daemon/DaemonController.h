@@ -15,6 +15,7 @@
 #include "hosts/daemon/ReturnToRest.h"
 #include "hosts/daemon/ScheduleKeeper.h"
 #include "hosts/daemon/StoreWatcher.h"
+#include "hosts/daemon/WakeTrial.h"
 #include "hosts/daemon/ZoneWatch.h"
 
 #include <QObject>
@@ -64,6 +65,11 @@ public:
     dozely::Result<QDateTime> postpone(const QString &identifier, const std::optional<QDateTime> &date,
                                        std::chrono::seconds delay, quint32 user);
     /// @}
+
+    /// Tries whether the machine's clock wakes it, at the wish of a user of whom it is known that he may: by
+    /// reading its alarm back, and with a duration that is not 0 by having the machine sleep for that time.
+    /// `done` may be called before this returns; an error is a clause.
+    void testWaking(std::chrono::seconds duration, quint32 user, const WakeTrial::Done &done);
 
     /// Reads the schedules again, which happens by itself when their file changes. BLOCKING: for the disk.
     void rereadStore();
@@ -117,6 +123,7 @@ private:
     OwnWakes m_wakes; // behind what plans them
     RestAlert m_restAlert;
     ReturnToRest m_rest;
+    WakeTrial m_wakeTrial;
     OrderRate m_rate;
     StoreWatcher m_watcher;
     ZoneWatch m_zoneWatch;

@@ -206,3 +206,9 @@ void BusSchedulerClient::history(const QString &identifier, quint32 most, Answer
 {
     call("History", "su", {identifier, most}, Patience::Person, asMaps(std::move(answer)));
 }
+
+void BusSchedulerClient::testWaking(std::chrono::seconds sleep, Answer<QVariantMap> answer)
+{
+    call("TestWaking", "u", {static_cast<quint32>(sleep.count())}, Patience::Person,
+         asMap(std::move(answer)));
+}

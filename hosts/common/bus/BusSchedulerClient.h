@@ -33,6 +33,7 @@ public:
     void next(const QString &identifier, const QString &from, const QString &until, quint32 most,
               Answer<QList<QVariantMap>> answer) override;
     void history(const QString &identifier, quint32 most, Answer<QList<QVariantMap>> answer) override;
+    void testWaking(std::chrono::seconds sleep, Answer<QVariantMap> answer) override;
 
 private:
     /// How long an answer may take: at most half a minute, or as long as a person takes to type a password.

@@ -77,6 +77,10 @@ public:
     /// empty.
     virtual void history(const QString &identifier, quint32 most, Answer<QList<QVariantMap>> answer) = 0;
 
+    /// Tries whether the machine's clock wakes it: with no time by reading its alarm back, else by having the
+    /// machine sleep so long; then it is answered once the machine is back.
+    virtual void testWaking(std::chrono::seconds sleep, Answer<QVariantMap> answer) = 0;
+
 Q_SIGNALS:
     /// These have been added, changed or removed; all of them may have been where the list is empty.
     void schedulesChanged(const QStringList &identifiers);

@@ -68,6 +68,26 @@ QVariantMap outcomeOf(const RecordedOccurrence &occurrence, const QString &name)
         told.insert("failure", outcome.failure);
     return told;
 }
+
+/// By which programs tell them apart; they never change.
+QString nameOf(WakeTrial::Outcome outcome)
+{
+    switch (outcome) {
+    case WakeTrial::Outcome::NoClock:
+        return "no clock";
+    case WakeTrial::Outcome::Dropped:
+        return "dropped";
+    case WakeTrial::Outcome::Kept:
+        return "kept";
+    case WakeTrial::Outcome::Woken:
+        return "woken";
+    case WakeTrial::Outcome::TooEarly:
+        return "too early";
+    case WakeTrial::Outcome::TooLate:
+        break;
+    }
+    return "too late";
+}
 } // namespace
 
 SchedulerAnswers::SchedulerAnswers(ScheduleKeeper &keeper, const Clock &clock)
@@ -222,4 +242,12 @@ QVariantMap SchedulerAnswers::outcomeForAll(const OccurrenceRecord::Key &key) co
         occurrence.isCountExact = entry->run->isCountExact;
     }
     return outcomeOf(occurrence, place ? m_keeper.scheduler().schedules().at(*place).name : QString());
+}
+
+QVariantMap SchedulerAnswers::wakeTrial(const WakeTrial::Finding &finding)
+{
+    QVariantMap told{{"outcome", nameOf(finding.outcome)}, {"sentence", finding.sentence}};
+    insertDate(told, "planned", finding.planned);
+    insertDate(told, "back", finding.back);
+    return told;
 }

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Result.h"
 #include "hosts/daemon/OccurrenceRecord.h"
+#include "hosts/daemon/WakeTrial.h"
 #include "hosts/daemon/bus/BusCaller.h"
 #include "hosts/daemon/bus/PolkitAuthority.h"
 
@@ -57,6 +58,9 @@ public:
     /// What became of one that is over, but for what is nobody's business but his whose it is; empty for one
     /// that is not over.
     QVariantMap outcomeForAll(const OccurrenceRecord::Key &key) const;
+
+    /// What a test of the clock that wakes the machine has shown.
+    static QVariantMap wakeTrial(const WakeTrial::Finding &finding);
 
 private:
     using Places = QHash<QString, QString>; // where bundles act that decide themselves, by path

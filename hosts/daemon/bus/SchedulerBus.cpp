@@ -133,7 +133,7 @@ bool SchedulerBus::serve(Request request)
         {"Remove", &SchedulerBus::remove},     {"SetEnabled", &SchedulerBus::setEnabled},
         {"RunNow", &SchedulerBus::runNow},     {"Skip", &SchedulerBus::skip},
         {"Postpone", &SchedulerBus::postpone}, {"Next", &SchedulerBus::next},
-        {"History", &SchedulerBus::history}};
+        {"History", &SchedulerBus::history},   {"TestWaking", &SchedulerBus::testWaking}};
     if (!learnStanding(request))
         return false;
     if (const Method method = methods.value(request.call.method()))
@@ -420,6 +420,24 @@ void SchedulerBus::history(const Request &request)
                     [request, tell, identifier](const Result<void> &allowed) {
                         if (allowed)
                             tell(identifier, {});
+                        else
+                            request.call.refuse(allowed.error());
+                    });
+}
+
+void SchedulerBus::testWaking(const Request &request)
+{
+    const std::chrono::seconds duration(request.arguments.value(0).toUInt());
+    const auto tell = [this, request](const Result<WakeTrial::Finding> &finding) {
+        if (finding)
+            answer(request, {SchedulerAnswers::wakeTrial(*finding)});
+        else
+            request.call.refuse(notPossible(finding.error()));
+    };
+    m_authority.ask(request.caller, SchedulerNames::wake,
+                    [this, request, duration, tell](const Result<void> &allowed) {
+                        if (allowed)
+                            m_controller.testWaking(duration, request.caller.user, tell);
                         else
                             request.call.refuse(allowed.error());
                     });

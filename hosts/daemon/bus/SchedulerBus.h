@@ -62,6 +62,7 @@ private:
     void postpone(const Request &request);
     void next(const Request &request);
     void history(const Request &request);
+    void testWaking(const Request &request);
 
     std::optional<qint32> placeOf(const QString &identifier);
     void edit(const Request &request, ScheduleEdits::Wish wish, const QVariantList &answer,

@@ -97,6 +97,10 @@ public:
     /// Sets the alarm to a date, reads it back, and sets it as it was. Empty when it read back what was set,
     /// else a sentence that says what went wrong.
     virtual QString testAlarm(const QDateTime &time) = 0;
+
+    /// Sets the alarm to a date that is no event's: that of another program, whose place an event of ours
+    /// had for a while. An earlier alarm stays, and nothing happens for a date that has passed.
+    virtual qint32 putBackAlarm(const QDateTime &time) = 0;
 };
 
 template<>

@@ -374,6 +374,44 @@ def signals(system):
     listener.communicate()
 
 
+def waking(system):
+    """The clock that wakes the machine is tried for whoever may wake it, and its alarm stays as it was."""
+    system.begin()
+    same(system.error(ALICE, "TestWaking", 0), "NotAllowed")
+    same(system.polkit("GetQuestions"), [f"{ALICE} {WAKE} 1"])
+    system.answer(ALICE, WAKE, "yes")
+    same(system.ask(ALICE, "TestWaking", 0)["outcome"], "no clock")
+    os.makedirs(system.path("sys/class/rtc/rtc0"))
+    alarm = system.path("sys/class/rtc/rtc0/wakealarm")
+    evening = str(int(time.time()) + 8 * 3600)
+    for name, text in (("name", "rtc_test"), ("wakealarm", evening)):
+        with open(system.path("sys/class/rtc/rtc0/" + name), "w", encoding="ascii") as file:
+            file.write(text)
+
+    def armed():
+        with open(alarm, encoding="ascii") as file:
+            return file.read()
+    finding = system.ask(ALICE, "TestWaking", 0)
+    same([finding["outcome"], sorted(finding), armed()], ["kept", ["outcome", "sentence"], evening])
+    same(system.error(ALICE, "TestWaking", 5), "NotPossible")
+    process = system.start_as(ALICE, ["/usr/bin/python3", system.path("usr/lib/caller.py"), "TestWaking", "60"])
+    system.wait_until("the alarm", 60, lambda: armed() not in ("", evening))
+    assert time.time() < int(armed()) < time.time() + 62, armed()
+    for begins in ("true", "false"):
+        status, output = system.call(["gdbus", "call", "--address", system.bus, "--dest", "org.freedesktop.login1",
+                                      "--object-path", "/org/freedesktop/login1", "--method",
+                                      "org.freedesktop.DBus.Mock.EmitSignal", "org.freedesktop.login1.Manager",
+                                      "PrepareForSleep", "b", f"[<{begins}>]"])
+        assert status == 0, output
+    finding = json.loads(process.communicate(timeout=60)[0])
+    same([finding["outcome"], sorted(finding), armed()], ["too early", ["back", "outcome", "planned", "sentence"], evening])
+    os.remove(alarm)  # one that drops whatever it is given
+    os.symlink("/dev/null", alarm)
+    finding = system.ask(ALICE, "TestWaking", 60)
+    same(finding["outcome"], "dropped")
+    assert "rtc0" in finding["sentence"], finding
+
+
 def flood(system):
     """Who calls as fast as he can keeps others waiting for a moment, and the daemon from nothing."""
     system.begin()

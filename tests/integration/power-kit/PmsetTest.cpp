@@ -232,6 +232,7 @@ TEST_F(PmsetTest, ServesTheFallbackOfASystemThatItLiesIn)
         Controller controller() override { return {}; }
         std::optional<QVariantMap> controllerProperties() override { return {}; }
         QString testAlarm(const QDateTime &) override { return {}; }
+        qint32 putBackAlarm(const QDateTime &) override { return 0; }
     };
     root.makeFolder("/usr/bin");
     ASSERT_TRUE(QFile::copy(PMSET, root.join("/usr/bin/pmset")));

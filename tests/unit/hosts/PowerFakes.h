@@ -32,16 +32,29 @@ public:
         return 0;
     }
     void keepArmed() override {}
-    std::optional<Alarm> alarm() override { return {}; }
+    std::optional<Alarm> alarm() override { return clock; }
     Controller controller() override { return {}; }
     std::optional<QVariantMap> controllerProperties() override { return {}; }
-    QString testAlarm(const QDateTime &) override { return {}; }
+    QString testAlarm(const QDateTime &time) override
+    {
+        tested += time;
+        return alarmFault;
+    }
+    qint32 putBackAlarm(const QDateTime &time) override
+    {
+        putBack += time;
+        return 0;
+    }
 
     QList<Event> events;
     QList<Event> asked;
     QList<Event> cancelled;
     QList<Phase> phases;
     bool refuses = false;
+    std::optional<Alarm> clock; // that wakes the machine
+    QList<QDateTime> tested;
+    QList<QDateTime> putBack; // alarms of others
+    QString alarmFault;
 };
 
 /// Power that changes when the test says so.
@@ -62,11 +75,11 @@ public:
         return std::make_unique<Listening>();
     }
     void allow(void *) override { ++consents; }
-    bool canSleep() override { return true; }
+    bool canSleep() override { return !isSleepless; }
     bool sleep() override
     {
         ++sleeps;
-        return true;
+        return !refusesSleep;
     }
     bool powerOff() override
     {
@@ -93,6 +106,8 @@ public:
     int sleeps = 0;
     int powerOffs = 0;
     bool refusesPowerOff = false;
+    bool refusesSleep = false;
+    bool isSleepless = false;
 
 private:
     class Counted : public Inhibition

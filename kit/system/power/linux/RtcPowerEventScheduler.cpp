@@ -286,6 +286,23 @@ QString RtcPowerEventScheduler::testAlarm(const QDateTime &time)
     return outcome != 0 ? sentence(outcome) : failure != 0 ? sentence(failure) : QString();
 }
 
+qint32 RtcPowerEventScheduler::putBackAlarm(const QDateTime &time)
+{
+    if (!time.isValid() || time <= now())
+        return 0;
+    const auto clock = RtcAlarm::find(m_writer);
+    if (!clock)
+        return ENODEV;
+    auto [store, failure] = PowerEventStore::open();
+    if (!store)
+        return failure;
+    const qint64 wanted = clock->fromDate(time);
+    if (const auto armed = clock->armedFor(); armed && *armed <= wanted)
+        return 0;
+    qint64 reached = 0;
+    return clock->set(wanted, &reached);
+}
+
 template<>
 std::shared_ptr<PowerEventScheduler> &Port<PowerEventScheduler>::current()
 {

@@ -37,6 +37,7 @@ public:
     Controller controller() override;
     std::optional<QVariantMap> controllerProperties() override;
     QString testAlarm(const QDateTime &time) override;
+    qint32 putBackAlarm(const QDateTime &time) override;
 
     /// The machine goes to sleep or off, or has woken: a power message's type, after the observers of one
     /// that begins. Does nothing in a process that does not keep the alarm.

@@ -17,6 +17,7 @@ public:
     QList<QVariantMap> occurrences;       ///< What Next tells.
     QList<QVariantMap> outcomes;          ///< What History tells.
     QVariantMap told;                     ///< The properties.
+    QVariantMap wakeTrial;                 ///< What TestWaking tells.
     bool isThere = true;
     std::optional<Error> refusal; ///< Of all that would change something.
     QStringList calls;            ///< "add backup", "change 1 name,revision"
@@ -131,6 +132,11 @@ public:
     {
         calls += "history";
         later([this, answer] { answer(outcomes); });
+    }
+    void testWaking(std::chrono::seconds sleep, Answer<QVariantMap> answer) override
+    {
+        calls += QString("testWaking %1").arg(sleep.count());
+        later([this, answer] { answer(refusal ? dozely::Result<QVariantMap>(*refusal) : wakeTrial); });
     }
 
 private:

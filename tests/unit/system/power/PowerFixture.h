@@ -123,6 +123,7 @@ public:
     Controller controller() override { return found; }
     std::optional<QVariantMap> controllerProperties() override { return properties; }
     QString testAlarm(const QDateTime &) override { return {}; }
+    qint32 putBackAlarm(const QDateTime &) override { return 0; }
 
     qint32 scheduleResult = 0;
     qint32 cancelResult = 0;

@@ -158,6 +158,23 @@ TEST_F(RtcPowerEventSchedulerTest, CancelsExactlyTheEventThatAgrees)
     EXPECT_THAT(scheduler.scheduledEvents(), IsEmpty());
 }
 
+TEST_F(RtcPowerEventSchedulerTest, PutsTheAlarmOfAnotherProgramBack)
+{
+    rtc.setAlarm(in(300));
+    schedule(100, wake);
+    scheduler.cancel(at(100), owner, wake);
+    ASSERT_EQ(alarm(), 0);
+    EXPECT_EQ(scheduler.putBackAlarm(at(300)), 0);
+    EXPECT_EQ(alarm(), 300);
+    EXPECT_FALSE(scheduler.alarm()->isOurs);
+    EXPECT_EQ(schedule(200, wake), 0);
+    EXPECT_EQ(scheduler.putBackAlarm(at(300)), 0);
+    EXPECT_EQ(alarm(), 200) << "an earlier one stays";
+    EXPECT_EQ(scheduler.putBackAlarm(at(0)), 0);
+    EXPECT_EQ(scheduler.putBackAlarm({}), 0);
+    EXPECT_EQ(alarm(), 200);
+}
+
 TEST_F(RtcPowerEventSchedulerTest, CancelsWhereTheClockIsGone)
 {
     schedule(100, wake);
