@@ -1,23 +1,23 @@
-# dozely_add_bundle(NAME Command EXTENSION plugin INFO Info.plist [RESOURCES DIR] [INSTALL_TO DIR]
+# dozely_add_bundle(NAME Command EXTENSION plugin INFO Info.plist [RESOURCES DIR...] [INSTALL_TO DIR]
 #                   [MODULES target...] [PROGRAMS target...])
 #
 # Lays out <build>/bundles/NAME.EXTENSION/Contents/{Info.plist,Linux/,Resources/}, puts the modules and programs
 # into Linux/, and installs the folder to INSTALL_TO when that is given.
 function(dozely_add_bundle)
-    cmake_parse_arguments(arg "" "NAME;EXTENSION;INFO;RESOURCES;INSTALL_TO;OUTPUT" "MODULES;PROGRAMS" ${ARGN})
+    cmake_parse_arguments(arg "" "NAME;EXTENSION;INFO;INSTALL_TO;OUTPUT" "RESOURCES;MODULES;PROGRAMS" ${ARGN})
     if(NOT arg_OUTPUT)
         set(arg_OUTPUT "${CMAKE_BINARY_DIR}/bundles")
     endif()
     set(bundle "${arg_OUTPUT}/${arg_NAME}.${arg_EXTENSION}")
     configure_file("${arg_INFO}" "${bundle}/Contents/Info.plist" @ONLY)
     file(MAKE_DIRECTORY "${bundle}/Contents/Resources" "${bundle}/Contents/Linux")
-    if(arg_RESOURCES)
-        file(GLOB_RECURSE resources CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}/${arg_RESOURCES}"
-             "${CMAKE_CURRENT_SOURCE_DIR}/${arg_RESOURCES}/*")
+    foreach(folder IN LISTS arg_RESOURCES)
+        cmake_path(ABSOLUTE_PATH folder)
+        file(GLOB_RECURSE resources CONFIGURE_DEPENDS RELATIVE "${folder}" "${folder}/*")
         foreach(resource IN LISTS resources)
-            configure_file("${arg_RESOURCES}/${resource}" "${bundle}/Contents/Resources/${resource}" COPYONLY)
+            configure_file("${folder}/${resource}" "${bundle}/Contents/Resources/${resource}" COPYONLY)
         endforeach()
-    endif()
+    endforeach()
     foreach(module IN LISTS arg_MODULES)
         set_target_properties(${module} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY "${bundle}/Contents/Linux")
     endforeach()

@@ -61,6 +61,10 @@ namespace PlugInProperty
 {
 /// A string: the schedule's name, for people, where the action is performed. Missing where none is known.
 inline constexpr char scheduleName[] = "scheduleName";
+
+/// A boolean, before a configuration side's view is loaded: true where the host has places of its own for what
+/// every action has, alert, waking and switching on; the view then need not repeat them. Missing: false.
+inline constexpr char hostHasUsualOptions[] = "hostHasUsualOptions";
 } // namespace PlugInProperty
 
 /// Keys of the localised texts ("Localizable.strings").

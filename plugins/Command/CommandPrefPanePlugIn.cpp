@@ -1,86 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "plugins/Command/CommandPrefPanePlugIn.h"
 
-#include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/plugin/Names.h"
-#include "plugins/Command/ArgumentRows.h"
-#include "plugins/Command/ArgumentText.h"
+#include "plugins/common/settings/ShownText.h"
+#include "plugins/common/settings/TextRows.h"
 
 #include <QFileDialog>
 
-#include <algorithm>
-
 using namespace dozely;
 
-namespace
+TextRows &CommandPrefPanePlugIn::rows()
 {
-constexpr int usualLeadTime = 60;
-} // namespace
-
-ArgumentRows &CommandPrefPanePlugIn::rows()
-{
-    const auto localized = [this](const QString &text) {
-        return bundle() ? bundle()->localizedStringForKey(text) : text;
-    };
     if (!m_rows)
-        m_rows =
-            new ArgumentRows(m_arguments, {localized("(empty)"),
-                                           localized("Kept as it is, because it cannot be shown unchanged."),
-                                           localized("Kept as they are, because they are no list.")});
+        m_rows = new TextRows(m_arguments, {localized("(empty)"),
+                                            localized("Kept as it is, because it cannot be shown unchanged."),
+                                            localized("Kept as they are, because they are no list.")});
     return *m_rows;
 }
 
-int CommandPrefPanePlugIn::leadTimeToShow(const QVariantMap &parameters) const
+void CommandPrefPanePlugIn::showOptions(const QVariantMap &parameters)
 {
-    const QVariant lead = parameters.value(ParameterKey::delayBeforeAlert);
-    // -1 is no time but says that there is no alert.
-    const int seconds = lead.isValid() && integerValue(lead) != -1 ? integerValue(lead) : usualLeadTime;
-    return std::max(seconds, m_leadTime->minimum());
-}
-
-void CommandPrefPanePlugIn::fillSetupInterfaceFromParameters()
-{
-    if (!setupView())
-        return;
-    const QVariantMap shown = parameters() ? *parameters() : QVariantMap();
-    const QString program = shown.value(CommandKey::program).toString();
-    const bool isShown = ArgumentText::canBeShown(program);
-    m_program->setText(isShown ? program : ArgumentText::escaped(program));
+    const QString program = parameters.value(CommandKey::program).toString();
+    const bool isShown = ShownText::canBeShown(program);
+    m_program->setText(isShown ? program : ShownText::escaped(program));
     m_program->setReadOnly(!isShown);
-    rows().show(shown.value(CommandKey::arguments));
+    rows().show(parameters.value(CommandKey::arguments));
     m_add->setEnabled(rows().canBeChanged());
     on_arguments_currentRowChanged(m_arguments->currentRow());
-    m_alert->setChecked(timeBeforeSelfAnticipation() != -1);
-    m_leadTime->setEnabled(m_alert->isChecked());
-    m_leadTime->setValue(leadTimeToShow(shown));
-    m_wakeUp->setChecked(needsWakeUp());
-    m_startup->setChecked(needsStartup());
 }
 
-void CommandPrefPanePlugIn::fillParametersFromSetupInterface()
+void CommandPrefPanePlugIn::writeOptions(QVariantMap &parameters)
 {
-    const auto own = parameters();
-    if (!setupView() || !own)
-        return;
-    const bool wasToAlert = timeBeforeSelfAnticipation() != -1;
-    const bool isToAlert = m_alert->isChecked();
-    if (!own->contains(CommandKey::program) ||
-        (!m_program->isReadOnly() && m_program->text() != own->value(CommandKey::program).toString()))
-        own->insert(CommandKey::program, m_program->text());
-    own->insert(CommandKey::arguments, rows().arguments());
-    // Somebody who asks for an alert gets the lead time that stands beside it.
-    if (!own->contains(ParameterKey::delayBeforeAlert) || m_leadTime->value() != leadTimeToShow(*own) ||
-        (isToAlert && !wasToAlert))
-        own->insert(ParameterKey::delayBeforeAlert, m_leadTime->value());
-    if (!own->contains(ParameterKey::alert) || isToAlert != wasToAlert)
-        own->insert(ParameterKey::alert, isToAlert ? 1 : 0);
-    setNeedsWakeUp(m_wakeUp->isChecked());
-    setNeedsStartup(m_startup->isChecked());
-}
-
-QVariantMap CommandPrefPanePlugIn::defaultParameters() const
-{
-    return {{ParameterKey::alert, 0}, {ParameterKey::delayBeforeAlert, usualLeadTime}};
+    if (!parameters.contains(CommandKey::program) ||
+        (!m_program->isReadOnly() && m_program->text() != parameters.value(CommandKey::program).toString()))
+        parameters.insert(CommandKey::program, m_program->text());
+    parameters.insert(CommandKey::arguments, rows().parameter());
 }
 
 QString CommandPrefPanePlugIn::actionString() const
@@ -88,9 +42,8 @@ QString CommandPrefPanePlugIn::actionString() const
     const QString program = parameters() ? parameters()->value(CommandKey::program).toString() : QString();
     const QString name = program.section('/', -1, -1, QString::SectionSkipEmpty);
     if (name.isEmpty())
-        return WDPrefPanePlugIn::actionString();
-    const QString format = bundle() ? bundle()->localizedStringForKey("Run %@") : QString("Run %@");
-    return QString(format).replace("%@", name);
+        return SettingsPane::actionString();
+    return localized("Run %@").replace("%@", name);
 }
 
 void CommandPrefPanePlugIn::on_browse_clicked()

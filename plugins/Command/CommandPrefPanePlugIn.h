@@ -1,40 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "DozelyKit/plugin/WDPlugIn.h"
+#include "plugins/common/settings/SettingsPane.h"
 
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
-#include <QSpinBox>
 
-class ArgumentRows;
+class TextRows;
 
-/// Where a user says which program is run, with which arguments, and when to be alerted, to wake the computer
-/// and to power it on for it. The view is laid out in CommandSettings.ui; each property here is an outlet.
-class CommandPrefPanePlugIn : public WDPrefPanePlugIn
+/// Where a user says which program is run, and with which arguments. The view is laid out in
+/// CommandSettings.ui; each property here is an outlet.
+class CommandPrefPanePlugIn : public SettingsPane
 {
     Q_OBJECT
     Q_PROPERTY(QLineEdit *program MEMBER m_program)
     Q_PROPERTY(QListWidget *arguments MEMBER m_arguments)
     Q_PROPERTY(QPushButton *add MEMBER m_add)
     Q_PROPERTY(QPushButton *remove MEMBER m_remove)
-    Q_PROPERTY(QCheckBox *alert MEMBER m_alert)
-    Q_PROPERTY(QSpinBox *leadTime MEMBER m_leadTime)
-    Q_PROPERTY(QCheckBox *wakeUp MEMBER m_wakeUp)
-    Q_PROPERTY(QCheckBox *startup MEMBER m_startup)
 public:
-    /// Parameters that the view cannot show, such as a program's path of several lines or a lead time of no
-    /// seconds, stay as they are until the user changes what it shows in their place. An argument that a row
-    /// cannot show stays as long as its row.
-    void fillSetupInterfaceFromParameters() override;
-    void fillParametersFromSetupInterface() override;
-
-    /// No alert; if there is one, a minute ahead.
-    QVariantMap defaultParameters() const override;
-
     /// "Run NAME"; "-" without a program.
     QString actionString() const override;
 
@@ -48,20 +33,22 @@ public:
     Q_INVOKABLE void on_arguments_currentRowChanged(int row);
     /// @}
 
+protected:
+    /// Parameters that the view cannot show, such as a program's path of several lines, stay as they are
+    /// until the user changes what it shows in their place. An argument that a row cannot show stays as long
+    /// as its row.
+    /// @{
+    void showOptions(const QVariantMap &parameters) override;
+    void writeOptions(QVariantMap &parameters) override;
+    /// @}
+
 private:
     /// Those of the view; made when they are first needed.
-    ArgumentRows &rows();
-
-    /// In seconds: the lead time of the parameters, or the nearest that the view can show.
-    int leadTimeToShow(const QVariantMap &parameters) const;
+    TextRows &rows();
 
     QLineEdit *m_program = nullptr; // the view owns these; all are null without it
     QListWidget *m_arguments = nullptr;
     QPushButton *m_add = nullptr;
     QPushButton *m_remove = nullptr;
-    QCheckBox *m_alert = nullptr;
-    QPointer<ArgumentRows> m_rows;
-    QSpinBox *m_leadTime = nullptr; // in seconds
-    QCheckBox *m_wakeUp = nullptr;
-    QCheckBox *m_startup = nullptr;
+    QPointer<TextRows> m_rows;
 };

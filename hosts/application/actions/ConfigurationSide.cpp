@@ -14,12 +14,6 @@
 
 using namespace dozely;
 
-namespace
-{
-/// What the plug-in is told of its host: that the window itself has alert, waking and switching on.
-constexpr char hostHasUsualOptions[] = "hostHasUsualOptions";
-} // namespace
-
 ConfigurationSide::ConfigurationSide(PlugInLoader &loader, std::shared_ptr<NSBundle> bundle)
     : m_loader(loader), m_bundle(std::move(bundle))
 {
@@ -54,7 +48,7 @@ Result<std::shared_ptr<WDPrefPanePlugIn>> ConfigurationSide::newPlugIn()
     if (!plugIn)
         return Error{
             QString("The plug-in of %1 is none for configuration").arg(logLabel(m_bundle->bundlePath()))};
-    plugIn->setProperty(hostHasUsualOptions, true);
+    plugIn->setProperty(PlugInProperty::hostHasUsualOptions, true);
     return plugIn;
 }
 

@@ -48,6 +48,7 @@ protected:
         plugIn = std::dynamic_pointer_cast<WDPrefPanePlugIn>(made);
         ASSERT_TRUE(plugIn);
         plugIn->setBundle(bundle);
+        plugIn->setProperty("hostHasUsualOptions", hostHasUsualOptions);
         plugIn->loadNib();
         ASSERT_TRUE(plugIn->setupView());
     }
@@ -94,6 +95,7 @@ protected:
     }
 
     ScratchRoot root;
+    bool hostHasUsualOptions = false;
     std::shared_ptr<NSBundle> bundle;
     std::shared_ptr<WDPrefPanePlugIn> plugIn;
 };
@@ -389,6 +391,18 @@ TEST_F(CommandSettings, DoesNothingWithoutViewOrDictionary)
     plugIn->setSetupView(nullptr);
     fill(all);
     EXPECT_EQ(read(), all);
+}
+
+TEST_F(CommandSettings, LeavesAlertAndWakingToAHostThatHasPlacesForThem)
+{
+    hostHasUsualOptions = true;
+    remake();
+    EXPECT_FALSE(find<QCheckBox>("alert") || find<QSpinBox>("leadTime"));
+    EXPECT_FALSE(find<QCheckBox>("wakeUp") || find<QCheckBox>("startup"));
+    fill(all);
+    EXPECT_EQ(read(), all) << "and the host's own stay";
+    fill({});
+    EXPECT_EQ(read().keys(), (QStringList{"Arguments", "Program"}));
 }
 
 TEST_F(CommandSettings, SpeaksTheLanguagesOfTheSystem)

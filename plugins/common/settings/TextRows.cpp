@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "plugins/Command/ArgumentRows.h"
+#include "plugins/common/settings/TextRows.h"
 
-#include "plugins/Command/ArgumentText.h"
+#include "plugins/common/settings/ShownText.h"
 
 #include <QJsonDocument>
 #include <QJsonValue>
@@ -15,11 +15,11 @@
 
 namespace
 {
-constexpr int argumentRole = Qt::UserRole;
+constexpr int valueRole = Qt::UserRole;
 
-bool isText(const QVariant &argument)
+bool isText(const QVariant &value)
 {
-    return argument.typeId() == QMetaType::QString;
+    return value.typeId() == QMetaType::QString;
 }
 
 /// Something to recognise by it what is no text.
@@ -31,7 +31,7 @@ QString told(const QVariant &value)
     return json.isNull() ? QString::fromLatin1(value.typeName()) : json.toJson(QJsonDocument::Compact);
 }
 
-/// Draws a row as the field does in which it is edited: in the direction of the argument, whatever that of
+/// Draws a row as the field does in which it is edited: in the direction of the text, whatever that of
 /// the view is. What has no characters is named.
 class RowDelegate : public QStyledItemDelegate
 {
@@ -55,81 +55,92 @@ private:
 };
 } // namespace
 
-ArgumentRows::ArgumentRows(QListWidget *list, const Texts &texts)
-    : QObject(list), m_list(list), m_texts(texts)
+TextRows::TextRows(QListWidget *list, const Texts &texts) : QObject(list), m_list(list), m_texts(texts)
 {
     list->setItemDelegate(new RowDelegate(texts.empty, list));
-    connect(list, &QListWidget::itemChanged, this, &ArgumentRows::followEdit);
-    connect(list->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &ArgumentRows::followEditor);
+    connect(list, &QListWidget::itemChanged, this, &TextRows::followEdit);
+    connect(list->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &TextRows::followEditor);
     const auto *const removing = new QShortcut(Qt::Key_Delete, list, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(removing, &QShortcut::activated, this, &ArgumentRows::remove);
+    connect(removing, &QShortcut::activated, this, &TextRows::remove);
 }
 
-void ArgumentRows::show(const QVariant &arguments)
+void TextRows::show(const QVariant &parameter)
 {
-    m_shown = arguments;
-    m_isList = !arguments.isValid() || arguments.typeId() == QMetaType::QVariantList ||
-               arguments.typeId() == QMetaType::QStringList;
+    m_shown = parameter;
+    m_isList = !parameter.isValid() || parameter.typeId() == QMetaType::QVariantList ||
+               parameter.typeId() == QMetaType::QStringList;
     m_list->clear();
     if (m_isList) {
-        for (const QVariant &argument : arguments.toList())
-            append(argument);
+        for (const QVariant &text : parameter.toList())
+            append(text);
         return;
     }
-    append(arguments);
+    append(parameter);
     m_list->item(0)->setFlags(m_list->item(0)->flags() & ~Qt::ItemIsEditable);
     m_list->item(0)->setToolTip(m_texts.noList);
     m_list->item(0)->setData(Qt::AccessibleDescriptionRole, m_texts.noList);
 }
 
-QVariant ArgumentRows::arguments() const
+QVariant TextRows::parameter() const
 {
     if (!m_isList)
         return m_shown;
     commitEditor();
     QVariantList list;
     for (int row = 0; row < m_list->count(); ++row)
-        list += m_list->item(row)->data(argumentRole);
+        list += m_list->item(row)->data(valueRole);
     return m_shown.isValid() && list == m_shown.toList() ? m_shown : QVariant(list);
 }
 
-void ArgumentRows::add()
+QListWidgetItem *TextRows::insert(const QString &text)
+{
+    const int row = m_list->currentRow() < 0 ? m_list->count() : m_list->currentRow() + 1;
+    auto *const item = new QListWidgetItem;
+    describe(item, text);
+    m_list->insertItem(row, item);
+    m_list->setCurrentItem(item);
+    return item;
+}
+
+void TextRows::add()
 {
     if (!m_isList)
         return;
-    const int row = m_list->currentRow() < 0 ? m_list->count() : m_list->currentRow() + 1;
-    auto *const item = new QListWidgetItem;
-    describe(item, QString());
-    m_list->insertItem(row, item);
-    m_list->setCurrentItem(item);
+    QListWidgetItem *const item = insert({});
     m_added = m_list->currentIndex();
     m_list->setFocus();
     m_list->editItem(item);
 }
 
-void ArgumentRows::remove()
+void TextRows::add(const QString &text)
+{
+    if (m_isList)
+        insert(text);
+}
+
+void TextRows::remove()
 {
     if (m_isList)
         delete m_list->currentItem();
 }
 
-void ArgumentRows::append(const QVariant &argument)
+void TextRows::append(const QVariant &text)
 {
     auto *const item = new QListWidgetItem;
-    describe(item, argument);
+    describe(item, text);
     m_list->addItem(item);
 }
 
-void ArgumentRows::describe(QListWidgetItem *row, const QVariant &argument)
+void TextRows::describe(QListWidgetItem *row, const QVariant &value)
 {
-    const QString text = isText(argument) ? argument.toString() : told(argument);
-    const bool isShown = isText(argument) && ArgumentText::canBeShown(text);
+    const QString text = isText(value) ? value.toString() : told(value);
+    const bool isShown = isText(value) && ShownText::canBeShown(text);
     const QString reason = isShown ? QString() : m_texts.notShown;
     QFont font = m_list->font();
     font.setItalic(!isShown);
     row->setFont(font);
-    row->setData(argumentRole, argument);
-    row->setText(isShown ? text : ArgumentText::escaped(text));
+    row->setData(valueRole, value);
+    row->setText(isShown ? text : ShownText::escaped(text));
     row->setToolTip(reason);
     row->setData(Qt::AccessibleDescriptionRole, reason);
     row->setData(Qt::AccessibleTextRole, text.isEmpty() ? QVariant(m_texts.empty) : QVariant());
@@ -137,21 +148,21 @@ void ArgumentRows::describe(QListWidgetItem *row, const QVariant &argument)
                   (isShown ? Qt::ItemIsEditable : Qt::NoItemFlags));
 }
 
-void ArgumentRows::followEdit(QListWidgetItem *row)
+void TextRows::followEdit(QListWidgetItem *row)
 {
     const QSignalBlocker ownChanges(m_list);
     if (row->flags().testFlag(Qt::ItemIsEditable))
         describe(row, row->text()); // what was pasted need not be what can be shown
 }
 
-void ArgumentRows::followEditor(QWidget *, QAbstractItemDelegate::EndEditHint hint)
+void TextRows::followEditor(QWidget *, QAbstractItemDelegate::EndEditHint hint)
 {
     const QPersistentModelIndex added = std::exchange(m_added, QPersistentModelIndex());
     if (added.isValid() && hint == QAbstractItemDelegate::RevertModelCache)
         delete m_list->takeItem(added.row());
 }
 
-void ArgumentRows::commitEditor() const
+void TextRows::commitEditor() const
 {
     // An editor that is closed already lies there until the event loop takes it; the list knows it no more.
     for (auto *const editor : m_list->viewport()->findChildren<QLineEdit *>())

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugins/Command/ArgumentText.h"
+#include "plugins/common/settings/ShownText.h"
 
 #include <QList>
 
@@ -50,12 +50,12 @@ QString escape(char32_t character)
 }
 } // namespace
 
-bool ArgumentText::canBeShown(const QString &text)
+bool ShownText::canBeShown(const QString &text)
 {
     return text.size() <= longestField && std::ranges::all_of(charactersOf(text), isSeen);
 }
 
-QString ArgumentText::escaped(const QString &text)
+QString ShownText::escaped(const QString &text)
 {
     QString shown;
     for (const char32_t character : charactersOf(text)) {
