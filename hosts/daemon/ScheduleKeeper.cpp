@@ -145,12 +145,16 @@ void ScheduleKeeper::readStore()
         if (exists)
             forgetGone(content->faultyIdentifiers, content->hasUnknown);
         m_wasEverRead = true;
+        if (std::exchange(m_whyUnread, std::nullopt))
+            Q_EMIT readAtLast();
         m_pause = firstPause;
     } else {
         const char *const whatNow =
             m_wasEverRead ? "its schedules stay as they were" : "none of its schedules was read";
         complaints +=
             QString("%1 cannot be used, %2: %3").arg(ScheduleStore::path(), whatNow, content.error().text);
+        if (!m_wasEverRead)
+            m_whyUnread = content.error();
         tryAgainLater();
     }
     for (const QString &complaint : complaints) {

@@ -39,6 +39,10 @@ public:
     /// comes.
     void readStore();
 
+    /// Why no schedules are known: the store could not be read since the daemon began. Absent once it was,
+    /// though it may be unreadable by now.
+    const std::optional<dozely::Error> &whyUnread() const { return m_whyUnread; }
+
     /// Notes an occurrence that `userId` asks for now, and blocks until the disk has it. An error, and
     /// nothing noted, when the disk refuses, or when so much of what that user asked for is not over that the
     /// record takes no more.
@@ -103,6 +107,9 @@ Q_SIGNALS:
     /// seldom, each minute at last.
     void storeMayBeReadable();
 
+    /// The store was read for the first time, after it had been unreadable.
+    void readAtLast();
+
 private:
     void loadRecord(const GoesOn &goesOn);
     void tellInterrupted();
@@ -129,6 +136,7 @@ private:
     QString m_saveError;                        // as last logged
     qsizetype m_scheduleCount = -1;
     bool m_wasEverRead = false; // the store
+    std::optional<dozely::Error> m_whyUnread;
     std::chrono::seconds m_pause;
     quint64 m_reading = 0;
     OccurrenceDatabase m_database;

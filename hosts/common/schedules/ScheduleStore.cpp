@@ -113,8 +113,11 @@ Result<ScheduleStore::Content> ScheduleStore::read()
 {
     const auto data = storeFile().read();
     if (!data)
-        return data.error();
-    return *data ? parse(**data) : Content();
+        return Error{data.error().text, damaged};
+    if (!*data)
+        return Content();
+    auto content = parse(**data);
+    return content ? std::move(content) : Error{content.error().text, damaged};
 }
 
 Result<QByteArray> ScheduleStore::rewritten(const std::optional<QByteArray> &data,

@@ -61,15 +61,15 @@ Result<void> checkFeasible(const Schedule &schedule, bool isOfAdministrator)
         QString("Nothing could come of it: %1. With \"anyway\" it is done all the same.").arg(logLabel(*why)),
         SchedulerNames::invalidSchedule};
 }
+} // namespace
 
-Error onBus(const Error &error)
+Error ScheduleEdits::onBus(const Error &error)
 {
     if (error.name == ScheduleStore::damaged)
         return {QString("The schedules are damaged, and are not overwritten: %1.").arg(error.text),
                 SchedulerNames::storeDamaged};
     return {error.text + '.', SchedulerNames::notPossible};
 }
-} // namespace
 
 /// What came of one look at the store.
 struct ScheduleEdits::Attempt {

@@ -59,6 +59,9 @@ public:
     /// this returns; never once somebody has left who would have to be asked.
     void perform(const Wish &wish, const Done &done);
 
+    /// What a caller is told of a store that cannot be read or written.
+    static dozely::Error onBus(const dozely::Error &error);
+
 Q_SIGNALS:
     /// The store has another schedule now.
     void edited(const QString &identifier);

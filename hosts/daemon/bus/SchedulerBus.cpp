@@ -177,6 +177,9 @@ std::optional<qint32> SchedulerBus::placeOf(const QString &identifier)
 
 void SchedulerBus::list(const Request &request)
 {
+    // None would be another answer.
+    if (const auto &why = m_controller.keeper().whyUnread())
+        return request.call.refuse(ScheduleEdits::onBus(*why));
     answer(request, {QVariant(m_answers.list(request.caller, request.standing))});
 }
 

@@ -31,6 +31,8 @@ SchedulerNews::SchedulerNews(DaemonController &controller, BusObject &object, co
         if (!outcome.isEmpty())
             tellOccurrence("OccurrenceEnded", key, outcome);
     });
+    // Also where it has nothing in it: that is another answer than none.
+    connect(&keeper, &ScheduleKeeper::readAtLast, this, &SchedulerNews::noteAnyChange);
     connect(&controller, &DaemonController::announced, this, [this](const Occurrence &occurrence) {
         tellOccurrence("OccurrenceAnnounced", occurrence.key(), m_answers.occurrence(occurrence));
     });
