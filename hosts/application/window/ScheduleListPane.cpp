@@ -48,6 +48,12 @@ ScheduleListPane::ScheduleListPane(ScheduleBook &book, ActionSides &sides, QWidg
     connect(m_search, &QLineEdit::textChanged, m_order, &ScheduleListOrder::search);
     connect(add, &QPushButton::clicked, this, &ScheduleListPane::addingWanted);
     connect(m_remove, &QPushButton::clicked, this, &ScheduleListPane::removalWanted);
+    // A screen reader selects a row without moving to it.
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
+        if (selected.size() == 1 && selected.first() != m_list->currentIndex())
+            m_list->setCurrentIndex(selected.first());
+    });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
         m_remove->setEnabled(m_list->currentIndex().isValid());
         Q_EMIT currentChanged(currentKey());
