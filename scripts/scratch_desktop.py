@@ -59,8 +59,9 @@ class Desktop:
             "PYTHONWARNINGS": "ignore",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",  # the eye looks at the agent's own window, too
             "DBUS_SESSION_BUS_ADDRESS": "unix:path=" + folder + "/bus",
-            "DISPLAY": display or self.start_display(),
         }
+        if name := display or self.start_display():
+            self.environment["DISPLAY"] = name
         if not self.is_virtual:
             authority = os.environ.get("XAUTHORITY") or os.path.join(system.user.pw_dir, ".Xauthority")
             self.environment["XAUTHORITY"] = authority
@@ -71,7 +72,7 @@ class Desktop:
         self.start_server()
 
     def start_display(self):
-        """The display's name. The server itself picks a number that is free."""
+        """The display's name, nothing where there is none. The server itself picks a number that is free."""
         reading, writing = os.pipe()
         with open(reading, encoding="ascii") as numbers:
             self.system.start("the virtual display",

@@ -83,13 +83,12 @@ class Screen(scratch_desktop.Desktop):
         self.is_wayland = is_wayland
         super().__init__(system)
         if is_wayland:
-            del self.environment["DISPLAY"], system.session_environment["DISPLAY"]
             self.start_compositor()
         else:
             self.start_manager()
 
     def start_display(self):
-        return "" if self.is_wayland else super().start_display()
+        return None if self.is_wayland else super().start_display()
 
     def start_server(self):
         pass
@@ -135,7 +134,9 @@ class Person:
             self.process.stdin.flush()
             answer = json.loads(self.process.stdout.readline())
             if "failure" in answer:
-                raise Failure(answer["failure"])
+                if what == "show" or "limit" in more:
+                    raise Failure(answer["failure"])
+                raise Failure(answer["failure"] + "\nThere is:\n" + self.show(app=app))
             return answer["done"]
         return tell
 
@@ -149,7 +150,7 @@ class Desk(BusSystem):
     def __init__(self, *arguments):
         super().__init__(*arguments)
         self.clock = self.screen = None
-        self.environment.update({"TZ": "UTC", "LANG": "C.UTF-8", "LANGUAGE": "en"})
+        self.environment.update({"TZ": "UTC", "LANG": "en_GB.UTF-8", "LANGUAGE": "en"})
 
     def lay_out(self, more_plug_ins=()):
         super().lay_out((*self.plug_ins, *more_plug_ins))

@@ -19,6 +19,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 LIMIT = 30.0  # seconds; only bounds a failure
 PAUSE = 0.03  # seconds between two looks; no message tells when a tree is complete
+ROWS = Atspi.Role.LIST_ITEM, Atspi.Role.TABLE_CELL  # the current one says that it has the keys, wherever they are
 MOST_ROWS = 40  # of a list or table that are looked at
 
 
@@ -58,6 +59,8 @@ def windows(application):
 def matches(node, order):
     return ((not order.get("role") or node.get_role_name() == order["role"])
             and re.fullmatch(order.get("name", ".*"), node.get_name() or "", re.DOTALL)
+            and (not order.get("saying")
+                 or re.fullmatch(order["saying"], Atspi.Text.get_text(node.get_text_iface(), 0, -1), re.DOTALL))
             and (not order.get("description")
                  or re.fullmatch(order["description"], node.get_description() or "", re.DOTALL)))
 
@@ -146,13 +149,16 @@ def see(order):
 
 
 def focused(order):
-    """What has the keys, of what role, and what it says."""
+    """What has the keys, of what role and where, as soon as it is another than "before"."""
+    seen = None
     for window in windows(order["app"]):
         for node in nodes(window):
-            if is_in(node, Atspi.StateType.FOCUSED) and matches(node, order):
-                text = node.get_text_iface()
-                return [node.get_role_name(), node.get_name(), Atspi.Text.get_text(text, 0, -1) if text else ""]
-    raise Missing("nothing there has the keys")
+            if is_in(node, Atspi.StateType.FOCUSED) and node.get_role() not in ROWS:
+                place = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+                seen = [node.get_role_name(), node.get_name(), place.x, place.y]  # the innermost is the last
+    if seen is None or seen == order.get("before"):
+        raise Missing(f"the keys are at {seen}")
+    return seen
 
 
 def gone(order):

@@ -32,6 +32,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus
     <allow receive_type="error"/>
     <allow receive_type="signal"/>
     <allow send_destination="org.freedesktop.DBus"/>
+    <allow send_destination="org.freedesktop.login1" send_interface="org.freedesktop.login1.Manager"/>
   </policy>
   <policy user="root">
     <allow own="*"/>
