@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/NSNotification.h"
+#include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
@@ -20,7 +21,8 @@ constexpr QLatin1StringView otherwiseKey("Otherwise"); // in the agent's bundle,
 UserAgentController::UserAgentController()
     : m_loader(InfoKey::userAgentModule, PlugInLoader::sourcesOfTheSession()),
       m_alerts(*Port<Clock>::current()),
-      m_actions(m_loader)
+      m_actions(m_loader),
+      m_testAlert(*Port<Clock>::current())
 {
     OrderReceiver::receive(OrderName::userAgentMustAct, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustAct(received); });
@@ -32,6 +34,8 @@ UserAgentController::UserAgentController()
                            [this](const ReceivedOrder &received) { userAgentMustWithdraw(received); });
     OrderReceiver::receive(OrderName::userAgentMustTellFailure, OrderSender::userAgent, this,
                            [this](const ReceivedOrder &received) { userAgentMustTellFailure(received); });
+    OrderReceiver::receive(OrderName::userAgentMustTestAlert, OrderSender::application, this,
+                           [this](const ReceivedOrder &received) { userAgentMustTestAlert(received); });
 }
 
 void UserAgentController::askForAnnouncements()
@@ -150,6 +154,17 @@ void UserAgentController::userAgentMustTellFailure(const ReceivedOrder &received
     const QString reason = received.userInfo.value(OrderKey::failure).toString();
     ZDRLog("The user is told of schedule \"%@\": %@", logLabel(schedule), logLabel(reason));
     m_failures.show(schedule, reason);
+}
+
+void UserAgentController::userAgentMustTestAlert(const ReceivedOrder &received)
+{
+    if (!OrderPermissions::mayTestAlert(received.peer, RootFolder::owner(),
+                                        NSProcessInfo::effectiveUserID())) {
+        ZDRLog("%@ refused: it comes from another user", received.name);
+        return;
+    }
+    ZDRLog("An alert is shown as a test");
+    m_testAlert.show();
 }
 
 Result<std::shared_ptr<WDUserAgentPlugIn>> UserAgentController::makePlugIn(const QString &bundlePath)

@@ -7,6 +7,7 @@
 #include "hosts/agent/FailureNotices.h"
 #include "hosts/agent/Postponement.h"
 #include "hosts/agent/SessionActions.h"
+#include "hosts/agent/TestAlert.h"
 #include "hosts/common/plugins/PlugInLoader.h"
 
 #include <QObject>
@@ -50,10 +51,12 @@ private:
     void userAgentMustAnticipate(const ReceivedOrder &received);
     void userAgentMustWithdraw(const ReceivedOrder &received);
     void userAgentMustTellFailure(const ReceivedOrder &received);
+    void userAgentMustTestAlert(const ReceivedOrder &received);
     dozely::Result<std::shared_ptr<WDUserAgentPlugIn>> makePlugIn(const QString &bundlePath);
 
     PlugInLoader m_loader; // outlives the plug-in objects
     AlertKeeper m_alerts;
     SessionActions m_actions;
     FailureNotices m_failures;
+    TestAlert m_testAlert;
 };

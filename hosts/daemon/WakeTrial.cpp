@@ -142,7 +142,6 @@ void WakeTrial::end(const Result<Finding> &finding)
     ZDRLog("Whether the clock wakes the machine was tried: %@",
            finding ? finding->sentence : finding.error().text);
     const Done done = std::exchange(m_done, {});
-    if (m_patience)
-        m_patience.release()->deleteLater(); // it may be what called this
+    m_patience.reset();
     done(finding);
 }

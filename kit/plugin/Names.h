@@ -168,6 +168,11 @@ inline constexpr QLatin1StringView userAgentMustWithdraw("UserAgentMustWithdrawE
 /// Sender: userAgent. Keys: scheduleName, failure. Obeyed from root and the root folder's owner.
 inline constexpr QLatin1StringView userAgentMustTellFailure("UserAgentMustTellFailureEvent");
 
+/// From the configuration application to its user's agent: show an alert that announces nothing, so that the
+/// user sees whether alerts reach him. Sender: application. No keys. Obeyed from the agent's own user, root
+/// and the root folder's owner.
+inline constexpr QLatin1StringView userAgentMustTestAlert("UserAgentMustTestAlertEvent");
+
 /// From an agent (WDUserAgentPlugIn::actInDaemonNow) to the daemon: perform the occurrence there. Sender:
 /// daemon. Keys: bundlePath, date, parameters. Obeyed from the user whose agent has the occurrence; the
 /// daemon acts with its own parameters.
@@ -212,6 +217,7 @@ namespace OrderSender
 inline constexpr QLatin1StringView userAgent("com.dozely.UserAgent");
 inline constexpr QLatin1StringView daemon("com.dozely.Daemon");
 inline constexpr QLatin1StringView admin("com.dozely.Admin");
+inline constexpr QLatin1StringView application("com.dozely.App");
 } // namespace OrderSender
 
 /// The keys of an order's user info.

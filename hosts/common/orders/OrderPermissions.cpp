@@ -6,6 +6,11 @@ bool OrderPermissions::isSystem(UserId peer, UserId rootOwner)
     return peer && (*peer == 0 || peer == rootOwner);
 }
 
+bool OrderPermissions::mayTestAlert(UserId peer, UserId rootOwner, UserId agentsUser)
+{
+    return peer && (isSystem(peer, rootOwner) || peer == agentsUser);
+}
+
 bool OrderPermissions::mayRunNow(UserId peer, UserId rootOwner, UserId scheduleOwner)
 {
     return peer && (isSystem(peer, rootOwner) || peer == scheduleOwner);

@@ -14,6 +14,9 @@ using UserId = std::optional<quint32>;
 /// Root, or the owner of the relocated root folder: from them alone an agent takes orders.
 bool isSystem(UserId peer, UserId rootOwner);
 
+/// "UserAgentMustTestAlertEvent": the system, or the user whose agent it is.
+bool mayTestAlert(UserId peer, UserId rootOwner, UserId agentsUser);
+
 /// "DaemonMustRunNowEvent": the system, or the schedule's owner.
 bool mayRunNow(UserId peer, UserId rootOwner, UserId scheduleOwner);
 

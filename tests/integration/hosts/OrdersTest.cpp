@@ -139,6 +139,19 @@ TEST_F(HostsTest, TheUserAtTheConsoleIsToldOnceOfAFailureWhereTheScheduleAsksFor
     }
 }
 
+TEST_F(HostsTest, AnAgentShowsATestAlertToItsOwnUserAlone)
+{
+    startAgent();
+    const NSNotification order("UserAgentMustTestAlertEvent", "com.dozely.App", {});
+    if (::geteuid() == 0) { // else everybody is the system
+        ASSERT_TRUE(postAs(agentUser() + 1, QString::number(agentUser()), order));
+        EXPECT_TRUE(logs("UserAgentMustTestAlertEvent refused: it comes from another user"));
+        EXPECT_EQ(countOf("An alert is shown as a test"), 0);
+    }
+    ASSERT_TRUE(postAsAgentUser(QString::number(agentUser()), order));
+    EXPECT_TRUE(logs("An alert is shown as a test"));
+}
+
 TEST_F(HostsTest, AnAgentHandsItsOccurrenceBackAndTheDaemonUsesItsOwnParameters)
 {
     startDaemon();

@@ -63,6 +63,8 @@ TEST(Names, InBundlesNeverChange)
     EXPECT_EQ(ParameterKey::tellsFailure, "Tell Failure");
     EXPECT_EQ(OrderName::userAgentMustPrepare, "UserAgentMustPrepareEvent");
     EXPECT_EQ(OrderName::userAgentMustTellFailure, "UserAgentMustTellFailureEvent");
+    EXPECT_EQ(OrderName::userAgentMustTestAlert, "UserAgentMustTestAlertEvent");
+    EXPECT_EQ(OrderSender::application, "com.dozely.App");
     EXPECT_EQ(OrderKey::failure, "Schedule Failure");
     EXPECT_EQ(OrderKey::exitStatus, "Schedule Exit Status");
     EXPECT_EQ(OrderKey::output, "Schedule Output");

@@ -67,3 +67,13 @@ TEST(OrderPermissions, AnOccurrenceIsDroppedForTheSystemTheOwnerAndWhoWasAlerted
             << c.peer.value_or(-1) << " for a schedule of " << c.scheduleOwner.value_or(-1) << ", alerted is "
             << c.alerted.value_or(-1);
 }
+
+TEST(OrderPermissions, ATestAlertIsForTheSystemAndTheAgentsUser)
+{
+    EXPECT_TRUE(OrderPermissions::mayTestAlert(root, root, alice));
+    EXPECT_TRUE(OrderPermissions::mayTestAlert(alice, root, alice));
+    EXPECT_TRUE(OrderPermissions::mayTestAlert(bob, bob, alice)) << "the owner of a relocated root";
+    EXPECT_FALSE(OrderPermissions::mayTestAlert(bob, root, alice));
+    EXPECT_FALSE(OrderPermissions::mayTestAlert(unknown, root, alice));
+    EXPECT_FALSE(OrderPermissions::mayTestAlert(unknown, unknown, unknown));
+}
