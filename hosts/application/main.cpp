@@ -6,6 +6,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/application/actions/PlugInTrial.h"
+#include "hosts/application/program/AlertRequest.h"
 #include "hosts/application/program/LoginPreferences.h"
 #include "hosts/application/program/SingleInstance.h"
 #include "hosts/application/program/Translations.h"
@@ -60,6 +61,8 @@ int runWindow(const QStringList &trialArguments)
     const auto client = SchedulerClient::onSystemBus();
     ActionSides sides({QCoreApplication::applicationFilePath(), trialArguments});
     MainWindow window(*client, sides, NSProcessInfo::effectiveUserID());
+    AlertRequest alerts(NSProcessInfo::effectiveUserID());
+    window.tests().setRequestAlert([&alerts](const auto &answer) { alerts.send(answer); });
     auto &application = static_cast<WindowedApplication &>(*QCoreApplication::instance());
     QObject::connect(&application, &WindowedApplication::raised, &sides, &ActionSides::noteRaised);
     // Not as a wish to quit, about which a person is asked: the session ends.

@@ -989,6 +989,53 @@
     </message>
 </context>
 <context>
+    <name>SelfTests</name>
+    <message>
+        <source>An alert is shown now that announces nothing. If you see none, look whether your desktop keeps notifications back (“do not disturb”).</source>
+        <translation>يُعرض الآن تنبيه لا يعلن عن شيء. إن لم تره فانظر هل يحجب سطح المكتب الإشعارات («عدم الإزعاج»).</translation>
+    </message>
+    <message>
+        <source>No alert can be shown: the agent in your session does not answer. It starts when you log in. To start it now: systemctl --user start dozely-agent</source>
+        <translation>لا يمكن عرض تنبيه: لا يستجيب الوكيل في جلستك. يبدأ عند تسجيل الدخول. لبدئه الآن: systemctl --user start dozely-agent</translation>
+    </message>
+    <message>
+        <source>The computer goes to sleep for a minute. Leave it alone meanwhile.</source>
+        <translation>سينام الحاسوب دقيقة. لا تلمسه في أثناء ذلك.</translation>
+    </message>
+    <message>
+        <source>Sleep for a minute</source>
+        <translation>النوم دقيقة</translation>
+    </message>
+    <message>
+        <source>Waking was not tested: %1</source>
+        <translation>لم يُختبر الإيقاظ: %1</translation>
+    </message>
+    <message>
+        <source>The clock took an alarm and gave it back. Whether it also wakes this computer shows when the computer sleeps.</source>
+        <translation>قبلت الساعة منبّهًا وأعادته. أما هل توقظ الحاسوب فيتبيّن حين ينام.</translation>
+    </message>
+    <message>
+        <source>This computer has no clock that could wake it. Leave it on, or have missed schedules done later.</source>
+        <translation>ليس لهذا الحاسوب ساعة تستطيع إيقاظه. اتركه يعمل، أو اجعل ما فات يُنفَّذ لاحقًا.</translation>
+    </message>
+    <message>
+        <source>The clock of this computer does not keep an alarm. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>لا تحتفظ ساعة هذا الحاسوب بالمنبّه. انظر في إعدادات البرنامج الثابت (BIOS، UEFI) هل الإيقاظ بالساعة مفعَّل.</translation>
+    </message>
+    <message>
+        <source>The computer slept, and its clock woke it. Waking works.</source>
+        <translation>نام الحاسوب وأيقظته ساعته. الإيقاظ يعمل.</translation>
+    </message>
+    <message>
+        <source>The computer was awake before its clock could wake it. Try again, and leave it alone meanwhile.</source>
+        <translation>كان الحاسوب مستيقظًا قبل أن توقظه ساعته. حاول مجددًا ولا تلمسه في أثناء ذلك.</translation>
+    </message>
+    <message>
+        <source>The computer slept on when its clock was to wake it. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>ظل الحاسوب نائمًا حين كان على ساعته أن توقظه. انظر في إعدادات البرنامج الثابت (BIOS، UEFI) هل الإيقاظ بالساعة مفعَّل.</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>
@@ -1069,6 +1116,22 @@
     <message>
         <source>The clock %1 wakes this computer.</source>
         <translation>الساعة %1 توقظ هذا الحاسوب.</translation>
+    </message>
+    <message>
+        <source>Test the alert</source>
+        <translation>اختبار التنبيه</translation>
+    </message>
+    <message>
+        <source>Shows an alert that announces nothing, to see whether alerts reach you.</source>
+        <translation>يعرض تنبيهًا لا يعلن عن شيء، لترى هل تصلك التنبيهات.</translation>
+    </message>
+    <message>
+        <source>Test waking</source>
+        <translation>اختبار الإيقاظ</translation>
+    </message>
+    <message>
+        <source>Tries whether the clock of this computer can wake it.</source>
+        <translation>يجرّب هل تستطيع ساعة هذا الحاسوب إيقاظه.</translation>
     </message>
 </context>
 <context>

@@ -981,6 +981,53 @@
     </message>
 </context>
 <context>
+    <name>SelfTests</name>
+    <message>
+        <source>An alert is shown now that announces nothing. If you see none, look whether your desktop keeps notifications back (“do not disturb”).</source>
+        <translation>Jetzt wird eine Meldung gezeigt, die nichts ankündigt. Wenn Sie keine sehen, hält vielleicht Ihr Desktop Benachrichtigungen zurück („Nicht stören“).</translation>
+    </message>
+    <message>
+        <source>No alert can be shown: the agent in your session does not answer. It starts when you log in. To start it now: systemctl --user start dozely-agent</source>
+        <translation>Es kann keine Meldung gezeigt werden: Der Agent in Ihrer Sitzung antwortet nicht. Er startet, wenn Sie sich anmelden. Um ihn jetzt zu starten: systemctl --user start dozely-agent</translation>
+    </message>
+    <message>
+        <source>The computer goes to sleep for a minute. Leave it alone meanwhile.</source>
+        <translation>Der Rechner schläft jetzt eine Minute. Lassen Sie ihn solange in Ruhe.</translation>
+    </message>
+    <message>
+        <source>Sleep for a minute</source>
+        <translation>Eine Minute schlafen</translation>
+    </message>
+    <message>
+        <source>Waking was not tested: %1</source>
+        <translation>Das Wecken wurde nicht getestet: %1</translation>
+    </message>
+    <message>
+        <source>The clock took an alarm and gave it back. Whether it also wakes this computer shows when the computer sleeps.</source>
+        <translation>Die Uhr hat eine Weckzeit angenommen und zurückgegeben. Ob sie den Rechner auch weckt, zeigt sich, wenn er schläft.</translation>
+    </message>
+    <message>
+        <source>This computer has no clock that could wake it. Leave it on, or have missed schedules done later.</source>
+        <translation>Dieser Rechner hat keine Uhr, die ihn wecken könnte. Lassen Sie ihn an, oder lassen Sie Versäumtes nachholen.</translation>
+    </message>
+    <message>
+        <source>The clock of this computer does not keep an alarm. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>Die Uhr dieses Rechners behält keine Weckzeit. Sehen Sie in den Einstellungen der Firmware (BIOS, UEFI) nach, ob das Wecken durch die Uhr eingeschaltet ist.</translation>
+    </message>
+    <message>
+        <source>The computer slept, and its clock woke it. Waking works.</source>
+        <translation>Der Rechner hat geschlafen, und seine Uhr hat ihn geweckt. Das Wecken funktioniert.</translation>
+    </message>
+    <message>
+        <source>The computer was awake before its clock could wake it. Try again, and leave it alone meanwhile.</source>
+        <translation>Der Rechner war wach, bevor seine Uhr ihn wecken konnte. Versuchen Sie es noch einmal, und lassen Sie ihn solange in Ruhe.</translation>
+    </message>
+    <message>
+        <source>The computer slept on when its clock was to wake it. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>Der Rechner schlief weiter, als seine Uhr ihn wecken sollte. Sehen Sie in den Einstellungen der Firmware (BIOS, UEFI) nach, ob das Wecken durch die Uhr eingeschaltet ist.</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>
@@ -1061,6 +1108,22 @@
     <message>
         <source>The clock %1 wakes this computer.</source>
         <translation>Die Uhr %1 weckt diesen Computer.</translation>
+    </message>
+    <message>
+        <source>Test the alert</source>
+        <translation>Meldung testen</translation>
+    </message>
+    <message>
+        <source>Shows an alert that announces nothing, to see whether alerts reach you.</source>
+        <translation>Zeigt eine Meldung, die nichts ankündigt: So sehen Sie, ob Meldungen Sie erreichen.</translation>
+    </message>
+    <message>
+        <source>Test waking</source>
+        <translation>Wecken testen</translation>
+    </message>
+    <message>
+        <source>Tries whether the clock of this computer can wake it.</source>
+        <translation>Probiert, ob die Uhr dieses Rechners ihn wecken kann.</translation>
     </message>
 </context>
 <context>

@@ -981,6 +981,53 @@
     </message>
 </context>
 <context>
+    <name>SelfTests</name>
+    <message>
+        <source>An alert is shown now that announces nothing. If you see none, look whether your desktop keeps notifications back (“do not disturb”).</source>
+        <translation>Ahora se muestra un aviso que no anuncia nada. Si no ve ninguno, compruebe si su escritorio retiene las notificaciones («No molestar»).</translation>
+    </message>
+    <message>
+        <source>No alert can be shown: the agent in your session does not answer. It starts when you log in. To start it now: systemctl --user start dozely-agent</source>
+        <translation>No se puede mostrar ningún aviso: el agente de su sesión no responde. Se inicia al entrar en la sesión. Para iniciarlo ahora: systemctl --user start dozely-agent</translation>
+    </message>
+    <message>
+        <source>The computer goes to sleep for a minute. Leave it alone meanwhile.</source>
+        <translation>El equipo se suspende durante un minuto. No lo toque mientras tanto.</translation>
+    </message>
+    <message>
+        <source>Sleep for a minute</source>
+        <translation>Suspender un minuto</translation>
+    </message>
+    <message>
+        <source>Waking was not tested: %1</source>
+        <translation>No se probó el despertar: %1</translation>
+    </message>
+    <message>
+        <source>The clock took an alarm and gave it back. Whether it also wakes this computer shows when the computer sleeps.</source>
+        <translation>El reloj aceptó una alarma y la devolvió. Si además despierta el equipo se verá cuando esté suspendido.</translation>
+    </message>
+    <message>
+        <source>This computer has no clock that could wake it. Leave it on, or have missed schedules done later.</source>
+        <translation>Este equipo no tiene un reloj que pueda despertarlo. Déjelo encendido o haga que lo perdido se realice más tarde.</translation>
+    </message>
+    <message>
+        <source>The clock of this computer does not keep an alarm. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>El reloj de este equipo no conserva ninguna alarma. Compruebe en los ajustes del firmware (BIOS, UEFI) si está activado el despertar por reloj.</translation>
+    </message>
+    <message>
+        <source>The computer slept, and its clock woke it. Waking works.</source>
+        <translation>El equipo estuvo suspendido y su reloj lo despertó. El despertar funciona.</translation>
+    </message>
+    <message>
+        <source>The computer was awake before its clock could wake it. Try again, and leave it alone meanwhile.</source>
+        <translation>El equipo estaba despierto antes de que su reloj pudiera despertarlo. Inténtelo de nuevo sin tocarlo mientras tanto.</translation>
+    </message>
+    <message>
+        <source>The computer slept on when its clock was to wake it. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>El equipo siguió suspendido cuando su reloj debía despertarlo. Compruebe en los ajustes del firmware (BIOS, UEFI) si está activado el despertar por reloj.</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>
@@ -1061,6 +1108,22 @@
     <message>
         <source>The clock %1 wakes this computer.</source>
         <translation>El reloj %1 despierta este equipo.</translation>
+    </message>
+    <message>
+        <source>Test the alert</source>
+        <translation>Probar el aviso</translation>
+    </message>
+    <message>
+        <source>Shows an alert that announces nothing, to see whether alerts reach you.</source>
+        <translation>Muestra un aviso que no anuncia nada, para ver si los avisos le llegan.</translation>
+    </message>
+    <message>
+        <source>Test waking</source>
+        <translation>Probar el despertar</translation>
+    </message>
+    <message>
+        <source>Tries whether the clock of this computer can wake it.</source>
+        <translation>Comprueba si el reloj de este equipo puede despertarlo.</translation>
     </message>
 </context>
 <context>

@@ -981,6 +981,53 @@
     </message>
 </context>
 <context>
+    <name>SelfTests</name>
+    <message>
+        <source>An alert is shown now that announces nothing. If you see none, look whether your desktop keeps notifications back (“do not disturb”).</source>
+        <translation>Une alerte qui n’annonce rien s’affiche maintenant. Si vous n’en voyez pas, vérifiez si votre bureau retient les notifications (« Ne pas déranger »).</translation>
+    </message>
+    <message>
+        <source>No alert can be shown: the agent in your session does not answer. It starts when you log in. To start it now: systemctl --user start dozely-agent</source>
+        <translation>Aucune alerte ne peut s’afficher : l’agent de votre session ne répond pas. Il démarre à l’ouverture de session. Pour le démarrer maintenant : systemctl --user start dozely-agent</translation>
+    </message>
+    <message>
+        <source>The computer goes to sleep for a minute. Leave it alone meanwhile.</source>
+        <translation>L’ordinateur se met en veille pour une minute. N’y touchez pas pendant ce temps.</translation>
+    </message>
+    <message>
+        <source>Sleep for a minute</source>
+        <translation>Mettre en veille une minute</translation>
+    </message>
+    <message>
+        <source>Waking was not tested: %1</source>
+        <translation>Le réveil n’a pas été testé : %1</translation>
+    </message>
+    <message>
+        <source>The clock took an alarm and gave it back. Whether it also wakes this computer shows when the computer sleeps.</source>
+        <translation>L’horloge a pris une alarme et l’a rendue. On ne saura si elle réveille aussi l’ordinateur que lorsqu’il est en veille.</translation>
+    </message>
+    <message>
+        <source>This computer has no clock that could wake it. Leave it on, or have missed schedules done later.</source>
+        <translation>Cet ordinateur n’a pas d’horloge qui puisse le réveiller. Laissez-le allumé, ou faites rattraper ce qui a été manqué.</translation>
+    </message>
+    <message>
+        <source>The clock of this computer does not keep an alarm. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>L’horloge de cet ordinateur ne garde pas d’alarme. Vérifiez dans les réglages du micrologiciel (BIOS, UEFI) si le réveil par l’horloge est activé.</translation>
+    </message>
+    <message>
+        <source>The computer slept, and its clock woke it. Waking works.</source>
+        <translation>L’ordinateur était en veille et son horloge l’a réveillé. Le réveil fonctionne.</translation>
+    </message>
+    <message>
+        <source>The computer was awake before its clock could wake it. Try again, and leave it alone meanwhile.</source>
+        <translation>L’ordinateur était réveillé avant que son horloge puisse le faire. Réessayez, sans y toucher pendant ce temps.</translation>
+    </message>
+    <message>
+        <source>The computer slept on when its clock was to wake it. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>L’ordinateur est resté en veille quand son horloge devait le réveiller. Vérifiez dans les réglages du micrologiciel (BIOS, UEFI) si le réveil par l’horloge est activé.</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>
@@ -1061,6 +1108,22 @@
     <message>
         <source>The clock %1 wakes this computer.</source>
         <translation>L’horloge %1 réveille cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Test the alert</source>
+        <translation>Tester l’alerte</translation>
+    </message>
+    <message>
+        <source>Shows an alert that announces nothing, to see whether alerts reach you.</source>
+        <translation>Affiche une alerte qui n’annonce rien, pour voir si les alertes vous parviennent.</translation>
+    </message>
+    <message>
+        <source>Test waking</source>
+        <translation>Tester le réveil</translation>
+    </message>
+    <message>
+        <source>Tries whether the clock of this computer can wake it.</source>
+        <translation>Essaie si l’horloge de cet ordinateur peut le réveiller.</translation>
     </message>
 </context>
 <context>

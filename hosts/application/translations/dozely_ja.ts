@@ -979,6 +979,53 @@
     </message>
 </context>
 <context>
+    <name>SelfTests</name>
+    <message>
+        <source>An alert is shown now that announces nothing. If you see none, look whether your desktop keeps notifications back (“do not disturb”).</source>
+        <translation>何も予告しない通知が表示されています。見えない場合は、デスクトップが通知を抑えていないか(「おやすみモード」など)確認してください。</translation>
+    </message>
+    <message>
+        <source>No alert can be shown: the agent in your session does not answer. It starts when you log in. To start it now: systemctl --user start dozely-agent</source>
+        <translation>通知を表示できません。セッションのエージェントが応答しません。エージェントはログイン時に起動します。今すぐ起動するには: systemctl --user start dozely-agent</translation>
+    </message>
+    <message>
+        <source>The computer goes to sleep for a minute. Leave it alone meanwhile.</source>
+        <translation>コンピューターは1分間スリープします。その間は触らないでください。</translation>
+    </message>
+    <message>
+        <source>Sleep for a minute</source>
+        <translation>1分間スリープ</translation>
+    </message>
+    <message>
+        <source>Waking was not tested: %1</source>
+        <translation>復帰はテストされませんでした: %1</translation>
+    </message>
+    <message>
+        <source>The clock took an alarm and gave it back. Whether it also wakes this computer shows when the computer sleeps.</source>
+        <translation>時計はアラームを受け付け、読み戻せました。実際に復帰するかどうかは、スリープさせるとわかります。</translation>
+    </message>
+    <message>
+        <source>This computer has no clock that could wake it. Leave it on, or have missed schedules done later.</source>
+        <translation>このコンピューターには復帰に使える時計がありません。電源を入れたままにするか、逃した予定を後で実行するようにしてください。</translation>
+    </message>
+    <message>
+        <source>The clock of this computer does not keep an alarm. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>このコンピューターの時計はアラームを保持しません。ファームウェア(BIOS、UEFI)の設定で、時計による復帰が有効か確認してください。</translation>
+    </message>
+    <message>
+        <source>The computer slept, and its clock woke it. Waking works.</source>
+        <translation>コンピューターはスリープし、時計によって復帰しました。復帰は正しく動作します。</translation>
+    </message>
+    <message>
+        <source>The computer was awake before its clock could wake it. Try again, and leave it alone meanwhile.</source>
+        <translation>時計が働く前にコンピューターが復帰しました。もう一度試し、その間は触らないでください。</translation>
+    </message>
+    <message>
+        <source>The computer slept on when its clock was to wake it. Look into the settings of its firmware (BIOS, UEFI) whether waking by the clock is switched on.</source>
+        <translation>時計が働くはずの時刻にもコンピューターはスリープしたままでした。ファームウェア(BIOS、UEFI)の設定で、時計による復帰が有効か確認してください。</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>
@@ -1059,6 +1106,22 @@
     <message>
         <source>The clock %1 wakes this computer.</source>
         <translation>時計 %1 がこのコンピューターを起動します。</translation>
+    </message>
+    <message>
+        <source>Test the alert</source>
+        <translation>通知をテスト</translation>
+    </message>
+    <message>
+        <source>Shows an alert that announces nothing, to see whether alerts reach you.</source>
+        <translation>何も予告しない通知を表示し、通知が届くかどうかを確かめます。</translation>
+    </message>
+    <message>
+        <source>Test waking</source>
+        <translation>復帰をテスト</translation>
+    </message>
+    <message>
+        <source>Tries whether the clock of this computer can wake it.</source>
+        <translation>このコンピューターの時計で復帰できるかどうかを試します。</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,7 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
       m_sides(sides),
       m_user(user),
       m_book(client),
+      m_tests(client),
       m_tabs(new QTabBar),
       m_views(new QStackedWidget),
       m_calendar(new CalendarPage(client)),
@@ -182,6 +183,9 @@ void MainWindow::connectBook()
     connect(m_calendar, &CalendarPage::openWanted, this, &MainWindow::openSchedule);
     connect(m_calendar, &CalendarPage::refused, this,
             [this](const QString &why) { m_notice->tell(NoticeBar::Kind::Warning, why); });
+    connect(m_status, &StatusLine::alertTestWanted, &m_tests, &SelfTests::testAlert);
+    connect(m_status, &StatusLine::wakingTestWanted, &m_tests, &SelfTests::testWaking);
+    connect(&m_tests, &SelfTests::told, m_notice, &NoticeBar::tell);
     connect(m_start, &StartPage::addingWanted, this, &MainWindow::addSchedule);
     connect(m_start, &StartPage::wishChosen, this, &MainWindow::addWish);
 }

@@ -3,6 +3,7 @@
 
 #include "hosts/application/actions/ActionSides.h"
 #include "hosts/application/book/ScheduleBook.h"
+#include "hosts/application/window/SelfTests.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -32,6 +33,7 @@ public:
     void raiseToUser();
 
     ScheduleBook &book() { return m_book; }
+    SelfTests &tests() { return m_tests; }
 
     /// Adds a schedule for the person to fill in, and makes it the chosen one.
     void addSchedule();
@@ -58,6 +60,7 @@ private:
     ActionSides &m_sides;
     const quint32 m_user;
     ScheduleBook m_book;
+    SelfTests m_tests;
     QTabBar *m_tabs;
     QStackedWidget *m_views; // one a tab
     CalendarPage *m_calendar;

@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/application/when/DateInWords.h"
+#include "hosts/application/window/WindowFoot.h"
 
 #include <QHBoxLayout>
 
@@ -17,6 +18,29 @@ QLabel *newLabel(const char *name)
     label->setTextFormat(Qt::RichText);
     return label;
 }
+
+QToolButton *newButton(const char *name, const QString &text, const QString &hint)
+{
+    auto *const button = new QToolButton;
+    button->setObjectName(name);
+    button->setText(text);
+    button->setToolTip(hint);
+    button->setAccessibleDescription(hint);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+QWidget *newRow(const QWidgetList &widgets, int spacing)
+{
+    auto *const row = new QWidget;
+    auto *const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    for (QWidget *const widget : widgets)
+        layout->addWidget(widget);
+    layout->addStretch();
+    return row;
+}
 } // namespace
 
 StatusLine::StatusLine(SchedulerClient &client, QWidget *parent)
@@ -24,14 +48,21 @@ StatusLine::StatusLine(SchedulerClient &client, QWidget *parent)
       m_client(client),
       m_service(newLabel("service")),
       m_agent(newLabel("agent")),
-      m_clock(newLabel("clock"))
+      m_clock(newLabel("clock")),
+      m_testAlert(newButton("testAlert", tr("Test the alert"),
+                            tr("Shows an alert that announces nothing, to see whether alerts reach you."))),
+      m_testWaking(newButton("testWaking", tr("Test waking"),
+                             tr("Tries whether the clock of this computer can wake it.")))
 {
-    auto *const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(16);
-    for (QLabel *const label : {m_service, m_agent, m_clock})
-        row->addWidget(label);
-    row->addStretch();
+    // One above the other where there is too little room.
+    auto *const row =
+        new WindowFoot(newRow({m_service, m_agent, m_clock}, 16), newRow({m_testAlert, m_testWaking}, 6));
+    row->layout()->setContentsMargins(0, 0, 0, 0);
+    auto *const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(row);
+    connect(m_testAlert, &QToolButton::clicked, this, &StatusLine::alertTestWanted);
+    connect(m_testWaking, &QToolButton::clicked, this, &StatusLine::wakingTestWanted);
     connect(&client, &SchedulerClient::propertiesChanged, this, &StatusLine::refresh);
     connect(&client, &SchedulerClient::availabilityChanged, this, &StatusLine::refresh);
     refresh();
@@ -55,6 +86,7 @@ void StatusLine::refresh()
     const bool isThere = m_client.isAvailable();
     m_agent->setVisible(isThere);
     m_clock->setVisible(isThere);
+    m_testWaking->setVisible(isThere);
     if (!isThere)
         return;
     showAgent();

@@ -4,16 +4,21 @@
 #include "hosts/common/bus/SchedulerClient.h"
 
 #include <QLabel>
+#include <QToolButton>
 #include <QWidget>
 
 /// One line that tells how it is with the daemon, the user's agent and the clock that wakes the machine; what
-/// can be done about a fault stands in the tool tip.
+/// can be done about a fault stands in the tool tip. A button each tries out alerts and waking.
 class StatusLine : public QWidget
 {
     Q_OBJECT
 public:
     /// `client` outlives it.
     explicit StatusLine(SchedulerClient &client, QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    void alertTestWanted();
+    void wakingTestWanted();
 
 private:
     enum class Mood { Good, Bad, Unknown };
@@ -27,4 +32,6 @@ private:
     QLabel *m_service;
     QLabel *m_agent;
     QLabel *m_clock;
+    QToolButton *m_testAlert;
+    QToolButton *m_testWaking;
 };

@@ -301,6 +301,66 @@ TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)
     EXPECT_EQ(list().model()->rowCount(), 2);
 }
 
+TEST_F(MainWindowTest, TestsTheAlertAndSaysWhereItStays)
+{
+    open();
+    press("testAlert");
+    EXPECT_TRUE(says("the agent in your session does not answer")) << "where nobody is asked";
+    int asked = 0;
+    window->tests().setRequestAlert([&](const auto &answer) {
+        ++asked;
+        answer(true);
+    });
+    press("testAlert");
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(says("An alert is shown now that announces nothing"));
+    client.setThere(false);
+    settle();
+    EXPECT_TRUE(find<QToolButton>("testAlert")->isVisible()) << "the agent is another one than the daemon";
+    EXPECT_FALSE(find<QToolButton>("testWaking")->isVisible());
+}
+
+TEST_F(MainWindowTest, TestsWakingByReadingTheAlarmBackAndOnRequestBySleeping)
+{
+    client.wakeTrial = {{"outcome", "kept"}};
+    open();
+    press("testWaking");
+    EXPECT_TRUE(client.calls.contains("testWaking 0"));
+    EXPECT_FALSE(client.calls.contains("testWaking 60"));
+    ASSERT_TRUE(says("The clock took an alarm and gave it back"));
+    QPushButton *sleep = nullptr;
+    for (auto *const button : window->findChildren<QPushButton *>()) {
+        if (button->text() == "Sleep for a minute")
+            sleep = button;
+    }
+    ASSERT_NE(sleep, nullptr);
+    client.wakeTrial = {{"outcome", "woken"}};
+    QTest::mouseClick(sleep, Qt::LeftButton);
+    EXPECT_TRUE(says("goes to sleep for a minute"));
+    settle();
+    EXPECT_TRUE(client.calls.contains("testWaking 60"));
+    EXPECT_TRUE(says("Waking works"));
+}
+
+TEST_F(MainWindowTest, SaysWhatIsToBeDoneWhereWakingDoesNotWork)
+{
+    open();
+    for (const auto &[outcome, sentence] :
+         {std::pair("no clock", "has no clock that could wake it"),
+          std::pair("dropped", "does not keep an alarm"),
+          std::pair("too early", "before its clock could wake it"), std::pair("too late", "slept on")}) {
+        client.wakeTrial = {{"outcome", outcome}};
+        press("testWaking");
+        EXPECT_TRUE(says(sentence)) << outcome;
+    }
+    client.wakeTrial = {{"outcome", "of another kind"}, {"sentence", "It did something new."}};
+    press("testWaking");
+    EXPECT_TRUE(says("It did something new."));
+    client.refusal = dozely::Error{"An action goes on, or is due too soon.", "com.dozely.Error.NotPossible"};
+    press("testWaking");
+    EXPECT_TRUE(says("Waking was not tested: An action goes on, or is due too soon."));
+}
+
 TEST_F(MainWindowTest, OffersAFirstScheduleWhereThereIsNone)
 {
     client.schedules.clear();
