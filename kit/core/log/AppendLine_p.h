@@ -18,9 +18,10 @@ struct AppendResult {
 };
 
 /// Appends `line` in one write to the regular file at `path` (in the file system's encoding), creating it
-/// when missing. Never follows a link at the end of the path and never waits. With `openToAll` the file's
-/// permission bits are 0666 afterwards, whether it could be written or not. Who may not read the file cannot
-/// close a half line. Any thread.
+/// when missing. Never follows a link at the end of the path. Where the file may not be opened it waits a
+/// quarter of a second at most for one that may, and for nothing else; in vain once. With `openToAll` the
+/// file's permission bits are 0666 afterwards, whether it could be written or not. Who may not read the file
+/// cannot close a half line. Any thread.
 AppendResult appendLine(const char *path, std::string_view line, bool openToAll, HalfLine last);
 
 } // namespace dozely

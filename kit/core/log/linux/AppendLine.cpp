@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/core/log/AppendLine_p.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <ctime>
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
@@ -69,6 +71,27 @@ int openForAppending(const char *path)
     return descriptor < 0 && errno == EACCES ? ::open(path, O_WRONLY | flags, openMode) : descriptor;
 }
 
+// Who rotates the log moves it aside and makes another. Where only root makes files, a user's process finds
+// none for that moment, or one that is not open to all yet. A log that does not come is not waited for twice.
+int openOnceRotated(const char *path)
+{
+    static std::atomic<bool> isWorthWaiting{true};
+    constexpr int tries = 250;
+    constexpr timespec between = {0, 1'000'000}; // nanoseconds
+    int descriptor = openForAppending(path);
+    for (int count = 0; descriptor < 0 && errno == EACCES && isWorthWaiting; ++count) {
+        if (count == tries) {
+            isWorthWaiting = false;
+            break;
+        }
+        ::nanosleep(&between, nullptr);
+        descriptor = openForAppending(path);
+    }
+    if (descriptor >= 0 && !isWorthWaiting.load(std::memory_order_relaxed))
+        isWorthWaiting = true;
+    return descriptor;
+}
+
 // Whether the last line has no end, as a disk that was full leaves it. False where that cannot be told.
 bool endsInHalfALine(int descriptor, const FileState &file)
 {
@@ -98,7 +121,7 @@ void openUnwritableFileToAll(const char *path)
 AppendResult appendLine(const char *path, std::string_view line, bool openToAll, HalfLine last)
 {
     AppendResult result;
-    const int descriptor = openForAppending(path);
+    const int descriptor = openOnceRotated(path);
     if (descriptor < 0) {
         result.openError = errno;
         if (openToAll)
