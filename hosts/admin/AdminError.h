@@ -15,10 +15,11 @@ enum class ExitStatus {
     BadUsage = 2,     ///< The command line is wrong.
     NotPermitted = 3, ///< The caller may not do this.
     NewerVersion = 4, ///< update check: there is a newer version.
+    Changed = 4,      ///< apply: schedules were changed. Not 2: a typing error must not look like success.
     NoAnswer = 5,     ///< update check: it could not be found out whether there is one.
 };
 
-/// Ends a command: the status and one sentence for the person.
+/// Ends a command: the status and one sentence for the person; none where what was printed says it all.
 class AdminError : public std::exception
 {
 public:

@@ -1,49 +1,93 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/AdminHelp.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 namespace
 {
-const char *const text =
-    R"(Shows and changes the schedules, asks whether the system's processes are alive, shows the log.
+constexpr qsizetype width = 98;  // columns
+constexpr qsizetype column = 33; // where what a command does begins
 
-Commands:
-  list                           Show all schedules, and what became of those that are over.
-  add NAME ...                   Add a schedule: what is to be done (--bundle or --program)
-                                 and when (--date or --in; --every or --rule, with --at).
-  change SCHEDULE ...            Change what the options name, as for "add"; the rest stays.
-  remove SCHEDULE                Remove a schedule.
-  clean                          Remove the schedules that are over, but for those that stay.
-  enable SCHEDULE                Let a schedule come due.
-  disable SCHEDULE               Keep a schedule, but never let it come due.
-  next [SCHEDULE]                Show what comes, and what wakes the machine.
-  history [SCHEDULE]             Show what became of it, newest first.
-  skip SCHEDULE                  Leave out the next time, or that at --date.
-  postpone SCHEDULE SECONDS      Perform it so much later (90, 10m, 1h): the next time, or that at
-                                 --date.
-  run SCHEDULE                   Have the daemon perform a schedule's action now.
-  ping daemon                    Ask whether the daemon is alive.
-  ping agent [USER]              Ask whether a user's agent is alive; yours without USER.
-  ping application [USER]        The same for the user's configuration application.
-  log                            Show the last lines of the log.
-  output SCHEDULE                Show what the schedule's action wrote last, when it was performed
-                                 the last time, or at --date.
-  power                          Show the clock that can wake the machine, its alarm, and the
-                                 scheduled events.
-  power test                     Arm the alarm, read it back, set it as it was.
-  sleep                          Put the machine to sleep now.
-  update check                   Ask the update server whether there is a newer version.
-  event SIGNATURE CLASS ID       Send an Apple event to the process with that signature, and show
-                                 the reply. Each is four characters, as in: event DzAg aevt quit.
-SCHEDULE is an identifier, or a name that only one schedule has. USER is a name or a number.
+const char *const ending =
+    R"(SCHEDULE is an identifier, or a name that only one schedule has. USER is a name or a number.
+DATE is what people write: "06:55", "tomorrow 7:00", "fri 22:00", "22.12. 6:30", "2026-03-14 06:55", +5m.
+"COMMAND --help" shows the options of a command alone.
 
-Exit status: 0 done (ping: it is alive); 1 it could not be done (not found, not reachable, damaged);
-2 the command line is wrong; 3 not permitted. update check: 0 up to date; 4 there is a newer version;
-5 no answer.)";
+Exit status: 0 done (ping, status: it is alive; doctor: nothing is wrong);
+1 it could not be done (not found, not reachable, damaged; doctor: something is wrong);
+2 the command line is wrong; 3 not permitted.
+update check: 0 up to date; 4 there is a newer version; 5 no answer.)";
+
+/// `text` in lines of at most `width` columns, each from `indent` on.
+QString wrapped(const QString &text, qsizetype indent)
+{
+    QStringList lines{QString()};
+    for (const QString &word : text.split(' ')) {
+        if (!lines.last().isEmpty() && indent + lines.last().size() + 1 + word.size() > width)
+            lines += QString();
+        lines.last() += lines.last().isEmpty() ? word : " " + word;
+    }
+    return lines.join('\n' + QString(indent, ' '));
+}
+
+QString row(const QString &title, const QString &text)
+{
+    const QString begin = "  " + title;
+    const QString gap =
+        begin.size() + 1 < column ? QString(column - begin.size(), ' ') : '\n' + QString(column, ' ');
+    return begin + gap + wrapped(text, column) + '\n';
+}
+
+QString form(const CommandTable::Command &command, const QString &arguments)
+{
+    const bool hasOptions = command.options.contains("bundle");
+    return QString("%1 %2%3").arg(command.name, arguments, hasOptions ? " ..." : "").trimmed();
+}
+
+/// What an option means, without the names of the commands that take it.
+QString meaning(const QCommandLineOption &option)
+{
+    static const QRegularExpression commands(R"(\A[a-z]+(?:, [a-z]+)*: )");
+    QString text = option.description();
+    if (text.indexOf(commands) == 0)
+        text.remove(commands);
+    return text.left(1).toUpper() + text.mid(1);
+}
 } // namespace
 
 QString AdminHelp::description()
 {
-    return text;
+    QString text =
+        "Shows and changes the schedules, asks whether the system's processes are alive, shows the log."
+        "\n\nCommands:\n";
+    for (const CommandTable::Command &command : CommandTable::all()) {
+        if (!command.isShown)
+            continue;
+        for (const QString &arguments : command.arguments.mid(0, command.arguments.size() - 1))
+            text += "  " + form(command, arguments) + '\n';
+        text += row(form(command, command.arguments.constLast()), command.summary);
+    }
+    return text + ending;
+}
+
+QString AdminHelp::of(const CommandTable::Command &command)
+{
+    QString text;
+    for (const QString &arguments : command.arguments)
+        text += QString("%1 dozely-admin %2\n")
+                    .arg(text.isEmpty() ? "Usage:" : "      ", form(command, arguments));
+    text += '\n' + wrapped(command.summary, 0) + "\n\nOptions:\n";
+    for (const QCommandLineOption &option : options()) {
+        const QString name = option.names().constFirst();
+        if (!command.options.contains(name))
+            continue;
+        const QString value = option.valueName().isEmpty() ? QString() : " " + option.valueName();
+        text += row((name.size() == 1 ? "-" : "--") + name + value, meaning(option));
+    }
+    return text + row("--host USER@MACHINE", "Run the command on that machine, over ssh.") +
+           row("--root DIR", "Work on the system below that folder instead of /.") +
+           row("-h, --help", "Show this help and end.");
 }
 
 QList<QCommandLineOption> AdminHelp::options()
@@ -54,7 +98,7 @@ QList<QCommandLineOption> AdminHelp::options()
         {"program", "add: run this program (an absolute path), with the bundle \"Command\".", "PROGRAM"},
         {"argument", "add: an argument of the program; repeat it for more.", "TEXT"},
         {"date",
-         "add, change: when it takes place once, as \"2026-03-14 06:55\", or with seconds. output, skip, "
+         "add, change: when it takes place once, as \"2026-03-14 06:55\" or \"tomorrow 7:00\". output, skip, "
          "postpone: of which time, the latest, or the next, without it.",
          "DATE"},
         {"time-zone",
@@ -63,7 +107,7 @@ QList<QCommandLineOption> AdminHelp::options()
          "repeats goes with it wherever that goes; \"machine\" is that again. output, skip, postpone: the "
          "schedule's without it.",
          "ZONE"},
-        {"in", "add: when, so many seconds from now.", "SECONDS"},
+        {"in", "add: when, so many seconds from now (90, 5m, 1h).", "SECONDS"},
         {"every",
          "add: how often: day, weekday, week, month, year, days such as monday,thursday, or a distance such "
          "as 15m or 2h.",
@@ -123,5 +167,6 @@ QList<QCommandLineOption> AdminHelp::options()
         {"user", "event: whose process is to have it; yours without it.", "USER"},
         {"timeout", "event: how long to wait for the reply, 60 without it.", "SECONDS"},
         {"no-reply", "event: do not wait for a reply."},
+        {"host", "Run the command on that machine, over ssh.", "USER@MACHINE"},
     };
 }

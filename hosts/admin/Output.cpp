@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 namespace
 {
@@ -94,6 +95,16 @@ void Output::table(const QStringList &titles, const QList<QStringList> &rows)
             text += i + 1 < row.size() ? row.at(i).leftJustified(widths.at(i) + 2) : row.at(i);
         line(text);
     }
+}
+
+QString Output::coloured(const QString &text, Mood mood)
+{
+    static const bool hasColours = ::isatty(STDOUT_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR") &&
+                                   qEnvironmentVariable("TERM", "dumb") != "dumb";
+    if (!hasColours)
+        return text;
+    const char *const code = mood == Mood::Good ? "32" : mood == Mood::Bad ? "31" : "33";
+    return QString("\x1b[%1m%2\x1b[0m").arg(code, text);
 }
 
 void Output::json(const QVariantMap &object)

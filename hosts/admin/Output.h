@@ -22,6 +22,13 @@ void raw(const QByteArray &bytes);
 /// Prints rows in columns below their titles.
 void table(const QStringList &titles, const QList<QStringList> &rows);
 
+/// How something is.
+enum class Mood { Good, Bad, Doubtful };
+
+/// `text` in the colour for that, where the standard output is a terminal that has colours and nobody has
+/// set NO_COLOR (https://no-color.org).
+QString coloured(const QString &text, Mood mood);
+
 /// Prints one JSON object on one line. Data becomes Base64 text, a date ISO 8601 text.
 void json(const QVariantMap &object);
 

@@ -74,3 +74,21 @@ TEST(AdminUsage, ARootFolderThatDoesNotExistIsBadUsage)
     EXPECT_EQ(process.exitCode(), 2);
     EXPECT_THAT(process.readAllStandardError().toStdString(), HasSubstr("does not exist"));
 }
+
+TEST(AdminUsage, EveryCommandHasHelpOfItsOwn)
+{
+    AdminTool tool;
+    for (const char *command : {"list",   "add",     "change", "remove",   "clean", "enable", "disable",
+                                "next",   "history", "skip",   "postpone", "run",   "ping",   "log",
+                                "output", "power",   "sleep",  "update",   "event", "status", "doctor"}) {
+        const auto help = tool.run({command, "--help"});
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_TRUE(help.output.startsWith(QByteArray("Usage: dozely-admin ") + command))
+            << help.output.constData();
+        EXPECT_THAT(help.output.toStdString(), HasSubstr("--json"));
+    }
+    const std::string add = tool.run({"add", "--help"}).output.toStdString();
+    EXPECT_THAT(add, HasSubstr("add NAME"));
+    EXPECT_THAT(add, HasSubstr("--every TERM"));
+    EXPECT_THAT(add, testing::Not(HasSubstr("--no-wake")));
+}

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/admin/StatusCommand.h"
+
+#include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/ZoneClock.h"
+#include "DozelyKit/core/log/LogLabel.h"
+#include "DozelyKit/system/machine/ConsoleUser.h"
+#include "DozelyKit/system/power/PowerEventScheduler.h"
+#include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/Door.h"
+#include "hosts/admin/Identity.h"
+#include "hosts/admin/Output.h"
+#include "hosts/admin/ScheduleAnswer.h"
+#include "hosts/common/orders/Listeners.h"
+#include "hosts/common/plugins/Feasibility.h"
+#include "hosts/common/record/UpcomingOccurrences.h"
+#include "hosts/common/schedules/ScheduleStore.h"
+
+#include <algorithm>
+
+using namespace dozely;
+
+namespace
+{
+constexpr qsizetype linesOfEach = 5;
+constexpr qsizetype searched = 200; // of the record, for what failed
+
+using Mood = Output::Mood;
+
+/// How the system is, as far as the caller may know.
+struct Status {
+    bool isDaemonThere = Listeners::isDaemonThere();
+    std::optional<ConsoleUser::User> console = Port<ConsoleUser>::current()->current();
+    QList<quint32> agents = Listeners::agents();
+    std::optional<PowerEventScheduler::Alarm> alarm = Port<PowerEventScheduler>::current()->alarm();
+    bool isClockSynchronised = Port<Clock>::current()->isSynchronised();
+    Result<ScheduleStore::Content> store = ScheduleStore::read();
+    Result<QList<RecordedOccurrence>> record = QList<RecordedOccurrence>();
+    QList<UpcomingOccurrence> next;
+
+    Status()
+    {
+        const QDateTime now = Port<Clock>::current()->currentDate();
+        QList<RecordedOccurrence> known;
+        const auto outcomes = RecordedOutcomes::open();
+        if (outcomes) {
+            record = outcomes->latest({}, searched);
+            const auto toCome = outcomes->toCome(now);
+            known = toCome ? *toCome : QList<RecordedOccurrence>();
+        } else {
+            record = outcomes.error();
+            if (record.error().name == RecordedOutcomes::notPermitted)
+                askDaemon();
+        }
+        UpcomingOccurrences upcoming(schedules(), now, known);
+        while (next.size() < linesOfEach) {
+            const auto occurrence = upcoming.next();
+            if (!occurrence)
+                break;
+            next += *occurrence;
+        }
+    }
+
+    QList<Schedule> schedules() const { return store ? store->schedules : QList<Schedule>(); }
+
+    qsizetype enabled() const
+    {
+        const QList<Schedule> all = schedules();
+        return std::count_if(all.cbegin(), all.cend(), [](const Schedule &each) { return each.isEnabled; });
+    }
+
+    QString nameOf(const QString &identifier) const
+    {
+        for (const Schedule &schedule : schedules()) {
+            if (schedule.identifier == identifier)
+                return schedule.name;
+        }
+        return {};
+    }
+
+    QList<RecordedOccurrence> failures() const
+    {
+        static const QStringList states{"failed",  "not performed", "interrupted",
+                                        "unknown", "missed",        "skipped"};
+        QList<RecordedOccurrence> failures;
+        for (const RecordedOccurrence &each : record ? *record : QList<RecordedOccurrence>()) {
+            if (failures.size() < linesOfEach && states.contains(each.outcome.state))
+                failures += each;
+        }
+        return failures;
+    }
+
+private:
+    /// The caller's own, which the daemon tells.
+    void askDaemon()
+    {
+        try {
+            if (Door::isThere())
+                record = Door::history({}, searched);
+        } catch (const AdminError &error) {
+            record = Error{error.sentence()};
+        }
+    }
+};
+
+QString reasonOf(const RecordedOutcome &outcome)
+{
+    constexpr qsizetype longest = 60;
+    if (!outcome.failure.isEmpty())
+        return QString("%1 (%2)").arg(outcome.state, logLabel(outcome.failure, longest));
+    return outcome.exitStatus.value_or(0) != 0
+               ? QString("%1 (exit %2)").arg(outcome.state).arg(*outcome.exitStatus)
+               : outcome.state;
+}
+
+void showFact(const QString &title, const QString &text, std::optional<Mood> mood = {})
+{
+    const QString shown = Output::escaped(text);
+    Output::line(QString("%1: ").arg(title).leftJustified(13) +
+                 (mood ? Output::coloured(shown, *mood) : shown));
+}
+
+void showConsole(const Status &status)
+{
+    if (!status.console) {
+        showFact("Console", "nobody is there");
+        return;
+    }
+    const bool isThere = status.agents.contains(status.console->userId);
+    showFact("Console",
+             QString("%1, whose agent %2").arg(status.console->name, isThere ? "is alive" : "is not there"),
+             isThere ? Mood::Good : Mood::Bad);
+}
+
+void showMachine(const Status &status)
+{
+    QStringList agents;
+    for (const quint32 user : status.agents)
+        agents += Identity::nameOf(user);
+    showFact("Agents", agents.isEmpty() ? QString("none") : agents.join(", "));
+    if (!status.alarm)
+        showFact("Wake clock", "none that could wake this machine", Mood::Doubtful);
+    else
+        showFact("Wake clock", status.alarm->armedFor.isValid()
+                                   ? QString("%1, armed for %2%3")
+                                         .arg(status.alarm->device,
+                                              status.alarm->armedFor.toTimeZone(machineTimeZone())
+                                                  .toString("yyyy-MM-dd HH:mm:ss"),
+                                              status.alarm->isOurs ? "" : " by another program")
+                                   : QString("%1, not armed").arg(status.alarm->device));
+    const QString zone = QString::fromUtf8(machineTimeZone().id());
+    showFact("Clock",
+             QString("%1, %2").arg(status.isClockSynchronised ? "synchronised" : "not synchronised", zone),
+             status.isClockSynchronised ? Mood::Good : Mood::Doubtful);
+}
+
+void showSchedules(const Status &status)
+{
+    if (!status.store) {
+        showFact("Schedules", status.store.error().text, Mood::Bad);
+        return;
+    }
+    const qsizetype faults = status.store->faults.size();
+    QString text =
+        QString("%1, %2 of them enabled").arg(status.store->schedules.size()).arg(status.enabled());
+    if (faults > 0)
+        text += QString("; %1 entries are none").arg(faults);
+    showFact("Schedules", text, faults > 0 ? std::optional(Mood::Bad) : std::nullopt);
+}
+
+void showOccurrences(const Status &status)
+{
+    const QList<Schedule> schedules = status.schedules();
+    QList<QStringList> rows;
+    for (const UpcomingOccurrence &each : status.next) {
+        const Schedule &schedule = schedules.at(each.schedule);
+        rows += {"  " + ScheduleAnswer::inWords(each.moment, schedule), schedule.name,
+                 Feasibility::wakesMachine(schedule) ? "wakes the machine" : ""};
+    }
+    Output::line("");
+    if (rows.isEmpty())
+        Output::line("Nothing comes.");
+    else
+        Output::table({"Next", "", ""}, rows);
+    Output::line("");
+    if (!status.record) {
+        Output::line(
+            Output::escaped(QString("What failed cannot be told: %1.").arg(status.record.error().text)));
+        return;
+    }
+    rows.clear();
+    for (const RecordedOccurrence &each : status.failures()) {
+        const QString date = each.date.toTimeZone(machineTimeZone()).toString("yyyy-MM-dd HH:mm:ss");
+        const QString name = status.nameOf(each.identifier);
+        rows += {"  " + date, name.isEmpty() ? each.identifier : name, reasonOf(each.outcome)};
+    }
+    if (rows.isEmpty())
+        Output::line("Nothing failed of late.");
+    else
+        Output::table({"Last failures", "", ""}, rows);
+}
+
+QVariantMap describe(const Status &status)
+{
+    QVariantList agents;
+    for (const quint32 user : status.agents)
+        agents += user;
+    QVariantMap wakeClock{{"isSupported", status.alarm.has_value()}};
+    if (status.alarm) {
+        wakeClock.insert("device", status.alarm->device);
+        wakeClock.insert("alarm",
+                         status.alarm->armedFor.isValid() ? QVariant(status.alarm->armedFor) : QVariant());
+        wakeClock.insert("alarmIsOurs", status.alarm->isOurs);
+    }
+    const QList<Schedule> schedules = status.schedules();
+    QVariantList next;
+    for (const UpcomingOccurrence &each : status.next)
+        next += QVariantMap{{"identifier", schedules.at(each.schedule).identifier},
+                            {"name", schedules.at(each.schedule).name},
+                            {"moment", each.moment}};
+    QVariantList failures;
+    for (const RecordedOccurrence &each : status.failures()) {
+        const QString name = status.nameOf(each.identifier);
+        const auto exit = each.outcome.exitStatus;
+        failures +=
+            QVariantMap{{"identifier", each.identifier},
+                        {"name", name.isEmpty() ? QVariant() : name},
+                        {"date", each.date},
+                        {"state", each.outcome.state},
+                        {"exitStatus", exit ? QVariant(*exit) : QVariant()},
+                        {"failure", each.outcome.failure.isEmpty() ? QVariant() : each.outcome.failure}};
+    }
+    QVariant console;
+    if (status.console)
+        console = QVariantMap{{"user", status.console->userId}, {"name", status.console->name}};
+    return {{"daemon", QVariantMap{{"isAlive", status.isDaemonThere}}},
+            {"console", console},
+            {"agents", agents},
+            {"wakeClock", wakeClock},
+            {"clock", QVariantMap{{"isSynchronised", status.isClockSynchronised},
+                                  {"timeZone", QString::fromUtf8(machineTimeZone().id())}}},
+            {"schedules", QVariantMap{{"count", schedules.size()},
+                                      {"enabled", status.enabled()},
+                                      {"faults", status.store ? status.store->faults : QStringList()},
+                                      {"failure", status.store ? QVariant() : status.store.error().text}}},
+            {"next", next},
+            {"failures", status.record ? QVariant(failures) : QVariant()}};
+}
+} // namespace
+
+void StatusCommand::run(const AdminOptions &options)
+{
+    const Status status;
+    if (options.isSet("json")) {
+        Output::json(describe(status));
+    } else {
+        showFact("Daemon", status.isDaemonThere ? "is alive" : "is not there",
+                 status.isDaemonThere ? Mood::Good : Mood::Bad);
+        showConsole(status);
+        showMachine(status);
+        showSchedules(status);
+        showOccurrences(status);
+    }
+    if (!status.isDaemonThere)
+        throw AdminError(ExitStatus::Failed, {});
+}
