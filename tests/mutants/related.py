@@ -14,6 +14,12 @@ def pattern(names):
     return "^(" + "|".join(re.sub(r"([\\.+*?()\[\]^$|])", r"\\\1", name) for name in sorted(names)) + ")$"
 
 
+def first_failed(said):
+    """The first test that failed, by what ctest says at its end; None where it tells of none. A name may have blanks."""
+    found = re.search(r"^\s*\d+ - (.+) \([^()]+\)$", said, re.MULTILINE)
+    return found.group(1) if found else None
+
+
 def folder_of_tests(path):
     """Where the tests of a room lie."""
     parts = pathlib.PurePath(path).parts[:-1]

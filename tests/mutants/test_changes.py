@@ -1,6 +1,6 @@
 #!/usr/bin/python3 -B
 # SPDX-License-Identifier: MIT
-"""What is changed in code, and what is left alone."""
+"""What is changed in code, what is left alone, and who is told to have noticed it."""
 
 import pathlib
 import sys
@@ -8,6 +8,7 @@ import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 import changes  # noqa: E402
+import related  # noqa: E402
 
 
 def made(code):
@@ -46,6 +47,13 @@ class Changes(unittest.TestCase):
         source = "a < b;\na < b;\n"
         second = [change for change in changes.changes("a.cpp", source) if change.line == 2][0]
         self.assertEqual(changes.applied(source, second), "a < b;\na <= b;\n")
+
+    def test_who_failed_may_have_blanks_in_its_name(self):
+        for line, name in (("\t  7 - Store.KeepsEntries (Failed)", "Store.KeepsEntries"),
+                           ("\t3457 - EachWay/Limits.Hold/InUnits  # GetParam() = InUnits (Subprocess aborted)",
+                            "EachWay/Limits.Hold/InUnits  # GetParam() = InUnits")):
+            self.assertEqual(related.first_failed(f"The following tests FAILED:\n{line}\nErrors while running CTest"), name)
+        self.assertIsNone(related.first_failed("100% tests passed, 0 tests failed out of 2 (2 skipped)"))
 
 
 unittest.main()
