@@ -132,11 +132,11 @@ inline constexpr QLatin1StringView program("Program"); ///< A string, the progra
 inline constexpr QLatin1StringView arguments("Arguments"); ///< A list of strings; missing: none.
 } // namespace CommandKey
 
-/// Parameters of Sleep.plugin and PowerOff.plugin.
+/// Parameters of Sleep.plugin, PowerOff.plugin and Restart.plugin.
 namespace PowerKey
 {
-/// The integer 1: the machine sleeps, or goes off, also when others have forbidden that for ten minutes. Any
-/// other value and a missing key: it is given up then.
+/// The integer 1: it is done also when others have forbidden it for ten minutes. Any other value and a missing
+/// key: it is given up then.
 inline constexpr QLatin1StringView force("Force");
 } // namespace PowerKey
 

@@ -36,7 +36,7 @@ public:
         virtual ~Inhibition() = default;
     };
 
-    /// What may happen to the machine.
+    /// What may happen to the machine. A restart is a PowerOff to whoever forbids it.
     enum class Change { Sleep, PowerOff };
 
     virtual ~SystemPower() = default;
@@ -60,6 +60,9 @@ public:
     /// Switches the machine off now, also when somebody else wants it on. True when that was accepted; it
     /// follows after everybody who listens has allowed it. Blocks for at most ten seconds.
     virtual bool powerOff() = 0;
+
+    /// Restarts the machine now. As powerOff: it is announced and forbidden as that is.
+    virtual bool restart() = 0;
 
     /// Who forbids a change for now, this system itself left out: names and reasons for people ("apt:
     /// Upgrades packages"). What sleep and powerOff order happens all the same: ask before. Empty as well

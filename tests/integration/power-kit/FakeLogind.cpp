@@ -102,7 +102,7 @@ int FakeLogind::answer(sd_bus_message *message)
         return grant(message);
     }
     int mayAsk = 0;
-    for (const char *order : {"Suspend", "PowerOff"}) {
+    for (const char *order : {"Suspend", "PowerOff", "Reboot"}) {
         if (sd_bus_message_is_method_call(message, interface, order) <= 0)
             continue;
         ++handled;

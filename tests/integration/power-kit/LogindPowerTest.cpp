@@ -459,7 +459,7 @@ TEST_F(LogindPowerTest, AnActionsLockMayOutliveThePort)
     inhibition.reset();
 }
 
-TEST_F(LogindPowerTest, OrdersSleepAndPowerOffWithoutAskingAPerson)
+TEST_F(LogindPowerTest, OrdersSleepPowerOffAndRestartWithoutAskingAPerson)
 {
     // They wait for an answer: this thread cannot give it.
     logind.appear();
@@ -478,10 +478,12 @@ TEST_F(LogindPowerTest, OrdersSleepAndPowerOffWithoutAskingAPerson)
     EXPECT_TRUE(whileServed([this] { return power.canSleep(); }));
     EXPECT_TRUE(whileServed([this] { return power.sleep(); }));
     EXPECT_TRUE(whileServed([this] { return power.powerOff(); }));
-    EXPECT_THAT(logind.orders, ElementsAre("Suspend false", "PowerOff false"));
+    EXPECT_TRUE(whileServed([this] { return power.restart(); }));
+    EXPECT_THAT(logind.orders, ElementsAre("Suspend false", "PowerOff false", "Reboot false"));
     logind.orderRefusal = "org.freedesktop.login1.SleepVerbNotSupported";
     EXPECT_FALSE(whileServed([this] { return power.sleep(); }));
     EXPECT_FALSE(whileServed([this] { return power.powerOff(); }));
+    EXPECT_FALSE(whileServed([this] { return power.restart(); }));
 }
 
 TEST_F(LogindPowerTest, FindsNothingToOrderWithoutAManagerOrABus)

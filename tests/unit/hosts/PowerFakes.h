@@ -86,6 +86,11 @@ public:
         ++powerOffs;
         return !refusesPowerOff;
     }
+    bool restart() override
+    {
+        ++restarts;
+        return !refusesPowerOff;
+    }
     QStringList blockers(Change) override { return blocking; }
     bool isKeptAwakeElsewhere() override { return keptAwakeElsewhere; }
     bool isGoingOff() override { return goesOff; }
@@ -105,7 +110,8 @@ public:
     int consents = 0;
     int sleeps = 0;
     int powerOffs = 0;
-    bool refusesPowerOff = false;
+    int restarts = 0;
+    bool refusesPowerOff = false; // and to be restarted
     bool refusesSleep = false;
     bool isSleepless = false;
 

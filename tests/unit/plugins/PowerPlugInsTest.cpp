@@ -15,7 +15,7 @@ using namespace dozely;
 
 using namespace std::chrono_literals;
 
-/// The bundles that put the machine to sleep and switch it off, as they are built.
+/// The bundles that put the machine to sleep, switch it off and restart it, as they are built.
 class PowerPlugInsTest : public BundleFixture
 {
 protected:
@@ -72,12 +72,25 @@ TEST_F(PowerPlugInsTest, PowerOffSaysThatTheMachineRefused)
     EXPECT_EQ(messages().last(), "PowerOff: the machine does not let itself be switched off.");
 }
 
-TEST_F(PowerPlugInsTest, BothWaitWhileOthersForbidItAndNameThem)
+TEST_F(PowerPlugInsTest, RestartRestartsTheMachineInTheDaemonOrSaysThatItRefused)
+{
+    const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, "Restart");
+    ASSERT_NE(plugIn, nullptr);
+    plugIn->actInDaemon();
+    EXPECT_EQ(power->restarts, 1);
+    EXPECT_EQ(power->powerOffs, 0);
+    EXPECT_EQ(messages(), QStringList{"Restart: the machine is asked to restart."});
+    power->refusesPowerOff = true;
+    plugIn->actInDaemon();
+    EXPECT_EQ(messages().last(), "Restart: the machine does not let itself be restarted.");
+}
+
+TEST_F(PowerPlugInsTest, AllWaitWhileOthersForbidItAndNameThem)
 {
     const auto clock = std::make_shared<FakeClock>();
     Port<Clock>::current() = clock;
-    for (const QString name : {"Sleep", "PowerOff"}) {
-        power->sleeps = power->powerOffs = 0;
+    for (const QString name : {"Sleep", "PowerOff", "Restart"}) {
+        power->sleeps = power->powerOffs = power->restarts = 0;
         power->blocking = {"apt: Upgrades packages"};
         const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, name);
         plugIn->setParameters(QVariantMap{});
@@ -89,11 +102,11 @@ TEST_F(PowerPlugInsTest, BothWaitWhileOthersForbidItAndNameThem)
         QMetaObject::invokeMethod(plugIn.get(), "isActing", Q_RETURN_ARG(bool, isActing));
         EXPECT_TRUE(isActing);
         clock->advance(9min);
-        EXPECT_EQ(power->sleeps + power->powerOffs, 0);
+        EXPECT_EQ(power->sleeps + power->powerOffs + power->restarts, 0);
         EXPECT_EQ(messages().filter(name + ": held up").size(), 1) << "once";
         power->blocking.clear();
         clock->advance(10s);
-        EXPECT_EQ(power->sleeps + power->powerOffs, 1);
+        EXPECT_EQ(power->sleeps + power->powerOffs + power->restarts, 1);
         EXPECT_EQ(ended.size(), 1);
     }
 }
@@ -127,14 +140,14 @@ TEST_F(PowerPlugInsTest, NoNumberButOneForcesIt)
     const auto clock = std::make_shared<FakeClock>();
     Port<Clock>::current() = clock;
     power->blocking = {"apt: Upgrades packages"};
-    for (const QString name : {"Sleep", "PowerOff"}) {
+    for (const QString name : {"Sleep", "PowerOff", "Restart"}) {
         const auto plugIn = make<WDDaemonPlugIn>(daemonLoader, name);
         plugIn->setParameters(QVariantMap{{"Force", (1LL << 32) + 1}});
         plugIn->actInDaemon();
         clock->advance(10min);
         EXPECT_EQ(messages().last(), name + ": given up, held up by apt: Upgrades packages.");
     }
-    EXPECT_EQ(power->powerOffs + power->sleeps, 0);
+    EXPECT_EQ(power->powerOffs + power->sleeps + power->restarts, 0);
 }
 
 TEST_F(PowerPlugInsTest, TwoOrdersWhileOneWaitsAreOne)
@@ -158,7 +171,7 @@ TEST_F(PowerPlugInsTest, BesideTheAlertANoticeNamesWhoForbidsIt)
     const auto desktop = std::make_shared<FakeUserNotificationPresenter>();
     Port<UserNotificationPresenter>::current() = desktop;
     UserLanguages::set({"en"});
-    for (const QString name : {"Sleep", "PowerOff"}) {
+    for (const QString name : {"Sleep", "PowerOff", "Restart"}) {
         desktop->shown.clear();
         desktop->closed.clear();
         power->blocking = {"apt: Upgrades\npackages"};
@@ -185,9 +198,9 @@ TEST_F(PowerPlugInsTest, BesideTheAlertANoticeNamesWhoForbidsIt)
     }
 }
 
-TEST_F(PowerPlugInsTest, BothActInTheDaemonAndDoNotKeepTheMachineAwake)
+TEST_F(PowerPlugInsTest, AllActInTheDaemonAndDoNotKeepTheMachineAwake)
 {
-    for (const QString name : {"Sleep", "PowerOff"}) {
+    for (const QString name : {"Sleep", "PowerOff", "Restart"}) {
         const QVariantMap info = make<WDDaemonPlugIn>(daemonLoader, name)->bundle()->infoDictionary();
         EXPECT_EQ(info.value("WDActsInUserAgent"), QVariant(false));
         EXPECT_EQ(info.value("WDInhibitsSleep"), QVariant(false));
@@ -196,9 +209,9 @@ TEST_F(PowerPlugInsTest, BothActInTheDaemonAndDoNotKeepTheMachineAwake)
     }
 }
 
-TEST_F(PowerPlugInsTest, BothAlertWithALeadTimeAndCancelWhenTheButtonIsPressed)
+TEST_F(PowerPlugInsTest, AllAlertWithALeadTimeAndCancelWhenTheButtonIsPressed)
 {
-    for (const QString name : {"Sleep", "PowerOff"}) {
+    for (const QString name : {"Sleep", "PowerOff", "Restart"}) {
         const auto plugIn = make<WDUserAgentPlugIn>(agentLoader, name);
         ASSERT_NE(plugIn, nullptr) << name.toStdString();
         plugIn->setParameters(QVariantMap{{"Alert", 1LL}, {"Delay before alert", 60LL}});
@@ -211,7 +224,7 @@ TEST_F(PowerPlugInsTest, BothAlertWithALeadTimeAndCancelWhenTheButtonIsPressed)
         // Nothing acts in the session.
         plugIn->actInUserAgent();
     }
-    EXPECT_EQ(power->sleeps + power->powerOffs, 0);
+    EXPECT_EQ(power->sleeps + power->powerOffs + power->restarts, 0);
 }
 
 TEST_F(PowerPlugInsTest, AreNamedInTheLanguagesOfTheSystem)
@@ -219,6 +232,7 @@ TEST_F(PowerPlugInsTest, AreNamedInTheLanguagesOfTheSystem)
     const QMap<QString, QStringList> names{
         {"Sleep", {"Sleep", "Mise en veille", "Ruhezustand", "Reposo"}},
         {"PowerOff", {"Power Off", "Extinction", "Ausschalten", "Apagado"}},
+        {"Restart", {"Restart", "Redémarrage", "Neustart", "Reinicio"}},
     };
     const QStringList languages{"en_US.UTF-8", "fr_FR.UTF-8", "de_DE.UTF-8", "es_ES.UTF-8"};
     for (const QString &bundle : names.keys()) {

@@ -358,6 +358,11 @@ bool LogindPower::powerOff()
     return order("PowerOff");
 }
 
+bool LogindPower::restart()
+{
+    return order("Reboot");
+}
+
 QStringList LogindPower::blockers(Change change)
 {
     const QString wanted = change == Change::Sleep ? "sleep" : "shutdown";

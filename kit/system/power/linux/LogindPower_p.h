@@ -35,6 +35,7 @@ public:
     bool canSleep() override;
     bool sleep() override;
     bool powerOff() override;
+    bool restart() override;
     QStringList blockers(Change change) override;
     bool isKeptAwakeElsewhere() override;
     bool isGoingOff() override;

@@ -73,6 +73,7 @@ public:
         return !refusesSleep;
     }
     bool powerOff() override { return true; }
+    bool restart() override { return true; }
     QStringList blockers(Change) override { return {}; }
     bool isKeptAwakeElsewhere() override { return false; }
     bool isGoingOff() override { return false; }

@@ -2,14 +2,16 @@
 #pragma once
 
 #include "DozelyKit/plugin/WDPlugIn.h"
-#include "plugins/common/BlockerNotice.h"
+#include "plugins/common/system/BlockerNotice.h"
 
-/// The alert before the daemon switches the machine off, which the user may cancel. Nothing acts in the
+/// The alert before the daemon does something to the machine, which the user may cancel. Nothing acts in the
 /// session.
-class PowerOffUserAgentPlugIn : public WDUserAgentPlugIn
+class PowerUserAgentPlugIn : public WDUserAgentPlugIn
 {
     Q_OBJECT
 public:
+    explicit PowerUserAgentPlugIn(dozely::SystemPower::Change change) : m_notice(change) {}
+
     /// Shows the alert, and beside it who forbids the action for now.
     void anticipateBeforeSelfAction() override;
     void stopAnticipation() override;
@@ -20,5 +22,5 @@ public:
                                                   const std::shared_ptr<NSUserNotification> &notification);
 
 private:
-    BlockerNotice m_notice{dozely::SystemPower::Change::PowerOff};
+    BlockerNotice m_notice;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "plugins/common/BlockerNotice.h"
+#include "plugins/common/system/BlockerNotice.h"
 
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "DozelyKit/core/log/LogLabel.h"

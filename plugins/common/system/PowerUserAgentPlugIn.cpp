@@ -1,24 +1,24 @@
 // SPDX-License-Identifier: MIT
-#include "plugins/PowerOff/PowerOffUserAgentPlugIn.h"
+#include "plugins/common/system/PowerUserAgentPlugIn.h"
 
 #include "DozelyKit/plugin/Names.h"
 
 using namespace dozely;
 
-void PowerOffUserAgentPlugIn::anticipateBeforeSelfAction()
+void PowerUserAgentPlugIn::anticipateBeforeSelfAction()
 {
     WDUserAgentPlugIn::anticipateBeforeSelfAction();
     if (longIntegerParameter(ParameterKey::alert) != 0)
         m_notice.show(*this);
 }
 
-void PowerOffUserAgentPlugIn::stopAnticipation()
+void PowerUserAgentPlugIn::stopAnticipation()
 {
     WDUserAgentPlugIn::stopAnticipation();
     m_notice.withdraw();
 }
 
-void PowerOffUserAgentPlugIn::userNotificationCenterDidActivateNotification(
+void PowerUserAgentPlugIn::userNotificationCenterDidActivateNotification(
     NSUserNotificationCenter *, const std::shared_ptr<NSUserNotification> &)
 {
     cancelEvent();
