@@ -12,7 +12,7 @@ import subprocess
 
 import scratch_desktop
 from bus_system import ALICE, OWN, WAKE, BusSystem
-from controlled import DUE, NOW, PAST, SECOND, START, TIMERS, Page, nanoseconds
+from controlled import DUE, NOW, PAST, PERFORMERS, SECOND, START, TIMERS, Page, nanoseconds
 from scratch_system import APPLICATION, START_LIMIT, Failure
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -57,12 +57,25 @@ class Clock:
         self.timers = {}
         self.now = now
 
-    def environment(self, name):
-        """What a program needs to have this clock; what it has to inherit are timers(name)."""
+    def page(self, name):
         page = self.pages[name] = Page(self.system.path(f"run/{name.replace(' ', '-')}-page"))
-        timers = self.timers[name] = [os.eventfd(0, os.EFD_NONBLOCK | os.EFD_CLOEXEC) for _ in range(TIMERS)]
         page.numbers[START] = nanoseconds(self.now) - 86400 * SECOND
         page.numbers[NOW] = nanoseconds(self.now) + PAST
+        return page
+
+    def wrap(self, program):
+        """Has whoever starts the program get one with this clock."""
+        page = self.page(os.path.basename(program))
+        os.rename(program, program + ".timed")
+        with open(program, "w", encoding="utf-8") as script:
+            script.write(f"#!/bin/sh\nexport LD_PRELOAD='{self.shim}' DOZELY_SHIM='{page.path}'\n"
+                         f"exec '{program}.timed' \"$@\"\n")
+        os.chmod(program, 0o755)
+
+    def environment(self, name):
+        """What a program needs to have this clock; what it has to inherit are its timers."""
+        page = self.page(name)
+        timers = self.timers[name] = [os.eventfd(0, os.EFD_NONBLOCK | os.EFD_CLOEXEC) for _ in range(TIMERS)]
         return {"LD_PRELOAD": self.shim, "DOZELY_SHIM": page.path, "DOZELY_SHIM_TIMERS": ",".join(map(str, timers))}
 
     def move(self, date):
@@ -70,7 +83,7 @@ class Clock:
         for page in self.pages.values():
             page.numbers[NOW] = nanoseconds(date) + PAST
         for name, page in self.pages.items():
-            for i, timer in enumerate(self.timers[name]):
+            for i, timer in enumerate(self.timers.get(name, ())):
                 if 0 < page.numbers[DUE + i] <= nanoseconds(date) + PAST:
                     os.eventfd_write(timer, 1)
 
@@ -159,6 +172,8 @@ class Desk(BusSystem):
         os.chown(home, self.user.pw_uid, self.user.pw_gid)
         if self.shim:
             self.clock = Clock(self, self.shim, MORNING)
+            for name in PERFORMERS:
+                self.clock.wrap(self.path(os.path.join(self.helper_programs(), name)))
 
     def start(self, name, arguments, as_user=False, piped=False, **more):  # pylint: disable=arguments-differ
         """`piped`: lines are written to it and read from it."""
