@@ -2,6 +2,7 @@
 // How the daemon learns what is wanted.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/common/bus/SchedulerNames.h"
 
 #include <QPointer>
 
@@ -15,6 +16,21 @@ void ScheduleBook::apply()
         if (entry.isChanged())
             m_toApply += entry.key;
     }
+    m_toApplyAnyway.clear();
+    beginApplying();
+}
+
+void ScheduleBook::applyAnyway(const QString &key)
+{
+    if (m_isApplying || !entry(key) || !entry(key)->isChanged())
+        return;
+    m_toApply = {key};
+    m_toApplyAnyway = key;
+    beginApplying();
+}
+
+void ScheduleBook::beginApplying()
+{
     if (m_toApply.isEmpty())
         return;
     m_failures = 0;
@@ -40,6 +56,7 @@ void ScheduleBook::applyNext()
     const BookEntry &entry = *this->entry(key);
     const Values sent = entry.wanted;
     const QString identifier = entry.identifier;
+    const bool isAnyway = key == m_toApplyAnyway;
     const auto answered = [self = QPointer(this), key, sent, identifier](const Result<void> &done) {
         if (!self)
             return;
@@ -53,7 +70,10 @@ void ScheduleBook::applyNext()
     if (!entry.isChanged()) {
         applyNext(); // taken back while another one was under way
     } else if (!entry.applied) {
-        m_client.add(*sent, [self = QPointer(this), key, sent](const Result<QString> &added) {
+        QVariantMap wish = *sent;
+        if (isAnyway)
+            wish.insert(ScheduleKey::anyway, true);
+        m_client.add(wish, [self = QPointer(this), key, sent](const Result<QString> &added) {
             if (!self)
                 return;
             if (added)
@@ -68,6 +88,8 @@ void ScheduleBook::applyNext()
         QVariantMap changes = entry.changes();
         if (!entry.revision.isEmpty())
             changes.insert(ScheduleKey::revision, entry.revision);
+        if (isAnyway)
+            changes.insert(ScheduleKey::anyway, true);
         m_client.change(identifier, changes, answered);
     }
 }
@@ -79,6 +101,7 @@ void ScheduleBook::noteApplied(const QString &key, const Values &sent, const QSt
     entry.applied = sent;
     entry.identifier = identifier;
     entry.failure.clear();
+    entry.isInfeasible = false;
     entry.isChangedElsewhere = false;
     entry.revision.clear();
     if (!sent)
@@ -94,6 +117,10 @@ void ScheduleBook::noteFailure(const QString &key, const Error &error)
     const int row = rowOf(key);
     BookEntry &entry = m_entries[row];
     entry.failure = error.text;
+    entry.isInfeasible = error.name == ScheduleError::notFeasible;
+    if (entry.isInfeasible && entry.failure.endsWith(SchedulerNames::anywayHint))
+        entry.failure.chop(
+            static_cast<qsizetype>(qstrlen(SchedulerNames::anywayHint))); // which is a button here
     // Another one by now: what it is, the person sees before trying again.
     if ((error.name == ScheduleError::changed || error.name == ScheduleError::noSuchSchedule) &&
         !entry.identifier.isEmpty())

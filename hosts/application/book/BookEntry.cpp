@@ -46,6 +46,8 @@ QVariantMap BookEntry::changes() const
             changes.insert(name, wanted->value(name));
         else if (name == ScheduleKey::repeats)
             changes.insert(name, QVariantMap());
+        else if (name == ScheduleKey::owner)
+            changes.insert(name, QString());
         else if (applied->value(name).typeId() == QMetaType::QString)
             changes.insert(name, QString());
     }
@@ -92,5 +94,6 @@ void BookEntry::takeOverRemoval()
     identifier.clear();
     revision.clear();
     failure.clear();
+    isInfeasible = false;
     next = {};
 }

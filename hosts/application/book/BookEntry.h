@@ -25,6 +25,7 @@ struct BookEntry {
     QString revision;                ///< Of what is applied.
     bool mayChange = true;           ///< Whether the caller may change it without a password.
     QString failure;                 ///< Why it could not be applied, a sentence; empty: no such thing.
+    bool isInfeasible = false;       ///< It failed because nothing could come of it.
     bool isChangedElsewhere = false; ///< Somebody else changed the same as the person here, since.
 
     bool isChanged() const { return wanted != applied; }

@@ -68,6 +68,9 @@ public:
     /// Tells the daemon all that is changed, one schedule after the other, since the person may be asked for
     /// a password for each. What fails stays changed, with its failure.
     void apply();
+
+    /// The same for one schedule, also when nothing could come of it.
+    void applyAnyway(const QString &key);
     bool isApplying() const { return m_isApplying; }
 
 Q_SIGNALS:
@@ -99,6 +102,7 @@ private:
     void refreshOne(const QString &identifier);
     int rowOfIdentifier(const QString &identifier) const;
 
+    void beginApplying();
     void applyNext();
     void noteApplied(const QString &key, const Values &sent, const QString &identifier);
     void noteFailure(const QString &key, const dozely::Error &error);
@@ -112,7 +116,8 @@ private:
     int m_made = 0; // keys so far
 
     bool m_isApplying = false;
-    QStringList m_toApply; // keys
+    QStringList m_toApply;   // keys
+    QString m_toApplyAnyway; // one of them
     int m_failures = 0;
     QStringList m_changedMeanwhile; // identifiers that were told of while something was applied
     bool m_allChangedMeanwhile = false;

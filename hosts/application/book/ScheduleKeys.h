@@ -23,6 +23,9 @@ inline constexpr QLatin1StringView missedLimit("missedLimit");
 inline constexpr QLatin1StringView overlap("overlap");
 inline constexpr QLatin1StringView after("after");
 
+/// What is told besides, to have done what nothing could come of.
+inline constexpr QLatin1StringView anyway("anyway");
+
 /// What answers have besides.
 /// @{
 inline constexpr QLatin1StringView next("next");
@@ -36,4 +39,5 @@ namespace ScheduleError
 {
 inline constexpr char noSuchSchedule[] = "com.dozely.Error.NoSuchSchedule";
 inline constexpr char changed[] = "com.dozely.Error.Changed";
+inline constexpr char notFeasible[] = "com.dozely.Error.NotFeasible";
 } // namespace ScheduleError

@@ -930,6 +930,14 @@
         <source>Choice of an action</source>
         <translation>اختيار إجراء</translation>
     </message>
+    <message>
+        <source>This was not applied: %1</source>
+        <translation>لم يُطبَّق هذا: %1</translation>
+    </message>
+    <message>
+        <source>Apply all the same</source>
+        <translation>التطبيق رغم ذلك</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleHeader</name>

@@ -922,6 +922,14 @@
         <source>Choice of an action</source>
         <translation>Wahl einer Aktion</translation>
     </message>
+    <message>
+        <source>This was not applied: %1</source>
+        <translation>Das wurde nicht angewendet: %1</translation>
+    </message>
+    <message>
+        <source>Apply all the same</source>
+        <translation>Trotzdem anwenden</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleHeader</name>

@@ -922,6 +922,14 @@
         <source>Choice of an action</source>
         <translation>Elección de una acción</translation>
     </message>
+    <message>
+        <source>This was not applied: %1</source>
+        <translation>Esto no se aplicó: %1</translation>
+    </message>
+    <message>
+        <source>Apply all the same</source>
+        <translation>Aplicar de todos modos</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleHeader</name>

@@ -922,6 +922,14 @@
         <source>Choice of an action</source>
         <translation>Choix d’une action</translation>
     </message>
+    <message>
+        <source>This was not applied: %1</source>
+        <translation>Ceci n’a pas été appliqué : %1</translation>
+    </message>
+    <message>
+        <source>Apply all the same</source>
+        <translation>Appliquer quand même</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleHeader</name>

@@ -920,6 +920,14 @@
         <source>Choice of an action</source>
         <translation>アクションの選択</translation>
     </message>
+    <message>
+        <source>This was not applied: %1</source>
+        <translation>適用されませんでした: %1</translation>
+    </message>
+    <message>
+        <source>Apply all the same</source>
+        <translation>それでも適用</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleHeader</name>

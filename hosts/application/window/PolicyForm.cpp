@@ -45,6 +45,8 @@ PolicyForm::PolicyForm(quint32 user, QWidget *parent)
         Q_EMIT edited({{ScheduleKey::after, m_after->currentData()}}, tr("Change of what comes afterwards"));
     });
     connect(m_person, &QComboBox::activated, this, [this] {
+        if (m_person->currentData() == SomebodyElse)
+            return; // as it is
         const bool isMine = m_person->currentData() == InMySession;
         Q_EMIT edited({{ScheduleKey::owner, isMine ? QVariant(m_user) : QVariant()},
                        {ScheduleKey::actsIn, isMine ? "session" : "daemon"}},
@@ -100,10 +102,9 @@ void PolicyForm::showPerson(const BookEntry &entry, const ActionBundle &action)
         m_person->addItem(text, SomebodyElse);
     }
     m_person->setCurrentIndex(m_person->findData(person));
-    // Whose a schedule is, is settled when it is made.
-    m_person->setEnabled(!entry.applied);
     QString hint;
-    if (person == AsRoot && !entry.applied)
+    const bool wasRoots = entry.applied && !entry.applied->contains(ScheduleKey::owner);
+    if (person == AsRoot && !wasRoots)
         hint = tr("You will be asked for an administrator's password.");
     else if (entry.applied && !entry.mayChange)
         hint = tr("Changing this schedule needs an administrator's password.");

@@ -174,6 +174,9 @@ void ScheduleEditor::showNotice()
     else if (entry.isChangedElsewhere)
         m_notice->tell(NoticeBar::Kind::Warning,
                        tr("Somebody else has removed this schedule. Applying your changes adds it again."));
+    else if (entry.isInfeasible)
+        m_notice->tell(NoticeBar::Kind::Warning, tr("This was not applied: %1").arg(entry.failure),
+                       {{tr("Apply all the same"), [this] { m_book.applyAnyway(m_key); }}});
     else if (!entry.failure.isEmpty())
         m_notice->tell(NoticeBar::Kind::Warning, tr("This could not be applied: %1").arg(entry.failure));
     else

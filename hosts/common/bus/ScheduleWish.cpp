@@ -137,7 +137,9 @@ private:
     {
         m_schedule.isEnabled = get<bool>("isEnabled", "a boolean").value_or(m_schedule.isEnabled);
         m_schedule.staysWhenOver = get<bool>("staysWhenOver", "a boolean").value_or(m_schedule.staysWhenOver);
-        if (const auto owner = get<quint32>("owner", "a user id, an unsigned number of 32 bits"))
+        if (m_wish.value("owner") == QVariant(QString())) // nobody's, which is root's
+            m_schedule.owner.reset();
+        else if (const auto owner = get<quint32>("owner", "a user id, an unsigned number of 32 bits"))
             m_schedule.owner = *owner;
     }
 

@@ -44,22 +44,23 @@ Result<void> checkShare(const QList<Schedule> &schedules, const ScheduleEdits::A
     return {};
 }
 
+Error notFeasible(const QString &sentence)
+{
+    return {sentence + SchedulerNames::anywayHint, SchedulerNames::notFeasible};
+}
+
 Result<void> checkFeasible(const Schedule &schedule, bool isOfAdministrator)
 {
     if (Feasibility::hasIdleAfterAction(schedule))
-        return Error{
-            "What is to follow comes only where the machine was woken or switched on for the action. With "
-            "\"anyway\" it is done all the same.",
-            SchedulerNames::invalidSchedule};
+        return notFeasible(
+            "What is to follow comes only where the machine was woken or switched on for the action.");
     if (isUsersOwnBundle(schedule))
         return {}; // of which nothing is read here
     const auto why = Feasibility::reasonAgainst(
         schedule, isOfAdministrator ? Feasibility::Sight::Everything : Feasibility::Sight::WhatAllMaySee);
     if (!why)
         return {};
-    return Error{
-        QString("Nothing could come of it: %1. With \"anyway\" it is done all the same.").arg(logLabel(*why)),
-        SchedulerNames::invalidSchedule};
+    return notFeasible(QString("Nothing could come of it: %1.").arg(logLabel(*why)));
 }
 } // namespace
 

@@ -220,7 +220,8 @@ void SchedulerBus::add(const Request &request)
         ScheduleWish::made(QUuid::createUuid().toString(QUuid::WithoutBraces), wish, m_clock->currentDate());
     if (!made)
         return request.call.refuse(invalid(made.error().text));
-    settleOwner(*made, request.caller);
+    if (!wish.contains("owner"))
+        settleOwner(*made, request.caller);
     settlePlace(*made, request.caller);
     const Schedule schedule = *made;
     const auto alter = [schedule](QList<Schedule> &schedules) -> Result<ScheduleEdits::Altered> {

@@ -160,14 +160,14 @@ def rights(system):
     nowhere = wish(parameters={"Program": "/usr/bin/touch", "Acts In User Agent": 0})
     del nowhere["actsIn"]
     for forged in (wish(owner=0), wish(owner=BOB), wish(actsIn="daemon"), nowhere, wish(actsIn="", owner=BOB),
-                   wish(bundlePath="/tmp/Other.plugin"), wish(bundlePath=folder + "/Other.plugin")):
+                   wish(owner=""), wish(bundlePath="/tmp/Other.plugin"), wish(bundlePath=folder + "/Other.plugin")):
         same(system.error(ALICE, "Add", forged), "NotAllowed")
         same(system.polkit("GetQuestions"), [f"{ALICE} {ALL} 1"])
     for method, more in (("Remove", []), ("SetEnabled", [False]), ("RunNow", []), ("Skip", [""]), ("Postpone", ["", 60]),
                          ("Change", [{"name": "Mine"}]), ("History", [5])):
         same(system.error(BOB, method, own, *more), "NotAllowed")
         same(system.polkit("GetQuestions"), [f"{BOB} {ALL} 1"])
-    for change in ({"owner": BOB}, {"owner": 0}, {"actsIn": "daemon"}, {"bundlePath": "/tmp/Other.plugin"}):
+    for change in ({"owner": BOB}, {"owner": 0}, {"owner": ""}, {"actsIn": "daemon"}, {"bundlePath": "/tmp/Other.plugin"}):
         same(system.error(ALICE, "Change", own, change), "NotAllowed")
         same(system.polkit("GetQuestions"), [f"{ALICE} {ALL} 1"])
     same([each["owner"] for each in system.ask(BOB, "List")], [ALICE])
@@ -185,6 +185,13 @@ def rights(system):
     backup = json.loads(process.communicate(timeout=60)[0])
     got = system.ask(BOB, "Get", backup)
     same(["owner" in got, got["actsIn"], got["mayChange"]], [False, "daemon", False])
+    # So he may give it to somebody, and take it away again.
+    system.answer(BOB, ALL, "yes")
+    for owner, place, told in ((ALICE, "session", ALICE), ("", "daemon", None), (BOB, "session", BOB)):
+        same(system.ask(BOB, "Change", backup, {"owner": owner, "actsIn": place}), None)
+        same([system.ask(0, "Get", backup).get(key) for key in ("owner", "actsIn")], [told, place])
+    got = system.ask(BOB, "Get", system.ask(BOB, "Add", wish("Of whoever is there", owner="")))
+    same(["owner" in got, got["actsIn"]], [False, "session"])
 
 
 def a_question_is_open(system):
@@ -227,10 +234,12 @@ def refusals(system):
                   wish(date="tomorrow"), wish(date="2090-01-01T12:00:00"), wish(date="2001-01-01T12:00:00Z"), wish(date=""),
                   wish(timeZone="Mars/Olympus"), wish(repeats={"rule": "FREQ=NEVER"}), wish(repeats={"role": "x"}),
                   wish(bundlePath="Command.plugin"), wish(bundlePath="/a/../b"), wish(missed="maybe"), wish(missedLimit=5),
-                  wish(overlap="run"), wish(after="sleep"), wish(isEnabled="yes"), wish(anyway="yes"), wish(identifier="x"),
-                  wish(parameters={"Program": "/usr/bin/no-such-program"}), wish(parameters={}), wish(actsIn="space"),
-                  wish(bundlePath="/Library/Application Support/Dozely/PlugIns/None.plugin")):
+                  wish(overlap="run"), wish(isEnabled="yes"), wish(anyway="yes"), wish(identifier="x"),
+                  wish(actsIn="space"), wish(owner="nobody")):
         same(system.error(ALICE, "Add", wrong), "InvalidSchedule")
+    for idle in (wish(after="sleep"), wish(parameters={"Program": "/usr/bin/no-such-program"}), wish(parameters={}),
+                 wish(bundlePath="/Library/Application Support/Dozely/PlugIns/None.plugin")):
+        same(system.error(ALICE, "Add", idle), "NotFeasible")
     for wrong in ({"identifier": "x"}, {"name": "\n"}, {"repeats": {"rule": 5}}, {"revision": 5}, {"inWords": "x"}):
         same(system.error(ALICE, "Change", identifier, wrong), "InvalidSchedule")
     same(system.error(ALICE, "Postpone", identifier, "", 0), "NotPossible")

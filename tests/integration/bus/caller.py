@@ -19,7 +19,7 @@ import dbus.mainloop.glib
 from gi.repository import GLib
 
 INTERFACE = "com.dozely.Scheduler1"
-TYPES = {"owner": dbus.UInt32, "missedLimit": dbus.UInt64}
+TYPES = {"owner": lambda owner: owner if isinstance(owner, str) else dbus.UInt32(owner), "missedLimit": dbus.UInt64}
 
 
 def wire(value):

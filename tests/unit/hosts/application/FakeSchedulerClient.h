@@ -17,7 +17,7 @@ public:
     QList<QVariantMap> occurrences;       ///< What Next tells.
     QList<QVariantMap> outcomes;          ///< What History tells.
     QVariantMap told;                     ///< The properties.
-    QVariantMap wakeTrial;                 ///< What TestWaking tells.
+    QVariantMap wakeTrial;                ///< What TestWaking tells.
     bool isThere = true;
     std::optional<Error> refusal; ///< Of all that would change something.
     QStringList calls;            ///< "add backup", "change 1 name,revision"
@@ -29,6 +29,9 @@ public:
         QVariantMap &schedule = schedules[identifier];
         for (auto it = changes.cbegin(); it != changes.cend(); ++it)
             schedule.insert(it.key(), it.value());
+        if (schedule.value("owner") == QVariant(QString()))
+            schedule.remove("owner");
+        schedule.remove("anyway");
         schedule.insert("revision", QString("r%1").arg(++m_revisions));
         Q_EMIT schedulesChanged({identifier});
     }

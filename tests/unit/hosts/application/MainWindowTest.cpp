@@ -229,7 +229,66 @@ TEST_F(MainWindowTest, MakesANewScheduleTheAdministrators)
     press("apply");
     EXPECT_FALSE(client.schedules.value("added-1").contains("owner"));
     EXPECT_EQ(client.schedules.value("added-1").value("actsIn"), "daemon");
-    EXPECT_FALSE(person->isEnabled()) << "whose it is, is settled";
+}
+
+TEST_F(MainWindowTest, MakesAScheduleTheAdministratorsAndBack)
+{
+    client.schedules["1"]["parameters"] = QVariantMap{{"Text", "hello"}, {"Acts In User Agent", 1}};
+    open();
+    auto *const person = find<QComboBox>("person");
+    const auto choose = [&](int row) {
+        person->setCurrentIndex(row);
+        Q_EMIT person->activated(row);
+        settle();
+    };
+    EXPECT_TRUE(person->isEnabled());
+    choose(1);
+    EXPECT_TRUE(says("You will be asked for an administrator's password."));
+    press("apply");
+    EXPECT_EQ(client.lastChanges.value("owner"), QVariant(QString())) << "which says: nobody's";
+    EXPECT_FALSE(client.schedules["1"].contains("owner"));
+    EXPECT_EQ(client.schedules["1"]["actsIn"], "daemon");
+    EXPECT_FALSE(window->book().hasChanges());
+    choose(0);
+    press("apply");
+    EXPECT_EQ(client.schedules["1"]["owner"], QVariant(anna));
+    EXPECT_EQ(client.schedules["1"]["actsIn"], "session");
+}
+
+TEST_F(MainWindowTest, LeavesAsItIsWhatIsSomebodyElses)
+{
+    client.schedules["1"]["owner"] = 1234U;
+    open();
+    auto *const person = find<QComboBox>("person");
+    EXPECT_EQ(person->currentText(), "Another user (number 1234)");
+    Q_EMIT person->activated(person->currentIndex());
+    settle();
+    EXPECT_FALSE(window->book().hasChanges());
+}
+
+TEST_F(MainWindowTest, OffersToApplyAllTheSameWhatNothingCouldComeOf)
+{
+    open();
+    type("name", "Night");
+    client.refusal =
+        dozely::Error{"Nothing could come of it: there is no /x. With \"anyway\" it is done all the same.",
+                      "com.dozely.Error.NotFeasible"};
+    press("apply");
+    ASSERT_TRUE(says("This was not applied: Nothing could come of it: there is no /x."));
+    EXPECT_FALSE(says("anyway"));
+    client.refusal.reset();
+    QPushButton *again = nullptr;
+    for (auto *const button : window->findChildren<QPushButton *>()) {
+        if (button->text() == "Apply all the same")
+            again = button;
+    }
+    ASSERT_NE(again, nullptr);
+    QTest::mouseClick(again, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(client.lastChanges.value("anyway"), true);
+    EXPECT_EQ(client.schedules["1"]["name"], "Night");
+    EXPECT_FALSE(window->book().hasChanges());
+    EXPECT_FALSE(says("This was not applied"));
 }
 
 TEST_F(MainWindowTest, RemovesTheChosenOneAndBringsItBack)

@@ -53,6 +53,9 @@ TEST(ScheduleWish, MakesWhatTakesPlaceOnce)
     EXPECT_EQ(once.date, now.addDays(1));
     EXPECT_EQ(once.timeZone, "Europe/Paris");
     EXPECT_EQ(once.owner, 501U);
+    EXPECT_EQ(ScheduleWish::changed(once, {{"owner", ""}}, now)->owner, std::nullopt);
+    EXPECT_EQ(ScheduleWish::changed(once, {{"owner", 502U}}, now)->owner, 502U);
+    EXPECT_EQ(ScheduleWish::changed(once, {{"name", "Other"}}, now)->owner, 501U);
     EXPECT_EQ(once.parameters, (QVariantMap{{"Acts In User Agent", 1LL}}));
 }
 
@@ -117,6 +120,8 @@ TEST(ScheduleWish, RefusesWithOneSentence)
     EXPECT_EQ(refused(wish({{"colour", "red"}})), "A schedule has no \"colour\" that could be set.");
     EXPECT_EQ(refused(wish({{"identifier", "b"}})), "A schedule has no \"identifier\" that could be set.");
     EXPECT_EQ(refused(wish({{"isEnabled", 1}})), "\"isEnabled\" is not a boolean.");
+    EXPECT_EQ(refused(wish({{"owner", "501"}})),
+              "\"owner\" is not a user id, an unsigned number of 32 bits.");
     EXPECT_EQ(refused(wish({{"owner", 501}})), "\"owner\" is not a user id, an unsigned number of 32 bits.");
     EXPECT_EQ(refused(wish({{"owner", 0xffffffffU}})), "It is no schedule: \"Owner\" is not a user id.");
     EXPECT_EQ(refused(wish({{"name", "  "}})), "A schedule needs a name.");
