@@ -48,6 +48,16 @@ void setAfter(Schedule &schedule, const QString &text, bool isWantedAnyway)
                    .arg(text));
     }
 }
+/// What follows a waking does not stay behind when the waking is taken away.
+void checkAfter(const Schedule &schedule, bool isWantedAnyway)
+{
+    if (!Feasibility::hasIdleAfterAction(schedule) || isWantedAnyway)
+        return;
+    const bool isSleep = schedule.afterAction == AfterAction::Sleep;
+    refuse(
+        QString("--after %1 would never come any more, since it follows a waking: say --after nothing, too.")
+            .arg(isSleep ? "sleep" : "power-off"));
+}
 } // namespace
 
 void PolicyOptions::apply(const AdminOptions &options, Schedule &schedule)
@@ -58,4 +68,6 @@ void PolicyOptions::apply(const AdminOptions &options, Schedule &schedule)
         setOverlap(schedule, options.value("overlap"));
     if (options.isSet("after"))
         setAfter(schedule, options.value("after"), options.isSet("anyway"));
+    else if (options.isSet("no-wake") || options.isSet("no-power-on"))
+        checkAfter(schedule, options.isSet("anyway"));
 }

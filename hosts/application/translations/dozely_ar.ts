@@ -742,6 +742,10 @@
         <source>Af&amp;terwards:</source>
         <translation>&amp;بعد ذلك:</translation>
     </message>
+    <message>
+        <source>This never comes: the computer is neither woken nor switched on for this schedule.</source>
+        <translation>لن يحدث هذا أبدًا: لا يُوقَظ الحاسوب ولا يُشغَّل من أجل هذا الجدول.</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>

@@ -738,6 +738,10 @@
         <source>Af&amp;terwards:</source>
         <translation>&amp;Danach:</translation>
     </message>
+    <message>
+        <source>This never comes: the computer is neither woken nor switched on for this schedule.</source>
+        <translation>Dazu kommt es nie: Der Rechner wird für diesen Zeitplan weder geweckt noch eingeschaltet.</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>

@@ -738,6 +738,10 @@
         <source>Af&amp;terwards:</source>
         <translation>Desp&amp;ués:</translation>
     </message>
+    <message>
+        <source>This never comes: the computer is neither woken nor switched on for this schedule.</source>
+        <translation>Esto no ocurrirá nunca: el equipo no se despierta ni se enciende para esta programación.</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>

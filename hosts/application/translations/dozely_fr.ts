@@ -738,6 +738,10 @@
         <source>Af&amp;terwards:</source>
         <translation>&amp;Ensuite :</translation>
     </message>
+    <message>
+        <source>This never comes: the computer is neither woken nor switched on for this schedule.</source>
+        <translation>Cela n’arrivera jamais : l’ordinateur n’est ni réveillé ni allumé pour cette planification.</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>

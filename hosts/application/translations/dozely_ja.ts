@@ -737,6 +737,10 @@
         <source>Af&amp;terwards:</source>
         <translation>実行後(&amp;T):</translation>
     </message>
+    <message>
+        <source>This never comes: the computer is neither woken nor switched on for this schedule.</source>
+        <translation>このスケジュールのために復帰や起動は行われないため、これは実行されません。</translation>
+    </message>
 </context>
 <context>
     <name>PowerForm</name>

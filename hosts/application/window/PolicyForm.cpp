@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/PolicyForm.h"
 
+#include "DozelyKit/core/foundation/IntegerValue.h"
+#include "DozelyKit/plugin/Names.h"
 #include "hosts/application/book/ScheduleKeys.h"
 #include "hosts/application/when/WheelGuard.h"
 #include "hosts/application/window/FormRows.h"
@@ -9,6 +11,14 @@
 namespace
 {
 enum Person { InMySession, AsRoot, SomebodyElse };
+
+QLabel *newHint()
+{
+    auto *const hint = new QLabel;
+    hint->setWordWrap(true);
+    hint->setForegroundRole(QPalette::PlaceholderText);
+    return hint;
+}
 
 void select(QComboBox &choice, const QString &value, const QString &usual)
 {
@@ -24,7 +34,8 @@ PolicyForm::PolicyForm(quint32 user, QWidget *parent)
       m_missed(new QComboBox),
       m_after(new QComboBox),
       m_person(new QComboBox),
-      m_hint(new QLabel)
+      m_afterHint(newHint()),
+      m_hint(newHint())
 {
     setLayout(m_form);
     m_missed->setObjectName("missed");
@@ -33,9 +44,8 @@ PolicyForm::PolicyForm(quint32 user, QWidget *parent)
     fillChoices();
     FormRows::add(*m_form, tr("If &missed:"), m_missed);
     FormRows::add(*m_form, tr("Af&terwards:"), m_after);
+    FormRows::addBeside(*m_form, m_afterHint);
     FormRows::add(*m_form, tr("Runs &as:"), m_person);
-    m_hint->setWordWrap(true);
-    m_hint->setForegroundRole(QPalette::PlaceholderText);
     FormRows::addBeside(*m_form, m_hint);
 
     connect(m_missed, &QComboBox::activated, this, [this] {
@@ -76,6 +86,15 @@ void PolicyForm::show(const BookEntry &entry, const ActionBundle &action)
 {
     select(*m_missed, entry.value(ScheduleKey::missed).toString(), m_missed->itemData(0).toString());
     select(*m_after, entry.value(ScheduleKey::after).toString(), m_after->itemData(0).toString());
+    const QVariantMap parameters = entry.value(ScheduleKey::parameters).toMap();
+    const bool comesBack =
+        dozely::longIntegerValue(parameters.value(dozely::ParameterKey::needsWakeUp)) == 1 ||
+        dozely::longIntegerValue(parameters.value(dozely::ParameterKey::needsStartup)) == 1;
+    const bool isIdle = m_after->currentIndex() > 0 && !comesBack;
+    m_afterHint->setText(isIdle ? tr("This never comes: the computer is neither woken nor switched on for "
+                                     "this schedule.")
+                                : QString());
+    m_form->setRowVisible(m_afterHint, isIdle);
     showPerson(entry, action);
 }
 

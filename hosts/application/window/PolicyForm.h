@@ -35,5 +35,6 @@ private:
     QComboBox *m_missed;
     QComboBox *m_after;
     QComboBox *m_person;
+    QLabel *m_afterHint;
     QLabel *m_hint;
 };

@@ -141,6 +141,7 @@ TEST_F(HostsTest, TheUserAtTheConsoleIsToldOnceOfAFailureWhereTheScheduleAsksFor
 
 TEST_F(HostsTest, AnAgentShowsATestAlertToItsOwnUserAlone)
 {
+    startDaemon();
     startAgent();
     const NSNotification order("UserAgentMustTestAlertEvent", "com.dozely.App", {});
     if (::geteuid() == 0) { // else everybody is the system

@@ -177,6 +177,20 @@ TEST_F(AdminChangeTest, WhatIsNotThereCannotBeTakenBackNorWhatIsSaidInTheSameBre
                 HasSubstr("\"add\" takes no option --no-wake"));
 }
 
+TEST_F(AdminChangeTest, WhatFollowsAWakingDoesNotStayWithoutOne)
+{
+    addNightly({"--wake", "--power-on", "--after", "sleep"});
+    done({"change", "Backup", "--no-power-on"});
+    EXPECT_THAT(refused({"change", "Backup", "--no-wake"}),
+                HasSubstr("--after sleep would never come any more, since it follows a waking: say --after "
+                          "nothing, too."));
+    EXPECT_EQ(entry()["Parameters"].toMap()["Needs Wake Up"], 1LL);
+    done({"change", "Backup", "--no-wake", "--after", "nothing"});
+    done({"change", "Backup", "--wake", "--after", "sleep"});
+    done({"change", "Backup", "--no-wake", "--anyway"});
+    done({"change", "Backup", "--name", "Other"});
+}
+
 TEST_F(AdminChangeTest, AnotherProgramComesWithoutTheArgumentsOfTheFormer)
 {
     addNightly({"--wake"});

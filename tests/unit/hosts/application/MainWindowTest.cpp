@@ -199,6 +199,20 @@ TEST_F(MainWindowTest, SaysWhatBecomesOfMissedOnesAndWhatComesAfterwards)
     EXPECT_EQ(client.lastChanges.value("after"), "power off");
 }
 
+TEST_F(MainWindowTest, SaysThatWhatFollowsAWakingNeverComesWithoutOne)
+{
+    client.schedules["1"]["parameters"] = QVariantMap{{"Text", "hello"}, {"Needs Wake Up", 1}};
+    client.schedules["1"]["after"] = "sleep";
+    open();
+    EXPECT_FALSE(says("This never comes"));
+    find<QCheckBox>("wakes")->click();
+    settle();
+    EXPECT_TRUE(says("This never comes: the computer is neither woken nor switched on for this schedule."));
+    find<QCheckBox>("switchesOn")->click();
+    settle();
+    EXPECT_FALSE(says("This never comes"));
+}
+
 TEST_F(MainWindowTest, AddsAScheduleToFillIn)
 {
     open();
