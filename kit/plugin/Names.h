@@ -62,8 +62,8 @@ namespace PlugInProperty
 /// A string: the schedule's name, for people, where the action is performed. Missing where none is known.
 inline constexpr char scheduleName[] = "scheduleName";
 
-/// A boolean, before a configuration side's view is loaded: true where the host has places of its own for what
-/// every action has, alert, waking and switching on; the view then need not repeat them. Missing: false.
+/// A boolean, before a configuration side's view is loaded: true where the host has places of its own for
+/// what every action has, alert, waking and switching on; the view then need not repeat them. Missing: false.
 inline constexpr char hostHasUsualOptions[] = "hostHasUsualOptions";
 } // namespace PlugInProperty
 
@@ -132,13 +132,36 @@ inline constexpr QLatin1StringView program("Program"); ///< A string, the progra
 inline constexpr QLatin1StringView arguments("Arguments"); ///< A list of strings; missing: none.
 } // namespace CommandKey
 
-/// Parameters of Sleep.plugin, PowerOff.plugin and Restart.plugin.
+/// Parameters of Sleep.plugin, PowerOff.plugin and Restart.plugin; of LogOut.plugin, which waits a minute.
 namespace PowerKey
 {
-/// The integer 1: it is done also when others have forbidden it for ten minutes. Any other value and a missing
-/// key: it is given up then.
+/// The integer 1: it is done also when others have forbidden it for ten minutes. Any other value and a
+/// missing key: it is given up then.
 inline constexpr QLatin1StringView force("Force");
 } // namespace PowerKey
+
+/// Parameters of Message.plugin.
+namespace MessageKey
+{
+inline constexpr QLatin1StringView text("Text");   ///< A string. Required.
+inline constexpr QLatin1StringView title("Title"); ///< A string; missing or empty: the schedule's name.
+inline constexpr QLatin1StringView sound("Sound"); ///< A name of the desktop's sound theme; missing: none.
+} // namespace MessageKey
+
+/// Parameters of Open.plugin.
+namespace OpenKey
+{
+/// A list of strings: absolute paths of files, folders and applications (".desktop"), names of applications
+/// ("org.example.Player.desktop"), addresses ("https://..."). Required.
+inline constexpr QLatin1StringView items("Items");
+} // namespace OpenKey
+
+/// Parameters of Script.plugin, one of them.
+namespace ScriptKey
+{
+inline constexpr QLatin1StringView script("Script");          ///< A string, the script's text.
+inline constexpr QLatin1StringView scriptFile("Script File"); ///< A string, its absolute path.
+} // namespace ScriptKey
 
 /// The orders: notifications by which daemon, agent and admin tool tell each other what to do, posted by
 /// WDCommunicationCenter and heard on WDNotificationCenter. The object of each is an OrderSender, the user

@@ -40,6 +40,11 @@ public:
     QString actionButtonTitle() const { return m_actionButtonTitle; }
     void setActionButtonTitle(const QString &title) { m_actionButtonTitle = title; }
 
+    /// A name of the desktop's sound theme ("alarm-clock-elapsed"), whose sound is played when the alert comes
+    /// up, where the desktop plays any; without one, what the desktop does by itself.
+    QString soundName() const { return m_soundName; }
+    void setSoundName(const QString &name) { m_soundName = name; }
+
     /// What the application wants to know again when it is called back; shown to nobody.
     QVariantMap userInfo() const { return m_userInfo; }
     void setUserInfo(const QVariantMap &userInfo) { m_userInfo = userInfo; }
@@ -53,6 +58,7 @@ private:
     QString m_identifier;
     QString m_informativeText;
     QString m_actionButtonTitle;
+    QString m_soundName;
     QVariantMap m_userInfo;
     ActivationType m_activationType = ActivationType::None;
 };

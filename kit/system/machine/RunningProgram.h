@@ -19,6 +19,9 @@ public:
     RunningProgram(const RunningProgram &) = delete;
     RunningProgram &operator=(const RunningProgram &) = delete;
 
+    /// The program goes on when this object is destroyed; how it ends is not told any more.
+    void letGo();
+
     /// Sends a signal to the program and its group; nothing once the program has ended.
     void sendSignal(int number) const;
 

@@ -51,7 +51,7 @@ void BusUserNotificationPresenter::show(const Notification &notification)
         m_alerts.push_back(alert);
     }
     alert->content = {notification->title(), notification->informativeText(),
-                      notification->actionButtonTitle()};
+                      notification->actionButtonTitle(), notification->soundName()};
     alert->isWaiting = true;
     if (m_server.isReady())
         send(alert);

@@ -33,14 +33,17 @@ QString quotable(const Error &error)
     return quotable(error.text.isEmpty() ? QString::fromUtf8(error.name) : error.text);
 }
 
-QVariantMap hints()
+QVariantMap hintsFor(const QString &soundName)
 {
-    return {
+    QVariantMap hints{
         // Critical. Of lesser urgency, desktops hide an alert after some seconds whatever its time-out.
         {"urgency", QVariant::fromValue<uchar>(2)},
         {"category", "x-dozely.alert"},
         {"desktop-entry", "dozely-agent"},
     };
+    if (!soundName.isEmpty())
+        hints.insert("sound-name", soundName);
+    return hints;
 }
 } // namespace
 
@@ -180,7 +183,7 @@ void UserNotificationServer::notify(const Content &content, quint32 replaced, No
     const QString text = m_capabilities.contains("body-markup") ? content.text.toHtmlEscaped() : content.text;
     constexpr qint32 untilWithdrawn = 0;
     call("Notify", "susssasa{sv}i",
-         {"Dozely", replaced, "appointment-soon", content.title, text, actions, hints(), untilWithdrawn},
+         {"Dozely", replaced, "appointment-soon", content.title, text, actions, hintsFor(content.soundName), untilWithdrawn},
          [handler = std::move(handler)](const BusConnection::Reply &reply) {
              const QVariant id = BusConnection::firstOf(reply);
              if (!reply)

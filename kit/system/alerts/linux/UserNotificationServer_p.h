@@ -23,6 +23,7 @@ public:
         QString title;
         QString text;        ///< Plain.
         QString actionLabel; ///< Of the action "cancel", the only one ever offered; without a label none is.
+        QString soundName = {}; ///< Of the desktop's sound theme; empty for what the server does by itself.
     };
 
     /// Called from the event loop, `absent` from within `need` too. A handler may call anything.

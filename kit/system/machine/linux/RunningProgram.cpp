@@ -105,6 +105,13 @@ RunningProgram::~RunningProgram()
     ChildStart::waitFor(d->child);
 }
 
+void RunningProgram::letGo()
+{
+    d->watch.watch(-1, 0);
+    d->watch.setDeadline(std::nullopt);
+    d->child = 0; // waited for by whoever waits for what this process leaves
+}
+
 void RunningProgram::sendSignal(int number) const
 {
     if (d->child == 0)
