@@ -9,9 +9,10 @@ class WindowedApplication : public QApplication
 {
     Q_OBJECT
 public:
-    using QApplication::QApplication;
+    WindowedApplication(int &argc, char **argv);
 
     bool notify(QObject *receiver, QEvent *event) override;
+    bool event(QEvent *event) override;
 
 Q_SIGNALS:
     /// The code of `receiver`, or what it called, raised: a sentence.
