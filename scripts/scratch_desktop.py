@@ -76,7 +76,7 @@ class Desktop:
         reading, writing = os.pipe()
         with open(reading, encoding="ascii") as numbers:
             self.system.start("the virtual display",
-                              ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x960x24", "-nolisten", "tcp"],
+                              ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x960x24", "-nolisten", "tcp", "-noreset"],
                               pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             os.close(writing)
             number = numbers.readline().strip()  # comes once clients may connect

@@ -3,10 +3,10 @@
 """The window as a person has it: with a real daemon, a real agent and a real bus, seen and used by the accessibility bus or
 by keys alone.
 
-    application_test.py SCRIPTS BUILD SOURCES CASE [LIBRARY]
+    application_test.py SCRIPTS BUILD SOURCES CASE [LIBRARY [PICTURES]]
 
 LIBRARY is for the cases in CLOCKED the one by which the programs have a clock that the test moves, for "bad_sides" a
-configuration side that does what its bundle says. Exit status: 0 when the case holds.
+configuration side that does what its bundle says. "pictures" writes to the folder PICTURES. Exit status: 0 when the case holds.
 """
 import contextlib
 import datetime
@@ -22,12 +22,13 @@ SCRIPTS, BUILD, SOURCES, CASE = sys.argv[1:5]
 TESTS = SOURCES + "/tests"
 sys.path[:0] = [SCRIPTS, TESTS + "/integration/bus", TESTS + "/faults"]
 from bus_system import OWN, become_root  # noqa: E402 pylint: disable=wrong-import-position
-from desk import PROGRAM, Desk  # noqa: E402 pylint: disable=wrong-import-position
+from desk import DARK_DESKTOP, PROGRAM, Desk  # noqa: E402 pylint: disable=wrong-import-position
 from scratch_system import Failure, schedule, scratch  # noqa: E402 pylint: disable=wrong-import-position
 
 become_root()
+PICTURES = sys.argv[6] if len(sys.argv) > 6 else None
 LIBRARY = sys.argv[5] if len(sys.argv) > 5 else None
-CLOCKED = "path", "path_on_wayland", "keyboard"
+CLOCKED = "path", "path_on_wayland", "keyboard", "pictures"
 Desk.shim = LIBRARY if CASE in CLOCKED else None
 AGENT = "Dozely Agent"
 COMMAND = "/Library/Application Support/Dozely/PlugIns/Command.plugin"
@@ -333,6 +334,93 @@ def session_ends(desk):
     window.send_signal(signal.SIGTERM)
     assert window.wait(PATIENCE) == 0, window.returncode
     desk.end("Dozely")
+
+
+def planned(user):
+    """What somebody may have planned; nothing of it is told to a machine that has no such program."""
+    def daily(hour, minute, days="MO,TU,WE,TH,FR,SA,SU"):
+        return {"rule": f"FREQ=WEEKLY;BYDAY={days}", "localStart": f"2026-03-16T{hour:02}:{minute:02}:00"}
+
+    def command(program, *arguments, **more):
+        return {"bundlePath": COMMAND, "actsIn": "session", "owner": user, "anyway": True,
+                "parameters": {"Program": program, "Arguments": list(arguments), **more}}
+    workdays = "MO,TU,WE,TH,FR"
+    return [
+        {"name": "Wake with music", **command("/usr/bin/pw-play", "/usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga",
+                                              **{"Needs Wake Up": 1, "Needs Startup": 1}), "repeats": daily(6, 55, workdays)},
+        {"name": "Backup at night", **command("/usr/bin/true"), "owner": 0, "actsIn": "daemon", "repeats": daily(3, 0),
+         "missed": "run once"},
+        {"name": "Stand up and walk a few steps", **command("/usr/bin/true"),
+         "repeats": {"rule": "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR;BYHOUR=10,12,14,16;BYMINUTE=0;BYSECOND=0"}},
+        {"name": "Fetch the news", **command("/usr/bin/false"), "repeats": daily(7, 30)},
+        {"name": "Water the plants", **command("/usr/bin/true"), "repeats": daily(18, 15, "MO,FR")},
+        {"name": "Switch off in the evening", "bundlePath": COMMAND.replace("Command", "PowerOff"), "owner": 0,
+         "actsIn": "daemon", "parameters": {"Alert": 1, "Delay before alert": 300}, "repeats": daily(22, 0, workdays),
+         "anyway": True},
+        {"name": "Tax papers", **command("/usr/bin/xdg-open", "/home"), "date": "2026-05-29T16:00:00Z"}]
+
+
+def photograph(desk, name):
+    """Writes what a window of that title shows, without what a window manager has around it."""
+    found = desk.run_as_user(["xdotool", "search", "--onlyvisible", "--name", {"alert": "^Command$"}.get(name, "^Dozely")])
+    done = desk.run_as_user(["import", "-window", found.stdout.split()[-1], "-strip", "png:-"], text=False)
+    assert done.returncode == 0 and len(done.stdout) > 5000, done.stderr
+    with open(os.path.join(PICTURES, f"application-{name}.png"), "wb") as image:
+        image.write(done.stdout)
+
+
+def brightest(desk, place):
+    """Of what the screen shows there, from 0 to 1."""
+    left, top, width, height = place
+    done = desk.run_as_user(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "-format",
+                             "%[fx:maxima]", "info:-"])
+    return float(done.stdout)
+
+
+def pictures(desk):
+    """Those of docs/images: application-NAME.png."""
+    os.makedirs(PICTURES, exist_ok=True)
+    desk.begin_desk()
+    desk.start_agent()
+    person = desk.open_window()
+    person.see("push button", "Something else")
+    photograph(desk, "start")
+    desk.end("Dozely")
+    for wish in planned(desk.user.pw_uid):
+        answer = desk.ask(0, "Add", wish)
+        assert isinstance(answer, str), answer
+    moments = [on_tuesday(*time_of_day) - datetime.timedelta(days=1) for time_of_day in
+               ((10, 0), (18, 15))] + [on_tuesday(3, 0), on_tuesday(7, 30)]
+    for count, moment in enumerate(moments, 1):
+        desk.clock.move(moment)
+        desk.wait_until("the action", PATIENCE, lambda count=count: desk.log_text().count(" ended with status ") >= count)
+        for hour in (12, 14, 16) if count == 1 else ():  # a long meeting
+            stand = next(each["identifier"] for each in desk.ask(0, "List") if "Stand" in each["name"])
+            desk.ask(0, "Skip", stand, f"2026-03-16T{hour}:00:00Z")
+    looks = {"schedules": {}, "dark": DARK_DESKTOP, "arabic": {"LANG": "ar_EG.UTF-8", "LANGUAGE": "ar"}}
+    for name, environment in looks.items():
+        desk.write_colours(name == "dark")
+        person = desk.open_window(**environment)
+        person.choose("list item", "Wake with music,.*")
+        person.see("text", ".*", saying="/usr/bin/pw-play")
+        photograph(desk, name)
+        if name == "dark":
+            assert brightest(desk, person.see("label", "Run pw-play")["place"]) > 0.4, "what is faint cannot be read"
+        if name == "schedules":
+            for tab, seen in (("Month", "table"), ("History", "table cell")):
+                person.press("page tab", tab)
+                person.see(seen)
+                photograph(desk, tab.lower())
+        desk.end("Dozely")
+    water = desk.ask(0, "Add", {**planned(desk.user.pw_uid)[4], "name": "Water the plants again", "repeats": {},
+                                "date": "2026-03-17T07:45:00Z", "parameters": {"Program": "/usr/bin/true", "Alert": 1,
+                                                                               "Delay before alert": 300}})
+    assert isinstance(water, str), water
+    desk.clock.move(on_tuesday(7, 41))
+    person = desk.open_window()
+    person.see("push button", "Later", app=AGENT)
+    person.ready("push button", "Cancel", app=AGENT)
+    photograph(desk, "alert")
 
 
 def main():

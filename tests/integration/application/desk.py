@@ -42,6 +42,7 @@ ForegroundNormal=255,255,255
 BackgroundNormal=49,54,59
 ForegroundNormal=230,230,230
 """
+DARK_DESKTOP = {"QT_QPA_PLATFORMTHEME": "kde", "XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"}
 MORNING = datetime.datetime(2026, 3, 16, 8, 0)  # a Monday; when the clock of a desk begins, UTC
 
 
@@ -228,6 +229,13 @@ class Desk(BusSystem):
             self.session_environment.update(environment)
             self.start("Dozely", [self.path(PROGRAM), "--root", self.root], as_user=True)
         return Person(self)
+
+    def write_colours(self, are_dark):
+        """The colours of the desktop, as DARK_DESKTOP has Qt read them."""
+        folder = self.session_environment["XDG_CONFIG_HOME"]
+        os.makedirs(folder, exist_ok=True)
+        with open(folder + "/kdeglobals", "w", encoding="ascii") as file:
+            file.write(DARK if are_dark else "")
 
     def mark_program(self):
         """A program that leaves a mark, whatever it is given; with the path of the mark."""

@@ -92,6 +92,11 @@ def act(node, *wanted):
     raise Missing(f"it can do {names}")
 
 
+def ready(order):
+    """Waits until it can be used."""
+    usable(order)
+
+
 def press(order):
     act(usable(order), "Press", "Toggle", "ShowMenu")
 
@@ -184,7 +189,7 @@ def show(order):
 
 
 def obey(order):
-    do = {function.__name__: function for function in (press, check, write, read, choose, focus, see, focused, gone, show,
+    do = {function.__name__: function for function in (press, ready, check, write, read, choose, focus, see, focused, gone, show,
                                                        )}[order["do"]]
     deadline = time.monotonic() + order.get("limit", LIMIT)
     while True:
