@@ -9,6 +9,7 @@
 #include "hosts/agent/AlertWindowPresenter.h"
 #include "hosts/agent/QuietMoment.h"
 #include "hosts/agent/SessionBusAddress.h"
+#include "hosts/agent/StatusArea.h"
 #include "hosts/agent/UserAgentController.h"
 #include "hosts/common/events/EventScriptFunction.h"
 #include "hosts/common/events/RequiredEvents.h"
@@ -18,6 +19,7 @@
 #include <QGuiApplication>
 
 #include <csignal>
+#include <optional>
 
 using namespace dozely;
 
@@ -59,7 +61,7 @@ int main(int argc, char **argv)
     QObject::connect(&events, &RequiredEvents::quit, application.get(), &QCoreApplication::quit,
                      Qt::QueuedConnection);
 
-    int status = 0;
+    int exitStatus = 0;
     {
         UserAgentController controller;
         if (windows) {
@@ -68,8 +70,11 @@ int main(int argc, char **argv)
                  [&](const auto &alert, auto choice) { return controller.putOff(alert, choice); }});
             windows->setDetails([&](const auto &alert) { return controller.detailsOf(alert); });
         }
+        std::optional<StatusArea> status;
+        if (windows)
+            status.emplace();
         UserAgentController::askForAnnouncements();
-        status = QCoreApplication::exec();
+        exitStatus = QCoreApplication::exec();
         if (windows) {
             windows->setLater({});
             windows->setDetails({});
@@ -83,5 +88,5 @@ int main(int argc, char **argv)
     center->setConnection(nullptr);
     center->setSocketPort(nullptr);
     ZDRLog("Dozely Agent ended");
-    return status;
+    return exitStatus;
 }

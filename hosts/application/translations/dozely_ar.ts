@@ -1048,6 +1048,21 @@
     </message>
 </context>
 <context>
+    <name>SettingsButton</name>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>Show an icon in the panel</source>
+        <translation>إظهار أيقونة في الشريط</translation>
+    </message>
+    <message>
+        <source>This could not be kept: %1</source>
+        <translation>تعذّر حفظ هذا: %1</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>

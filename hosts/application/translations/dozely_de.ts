@@ -1040,6 +1040,21 @@
     </message>
 </context>
 <context>
+    <name>SettingsButton</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Show an icon in the panel</source>
+        <translation>Symbol in der Leiste zeigen</translation>
+    </message>
+    <message>
+        <source>This could not be kept: %1</source>
+        <translation>Das konnte nicht behalten werden: %1</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>

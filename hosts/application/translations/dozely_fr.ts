@@ -1040,6 +1040,21 @@
     </message>
 </context>
 <context>
+    <name>SettingsButton</name>
+    <message>
+        <source>Settings</source>
+        <translation>Réglages</translation>
+    </message>
+    <message>
+        <source>Show an icon in the panel</source>
+        <translation>Afficher une icône dans le tableau de bord</translation>
+    </message>
+    <message>
+        <source>This could not be kept: %1</source>
+        <translation>Ceci n’a pas pu être conservé : %1</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>

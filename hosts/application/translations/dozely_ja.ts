@@ -1038,6 +1038,21 @@
     </message>
 </context>
 <context>
+    <name>SettingsButton</name>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Show an icon in the panel</source>
+        <translation>パネルにアイコンを表示</translation>
+    </message>
+    <message>
+        <source>This could not be kept: %1</source>
+        <translation>保存できませんでした: %1</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Nothing is planned yet</source>

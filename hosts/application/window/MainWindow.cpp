@@ -10,6 +10,7 @@
 #include "hosts/application/window/NoticeBar.h"
 #include "hosts/application/window/ScheduleEditor.h"
 #include "hosts/application/window/ScheduleListPane.h"
+#include "hosts/application/window/SettingsButton.h"
 #include "hosts/application/window/StartPage.h"
 #include "hosts/application/window/StatusLine.h"
 #include "hosts/application/window/WindowFoot.h"
@@ -109,6 +110,10 @@ void MainWindow::layOut()
     head->setContentsMargins(14, 10, 14, 0);
     head->addWidget(m_tabs);
     head->addStretch();
+    auto *const settings = new SettingsButton;
+    head->addWidget(settings);
+    connect(settings, &SettingsButton::failed, this,
+            [this](const QString &why) { m_notice->tell(NoticeBar::Kind::Warning, why); });
     auto *const notices = new QVBoxLayout;
     notices->setContentsMargins(14, 8, 14, 0);
     notices->addWidget(m_notice);

@@ -5,9 +5,11 @@
 #include "hosts/application/history/LogPane.h"
 #include "hosts/application/month/MonthView.h"
 #include "hosts/application/window/StartPage.h"
+#include "hosts/common/program/StatusIconPreference.h"
 
 #include <QAccessible>
 #include <QCommandLinkButton>
+#include <QMenu>
 #include <QTabBar>
 #include <QTableView>
 #include <QWheelEvent>
@@ -432,6 +434,36 @@ TEST_F(MainWindowTest, SaysWhatIsToBeDoneWhereWakingDoesNotWork)
     client.refusal = dozely::Error{"An action goes on, or is due too soon.", "com.dozely.Error.NotPossible"};
     press("testWaking");
     EXPECT_TRUE(says("Waking was not tested: An action goes on, or is due too soon."));
+}
+
+TEST_F(MainWindowTest, TurnsTheStatusIconOffAndOn)
+{
+    qputenv("XDG_STATE_HOME", "/state"); // below the scratch root
+    open();
+    auto *const settings = find<QToolButton>("settings");
+    auto *const icon = settings->menu()->actions().constFirst();
+    const auto isShownAsWanted = [&] {
+        Q_EMIT settings->menu()->aboutToShow();
+        return icon->isChecked();
+    };
+    EXPECT_TRUE(isShownAsWanted()) << "unless somebody has said otherwise";
+    icon->trigger();
+    EXPECT_FALSE(StatusIconPreference::isWanted());
+    EXPECT_TRUE(QFile::exists(root.join("/state/dozely/agent.plist")));
+    EXPECT_FALSE(isShownAsWanted());
+    ASSERT_TRUE(StatusIconPreference::setWanted(true)); // elsewhere
+    EXPECT_TRUE(isShownAsWanted());
+}
+
+TEST_F(MainWindowTest, SaysThatASettingCouldNotBeKept)
+{
+    qputenv("XDG_STATE_HOME", "/state");
+    QFile file(root.makeFolder("/state") + "/dozely"); // where the folder should be
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    open();
+    find<QToolButton>("settings")->menu()->actions().constFirst()->trigger();
+    settle();
+    EXPECT_TRUE(says("This could not be kept: there is no folder for it"));
 }
 
 TEST_F(MainWindowTest, OffersAFirstScheduleWhereThereIsNone)
