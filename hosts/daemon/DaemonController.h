@@ -51,6 +51,12 @@ public:
     /// @name What others are asked to do, or tell, through this
     /// @{
     ScheduleKeeper &keeper() { return m_keeper; }
+
+    /// The unit of the service manager in which the action of an occurrence runs; empty where it has none.
+    QString unitOf(const OccurrenceRecord::Key &key) const
+    {
+        return m_performances.unitOf(DaemonActions::nameOf(key));
+    }
     PinnedConsoleUser &console() { return *m_console; }
     const OccurrenceWishes &wishes() const { return m_wishes; }
     /// @}

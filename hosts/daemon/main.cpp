@@ -15,6 +15,7 @@
 #include "hosts/common/program/HostRootObject.h"
 #include "hosts/daemon/DaemonController.h"
 #include "hosts/daemon/InstanceLock.h"
+#include "hosts/daemon/JournalStory.h"
 #include "hosts/daemon/PinnedConsoleUser.h"
 #include "hosts/daemon/ServiceNotices.h"
 #include "hosts/daemon/bus/SchedulerBus.h"
@@ -88,6 +89,7 @@ int main(int argc, char **argv)
         Port<PowerEventScheduler>::current()->keepArmed();
         DaemonController controller(*Port<Clock>::current(), console, limits);
         const SchedulerBus bus(controller, Port<Clock>::current());
+        const JournalStory story(controller, *Port<Clock>::current());
         ServiceNotices notices(*Port<Clock>::current()); // tells the end before it comes
         readSchedulesAgain = [&] {
             ZDRLog("dozelyd reads its schedules again");

@@ -55,6 +55,9 @@ public:
     /// Lets one that is ready act; false when it has ended, or cannot be told and ends therefore.
     bool go(const QString &name);
 
+    /// The unit of the service manager in which one of this process runs; empty where it has none.
+    QString unitOf(const QString &name) const { return m_performers->unitOf(name); }
+
     /// Ends one that was not let go; `ended` is not called.
     void callOff(const QString &name);
 

@@ -18,6 +18,7 @@ public:
     void start(const Performer &performer, Answered answered) override;
     void tellEnd(const QString &name, Told told) override;
     void forget(const QString &name) override;
+    QString unitOf(const QString &name) const override { return m_units.value(name); }
 
 private:
     enum class Way { NotKnown, Units, Forked };
