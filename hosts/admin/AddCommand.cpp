@@ -3,16 +3,33 @@
 
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
 #include "hosts/admin/ScheduleOptions.h"
+#include "hosts/admin/Spread.h"
 #include "hosts/admin/StoreCommands.h"
 
 #include <QUuid>
 
 using namespace dozely;
+
+namespace
+{
+/// --spread.
+void spread(const AdminOptions &options, Schedule &schedule)
+{
+    const auto spread = Spread::read(options);
+    if (!spread)
+        return;
+    const auto delay = Spread::ofThisMachine(*spread);
+    const auto moved = delay ? Spread::apply(*delay, *spread, schedule) : delay.error();
+    if (!moved)
+        throw AdminError(ExitStatus::Failed, QString("It cannot be spread: %1.").arg(moved.error().text));
+}
+} // namespace
 
 void AddCommand::run(const AdminOptions &options)
 {
@@ -21,6 +38,7 @@ void AddCommand::run(const AdminOptions &options)
     schedule.name = ScheduleOptions::name(options.argument(0));
     schedule.owner = Identity::caller();
     const QStringList remarks = ScheduleOptions::applyTime(options, schedule);
+    spread(options, schedule);
     ScheduleOptions::applyAction(options, schedule);
     ScheduleOptions::applyRest(options, schedule);
 

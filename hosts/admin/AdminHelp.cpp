@@ -14,9 +14,10 @@ const char *const ending =
 DATE is what people write: "06:55", "tomorrow 7:00", "fri 22:00", "22.12. 6:30", "2026-03-14 06:55", +5m.
 "COMMAND --help" shows the options of a command alone.
 
-Exit status: 0 done (ping, status: it is alive; doctor: nothing is wrong);
+Exit status: 0 done (ping, status: it is alive; doctor: nothing is wrong; apply: nothing differed);
 1 it could not be done (not found, not reachable, damaged; doctor: something is wrong);
 2 the command line is wrong; 3 not permitted.
+apply: 4 schedules were changed, or would be.
 update check: 0 up to date; 4 there is a newer version; 5 no answer.)";
 
 /// `text` in lines of at most `width` columns, each from `indent` on.
@@ -167,6 +168,12 @@ QList<QCommandLineOption> AdminHelp::options()
         {"user", "event: whose process is to have it; yours without it.", "USER"},
         {"timeout", "event: how long to wait for the reply, 60 without it.", "SECONDS"},
         {"no-reply", "event: do not wait for a reply."},
+        {"ics", "export: as a calendar (iCalendar, RFC 5545)."},
+        {"dry-run", "apply: change nothing, and say what would be changed."},
+        {"spread",
+         "add, apply: begin later by a time of up to so much (30m, 1h), which is another one on every "
+         "machine and always the same on this one.",
+         "DURATION"},
         {"host", "Run the command on that machine, over ssh.", "USER@MACHINE"},
     };
 }

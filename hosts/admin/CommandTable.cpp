@@ -2,12 +2,14 @@
 #include "hosts/admin/CommandTable.h"
 
 #include "hosts/admin/AddCommand.h"
+#include "hosts/admin/ApplyCommand.h"
 #include "hosts/admin/ChangeCommand.h"
 #include "hosts/admin/ChannelCommands.h"
 #include "hosts/admin/CleanCommand.h"
 #include "hosts/admin/CompleteCommand.h"
 #include "hosts/admin/DoctorCommand.h"
 #include "hosts/admin/EventCommand.h"
+#include "hosts/admin/ExportCommand.h"
 #include "hosts/admin/HistoryCommand.h"
 #include "hosts/admin/ListCommand.h"
 #include "hosts/admin/LogCommand.h"
@@ -66,7 +68,7 @@ const QList<CommandTable::Command> &CommandTable::all()
          "--rule, with --at).",
          1,
          1,
-         describing,
+         describing + QStringList{"spread"},
          AddCommand::run},
         {"change",
          {"SCHEDULE"},
@@ -151,6 +153,23 @@ const QList<CommandTable::Command> &CommandTable::all()
          json,
          PowerCommand::run},
         {"sleep", {""}, "Put the machine to sleep now.", 0, 0, json, PowerCommand::sleep},
+        {"export",
+         {"[SCHEDULE]"},
+         "Write all schedules, or one, to the standard output: a property list, which \"apply\" reads, or "
+         "with "
+         "--ics a calendar.",
+         0,
+         1,
+         {"ics"},
+         ExportCommand::run},
+        {"apply",
+         {"FILE"},
+         "Have exactly those schedules that a property list, JSON or YAML file says; \"-\" is the standard "
+         "input.",
+         1,
+         1,
+         {"json", "dry-run", "spread", "anyway"},
+         ApplyCommand::run},
         {"update",
          {"check"},
          "Ask the update server whether there is a newer version.",
