@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/files/PropertyList.h"
 #include "DozelyKit/core/foundation/Clock.h"
+#include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 using namespace dozely;
 
@@ -76,6 +78,10 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
     if (!wanted)
         throw AdminError(ExitStatus::Failed,
                          QString("%1 is not understood: %2.").arg(path, wanted.error().text));
+    if (RootFolder::owner() != static_cast<quint32>(::geteuid())) {
+        for (Schedule &schedule : *wanted) // what a user has the daemon add is his
+            schedule.owner = schedule.owner.value_or(Identity::caller());
+    }
     if (!spread)
         return *wanted;
     for (Schedule &schedule : *wanted) {

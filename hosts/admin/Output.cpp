@@ -93,6 +93,8 @@ void Output::table(const QStringList &titles, const QList<QStringList> &rows)
         QString text;
         for (qsizetype i = 0; i < row.size(); ++i)
             text += i + 1 < row.size() ? row.at(i).leftJustified(widths.at(i) + 2) : row.at(i);
+        while (text.endsWith(' '))
+            text.chop(1);
         line(text);
     }
 }

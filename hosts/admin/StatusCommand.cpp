@@ -17,6 +17,8 @@
 #include "hosts/common/record/UpcomingOccurrences.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 using namespace dozely;
@@ -24,6 +26,7 @@ using namespace dozely;
 namespace
 {
 constexpr qsizetype linesOfEach = 5;
+constexpr int mostSearched = 1000;  // of what comes
 constexpr qsizetype searched = 200; // of the record, for what failed
 
 using Mood = Output::Mood;
@@ -54,11 +57,14 @@ struct Status {
                 askDaemon();
         }
         UpcomingOccurrences upcoming(schedules(), now, known);
-        while (next.size() < linesOfEach) {
+        QSet<qsizetype> shown; // one that comes every second would be all that is seen
+        for (int i = 0; i < mostSearched && next.size() < linesOfEach; ++i) {
             const auto occurrence = upcoming.next();
             if (!occurrence)
                 break;
-            next += *occurrence;
+            if (!shown.contains(occurrence->schedule))
+                next += *occurrence;
+            shown += occurrence->schedule;
         }
     }
 

@@ -474,6 +474,23 @@ def tool(system):
     status, output = admin("history", "Plants", "--json")
     # Skipped; and postponed, and disabled then.
     same([each["state"] for each in json.loads(output)["occurrences"]], ["removed"] * 2)
+    # One screen, of which the daemon tells what a user cannot read himself.
+    status, output = admin("status", "--json")
+    told = json.loads(output)
+    same([status, told["daemon"]["isAlive"], told["schedules"]["count"], told["failures"]], [0, True, 1, []])
+    status, output = admin("doctor", "--json")
+    found = {check["name"]: check["state"] for check in json.loads(output)["checks"]}
+    same([found[name] for name in ("daemon", "bus-name", "socket-folder", "store", "record")],
+         ["fine", "fine", "fine", "fine", "unknown"])
+    # What a file says, of his own; the second time nothing differs.
+    with open(system.path("usr/lib/wanted.yaml"), "w", encoding="utf-8") as wanted:
+        wanted.write("schedules:\n- {name: Plants, program: /usr/bin/touch, arguments: [x], actsIn: session, every: day,"
+                     " at: \"09:00\"}\n- {name: Cats, program: /usr/bin/touch, actsIn: session, every: 2h}\n")
+    os.chmod(system.path("usr/lib/wanted.yaml"), 0o644)
+    status, output = admin("apply", system.path("usr/lib/wanted.yaml"))
+    same([status, output.count(" is changed."), output.count(" is added.")], [4, 1, 1])
+    same(admin("apply", system.path("usr/lib/wanted.yaml")), [0, "Nothing differs."])
+    same(admin("remove", "Cats")[0], 0)
     # What takes an administrator, who is not there.
     status, output = admin("add", "Backup", "--program", "/usr/bin/touch", "--in-daemon", "--in", "3600")
     same([status, output], [3, "Dozely Admin: You are not allowed to do this."])
