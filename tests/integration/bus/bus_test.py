@@ -489,7 +489,7 @@ def tool(system):
     os.chmod(system.path("usr/lib/wanted.yaml"), 0o644)
     status, output = admin("apply", system.path("usr/lib/wanted.yaml"))
     same([status, output.count(" is changed."), output.count(" is added.")], [4, 1, 1])
-    same(admin("apply", system.path("usr/lib/wanted.yaml")), [0, "Nothing differs."])
+    same(admin("apply", system.path("usr/lib/wanted.yaml")), (0, "Nothing differs."))
     same(admin("remove", "Cats")[0], 0)
     # What takes an administrator, who is not there.
     status, output = admin("add", "Backup", "--program", "/usr/bin/touch", "--in-daemon", "--in", "3600")
