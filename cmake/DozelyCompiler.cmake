@@ -22,3 +22,7 @@ if(CCACHE_PROGRAM)
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime "${CCACHE_PROGRAM}")
     add_compile_options("$<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>")
 endif()
+
+# What is installed names the libraries that it uses, and no others: each costs at every start, and packages depend on all
+# that are named. For the folders of what is installed.
+set(DOZELY_LINK_USED "LINKER:--as-needed")

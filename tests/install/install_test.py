@@ -199,6 +199,41 @@ class InstallTest(unittest.TestCase):
         active = {action.get("id").rpartition(".")[2]: action.find("defaults/allow_active").text for action in actions}
         self.assertEqual(active, {"manage-own": "yes", "wake": "yes", "manage-all": "auth_admin_keep"})
 
+    def test_what_was_installed_is_removed_again(self):
+        """By the target "uninstall": all of it, and nothing else."""
+        stage = self.scratch / "removed"
+        stage.mkdir()
+        run("cmake", "--install", BUILD, DESTDIR=str(stage))
+        own = ["Library/Application Support/Dozely/PlugIns/Own.plugin/Info.plist", "var/lib/dozely/occurrences.db",
+               "Library/Preferences/com.dozely.plist"]
+        for name in own:
+            (stage / name).parent.mkdir(parents=True, exist_ok=True)
+            (stage / name).touch()
+        self.assertIn("0 files are removed", run("cmake", "--build", BUILD, "--target", "uninstall",
+                                                 DESTDIR=str(self.scratch / "elsewhere")))
+        said = run("cmake", "--build", BUILD, "--target", "uninstall", DESTDIR=str(stage))
+        self.assertEqual({str(file.relative_to(stage)) for file in stage.rglob("*") if not file.is_dir()}, set(own))
+        folders = {str(folder.relative_to(stage)) for folder in stage.rglob("*")
+                   if folder.is_dir() and re.search("(?i)dozely|Applications", str(folder.relative_to(stage)))}
+        self.assertEqual(folders, {"var/lib/dozely", "Library/Application Support/Dozely",
+                                   "Library/Application Support/Dozely/PlugIns",
+                                   "Library/Application Support/Dozely/PlugIns/Own.plugin"})
+        for name in ("/var/lib/dozely", "/Library/Preferences/com.dozely.plist",
+                     "/Library/Application Support/Dozely/PlugIns"):
+            self.assertIn(f"There is still {name}\n", said)
+        self.assertGreater(int(re.search(r"(\d+) files are removed", said)[1]), 150)
+        self.assertIn("0 files are removed", run("cmake", "--build", BUILD, "--target", "uninstall", DESTDIR=str(stage)))
+
+    def test_the_desktop_finds_its_entry_icon_and_page(self):
+        shared = self.prefix / "share"
+        for name in ("applications/com.dozely.Dozely.desktop", "metainfo/com.dozely.Dozely.metainfo.xml",
+                     "icons/hicolor/scalable/apps/com.dozely.Dozely.svg"):
+            self.assertTrue((shared / name).is_file(), name)
+        sizes = {folder.name for folder in (shared / "icons/hicolor").iterdir() if
+                 (folder / "apps/com.dozely.Dozely.png").is_file()}
+        self.assertEqual(sizes, {f"{size}x{size}" for size in (16, 22, 24, 32, 48, 64, 128, 256, 512)})
+        self.assertTrue((self.stage / "etc/logrotate.d/dozely").is_file())
+
     def test_bundles_lie_where_the_hosts_look_for_them(self):
         with open(self.stage / "Applications/Dozely.app/Contents/Info.plist", "rb") as file:
             info = plistlib.load(file)
