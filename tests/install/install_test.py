@@ -214,7 +214,7 @@ class InstallTest(unittest.TestCase):
         said = run("cmake", "--build", BUILD, "--target", "uninstall", DESTDIR=str(stage))
         self.assertEqual({str(file.relative_to(stage)) for file in stage.rglob("*") if not file.is_dir()}, set(own))
         folders = {str(folder.relative_to(stage)) for folder in stage.rglob("*")
-                   if folder.is_dir() and re.search("(?i)dozely|Applications", str(folder.relative_to(stage)))}
+                   if folder.is_dir() and re.search("[Dd]ozely|Applications", str(folder.relative_to(stage)))}
         self.assertEqual(folders, {"var/lib/dozely", "Library/Application Support/Dozely",
                                    "Library/Application Support/Dozely/PlugIns",
                                    "Library/Application Support/Dozely/PlugIns/Own.plugin"})
