@@ -9,6 +9,15 @@
 
 using namespace dozely;
 
+ScriptPrefPanePlugIn::~ScriptPrefPanePlugIn()
+{
+    m_trial.disconnect(this);
+    if (m_trial.state() == QProcess::NotRunning)
+        return;
+    m_trial.kill();
+    m_trial.waitForFinished();
+}
+
 void ScriptPrefPanePlugIn::showOptions(const QVariantMap &parameters)
 {
     m_script->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

@@ -20,6 +20,8 @@ class ScriptPrefPanePlugIn : public SettingsPane
     Q_PROPERTY(QLineEdit *file MEMBER m_file)
     Q_PROPERTY(QPushButton *browse MEMBER m_browse)
 public:
+    ~ScriptPrefPanePlugIn() override;
+
     /// "Run NAME" for a file, "Run a script" for a text; "-" without either.
     QString actionString() const override;
 

@@ -14,20 +14,13 @@ using namespace dozely;
 
 namespace
 {
-struct Sound {
-    QString player;
-    QString file; ///< Of a kind that it plays.
-};
-
 /// The first that the machine has; the first of all where it has none.
-Sound soundHere()
+QString soundHere()
 {
-    const QString alarm = "/usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga";
-    const QList<Sound> sounds{{"/usr/bin/pw-play", alarm},
-                              {"/usr/bin/paplay", alarm},
-                              {"/usr/bin/aplay", "/usr/share/sounds/alsa/Front_Center.wav"}};
-    for (const Sound &sound : sounds) {
-        if (QFileInfo::exists(sound.player) && QFileInfo::exists(sound.file))
+    const QStringList sounds{"/usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga",
+                             "/usr/share/sounds/alsa/Front_Center.wav"};
+    for (const QString &sound : sounds) {
+        if (QFileInfo::exists(sound))
             return sound;
     }
     return sounds.constFirst();
@@ -61,11 +54,9 @@ QVariantMap ReadyWishes::switchOffInTheEvening()
 QVariantMap ReadyWishes::wakeWithMusic()
 {
     QVariantMap wish =
-        schedule(tr("Wake with music"), "Command", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR", QTime(6, 55));
-    const auto [player, file] = soundHere();
+        schedule(tr("Wake with music"), "Open", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR", QTime(6, 55));
     wish["actsIn"] = "session";
-    wish["parameters"] = QVariantMap{{"Program", player},
-                                     {"Arguments", QVariantList{file}},
+    wish["parameters"] = QVariantMap{{OpenKey::items, QVariantList{soundHere()}},
                                      {ParameterKey::needsWakeUp, 1},
                                      {ParameterKey::needsStartup, 1}};
     return wish;

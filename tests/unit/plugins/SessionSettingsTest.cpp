@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+// The sides of what acts in the session, as built.
+#include "SideFixture.h"
+#include "support/PrintTo.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace
+{
+const QStringList names{"Command", "Script",     "Sleep",  "PowerOff", "Restart",
+                        "Open",    "LockScreen", "LogOut", "Message"};
+const QStringList languages{"en", "de", "fr", "es", "ja", "ar"};
+} // namespace
+
+class SessionSettingsTest : public SideFixture
+{
+};
+
+TEST_F(SessionSettingsTest, OpenCarriesItsItems)
+{
+    load("Open");
+    const QVariantMap all{{"Items", QVariantList{"/home/a b", "https://example.org", QString("/a\nb")}},
+                          {"Other", 1}};
+    fill(all);
+    EXPECT_EQ(find<QListWidget>("items")->count(), 3);
+    EXPECT_EQ(read(), all);
+    EXPECT_EQ(plugIn->actionString(), "Open a b, …");
+    find<QListWidget>("items")->setCurrentRow(1);
+    find<QPushButton>("remove")->click();
+    EXPECT_EQ(read().value("Items"), (QVariantList{"/home/a b", QString("/a\nb")}));
+    fill({{"Items", QVariantList{"org.example.Player.desktop"}}});
+    EXPECT_EQ(plugIn->actionString(), "Open Player");
+    fill({});
+    EXPECT_EQ(plugIn->actionString(), "-");
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", root.makeFolder("/nothing").toUtf8());
+    load("Open");
+    qputenv("PATH", path);
+    EXPECT_EQ(remark(), "The program xdg-open (package xdg-utils) is not there: applications alone can be "
+                        "opened.");
+}
+
+TEST_F(SessionSettingsTest, MessageCarriesItsTextAndSound)
+{
+    load("Message");
+    const QVariantMap all{{"Text", "one\ntwo"}, {"Title", "Tea"}, {"Sound", "my-own-sound"}};
+    fill(all);
+    EXPECT_EQ(find<QComboBox>("sound")->currentText(), "my-own-sound");
+    EXPECT_EQ(read(), all);
+    EXPECT_EQ(plugIn->actionString(), "Say: one");
+    find<QPlainTextEdit>("text")->setPlainText("three");
+    find<QLineEdit>("caption")->clear();
+    find<QComboBox>("sound")->setCurrentIndex(0);
+    EXPECT_EQ(read(), (QVariantMap{{"Text", "three"}, {"Title", ""}, {"Sound", ""}}));
+    const QVariantMap odd{{"Text", QString("a\u2029b")}, {"Title", "a\nb"}};
+    fill(odd);
+    EXPECT_EQ(read(), odd) << "what a field cannot show stays";
+}
+
+TEST_F(SessionSettingsTest, MessageSaysWhatTheDesktopLacks)
+{
+    load("Message");
+    expectRemark("Nothing in this session shows notifications. The text is shown in a window of its own, "
+                 "without a sound.");
+    ASSERT_TRUE(bus.startMock("notification_daemon", "org.freedesktop.Notifications"));
+    ASSERT_TRUE(bus.call("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                         "org.freedesktop.DBus.Mock.AddMethod",
+                         {"org.freedesktop.Notifications", "GetCapabilities", "", "as", "ret = ['body']"}));
+    load("Message");
+    expectRemark("This desktop does not say that it plays sounds. The text may be shown without one.");
+}
+
+TEST_F(SessionSettingsTest, ScriptHasATextOrAFile)
+{
+    load("Script");
+    const QVariantMap text{{"Script", "return 1\n-- two"}};
+    fill(text);
+    EXPECT_TRUE(find<QRadioButton>("isText")->isChecked());
+    EXPECT_FALSE(find<QLineEdit>("file")->isEnabled());
+    EXPECT_EQ(read(), text);
+    EXPECT_EQ(plugIn->actionString(), "Run a script");
+    find<QRadioButton>("isFile")->click();
+    find<QLineEdit>("file")->setText("/home/anna/water.lua");
+    EXPECT_EQ(read(), (QVariantMap{{"Script File", "/home/anna/water.lua"}}));
+    EXPECT_EQ(plugIn->actionString(), "Run water.lua");
+    fill({{"Script File", "/a.lua"}});
+    EXPECT_FALSE(find<QPlainTextEdit>("script")->isEnabled());
+    EXPECT_EQ(read(), (QVariantMap{{"Script File", "/a.lua"}}));
+}
+
+TEST_F(SessionSettingsTest, ScriptSaysThatNothingRunsScriptsHere)
+{
+    load("Script");
+    const QString sentence = "The script engine of this system does not run here: no script can be run.";
+    expectRemark(sentence);
+    root.makeFolder("/usr/bin");
+    QFile program(root.join("/usr/bin/osascript"));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\necho >\"$0.asked\"; exit 0\n");
+    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    program.close();
+    load("Script");
+    EXPECT_TRUE(waitUntil([&] { return QFile::exists(program.fileName() + ".asked"); }));
+    EXPECT_EQ(remark(), QString());
+    program.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    program.write("#!/bin/sh\nexit 1\n");
+    program.close();
+    load("Script");
+    expectRemark(sentence);
+}
+
+TEST_F(SessionSettingsTest, LockScreenAndLogOutSayWhatTheDesktopLacks)
+{
+    load("LockScreen");
+    expectRemark(
+        "No program that locks the screen was found in this session. Without one nothing is locked.");
+    load("LogOut");
+    expectRemark("This desktop cannot be asked to log out in good order. The session is ended at once, and "
+                 "what is not saved is lost.");
+    EXPECT_EQ(plugIn->defaultParameters().value("Alert"), 1);
+}
+
+TEST_F(SessionSettingsTest, AllHaveNameIconAndTextsInSixLanguages)
+{
+    for (const QString &name : names) {
+        QStringList shown;
+        for (const QString &language : languages) {
+            dozely::UserLanguages::set({language});
+            load(name);
+            EXPECT_FALSE(bundle->pathForResource("Icon", "png").isEmpty()) << qPrintable(name);
+            for (auto *const button : plugIn->setupView()->findChildren<QAbstractButton *>())
+                shown += language + button->text();
+            const QString table = bundle->pathForResource("Localizable", "strings");
+            EXPECT_TRUE(table.contains(language + ".lproj")) << qPrintable(table);
+            const QString view = bundle->objectForInfoDictionaryKey("WDEditNibFile").toString();
+            EXPECT_TRUE(bundle->pathForResource(view, "strings").contains(language + ".lproj"))
+                << qPrintable(name + language);
+        }
+        for (const QString &text : shown)
+            EXPECT_FALSE(!text.startsWith("en") && shown.contains("en" + text.mid(2)) && text.size() > 8)
+                << qPrintable(name + ": " + text) << " is not translated";
+    }
+}
+
+TEST_F(SessionSettingsTest, OnlySidesNeedWidgets)
+{
+    for (const QString &name : names) {
+        load(name);
+        for (const QString key : {"WDDaemonModule", "WDUserAgentModule"}) {
+            const QString module = bundle->objectForInfoDictionaryKey(key).toString();
+            QFile file(bundle->bundlePath() + "/Contents/Linux/" + module);
+            if (module.isEmpty())
+                continue;
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+            EXPECT_FALSE(file.readAll().contains("libQt6Widgets")) << qPrintable(file.fileName());
+        }
+    }
+}
