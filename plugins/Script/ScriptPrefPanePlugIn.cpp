@@ -20,7 +20,10 @@ ScriptPrefPanePlugIn::~ScriptPrefPanePlugIn()
 
 void ScriptPrefPanePlugIn::showOptions(const QVariantMap &parameters)
 {
-    m_script->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    // As large as what stands around it.
+    QFont font = m_file->font();
+    font.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    m_script->setFont(font);
     m_script->setPlainText(parameters.value(ScriptKey::script).toString());
     m_file->setText(parameters.value(ScriptKey::scriptFile).toString());
     m_shownScript = m_script->toPlainText();

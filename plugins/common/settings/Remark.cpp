@@ -12,6 +12,7 @@ Remark::Remark(QWidget *parent) : QWidget(parent), m_sentence(new QLabel)
     sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning, nullptr, this).pixmap(size));
     m_sentence->setObjectName("remark");
     m_sentence->setWordWrap(true);
+    m_sentence->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     m_sentence->setTextFormat(Qt::PlainText);
     m_sentence->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto *const row = new QHBoxLayout(this);
