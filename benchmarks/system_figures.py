@@ -10,6 +10,8 @@ import statistics
 import subprocess
 import time
 
+from Xlib import X, display, error
+
 import scratch_system
 from scratch_system import schedule, utc_now
 
@@ -19,6 +21,11 @@ CROWD = 1000  # actions due in one second
 CROWD_LIMIT = 120  # seconds for all of them; only bounds a failure
 DEEDS = ("hang", "crash", "fork", "memory", "output")  # of benchmarks/plugin/Neighbour.cpp
 IDLE = {1000: 12, 10000: 20}  # schedules of an idle daemon, and the MiB that it is to need at most
+WINDOW = scratch_system.APPLICATION + "/Contents/Linux/Dozely"
+WINDOW_SCHEDULES = 1000
+WINDOW_STARTS = 11  # of which the first does not count
+WINDOW_LIMIT = 30  # seconds to appear; only bounds a failure
+LIST_SHADES = 20  # more than the empty list has
 ALERTS = 4
 ALERT_LEAD = 3  # seconds before the action
 AGENT_AT_REST = 2.5  # seconds after which an agent has given back what it does not need
@@ -209,6 +216,98 @@ def alert(build):
                          f"grows by {own_after - own:.1f} MiB"}
 
 
+def look(window):
+    """The picture of a part of the window's list of schedules, below its first rows."""
+    return bytes(window.get_image(20, 200, 280, 300, X.ZPixmap, 0xFFFFFFFF).data)
+
+
+def shown_after(begin, root, process):
+    """Milliseconds from `begin` to the window's first frame, and to the one that has the list of schedules."""
+    mapped = None
+    while True:
+        if process.poll() is not None or time.monotonic() - begin > WINDOW_LIMIT:
+            raise scratch_system.Failure("the window did not appear")
+        for window in root.query_tree().children:
+            try:
+                if window.get_attributes().map_state != X.IsViewable or window.get_geometry().width < 600:
+                    continue
+                mapped = mapped or (time.monotonic() - begin) * 1000
+                if len(set(look(window))) > LIST_SHADES:
+                    return mapped, (time.monotonic() - begin) * 1000
+            except error.XError:
+                pass  # it went, or is not as large yet
+        time.sleep(0.001)
+
+
+def run_time(pid):
+    """Milliseconds of processor time of all its threads so far."""
+    total = 0
+    for task in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{task}/schedstat") as file:
+            total += int(file.read().split()[0])
+    return total / 1e6
+
+
+def settled(pid):
+    """Waits until a program has nothing more to do."""
+    used = None
+    while (now := processor_time(pid)) != used:
+        used = now
+        time.sleep(2)
+
+
+def processor_time(pid):
+    """Ticks of it and of the processes that it waited for."""
+    with open(f"/proc/{pid}/stat") as file:
+        return [int(field) for field in file.read().rpartition(")")[2].split()[11:15]]
+
+
+def application(build, seconds):
+    """The window of a person with 1,000 schedules of his own, on a display without a window manager."""
+    with scratch_system.scratch(build) as system:
+        system.lay_out(["PowerOff.plugin", "Sleep.plugin", "Script.plugin"])
+        home = system.path(system.user.pw_dir.lstrip("/"))
+        os.makedirs(home, exist_ok=True)
+        os.chown(home, system.user.pw_uid, system.user.pw_gid)
+        system.start_bus()
+        start_display(system)
+        tomorrow = utc_now() + datetime.timedelta(days=1)
+        system.store([schedule(i, tomorrow + datetime.timedelta(minutes=i), owner=system.user.pw_uid,
+                               parameters={"Program": "/usr/bin/true", "Acts In User Agent": 1})
+                      for i in range(WINDOW_SCHEDULES)])
+        system.start_hosts()
+        root = display.Display(system.session_environment["DISPLAY"]).screen().root
+        first, whole, work = [], [], []
+        for number in range(WINDOW_STARTS):
+            begin = time.monotonic()
+            window = system.start("Dozely", [system.path(WINDOW), "--root", system.root], as_user=True)
+            times = shown_after(begin, root, window)
+            if number > 0:  # the first one has to be read from the disk
+                first.append(times[0])
+                whole.append(times[1])
+                work.append(run_time(window.pid))
+            if number < WINDOW_STARTS - 1:
+                system.stop_last()
+        yield {"what": f"start of the window with {WINDOW_SCHEDULES} schedules to its list shown, median",
+               "value": statistics.median(whole), "unit": "ms", "reach": 150,
+               "detail": f"{len(whole)} starts, longest {max(whole):.0f} ms; mapped after {statistics.median(first):.0f} ms, "
+                         f"processor time {statistics.median(work):.0f} ms"}
+        shutil.copy(build / "benchmarks" / "bare_window", system.path("usr/lib/bare_window"))
+        bare = system.start("a bare window", [system.path("usr/lib/bare_window")], as_user=True)
+        for process in (bare, window):
+            settled(process.pid)
+        memory, own = resident(window.pid)
+        bare_memory, bare_own = resident(bare.pid)
+        yield {"what": "the window: resident memory beyond a bare one of the toolkit", "value": memory - bare_memory,
+               "unit": "MiB", "reach": 60, "detail": f"{memory:.1f} against {bare_memory:.1f} MiB, of its own "
+                                                     f"{own:.1f} against {bare_own:.1f}"}
+        before, used = switches(window.pid), processor_time(window.pid)
+        time.sleep(seconds)
+        yield {"what": f"the idle window over {seconds} s: voluntary context switches",
+               "value": (switches(window.pid) - before) / seconds, "unit": "/s", "reach": 0.1,
+               "detail": f"processor time {sum(processor_time(window.pid)) - sum(used)} ticks"}
+
+
 def figures(build, idle_seconds):
     with scratch_system.scratch(build) as system:
         system.lay_out(["Stopwatch.plugin", "Neighbour.plugin"])
@@ -219,4 +318,5 @@ def figures(build, idle_seconds):
         yield from crowd(system)
         yield from neighbours(system)
     yield from alert(build)
+    yield from application(build, idle_seconds)
     yield from idle(build, idle_seconds)
