@@ -271,6 +271,7 @@ def application(build, seconds):
         os.chown(home, system.user.pw_uid, system.user.pw_gid)
         system.start_bus()
         start_display(system)
+        system.session_environment["DBUS_SESSION_BUS_ADDRESS"] = system.bus  # else the toolkit looks for one for 3 s
         tomorrow = utc_now() + datetime.timedelta(days=1)
         system.store([schedule(i, tomorrow + datetime.timedelta(minutes=i), owner=system.user.pw_uid,
                                parameters={"Program": "/usr/bin/true", "Acts In User Agent": 1})
