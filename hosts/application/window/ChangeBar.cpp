@@ -2,6 +2,7 @@
 #include "hosts/application/window/ChangeBar.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 
 namespace
@@ -57,11 +58,25 @@ ChangeBar::ChangeBar(ScheduleBook &book, QWidget *parent)
     refresh();
 }
 
+void ChangeBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        refresh();
+}
+
 void ChangeBar::refresh()
 {
     const bool canChange = m_book.hasChanges() && !m_book.isApplying();
     m_apply->setEnabled(canChange);
     m_discard->setEnabled(canChange);
+    // The one thing that is left to do stands out.
+    QPalette colours;
+    if (canChange) {
+        colours.setColor(QPalette::Button, palette().color(QPalette::Active, QPalette::Highlight));
+        colours.setColor(QPalette::ButtonText, palette().color(QPalette::Active, QPalette::HighlightedText));
+    }
+    m_apply->setPalette(colours);
     m_apply->setText(m_book.isApplying() ? tr("Applying…") : tr("A&pply"));
     m_apply->setShortcut(QKeySequence::Save); // a new text takes it away
     m_undo->defaultAction()->setEnabled(m_book.steps().canUndo());

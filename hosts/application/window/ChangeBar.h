@@ -18,6 +18,9 @@ public:
 Q_SIGNALS:
     void applyWanted();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void refresh();
 

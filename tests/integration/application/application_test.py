@@ -405,6 +405,10 @@ def pictures(desk):
         person.see("text", ".*", saying="/usr/bin/pw-play")
         photograph(desk, name)
         if name == "dark":
+            person.check("check box", "Switched on", on=False)
+            person.ready("push button", "Apply")
+            photograph(desk, "changed")
+            person.press("push button", "Undo")
             assert brightest(desk, person.see("label", "Run pw-play")["place"]) > 0.4, "what is faint cannot be read"
         if name == "schedules":
             for tab, seen in (("Month", "table"), ("History", "table cell")):
