@@ -857,6 +857,81 @@
     </message>
 </context>
 <context>
+    <name>RuleFaultWords</name>
+    <message>
+        <source>The rule has blanks or other characters that no rule has.</source>
+        <translation>La regla contiene espacios u otros caracteres que ninguna regla tiene.</translation>
+    </message>
+    <message>
+        <source>The rule has an empty part.</source>
+        <translation>La regla tiene una parte vacía.</translation>
+    </message>
+    <message>
+        <source>The rule has a part that is not known: %1.</source>
+        <translation>La regla tiene una parte desconocida: %1.</translation>
+    </message>
+    <message>
+        <source>The rule has %1 twice.</source>
+        <translation>La regla tiene %1 dos veces.</translation>
+    </message>
+    <message>
+        <source>%1 of the rule has no value.</source>
+        <translation>%1 no tiene valor en la regla.</translation>
+    </message>
+    <message>
+        <source>In the rule, %1 has no meaning. An example: %2</source>
+        <translation>En la regla, %1 no tiene sentido. Un ejemplo: %2</translation>
+    </message>
+    <message>
+        <source>The rule has %1: no other calendars than the Gregorian are supported.</source>
+        <translation>La regla tiene %1: solo se admite el calendario gregoriano.</translation>
+    </message>
+    <message>
+        <source>The rule has no FREQ.</source>
+        <translation>La regla no tiene FREQ.</translation>
+    </message>
+    <message>
+        <source>The rule has both COUNT and UNTIL.</source>
+        <translation>La regla tiene a la vez COUNT y UNTIL.</translation>
+    </message>
+    <message>
+        <source>A number in BYDAY needs FREQ=MONTHLY or FREQ=YEARLY.</source>
+        <translation>Un número en BYDAY exige FREQ=MONTHLY o FREQ=YEARLY.</translation>
+    </message>
+    <message>
+        <source>A number in BYDAY cannot be beside BYWEEKNO.</source>
+        <translation>Un número en BYDAY no puede ir junto a BYWEEKNO.</translation>
+    </message>
+    <message>
+        <source>BYMONTHDAY cannot be beside FREQ=WEEKLY.</source>
+        <translation>BYMONTHDAY no puede ir junto a FREQ=WEEKLY.</translation>
+    </message>
+    <message>
+        <source>BYYEARDAY cannot be beside FREQ=DAILY, WEEKLY or MONTHLY.</source>
+        <translation>BYYEARDAY no puede ir junto a FREQ=DAILY, WEEKLY o MONTHLY.</translation>
+    </message>
+    <message>
+        <source>BYWEEKNO needs FREQ=YEARLY.</source>
+        <translation>BYWEEKNO exige FREQ=YEARLY.</translation>
+    </message>
+    <message>
+        <source>BYSETPOS needs another BY part.</source>
+        <translation>BYSETPOS exige otra parte BY.</translation>
+    </message>
+    <message>
+        <source>The rule gives no date within 100 years from its start.</source>
+        <translation>La regla no da ninguna fecha en los 100 años desde su inicio.</translation>
+    </message>
+    <message>
+        <source>The rule&apos;s COUNT is too large to be counted.</source>
+        <translation>El COUNT de la regla es demasiado grande para contarlo.</translation>
+    </message>
+    <message>
+        <source>The rule cannot be used: %1.</source>
+        <translation>La regla no se puede usar: %1.</translation>
+    </message>
+</context>
+<context>
     <name>ScheduleEditor</name>
     <message>
         <source>Action</source>
@@ -1193,10 +1268,6 @@
 </context>
 <context>
     <name>TimingWriter</name>
-    <message>
-        <source>The rule cannot be used: %1.</source>
-        <translation>La regla no se puede usar: %1.</translation>
-    </message>
     <message>
         <source>With these exceptions nothing is left of it.</source>
         <translation>Con estas excepciones no queda nada.</translation>

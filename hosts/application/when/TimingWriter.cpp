@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/application/when/DateInWords.h"
+#include "hosts/application/when/RuleFaultWords.h"
 #include "hosts/application/when/TimingRules.h"
 #include "hosts/common/calendar/ExcludedDates.h"
 
@@ -44,7 +45,7 @@ Result<TimingWriter::Schedule> TimingWriter::written(const Timing &timing) const
                                ? OccurrenceSeries::of(*m_origin.recurrence, Timing::zoneOf(timing.timeZone))
                                : Result<OccurrenceSeries>(Error{});
         if (m_origin.recurrence && !fault)
-            return Error{tr("The rule cannot be used: %1.").arg(fault.error().text)};
+            return Error{RuleFaultWords::of(fault.error())};
         return m_origin;
     }
     if (const auto fault = faultOf(timing))
@@ -58,7 +59,7 @@ Result<TimingWriter::Schedule> TimingWriter::written(const Timing &timing) const
         return recurrence.error();
     const auto series = OccurrenceSeries::of(*recurrence, zone);
     if (!series)
-        return Error{tr("The rule cannot be used: %1.").arg(series.error().text)};
+        return Error{RuleFaultWords::of(series.error())};
     const auto first = series->first();
     if (!first)
         return Error{tr("With these exceptions nothing is left of it.")};
@@ -159,7 +160,7 @@ Result<Recurrence> TimingWriter::begun(const Timing &timing) const
     const QDateTime notBefore = std::max(now(), dateAtWallTime(timing.begin, begin, zone).toUTC());
     auto made = begunAnew(recurrence, zone, notBefore);
     if (!made)
-        return Error{tr("The rule cannot be used: %1.").arg(made.error().text)};
+        return Error{RuleFaultWords::of(made.error())};
     made->excludedDates = ExcludedDates::keptOf(timing.excludedDates, *made, zone).kept;
     return made;
 }

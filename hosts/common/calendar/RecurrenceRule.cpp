@@ -3,6 +3,7 @@
 
 #include "DozelyKit/core/log/LogLabel.h"
 #include "hosts/common/calendar/CalendarDay.h"
+#include "hosts/common/calendar/RuleFault.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +23,7 @@ public:
     Result<RecurrenceRule> read(const QString &text)
     {
         if (!std::all_of(text.begin(), text.end(), [](QChar c) { return c > QChar(' ') && c < QChar(127); }))
-            return Error{"the rule has blanks or other characters that no rule has"};
+            return Error{"the rule has blanks or other characters that no rule has", RuleFault::characters};
         const QString upper = text.toUpper();
         QStringView rest(upper);
         while (m_fault.isEmpty()) {
@@ -35,22 +36,27 @@ public:
         if (m_fault.isEmpty())
             checkTogether();
         if (!m_fault.isEmpty())
-            return Error{m_fault};
+            return Error{m_fault, m_code};
         return m_rule;
     }
 
 private:
-    void complain(const QString &fault)
+    void complain(const char *code, const QString &fault, QStringView about = {})
     {
-        if (m_fault.isEmpty())
-            m_fault = fault;
+        if (!m_fault.isEmpty())
+            return;
+        m_fault = fault;
+        m_code = code;
+        if (!about.isEmpty())
+            m_code += ' ' + about.toLatin1();
     }
 
     void complainOfValue(const QString &expected)
     {
         constexpr int shown = 40; // of a value that may be long
-        complain(QString("%1=%2 of the rule is not %3")
-                     .arg(m_name.toString(), logLabel(m_value.left(shown).toString()), expected));
+        const QString value = logLabel(m_value.left(shown).toString());
+        complain(RuleFault::value, QString("%1=%2 of the rule is not %3").arg(m_name, value, expected),
+                 QString("%1=%2").arg(m_name, value));
     }
 
     void readPart(QStringView part)
@@ -81,16 +87,19 @@ private:
             if (m_name != QLatin1String(readers.at(i).first))
                 continue;
             if (m_seen.test(i))
-                return complain(QString("the rule has %1 twice").arg(m_name.toString()));
+                return complain(RuleFault::twice, QString("the rule has %1 twice").arg(m_name), m_name);
             if (m_value.isEmpty())
-                return complain(QString("%1 of the rule has no value").arg(m_name.toString()));
+                return complain(RuleFault::noValue, QString("%1 of the rule has no value").arg(m_name),
+                                m_name);
             m_seen.set(i);
             return (this->*readers.at(i).second)();
         }
         constexpr int shown = 40;
-        complain(m_name.isEmpty() ? QString("the rule has an empty part")
-                                  : QString("the rule has a part that is not known, \"%1\"")
-                                        .arg(logLabel(m_name.left(shown).toString())));
+        const QString name = logLabel(m_name.left(shown).toString());
+        if (name.isEmpty())
+            return complain(RuleFault::emptyPart, "the rule has an empty part");
+        complain(RuleFault::unknownPart, QString("the rule has a part that is not known, \"%1\"").arg(name),
+                 name);
     }
 
     /// A number of at most `digits` digits, with a sign where one may be; nothing for any other text.
@@ -265,31 +274,36 @@ private:
 
     void refuseCalendar()
     {
-        complain(QString("the rule has %1, and other calendars than the Gregorian are not supported")
-                     .arg(m_name.toString()));
+        complain(
+            RuleFault::calendar,
+            QString("the rule has %1, and other calendars than the Gregorian are not supported").arg(m_name),
+            m_name);
     }
 
     /// What RFC 5545 forbids together (3.3.10).
     void checkTogether()
     {
         if (!m_hasFrequency)
-            return complain("the rule has no FREQ");
+            return complain(RuleFault::noFrequency, "the rule has no FREQ");
         const Frequency frequency = m_rule.frequency;
         const bool isYearly = frequency == Frequency::Yearly;
         if (m_rule.count && m_rule.until)
-            complain("the rule has COUNT and UNTIL, of which there may be one");
+            complain(RuleFault::countAndUntil, "the rule has COUNT and UNTIL, of which there may be one");
         if (!m_rule.ordinalWeekdays.empty() && frequency != Frequency::Monthly && !isYearly)
-            complain("BYDAY of the rule has a number, which needs FREQ=MONTHLY or FREQ=YEARLY");
+            complain(RuleFault::numberedDays,
+                     "BYDAY of the rule has a number, which needs FREQ=MONTHLY or FREQ=YEARLY");
         if (!m_rule.ordinalWeekdays.empty() && m_rule.hasWeek())
-            complain("BYDAY of the rule has a number, which cannot be beside BYWEEKNO");
+            complain(RuleFault::numberedDaysInWeeks,
+                     "BYDAY of the rule has a number, which cannot be beside BYWEEKNO");
         if (m_rule.hasMonthDay() && frequency == Frequency::Weekly)
-            complain("the rule has BYMONTHDAY, which cannot be beside FREQ=WEEKLY");
+            complain(RuleFault::monthDays, "the rule has BYMONTHDAY, which cannot be beside FREQ=WEEKLY");
         if (m_rule.hasYearDay() && frequency >= Frequency::Daily && !isYearly)
-            complain("the rule has BYYEARDAY, which cannot be beside FREQ=DAILY, WEEKLY or MONTHLY");
+            complain(RuleFault::yearDays,
+                     "the rule has BYYEARDAY, which cannot be beside FREQ=DAILY, WEEKLY or MONTHLY");
         if (m_rule.hasWeek() && !isYearly)
-            complain("the rule has BYWEEKNO, which needs FREQ=YEARLY");
+            complain(RuleFault::weeks, "the rule has BYWEEKNO, which needs FREQ=YEARLY");
         if (!m_rule.positions.empty() && !m_rule.hasParts())
-            complain("the rule has BYSETPOS, which needs another BY part");
+            complain(RuleFault::positions, "the rule has BYSETPOS, which needs another BY part");
     }
 
     RecurrenceRule m_rule;
@@ -298,6 +312,7 @@ private:
     QStringView m_name;
     QStringView m_value;
     QString m_fault;
+    QByteArray m_code;
 };
 } // namespace
 

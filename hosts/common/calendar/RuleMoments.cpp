@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/calendar/RuleMoments.h"
 
+#include "hosts/common/calendar/RuleFault.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -48,7 +50,7 @@ Result<std::unique_ptr<RuleMoments>> RuleMoments::of(const RecurrenceRule &rule,
     StepBudget budget;
     const std::optional<qint64> first = moments->from(firstOfAll, budget);
     if (!first || *first - start > longestWait)
-        return Error{"the rule gives no date within 100 years from its start"};
+        return Error{"the rule gives no date within 100 years from its start", RuleFault::noDate};
     moments->m_excluded = std::move(excluded);
     return moments;
 }
@@ -73,7 +75,7 @@ std::optional<Error> RuleMoments::limitTo(const RecurrenceRule &rule)
     if (last)
         (m_calendar ? m_lastWallTime : m_lastMoment) = *last;
     if (budget.isSpent())
-        return Error{"the rule's COUNT is too large to be counted"};
+        return Error{"the rule's COUNT is too large to be counted", RuleFault::tooLargeCount};
     return {};
 }
 

@@ -281,8 +281,7 @@ TEST_F(RecurrenceFormTest, ARuleOfExpertsIsJudgedAtEachLetter)
     choose(Kind::Expert);
     auto *const edit = find<QLineEdit>("Rule");
     QTest::keyClicks(edit, ";BYDAY=1M");
-    EXPECT_EQ(rule(), "The rule cannot be used: BYDAY=1M of the rule is not made of days such as MO, 2MO "
-                      "and -1MO.");
+    EXPECT_EQ(rule(), "In the rule, BYDAY=1M has no meaning. An example: BYDAY=MO,2TU,-1FR");
     EXPECT_TRUE(find<FaultLabel>(form.fault()));
     QTest::keyClick(edit, Qt::Key_Backspace);
     QTest::keyClick(edit, Qt::Key_Backspace);

@@ -286,8 +286,7 @@ TEST_F(TimingWriterTest, WhatCannotBeIsToldInASentence)
                      }),
               "There can be at most 1000 exceptions.");
     EXPECT_EQ(made([](Timing &timing) { timing.pattern = {.kind = Kind::Expert, .rule = "FREQ=DAYLY"}; }),
-              "The rule cannot be used: FREQ=DAYLY of the rule is not one of SECONDLY, MINUTELY, HOURLY, "
-              "DAILY, WEEKLY, MONTHLY and YEARLY.");
+              "In the rule, FREQ=DAYLY has no meaning. An example: FREQ=WEEKLY");
     EXPECT_EQ(made([](Timing &timing) {
                   timing.pattern = {.kind = Kind::Daily};
                   timing.ending = {Timing::End::AfterTimes, {}, 1};
@@ -301,7 +300,7 @@ TEST_F(TimingWriterTest, ARuleThatIsDamagedIsToldThoughNobodyEditsIt)
     const TimingWriter writer({utc("2026-03-14T21:00:00Z"), zone, recurrence("FREQ=DAILY;NONSENSE=1")});
     EXPECT_EQ(writer.shown().pattern.kind, Kind::Expert);
     EXPECT_EQ(writer.written(writer.shown()).error().text,
-              "The rule cannot be used: the rule has a part that is not known, \"NONSENSE\".");
+              "The rule has a part that is not known: NONSENSE.");
     // What took place once and is past is nothing wrong.
     const TimingWriter::Schedule past{utc("2026-03-10T21:00:00Z"), zone, {}};
     EXPECT_EQ(TimingWriter(past).written(TimingWriter(past).shown()).value(), past);
