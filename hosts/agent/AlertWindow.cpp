@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/agent/AlertWindow.h"
 
-#include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/interface/controls/ZDRProgressIndicator.h"
 #include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/plugin/Names.h"
@@ -64,8 +63,7 @@ AlertWindow::AlertWindow()
       m_button(new AlertButton(m_content)),
       m_later(new LaterButton(m_content)),
       m_hide(new AlertButton(agentText("Hide"), m_content)),
-      m_pie(new ZDRProgressIndicator(m_content)),
-      m_timer(Port<Clock>::current()->makeAbsoluteTimer())
+      m_pie(new ZDRProgressIndicator(m_content))
 {
     AlertAccessible::install();
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -86,9 +84,8 @@ AlertWindow::AlertWindow()
     connect(m_later, &LaterButton::chosen, this, &AlertWindow::putOff);
     connect(m_hide, &QAbstractButton::clicked, this, &AlertWindow::dismissed);
     connect(&m_gate, &InputGate::opened, this, &AlertWindow::takeInput);
-    connect(&m_exposure, &WindowExposure::changed, this, &AlertWindow::follow);
-    connect(m_timer.get(), &AbsoluteTimer::due, this, &AlertWindow::showRemainingTime);
-    connect(m_timer.get(), &AbsoluteTimer::clockChanged, this, &AlertWindow::showRemainingTime);
+    connect(&m_exposure, &WindowExposure::changed, &m_countdown, &AlertCountdown::setSeen);
+    connect(&m_countdown, &AlertCountdown::stepped, this, &AlertWindow::showTimeLeft);
 }
 
 AlertWindow::~AlertWindow() = default;
@@ -208,53 +205,21 @@ void AlertWindow::takeInput()
         m_button->setFocus();
 }
 
-void AlertWindow::follow(bool isExposed)
-{
-    m_step.reset();
-    if (!isExposed) {
-        m_timer->stop();
-        return;
-    }
-    if (m_date.isValid())
-        m_timer->start(m_date);
-    showRemainingTime();
-}
-
 void AlertWindow::countDownTo(const QDateTime &date)
 {
     m_pie->setVisible(date.isValid());
-    if (!date.isValid()) {
-        m_date = {};
-        m_step.reset();
-        m_timer->stop();
+    if (!date.isValid())
         m_timeLeft->showText({});
-        return;
-    }
-    if (date == m_date)
-        return; // shown anew, it goes on
-    m_date = date;
-    m_whole = std::max(milliseconds(Port<Clock>::current()->currentDate().msecsTo(date)), milliseconds(1000));
-    m_pie->setMaxValue(static_cast<float>(m_whole.count()) / 1000);
-    if (m_exposure.isExposed())
-        m_timer->start(date);
-    showRemainingTime();
+    m_countdown.begin(date);
 }
 
-void AlertWindow::showRemainingTime()
+void AlertWindow::showTimeLeft(milliseconds left)
 {
-    m_step.reset();
-    if (!m_date.isValid())
-        return;
-    const auto clock = Port<Clock>::current();
-    const milliseconds left(std::max<qint64>(clock->currentDate().msecsTo(m_date), 0));
+    m_pie->setMaxValue(static_cast<float>(m_countdown.whole().count()) / 1000);
     m_pie->setFloatValue(static_cast<float>(left.count()) / 1000);
     const QString words = TimeLeft::inWords(left, agentLanguage());
     if (words != m_timeLeft->text())
         m_timeLeft->showText(words);
-    if (left.count() == 0 || !m_exposure.isExposed())
-        return;
-    m_step = std::make_unique<QObject>();
-    clock->callAfter(TimeLeft::untilNextStep(left, m_whole), m_step.get(), [this] { showRemainingTime(); });
 }
 
 void AlertWindow::withdraw()
@@ -263,8 +228,7 @@ void AlertWindow::withdraw()
     for (auto *const button : {m_button, static_cast<AlertButton *>(m_later), m_hide})
         button->setEnabled(false);
     m_later->closeMenu();
-    m_timer->stop();
-    m_step.reset();
+    m_countdown.stop();
     disconnect(&m_exposure, nullptr, this, nullptr);
     performClose();
 }

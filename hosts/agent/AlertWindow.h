@@ -3,17 +3,13 @@
 
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 #include "DozelyKit/system/alerts/NSUserNotification.h"
+#include "hosts/agent/AlertCountdown.h"
 #include "hosts/agent/AlertDetails.h"
 #include "hosts/agent/InputGate.h"
 #include "hosts/agent/Postponement.h"
 #include "hosts/agent/WindowExposure.h"
 
 #include <QDateTime>
-
-namespace dozely
-{
-class AbsoluteTimer;
-} // namespace dozely
 
 class AlertButton;
 class AlertLabel;
@@ -76,9 +72,8 @@ private:
     void fit();
     void colorTexts();
     void takeInput();
-    void follow(bool isExposed);
     void countDownTo(const QDateTime &date);
-    void showRemainingTime();
+    void showTimeLeft(std::chrono::milliseconds left);
 
     QWidget *m_content = nullptr; // these belong to the window
     AlertLabel *m_title = nullptr;
@@ -93,10 +88,7 @@ private:
     ZDRProgressIndicator *m_pie = nullptr;
     WindowExposure m_exposure{*this};
     InputGate m_gate{*this, m_exposure};
-    std::unique_ptr<dozely::AbsoluteTimer> m_timer;
-    std::unique_ptr<QObject> m_step; // context of the countdown's next one
-    QDateTime m_date;                // of the action; invalid for none
-    std::chrono::milliseconds m_whole{0};
+    AlertCountdown m_countdown;
     QPoint m_pressedAt; // where the window was
     bool m_isWithdrawn = false;
 };

@@ -3,9 +3,9 @@
 
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/log/ZDRLog.h"
+#include "DozelyKit/interface/windows/FullScreenX11.h"
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/agent/AlertPlacement.h"
-#include "hosts/agent/FullScreenX11.h"
 
 #include <QCursor>
 #include <QGuiApplication>

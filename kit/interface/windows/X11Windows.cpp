@@ -1,40 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "DozelyKit/interface/windows/X11Windows_p.h"
 
+#include "DozelyKit/interface/windows/X11Server_p.h"
+
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QWindow>
 
 #include <cstdlib>
-#include <memory>
 
 #include <xcb/xcb.h>
 
 namespace dozely
 {
 
+using X11Server::atom;
+using X11Server::connection;
+using X11Server::Owned;
+
 namespace
 {
-struct Free {
-    void operator()(void *answer) const { std::free(answer); }
-};
-template<class Answer>
-using Owned = std::unique_ptr<Answer, Free>;
-
-xcb_connection_t *connection()
-{
-    const auto *const x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(const QByteArray &name)
-{
-    const auto cookie =
-        xcb_intern_atom(connection(), false, static_cast<quint16>(name.size()), name.constData());
-    const Owned<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection(), cookie, nullptr));
-    return answer ? answer->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 void setCardinal(QWindow *window, const QByteArray &property, quint32 value)
 {
     xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window->winId()),

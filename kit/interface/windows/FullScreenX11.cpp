@@ -1,39 +1,26 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/agent/FullScreenX11.h"
+#include "DozelyKit/interface/windows/FullScreenX11.h"
+
+#include "DozelyKit/interface/windows/X11Server_p.h"
 
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
 
-#include <cstdlib>
-#include <memory>
 #include <vector>
 
 #include <xcb/xcb.h>
 
+namespace dozely
+{
+
+using X11Server::atom;
+using X11Server::connection;
+using X11Server::Owned;
+
 namespace
 {
-struct Free {
-    void operator()(void *answer) const { std::free(answer); }
-};
-template<class Answer>
-using Owned = std::unique_ptr<Answer, Free>;
-
-xcb_connection_t *connection()
-{
-    const auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(const QByteArray &name)
-{
-    const auto cookie =
-        xcb_intern_atom(connection(), false, static_cast<quint16>(name.size()), name.constData());
-    const Owned<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection(), cookie, nullptr));
-    return answer ? answer->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 /// The numbers that a property of a window holds; none without it.
 std::vector<quint32> numbers(xcb_window_t window, const QByteArray &property)
 {
@@ -89,3 +76,5 @@ void FullScreenX11::stayAbove(QWindow *window)
                         XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &below);
     xcb_flush(connection());
 }
+
+} // namespace dozely

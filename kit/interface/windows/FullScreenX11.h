@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "DozelyKit/interface/Export.h"
+
 class QWindow;
+
+namespace dozely
+{
 
 /// What it takes on X11 to be seen above a window that fills the screen.
 namespace FullScreenX11
@@ -10,5 +15,7 @@ namespace FullScreenX11
 /// active window when that fills the screen: then it stays above it, also with a window manager that keeps an
 /// active window of that kind above all others. Nothing happens otherwise, nor where Qt does not run on X11.
 /// THREADING: the main thread. BLOCKING: for some round trips to the X server.
-void stayAbove(QWindow *window);
+DOZELYINTERFACE_EXPORT void stayAbove(QWindow *window);
 } // namespace FullScreenX11
+
+} // namespace dozely
