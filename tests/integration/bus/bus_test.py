@@ -501,7 +501,7 @@ def tool(system):
     same(admin("remove", "Plants")[0], 0)
     same(system.ask(ALICE, "List"), [])
     lines = [line for line in system.log_text().splitlines() if "was added by" in line]
-    same(len(lines), 1)
+    same(len(lines), 2)
     system.end("dozelyd")
     status, output = admin("add", "Water", "--program", "/usr/bin/touch", "--in", "3600")
     same(status, 3)
