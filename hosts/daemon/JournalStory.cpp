@@ -118,19 +118,12 @@ void JournalStory::send(int most)
         sendSoon({});
 }
 
-Journal::Fields JournalStory::fieldsOf(const Entry &entry)
+Journal::Fields JournalStory::fieldsOf(const Entry &entry) const
 {
     const Scheduler &scheduler = m_controller.keeper().scheduler();
     const auto place = scheduler.placeOf(entry.key.first);
     const Schedule schedule = place ? Schedule(scheduler.schedules().at(*place)) : Schedule();
-    QString unit = m_controller.unitOf(entry.key);
-    if (unit.isEmpty())
-        unit = m_units.value(entry.key);
-    if (entry.messageId == begunId && !unit.isEmpty())
-        m_units.insert(entry.key, unit);
-    else if (entry.messageId == outcomeId)
-        m_units.remove(entry.key);
-
+    const QString unit = m_controller.unitOf(entry.key);
     constexpr char warning[] = "4";
     constexpr char information[] = "6";
     const QString name = place ? schedule.name : entry.key.first;

@@ -4,7 +4,6 @@
 #include "hosts/daemon/Journal.h"
 #include "hosts/daemon/OccurrenceRecord.h"
 
-#include <QHash>
 #include <QList>
 #include <QObject>
 
@@ -44,12 +43,11 @@ private:
     void tellOutcome(const OccurrenceRecord::Key &key);
     void sendSoon(std::chrono::milliseconds delay);
     void send(int most);
-    Journal::Fields fieldsOf(const Entry &entry);
+    Journal::Fields fieldsOf(const Entry &entry) const;
 
     DaemonController &m_controller;
     dozely::Clock &m_clock;
     Journal m_journal;
     QList<Entry> m_waiting;
-    QHash<OccurrenceRecord::Key, QString> m_units; // of the actions that go on
     bool m_isSendComing = false;
 };

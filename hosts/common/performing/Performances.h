@@ -55,7 +55,8 @@ public:
     /// Lets one that is ready act; false when it has ended, or cannot be told and ends therefore.
     bool go(const QString &name);
 
-    /// The unit of the service manager in which one of this process runs; empty where it has none.
+    /// The unit of the service manager in which one of this process runs, or ran a moment ago; empty where it
+    /// has none.
     QString unitOf(const QString &name) const { return m_performers->unitOf(name); }
 
     /// Ends one that was not let go; `ended` is not called.

@@ -42,7 +42,7 @@ public:
     /// Tells what the machine knows of the end of one that was started here, a clause; empty for nothing.
     virtual void tellEnd(const QString &name, Told told) = 0;
 
-    /// The unit in which one that was started here runs; empty where it has none.
+    /// The unit in which one that was started here runs, or ran a moment ago; empty where it has none.
     virtual QString unitOf(const QString & /*name*/) const { return {}; }
 
     /// Nobody will ask for the end of this one any more. It may not have been started yet; it need not be.

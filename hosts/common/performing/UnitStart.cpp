@@ -11,6 +11,7 @@
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <utility>
 
@@ -151,6 +152,21 @@ void UnitStart::tellEnd(const QString &name, Told told)
 void UnitStart::forget(const QString &name)
 {
     m_early.remove(name);
-    if (const QString unit = m_units.take(name); !unit.isEmpty())
-        m_manager.forget(unit);
+    const QString unit = m_units.take(name);
+    if (unit.isEmpty())
+        return;
+    m_manager.forget(unit);
+    constexpr qsizetype mostFormer = 256; // who tells of an end does so a moment later
+    m_former += {name, unit};
+    if (m_former.size() > mostFormer)
+        m_former.removeFirst();
+}
+
+QString UnitStart::unitOf(const QString &name) const
+{
+    if (m_units.contains(name))
+        return m_units.value(name);
+    const auto former = std::find_if(m_former.crbegin(), m_former.crend(),
+                                     [&](const auto &each) { return each.first == name; });
+    return former == m_former.crend() ? QString() : former->second;
 }

@@ -18,7 +18,7 @@ public:
     void start(const Performer &performer, Answered answered) override;
     void tellEnd(const QString &name, Told told) override;
     void forget(const QString &name) override;
-    QString unitOf(const QString &name) const override { return m_units.value(name); }
+    QString unitOf(const QString &name) const override;
 
 private:
     enum class Way { NotKnown, Units, Forked };
@@ -32,6 +32,7 @@ private:
     Way m_way = Way::NotKnown;
     QHash<QString, std::shared_ptr<Early>> m_early; // by name, while the way is not known
     QHash<QString, QString> m_units;                // by name
+    QList<std::pair<QString, QString>> m_former;    // names and units of the latest that are forgotten
     ForkedStart m_forked;
     dozely::ServiceManager m_manager;
 };
