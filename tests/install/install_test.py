@@ -176,18 +176,19 @@ class InstallTest(unittest.TestCase):
         self.assertIn(f'Exec="{AGENT}"\n', entry)
 
     def test_the_system_bus_and_polkit_find_what_they_are_told(self):
-        shared = self.prefix / "share"
-        policy = ElementTree.parse(shared / "dbus-1/system.d/com.dozely.Scheduler1.conf").getroot()
+        # Neither looks below another prefix.
+        policy = ElementTree.parse(self.stage / "usr/share/dbus-1/system.d/com.dozely.Scheduler1.conf").getroot()
         owners = [rule.get("user") for rule in policy.findall("policy") if rule.find("allow[@own='com.dozely']") is not None]
         self.assertEqual(owners, ["root"])
         self.assertIsNotNone(policy.find("policy[@context='default']/deny[@send_destination='com.dozely']"))
-        node = ElementTree.parse(shared / "dbus-1/interfaces/com.dozely.Scheduler1.xml").getroot()
+        node = ElementTree.parse(self.prefix / "share/dbus-1/interfaces/com.dozely.Scheduler1.xml").getroot()
         self.assertEqual([each.get("name") for each in node.findall("interface")], ["com.dozely.Scheduler1"])
         names = (SOURCE / "hosts/common/bus/SchedulerNames.h").read_text(encoding="utf-8")
         page = (SOURCE / "docs/bus.md").read_text(encoding="utf-8")
         for member in node.findall("interface/*"):
             self.assertIn(f"`{member.get('name')}", page)
-        actions = ElementTree.parse(shared / "polkit-1/actions/com.dozely.policy").getroot().findall("action")
+        policies = ElementTree.parse(self.stage / "usr/share/polkit-1/actions/com.dozely.policy").getroot()
+        actions = policies.findall("action")
         self.assertEqual({action.get("id") for action in actions}, set(re.findall(r'"(com\.dozely\.scheduler\.[a-z-]+)"', names)))
         language = "{http://www.w3.org/XML/1998/namespace}lang"
         for action in actions:
