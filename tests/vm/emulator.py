@@ -22,18 +22,21 @@ class Emulator:
     """One machine, from switching on to close().
 
     take() gives what happens, in order, as pairs: ("line", TEXT) for a line of the second serial port, ("event", EVENT)
-    for what the emulator reports, ("end", None) when the emulator is gone.
+    for what the emulator reports, ("end", None) when the emulator is gone. say() goes the other way, into the second
+    serial port.
     """
 
-    def __init__(self, image, disk, payload, folder):
+    def __init__(self, image, disk, payload, folder, memory=1024, clock="utc"):
+        """`memory` in MiB; `clock`: the date at which the machine's begins, this one's unless told."""
         socket_path = os.path.join(folder, "control")
         self.happened = queue.Queue()
         self.replies = queue.Queue()
         self.process = subprocess.Popen(
             ["qemu-system-x86_64", "-nodefaults", "-no-user-config", "-machine", "pc",
              # Translated code in a thread for each processor; hardware help is not everywhere, and not alike.
-             "-accel", "tcg,thread=multi", "-cpu", "max", "-smp", "2", "-m", "1024",
-             "-display", "none", "-vga", "std", "-nic", "none", "-rtc", "base=utc,clock=host", "-no-shutdown",
+             "-accel", "tcg,thread=multi", "-cpu", "max", "-smp", "2", "-m", str(memory),
+             "-display", "none", "-vga", "std", "-nic", "none", "-rtc", f"base={clock},clock=host",
+             "-no-shutdown",
              "-kernel", os.path.join(image, "vmlinuz"), "-initrd", os.path.join(image, "initrd.img"),
              "-append", "root=/dev/vda rw console=tty0 console=ttyS0,115200 mitigations=off nowatchdog no_timer_check"
                         " systemd.show_status=0 quiet",
@@ -90,6 +93,10 @@ class Emulator:
             return self.happened.get(timeout=limit)
         except queue.Empty:
             return None
+
+    def say(self, line):
+        self.process.stdin.write(line + "\n")
+        self.process.stdin.flush()
 
     def command(self, name, **arguments):
         self.control.sendall((json.dumps({"execute": name, "arguments": arguments}) + "\n").encode())

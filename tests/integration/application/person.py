@@ -98,7 +98,7 @@ def ready(order):
 
 
 def press(order):
-    act(usable(order), "Press", "Toggle", "ShowMenu")
+    act(usable(order), "Press", "Toggle", "ShowMenu", "click")
 
 
 def check(order):
