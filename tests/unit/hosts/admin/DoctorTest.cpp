@@ -61,6 +61,7 @@ public:
     Controller controller() override { return {}; }
     std::optional<QVariantMap> controllerProperties() override { return {}; }
     QString testAlarm(const QDateTime &) override { return fault; }
+    qint32 putBackAlarm(const QDateTime &) override { return 0; }
 };
 
 class DoctorTest : public testing::Test
