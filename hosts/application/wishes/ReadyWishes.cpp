@@ -14,13 +14,20 @@ using namespace dozely;
 
 namespace
 {
+struct Sound {
+    QString player;
+    QString file; ///< Of a kind that it plays.
+};
+
 /// The first that the machine has; the first of all where it has none.
-QString soundHere()
+Sound soundHere()
 {
-    const QStringList sounds{"/usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga",
-                             "/usr/share/sounds/alsa/Front_Center.wav"};
-    for (const QString &sound : sounds) {
-        if (QFileInfo::exists(sound))
+    const QString alarm = "/usr/share/sounds/freedesktop/stereo/alarm-clock-elapsed.oga";
+    const QList<Sound> sounds{{"/usr/bin/pw-play", alarm},
+                              {"/usr/bin/paplay", alarm},
+                              {"/usr/bin/aplay", "/usr/share/sounds/alsa/Front_Center.wav"}};
+    for (const Sound &sound : sounds) {
+        if (QFileInfo::exists(sound.player) && QFileInfo::exists(sound.file))
             return sound;
     }
     return sounds.constFirst();
@@ -54,9 +61,11 @@ QVariantMap ReadyWishes::switchOffInTheEvening()
 QVariantMap ReadyWishes::wakeWithMusic()
 {
     QVariantMap wish =
-        schedule(tr("Wake with music"), "Open", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR", QTime(6, 55));
+        schedule(tr("Wake with music"), "Command", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR", QTime(6, 55));
+    const auto [player, file] = soundHere();
     wish["actsIn"] = "session";
-    wish["parameters"] = QVariantMap{{OpenKey::items, QVariantList{soundHere()}},
+    wish["parameters"] = QVariantMap{{"Program", player},
+                                     {"Arguments", QVariantList{file}},
                                      {ParameterKey::needsWakeUp, 1},
                                      {ParameterKey::needsStartup, 1}};
     return wish;

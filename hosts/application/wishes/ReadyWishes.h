@@ -14,8 +14,8 @@ public:
     /// Every weekday at 22:00, with an alert five minutes before.
     static QVariantMap switchOffInTheEvening();
 
-    /// Every weekday at 06:55, in the session; the machine is woken or switched on. The
-    /// desktop's player is given a sound that the machine has, in whose place the person puts his own.
+    /// Every weekday at 06:55, in the session; the machine is woken or switched on. A player that the machine
+    /// has plays a sound that it has, in whose place the person puts his own.
     static QVariantMap wakeWithMusic();
 
     /// Every night at 03:00, as root; the machine is woken and goes back to sleep. An archive of all homes,

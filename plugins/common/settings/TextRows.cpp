@@ -38,6 +38,16 @@ class RowDelegate : public QStyledItemDelegate
 public:
     RowDelegate(const QString &empty, QObject *parent) : QStyledItemDelegate(parent), m_empty(empty) {}
 
+    /// Called what the list is.
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override
+    {
+        QWidget *const editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (editor && option.widget)
+            editor->setAccessibleName(option.widget->accessibleName());
+        return editor;
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
@@ -60,6 +70,12 @@ TextRows::TextRows(QListWidget *list, const Texts &texts) : QObject(list), m_lis
     list->setItemDelegate(new RowDelegate(texts.empty, list));
     connect(list, &QListWidget::itemChanged, this, &TextRows::followEdit);
     connect(list->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &TextRows::followEditor);
+    // A screen reader selects a row without moving there.
+    connect(list, &QListWidget::itemSelectionChanged, this, [list] {
+        const auto selected = list->selectedItems();
+        if (selected.size() == 1 && selected.constFirst() != list->currentItem())
+            list->setCurrentItem(selected.constFirst());
+    });
     const auto *const removing = new QShortcut(Qt::Key_Delete, list, nullptr, nullptr, Qt::WidgetShortcut);
     connect(removing, &QShortcut::activated, this, &TextRows::remove);
 }

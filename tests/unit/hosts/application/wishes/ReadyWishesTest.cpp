@@ -73,9 +73,8 @@ TEST_F(ReadyWishesTest, TheMusicPlaysInTheSessionOfAMachineThatIsWoken)
     const QVariantMap wish = ReadyWishes::wakeWithMusic();
     const QVariantMap parameters = wish.value("parameters").toMap();
     EXPECT_EQ(wish.value("actsIn"), "session");
-    EXPECT_TRUE(wish.value("bundlePath").toString().endsWith("/Open.plugin"));
-    ASSERT_EQ(parameters.value("Items").toList().size(), 1);
-    EXPECT_TRUE(parameters.value("Items").toList().constFirst().toString().startsWith("/usr/share/sounds/"));
+    EXPECT_TRUE(parameters.value("Program").toString().startsWith("/usr/bin/"));
+    EXPECT_EQ(parameters.value("Arguments").toList().size(), 1);
     EXPECT_EQ(parameters.value("Needs Wake Up"), 1);
     EXPECT_EQ(parameters.value("Needs Startup"), 1);
 }
