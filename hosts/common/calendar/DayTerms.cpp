@@ -47,7 +47,8 @@ QList<QDate> DayTerms::daysIn(const QString &text, const std::optional<QTime> &t
     const int weekday = weekdayNamed(text.left(blank));
     if (blank < 0 || weekday == 0)
         return days;
-    days = daysOf(text.mid(blank + 1), time); // "fri 3.4.": those that are one
+    const QString date = text.mid(blank + 1);
+    days = numberedDays(date, time) + namedDays(date, time); // "fri 3.4.": those that are one
     days.removeIf([&](const QDate &day) { return day.dayOfWeek() != weekday; });
     return days;
 }

@@ -87,10 +87,8 @@ TEST_F(UnitsTest, AreNamedAfterTheSchedule)
     order.limits.timeToEnd = 30s;
     ASSERT_TRUE(prepare("a1"));
     ASSERT_TRUE(performances->go("a1"));
-    const QString name = performances->unitOf("a1");
     EXPECT_EQ(failure("a1"), "");
-    EXPECT_EQ(QStringList{name}, unitsOf("back-up-home"));
-    EXPECT_EQ(performances->unitOf("a1"), name) << "for who tells of its end";
+    EXPECT_EQ(QStringList{performances->unitOf("a1")}, unitsOf("back-up-home")) << "for who tells of its end";
     const QVariantMap unit = propertiesOf("back-up-home");
     EXPECT_EQ(unit["Description"], "Dozely action of schedule \"Back up: $HOME\"");
     EXPECT_EQ(unit["SyslogIdentifier"], "dozely-action");

@@ -229,7 +229,7 @@ TEST_F(AdminStoreTest, OutputSaysWhyThereIsNone)
         {{"output", "open"}, 1, "\"open\" was not performed yet"},
         {{"output", "Backup", "--date", "2060-03-13 06:55"}, 1, "\"Backup\" was not performed then"},
         {{"output", "gone"}, 1, "There is no schedule \"gone\""},
-        {{"output", "Backup", "--date", "yesterday"}, 2, "is not a date"},
+        {{"output", "Backup", "--date", "some day"}, 2, "is not a date"},
         {{"output", "Backup", "--time-zone", "UTC"}, 2, "--time-zone is that of a --date"},
         {{"output"}, 2, "\"output\" needs an argument"},
     };
