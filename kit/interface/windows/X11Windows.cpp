@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QGuiApplication>
+#include <QList>
 #include <QWindow>
 
 #include <cstdlib>
@@ -29,6 +30,31 @@ void setCardinal(QWindow *window, const QByteArray &property, quint32 value)
 void removeProperty(QWindow *window, const QByteArray &property)
 {
     xcb_delete_property(connection(), static_cast<xcb_window_t>(window->winId()), atom(property));
+}
+
+/// The atoms of a property that is a list of them.
+QList<xcb_atom_t> atoms(QWindow *window, const QByteArray &property)
+{
+    constexpr quint32 most = 1024;
+    const auto cookie = xcb_get_property(connection(), false, static_cast<xcb_window_t>(window->winId()),
+                                         atom(property), XCB_ATOM_ATOM, 0, most);
+    const Owned<xcb_get_property_reply_t> answer(xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!answer || answer->type != XCB_ATOM_ATOM || answer->format != 32)
+        return {};
+    const auto *const first = static_cast<const xcb_atom_t *>(xcb_get_property_value(answer.get()));
+    return {first, first + answer->value_len};
+}
+
+/// Of a window that is not shown: who manages windows reads it then.
+void setState(QWindow *window, const QByteArray &state, bool isSet)
+{
+    QList<xcb_atom_t> states = atoms(window, "_NET_WM_STATE");
+    states.removeAll(atom(state));
+    if (isSet)
+        states.append(atom(state));
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window->winId()),
+                        atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, static_cast<quint32>(states.size()),
+                        states.constData());
 }
 
 /// The number of the screen that the display's name chooses.
@@ -70,6 +96,8 @@ void X11Windows::setJoinsAllDesktops(QWindow *window, bool joins)
         setCardinal(window, "_NET_WM_DESKTOP", allDesktops);
     else
         removeProperty(window, "_NET_WM_DESKTOP");
+    // Some take "every desktop" of a window that they have not seen yet for the last one, unless it sticks.
+    setState(window, "_NET_WM_STATE_STICKY", joins);
 }
 
 void X11Windows::setHasShadow(QWindow *window, bool hasShadow)

@@ -18,8 +18,8 @@ bool haveCompositor();
 /// Sends what waits to be sent to the server.
 void flush();
 
-/// "_NET_WM_DESKTOP": every desktop, or the one that the window manager chooses. For a window that is not
-/// shown yet.
+/// "_NET_WM_DESKTOP" and "_NET_WM_STATE_STICKY": every desktop, or the one that the window manager chooses.
+/// For a window that is not shown yet.
 void setJoinsAllDesktops(QWindow *window, bool joins);
 
 /// "_COMPTON_SHADOW", which the common stand-alone compositors read; others draw no shadow around frameless
