@@ -186,7 +186,7 @@ const DoctorServices &DoctorServices::ofTheMachine()
 void DoctorChecks::addServices(List &checks)
 {
     const std::pair<const char *, SimpleCheck::Look> looks[] = {
-        {"service", service},        {"daemon", listening},      {"bus-policy", busPolicy},
+        {"service", service},        {"daemon", listening},   {"bus-policy", busPolicy},
         {"bus-name", busName},       {"polkit", polkit},      {"polkit-policy", polkitPolicy},
         {"agent-start", agentStart}, {"console-agent", agent}};
     for (const auto &[name, look] : looks)

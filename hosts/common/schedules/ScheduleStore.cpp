@@ -113,7 +113,8 @@ Result<ScheduleStore::Content> ScheduleStore::read()
 {
     const auto data = storeFile().read();
     if (!data)
-        return Error{data.error().text, damaged};
+        return Error{data.error().text,
+                     data.error().name == GuardedFile::untrusted ? GuardedFile::untrusted : damaged};
     if (!*data)
         return Content();
     auto content = parse(**data);

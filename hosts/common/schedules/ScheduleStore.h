@@ -26,7 +26,8 @@ struct Content {
     bool hasUnknown = false;         ///< Whether one has none.
 };
 
-/// Name of the error that there is a store and it cannot be understood, or is not to be trusted.
+/// Name of the error that there is a store and it cannot be understood; of one to be changed also that it is
+/// not to be trusted.
 inline constexpr char damaged[] = "store damaged";
 
 /// The store's full path.
@@ -36,7 +37,7 @@ QString path();
 dozely::Result<Content> parse(const QByteArray &data);
 
 /// Reads and parses the store; an error when it cannot be read or is no store. A store that somebody else
-/// than the system's owner may write is not parsed.
+/// than the system's owner may write is not parsed, and the error is named GuardedFile::untrusted.
 dozely::Result<Content> read();
 
 /// Changes the store under its lock: reads it, lets `change` alter the schedules, and replaces the file. Keys

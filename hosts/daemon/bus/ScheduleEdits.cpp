@@ -66,7 +66,7 @@ Result<void> checkFeasible(const Schedule &schedule, bool isOfAdministrator)
 
 Error ScheduleEdits::onBus(const Error &error)
 {
-    if (error.name == ScheduleStore::damaged)
+    if (error.name == ScheduleStore::damaged || error.name == GuardedFile::untrusted)
         return {QString("The schedules are damaged, and are not overwritten: %1.").arg(error.text),
                 SchedulerNames::storeDamaged};
     return {error.text + '.', SchedulerNames::notPossible};

@@ -40,8 +40,8 @@ public:
     QString actionButtonTitle() const { return m_actionButtonTitle; }
     void setActionButtonTitle(const QString &title) { m_actionButtonTitle = title; }
 
-    /// A name of the desktop's sound theme ("alarm-clock-elapsed"), whose sound is played when the alert comes
-    /// up, where the desktop plays any; without one, what the desktop does by itself.
+    /// A name of the desktop's sound theme ("alarm-clock-elapsed"), whose sound is played when the alert
+    /// comes up, where the desktop plays any; without one, what the desktop does by itself.
     QString soundName() const { return m_soundName; }
     void setSoundName(const QString &name) { m_soundName = name; }
 

@@ -183,7 +183,8 @@ void UserNotificationServer::notify(const Content &content, quint32 replaced, No
     const QString text = m_capabilities.contains("body-markup") ? content.text.toHtmlEscaped() : content.text;
     constexpr qint32 untilWithdrawn = 0;
     call("Notify", "susssasa{sv}i",
-         {"Dozely", replaced, "appointment-soon", content.title, text, actions, hintsFor(content.soundName), untilWithdrawn},
+         {"Dozely", replaced, "appointment-soon", content.title, text, actions, hintsFor(content.soundName),
+          untilWithdrawn},
          [handler = std::move(handler)](const BusConnection::Reply &reply) {
              const QVariant id = BusConnection::firstOf(reply);
              if (!reply)

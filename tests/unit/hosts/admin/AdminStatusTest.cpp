@@ -127,6 +127,7 @@ TEST(AdminDoctor, TellsFindingsAndRemediesAndEndsWithOneWhenSomethingIsWrong)
     EXPECT_GT(json["checks"].toArray().size(), 20);
     for (const QJsonValue check : json["checks"].toArray()) {
         EXPECT_FALSE(check["name"].toString().isEmpty());
-        EXPECT_EQ(check["remedy"].isNull(), check["state"].toString() != "wrong") << qPrintable(check["name"].toString());
+        EXPECT_EQ(check["remedy"].isNull(), check["state"].toString() != "wrong")
+            << qPrintable(check["name"].toString());
     }
 }

@@ -67,7 +67,8 @@ TEST_F(RemoteHostTest, ACommandIsRunOnTheOtherMachine)
     const auto list = run({"--host", "root@example.org", "list"});
     EXPECT_EQ(list.status, 0) << list.errors.constData();
     EXPECT_THAT(list.output.toStdString(), HasSubstr("It's \"5 o'clock\" $HOME; `id`"));
-    EXPECT_TRUE(asked().startsWith("-x\n-T\n--\nroot@example.org\ndozely-admin --root ")) << qPrintable(asked());
+    EXPECT_TRUE(asked().startsWith("-x\n-T\n--\nroot@example.org\ndozely-admin --root "))
+        << qPrintable(asked());
     EXPECT_FALSE(asked().contains("--host"));
 }
 
