@@ -8,7 +8,7 @@ import os
 from emulator import Failure
 
 ANSWER_LIMIT = 1200.0  # seconds for one answer of the machine's; longer than a person there looks for anything
-LOOK_LIMIT = 300  # seconds that a person there looks for something; a machine that is emulated is slow
+LOOK_LIMIT = 120  # seconds that a person there looks for something; a machine that is emulated is slow
 KEYS = {" ": "spc", "-": "minus", "/": "slash", ".": "dot", ":": ["shift", "semicolon"]}
 
 
