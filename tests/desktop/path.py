@@ -145,7 +145,7 @@ def walk(session):
     session.press("push button", "Cancel", app=AGENT)
     session.gone("alert", app=AGENT)
     states = [each["state"] for each in history(session, "Radio")]
-    must(states[:1] == ["cancelled"], f"what was cancelled is recorded as {states}")
+    must(states[:1] == ["removed"], f"what was cancelled is recorded as {states}")
     session.run("test", "!", "-e", PLAYED)
     must(radio_to_come(session).date() == date.date() + datetime.timedelta(1), "it does not come again tomorrow")
     yield "its alert was cancelled; nothing was played"
