@@ -108,15 +108,15 @@ bool UiFileLoader::loadNibNamed(const QString &name, const NSBundle &bundle, QOb
 
     QBuffer buffer(&*content);
     buffer.open(QIODevice::ReadOnly);
-    UiWidgets widgets;
-    widgets.setWorkingDirectory(QFileInfo(path).dir());
+    const auto widgets = UiWidgets::make();
+    widgets->setWorkingDirectory(QFileInfo(path).dir());
     QWidget *view = nullptr;
     {
         const BundleTexts texts(bundle, name);
-        view = widgets.load(&buffer);
+        view = widgets->load(&buffer);
     }
     if (!view)
-        return refuse(widgets.errorString());
+        return refuse(widgets->errorString());
     QObject::connect(owner, &QObject::destroyed, view, [view] { delete view; });
     settle(view);
     UiOwner uiOwner(owner);

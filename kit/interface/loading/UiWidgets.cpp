@@ -7,6 +7,8 @@
 #include "DozelyKit/interface/windows/ZDRBezelView.h"
 #include "DozelyKit/interface/windows/ZDRBezelWindow.h"
 
+#include <QCoreApplication>
+
 namespace dozely
 {
 
@@ -31,9 +33,15 @@ const QHash<QString, Maker> &makers()
 }
 } // namespace
 
-UiWidgets::UiWidgets()
+std::unique_ptr<UiWidgets> UiWidgets::make()
 {
-    clearPluginPaths(); // code from wherever an environment variable says
+    // While it is made it loads Designer's plug-ins from all of these: code from wherever an environment
+    // variable says, and milliseconds of a window's start.
+    const QStringList paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    std::unique_ptr<UiWidgets> widgets(new UiWidgets);
+    QCoreApplication::setLibraryPaths(paths);
+    return widgets;
 }
 
 QWidget *UiWidgets::createWidget(const QString &className, QWidget *parent, const QString &name)

@@ -3,6 +3,8 @@
 
 #include <QUiLoader>
 
+#include <memory>
+
 namespace dozely
 {
 
@@ -11,8 +13,13 @@ namespace dozely
 class UiWidgets : public QUiLoader
 {
 public:
-    UiWidgets();
+    /// For the main thread.
+    static std::unique_ptr<UiWidgets> make();
+
     QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override;
+
+private:
+    UiWidgets() = default;
 };
 
 } // namespace dozely

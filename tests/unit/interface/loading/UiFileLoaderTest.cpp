@@ -271,6 +271,18 @@ TEST_F(UiFileLoaderTest, RefusesAFileThatWouldFillTheMemory)
     EXPECT_TRUE(refusesWith("larger than 1 MiB"));
 }
 
+TEST_F(UiFileLoaderTest, LoadsNoCodeFromWhereQtLooksForPlugIns)
+{
+    QCoreApplication::addLibraryPath(DOZELY_TEST_QT_PLUGINS);
+    const QStringList paths = QCoreApplication::libraryPaths();
+    ASSERT_THAT(paths, Contains(QString(DOZELY_TEST_QT_PLUGINS)));
+    write("Resources/Panel.ui", form);
+    ASSERT_TRUE(load());
+    EXPECT_FALSE(qEnvironmentVariableIsSet("DOZELY_TEST_DESIGNER_PLUG_IN"));
+    EXPECT_EQ(QCoreApplication::libraryPaths(), paths) << "those of others stay";
+    QCoreApplication::removeLibraryPath(DOZELY_TEST_QT_PLUGINS);
+}
+
 TEST_F(UiFileLoaderTest, GivesAConfigurationPlugInItsView)
 {
     write("Resources/Settings.ui", QByteArray(form).replace("name=\"view\"", "name=\"setupView\""));
