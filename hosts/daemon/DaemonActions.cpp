@@ -92,7 +92,8 @@ void DaemonActions::takeUp()
             });
         if (isThere) {
             ZDRLog("%@ was begun by an earlier daemon", labelOf(occurrence));
-            m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfoIn(orders.value(nameOf(key))))});
+            const QVariantMap bundleInfo = bundleInfoIn(orders.value(nameOf(key)));
+            m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfo), bundleInfo});
         } else { // it has ended since the record was read
             endedLater(occurrence, {});
         }
@@ -150,10 +151,12 @@ void DaemonActions::perform(const Occurrence &occurrence, const QVariantMap &bun
         isReady = false;
     }
     m_prepared.remove(key); // from here on its end is that of the action
-    m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfo)});
+    Acting &acting = *m_acting.insert(key, {occurrence, m_inhibitor.hold(bundleInfo), bundleInfo});
     ZDRLog("%@ acts in the daemon", labelOf(occurrence));
-    if (isReady && m_performances.go(name))
+    if (isReady && m_performances.go(name)) {
+        acting.mayStartAnew = true;
         return;
+    }
     if (isReady) // it has ended meanwhile
         m_performances.callOff(name);
     startNow(occurrence, bundleInfo);
@@ -201,6 +204,13 @@ void DaemonActions::ended(const Occurrence &occurrence, const PerformanceOutcome
 {
     if (const auto prepared = m_prepared.find(keyOf(occurrence)); prepared != m_prepared.end()) {
         prepared->isInVain = true;
+        return;
+    }
+    const auto acting = m_acting.find(keyOf(occurrence));
+    if (acting != m_acting.end() && std::exchange(acting->mayStartAnew, false) && !outcome.hasBegun &&
+        !outcome.ended.isValid()) {
+        ZDRLog("%@ is given another performer: %@", labelOf(occurrence), outcome.reason());
+        startNow(occurrence, QVariantMap(acting->bundleInfo));
         return;
     }
     m_acting.remove(keyOf(occurrence));

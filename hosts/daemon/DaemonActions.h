@@ -81,6 +81,8 @@ private:
     struct Acting {
         Occurrence occurrence;
         std::shared_ptr<const void> awake; ///< Keeps the machine so.
+        QVariantMap bundleInfo;
+        bool mayStartAnew = false; ///< If its performer, which was made ready, has not heard that it may act.
     };
     QHash<Key, Prepared> m_prepared;
     QHash<Key, Acting> m_acting;

@@ -92,8 +92,8 @@ private:
     Replied m_replied; // while something is asked
     bool m_isSecondTry = false;
     bool m_finishesNext = false;
-    std::chrono::milliseconds m_starvedBefore{0};     // when it was asked
-    std::chrono::milliseconds m_limitBegan{0};        // on the steady clock, as the two below
+    std::chrono::milliseconds m_starvedBefore{0}; // when it was asked
+    std::chrono::milliseconds m_limitBegan{0};    // on the steady clock, as the two below
     std::optional<std::chrono::milliseconds> m_limit;
     std::optional<std::chrono::milliseconds> m_timer; // when the next one looks at the limit
 };

@@ -78,7 +78,9 @@ OrderStream::News OrderStream::hear(int socket)
     const ssize_t size = ::recv(socket, &byte, 1, MSG_DONTWAIT);
     if (size == 1)
         return News::Begun;
-    return size < 0 && (errno == EAGAIN || errno == EINTR) ? News::None : News::Ended;
+    if (size < 0 && (errno == EAGAIN || errno == EINTR))
+        return News::None;
+    return size < 0 && errno == ECONNRESET ? News::EndedUnheard : News::Ended; // unix(7)
 }
 
 void OrderStream::tellBegun(int socket)

@@ -18,8 +18,8 @@ dozely::Result<void> send(int socket, const PerformanceOrder &order);
 /// Lets the performer act. Never blocks; false when there is none any more.
 bool go(int socket);
 
-/// What a host hears.
-enum class News { None, Begun, Ended };
+/// What a host hears. Of one that has ended unheard something that was sent was never read: it has not begun.
+enum class News { None, Begun, Ended, EndedUnheard };
 
 /// What the performer says. Never blocks.
 News hear(int socket);

@@ -235,6 +235,10 @@ void Performances::hear(const QString &name)
         if (const Begun begun = std::exchange(running->begun, {}))
             begun();
         break;
+    case OrderStream::News::EndedUnheard:
+        running->isLetGo = false;
+        hearEnd(name);
+        break;
     case OrderStream::News::Ended:
         hearEnd(name);
         break;
@@ -268,7 +272,7 @@ void Performances::tell(const QString &name, const PerformanceOutcome &outcome)
     m_performers->forget(name);
     QFile::remove(placeOf(name));
     running->ended(outcome);
-    if (!m_kept.contains(name))
+    if (!m_kept.contains(name) && !m_running.contains(name)) // it may have been started anew
         removeOutcome(name);
 }
 
