@@ -2,6 +2,7 @@
 // How the daemon learns what is wanted.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/application/reasons/ReasonWords.h"
 #include "hosts/common/bus/SchedulerNames.h"
 
 #include <QPointer>
@@ -116,11 +117,11 @@ void ScheduleBook::noteFailure(const QString &key, const Error &error)
 {
     const int row = rowOf(key);
     BookEntry &entry = m_entries[row];
-    entry.failure = error.text;
+    Error told = error;
     entry.isInfeasible = error.name == ScheduleError::notFeasible;
-    if (entry.isInfeasible && entry.failure.endsWith(SchedulerNames::anywayHint))
-        entry.failure.chop(
-            static_cast<qsizetype>(qstrlen(SchedulerNames::anywayHint))); // which is a button here
+    if (entry.isInfeasible && told.text.endsWith(SchedulerNames::anywayHint))
+        told.text.chop(static_cast<qsizetype>(qstrlen(SchedulerNames::anywayHint))); // which is a button here
+    entry.failure = ReasonWords::of(told);
     // Another one by now: what it is, the person sees before trying again.
     if ((error.name == ScheduleError::changed || error.name == ScheduleError::noSuchSchedule) &&
         !entry.identifier.isEmpty())

@@ -2,6 +2,7 @@
 // How a book learns what the daemon has.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/application/reasons/ReasonWords.h"
 
 #include <QPointer>
 #include <QSet>
@@ -21,7 +22,7 @@ void ScheduleBook::read()
         if (!self)
             return;
         self->m_state = told ? State::Read : State::Failed;
-        self->m_failure = told ? QString() : told.error().text;
+        self->m_failure = told ? QString() : ReasonWords::of(told.error());
         if (told)
             self->takeOverAll(*told);
         Q_EMIT self->stateChanged();

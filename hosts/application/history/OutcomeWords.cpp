@@ -2,6 +2,7 @@
 #include "hosts/application/history/OutcomeWords.h"
 
 #include "DozelyKit/core/foundation/ZoneClock.h"
+#include "hosts/application/reasons/ReasonWords.h"
 #include "hosts/application/when/DateInWords.h"
 
 using namespace dozely;
@@ -80,6 +81,6 @@ QString OutcomeWords::duration(std::chrono::milliseconds duration, const QLocale
 QString OutcomeWords::failure(const HistoryOutcome &outcome)
 {
     if (!outcome.failure.isEmpty())
-        return outcome.failure.simplified();
+        return ReasonWords::of(outcome.failure.simplified());
     return outcome.exitStatus.value_or(0) != 0 ? tr("exit status %1").arg(*outcome.exitStatus) : QString();
 }

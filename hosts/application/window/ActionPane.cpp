@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/ActionPane.h"
 
+#include "hosts/application/reasons/ReasonWords.h"
 #include "hosts/application/when/WheelGuard.h"
 
 #include <algorithm>
@@ -201,7 +202,7 @@ void ActionPane::showFailure(const QString &why)
 {
     letGo();
     showSentence(tr("The settings of this action cannot be shown. All else of the schedule can be changed.") +
-                 '\n' + why);
+                 '\n' + ReasonWords::of(why));
 }
 
 void ActionPane::showSentence(const QString &sentence)

@@ -3,6 +3,7 @@
 
 #include "hosts/application/month/MonthOccurrence.h"
 #include "hosts/application/month/MonthView.h"
+#include "hosts/application/reasons/ReasonWords.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -38,7 +39,7 @@ void CalendarPage::connectWishes()
         if (!self)
             return;
         if (!done)
-            Q_EMIT self->refused(done.error().text);
+            Q_EMIT self->refused(ReasonWords::of(done.error()));
         self->readSoon();
     };
     connect(m_month, &MonthView::skipWanted, this,

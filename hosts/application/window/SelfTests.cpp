@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/SelfTests.h"
 
+#include "hosts/application/reasons/ReasonWords.h"
+
 #include <QPointer>
 
 #include <utility>
@@ -68,7 +70,8 @@ void SelfTests::tellFinding(const Result<QVariantMap> &finding)
         Q_EMIT told(kind, sentence, offersSleep ? QList{sleepNow} : QList<NoticeBar::Remedy>());
     };
     if (!finding)
-        return tell(NoticeBar::Kind::Warning, tr("Waking was not tested: %1").arg(finding.error().text));
+        return tell(NoticeBar::Kind::Warning,
+                    tr("Waking was not tested: %1").arg(ReasonWords::of(finding.error())));
     const QString outcome = finding->value("outcome").toString();
     if (outcome == "kept")
         tell(NoticeBar::Kind::Information,

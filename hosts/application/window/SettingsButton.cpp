@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/SettingsButton.h"
 
+#include "hosts/application/reasons/ReasonWords.h"
 #include "hosts/common/program/StatusIconPreference.h"
 
 SettingsButton::SettingsButton(QWidget *parent) : QToolButton(parent)
@@ -20,6 +21,6 @@ SettingsButton::SettingsButton(QWidget *parent) : QToolButton(parent)
             [this] { m_statusIcon->setChecked(StatusIconPreference::isWanted()); });
     connect(m_statusIcon, &QAction::triggered, this, [this](bool isWanted) {
         if (const auto kept = StatusIconPreference::setWanted(isWanted); !kept)
-            Q_EMIT failed(tr("This could not be kept: %1").arg(kept.error().text));
+            Q_EMIT failed(tr("This could not be kept: %1").arg(ReasonWords::of(kept.error().text)));
     });
 }

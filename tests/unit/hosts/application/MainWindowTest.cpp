@@ -4,6 +4,7 @@
 #include "hosts/application/history/HistoryView.h"
 #include "hosts/application/history/LogPane.h"
 #include "hosts/application/month/MonthView.h"
+#include "hosts/application/program/Translations.h"
 #include "hosts/application/window/StartPage.h"
 #include "hosts/common/program/StatusIconPreference.h"
 
@@ -351,6 +352,22 @@ TEST_F(MainWindowTest, StaysOpenWhenWhatItAppliesBeforeClosingIsRefused)
     settle();
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(says("This could not be applied: You may not."));
+}
+
+TEST_F(MainWindowTest, SaysReasonsOfTheDaemonInThePersonsLanguage)
+{
+    Translations::install({"de"});
+    open();
+    type("name", "Night");
+    client.refusal = dozely::Error{
+        "Nothing could come of it: there is no program /x. With \"anyway\" it is done all the same.",
+        "com.dozely.Error.NotFeasible"};
+    press("apply");
+    EXPECT_TRUE(says("Daraus könnte nichts werden: es gibt kein Programm /x."));
+    client.refusal = dozely::Error{"The machine is kept awake by Player.", "com.dozely.Error.NotPossible"};
+    press("testWaking");
+    EXPECT_TRUE(says("Der Computer wird wach gehalten von Player."));
+    EXPECT_FALSE(says("could come") || says("kept awake"));
 }
 
 TEST_F(MainWindowTest, SaysThatSomebodyElseChangedTheSame)

@@ -282,7 +282,7 @@ TEST_F(ScheduleBookTest, SaysWhyItCannotRead)
     book->read();
     settle();
     EXPECT_EQ(book->state(), ScheduleBook::State::Failed);
-    EXPECT_EQ(book->failure(), "Nobody is there.");
+    EXPECT_EQ(book->failure(), "The Dozely service is not running.");
 }
 
 TEST_F(ScheduleBookTest, SaysNothingOfARepetitionThatIsNoMore)
