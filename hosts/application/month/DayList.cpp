@@ -9,9 +9,12 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListView>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace
 {
@@ -76,7 +79,14 @@ void DayList::makeButtons()
 
 void DayList::setDay(const QDate &day)
 {
+    const bool isSameDay = day == std::exchange(m_day, day);
+    if (isSameDay && m_model->occurrences() == m_month.occurrencesOn(day)) {
+        m_actions->setOccurrence(chosen()); // what was to come may be past
+        m_list->viewport()->update();       // and clocks may show another zone
+        return;
+    }
     const auto former = chosen();
+    const int read = isSameDay ? m_list->verticalScrollBar()->value() : 0;
     m_title->setText(m_month.locale().toString(day, QLocale::LongFormat));
     m_list->setAccessibleName(m_title->text());
     m_model->setDay(day);
@@ -85,6 +95,8 @@ void DayList::setDay(const QDate &day)
         if (now.at(row).identifier == former->identifier && now.at(row).date == former->date)
             m_list->setCurrentIndex(m_model->index(row));
     }
+    m_list->doItemsLayout();
+    m_list->verticalScrollBar()->setValue(read);
     m_actions->setOccurrence(chosen());
 }
 

@@ -3,6 +3,7 @@
 
 #include "hosts/application/month/MonthOccurrence.h"
 
+#include <QDate>
 #include <QWidget>
 
 #include <optional>
@@ -21,7 +22,8 @@ public:
     /// The month's model is to outlive the list.
     explicit DayList(const MonthModel &month, QWidget *parent = nullptr);
 
-    /// Shows a day, or the same anew. What was chosen stays so where it is still there.
+    /// Shows a day, or the same anew. What was chosen stays so where it is still there, and the list
+    /// where it was read.
     void setDay(const QDate &day);
 
     /// The keyboard goes to the list.
@@ -44,6 +46,7 @@ private:
     std::optional<MonthOccurrence> chosen() const;
 
     const MonthModel &m_month;
+    QDate m_day;
     DayModel *m_model;
     QLabel *m_title;
     QListView *m_list;

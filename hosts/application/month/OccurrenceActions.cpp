@@ -40,6 +40,8 @@ void OccurrenceActions::setOccurrence(const std::optional<MonthOccurrence> &occu
         occurrence && !occurrence->wasSkipped && occurrence->moment > Port<Clock>::current()->currentDate();
     m_skip->setEnabled(isToCome);
     m_putOff->setEnabled(isToCome);
+    for (QAction *const delay : m_delays->actions())
+        delay->setEnabled(isToCome); // their menu may be open
     m_runNow->setEnabled(occurrence.has_value());
 }
 

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
@@ -247,6 +248,44 @@ TEST_F(MonthViewTest, WhatIsChosenStaysChosenWhenTheOccurrencesComeAnew)
     EXPECT_TRUE(button("Skip")->isEnabled());
     view->setOccurrences({first});
     EXPECT_FALSE(button("Skip")->isEnabled());
+}
+
+TEST_F(MonthViewTest, AMenuThatOutlivesItsOccurrencePutsNothingOff)
+{
+    int wishes = 0;
+    QObject::connect(view.get(), &MonthView::putOffWanted, [&] { ++wishes; });
+    view->setOccurrences({occurrence("Backup", "2026-03-14T21:00:00Z")});
+    key(Qt::Key_Return);
+    auto *const delay = button("Put off")->defaultAction()->menu()->actions().constFirst();
+    ASSERT_TRUE(delay->isEnabled());
+    view->setOccurrences({occurrence("Another", "2026-03-14T21:00:00Z")}); // while the menu is open
+    delay->trigger();
+    EXPECT_EQ(wishes, 0);
+}
+
+TEST_F(MonthViewTest, TheListStaysWhereSomebodyReadsWhenTheOccurrencesComeAnew)
+{
+    QList<MonthOccurrence> all;
+    for (int minute = 0; minute < 600; ++minute) {
+        const QDateTime date = QDateTime({2026, 3, 14}, {8, 0}, Qt::UTC).addSecs(minute * 60);
+        all += {QString::number(minute), QString("Schedule %1").arg(minute), date, date};
+    }
+    view->setOccurrences(all);
+    list().setCurrentIndex(list().model()->index(2, 0));
+    auto *const bar = list().verticalScrollBar();
+    QTest::qWait(0);
+    bar->setValue(300);
+    const int read = bar->value();
+    ASSERT_GT(read, 100);
+    view->setOccurrences(all);
+    EXPECT_EQ(bar->value(), read);
+    view->setOccurrences(all.mid(0, 599));
+    QTest::qWait(0);
+    EXPECT_EQ(bar->value(), read);
+    EXPECT_EQ(list().currentIndex().row(), 2);
+    grid().setFocus();
+    key(Qt::Key_Right); // another day begins at its beginning
+    EXPECT_EQ(bar->value(), 0);
 }
 
 TEST_F(MonthViewTest, OfTwoThatAScheduleHasOnADayTheChosenOneStaysSo)
