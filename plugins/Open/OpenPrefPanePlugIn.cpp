@@ -11,10 +11,12 @@ using namespace dozely;
 
 TextRows &OpenPrefPanePlugIn::rows()
 {
-    if (!m_rows)
+    if (!m_rows) {
         m_rows = new TextRows(m_items, {localized("(empty)"),
                                         localized("Kept as it is, because it cannot be shown unchanged."),
                                         localized("Kept as they are, because they are no list.")});
+        m_rows->setField(m_item);
+    }
     return *m_rows;
 }
 

@@ -3,6 +3,7 @@
 
 #include "plugins/common/settings/SettingsPane.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -14,6 +15,7 @@ class OpenPrefPanePlugIn : public SettingsPane
 {
     Q_OBJECT
     Q_PROPERTY(QListWidget *items MEMBER m_items)
+    Q_PROPERTY(QLineEdit *item MEMBER m_item)
     Q_PROPERTY(QPushButton *addFile MEMBER m_addFile)
     Q_PROPERTY(QPushButton *addFolder MEMBER m_addFolder)
     Q_PROPERTY(QPushButton *addApplication MEMBER m_addApplication)
@@ -42,6 +44,7 @@ private:
     TextRows &rows();
 
     QListWidget *m_items = nullptr; // the view owns these; all are null without it
+    QLineEdit *m_item = nullptr;
     QPushButton *m_addFile = nullptr;
     QPushButton *m_addFolder = nullptr;
     QPushButton *m_addApplication = nullptr;

@@ -5,6 +5,7 @@
 
 #include <QJsonDocument>
 #include <QJsonValue>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QShortcut>
@@ -80,7 +81,24 @@ TextRows::TextRows(QListWidget *list, const Texts &texts) : QObject(list), m_lis
     connect(removing, &QShortcut::activated, this, &TextRows::remove);
 }
 
+void TextRows::setField(QLineEdit *field)
+{
+    m_field = field;
+    field->installEventFilter(this);
+    connect(field, &QLineEdit::textChanged, this,
+            &TextRows::followField); // screen readers edit nothing, they set
+    connect(m_list, &QListWidget::currentRowChanged, this, &TextRows::showInField);
+    connect(m_list->model(), &QAbstractItemModel::rowsRemoved, this, &TextRows::showInField);
+    showInField();
+}
+
 void TextRows::show(const QVariant &parameter)
+{
+    fill(parameter);
+    showInField();
+}
+
+void TextRows::fill(const QVariant &parameter)
 {
     m_shown = parameter;
     m_isList = !parameter.isValid() || parameter.typeId() == QMetaType::QVariantList ||
@@ -124,6 +142,10 @@ void TextRows::add()
         return;
     QListWidgetItem *const item = insert({});
     m_added = m_list->currentIndex();
+    if (m_field) {
+        m_field->setFocus(Qt::OtherFocusReason);
+        return;
+    }
     m_list->setFocus();
     m_list->editItem(item);
 }
@@ -169,6 +191,60 @@ void TextRows::followEdit(QListWidgetItem *row)
     const QSignalBlocker ownChanges(m_list);
     if (row->flags().testFlag(Qt::ItemIsEditable))
         describe(row, row->text()); // what was pasted need not be what can be shown
+    showInField();
+}
+
+QListWidgetItem *TextRows::rowOfField() const
+{
+    return m_list->count() == 1 ? m_list->item(0) : m_list->currentItem();
+}
+
+void TextRows::showInField()
+{
+    if (!m_field)
+        return;
+    const QListWidgetItem *const row = rowOfField();
+    const bool isNew = !row && m_isList && m_list->count() == 0;
+    const bool canBeWritten = isNew || (row && row->flags().testFlag(Qt::ItemIsEditable));
+    m_field->setReadOnly(!canBeWritten);
+    m_field->setEnabled(row || isNew);
+    m_field->setAccessibleDescription(row ? row->toolTip() : QString());
+    if (m_added.isValid() && (!row || m_added.row() != m_list->row(row)))
+        m_added = QPersistentModelIndex();
+    const QString text = row ? row->text() : QString();
+    if (m_field->text() == text)
+        return; // the cursor stays
+    const QSignalBlocker own(m_field);
+    m_field->setText(text);
+}
+
+void TextRows::followField(const QString &text)
+{
+    if (m_field->isReadOnly())
+        return showInField(); // whoever set it
+    if (QListWidgetItem *const row = rowOfField())
+        row->setText(text);
+    else if (!text.isEmpty())
+        insert(text);
+}
+
+bool TextRows::eventFilter(QObject *receiver, QEvent *event)
+{
+    const bool isEscape =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape;
+    if (receiver != m_field || !isEscape || !m_added.isValid())
+        return QObject::eventFilter(receiver, event);
+    dropAdded();
+    return true;
+}
+
+void TextRows::dropAdded()
+{
+    const QPersistentModelIndex added = std::exchange(m_added, QPersistentModelIndex());
+    if (added.isValid())
+        delete m_list->takeItem(added.row());
+    m_list->setFocus(Qt::OtherFocusReason);
+    showInField();
 }
 
 void TextRows::followEditor(QWidget *, QAbstractItemDelegate::EndEditHint hint)

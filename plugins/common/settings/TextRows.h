@@ -4,8 +4,10 @@
 #include <QAbstractItemDelegate>
 #include <QObject>
 #include <QPersistentModelIndex>
+#include <QPointer>
 #include <QVariant>
 
+class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 
@@ -26,6 +28,10 @@ public:
 
     TextRows(QListWidget *list, const Texts &texts);
 
+    /// Has the current row, or the only one, edited in this field, too: the one that a row opens in itself is
+    /// there for eyes alone, no screen reader finds it. What is written while there is no row is a new one.
+    void setField(QLineEdit *field);
+
     /// Shows what a parameter says. One that is no list can be neither edited nor removed.
     void show(const QVariant &parameter);
 
@@ -37,7 +43,7 @@ public:
     bool canBeChanged() const { return m_isList; }
 
     /// Adds an empty row behind the current one, at the end without one, and lets the user write. The row
-    /// goes again when the user changes his mind (Escape).
+    /// goes again when the user changes his mind (Escape). He writes in the field where there is one.
     void add();
 
     /// Adds a row with that text behind the current one.
@@ -46,17 +52,26 @@ public:
     /// Removes the current row.
     void remove();
 
+protected:
+    bool eventFilter(QObject *receiver, QEvent *event) override;
+
 private:
+    void fill(const QVariant &parameter);
     QListWidgetItem *insert(const QString &text);
     void append(const QVariant &text);
     void describe(QListWidgetItem *row, const QVariant &value);
     void followEdit(QListWidgetItem *row);
     void followEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
+    void followField(const QString &text);
+    void showInField();
+    void dropAdded();
+    QListWidgetItem *rowOfField() const;
     void commitEditor() const;
 
     QListWidget *m_list;
     Texts m_texts;
     QVariant m_shown;
+    QPointer<QLineEdit> m_field;
     QPersistentModelIndex m_added; // while it is being written
     bool m_isList = true;
 };

@@ -285,6 +285,30 @@ def bad_sides(desk):
     person.see("list item", "Gone away, .*not applied yet")
 
 
+def rows(desk):
+    """What is opened is written row by row, by a screen reader too."""
+    desk.begin_desk()
+    items = ["/home/one.ogg", "/home/two.ogg"]
+    added = desk.ask(desk.user.pw_uid, "Add", {"name": "Songs", "bundlePath": COMMAND.replace("Command", "Open"),
+                                               "actsIn": "session", "date": "2090-01-01T12:00:00Z",
+                                               "parameters": {"Items": items}})
+    assert isinstance(added, str), added
+    person = desk.open_window()
+    person.see("list item", "Songs.*")
+    person.choose("list item", "/home/two.ogg")
+    assert person.read("text", "Chosen row") == "/home/two.ogg", "the field is about another row"
+    person.write("text", "Chosen row", text="/home/three.m3u")
+    person.see("list item", "/home/three.m3u")
+    person.press("push button", "Address")
+    person.see("list item", r"\(empty\)")
+    person.write("text", "Chosen row", text="https://radio.example/")
+    person.see("list item", "Songs, .*, Open one.ogg, …, not applied yet")
+    person.press("push button", "Apply")
+    person.gone("list item", ".*not applied yet")
+    told = desk.ask(desk.user.pw_uid, "List")[0]["parameters"]["Items"]
+    assert told == ["/home/one.ogg", "/home/three.m3u", "https://radio.example/"], told
+
+
 def many(desk):
     """Ten thousand schedules: there within a moment, found by a few letters, changed as ever."""
     desk.begin_desk()

@@ -159,7 +159,7 @@ class Desk(BusSystem):
     """What stands on it is started by the methods, in their order."""
 
     shim = None  # the library that gives programs another clock; without it they have the machine's
-    plug_ins = ("PowerOff.plugin", "Sleep.plugin", "Script.plugin")
+    plug_ins = ("Open.plugin", "PowerOff.plugin", "Sleep.plugin", "Script.plugin")
 
     def __init__(self, *arguments):
         super().__init__(*arguments)

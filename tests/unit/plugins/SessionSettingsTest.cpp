@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 namespace
 {
@@ -45,6 +46,58 @@ TEST_F(SessionSettingsTest, OpenCarriesItsItems)
     qputenv("PATH", path);
     EXPECT_EQ(remark(), "The program xdg-open (package xdg-utils) is not there: applications alone can be "
                         "opened.");
+}
+
+TEST_F(SessionSettingsTest, OpenHasARowEditedInAFieldThatScreenReadersFind)
+{
+    load("Open");
+    const auto items = [this] { return read().value("Items").toStringList(); };
+    auto *const field = find<QLineEdit>("item");
+    auto *const list = find<QListWidget>("items");
+    EXPECT_EQ(field->accessibleName(), "Chosen row");
+
+    fill({{"Items", QVariantList{"/home/a", "/home/b", QString("/a\nb")}}});
+    EXPECT_FALSE(field->isEnabled()) << "no row is chosen";
+    list->setCurrentRow(1);
+    EXPECT_EQ(field->text(), "/home/b");
+    field->setText("/home/c"); // as a screen reader does
+    EXPECT_EQ(items(), (QStringList{"/home/a", "/home/c", "/a\nb"}));
+    EXPECT_EQ(list->item(1)->text(), "/home/c");
+    list->item(1)->setText("/home/d"); // in the row itself
+    EXPECT_EQ(field->text(), "/home/d");
+    list->setCurrentRow(2);
+    EXPECT_TRUE(field->isReadOnly()) << "it cannot be shown as it is";
+    EXPECT_FALSE(field->accessibleDescription().isEmpty());
+    field->setText("/other");
+    EXPECT_EQ(items().at(2), "/a\nb");
+    EXPECT_NE(field->text(), "/other");
+    list->setCurrentRow(0);
+    find<QPushButton>("remove")->click();
+    EXPECT_EQ(items(), (QStringList{"/home/d", "/a\nb"}));
+    EXPECT_EQ(field->text(), list->currentItem()->text());
+}
+
+TEST_F(SessionSettingsTest, OpenTakesItsFirstRowFromTheField)
+{
+    load("Open");
+    const auto items = [this] { return read().value("Items").toStringList(); };
+    auto *const field = find<QLineEdit>("item");
+    fill({{"Items", QVariantList{"/home/only"}}});
+    EXPECT_EQ(field->text(), "/home/only") << "there is no other";
+    fill({{"Items", QVariantList()}});
+    EXPECT_TRUE(field->isEnabled());
+    field->setText("h");
+    field->setText("https://example.org");
+    EXPECT_EQ(items(), QStringList("https://example.org"));
+    find<QPushButton>("addAddress")->click();
+    EXPECT_EQ(field->text(), "");
+    field->setText("/home/b");
+    EXPECT_EQ(items(), (QStringList{"https://example.org", "/home/b"}));
+    find<QPushButton>("addAddress")->click();
+    QTest::keyClick(field, Qt::Key_Escape); // he changes his mind
+    EXPECT_EQ(items(), (QStringList{"https://example.org", "/home/b"}));
+    fill({{"Items", "no list"}});
+    EXPECT_TRUE(field->isReadOnly());
 }
 
 TEST_F(SessionSettingsTest, MessageCarriesItsTextAndSound)
