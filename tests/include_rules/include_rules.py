@@ -58,6 +58,7 @@ HOST_ARROWS = {
     "hosts/common/program": ("hosts/common/orders",),
     "hosts/common/record": ("hosts/common/calendar", "hosts/common/schedules"),
     "hosts/common/schedules": ("hosts/common/calendar",),
+    "hosts/common/words": ("hosts/common/calendar",),
     "hosts/admin": (COMMON,),
     "hosts/agent": (COMMON,),
     "hosts/daemon": (COMMON, "hosts/daemon/bus"),  # main.cpp, which wires both

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "hosts/application/reasons/ReasonWords.h"
 #include "hosts/application/when/DateInWords.h"
+#include "hosts/common/words/OutcomeNames.h"
 
 using namespace dozely;
 
@@ -26,7 +27,7 @@ QString OutcomeWords::when(const HistoryOutcome &outcome, const QDateTime &now, 
 
 QString OutcomeWords::state(const HistoryOutcome &outcome, const QDateTime &now, const QLocale &locale)
 {
-    const QString name = stateName(outcome.state);
+    const QString name = OutcomeNames::of(outcome.state);
     if (outcome.postponedTo.isValid() && outcome.state == "postponed")
         return tr("put off until %1")
             .arg(DateInWords::of(outcome.postponedTo, now, machineTimeZone(), locale));
@@ -35,22 +36,6 @@ QString OutcomeWords::state(const HistoryOutcome &outcome, const QDateTime &now,
     const QString count = locale.toString(*outcome.count);
     return outcome.isCountExact ? tr("%1, %2 times", "missed; a number").arg(name, count)
                                 : tr("%1, at least %2 times", "missed; a number").arg(name, count);
-}
-
-QString OutcomeWords::stateName(const QString &state)
-{
-    const QHash<QString, QString> names{{"asked", tr("asked for")},
-                                        {"begun", tr("at work")},
-                                        {"done", tr("done")},
-                                        {"failed", tr("failed")},
-                                        {"skipped", tr("skipped, too late")},
-                                        {"missed", tr("missed")},
-                                        {"postponed", tr("put off")},
-                                        {"not performed", tr("could not be started")},
-                                        {"removed", tr("cancelled")},
-                                        {"unknown", tr("not known")},
-                                        {"interrupted", tr("interrupted")}};
-    return names.value(state, state); // a later daemon may know more
 }
 
 QString OutcomeWords::lateness(const HistoryOutcome &outcome, const QLocale &locale)
@@ -82,5 +67,5 @@ QString OutcomeWords::failure(const HistoryOutcome &outcome)
 {
     if (!outcome.failure.isEmpty())
         return ReasonWords::of(outcome.failure.simplified());
-    return outcome.exitStatus.value_or(0) != 0 ? tr("exit status %1").arg(*outcome.exitStatus) : QString();
+    return outcome.exitStatus.value_or(0) != 0 ? OutcomeNames::ofExit(*outcome.exitStatus) : QString();
 }

@@ -26,6 +26,5 @@ public:
     static QString failure(const HistoryOutcome &outcome);
 
 private:
-    static QString stateName(const QString &state);
     static QString duration(std::chrono::milliseconds duration, const QLocale &locale);
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/program/Translations.h"
 
+#include "hosts/common/words/CompiledTexts.h"
+
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -8,10 +10,11 @@
 
 namespace
 {
-void load(const QString &name, const QString &folder)
+/// Qt's own texts, such as the buttons of a question, where they are installed.
+void installTextsOfQt(const QString &language)
 {
     auto *const translator = new QTranslator(qApp);
-    if (translator->load(name, folder))
+    if (translator->load("qtbase_" + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(translator);
     else
         delete translator;
@@ -20,17 +23,9 @@ void load(const QString &name, const QString &folder)
 
 void Translations::install(const QStringList &languages)
 {
-    for (const QString &language : languages + QStringList("en")) {
-        const QString code = language.section('-', 0, 0);
-        auto *const translator = new QTranslator(qApp);
-        if (!translator->load("dozely_" + code, ":/translations")) {
-            delete translator;
-            continue;
-        }
-        // Qt's own, such as the buttons of a question, where they are installed; ours prevail.
-        load("qtbase_" + code, QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-        QCoreApplication::installTranslator(translator);
-        QGuiApplication::setLayoutDirection(QLocale(code).textDirection());
-        return;
-    }
+    const QString program = "dozely";
+    const QString language = CompiledTexts::languageFor(program, languages);
+    installTextsOfQt(language); // before ours, which prevail
+    CompiledTexts::install(program, language);
+    QGuiApplication::setLayoutDirection(QLocale(language).textDirection());
 }

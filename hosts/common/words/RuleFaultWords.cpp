@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/application/when/RuleFaultWords.h"
+#include "hosts/common/words/RuleFaultWords.h"
 
 #include "hosts/common/calendar/RuleFault.h"
 
