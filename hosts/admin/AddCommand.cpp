@@ -5,6 +5,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
@@ -27,7 +28,8 @@ void spread(const AdminOptions &options, Schedule &schedule)
     const auto delay = Spread::ofThisMachine(*spread);
     const auto moved = delay ? Spread::apply(*delay, *spread, schedule) : delay.error();
     if (!moved)
-        throw AdminError(ExitStatus::Failed, QString("It cannot be spread: %1.").arg(moved.error().text));
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("It cannot be spread: %1.").arg(moved.error().text));
 }
 } // namespace
 
@@ -48,5 +50,5 @@ void AddCommand::run(const AdminOptions &options)
     for (const QString &remark : remarks)
         Output::remark(remark);
     ScheduleAnswer::tell(options, schedule,
-                         QString("\"%1\" is added as %2").arg(schedule.name, schedule.identifier));
+                         AdminText::tr("\"%1\" is added as %2").arg(schedule.name, schedule.identifier));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DozelyKit/core/foundation/Result.h"
+#include "hosts/admin/AdminText.h"
 
 #include <QString>
 
@@ -49,6 +50,6 @@ template<class Value>
 Value accepted(dozely::Result<Value> value)
 {
     if (!value)
-        refuse(value.error().text + ".");
+        refuse(AdminText::reason(value.error()) + ".");
     return *std::move(value);
 }

@@ -3,19 +3,14 @@
 
 #include "hosts/admin/CommandTable.h"
 
-#include <QCommandLineOption>
-#include <QList>
 #include <QString>
 
-/// What `--help` shows of the tool.
+/// What `--help` shows of the tool, in the person's language.
 namespace AdminHelp
 {
-/// What it does, its commands and how it ends.
-QString description();
+/// What it does, its commands, all options, and how it ends.
+QString ofTool();
 
-/// One command alone, with its options.
+/// One command alone: how it is called, what it does, its options, an example, and how it ends.
 QString of(const CommandTable::Command &command);
-
-/// The options of all commands.
-QList<QCommandLineOption> options();
 } // namespace AdminHelp

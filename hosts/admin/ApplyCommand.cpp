@@ -8,6 +8,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/Spread.h"
@@ -44,12 +45,12 @@ QByteArray contentOf(const QString &path)
     QFile file;
     if (path == "-") {
         if (!file.open(stdin, QIODevice::ReadOnly))
-            throw AdminError(ExitStatus::Failed, "The standard input cannot be read.");
+            throw AdminError(ExitStatus::Failed, AdminText::tr("The standard input cannot be read."));
     } else {
         file.setFileName(path);
         if (!file.open(QIODevice::ReadOnly))
             throw AdminError(ExitStatus::Failed,
-                             QString("%1 cannot be read: %2.").arg(path, file.errorString()));
+                             AdminText::tr("%1 cannot be read: %2.").arg(path, file.errorString()));
     }
     return file.read(PropertyList::ofTheSystem.size + 1); // one more than is accepted
 }
@@ -69,7 +70,8 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
     const auto delay =
         spread ? Spread::ofThisMachine(*spread) : Result<std::chrono::seconds>(std::chrono::seconds(0));
     if (!delay)
-        throw AdminError(ExitStatus::Failed, QString("Nothing can be spread: %1.").arg(delay.error().text));
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("Nothing can be spread: %1.").arg(delay.error().text));
     if (spread)
         present = withoutDelay(std::move(present), *delay);
     const auto value = StructuredFile::parse(contentOf(path));
@@ -77,7 +79,7 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
                         : Result<QList<Schedule>>(value.error());
     if (!wanted)
         throw AdminError(ExitStatus::Failed,
-                         QString("%1 is not understood: %2.").arg(path, wanted.error().text));
+                         AdminText::tr("%1 is not understood: %2.").arg(path, wanted.error().text));
     if (RootFolder::owner() != static_cast<quint32>(::geteuid())) {
         for (Schedule &schedule : *wanted) // what a user has the daemon add is his
             schedule.owner = schedule.owner.value_or(Identity::caller());
@@ -86,8 +88,9 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
         return *wanted;
     for (Schedule &schedule : *wanted) {
         if (const auto moved = Spread::apply(*delay, *spread, schedule); !moved)
-            throw AdminError(ExitStatus::Failed,
-                             QString("\"%1\" cannot be spread: %2.").arg(schedule.name, moved.error().text));
+            throw AdminError(
+                ExitStatus::Failed,
+                AdminText::tr("\"%1\" cannot be spread: %2.").arg(schedule.name, moved.error().text));
     }
     return *wanted;
 }
@@ -116,7 +119,7 @@ void refuseWhatNothingComesOf(const Plan &plan)
         if (const auto reason = Feasibility::reasonAgainst(schedule))
             throw AdminError(
                 ExitStatus::Failed,
-                QString("\"%1\": %2. --anyway has it all the same.").arg(schedule.name, *reason));
+                AdminText::tr("\"%1\": %2. --anyway has it all the same.").arg(schedule.name, *reason));
     }
 }
 
@@ -151,27 +154,36 @@ void carryOut(Plan plan)
 void tell(const Plan &plan, const AdminOptions &options)
 {
     const bool isDryRun = options.isSet("dry-run");
-    const std::tuple<const char *, const QList<Schedule> *> all[] = {
-        {"removed", &plan.removed}, {"changed", &plan.changed}, {"added", &plan.added}};
+    const struct {
+        const char *key;
+        const QList<Schedule> &schedules;
+        QString sentence;
+    } all[] = {
+        {"removed", plan.removed,
+         isDryRun ? AdminText::tr("\"%1\" (%2) would be removed.")
+                  : AdminText::tr("\"%1\" (%2) is removed.")},
+        {"changed", plan.changed,
+         isDryRun ? AdminText::tr("\"%1\" (%2) would be changed.")
+                  : AdminText::tr("\"%1\" (%2) is changed.")},
+        {"added", plan.added,
+         isDryRun ? AdminText::tr("\"%1\" (%2) would be added.") : AdminText::tr("\"%1\" (%2) is added.")}};
     if (options.isSet("json")) {
         QVariantMap answer{{"isDryRun", isDryRun}, {"isChanged", !plan.isEmpty()}};
-        for (const auto &[what, schedules] : all) {
+        for (const auto &part : all) {
             QVariantList described;
-            for (const Schedule &schedule : *schedules)
+            for (const Schedule &schedule : part.schedules)
                 described += StoreCommands::describe(schedule);
-            answer.insert(what, described);
+            answer.insert(part.key, described);
         }
         Output::json(answer);
         return;
     }
-    for (const auto &[what, schedules] : all) {
-        for (const Schedule &schedule : *schedules)
-            Output::line(Output::escaped(
-                QString("\"%1\" (%2) %3 %4.")
-                    .arg(schedule.name, schedule.identifier, isDryRun ? "would be" : "is", what)));
+    for (const auto &part : all) {
+        for (const Schedule &schedule : part.schedules)
+            Output::line(Output::escaped(part.sentence.arg(schedule.name, schedule.identifier)));
     }
     if (plan.isEmpty())
-        Output::line("Nothing differs.");
+        Output::line(AdminText::tr("Nothing differs."));
 }
 } // namespace
 

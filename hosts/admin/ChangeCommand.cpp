@@ -5,6 +5,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ScheduleAnswer.h"
@@ -44,7 +45,8 @@ QStringList apply(const AdminOptions &options, Schedule &schedule)
 void ChangeCommand::run(const AdminOptions &options)
 {
     if (!isAnythingNamed(options))
-        throw AdminError(ExitStatus::BadUsage, "Say what is to change; --help shows the options.");
+        throw AdminError(ExitStatus::BadUsage,
+                         AdminText::tr("Say what is to change; --help shows the options."));
     const QString identifier = StoreCommands::find(options.argument(0)).identifier;
     std::optional<Schedule> changed;
     QStringList remarks;
@@ -60,11 +62,11 @@ void ChangeCommand::run(const AdminOptions &options)
     });
     if (!changed)
         throw AdminError(ExitStatus::Failed,
-                         QString("There is no schedule \"%1\" any more.").arg(options.argument(0)));
+                         AdminText::tr("There is no schedule \"%1\" any more.").arg(options.argument(0)));
     if (by == StoreCommands::ChangedBy::ThisTool)
         ZDRLog("Schedule \"%@\" (%@) was changed by user %d.", logLabel(changed->name),
                logLabel(changed->identifier), Identity::caller());
     for (const QString &remark : remarks)
         Output::remark(remark);
-    ScheduleAnswer::tell(options, *changed, QString("\"%1\" is changed").arg(changed->name));
+    ScheduleAnswer::tell(options, *changed, AdminText::tr("\"%1\" is changed").arg(changed->name));
 }

@@ -7,6 +7,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Door.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/OccurrenceOptions.h"
@@ -53,7 +54,7 @@ void becomeOneWhoMayRun(const Schedule &schedule)
     const quint32 user = NSProcessInfo::effectiveUserID();
     if (!mayOrder(schedule)) {
         throw AdminError(ExitStatus::NotPermitted,
-                         QString("\"%1\" is not your schedule; try it as root.").arg(schedule.name));
+                         AdminText::tr("\"%1\" is not your schedule; try it as root.").arg(schedule.name));
     }
     if (user != 0)
         return;
@@ -77,7 +78,7 @@ bool postToDaemonThatMayRefuse(WDCommunicationCenter &center, const NSNotificati
             center.unlockDaemonAccess();
             const bool isPermitted = *kind != OrderRefusal::Kind::NotPermitted;
             refused.emplace(isPermitted ? ExitStatus::Failed : ExitStatus::NotPermitted,
-                            QString("The daemon refuses: %1.").arg(exception.reason()));
+                            AdminText::tr("The daemon refuses: %1.").arg(exception.reason()));
             return false;
         }
     });
@@ -103,12 +104,13 @@ void order(const QLatin1StringView &name, const Schedule &schedule, const QVaria
     QVariantMap userInfo = details;
     userInfo.insert(OrderKey::scheduleIdentifier, schedule.identifier);
     if (!postToDaemonThatMayRefuse(channel.center(), NSNotification(name, OrderSender::admin, userInfo)))
-        throw AdminError(ExitStatus::Failed, "The daemon does not answer.");
+        throw AdminError(ExitStatus::Failed, AdminText::tr("The daemon does not answer."));
 }
 
-/// The same for one occurrence of a schedule, which `what` is done to; it is in the answer, too.
+/// The same for one occurrence of a schedule. The answer is the sentence, with the schedule's name and the
+/// date.
 void orderOccurrence(const AdminOptions &options, const QLatin1StringView &name, QVariantMap details,
-                     const QString &what)
+                     const QString &sentence)
 {
     const Schedule schedule = StoreCommands::find(options.argument(0));
     const auto date = OccurrenceOptions::read(options, schedule, DateTerms::Towards::ToCome);
@@ -127,8 +129,8 @@ void orderOccurrence(const AdminOptions &options, const QLatin1StringView &name,
                       {"received", true}});
         return;
     }
-    const QString which = date ? ScheduleAnswer::inWords(*date, schedule) : QString("its next time");
-    Output::line(Output::escaped(QString("\"%1\" is %2: %3.").arg(schedule.name, what, which)));
+    const QString which = date ? ScheduleAnswer::inWords(*date, schedule) : AdminText::tr("its next time");
+    Output::line(Output::escaped(sentence.arg(schedule.name, which)));
 }
 
 quint32 pingedUser(const AdminOptions &options)
@@ -138,8 +140,29 @@ quint32 pingedUser(const AdminOptions &options)
         return Identity::caller();
     const auto user = Identity::userNamed(name);
     if (!user)
-        throw AdminError(ExitStatus::Failed, QString("There is no user \"%1\".").arg(name));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("There is no user \"%1\".").arg(name));
     return *user;
+}
+} // namespace
+
+namespace
+{
+QString answerOf(const QString &target, quint32 user)
+{
+    if (target == "daemon")
+        return AdminText::tr("The daemon is alive.");
+    return (target == "agent" ? AdminText::tr("The agent of %1 is alive.")
+                              : AdminText::tr("The application of %1 is alive."))
+        .arg(Identity::nameOf(user));
+}
+
+QString silenceOf(const QString &target, quint32 user)
+{
+    if (target == "daemon")
+        return AdminText::tr("The daemon does not answer.");
+    return (target == "agent" ? AdminText::tr("The agent of %1 does not answer.")
+                              : AdminText::tr("The application of %1 does not answer."))
+        .arg(Identity::nameOf(user));
 }
 } // namespace
 
@@ -149,9 +172,9 @@ void ChannelCommands::ping(const AdminOptions &options)
     const bool isDaemon = target == "daemon";
     if (!isDaemon && target != "agent" && target != "application")
         throw AdminError(ExitStatus::BadUsage,
-                         QString("\"%1\" is not daemon, agent or application.").arg(target));
+                         AdminText::tr("\"%1\" is not daemon, agent or application.").arg(target));
     if (isDaemon && !options.argument(1).isNull())
-        throw AdminError(ExitStatus::BadUsage, "There is one daemon for all users.");
+        throw AdminError(ExitStatus::BadUsage, AdminText::tr("There is one daemon for all users."));
     const quint32 user = isDaemon ? 0 : pingedUser(options);
     Identity::giveUpRoot();
     Channel channel;
@@ -160,17 +183,16 @@ void ChannelCommands::ping(const AdminOptions &options)
                                               : channel.center().pingPrefPaneOfUser(user);
     if (answered && target == "agent")
         removeReplySocket();
-    const QString who = isDaemon ? "The daemon" : QString("The %1 of %2").arg(target, Identity::nameOf(user));
     if (options.isSet("json")) {
         QVariantMap answer{{"target", target}, {"answered", answered}};
         if (!isDaemon)
             answer.insert("user", user);
         Output::json(answer);
     } else if (answered) {
-        Output::line(who + " is alive.");
+        Output::line(answerOf(target, user));
     }
     if (!answered)
-        throw AdminError(ExitStatus::Failed, who + " does not answer.");
+        throw AdminError(ExitStatus::Failed, silenceOf(target, user));
 }
 
 void ChannelCommands::run(const AdminOptions &options)
@@ -180,25 +202,25 @@ void ChannelCommands::run(const AdminOptions &options)
     if (options.isSet("json"))
         Output::json({{"identifier", schedule.identifier}, {"received", true}});
     else
-        Output::line(
-            Output::escaped(QString("The daemon was asked to perform \"%1\"; the log tells how it went.")
-                                .arg(schedule.name)));
+        Output::line(Output::escaped(
+            AdminText::tr("The daemon was asked to perform \"%1\"; the log tells how it went.")
+                .arg(schedule.name)));
 }
 
 void ChannelCommands::skip(const AdminOptions &options)
 {
-    orderOccurrence(options, OrderName::daemonMustSkip, {}, "left out");
+    orderOccurrence(options, OrderName::daemonMustSkip, {}, AdminText::tr("\"%1\" is left out: %2."));
 }
 
 void ChannelCommands::postpone(const AdminOptions &options)
 {
     const auto delay = FriendlyTerms::duration(options.argument(1));
     if (!delay || delay->count() < 1) {
-        throw AdminError(
-            ExitStatus::BadUsage,
-            QString("\"%1\" is no time to postpone it by, such as 90, 10m or 1h.").arg(options.argument(1)));
+        throw AdminError(ExitStatus::BadUsage,
+                         AdminText::tr("\"%1\" is no time to postpone it by, such as 90, 10m or 1h.")
+                             .arg(options.argument(1)));
     }
     orderOccurrence(options, OrderName::daemonMustPostpone,
                     {{OrderKey::delay, static_cast<qint64>(delay->count())}},
-                    QString("postponed by %1").arg(DateWords::of(*delay)));
+                    AdminText::tr("\"%2\" is postponed by %1: %3.").arg(DateWords::of(*delay)));
 }

@@ -6,6 +6,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
@@ -20,7 +21,7 @@ namespace
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     QString("What is over cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What is over cannot be told: %1.").arg(error.text));
 }
 
 /// The date of the only occurrence, or of the last one of what repeats and is at its end; nothing while
@@ -77,7 +78,7 @@ void CleanCommand::run(const AdminOptions &options)
         return;
     }
     for (const Schedule &schedule : std::as_const(removed))
-        Output::line(Output::escaped(QString("\"%1\" is over and removed.").arg(schedule.name)));
+        Output::line(Output::escaped(AdminText::tr("\"%1\" is over and removed.").arg(schedule.name)));
     if (removed.isEmpty())
-        Output::line("No schedule is over.");
+        Output::line(AdminText::tr("No schedule is over."));
 }

@@ -15,8 +15,9 @@ struct Command {
     QString name;
     /// What `--help` shows behind the name, one form a line; "SCHEDULE", "[USER]", "daemon".
     QStringList arguments;
-    QString summary;  ///< Sentences.
-    qsizetype fewest; ///< How many arguments it needs at least, and takes at most.
+    const char *summary; ///< A sentence, to be translated.
+    QString example;     ///< What may stand behind the tool's name.
+    qsizetype fewest;    ///< How many arguments it needs at least, and takes at most.
     qsizetype most;
     QStringList options; ///< Names, without those that all commands take.
     void (*run)(const AdminOptions &options);

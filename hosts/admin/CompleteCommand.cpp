@@ -3,9 +3,10 @@
 
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/plugin/Names.h"
-#include "hosts/admin/AdminHelp.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/CommandTable.h"
+#include "hosts/admin/OptionTable.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/schedules/ScheduleStore.h"
 
@@ -89,19 +90,10 @@ QList<Candidate> valuesOf(const QString &option, const QString &valueName)
     return {};
 }
 
-const QCommandLineOption *optionNamed(const QString &name)
-{
-    static const QList<QCommandLineOption> all = AdminHelp::options();
-    const auto found = std::find_if(all.cbegin(), all.cend(), [&](const QCommandLineOption &option) {
-        return option.names().constFirst() == name;
-    });
-    return found == all.cend() ? nullptr : &*found;
-}
-
 bool takesValue(const QString &word)
 {
-    const auto *const option = optionNamed(word.mid(word.startsWith("--") ? 2 : 1));
-    return word == "--root" || (word.startsWith('-') && option && !option->valueName().isEmpty());
+    const auto *const option = OptionTable::find(word.mid(word.startsWith("--") ? 2 : 1));
+    return word == "--root" || (word.startsWith('-') && option && !option->valueName.isEmpty());
 }
 
 QList<Candidate> commands()
@@ -109,7 +101,7 @@ QList<Candidate> commands()
     QList<Candidate> candidates;
     for (const CommandTable::Command &command : CommandTable::all()) {
         if (command.isShown)
-            candidates += Candidate{command.name, command.summary};
+            candidates += Candidate{command.name, AdminText::tr(command.summary)};
     }
     return candidates;
 }
@@ -117,13 +109,13 @@ QList<Candidate> commands()
 QList<Candidate> optionsOf(const CommandTable::Command *command)
 {
     QList<Candidate> candidates;
-    for (const QCommandLineOption &option : AdminHelp::options()) {
-        const QString name = option.names().constFirst();
-        if (name == "host" || (command && command->options.contains(name)))
-            candidates += Candidate{(name.size() == 1 ? "-" : "--") + name, option.description()};
+    for (const OptionTable::Option &option : OptionTable::all()) {
+        if (option.name == "host" || (command && command->options.contains(option.name)))
+            candidates += Candidate{option.dashed(),
+                                    OptionTable::meaningFor(option, command ? command->name : QString())};
     }
-    return candidates +
-           QList<Candidate>{{"--help", "Show help and end."}, {"--root", "Work below a folder."}};
+    return candidates + QList<Candidate>{{"--help", AdminText::tr("Show help and end.")},
+                                         {"--root", AdminText::tr("Work below a folder.")}};
 }
 
 /// What may stand as the argument number `index` of a command.
@@ -164,7 +156,8 @@ QList<Candidate> CompleteCommand::candidates(const QStringList &words)
     QList<Candidate> all;
     if (takesValue(before)) {
         const QString name = before.mid(before.startsWith("--") ? 2 : 1);
-        all = optionNamed(name) ? valuesOf(name, optionNamed(name)->valueName()) : QList<Candidate>();
+        const auto *const option = OptionTable::find(name);
+        all = option ? valuesOf(name, option->valueName) : QList<Candidate>();
     } else if (last.startsWith('-')) {
         all = optionsOf(command);
     } else {

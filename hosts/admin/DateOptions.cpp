@@ -7,6 +7,7 @@
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 
 #include <cmath>
@@ -26,7 +27,7 @@ QDateTime afterDelay(const QString &text)
         seconds = static_cast<double>(duration->count());
     }
     if (!isNumber || !(seconds >= 0 && seconds <= longestDelay))
-        refuse(QString("\"%1\" is not a number of seconds from now.").arg(text));
+        refuse(AdminText::tr("\"%1\" is not a number of seconds from now.").arg(text));
     const auto milliseconds = static_cast<qint64>(std::ceil(seconds * 1000));
     const qint64 due = Port<Clock>::current()->currentDate().toMSecsSinceEpoch() + milliseconds;
     // The store keeps whole seconds; never early.
@@ -49,7 +50,7 @@ QTimeZone DateOptions::zone(const AdminOptions &options, const QString &usual)
     const QString wanted = options.isSet("time-zone") ? options.value("time-zone") : usual;
     const QString name = wanted == "machine" ? machineZone() : wanted;
     if (!isTimeZoneName(name))
-        refuse(QString("There is no time zone \"%1\".").arg(name));
+        refuse(AdminText::tr("There is no time zone \"%1\".").arg(name));
     return QTimeZone(name.toUtf8());
 }
 
@@ -63,28 +64,28 @@ DateOptions::Moment DateOptions::inZone(const FriendlyTerms::Date &date, const Q
                                         const QTimeZone &zone)
 {
     if (!date.time)
-        refuse(QString("\"%1\" is a day; say at what time, such as \"%1 06:55\".").arg(text));
+        refuse(AdminText::tr("\"%1\" is a day; say at what time, such as \"%1 06:55\".").arg(text));
     const QString zoneName = QString::fromUtf8(zone.id());
     const DateTerms terms(Port<Clock>::current()->currentDate(), zone);
     const DateTerms::Moment moment = accepted(terms.momentOf(date, text));
     if (!moment.isMoved)
         return {moment.date, zoneName, {}};
     return {moment.date, zoneName,
-            QString("%1 does not exist in %2; it becomes %3.")
+            AdminText::tr("%1 does not exist in %2; it becomes %3.")
                 .arg(text, zoneName, textOf(moment.date.toTimeZone(zone)))};
 }
 
 DateOptions::Moment DateOptions::read(const AdminOptions &options, const QString &usualZone)
 {
     if (options.isSet("date") == options.isSet("in"))
-        refuse("Say when, by --date or by --in.");
+        refuse(AdminText::tr("Say when, by --date or by --in."));
     const QTimeZone zone = DateOptions::zone(options, usualZone);
     const Moment moment = options.isSet("in")
                               ? Moment{afterDelay(options.value("in")), QString::fromUtf8(zone.id()), {}}
                               : inZone(written(options.value("date"), zone), options.value("date"), zone);
     if (moment.date < Port<Clock>::current()->currentDate())
-        refuse(QString("%1 in %2 is past.").arg(options.value("date"), moment.timeZone));
+        refuse(AdminText::tr("%1 in %2 is past.").arg(options.value("date"), moment.timeZone));
     if (PropertyList::toData(QVariantMap{{"Date", moment.date}}, PropertyList::Format::Xml).isNull())
-        refuse("The date is further ahead than the store can hold.");
+        refuse(AdminText::tr("The date is further ahead than the store can hold."));
     return moment;
 }

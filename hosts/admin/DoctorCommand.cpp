@@ -3,6 +3,8 @@
 
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 #include "hosts/admin/DoctorCheck.h"
 #include "hosts/admin/Output.h"
 
@@ -16,9 +18,17 @@ struct Found {
     bool isWrong() const { return finding.state == Finding::State::Wrong; }
 };
 
+/// For programs.
 QString nameOf(Finding::State state)
 {
     return state == Finding::State::Fine ? "fine" : state == Finding::State::Wrong ? "wrong" : "unknown";
+}
+
+QString shownNameOf(Finding::State state)
+{
+    return state == Finding::State::Fine    ? AdminText::tr("fine")
+           : state == Finding::State::Wrong ? AdminText::tr("wrong")
+                                            : AdminText::tr("unknown");
 }
 
 void show(const Found &found)
@@ -28,10 +38,12 @@ void show(const Found &found)
     const Output::Mood mood = state == State::Fine    ? Output::Mood::Good
                               : state == State::Wrong ? Output::Mood::Bad
                                                       : Output::Mood::Doubtful;
-    Output::line(Output::coloured(nameOf(state).leftJustified(9), mood) +
+    const qsizetype width = 2 + DisplayWidth::widest({shownNameOf(State::Fine), shownNameOf(State::Wrong),
+                                                      shownNameOf(State::Unknown)});
+    Output::line(Output::coloured(DisplayWidth::padded(shownNameOf(state), width), mood) +
                  Output::escaped(QString("%1: %2").arg(found.name, found.finding.text)));
     if (!found.finding.remedy.isEmpty())
-        Output::line(Output::escaped("         -> " + found.finding.remedy));
+        Output::line(Output::escaped(QString(width, ' ') + "-> " + found.finding.remedy));
 }
 
 void showInJson(const QList<Found> &all, bool isFine)
@@ -72,9 +84,8 @@ void DoctorCommand::run(const AdminOptions &options)
         for (const Found &found : all)
             show(found);
         Output::line("");
-        Output::line(wrong == 0   ? QString("Nothing is wrong.")
-                     : wrong == 1 ? QString("One thing is wrong.")
-                                  : QString("%1 things are wrong.").arg(wrong));
+        Output::line(wrong == 0 ? AdminText::tr("Nothing is wrong.")
+                                : AdminText::tr("%n thing(s) are wrong.", nullptr, static_cast<int>(wrong)));
     }
     if (wrong > 0)
         throw AdminError(ExitStatus::Failed, {});

@@ -2,6 +2,7 @@
 #include "DozelyKit/core/files/TrustedPath.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/plugin/Names.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DoctorCheck.h"
 #include "hosts/admin/Identity.h"
 
@@ -40,24 +41,27 @@ public:
         struct stat found {
         };
         if (::lstat(QFile::encodeName(path).constData(), &found) != 0)
-            return Finding::wrong(QString("%1 is not there.").arg(path), m_place.maker);
+            return Finding::wrong(AdminText::tr("%1 is not there.").arg(path), m_place.maker);
         if (m_place.isFolder ? !S_ISDIR(found.st_mode) : !S_ISREG(found.st_mode))
-            return Finding::wrong(
-                QString("%1 is no %2.").arg(path, m_place.isFolder ? "folder" : "regular file"),
-                QString("rm '%1' && %2").arg(path, m_place.maker));
+            return Finding::wrong((m_place.isFolder ? AdminText::tr("%1 is no folder.")
+                                                    : AdminText::tr("%1 is no regular file."))
+                                      .arg(path),
+                                  QString("rm '%1' && %2").arg(path, m_place.maker));
         const quint32 owner = RootFolder::owner().value_or(0);
         if (found.st_uid != owner)
-            return Finding::wrong(QString("%1 belongs to %2.").arg(path, Identity::nameOf(found.st_uid)),
-                                  QString("chown %1 '%2'").arg(Identity::nameOf(owner), path));
+            return Finding::wrong(
+                AdminText::tr("%1 belongs to %2.").arg(path, Identity::nameOf(found.st_uid)),
+                QString("chown %1 '%2'").arg(Identity::nameOf(owner), path));
         const int mode = static_cast<int>(found.st_mode) & permissionBits;
         const int tooMuch = mode & (S_IWGRP | S_IWOTH) & ~m_place.mode;
         const int missing = m_place.neededBits & ~mode;
         if (tooMuch != 0 || missing != 0)
-            return Finding::wrong(QString("%1 has the mode %2, which %3.")
-                                      .arg(path, QString::number(mode, 8),
-                                           tooMuch != 0 ? "lets others write there" : "keeps others out"),
+            return Finding::wrong((tooMuch != 0
+                                       ? AdminText::tr("%1 has the mode %2, which lets others write there.")
+                                       : AdminText::tr("%1 has the mode %2, which keeps others out."))
+                                      .arg(path, QString::number(mode, 8)),
                                   QString("chmod %1 '%2'").arg(QString::number(m_place.mode, 8), path));
-        return Finding::fine(QString("%1 is as it should be.").arg(path));
+        return Finding::fine(AdminText::tr("%1 is as it should be.").arg(path));
     }
 
 private:
@@ -80,17 +84,17 @@ Finding plugIns(const DoctorServices & /*services*/)
 {
     const QString path = RootFolder::join(FixedPath::plugIns);
     if (!QFileInfo(path).isDir())
-        return Finding::wrong(QString("%1 is not there.").arg(path), "apt install --reinstall dozely");
+        return Finding::wrong(AdminText::tr("%1 is not there.").arg(path), "apt install --reinstall dozely");
     QList<quint32> owners{0};
     if (const auto owner = RootFolder::owner())
         owners += *owner;
     if (const auto trusted = isTrustedPath(path, owners); !trusted)
-        return Finding::wrong(QString("No bundle is performed as root: %1.").arg(trusted.error().text),
+        return Finding::wrong(AdminText::tr("No bundle is performed as root: %1.").arg(trusted.error().text),
                               QString("chown -R root:root '%1' && chmod -R go-w '%1'").arg(path));
     if (QDir(path).entryList({"*.plugin"}, QDir::Dirs).isEmpty())
-        return Finding::wrong(QString("There is no bundle in %1.").arg(path),
+        return Finding::wrong(AdminText::tr("There is no bundle in %1.").arg(path),
                               "apt install --reinstall dozely");
-    return Finding::fine(QString("The bundles in %1 can be trusted.").arg(path));
+    return Finding::fine(AdminText::tr("The bundles in %1 can be trusted.").arg(path));
 }
 
 Finding space(const DoctorServices & /*services*/)
@@ -98,14 +102,15 @@ Finding space(const DoctorServices & /*services*/)
     constexpr qint64 needed = 16 * 1024 * 1024; // bytes
     const QStorageInfo storage(RootFolder::join("/var/lib/dozely"));
     if (!storage.isValid())
-        return Finding::unknown("Nobody can tell how much room there is for the record.");
+        return Finding::unknown(AdminText::tr("Nobody can tell how much room there is for the record."));
     if (storage.isReadOnly())
-        return Finding::wrong(QString("%1, where the record lies, can only be read.").arg(storage.rootPath()),
-                              QString("mount -o remount,rw '%1'").arg(storage.rootPath()));
+        return Finding::wrong(
+            AdminText::tr("%1, where the record lies, can only be read.").arg(storage.rootPath()),
+            QString("mount -o remount,rw '%1'").arg(storage.rootPath()));
     if (storage.bytesAvailable() < needed)
-        return Finding::wrong(QString("%1, where the record lies, is full.").arg(storage.rootPath()),
-                              QString("Make room in %1.").arg(storage.rootPath()));
-    return Finding::fine("There is room for the record.");
+        return Finding::wrong(AdminText::tr("%1, where the record lies, is full.").arg(storage.rootPath()),
+                              AdminText::tr("Make room in %1.").arg(storage.rootPath()));
+    return Finding::fine(AdminText::tr("There is room for the record."));
 }
 } // namespace
 

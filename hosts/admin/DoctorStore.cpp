@@ -2,6 +2,7 @@
 #include "DozelyKit/core/files/GuardedFile.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "DozelyKit/core/log/LogLabel.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DoctorCheck.h"
 #include "hosts/common/plugins/Feasibility.h"
 #include "hosts/common/record/RecordedOutcomes.h"
@@ -16,17 +17,19 @@ Finding store(const DoctorServices & /*services*/)
     const QString path = ScheduleStore::path();
     const auto content = ScheduleStore::read();
     if (!content && content.error().name == GuardedFile::untrusted)
-        return Finding::wrong(QString("The store is not believed: %1.").arg(content.error().text),
+        return Finding::wrong(AdminText::tr("The store is not believed: %1.").arg(content.error().text),
                               QString("chown root:root '%1' && chmod 644 '%1'").arg(path));
     if (!content)
         return Finding::wrong(
-            QString("%1 cannot be used: %2.").arg(path, content.error().text),
-            QString("Put back a good one from a backup, or begin anew: mv '%1' '%1.damaged'").arg(path));
+            AdminText::tr("%1 cannot be used: %2.").arg(path, content.error().text),
+            AdminText::tr("Put back a good one from a backup, or begin anew: mv '%1' '%1.damaged'")
+                .arg(path));
     if (!content->faults.isEmpty())
-        return Finding::wrong(QString("Entries of the store are no schedules: %1.")
+        return Finding::wrong(AdminText::tr("Entries of the store are no schedules: %1.")
                                   .arg(logLabel(content->faults.join("; "), 300)),
-                              QString("Mend these entries in %1, or remove them").arg(path));
-    return Finding::fine(content->exists ? "The store can be read." : "There is no store yet.");
+                              AdminText::tr("Mend these entries in %1, or remove them").arg(path));
+    return Finding::fine(content->exists ? AdminText::tr("The store can be read.")
+                                         : AdminText::tr("There is no store yet."));
 }
 
 Finding record(const DoctorServices & /*services*/)
@@ -36,18 +39,19 @@ Finding record(const DoctorServices & /*services*/)
     const auto latest =
         outcomes ? outcomes->latest({}, 1) : Result<QList<RecordedOccurrence>>(outcomes.error());
     if (latest)
-        return Finding::fine("The record of occurrences can be read.");
+        return Finding::fine(AdminText::tr("The record of occurrences can be read."));
     if (latest.error().name == RecordedOutcomes::notPermitted)
-        return Finding::unknown("Only root can look into the record of occurrences.");
-    return Finding::wrong(QString("%1 cannot be used: %2.").arg(path, latest.error().text),
-                          "systemctl restart dozelyd, which sets a damaged one aside and begins a new one");
+        return Finding::unknown(AdminText::tr("Only root can look into the record of occurrences."));
+    return Finding::wrong(
+        AdminText::tr("%1 cannot be used: %2.").arg(path, latest.error().text),
+        AdminText::tr("systemctl restart dozelyd, which sets a damaged one aside and begins a new one"));
 }
 
 Finding schedules(const DoctorServices & /*services*/)
 {
     const auto content = ScheduleStore::read();
     if (!content)
-        return Finding::unknown("The schedules cannot be looked at.");
+        return Finding::unknown(AdminText::tr("The schedules cannot be looked at."));
     QStringList faults;
     for (const Schedule &schedule : content->schedules) {
         if (!schedule.isEnabled)
@@ -55,13 +59,14 @@ Finding schedules(const DoctorServices & /*services*/)
         if (const auto reason = Feasibility::reasonAgainst(schedule))
             faults += QString("\"%1\": %2").arg(logLabel(schedule.name), *reason);
         else if (Feasibility::hasIdleAfterAction(schedule))
-            faults += QString("\"%1\" is to put the machine to rest afterwards, and does not wake it")
+            faults += AdminText::tr("\"%1\" is to put the machine to rest afterwards, and does not wake it")
                           .arg(logLabel(schedule.name));
     }
     if (!faults.isEmpty())
-        return Finding::wrong(QString("Nothing can come of %1.").arg(faults.join("; ")),
-                              "dozely-admin change SCHEDULE ..., or dozely-admin disable SCHEDULE");
-    return Finding::fine("Something can come of every schedule that is enabled.");
+        return Finding::wrong(AdminText::tr("Nothing can come of %1.").arg(faults.join("; ")),
+                              AdminText::tr("%1, or %2")
+                                  .arg("dozely-admin change SCHEDULE ...", "dozely-admin disable SCHEDULE"));
+    return Finding::fine(AdminText::tr("Something can come of every schedule that is enabled."));
 }
 } // namespace
 

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/dbus/BusConnection.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/common/bus/ScheduleDictionary.h"
 #include "hosts/common/bus/SchedulerNames.h"
 
@@ -57,9 +58,9 @@ void requireThatItTravels(const QVariantMap &parameters, const QVariantMap &form
     for (auto each = parameters.cbegin(); each != parameters.cend(); ++each) {
         const QVariantMap one{{each.key(), *each}};
         if (former.value(each.key()) != *each && ScheduleDictionary::parameters(one) != one)
-            throw AdminError(
-                ExitStatus::NotPermitted,
-                QString("The parameter \"%1\" holds a date, which only root can store.").arg(each.key()));
+            throw AdminError(ExitStatus::NotPermitted,
+                             AdminText::tr("The parameter \"%1\" holds a date, which only root can store.")
+                                 .arg(each.key()));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/StringFormat.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/ParameterOptions.h"
@@ -31,7 +32,8 @@ quint32 receivingUser(const AdminOptions &options)
         return Identity::caller();
     const auto user = Identity::userNamed(options.value("user"));
     if (!user)
-        throw AdminError(ExitStatus::Failed, QString("There is no user \"%1\".").arg(options.value("user")));
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("There is no user \"%1\".").arg(options.value("user")));
     return *user;
 }
 
@@ -42,9 +44,9 @@ qint64 ticksOption(const AdminOptions &options)
     bool isNumber = false;
     const uint seconds = options.value("timeout").toUInt(&isNumber);
     if (!isNumber || seconds == 0)
-        throw AdminError(
-            ExitStatus::BadUsage,
-            QString("--timeout needs a whole number of seconds, not \"%1\".").arg(options.value("timeout")));
+        throw AdminError(ExitStatus::BadUsage,
+                         AdminText::tr("--timeout needs a whole number of seconds, not \"%1\".")
+                             .arg(options.value("timeout")));
     return seconds * ticksPerSecond;
 }
 
@@ -73,15 +75,16 @@ void printReply(const AppleEvent &reply)
                  descriptionOf(EventValue::fromDescriptor(value))};
     }
     if (!rows.isEmpty())
-        Output::table({"KEYWORD", "TYPE", "VALUE"}, rows);
+        Output::table({AdminText::tr("KEYWORD"), AdminText::tr("TYPE"), AdminText::tr("VALUE")}, rows);
 }
 
 [[noreturn]] void fail(const EventRequest &request, const EventRequest::Outcome &outcome)
 {
-    const QString sentence = outcome.process == 0 ? QString("No process of %1 has the signature \"%2\".")
-                                                        .arg(Identity::nameOf(request.user),
-                                                             EventValue::textOfCode(request.signature))
-                                                  : eventFailure(outcome.status);
+    const QString sentence =
+        outcome.process == 0
+            ? AdminText::tr("No process of %1 has the signature \"%2\".")
+                  .arg(Identity::nameOf(request.user), EventValue::textOfCode(request.signature))
+            : eventFailure(outcome.status);
     throw AdminError(outcome.status == errAEPrivilegeError ? ExitStatus::NotPermitted : ExitStatus::Failed,
                      QString("%1 (%2)").arg(sentence).arg(outcome.status));
 }
@@ -100,9 +103,9 @@ void EventCommand::run(const AdminOptions &options)
             {{"process", outcome.process},
              {"reply", request.wantsReply ? EventValue::fromDescriptor(outcome.reply) : QVariant()}});
     else if (!request.wantsReply)
-        Output::line(QString("Process %1 has the event.").arg(outcome.process));
+        Output::line(AdminText::tr("Process %1 has the event.").arg(outcome.process));
     else if (outcome.reply.count() == 0)
-        Output::line(QString("Process %1 has handled the event.").arg(outcome.process));
+        Output::line(AdminText::tr("Process %1 has handled the event.").arg(outcome.process));
     else
         printReply(outcome.reply);
 }

@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/CalendarFile.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
@@ -26,6 +27,7 @@ void ExportCommand::run(const AdminOptions &options)
     const QByteArray data = PropertyList::toData(QVariantMap{{"Schedule Array", entries}},
                                                  PropertyList::Format::Xml, PropertyList::ofTheSystem);
     if (data.isNull())
-        throw AdminError(ExitStatus::Failed, "A schedule holds what a property list as text cannot carry.");
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("A schedule holds what a property list as text cannot carry."));
     Output::raw(data);
 }

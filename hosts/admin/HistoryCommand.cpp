@@ -4,6 +4,7 @@
 #include "DozelyKit/core/log/LogLabel.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Door.h"
 #include "hosts/admin/NumberOption.h"
 #include "hosts/admin/Output.h"
@@ -22,7 +23,7 @@ constexpr qsizetype usualNumber = 20;
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     QString("What became of it cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What became of it cannot be told: %1.").arg(error.text));
 }
 
 /// One that is gone from the store has no name any more.
@@ -46,19 +47,21 @@ QString dateText(const RecordedOccurrence &occurrence, const Schedule &schedule)
 {
     const QString date = ScheduleAnswer::inWords(occurrence.date, schedule);
     return isRun(occurrence)
-               ? QString("%1 to %2").arg(ScheduleAnswer::inWords(occurrence.first, schedule), date)
+               ? AdminText::tr("%1 to %2").arg(ScheduleAnswer::inWords(occurrence.first, schedule), date)
                : date;
 }
 
 QString stateText(const RecordedOccurrence &occurrence, const Schedule &schedule)
 {
     if (occurrence.postponedTo.isValid())
-        return "postponed to " + ScheduleAnswer::inWords(occurrence.postponedTo, schedule);
+        return AdminText::tr("postponed to %1")
+            .arg(ScheduleAnswer::inWords(occurrence.postponedTo, schedule));
     if (!isRun(occurrence) || !occurrence.count)
-        return occurrence.outcome.state;
-    return QString("%1 %2%3 times")
-        .arg(occurrence.outcome.state, occurrence.isCountExact ? "" : "at least ")
-        .arg(*occurrence.count);
+        return AdminText::state(occurrence.outcome.state);
+    const int count = static_cast<int>(*occurrence.count);
+    return (occurrence.isCountExact ? AdminText::tr("%1 %n time(s)", "missed; a number", count)
+                                    : AdminText::tr("%1 at least %n time(s)", "missed; a number", count))
+        .arg(AdminText::state(occurrence.outcome.state));
 }
 
 QString latenessText(const RecordedOutcome &outcome)
@@ -66,8 +69,9 @@ QString latenessText(const RecordedOutcome &outcome)
     constexpr qint64 second = 1000;
     if (!outcome.lateness)
         return "-";
-    return *outcome.lateness < second ? QString("on time")
-                                      : DateWords::of(std::chrono::milliseconds(*outcome.lateness)) + " late";
+    return *outcome.lateness < second ? AdminText::tr("on time")
+                                      : AdminText::tr("%1 late", "a duration")
+                                            .arg(DateWords::of(std::chrono::milliseconds(*outcome.lateness)));
 }
 
 QString reasonText(const RecordedOutcome &outcome)
@@ -75,7 +79,8 @@ QString reasonText(const RecordedOutcome &outcome)
     constexpr qsizetype longest = 80; // in a column of the table
     if (!outcome.failure.isEmpty())
         return logLabel(outcome.failure, longest);
-    return outcome.exitStatus.value_or(0) != 0 ? QString("exit %1").arg(*outcome.exitStatus) : QString("-");
+    return outcome.exitStatus.value_or(0) != 0 ? AdminText::tr("exit %1").arg(*outcome.exitStatus)
+                                               : QString("-");
 }
 
 QVariantMap describe(const RecordedOccurrence &occurrence, const Schedule &schedule)
@@ -132,7 +137,9 @@ void HistoryCommand::run(const AdminOptions &options)
     if (options.isSet("json"))
         Output::json({{"occurrences", described}});
     else if (rows.isEmpty())
-        Output::line("Nothing became of it yet.");
+        Output::line(AdminText::tr("Nothing became of it yet."));
     else
-        Output::table({"WHEN", "NAME", "STATE", "BEGAN", "WHY", "IDENTIFIER"}, rows);
+        Output::table({AdminText::tr("WHEN"), AdminText::tr("NAME"), AdminText::tr("STATE"),
+                       AdminText::tr("BEGAN"), AdminText::tr("WHY"), AdminText::tr("IDENTIFIER")},
+                      rows);
 }

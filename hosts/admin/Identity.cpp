@@ -3,6 +3,7 @@
 
 #include "DozelyKit/communication/channel/ZDRUnixSocketPort.h"
 #include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminText.h"
 
 #include <grp.h>
 #include <pwd.h>
@@ -20,7 +21,7 @@ uid_t nobody()
 
 [[noreturn]] void failToGiveUpRoot()
 {
-    throw AdminError(ExitStatus::Failed, "Root cannot be given up.");
+    throw AdminError(ExitStatus::Failed, AdminText::tr("Root cannot be given up."));
 }
 } // namespace
 
@@ -73,5 +74,5 @@ void Identity::touchChannelWithoutRoot()
         failToGiveUpRoot();
     ZDRUnixSocketPort::initAsClientWithName({}); // no port is made; the class is in use from now on
     if (::seteuid(0) != 0)
-        throw AdminError(ExitStatus::Failed, "Root cannot be taken back.");
+        throw AdminError(ExitStatus::Failed, AdminText::tr("Root cannot be taken back."));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/KnownOutcomes.h"
 
+#include "hosts/admin/AdminText.h"
+
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/log/LogLabel.h"
 #include "hosts/common/record/UpcomingOccurrences.h"
@@ -20,9 +22,10 @@ QString nameOf(const RecordedOutcome &outcome)
     constexpr qsizetype longestReason = 80; // in a column of the table
     const bool hasFailed = outcome.exitStatus.value_or(0) != 0;
     const QString reason = !outcome.failure.isEmpty() ? logLabel(outcome.failure, longestReason)
-                           : hasFailed                ? QString("exit %1").arg(*outcome.exitStatus)
+                           : hasFailed                ? AdminText::tr("exit %1").arg(*outcome.exitStatus)
                                                       : QString();
-    return reason.isEmpty() ? outcome.state : QString("%1 (%2)").arg(outcome.state, reason);
+    const QString state = AdminText::state(outcome.state);
+    return reason.isEmpty() ? state : QString("%1 (%2)").arg(state, reason);
 }
 } // namespace
 
@@ -71,9 +74,9 @@ QString KnownOutcomes::nameFor(const Schedule &schedule) const
         return "?";
     const auto outcome = of(schedule);
     if (!schedule.recurrence || !outcome)
-        return outcome ? nameOf(*outcome) : schedule.isEnabled ? "to come" : "-";
+        return outcome ? nameOf(*outcome) : schedule.isEnabled ? AdminText::tr("to come") : "-";
     const bool comes = schedule.isEnabled && next(schedule);
-    return comes ? QString("to come, last %1").arg(nameOf(*outcome)) : nameOf(*outcome);
+    return comes ? AdminText::tr("to come, last %1").arg(nameOf(*outcome)) : nameOf(*outcome);
 }
 
 QVariant KnownOutcomes::describe(const Schedule &schedule) const

@@ -2,6 +2,7 @@
 #include "hosts/admin/ListCommand.h"
 
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/KnownOutcomes.h"
 #include "hosts/admin/Output.h"
@@ -21,19 +22,27 @@ QDateTime shownDate(const Schedule &schedule, const KnownOutcomes &outcomes)
     return next ? next->toTimeZone(schedule.zone()) : schedule.calendarDate();
 }
 
+/// Where the action runs.
+QString placeName(const QVariant &place)
+{
+    return place.isNull()                 ? QString("?")
+           : place.toString() == "daemon" ? AdminText::tr("daemon")
+                                          : AdminText::tr("session");
+}
+
 QStringList tableRow(const Schedule &schedule, const KnownOutcomes &outcomes)
 {
     const QVariant place = StoreCommands::describe(schedule).value("actsIn");
     const bool goesWithMachine = schedule.recurrence && schedule.timeZone.isEmpty();
     return {schedule.name,
-            schedule.isEnabled ? "yes" : "no",
+            schedule.isEnabled ? AdminText::tr("yes") : AdminText::tr("no"),
             shownDate(schedule, outcomes).toString("yyyy-MM-dd HH:mm:ss"),
-            goesWithMachine               ? "machine"
+            goesWithMachine               ? AdminText::tr("machine", "a time zone")
             : schedule.timeZone.isEmpty() ? "UTC"
                                           : schedule.timeZone,
             schedule.recurrence ? RuleWords::of(*schedule.recurrence) : "-",
             QFileInfo(schedule.bundlePath).completeBaseName(),
-            place.isNull() ? "?" : place.toString(),
+            placeName(place),
             outcomes.nameFor(schedule),
             schedule.owner ? Identity::nameOf(*schedule.owner) : "-",
             schedule.identifier};
@@ -66,13 +75,16 @@ void ListCommand::run(const AdminOptions &options)
     for (const Schedule &schedule : content.schedules)
         rows += tableRow(schedule, outcomes);
     if (rows.isEmpty())
-        Output::line("There are no schedules.");
+        Output::line(AdminText::tr("There are no schedules."));
     else
-        Output::table({"NAME", "ENABLED", "DATE", "TIME ZONE", "REPEATS", "ACTION", "RUNS IN", "STATE",
-                       "OWNER", "IDENTIFIER"},
+        Output::table({AdminText::tr("NAME"), AdminText::tr("ENABLED"), AdminText::tr("DATE"),
+                       AdminText::tr("TIME ZONE"), AdminText::tr("REPEATS"), AdminText::tr("ACTION"),
+                       AdminText::tr("RUNS IN"), AdminText::tr("STATE"), AdminText::tr("OWNER"),
+                       AdminText::tr("IDENTIFIER")},
                       rows);
     for (const QString &fault : content.faults)
         Output::remark(fault + ".");
     if (!outcomes.fault().isEmpty())
-        Output::remark(QString("What became of the schedules cannot be told: %1.").arg(outcomes.fault()));
+        Output::remark(
+            AdminText::tr("What became of the schedules cannot be told: %1.").arg(outcomes.fault()));
 }

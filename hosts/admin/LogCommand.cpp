@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Output.h"
 #include "hosts/common/log/LogReader.h"
 
@@ -29,7 +30,7 @@ int lineCount(const AdminOptions &options)
     const int count = options.value("lines").toInt(&isNumber);
     if (!isNumber || count < 0 || count > mostLines) {
         throw AdminError(ExitStatus::BadUsage,
-                         QString("\"%1\" is not a number of lines.").arg(options.value("lines")));
+                         AdminText::tr("\"%1\" is not a number of lines.").arg(options.value("lines")));
     }
     return count;
 }
@@ -64,7 +65,7 @@ void follow(LogReader &reader, const QString &path, bool inJson)
     QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher, look);
     QMetaObject::invokeMethod(&watcher, look, Qt::QueuedConnection); // what came before the watch began
     QCoreApplication::exec();
-    throw failure.value_or(AdminError(ExitStatus::Failed, "The log is no longer followed."));
+    throw failure.value_or(AdminError(ExitStatus::Failed, AdminText::tr("The log is no longer followed.")));
 }
 } // namespace
 
@@ -97,10 +98,10 @@ void LogCommand::run(const AdminOptions &options)
     const auto isThere = reader.open();
     if (!isThere && QFileInfo::exists(path)) {
         const auto status = QFileInfo(path).isReadable() ? ExitStatus::Failed : ExitStatus::NotPermitted;
-        throw AdminError(status, QString("%1 cannot be read: %2.").arg(path, isThere.error().text));
+        throw AdminError(status, AdminText::tr("%1 cannot be read: %2.").arg(path, isThere.error().text));
     }
     if (!isThere && !(options.isSet("follow") && QFileInfo(QFileInfo(path).path()).isDir()))
-        throw AdminError(ExitStatus::Failed, QString("There is no log at %1.").arg(path));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("There is no log at %1.").arg(path));
     show(reader.lastLines(count), inJson);
     if (options.isSet("follow"))
         follow(reader, path, inJson);

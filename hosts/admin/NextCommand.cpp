@@ -7,6 +7,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/admin/NumberOption.h"
 #include "hosts/admin/Output.h"
@@ -43,8 +44,8 @@ QList<RecordedOccurrence> known(const QDateTime &now, bool &isKnown)
     isKnown = toCome.ok();
     if (toCome)
         return *toCome;
-    Output::remark(
-        QString("What was skipped or postponed is not taken into account: %1.").arg(toCome.error().text));
+    Output::remark(AdminText::tr("What was skipped or postponed is not taken into account: %1.")
+                       .arg(toCome.error().text));
     return {};
 }
 
@@ -57,13 +58,14 @@ QStringList tableRow(const UpcomingOccurrence &occurrence, const Schedule &sched
 {
     const bool isSwitchedOn = has(schedule, ParameterKey::needsStartup);
     const bool isWoken = has(schedule, ParameterKey::needsWakeUp);
-    const QString power = isSwitchedOn && isWoken ? "woken, switched on"
-                          : isSwitchedOn          ? "switched on"
-                          : isWoken               ? "woken"
+    const QString power = isSwitchedOn && isWoken ? AdminText::tr("woken, switched on")
+                          : isSwitchedOn          ? AdminText::tr("switched on")
+                          : isWoken               ? AdminText::tr("woken")
                                                   : "-";
     QString when = ScheduleAnswer::inWords(occurrence.moment, schedule);
     if (occurrence.isPostponed())
-        when += QString(", postponed from %1").arg(ScheduleAnswer::inWords(occurrence.date, schedule));
+        when = AdminText::tr("%1, postponed from %2")
+                   .arg(when, ScheduleAnswer::inWords(occurrence.date, schedule));
     return {when, schedule.name, power, schedule.identifier};
 }
 
@@ -81,8 +83,9 @@ QVariantMap describe(const UpcomingOccurrence &occurrence, const Schedule &sched
 void showNothing(const AdminOptions &options, const QList<Schedule> &schedules)
 {
     const bool isDisabled = !options.argument(0).isNull() && !schedules.constFirst().isEnabled;
-    Output::line(isDisabled ? Output::escaped(QString("\"%1\" is disabled.").arg(schedules.constFirst().name))
-                            : QString("Nothing comes."));
+    Output::line(isDisabled
+                     ? Output::escaped(AdminText::tr("\"%1\" is disabled.").arg(schedules.constFirst().name))
+                     : AdminText::tr("Nothing comes."));
 }
 } // namespace
 
@@ -112,5 +115,7 @@ void NextCommand::run(const AdminOptions &options)
     else if (rows.isEmpty())
         showNothing(options, schedules);
     else
-        Output::table({"WHEN", "NAME", "MACHINE IS", "IDENTIFIER"}, rows);
+        Output::table({AdminText::tr("WHEN"), AdminText::tr("NAME"), AdminText::tr("MACHINE IS"),
+                       AdminText::tr("IDENTIFIER")},
+                      rows);
 }

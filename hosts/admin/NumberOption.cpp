@@ -3,6 +3,7 @@
 
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 
 qsizetype NumberOption::read(const AdminOptions &options, qsizetype usual)
 {
@@ -12,7 +13,8 @@ qsizetype NumberOption::read(const AdminOptions &options, qsizetype usual)
     bool isNumber = false;
     const int number = options.value("n").toInt(&isNumber);
     if (!isNumber || number < 1 || number > most)
-        throw AdminError(ExitStatus::BadUsage,
-                         QString("-n needs a whole number, 1 or more, not \"%1\".").arg(options.value("n")));
+        throw AdminError(
+            ExitStatus::BadUsage,
+            AdminText::tr("-n needs a whole number, 1 or more, not \"%1\".").arg(options.value("n")));
     return number;
 }

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/OccurrenceSeries.h"
@@ -27,13 +28,14 @@ QDateTime onlyOneOn(const QDate &day, const QTimeZone &zone, const Schedule &sch
     const QDateTime end = dateAtWallTime(day.addDays(1), QTime(0, 0), zone);
     const auto first = after(schedule, begin.addSecs(-1));
     if (!first || *first >= end)
-        refuse(QString("\"%1\" does not take place on %2; \"next\" shows when it does.")
+        refuse(AdminText::tr("\"%1\" does not take place on %2; \"next\" shows when it does.")
                    .arg(schedule.name, DateWords::of(day)));
     const auto second = after(schedule, *first);
     if (second && *second < end) {
-        refuse(QString("\"%1\" takes place at %2, at %3 and so on that day: say at which of these times.")
-                   .arg(schedule.name, DateWords::of(first->toTimeZone(zone).time()),
-                        DateWords::of(second->toTimeZone(zone).time())));
+        refuse(
+            AdminText::tr("\"%1\" takes place at %2, at %3 and so on that day: say at which of these times.")
+                .arg(schedule.name, DateWords::of(first->toTimeZone(zone).time()),
+                     DateWords::of(second->toTimeZone(zone).time())));
     }
     return *first;
 }
@@ -44,7 +46,7 @@ std::optional<QDateTime> OccurrenceOptions::read(const AdminOptions &options, co
 {
     if (!options.isSet("date")) {
         if (options.isSet("time-zone"))
-            refuse("--time-zone is that of a --date.");
+            refuse(AdminText::tr("--time-zone is that of a --date."));
         return {};
     }
     const QTimeZone zone = DateOptions::zone(options, QString::fromUtf8(schedule.zone().id()));

@@ -2,6 +2,8 @@
 #include "hosts/admin/Output.h"
 
 #include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 
 #include <QDateTime>
 #include <QJsonArray>
@@ -72,7 +74,7 @@ void Output::raw(const QByteArray &bytes)
     const bool written = std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
                          static_cast<size_t>(bytes.size());
     if (!written || std::fflush(stdout) != 0)
-        throw AdminError(ExitStatus::Failed, "The output cannot be written.");
+        throw AdminError(ExitStatus::Failed, AdminText::tr("The output cannot be written."));
 }
 
 void Output::table(const QStringList &titles, const QList<QStringList> &rows)
@@ -87,12 +89,12 @@ void Output::table(const QStringList &titles, const QList<QStringList> &rows)
     QList<qsizetype> widths(titles.size(), 0);
     for (const QStringList &row : all) {
         for (qsizetype i = 0; i < row.size(); ++i)
-            widths[i] = std::max(widths[i], row.at(i).size());
+            widths[i] = std::max(widths[i], DisplayWidth::of(row.at(i)));
     }
     for (const QStringList &row : all) {
         QString text;
         for (qsizetype i = 0; i < row.size(); ++i)
-            text += i + 1 < row.size() ? row.at(i).leftJustified(widths.at(i) + 2) : row.at(i);
+            text += i + 1 < row.size() ? DisplayWidth::padded(row.at(i), widths.at(i) + 2) : row.at(i);
         while (text.endsWith(' '))
             text.chop(1);
         line(text);

@@ -3,6 +3,7 @@
 
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/OccurrenceOptions.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
@@ -16,7 +17,7 @@ namespace
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     QString("What an action wrote cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What an action wrote cannot be told: %1.").arg(error.text));
 }
 
 QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)
@@ -41,10 +42,10 @@ void OutputCommand::run(const AdminOptions &options)
     const auto found = outcomes->findOutput(schedule.identifier, date);
     if (!found)
         fail(found.error());
-    const QString when = date ? "then" : "yet";
     if (!*found)
-        throw AdminError(ExitStatus::Failed,
-                         QString("\"%1\" was not performed %2.").arg(schedule.name, when));
+        throw AdminError(ExitStatus::Failed, (date ? AdminText::tr("\"%1\" was not performed then.")
+                                                   : AdminText::tr("\"%1\" was not performed yet."))
+                                                 .arg(schedule.name));
     if (options.isSet("json"))
         Output::json(describe(schedule, **found));
     else

@@ -5,6 +5,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 
 #include <QRegularExpression>
 
@@ -18,9 +19,10 @@ QVariantMap fromFile(const QString &path)
 {
     const auto list = PropertyList::fromFile(path);
     if (!list)
-        throw AdminError(ExitStatus::Failed, QString("%1 cannot be used: %2.").arg(path, list.error().text));
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("%1 cannot be used: %2.").arg(path, list.error().text));
     if (list->typeId() != QMetaType::QVariantMap)
-        throw AdminError(ExitStatus::Failed, QString("%1 is not a dictionary.").arg(path));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("%1 is not a dictionary.").arg(path));
     return list->toMap();
 }
 
@@ -58,7 +60,7 @@ QVariant typed(const QString &type, const QString &text)
         value = yes.contains(text);
     }
     if (!fits)
-        refuse(QString("\"%1\" is not of the type %2.").arg(text, type));
+        refuse(AdminText::tr("\"%1\" is not of the type %2.").arg(text, type));
     return value;
 }
 
@@ -68,7 +70,7 @@ void addParameter(QVariantMap &parameters, const QString &option)
                                          QRegularExpression::DotMatchesEverythingOption);
     const auto match = form.match(option);
     if (!match.hasMatch())
-        refuse(QString("\"%1\" is not of the form KEY=VALUE.").arg(option));
+        refuse(AdminText::tr("\"%1\" is not of the form KEY=VALUE.").arg(option));
     const QString type = match.captured(2);
     const QString text = match.captured(3);
     parameters.insert(match.captured(1), type.isEmpty() ? guessed(text) : typed(type, text));
@@ -80,17 +82,17 @@ qint64 leadTime(const QString &seconds)
     bool isNumber = false;
     const int lead = seconds.toInt(&isNumber);
     if (!isNumber || lead < 1)
-        refuse(QString("--alert needs a whole number of seconds, 1 or more, not \"%1\".").arg(seconds));
+        refuse(AdminText::tr("--alert needs a whole number of seconds, 1 or more, not \"%1\".").arg(seconds));
     return lead;
 }
 /// Where the action runs.
 void setPlace(const AdminOptions &options, QVariantMap &parameters)
 {
     if (options.isSet("in-daemon") && options.isSet("in-session"))
-        refuse("An action runs in the daemon or in the session, not in both.");
+        refuse(AdminText::tr("An action runs in the daemon or in the session, not in both."));
     const bool isNamed = options.isSet("in-daemon") || options.isSet("in-session");
     if (isNamed && options.isSet("in-default"))
-        refuse("Say one of --in-daemon, --in-session and --in-default.");
+        refuse(AdminText::tr("Say one of --in-daemon, --in-session and --in-default."));
     if (isNamed)
         parameters.insert(ParameterKey::actsInUserAgent, options.isSet("in-session") ? 1 : 0);
     else if (options.isSet("in-default"))
@@ -116,18 +118,19 @@ QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMa
         parameters = fromFile(options.value("parameters"));
     for (const QString &key : options.values("no-parameter")) {
         if (parameters.remove(key) == 0)
-            refuse(QString("There is no parameter \"%1\".").arg(key));
+            refuse(AdminText::tr("There is no parameter \"%1\".").arg(key));
     }
     for (const QString &option : options.values("parameter"))
         addParameter(parameters, option);
     if (options.isSet("program")) {
         if (!options.value("program").startsWith('/'))
-            refuse(QString("The program \"%1\" is not an absolute path.").arg(options.value("program")));
+            refuse(
+                AdminText::tr("The program \"%1\" is not an absolute path.").arg(options.value("program")));
         parameters.insert(CommandKey::program, options.value("program"));
         parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     } else if (options.isSet("argument")) {
         if (!former.contains(CommandKey::program))
-            refuse("--argument needs --program.");
+            refuse(AdminText::tr("--argument needs --program."));
         parameters.insert(CommandKey::arguments, QVariant(options.values("argument")).toList());
     }
     if (options.isSaid("alert", "no-alert")) {
@@ -144,6 +147,6 @@ QVariantMap ParameterOptions::read(const AdminOptions &options, const QVariantMa
     // A text that a property list cannot carry would come back as another one, or make the store unreadable.
     const auto readBack = PropertyList::fromData(PropertyList::toData(parameters, PropertyList::Format::Xml));
     if (!readBack || readBack->toMap() != parameters)
-        refuse("A parameter holds what a property list cannot carry.");
+        refuse(AdminText::tr("A parameter holds what a property list cannot carry."));
     return parameters;
 }

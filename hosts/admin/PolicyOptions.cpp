@@ -3,6 +3,7 @@
 
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 #include "hosts/common/plugins/Feasibility.h"
 
@@ -16,8 +17,8 @@ void setMissed(Schedule &schedule, const QString &text)
     const QString name = equals < 0 ? text : text.left(equals);
     const QStringList names{"skip", "run-once", "plug-in", "bundle"};
     if (!names.contains(name) || (equals >= 0 && name != "run-once"))
-        refuse(
-            QString("--missed is skip, run-once, run-once=LIMIT, plug-in or bundle, not \"%1\".").arg(text));
+        refuse(AdminText::tr("--missed is skip, run-once, run-once=LIMIT, plug-in or bundle, not \"%1\".")
+                   .arg(text));
     schedule.missedPolicy = SchedulePolicies::missedPolicyNamed(QString(name).replace("run-", "run "));
     schedule.missedLimit.reset();
     if (equals < 0)
@@ -31,20 +32,20 @@ void setMissed(Schedule &schedule, const QString &text)
 void setOverlap(Schedule &schedule, const QString &text)
 {
     if (!schedule.recurrence)
-        refuse("--overlap is of what repeats.");
+        refuse(AdminText::tr("--overlap is of what repeats."));
     schedule.overlapPolicy = SchedulePolicies::overlapPolicyNamed(text);
     if (!schedule.overlapPolicy)
-        refuse(QString("--overlap is skip or run, not \"%1\".").arg(text));
+        refuse(AdminText::tr("--overlap is skip or run, not \"%1\".").arg(text));
 }
 
 void setAfter(Schedule &schedule, const QString &text, bool isWantedAnyway)
 {
     schedule.afterAction = SchedulePolicies::afterActionNamed(text == "power-off" ? "power off" : text);
     if (!schedule.afterAction || text == "power off")
-        refuse(QString("--after is nothing, sleep or power-off, not \"%1\".").arg(text));
+        refuse(AdminText::tr("--after is nothing, sleep or power-off, not \"%1\".").arg(text));
     if (Feasibility::hasIdleAfterAction(schedule) && !isWantedAnyway) {
-        refuse(QString("--after %1 comes only where the machine was woken or switched on for the action; "
-                       "that takes --wake or --power-on.")
+        refuse(AdminText::tr("--after %1 comes only where the machine was woken or switched on for the "
+                             "action; that takes --wake or --power-on.")
                    .arg(text));
     }
 }
@@ -54,9 +55,9 @@ void checkAfter(const Schedule &schedule, bool isWantedAnyway)
     if (!Feasibility::hasIdleAfterAction(schedule) || isWantedAnyway)
         return;
     const bool isSleep = schedule.afterAction == AfterAction::Sleep;
-    refuse(
-        QString("--after %1 would never come any more, since it follows a waking: say --after nothing, too.")
-            .arg(isSleep ? "sleep" : "power-off"));
+    refuse(AdminText::tr(
+               "--after %1 would never come any more, since it follows a waking: say --after nothing, too.")
+               .arg(isSleep ? "sleep" : "power-off"));
 }
 } // namespace
 

@@ -8,6 +8,8 @@
 #include "DozelyKit/system/power/SystemPower.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 
@@ -20,8 +22,6 @@ namespace
 {
 /// Far enough not to come while the test runs, near enough for every clock.
 constexpr std::chrono::minutes testDistance(10);
-
-const char *const noClock = "This machine has no clock that could wake it.";
 
 QString localText(const QDateTime &date)
 {
@@ -46,9 +46,10 @@ QString clockText(const PowerEventScheduler::Alarm &alarm)
 QString alarmText(const PowerEventScheduler::Alarm &alarm)
 {
     if (!alarm.armedFor.isValid())
-        return "not armed";
-    return QString("%1, %2").arg(localText(alarm.armedFor),
-                                 alarm.isOurs ? "for an event below" : "armed by another program");
+        return AdminText::tr("not armed");
+    return (alarm.isOurs ? AdminText::tr("%1, for an event below")
+                         : AdminText::tr("%1, armed by another program"))
+        .arg(localText(alarm.armedFor));
 }
 
 void showInJson(const std::optional<PowerEventScheduler::Alarm> &alarm)
@@ -74,16 +75,19 @@ void show(const AdminOptions &options)
         showInJson(alarm);
         return;
     }
-    Output::line("Clock:  " + (alarm ? clockText(*alarm) : QString("none that could wake this machine")));
+    const QString titles[] = {AdminText::tr("Clock:"), AdminText::tr("Alarm:")};
+    const qsizetype width = DisplayWidth::widest({titles[0], titles[1]}) + 2;
+    Output::line(DisplayWidth::padded(titles[0], width) +
+                 (alarm ? clockText(*alarm) : AdminText::tr("none that could wake this machine")));
     if (alarm)
-        Output::line("Alarm:  " + alarmText(*alarm));
+        Output::line(DisplayWidth::padded(titles[1], width) + alarmText(*alarm));
     QList<QStringList> rows;
     for (const PowerEventScheduler::Event &event : events())
         rows += {localText(event.time), event.type, event.owner};
     if (rows.isEmpty())
-        Output::line("No events are scheduled.");
+        Output::line(AdminText::tr("No events are scheduled."));
     else
-        Output::table({"TIME", "TYPE", "OWNER"}, rows);
+        Output::table({AdminText::tr("TIME"), AdminText::tr("TYPE"), AdminText::tr("OWNER")}, rows);
 }
 
 /// Whether this user is the one to whom the machine's files belong.
@@ -96,9 +100,10 @@ void test(const AdminOptions &options)
 {
     const auto alarm = Port<PowerEventScheduler>::current()->alarm();
     if (!alarm)
-        throw AdminError(ExitStatus::Failed, noClock);
+        throw AdminError(ExitStatus::Failed, AdminText::tr("This machine has no clock that could wake it."));
     if (!isSystem())
-        throw AdminError(ExitStatus::NotPermitted, "You may not set the machine's clock; try it as root.");
+        throw AdminError(ExitStatus::NotPermitted,
+                         AdminText::tr("You may not set the machine's clock; try it as root."));
     const QDateTime date = Port<Clock>::current()->currentDate().addDuration(testDistance);
     const QString fault = Port<PowerEventScheduler>::current()->testAlarm(date);
     if (!fault.isEmpty())
@@ -106,7 +111,7 @@ void test(const AdminOptions &options)
     if (options.isSet("json"))
         Output::json({{"device", alarm->device}, {"clock", alarm->clock}, {"works", true}});
     else
-        Output::line(QString("The alarm of %1 was armed for %2, read back, and set as it was.")
+        Output::line(AdminText::tr("The alarm of %1 was armed for %2, read back, and set as it was.")
                          .arg(clockText(*alarm), localText(date)));
 }
 } // namespace
@@ -119,7 +124,7 @@ void PowerCommand::run(const AdminOptions &options)
     else if (argument == "test")
         test(options);
     else
-        throw AdminError(ExitStatus::BadUsage, QString("\"%1\" is not test.").arg(argument));
+        throw AdminError(ExitStatus::BadUsage, AdminText::tr("\"%1\" is not test.").arg(argument));
 }
 
 void PowerCommand::sleep(const AdminOptions &options)
@@ -127,16 +132,17 @@ void PowerCommand::sleep(const AdminOptions &options)
     SystemPower &power = *Port<SystemPower>::current();
     if (!power.canSleep())
         throw AdminError(ExitStatus::Failed,
-                         "There is no login manager that could put this machine to sleep.");
+                         AdminText::tr("There is no login manager that could put this machine to sleep."));
     if (!power.sleep()) {
         if (isSystem())
-            throw AdminError(ExitStatus::Failed, "The machine does not let itself be put to sleep.");
+            throw AdminError(ExitStatus::Failed,
+                             AdminText::tr("The machine does not let itself be put to sleep."));
         throw AdminError(ExitStatus::NotPermitted,
-                         "The machine does not let you put it to sleep; try it as root.");
+                         AdminText::tr("The machine does not let you put it to sleep; try it as root."));
     }
     ZDRLog("The machine is put to sleep by user %d.", Identity::caller());
     if (options.isSet("json"))
         Output::json({{"accepted", true}});
     else
-        Output::line("The machine goes to sleep.");
+        Output::line(AdminText::tr("The machine goes to sleep."));
 }

@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/ExcludedDates.h"
@@ -43,7 +44,7 @@ public:
         recurrence.localStart = m_rule.parts.isOfDays() ? startOfDays() : startOfElapsed();
         const auto begun = begunAnew(recurrence, m_zone, m_start.notBefore);
         if (!begun)
-            refuse(QString("It cannot repeat so: %1.").arg(begun.error().text));
+            refuse(AdminText::tr("It cannot repeat so: %1.").arg(AdminText::reason(begun.error())));
         recurrence = *begun;
         keepExceptions(recurrence, formerExceptions);
         return {recurrence, m_remarks};
@@ -89,16 +90,16 @@ private:
         const bool isOpen =
             isNamed("every") && !m_rule.parts.has("BYMONTHDAY") && day.day() > lastOfEveryMonth;
         if (isOpen && m_rule.parts.value("FREQ") == "MONTHLY") {
-            refuse(QString("Every month from %1 on can be day %2 of those months that have one, --on %2, or "
-                           "the last of each, --on last.")
+            refuse(AdminText::tr("Every month from %1 on can be day %2 of those months that have one, --on "
+                                 "%2, or the last of each, --on last.")
                        .arg(DateWords::of(day))
                        .arg(day.day()));
         }
         if (isOpen && m_rule.parts.value("FREQ") == "YEARLY" && day.month() == 2) {
             const QString rule = "--rule \"FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=%1\"";
             refuse(
-                QString("Every year from %1 on can be that day of leap years, %2, or the last of February, "
-                        "%3.")
+                AdminText::tr(
+                    "Every year from %1 on can be that day of leap years, %2, or the last of February, %3.")
                     .arg(DateWords::of(day), rule.arg(day.day()), rule.arg(-1)));
         }
     }
@@ -131,8 +132,9 @@ private:
         const auto [kept, gone] = ExcludedDates::keptOf(former, recurrence, m_zone);
         recurrence.excludedDates = kept;
         for (const WallTime &exception : gone) {
-            m_remarks += QString("The exception of %1 at %2 is gone: nothing takes place then any more.")
-                             .arg(DateWords::of(exception.day), DateWords::of(exception.time));
+            m_remarks +=
+                AdminText::tr("The exception of %1 at %2 is gone: nothing takes place then any more.")
+                    .arg(DateWords::of(exception.day), DateWords::of(exception.time));
         }
     }
 
@@ -185,7 +187,7 @@ void RecurrenceOptions::takeBackExceptions(const AdminOptions &options, Recurren
         const auto removed = recurrence.excludedDates.removeIf(
             [&](const WallTime &date) { return !(date < span.first) && !(span.last < date); });
         if (removed == 0)
-            refuse(QString("There is no exception on %1.").arg(text));
+            refuse(AdminText::tr("There is no exception on %1.").arg(text));
     }
 }
 
@@ -199,10 +201,10 @@ QList<WallTime> RecurrenceOptions::exceptions(const AdminOptions &options, const
         const QList<WallTime> dates =
             ExcludedDates::between(series, span.first, span.last, Recurrence::maximumDates + 1);
         if (dates.isEmpty())
-            refuse(QString("Nothing takes place on %1 that could be left out.").arg(text));
+            refuse(AdminText::tr("Nothing takes place on %1 that could be left out.").arg(text));
         exceptions += dates;
         if (exceptions.size() > Recurrence::maximumDates)
-            refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
+            refuse(AdminText::tr("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
     }
     return exceptions;
 }

@@ -2,6 +2,7 @@
 #include "hosts/admin/RemoteHost.h"
 
 #include "hosts/admin/AdminError.h"
+#include "hosts/admin/AdminText.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -57,7 +58,7 @@ QStringList RemoteHost::commandFor(const QString &host, const QStringList &argum
     // It would be an option of ssh's, or two words.
     static const QRegularExpression form(R"(\A[A-Za-z0-9_][^\s\x00-\x1f\x7f]*\z)");
     if (!form.match(host).hasMatch())
-        refuse(QString("\"%1\" is not a machine such as root@example.org.").arg(host));
+        refuse(AdminText::tr("\"%1\" is not a machine such as root@example.org.").arg(host));
     QStringList words{"dozely-admin"};
     for (const QString &argument : arguments)
         words += quoted(argument);
@@ -78,9 +79,9 @@ int RemoteHost::run(const QString &host, const QStringList &arguments)
     }
     ssh.start("ssh", commandFor(host, rest));
     if (!ssh.waitForStarted())
-        throw AdminError(ExitStatus::Failed, QString("ssh cannot be run: %1.").arg(ssh.errorString()));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("ssh cannot be run: %1.").arg(ssh.errorString()));
     ssh.waitForFinished(-1);
     if (ssh.exitStatus() != QProcess::NormalExit || ssh.exitCode() == sshFailed)
-        throw AdminError(ExitStatus::Failed, QString("%1 cannot be reached by ssh.").arg(host));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("%1 cannot be reached by ssh.").arg(host));
     return ssh.exitCode();
 }

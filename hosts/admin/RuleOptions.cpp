@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 
@@ -37,8 +38,8 @@ public:
         if (m_rule.parts.isOfDays())
             takeTimes();
         else if (isNamed("at"))
-            refuse("--at is the time of day of what takes place on some days, and not of what goes on "
-                   "around the clock.");
+            refuse(AdminText::tr("--at is the time of day of what takes place on some days, and not of what "
+                                 "goes on around the clock."));
         takeEnd();
         return m_rule;
     }
@@ -51,15 +52,15 @@ private:
     {
         for (const char *option : {"every", "on", "rule", "from", "until", "count"}) {
             if (m_options.values(option).size() > 1)
-                refuse(QString("--%1 is there twice.").arg(option));
+                refuse(AdminText::tr("--%1 is there twice.").arg(option));
         }
         if (isNamed("every") && isNamed("rule"))
-            refuse("Say --every or --rule, not both.");
+            refuse(AdminText::tr("Say --every or --rule, not both."));
         (void)m_options.isSaid("until", "count");
         (void)m_options.isSaid("until", "endless");
         (void)m_options.isSaid("count", "endless");
         if (!m_rule.isNew && !m_former.recurrence)
-            refuse("Say how often, by --every or --rule.");
+            refuse(AdminText::tr("Say how often, by --every or --rule."));
     }
 
     void takePattern()
@@ -74,14 +75,14 @@ private:
         m_rule.parts =
             RuleParts(rule.startsWith(prefix, Qt::CaseInsensitive) ? rule.mid(prefix.size()) : rule);
         if (!m_rule.parts.has("FREQ"))
-            refuse(QString("\"%1\" is not a rule such as FREQ=WEEKLY;BYDAY=MO.").arg(rule));
+            refuse(AdminText::tr("\"%1\" is not a rule such as FREQ=WEEKLY;BYDAY=MO.").arg(rule));
         if (m_rule.parts.hasTimes() && isNamed("at"))
-            refuse(
-                "The rule says itself at what times; leave --at or its BYHOUR, BYMINUTE and BYSECOND out.");
+            refuse(AdminText::tr(
+                "The rule says itself at what times; leave --at or its BYHOUR, BYMINUTE and BYSECOND out."));
         const bool hasEnd = m_rule.parts.has("COUNT") || m_rule.parts.has("UNTIL");
         if (hasEnd && isEndNamed())
-            refuse(
-                "The rule says itself when it ends; leave --until and --count or its UNTIL and COUNT out.");
+            refuse(AdminText::tr(
+                "The rule says itself when it ends; leave --until and --count or its UNTIL and COUNT out."));
     }
 
     /// --on.
@@ -91,14 +92,14 @@ private:
             return;
         constexpr int lastOfEveryMonth = 28;
         if (isNamed("rule") || m_rule.parts.value("FREQ").compare("MONTHLY", Qt::CaseInsensitive) != 0)
-            refuse("--on names days of the month and needs --every month.");
+            refuse(AdminText::tr("--on names days of the month and needs --every month."));
         QStringList days;
         for (const int day : accepted(FriendlyTerms::monthDays(m_options.value("on")))) {
             days += QString::number(day);
             if (day > lastOfEveryMonth)
                 m_rule.remarks +=
-                    QString("Months without a day %1 are left out; --on last is the last day of "
-                            "each month.")
+                    AdminText::tr(
+                        "Months without a day %1 are left out; --on last is the last day of each month.")
                         .arg(day);
         }
         for (const char *part : {"BYDAY", "BYSETPOS"})
@@ -118,7 +119,7 @@ private:
         const bool wasOfDays = m_former.recurrence && m_formerParts.isOfDays();
         if (!times.isEmpty()) {
             if (const auto set = m_rule.parts.setTimes(times); !set)
-                refuse(QString("It cannot repeat so: %1.").arg(set.error().text));
+                refuse(AdminText::tr("It cannot repeat so: %1.").arg(set.error().text));
             m_rule.time = times.constFirst();
             m_rule.lastTime = times.constLast();
         } else if (m_rule.isNew && m_rule.parts.has("BYHOUR")) {
@@ -129,7 +130,7 @@ private:
         } else if (m_former.time || m_start.time) {
             m_rule.time = m_rule.lastTime = m_start.time ? *m_start.time : *m_former.time;
         } else {
-            refuse("Say at what time, by --at.");
+            refuse(AdminText::tr("Say at what time, by --at."));
         }
     }
 
@@ -163,7 +164,7 @@ private:
         bool isNumber = false;
         const int count = m_options.value("count").toInt(&isNumber);
         if (!isNumber || count < 1 || count > most)
-            refuse(QString("--count needs a whole number, 1 or more, not \"%1\".")
+            refuse(AdminText::tr("--count needs a whole number, 1 or more, not \"%1\".")
                        .arg(m_options.value("count")));
         m_rule.parts.set("COUNT", QString::number(count));
     }
@@ -177,7 +178,7 @@ private:
             return DateOptions::inZone(date, text, m_zone).date.toString(form) + "Z";
         const QTime time = date.time.value_or(lastSecond);
         if (dateAtWallTime(date.day, time, m_zone) < m_start.notBefore)
-            refuse("It is to end before it begins.");
+            refuse(AdminText::tr("It is to end before it begins."));
         return QDateTime(date.day, time, Qt::UTC).toString(form);
     }
 

@@ -3,6 +3,8 @@
 
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/StoreCommands.h"
 #include "hosts/common/calendar/DateWords.h"
@@ -36,7 +38,7 @@ QString ScheduleAnswer::inWords(const QDateTime &date, const Schedule &schedule)
     const bool hasZone = !schedule.timeZone.isEmpty();
     if (!hasZone || (there.date() == here.date() && there.time() == here.time()))
         return text;
-    return QString("%1 (%2 in %3)").arg(text, DateWords::of(there), schedule.timeZone);
+    return AdminText::tr("%1 (%2 in %3)").arg(text, DateWords::of(there), schedule.timeZone);
 }
 
 void ScheduleAnswer::tell(const AdminOptions &options, const Schedule &schedule, const QString &what)
@@ -50,15 +52,18 @@ void ScheduleAnswer::tell(const AdminOptions &options, const Schedule &schedule,
         return;
     }
     if (!schedule.recurrence) {
-        Output::line(Output::escaped(QString("%1, for %2 (%3).")
+        Output::line(Output::escaped(AdminText::tr("%1, for %2 (%3).")
                                          .arg(what, schedule.calendarDate().toString("yyyy-MM-dd HH:mm:ss"),
                                               schedule.timeZone.isEmpty() ? "UTC" : schedule.timeZone)));
         return;
     }
     const QString zone = schedule.timeZone.isEmpty() ? QString() : QString(" (%1)").arg(schedule.timeZone);
-    Output::line(Output::escaped(QString("%1: %2%3.").arg(what, RuleWords::of(*schedule.recurrence), zone)));
+    Output::line(Output::escaped(AdminText::tr("%1: %2%3.", "what was done, a rule in words, its time zone")
+                                     .arg(what, RuleWords::of(*schedule.recurrence), zone)));
+    const QString title = AdminText::tr("Next:") + ' ';
     for (qsizetype i = 0; i < dates.size(); ++i)
-        Output::line(Output::escaped((i == 0 ? "Next: " : "      ") + inWords(dates.at(i), schedule)));
+        Output::line(Output::escaped((i == 0 ? title : QString(DisplayWidth::of(title), ' ')) +
+                                     inWords(dates.at(i), schedule)));
     if (!schedule.isEnabled)
-        Output::line("It is disabled: it does not come due before it is enabled.");
+        Output::line(AdminText::tr("It is disabled: it does not come due before it is enabled."));
 }

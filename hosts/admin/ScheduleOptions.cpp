@@ -8,6 +8,7 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
@@ -40,10 +41,10 @@ QString bundlePath(const QString &bundle)
     if (isName && !path.endsWith(".plugin"))
         path += ".plugin";
     if (bundle.isEmpty() || !path.startsWith('/'))
-        refuse(QString("\"%1\" is neither the name of a bundle nor an absolute path.").arg(bundle));
+        refuse(AdminText::tr("\"%1\" is neither the name of a bundle nor an absolute path.").arg(bundle));
     if (!NSBundle::bundleWithPath(RootFolder::join(path)))
         throw AdminError(ExitStatus::Failed,
-                         QString("There is no bundle at %1.").arg(RootFolder::join(path)));
+                         AdminText::tr("There is no bundle at %1.").arg(RootFolder::join(path)));
     return path;
 }
 
@@ -51,7 +52,7 @@ quint32 userNamed(const QString &name)
 {
     const auto user = Identity::userNamed(name);
     if (!user)
-        throw AdminError(ExitStatus::Failed, QString("There is no user \"%1\".").arg(name));
+        throw AdminError(ExitStatus::Failed, AdminText::tr("There is no user \"%1\".").arg(name));
     return *user;
 }
 
@@ -63,12 +64,13 @@ QStringList applyOnce(const AdminOptions &options, Schedule &schedule)
         const bool hasZone = !schedule.timeZone.isEmpty();
         moment = DateOptions::read(options, hasZone ? schedule.timeZone : DateOptions::machineZone());
     } else if (options.isSet("time-zone")) {
-        refuse("With --time-zone say --date, too: in another zone the same time is another moment.");
+        refuse(AdminText::tr(
+            "With --time-zone say --date, too: in another zone the same time is another moment."));
     } else if (schedule.recurrence) { // the next one is the one that is left
         const auto next = UpcomingOccurrences::ofOne(schedule).next();
         if (!next)
             throw AdminError(ExitStatus::Failed,
-                             QString("\"%1\" is over: say --date, too.").arg(schedule.name));
+                             AdminText::tr("\"%1\" is over: say --date, too.").arg(schedule.name));
         moment.date = next->date;
         moment.timeZone = QString::fromUtf8(schedule.zone().id());
     }
@@ -105,12 +107,12 @@ QStringList applyRecurrence(const AdminOptions &options, Schedule &schedule)
     RecurrenceOptions::takeBackExceptions(options, recurrence, zone);
     recurrence.excludedDates += RecurrenceOptions::exceptions(options, recurrence, zone);
     if (recurrence.excludedDates.size() > Recurrence::maximumDates)
-        refuse(QString("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
+        refuse(AdminText::tr("There can be at most %1 exceptions.").arg(Recurrence::maximumDates));
     schedule.recurrence = recurrence;
     const auto series = OccurrenceSeries::of(*schedule.recurrence, zone);
     const auto first = series ? series->first() : std::nullopt;
     if (!first)
-        refuse("With these exceptions nothing is left of it.");
+        refuse(AdminText::tr("With these exceptions nothing is left of it."));
     schedule.date = *first;
     return remarks;
 }
@@ -119,9 +121,9 @@ QStringList applyRecurrence(const AdminOptions &options, Schedule &schedule)
 QString ScheduleOptions::name(const QString &text)
 {
     if (text.trimmed().isEmpty())
-        refuse("A schedule needs a name.");
+        refuse(AdminText::tr("A schedule needs a name."));
     if (text != Output::escaped(text))
-        refuse("The name holds control characters.");
+        refuse(AdminText::tr("The name holds control characters."));
     return text;
 }
 
@@ -139,13 +141,13 @@ void ScheduleOptions::applyAction(const AdminOptions &options, Schedule &schedul
     const bool isOne = options.isSet("bundle") != options.isSet("program");
     const bool isBoth = options.isSet("bundle") && options.isSet("program");
     if (isBoth || (isNew && !isOne))
-        refuse("Say what is to be done, by --bundle or by --program.");
+        refuse(AdminText::tr("Say what is to be done, by --bundle or by --program."));
     schedule.parameters = ParameterOptions::read(options, schedule.parameters);
     if (isOne)
         schedule.bundlePath = bundlePath(options.isSet("bundle") ? options.value("bundle") : "Command");
     if (const auto why = options.isSet("anyway") ? std::nullopt : Feasibility::reasonAgainst(schedule)) {
         throw AdminError(ExitStatus::Failed,
-                         QString("Nothing could come of it: %1. With --anyway it is done all the same.")
+                         AdminText::tr("Nothing could come of it: %1. With --anyway it is done all the same.")
                              .arg(Output::escaped(*why)));
     }
 }
@@ -162,17 +164,18 @@ QStringList ScheduleOptions::applyTime(const AdminOptions &options, Schedule &sc
     const bool isOnce = isDate || options.isSet("once");
     const bool isRepeating = RecurrenceOptions::areSet(options);
     if (isDate && isRepeating)
-        refuse("--date and --in are for what takes place once; what repeats begins by --from.");
+        refuse(
+            AdminText::tr("--date and --in are for what takes place once; what repeats begins by --from."));
     if (isOnce && isRepeating)
-        refuse("It takes place once, or it repeats: --once goes with --date and --in alone.");
+        refuse(AdminText::tr("It takes place once, or it repeats: --once goes with --date and --in alone."));
     if (!isOnce && (isRepeating || schedule.recurrence))
         return applyRecurrence(options, schedule);
     for (const QString option : {"except", "no-except"}) {
         if (options.isSet(option))
-            refuse(QString("--%1 is of what repeats.").arg(option));
+            refuse(AdminText::tr("--%1 is of what repeats.").arg(option));
     }
     if (!schedule.date.isValid() && !isDate)
-        refuse("Say when, by --date or --in, or how often, by --every or --rule.");
+        refuse(AdminText::tr("Say when, by --date or --in, or how often, by --every or --rule."));
     return applyOnce(options, schedule);
 }
 

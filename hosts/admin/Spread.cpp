@@ -4,6 +4,7 @@
 #include "DozelyKit/core/foundation/RootFolder.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 #include "hosts/common/calendar/OccurrenceSeries.h"
 #include "hosts/common/calendar/RuleParts.h"
@@ -68,12 +69,12 @@ Result<void> moveTimes(std::chrono::seconds delay, std::chrono::seconds spread, 
     for (QTime &time : times) {
         if (secondOf(time) + spread.count() > secondsOfDay)
             return Error{
-                QString("a time of %1 cannot be spread over midnight").arg(time.toString("HH:mm:ss"))};
+                AdminText::tr("a time of %1 cannot be spread over midnight").arg(time.toString("HH:mm:ss"))};
         time = time.addSecs(static_cast<int>(delay.count()));
     }
     if (rule.hasTimes()) {
         if (const auto set = rule.setTimes(times); !set)
-            return Error{set.error().text + ", so that they cannot be spread"};
+            return Error{AdminText::tr("%1, so that they cannot be spread").arg(set.error().text)};
         if (!rule.hasTimes() || times.size() == 1)
             recurrence.localStart.time = times.constFirst();
         else
@@ -92,7 +93,7 @@ std::optional<std::chrono::seconds> Spread::read(const AdminOptions &options)
         return {};
     const auto spread = FriendlyTerms::duration(options.value("spread"));
     if (!spread || spread->count() < 1 || spread->count() > secondsOfDay)
-        refuse(QString("\"%1\" is no time to spread starts over, such as 30m or 1h.")
+        refuse(AdminText::tr("\"%1\" is no time to spread starts over, such as 30m or 1h.")
                    .arg(options.value("spread")));
     return *spread;
 }
@@ -112,7 +113,8 @@ Result<std::chrono::seconds> Spread::ofThisMachine(std::chrono::seconds spread)
     QFile file(RootFolder::join("/etc/machine-id"));
     const QByteArray id = file.open(QIODevice::ReadOnly) ? file.read(length + 1).trimmed() : QByteArray();
     if (id.size() != length)
-        return Error{"this machine has no id (/etc/machine-id) by which starts could be spread"};
+        return Error{
+            AdminText::tr("this machine has no id (/etc/machine-id) by which starts could be spread")};
     return of(id, spread);
 }
 

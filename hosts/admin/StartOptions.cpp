@@ -5,6 +5,7 @@
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/DateOptions.h"
 #include "hosts/common/calendar/FriendlyTerms.h"
 
@@ -41,7 +42,7 @@ StartOptions StartOptions::read(const AdminOptions &options, const QTimeZone &zo
     const bool isPast = date.time ? *start.from < start.now : date.day < start.now.toTimeZone(zone).date();
     if (isPast)
         throw AdminError(ExitStatus::BadUsage,
-                         QString("%1 in %2 is past.").arg(text, QString::fromUtf8(zone.id())));
+                         AdminText::tr("%1 in %2 is past.").arg(text, QString::fromUtf8(zone.id())));
     start.notBefore = std::max(start.now, *start.from);
     return start;
 }

@@ -8,6 +8,8 @@
 #include "DozelyKit/system/power/PowerEventScheduler.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 #include "hosts/admin/Door.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
@@ -113,30 +115,65 @@ private:
 QString reasonOf(const RecordedOutcome &outcome)
 {
     constexpr qsizetype longest = 60;
+    const QString state = AdminText::state(outcome.state);
     if (!outcome.failure.isEmpty())
-        return QString("%1 (%2)").arg(outcome.state, logLabel(outcome.failure, longest));
+        return QString("%1 (%2)").arg(state, logLabel(outcome.failure, longest));
     return outcome.exitStatus.value_or(0) != 0
-               ? QString("%1 (exit %2)").arg(outcome.state).arg(*outcome.exitStatus)
-               : outcome.state;
+               ? QString("%1 (%2)").arg(state, AdminText::tr("exit %1").arg(*outcome.exitStatus))
+               : state;
+}
+
+QString daemonTitle()
+{
+    return AdminText::tr("Daemon:");
+}
+
+QString consoleTitle()
+{
+    return AdminText::tr("Console:");
+}
+
+QString agentsTitle()
+{
+    return AdminText::tr("Agents:");
+}
+
+QString wakeClockTitle()
+{
+    return AdminText::tr("Wake clock:");
+}
+
+QString clockTitle()
+{
+    return AdminText::tr("Clock:");
+}
+
+QString schedulesTitle()
+{
+    return AdminText::tr("Schedules:");
 }
 
 void showFact(const QString &title, const QString &text, std::optional<Mood> mood = {})
 {
     const QString shown = Output::escaped(text);
-    Output::line(QString("%1: ").arg(title).leftJustified(13) +
+    static const QStringList titles{daemonTitle(),    consoleTitle(), agentsTitle(),
+                                    wakeClockTitle(), clockTitle(),   schedulesTitle()};
+    Output::line(DisplayWidth::padded(title, DisplayWidth::widest(titles) + 2) +
                  (mood ? Output::coloured(shown, *mood) : shown));
 }
 
 void showConsole(const Status &status)
 {
     if (!status.console) {
-        showFact("Console", "nobody is there");
+        showFact(consoleTitle(), AdminText::tr("nobody is there"));
         return;
     }
     const bool isThere = status.agents.contains(status.console->userId);
-    showFact("Console",
-             QString("%1, whose agent %2").arg(status.console->name, isThere ? "is alive" : "is not there"),
-             isThere ? Mood::Good : Mood::Bad);
+    showFact(
+        consoleTitle(),
+        (isThere ? AdminText::tr("%1, whose agent is alive") : AdminText::tr("%1, whose agent is not there"))
+            .arg(status.console->name),
+        isThere ? Mood::Good : Mood::Bad);
 }
 
 void showMachine(const Status &status)
@@ -144,35 +181,38 @@ void showMachine(const Status &status)
     QStringList agents;
     for (const quint32 user : status.agents)
         agents += Identity::nameOf(user);
-    showFact("Agents", agents.isEmpty() ? QString("none") : agents.join(", "));
+    showFact(agentsTitle(), agents.isEmpty() ? AdminText::tr("none", "agents") : agents.join(", "));
     if (!status.alarm)
-        showFact("Wake clock", "none that could wake this machine", Mood::Doubtful);
+        showFact(wakeClockTitle(), AdminText::tr("none that could wake this machine"), Mood::Doubtful);
     else
-        showFact("Wake clock", status.alarm->armedFor.isValid()
-                                   ? QString("%1, armed for %2%3")
-                                         .arg(status.alarm->device,
-                                              status.alarm->armedFor.toTimeZone(machineTimeZone())
-                                                  .toString("yyyy-MM-dd HH:mm:ss"),
-                                              status.alarm->isOurs ? "" : " by another program")
-                                   : QString("%1, not armed").arg(status.alarm->device));
+        showFact(wakeClockTitle(),
+                 status.alarm->armedFor.isValid()
+                     ? (status.alarm->isOurs ? AdminText::tr("%1, armed for %2")
+                                             : AdminText::tr("%1, armed for %2 by another program"))
+                           .arg(status.alarm->device, status.alarm->armedFor.toTimeZone(machineTimeZone())
+                                                          .toString("yyyy-MM-dd HH:mm:ss"))
+                     : AdminText::tr("%1, not armed").arg(status.alarm->device));
     const QString zone = QString::fromUtf8(machineTimeZone().id());
-    showFact("Clock",
-             QString("%1, %2").arg(status.isClockSynchronised ? "synchronised" : "not synchronised", zone),
+    showFact(clockTitle(),
+             (status.isClockSynchronised ? AdminText::tr("synchronised, %1")
+                                         : AdminText::tr("not synchronised, %1"))
+                 .arg(zone),
              status.isClockSynchronised ? Mood::Good : Mood::Doubtful);
 }
 
 void showSchedules(const Status &status)
 {
     if (!status.store) {
-        showFact("Schedules", status.store.error().text, Mood::Bad);
+        showFact(schedulesTitle(), status.store.error().text, Mood::Bad);
         return;
     }
     const qsizetype faults = status.store->faults.size();
     QString text =
-        QString("%1, %2 of them enabled").arg(status.store->schedules.size()).arg(status.enabled());
+        AdminText::tr("%1, %2 of them enabled").arg(status.store->schedules.size()).arg(status.enabled());
     if (faults > 0)
-        text += QString("; %1 entries are none").arg(faults);
-    showFact("Schedules", text, faults > 0 ? std::optional(Mood::Bad) : std::nullopt);
+        text = AdminText::tr("%1; %n entries are none", "entries of the store", static_cast<int>(faults))
+                   .arg(text);
+    showFact(schedulesTitle(), text, faults > 0 ? std::optional(Mood::Bad) : std::nullopt);
 }
 
 void showOccurrences(const Status &status)
@@ -182,17 +222,17 @@ void showOccurrences(const Status &status)
     for (const UpcomingOccurrence &each : status.next) {
         const Schedule &schedule = schedules.at(each.schedule);
         rows += {"  " + ScheduleAnswer::inWords(each.moment, schedule), schedule.name,
-                 Feasibility::wakesMachine(schedule) ? "wakes the machine" : ""};
+                 Feasibility::wakesMachine(schedule) ? AdminText::tr("wakes the machine") : ""};
     }
     Output::line("");
     if (rows.isEmpty())
-        Output::line("Nothing comes.");
+        Output::line(AdminText::tr("Nothing comes."));
     else
-        Output::table({"Next", "", ""}, rows);
+        Output::table({AdminText::tr("Next"), "", ""}, rows);
     Output::line("");
     if (!status.record) {
-        Output::line(
-            Output::escaped(QString("What failed cannot be told: %1.").arg(status.record.error().text)));
+        Output::line(Output::escaped(
+            AdminText::tr("What failed cannot be told: %1.").arg(status.record.error().text)));
         return;
     }
     rows.clear();
@@ -202,9 +242,9 @@ void showOccurrences(const Status &status)
         rows += {"  " + date, name.isEmpty() ? each.identifier : name, reasonOf(each.outcome)};
     }
     if (rows.isEmpty())
-        Output::line("Nothing failed of late.");
+        Output::line(AdminText::tr("Nothing failed of late."));
     else
-        Output::table({"Last failures", "", ""}, rows);
+        Output::table({AdminText::tr("Last failures"), "", ""}, rows);
 }
 
 QVariantMap describe(const Status &status)
@@ -261,7 +301,8 @@ void StatusCommand::run(const AdminOptions &options)
     if (options.isSet("json")) {
         Output::json(describe(status));
     } else {
-        showFact("Daemon", status.isDaemonThere ? "is alive" : "is not there",
+        showFact(daemonTitle(),
+                 status.isDaemonThere ? AdminText::tr("is alive") : AdminText::tr("is not there"),
                  status.isDaemonThere ? Mood::Good : Mood::Bad);
         showConsole(status);
         showMachine(status);

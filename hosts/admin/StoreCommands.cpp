@@ -5,6 +5,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/Door.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
@@ -37,7 +38,7 @@ bool mayChangeFile()
     if (Door::isThere())
         return false;
     throw AdminError(ExitStatus::NotPermitted,
-                     QString("You may not change %1; try it as root.").arg(ScheduleStore::path()));
+                     AdminText::tr("You may not change %1; try it as root.").arg(ScheduleStore::path()));
 }
 
 /// Asks the daemon for what an alteration makes of the schedules.
@@ -104,8 +105,9 @@ void setEnabled(const AdminOptions &options, bool isEnabled)
     if (options.isSet("json"))
         Output::json({{"schedule", StoreCommands::describe(schedule)}});
     else
-        Output::line(
-            Output::escaped(QString("\"%1\" is %2.").arg(schedule.name, isEnabled ? "enabled" : "disabled")));
+        Output::line(Output::escaped(
+            (isEnabled ? AdminText::tr("\"%1\" is enabled.") : AdminText::tr("\"%1\" is disabled."))
+                .arg(schedule.name)));
 }
 } // namespace
 
@@ -114,11 +116,12 @@ ScheduleStore::Content StoreCommands::read()
     const QFileInfo store(ScheduleStore::path());
     if (store.exists() && !store.isReadable())
         throw AdminError(ExitStatus::NotPermitted,
-                         QString("You may not read %1.").arg(ScheduleStore::path()));
+                         AdminText::tr("You may not read %1.").arg(ScheduleStore::path()));
     auto content = ScheduleStore::read();
     if (!content) {
-        throw AdminError(ExitStatus::Failed,
-                         QString("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
+        throw AdminError(
+            ExitStatus::Failed,
+            AdminText::tr("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
     }
     return *std::move(content);
 }
@@ -134,12 +137,14 @@ Schedule StoreCommands::find(const QString &identifierOrName)
             matches += schedule;
     }
     if (matches.isEmpty())
-        throw AdminError(ExitStatus::Failed, QString("There is no schedule \"%1\".").arg(identifierOrName));
-    if (matches.size() > 1) {
         throw AdminError(ExitStatus::Failed,
-                         QString("%1 schedules are named \"%2\"; use an identifier, as \"list\" shows them.")
-                             .arg(matches.size())
-                             .arg(identifierOrName));
+                         AdminText::tr("There is no schedule \"%1\".").arg(identifierOrName));
+    if (matches.size() > 1) {
+        throw AdminError(
+            ExitStatus::Failed,
+            AdminText::tr("%n schedule(s) are named \"%1\"; use an identifier, as \"list\" shows them.",
+                          nullptr, static_cast<int>(matches.size()))
+                .arg(identifierOrName));
     }
     return matches.constFirst();
 }
@@ -202,7 +207,7 @@ void StoreCommands::remove(const AdminOptions &options)
     if (options.isSet("json"))
         Output::json({{"schedule", describe(schedule)}});
     else
-        Output::line(Output::escaped(QString("\"%1\" is removed.").arg(schedule.name)));
+        Output::line(Output::escaped(AdminText::tr("\"%1\" is removed.").arg(schedule.name)));
 }
 
 void StoreCommands::enable(const AdminOptions &options)

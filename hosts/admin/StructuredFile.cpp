@@ -2,6 +2,7 @@
 #include "hosts/admin/StructuredFile.h"
 
 #include "DozelyKit/core/files/PropertyList.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/YamlReader.h"
 
 #include <QJsonArray>
@@ -37,7 +38,7 @@ QVariant plain(const QJsonValue &value)
 Result<QVariant> StructuredFile::parse(const QByteArray &data)
 {
     if (data.size() > PropertyList::ofTheSystem.size)
-        return Error{"it is larger than 16 MiB"};
+        return Error{AdminText::tr("it is larger than 16 MiB")};
     const QByteArray begin = data.left(1000).trimmed();
     if (begin.startsWith("bplist") || begin.startsWith('<')) {
         PropertyList::Terms terms = PropertyList::ofTheSystem;
@@ -53,7 +54,8 @@ Result<QVariant> StructuredFile::parse(const QByteArray &data)
         const auto yaml = YamlReader::parse(data); // whose flow style looks like JSON
         if (yaml)
             return yaml;
-        return Error{QString("it is no JSON: %1, at byte %2").arg(fault.errorString()).arg(fault.offset)};
+        return Error{
+            AdminText::tr("it is no JSON: %1, at byte %2").arg(fault.errorString()).arg(fault.offset)};
     }
     return YamlReader::parse(data);
 }

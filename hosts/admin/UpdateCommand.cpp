@@ -5,6 +5,8 @@
 #include "DozelyKit/update/WDUpdateChecker.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
+#include "hosts/admin/DisplayWidth.h"
 #include "hosts/admin/Identity.h"
 #include "hosts/admin/Output.h"
 
@@ -43,32 +45,39 @@ void showInJson(const Finding &finding)
 void show(const Finding &finding)
 {
     const QString installed =
-        finding.installed.isNull() ? QString("not known") : Output::escaped(finding.installed);
-    Output::line("Installed version:  " + installed);
-    Output::line("Latest version:     " +
-                 (finding.isNewer() ? Output::escaped(finding.latest) : installed + ", up to date"));
-    const QString address = finding.addressText();
-    if (address.isEmpty())
-        Output::line("Address:            the server gives none");
-    else if (finding.mayBeOpened())
-        Output::line("Address:            " + Output::escaped(address));
-    else
-        Output::line("Address:            not offered, since it is not https: " + Output::escaped(address));
+        finding.installed.isNull() ? AdminText::tr("not known") : Output::escaped(finding.installed);
+    const QString latest = finding.isNewer() ? Output::escaped(finding.latest)
+                                             : AdminText::tr("%1, up to date", "a version").arg(installed);
+    const QString shown = Output::escaped(finding.addressText());
+    const QString address = shown.isEmpty() ? AdminText::tr("the server gives none")
+                            : finding.mayBeOpened()
+                                ? shown
+                                : AdminText::tr("not offered, since it is not https: %1").arg(shown);
+    const std::pair<QString, QString> facts[] = {{AdminText::tr("Installed version:"), installed},
+                                                 {AdminText::tr("Latest version:"), latest},
+                                                 {AdminText::tr("Address:"), address}};
+    qsizetype width = 0;
+    for (const auto &[title, text] : facts)
+        width = std::max(width, DisplayWidth::of(title) + 2);
+    for (const auto &[title, text] : facts)
+        Output::line(DisplayWidth::padded(title, width) + text);
 }
 } // namespace
 
 void UpdateCommand::run(const AdminOptions &options)
 {
     if (options.argument(0) != "check")
-        throw AdminError(ExitStatus::BadUsage, QString("\"%1\" is not check.").arg(options.argument(0)));
+        throw AdminError(ExitStatus::BadUsage,
+                         AdminText::tr("\"%1\" is not check.").arg(options.argument(0)));
     if (!UpdateServer::isAsked())
-        throw AdminError(ExitStatus::NoAnswer, "This system was built without the update check.");
+        throw AdminError(ExitStatus::NoAnswer,
+                         AdminText::tr("This system was built without the update check."));
     Identity::giveUpRoot(); // a stranger's answer is not for root to read
     const auto checker = WDUpdateChecker::sharedInstance();
     if (!checker->updateLatestVersionDictionary())
         throw AdminError(
             ExitStatus::NoAnswer,
-            QString("%1 gave no answer that can be used; the log says why.").arg(UpdateServer::host()));
+            AdminText::tr("%1 gave no answer that can be used; the log says why.").arg(UpdateServer::host()));
     const Finding finding{checker->versionString().isNull() ? QString() : checker->fullVersionString(),
                           checker->latestVersion(), checker->latestVersionURL()};
     if (options.isSet("json"))
@@ -76,5 +85,5 @@ void UpdateCommand::run(const AdminOptions &options)
     else
         show(finding);
     if (finding.isNewer())
-        throw AdminError(ExitStatus::NewerVersion, "There is a newer version.");
+        throw AdminError(ExitStatus::NewerVersion, AdminText::tr("There is a newer version."));
 }

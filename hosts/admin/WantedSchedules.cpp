@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/WantedSchedules.h"
 
+#include "hosts/admin/AdminText.h"
+
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/core/log/LogLabel.h"
@@ -66,7 +68,7 @@ public:
         if (m_fault)
             return *m_fault;
         for (const QString &key : m_wanted.keys())
-            return Error{QString("there is no word \"%1\"").arg(logLabel(key))};
+            return Error{AdminText::tr("there is no word \"%1\"").arg(logLabel(key))};
         return Schedule::fromEntry(m_entry);
     }
 
@@ -129,7 +131,7 @@ private:
         if (place == "session" || place == "daemon")
             parameters.insert(QString(ParameterKey::actsInUserAgent), qint64(place == "session" ? 1 : 0));
         else if (!place.isEmpty())
-            fail("\"actsIn\" is neither session nor daemon");
+            fail(AdminText::tr("\"actsIn\" is neither session nor daemon"));
         for (const auto &[word, key] : {std::pair("wakes", ParameterKey::needsWakeUp),
                                         std::pair("powersOn", ParameterKey::needsStartup)}) {
             if (take(word).toBool())
@@ -168,14 +170,14 @@ private:
                 rule.insert(key, value);
         }
         for (const QString &key : repeats.keys())
-            fail(QString("\"repeats\" has no word \"%1\"").arg(logLabel(key)));
+            fail(AdminText::tr("\"repeats\" has no word \"%1\"").arg(logLabel(key)));
         if (!rule.contains("Local Start"))
             rule.insert("Local Start", startFor(rule.value("Rule").toString()));
         const auto recurrence = accepted(Recurrence::fromDictionary(rule));
         const auto series = recurrence ? accepted(OccurrenceSeries::of(*recurrence, zone())) : std::nullopt;
         const auto first = series ? series->first() : std::nullopt;
         if (series && !first)
-            fail("nothing comes of its rule");
+            fail(AdminText::tr("nothing comes of its rule"));
         m_entry.insert("Recurrence Rule", rule);
         m_entry.insert("Date", first.value_or(QDateTime()));
     }
@@ -199,7 +201,7 @@ private:
                 times += *time;
         }
         if (rule.isOfDays() && times.isEmpty())
-            fail("say at what time, by \"at\"");
+            fail(AdminText::tr("say at what time, by \"at\""));
         if (!times.isEmpty()) {
             std::sort(times.begin(), times.end());
             if (const auto set = rule.setTimes(times); !set)
@@ -232,7 +234,7 @@ private:
         const DateTerms terms(m_now, zone());
         const auto date = accepted(terms.read(text));
         if (date && (!date->time || !text.left(4).toInt()))
-            fail("\"date\" is not a date such as \"2026-03-14 06:55\"");
+            fail(AdminText::tr("\"date\" is not a date such as \"2026-03-14 06:55\""));
         const auto moment = date && date->time ? accepted(terms.momentOf(*date, text)) : std::nullopt;
         if (moment)
             m_entry.insert("Date", moment->date);
@@ -268,7 +270,8 @@ Result<QList<Schedule>> WantedSchedules::in(const QVariant &file, const QList<Sc
     const bool isStore = root.contains("Schedule Array");
     const QVariant entries = root.value(isStore ? "Schedule Array" : "schedules");
     if (entries.typeId() != QMetaType::QVariantList)
-        return Error{"it has no list of schedules (\"schedules\", or \"Schedule Array\" of a store)"};
+        return Error{
+            AdminText::tr("it has no list of schedules (\"schedules\", or \"Schedule Array\" of a store)")};
     QList<Schedule> wanted;
     QSet<QString> identifiers;
     qsizetype number = 0;
@@ -280,11 +283,12 @@ Result<QList<Schedule>> WantedSchedules::in(const QVariant &file, const QList<Sc
                                       : Reader(map, presentOne(present, identifier, name), now).read();
         ++number;
         if (!schedule)
-            return Error{QString("schedule %1, \"%2\", is none: %3")
+            return Error{AdminText::tr("schedule %1, \"%2\", is none: %3")
                              .arg(number)
                              .arg(logLabel(name), schedule.error().text)};
         if (identifiers.contains(schedule->identifier))
-            return Error{QString("schedule %1, \"%2\", is there twice").arg(number).arg(logLabel(name))};
+            return Error{
+                AdminText::tr("schedule %1, \"%2\", is there twice").arg(number).arg(logLabel(name))};
         identifiers.insert(schedule->identifier);
         wanted += *schedule;
     }

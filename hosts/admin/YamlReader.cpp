@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/YamlReader.h"
 
+#include "hosts/admin/AdminText.h"
+
 #include "DozelyKit/core/files/PropertyList.h"
 
 #include <QRegularExpression>
@@ -37,7 +39,7 @@ public:
         if (!next() || !next())
             return m_fault;
         if (m_event.type == YAML_STREAM_END_EVENT)
-            return Error{"it is empty"};
+            return Error{AdminText::tr("it is empty")};
         if (!next())
             return m_fault;
         const QVariant value = node(0);
@@ -46,7 +48,7 @@ public:
         if (!next() || !next())
             return m_fault;
         if (m_event.type != YAML_STREAM_END_EVENT)
-            return Error{"it has more than one document"};
+            return Error{AdminText::tr("it has more than one document")};
         return value;
     }
 
@@ -56,7 +58,7 @@ private:
         yaml_event_delete(&m_event);
         if (yaml_parser_parse(&m_parser, &m_event) == 1)
             return true;
-        fail(QString::fromUtf8(m_parser.problem ? m_parser.problem : "it cannot be read"),
+        fail(m_parser.problem ? QString::fromUtf8(m_parser.problem) : AdminText::tr("it cannot be read"),
              m_parser.problem_mark.line);
         return false;
     }
@@ -64,19 +66,19 @@ private:
     void fail(const QString &what, size_t line)
     {
         if (m_fault.text.isEmpty())
-            m_fault = Error{QString("%1, in line %2").arg(what).arg(line + 1)};
+            m_fault = Error{AdminText::tr("%1, in line %2").arg(what).arg(line + 1)};
     }
-    void fail(const char *what) { fail(QString(what), m_event.start_mark.line); }
+    void fail(const QString &what) { fail(what, m_event.start_mark.line); }
 
     /// The value that begins with the present event; the event is its last one afterwards.
     QVariant node(int depth)
     {
         if (depth > PropertyList::maximumDepth)
-            fail("it is nested too deeply");
+            fail(AdminText::tr("it is nested too deeply"));
         else if (++m_nodes > PropertyList::ofTheSystem.nodes)
-            fail("it has too many values");
+            fail(AdminText::tr("it has too many values"));
         else if (m_event.type == YAML_ALIAS_EVENT)
-            fail("aliases are not understood");
+            fail(AdminText::tr("aliases are not understood"));
         if (!m_fault.text.isEmpty())
             return {};
         switch (m_event.type) {
@@ -87,7 +89,7 @@ private:
         case YAML_MAPPING_START_EVENT:
             return mapping(depth);
         default:
-            fail("a value is missing");
+            fail(AdminText::tr("a value is missing"));
             return {};
         }
     }
@@ -110,12 +112,12 @@ private:
         refuseTag(m_event.data.mapping_start.tag);
         while (next() && m_event.type != YAML_MAPPING_END_EVENT) {
             if (m_event.type != YAML_SCALAR_EVENT) {
-                fail("a key is not a text");
+                fail(AdminText::tr("a key is not a text"));
                 return {};
             }
             const QString key = text();
             if (map.contains(key))
-                fail("a key stands there twice");
+                fail(AdminText::tr("a key stands there twice"));
             if (!next() || !m_fault.text.isEmpty())
                 return {};
             map.insert(key, node(depth + 1));
@@ -128,7 +130,7 @@ private:
     void refuseTag(const unsigned char *tag)
     {
         if (tag)
-            fail("tags are not understood");
+            fail(AdminText::tr("tags are not understood"));
     }
 
     QString text() const

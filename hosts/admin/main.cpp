@@ -2,6 +2,7 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminOptions.h"
+#include "hosts/admin/AdminText.h"
 #include "hosts/admin/CommandTable.h"
 #include "hosts/admin/Output.h"
 #include "hosts/admin/RemoteHost.h"
@@ -12,6 +13,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     NSProcessInfo::setProcessName("Dozely Admin");
+    AdminText::install(QCoreApplication::arguments());
     try {
         AdminOptions options;
         if (const auto status = options.parse(QCoreApplication::arguments()))
@@ -25,7 +27,7 @@ int main(int argc, char **argv)
             Output::remark(error.sentence());
         return static_cast<int>(error.status());
     } catch (const std::exception &error) {
-        Output::remark(QString("The command failed: %1").arg(QString::fromUtf8(error.what())));
+        Output::remark(AdminText::tr("The command failed: %1").arg(QString::fromUtf8(error.what())));
         return static_cast<int>(ExitStatus::Failed);
     }
 }

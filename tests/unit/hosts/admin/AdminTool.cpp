@@ -34,6 +34,8 @@ void AdminTool::prepare(QProcess &process, const QStringList &arguments) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("LD_LIBRARY_PATH", root.join("/usr"));
+    environment.insert("LC_ALL", locale);
+    environment.insert("LANGUAGE", languages);
     process.setProcessEnvironment(environment);
     process.setProgram(root.join("/usr/dozely-admin"));
     process.setArguments(QStringList{"--root", root.path()} + arguments);

@@ -37,4 +37,6 @@ public:
     void writeStore(const QByteArray &content) const;
 
     ScratchRoot root;
+    QString locale = "C.UTF-8"; ///< In which the tool is run.
+    QString languages;          ///< LANGUAGE.
 };

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/admin/CommandTable.h"
+#include "hosts/admin/OptionTable.h"
 #include "unit/hosts/admin/AdminTool.h"
 
 #include <gmock/gmock.h>
@@ -91,4 +93,56 @@ TEST(AdminUsage, EveryCommandHasHelpOfItsOwn)
     EXPECT_THAT(add, HasSubstr("add NAME"));
     EXPECT_THAT(add, HasSubstr("--every TERM"));
     EXPECT_THAT(add, testing::Not(HasSubstr("--no-wake")));
+}
+
+TEST(AdminUsage, HelpOfACommandHasAnExampleAndItsExitStatuses)
+{
+    AdminTool tool;
+    for (const CommandTable::Command &command : CommandTable::all()) {
+        if (!command.isShown)
+            continue;
+        const std::string help = tool.run({command.name, "--help"}).output.toStdString();
+        EXPECT_THAT(help, HasSubstr("\n\nExample:\n  dozely-admin " + command.name.toStdString()));
+        EXPECT_THAT(help, HasSubstr("\n\nExit status:\n  0  "));
+        EXPECT_THAT(help, HasSubstr("\n  2  the command line is wrong\n"));
+    }
+    EXPECT_THAT(tool.run({"apply", "--help"}).output.toStdString(),
+                HasSubstr("\n  4  schedules were changed"));
+    EXPECT_THAT(tool.run({"update", "--help"}).output.toStdString(), HasSubstr("\n  5  no answer\n"));
+    EXPECT_THAT(tool.run({"doctor", "--help"}).output.toStdString(),
+                HasSubstr("\n  1  something is wrong\n"));
+}
+
+TEST(AdminUsage, HelpOfACommandSaysWhatAnOptionMeansToIt)
+{
+    AdminTool tool;
+    const auto help = [&](const char *command) {
+        return tool.run({command, "--help"}).output.simplified().toStdString();
+    };
+    EXPECT_THAT(help("add"), HasSubstr("--date DATE When it takes place once, as"));
+    EXPECT_THAT(help("change"), HasSubstr("--date DATE When it takes place once, as"));
+    EXPECT_THAT(help("output"), HasSubstr("--date DATE Of which time; the latest without it."));
+    EXPECT_THAT(help("skip"), HasSubstr("--date DATE Of which time; the next without it."));
+    EXPECT_THAT(help("next"), HasSubstr("--until DATE Show what comes up to then"));
+    EXPECT_THAT(help("event"), HasSubstr("--parameter KEY=VALUE A parameter of the event, whose KEY"));
+    for (const OptionTable::Option &option : OptionTable::all()) {
+        for (const OptionTable::Meaning &meaning : option.meanings) {
+            for (const QString &command : meaning.commands)
+                EXPECT_TRUE(CommandTable::find(command)->options.contains(option.name))
+                    << command.toStdString() << ' ' << option.name.toStdString();
+        }
+    }
+}
+
+TEST(AdminUsage, TheToolsHelpNamesEveryCommandAndOption)
+{
+    AdminTool tool;
+    const std::string help = tool.run({"--help"}).output.toStdString();
+    for (const CommandTable::Command &command : CommandTable::all()) {
+        if (command.isShown) {
+            EXPECT_THAT(help, HasSubstr("\n  " + command.name.toStdString()));
+        }
+    }
+    for (const OptionTable::Option &option : OptionTable::all())
+        EXPECT_THAT(help, HasSubstr("\n  " + option.dashed().toStdString()));
 }

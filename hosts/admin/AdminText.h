@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "DozelyKit/core/foundation/Result.h"
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+/// What the tool tells a person, in the language of the locale: all its texts are in this one context. What
+/// programs read (`--json`, what is exported, names of options and states) is never translated.
+class AdminText
+{
+    Q_DECLARE_TR_FUNCTIONS(AdminText)
+public:
+    /// Chooses the language for a command line, once; with `--json` among the arguments it is English. Needs
+    /// the application object.
+    static void install(const QStringList &arguments);
+
+    /// A state of the record for a person; in English the word that the record has.
+    static QString state(const QString &state);
+
+    /// Why something failed, a clause.
+    static QString reason(const dozely::Error &error);
+
+    /// The text with a capital letter.
+    static QString begun(const QString &text);
+
+private:
+    static bool isEnglish;
+};
