@@ -50,6 +50,6 @@ template<class Value>
 Value accepted(dozely::Result<Value> value)
 {
     if (!value)
-        refuse(AdminText::reason(value.error()) + ".");
+        refuse(AdminText::sentence(AdminText::reason(value.error())));
     return *std::move(value);
 }

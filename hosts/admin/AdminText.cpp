@@ -56,6 +56,11 @@ QString AdminText::reason(const Error &error)
     return text;
 }
 
+QString AdminText::sentence(const QString &clause)
+{
+    return tr("%1.", "a clause that becomes a sentence").arg(clause);
+}
+
 QString AdminText::begun(const QString &text)
 {
     return text.left(1).toUpper() + text.mid(1);

@@ -23,6 +23,9 @@ public:
     /// Why something failed, a clause.
     static QString reason(const dozely::Error &error);
 
+    /// A clause with the full stop of the language.
+    static QString sentence(const QString &clause);
+
     /// The text with a capital letter.
     static QString begun(const QString &text);
 

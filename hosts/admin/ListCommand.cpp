@@ -83,7 +83,7 @@ void ListCommand::run(const AdminOptions &options)
                        AdminText::tr("IDENTIFIER")},
                       rows);
     for (const QString &fault : content.faults)
-        Output::remark(fault + ".");
+        Output::remark(AdminText::sentence(fault));
     if (!outcomes.fault().isEmpty())
         Output::remark(
             AdminText::tr("What became of the schedules cannot be told: %1.").arg(outcomes.fault()));

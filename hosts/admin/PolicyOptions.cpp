@@ -25,7 +25,7 @@ void setMissed(Schedule &schedule, const QString &text)
         return;
     const auto limit = FriendlyTerms::duration(text.mid(equals + 1));
     if (!limit)
-        refuse(limit.error().text + ".");
+        refuse(AdminText::sentence(limit.error().text));
     schedule.missedLimit = *limit;
 }
 

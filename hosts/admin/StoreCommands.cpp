@@ -160,7 +160,7 @@ StoreCommands::ChangedBy StoreCommands::change(const std::function<void(QList<Sc
         return true;
     });
     if (!changed)
-        throw AdminError(ExitStatus::Failed, changed.error().text + ".");
+        throw AdminError(ExitStatus::Failed, AdminText::sentence(changed.error().text));
     return ChangedBy::ThisTool;
 }
 

@@ -1842,6 +1842,11 @@ update check: 0 محدَّث؛ 4 هناك إصدار أحدث؛ 5 لا جواب.
         <source>Send an Apple event to the process with that signature, and show the reply; each of the three is four characters.</source>
         <translation>إرسال حدث Apple إلى العملية ذات هذا التوقيع وعرض الجواب؛ كل من الثلاثة أربعة أحرف.</translation>
     </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause that becomes a sentence</comment>
+        <translation>%1.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -1822,6 +1822,11 @@ update check: 0 auf dem neuesten Stand; 4 es gibt eine neuere Version; 5 keine A
         <source>Send an Apple event to the process with that signature, and show the reply; each of the three is four characters.</source>
         <translation>Dem Prozess mit dieser Signatur ein Apple Event senden und die Antwort zeigen; alle drei haben vier Zeichen.</translation>
     </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause that becomes a sentence</comment>
+        <translation>%1.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -1822,6 +1822,11 @@ update check: 0 al día; 4 hay una versión más reciente; 5 sin respuesta.</tra
         <source>Send an Apple event to the process with that signature, and show the reply; each of the three is four characters.</source>
         <translation>Enviar un evento de Apple al proceso con esa firma y mostrar la respuesta; los tres tienen cuatro caracteres.</translation>
     </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause that becomes a sentence</comment>
+        <translation>%1.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

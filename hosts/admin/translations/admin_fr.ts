@@ -1822,6 +1822,11 @@ update check&#xa0;: 0 à jour&#xa0;; 4 il existe une version plus récente&#xa0;
         <source>Send an Apple event to the process with that signature, and show the reply; each of the three is four characters.</source>
         <translation>Envoyer un événement Apple au processus de cette signature et afficher la réponse&#xa0;; les trois ont quatre caractères.</translation>
     </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause that becomes a sentence</comment>
+        <translation>%1.</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -1817,6 +1817,11 @@ update check: 0 最新。4 新しいバージョンがある。5 応答なし。
         <source>Send an Apple event to the process with that signature, and show the reply; each of the three is four characters.</source>
         <translation>その署名を持つプロセスに Apple イベントを送り、応答を表示します。3 つとも 4 文字です。</translation>
     </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause that becomes a sentence</comment>
+        <translation>%1。</translation>
+    </message>
 </context>
 <context>
     <name>QCommandLineParser</name>

@@ -2,6 +2,7 @@
 #include "hosts/common/calendar/DateTerms.h"
 
 #include "DozelyKit/core/foundation/DateExtensions.h"
+#include "hosts/common/calendar/CalendarText.h"
 #include "hosts/common/calendar/DayTerms.h"
 
 #include <QRegularExpression>
@@ -17,14 +18,18 @@ constexpr std::chrono::seconds longestDelay = std::chrono::hours(24) * 366 * 100
 
 Error noDate(const QString &text)
 {
-    return Error{QString("\"%1\" is not a date such as \"2026-03-14 06:55\", \"06:55\", \"tomorrow 7:00\", "
+    return Error{
+        CalendarText::tr("\"%1\" is not a date such as \"2026-03-14 06:55\", \"06:55\", \"tomorrow 7:00\", "
                          "\"fri 22:00\" or \"+5m\"")
-                     .arg(text)};
+            .arg(text)};
 }
 
 Error readings(const QString &text, const QStringList &readings)
 {
-    return Error{QString("\"%1\" can be %2").arg(text, readings.join(" or "))};
+    QString either;
+    for (const QString &reading : readings)
+        either = either.isEmpty() ? reading : CalendarText::tr("%1 or %2").arg(either, reading);
+    return Error{CalendarText::tr("\"%1\" can be %2").arg(text, either)};
 }
 
 FriendlyTerms::Date exactly(const QDateTime &moment)
@@ -112,9 +117,9 @@ std::optional<Result<FriendlyTerms::Date>> delayIn(const QString &text, const QD
         dateAtWallTime(there.date().addDays(days), there.time(), zone).addSecs(seconds);
     if (days == 0 || even == byClocks)
         return exactly(even);
-    return readings(text,
-                    {even.toTimeZone(zone).toString("yyyy-MM-dd HH:mm:ss"),
-                     byClocks.toString("yyyy-MM-dd HH:mm:ss") + ", since clocks are changed meanwhile"});
+    return readings(text, {even.toTimeZone(zone).toString("yyyy-MM-dd HH:mm:ss"),
+                           CalendarText::tr("%1, since clocks are changed meanwhile")
+                               .arg(byClocks.toString("yyyy-MM-dd HH:mm:ss"))});
 }
 } // namespace
 
@@ -186,7 +191,7 @@ Result<DateTerms::Moment> DateTerms::momentOf(const FriendlyTerms::Date &date, c
         return Moment{QDateTime(date.day, *date.time, Qt::UTC).addSecs(-date.offset->count()), false};
     const QList<QDateTime> moments = FriendlyTerms::momentsOf(date.day, *date.time, m_zone);
     if (moments.size() > 1) {
-        return Error{QString("Clocks in %1 show \"%2\" twice: say %3 or %4")
+        return Error{CalendarText::tr("Clocks in %1 show \"%2\" twice: say %3 or %4")
                          .arg(QString::fromUtf8(m_zone.id()), text,
                               withOffset(text, moments.constFirst(), m_zone),
                               withOffset(text, moments.constLast(), m_zone))};

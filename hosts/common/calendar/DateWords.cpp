@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/calendar/DateWords.h"
 
-#include <QLocale>
+#include "hosts/common/calendar/CalendarText.h"
 
 QString DateWords::of(QTime time)
 {
@@ -10,13 +10,13 @@ QString DateWords::of(QTime time)
 
 QString DateWords::of(QDate day)
 {
-    return QLocale::c().toString(day, "d MMMM yyyy");
+    return CalendarText::locale().toString(day, CalendarText::tr("d MMMM yyyy", "form of a day"));
 }
 
 QString DateWords::of(const QDateTime &date)
 {
-    return QString("%1 %2 at %3")
-        .arg(QLocale::c().toString(date.date(), "dddd"), of(date.date()), of(date.time()));
+    return CalendarText::tr("%1 %2 at %3", "day of the week, day, time")
+        .arg(CalendarText::locale().dayName(date.date().dayOfWeek()), of(date.date()), of(date.time()));
 }
 
 QString DateWords::of(std::chrono::milliseconds duration)
@@ -25,15 +25,21 @@ QString DateWords::of(std::chrono::milliseconds duration)
     constexpr qint64 hour = 60 * minute;
     constexpr qint64 day = 24 * hour;
     const qint64 seconds = std::chrono::duration_cast<std::chrono::seconds>(duration).count();
-    const auto joined = [](const QString &larger, qint64 rest, const char *unit) {
-        return rest == 0 ? larger : QString("%1 %2 %3").arg(larger).arg(rest).arg(unit);
+    const auto inSeconds = [](qint64 number) { return CalendarText::tr("%1 s").arg(number); };
+    const auto inMinutes = [](qint64 number) { return CalendarText::tr("%1 min").arg(number); };
+    const auto inHours = [](qint64 number) { return CalendarText::tr("%1 h").arg(number); };
+    const auto inDays = [](qint64 number) {
+        return number == 1 ? CalendarText::tr("1 day")
+                           : CalendarText::tr("%n days", nullptr, static_cast<int>(number));
+    };
+    const auto joined = [](const QString &larger, qint64 rest, const auto &smaller) {
+        return rest == 0 ? larger : QString("%1 %2").arg(larger, smaller(rest));
     };
     if (seconds < minute)
-        return QString("%1 s").arg(seconds);
+        return inSeconds(seconds);
     if (seconds < hour)
-        return joined(QString("%1 min").arg(seconds / minute), seconds % minute, "s");
+        return joined(inMinutes(seconds / minute), seconds % minute, inSeconds);
     if (seconds < day)
-        return joined(QString("%1 h").arg(seconds / hour), seconds % hour / minute, "min");
-    const qint64 days = seconds / day;
-    return joined(days == 1 ? QString("1 day") : QString("%1 days").arg(days), seconds % day / hour, "h");
+        return joined(inHours(seconds / hour), seconds % hour / minute, inMinutes);
+    return joined(inDays(seconds / day), seconds % day / hour, inHours);
 }

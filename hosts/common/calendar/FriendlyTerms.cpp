@@ -2,6 +2,7 @@
 #include "hosts/common/calendar/FriendlyTerms.h"
 
 #include "DozelyKit/core/foundation/DateExtensions.h"
+#include "hosts/common/calendar/CalendarText.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -23,7 +24,10 @@ QString textOf(QTime time)
 
 Error readings(const QString &text, const QStringList &readings)
 {
-    return Error{QString("\"%1\" can be %2").arg(text, readings.join(" or "))};
+    QString either;
+    for (const QString &reading : readings)
+        either = either.isEmpty() ? reading : CalendarText::tr("%1 or %2").arg(either, reading);
+    return Error{CalendarText::tr("\"%1\" can be %2").arg(text, either)};
 }
 
 constexpr std::array<const char *, 7> weekdays{"monday", "tuesday",  "wednesday", "thursday",
@@ -50,9 +54,10 @@ Result<QString> daysOfTheWeek(const QString &text)
         if (days.size() > 1)
             return readings(word.trimmed(), days);
         if (days.isEmpty() || word.trimmed().size() < shortest)
-            return Error{QString("\"%1\" is none of day, weekday, week, month and year, of days such as "
+            return Error{
+                CalendarText::tr("\"%1\" is none of day, weekday, week, month and year, of days such as "
                                  "monday,thursday and of distances such as 15m and 2h")
-                             .arg(text)};
+                    .arg(text)};
         names += days.constFirst().left(2).toUpper();
     }
     QStringList sorted;
@@ -97,7 +102,7 @@ Result<QTime> FriendlyTerms::time(const QString &text)
 {
     const QList<QTime> times = timesIn(text);
     if (times.isEmpty())
-        return Error{QString("\"%1\" is not a time such as 22:00").arg(text)};
+        return Error{CalendarText::tr("\"%1\" is not a time such as 22:00").arg(text)};
     if (times.size() > 1)
         return readings(text, {textOf(times.constFirst()), textOf(times.constLast())});
     return times.constFirst();
@@ -115,8 +120,8 @@ Result<std::chrono::seconds> FriendlyTerms::duration(const QString &text)
                                      : unit == "m" ? std::chrono::minutes(1)
                                                    : std::chrono::seconds(1);
     if (!match.hasMatch() || count > longest / one)
-        return Error{
-            QString("\"%1\" is not a number of seconds, nor a time such as 10m, 6h or 2d").arg(text)};
+        return Error{CalendarText::tr("\"%1\" is not a number of seconds, nor a time such as 10m, 6h or 2d")
+                         .arg(text)};
     return std::chrono::seconds(count * one.count());
 }
 
@@ -134,7 +139,8 @@ Result<QString> FriendlyTerms::repetition(const QString &text)
         return *word;
     if (const auto match = distance.match(term); match.hasMatch()) {
         if (match.captured(2).isEmpty())
-            return readings(text, {term + "m (minutes)", term + "h (hours)"});
+            return readings(text, {CalendarText::tr("%1 (minutes)").arg(term + 'm'),
+                                   CalendarText::tr("%1 (hours)").arg(term + 'h')});
         const QString frequency = "FREQ=" + units.value(match.captured(2));
         return match.captured(1) == "1" ? frequency : frequency + ";INTERVAL=" + match.captured(1);
     }
@@ -156,7 +162,8 @@ Result<QList<int>> FriendlyTerms::monthDays(const QString &text)
         else if (form.match(day).hasMatch())
             days += days.contains(day.toInt()) ? QList<int>() : QList<int>{day.toInt()};
         else
-            return Error{QString("\"%1\" is no day of a month, which is 1 to 31, or last").arg(word)};
+            return Error{
+                CalendarText::tr("\"%1\" is no day of a month, which is 1 to 31, or last").arg(word)};
     }
     std::sort(days.begin(), days.end());
     if (hasLast)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/calendar/RuleParts.h"
 
+#include "hosts/common/calendar/CalendarText.h"
 #include "hosts/common/calendar/DateWords.h"
 
 #include <QStringList>
@@ -98,9 +99,10 @@ Result<void> RuleParts::setTimes(const QList<QTime> &times)
 {
     const std::set<QTime> wanted(times.begin(), times.end());
     if (const QList<QTime> others = alsoMeantBy(times); !others.isEmpty()) {
-        return Error{QString("one rule cannot mean %1 without %2, too; let the times have equal minutes, or "
+        return Error{
+            CalendarText::tr("one rule cannot mean %1 without %2, too; let the times have equal minutes, or "
                              "add a second schedule")
-                         .arg(listed(wanted), listed(others))};
+                .arg(listed(wanted), listed(others))};
     }
     remove("BYHOUR");
     remove("BYMINUTE");

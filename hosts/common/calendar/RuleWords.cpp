@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/calendar/RuleWords.h"
 
+#include "hosts/common/calendar/CalendarText.h"
 #include "hosts/common/calendar/DateWords.h"
 #include "hosts/common/calendar/RecurrenceRule.h"
 
@@ -17,13 +18,18 @@ using Frequency = RecurrenceRule::Frequency;
 /// "a, b and c".
 QString listed(const QStringList &items)
 {
-    if (items.size() < 2)
-        return items.join("");
-    return QStringList(items.mid(0, items.size() - 1)).join(", ") + " and " + items.constLast();
+    QString text = items.value(0);
+    for (qsizetype i = 1; i + 1 < items.size(); ++i)
+        text = CalendarText::tr("%1, %2", "a list").arg(text, items.at(i));
+    return items.size() < 2 ? text
+                            : CalendarText::tr("%1 and %2", "the end of a list").arg(text, items.constLast());
 }
 
+/// English alone has it with an ending.
 QString counted(qint64 number)
 {
+    if (CalendarText::locale().language() != QLocale::C)
+        return QString::number(number);
     const qint64 tens = number % 100;
     const char *ending = tens >= 11 && tens <= 13 ? "th"
                          : number % 10 == 1       ? "st"
@@ -36,7 +42,7 @@ QString counted(qint64 number)
 /// Of 0, Monday.
 QString weekdayName(int day)
 {
-    return QLocale::c().dayName(day + 1);
+    return CalendarText::locale().dayName(day + 1);
 }
 
 template<size_t size>
@@ -51,9 +57,30 @@ QList<int> numbersIn(const std::bitset<size> &set)
 }
 
 /// "every day" or "every 3 days".
-QString every(qint64 interval, const QString &unit)
+QString every(qint64 interval, Frequency frequency)
 {
-    return interval == 1 ? "every " + unit : QString("every %1 %2s").arg(interval).arg(unit);
+    const int number = static_cast<int>(interval);
+    const bool isEach = interval == 1;
+    switch (frequency) {
+    case Frequency::Yearly:
+        return isEach ? CalendarText::tr("every year") : CalendarText::tr("every %n years", nullptr, number);
+    case Frequency::Monthly:
+        return isEach ? CalendarText::tr("every month")
+                      : CalendarText::tr("every %n months", nullptr, number);
+    case Frequency::Weekly:
+        return isEach ? CalendarText::tr("every week") : CalendarText::tr("every %n weeks", nullptr, number);
+    case Frequency::Daily:
+        return isEach ? CalendarText::tr("every day") : CalendarText::tr("every %n days", nullptr, number);
+    case Frequency::Hourly:
+        return isEach ? CalendarText::tr("every hour") : CalendarText::tr("every %n hours", nullptr, number);
+    case Frequency::Minutely:
+        return isEach ? CalendarText::tr("every minute")
+                      : CalendarText::tr("every %n minutes", nullptr, number);
+    case Frequency::Secondly:
+        return isEach ? CalendarText::tr("every second")
+                      : CalendarText::tr("every %n seconds", nullptr, number);
+    }
+    return {};
 }
 
 /// The times of day; null when they are too many to tell.
@@ -70,7 +97,7 @@ QString times(const RecurrenceRule &rule, QTime start)
                 texts += DateWords::of(QTime(hour, minute, second));
         }
     }
-    return texts.size() > most ? QString() : " at " + listed(texts);
+    return texts.size() > most ? QString() : listed(texts);
 }
 
 QString weeklyDays(const RecurrenceRule &rule, const QDate &start)
@@ -84,10 +111,12 @@ QString weeklyDays(const RecurrenceRule &rule, const QDate &start)
     if (names.isEmpty())
         names += weekdayName(start.dayOfWeek() - 1);
     if (rule.interval == 1 && set == allDays)
-        return "every day";
+        return CalendarText::tr("every day");
     if (rule.interval == 1)
-        return "every " + (set == weekdays ? QString("weekday") : listed(names));
-    return every(rule.interval, "week") + " on " + listed(names);
+        return set == weekdays ? CalendarText::tr("every weekday")
+                               : CalendarText::tr("every %1", "days of the week").arg(listed(names));
+    return CalendarText::tr("%1 on %2", "every 3 weeks, days of the week")
+        .arg(every(rule.interval, Frequency::Weekly), listed(names));
 }
 
 /// "the 1st and the last day"; null for what there are no words for.
@@ -95,20 +124,27 @@ QString daysOfMonth(const RecurrenceRule &rule, const QDate &start)
 {
     QStringList names;
     for (const int day : numbersIn(rule.monthDays))
-        names += "the " + counted(day);
+        names += CalendarText::tr("the %1", "a day of the month; only in English with an ending")
+                     .arg(counted(day));
     for (const int day : numbersIn(rule.monthDaysFromEnd)) {
         if (day != 1)
             return {};
-        names += "the last day";
+        names += CalendarText::tr("the last day");
     }
     for (const auto &[ordinal, weekday] : rule.ordinalWeekdays) {
-        static const QStringList words{"last", "", "first", "second", "third", "fourth"};
+        const QStringList forms{CalendarText::tr("the last %1", "day of the week"),
+                                QString(),
+                                CalendarText::tr("the first %1", "day of the week"),
+                                CalendarText::tr("the second %1", "day of the week"),
+                                CalendarText::tr("the third %1", "day of the week"),
+                                CalendarText::tr("the fourth %1", "day of the week")};
         if (ordinal < -1 || ordinal > 4)
             return {};
-        names += QString("the %1 %2").arg(words.at(ordinal + 1), weekdayName(weekday));
+        names += forms.at(ordinal + 1).arg(weekdayName(weekday));
     }
     if (names.isEmpty())
-        names += "the " + counted(start.day());
+        names += CalendarText::tr("the %1", "a day of the month; only in English with an ending")
+                     .arg(counted(start.day()));
     return listed(names);
 }
 
@@ -121,9 +157,9 @@ QString dayOfYear(const RecurrenceRule &rule, const QDate &start)
         months.isEmpty() != days.isEmpty())
         return {};
     const int month = months.isEmpty() ? start.month() : months.constFirst();
-    return QString("%1 %2")
+    return CalendarText::tr("%1 %2", "a day of the year: its number, the month")
         .arg(days.isEmpty() ? start.day() : days.constFirst())
-        .arg(QLocale::c().monthName(month));
+        .arg(CalendarText::locale().monthName(month));
 }
 
 /// When it takes place, without its end; null for what there are no words for.
@@ -137,7 +173,7 @@ QString days(const RecurrenceRule &rule, const QDate &start)
     case Frequency::Daily:
         if (hasMonthParts || rule.months.any() || (rule.weekdays.any() && rule.interval != 1))
             return {};
-        return rule.weekdays.any() ? weeklyDays(rule, start) : every(rule.interval, "day");
+        return rule.weekdays.any() ? weeklyDays(rule, start) : every(rule.interval, rule.frequency);
     case Frequency::Weekly:
         return hasMonthParts || rule.months.any() ? QString() : weeklyDays(rule, start);
     case Frequency::Monthly: {
@@ -145,13 +181,15 @@ QString days(const RecurrenceRule &rule, const QDate &start)
         const QString which = daysOfMonth(rule, start);
         if (rule.weekdays.any() || rule.months.any() || isMixed || which.isNull())
             return {};
-        return every(rule.interval, "month") + " on " + which;
+        return CalendarText::tr("%1 on %2", "every 3 months, days of the month")
+            .arg(every(rule.interval, rule.frequency), which);
     }
     case Frequency::Yearly: {
         const QString which = dayOfYear(rule, start);
         if (rule.hasWeekday() || which.isNull())
             return {};
-        return every(rule.interval, "year") + " on " + which;
+        return CalendarText::tr("%1 on %2", "every 3 years, a day of the year")
+            .arg(every(rule.interval, rule.frequency), which);
     }
     default:
         return {};
@@ -160,34 +198,37 @@ QString days(const RecurrenceRule &rule, const QDate &start)
 
 QString ruleWithoutEnd(const RecurrenceRule &rule, const WallTime &start)
 {
-    const QString unit = rule.frequency == Frequency::Hourly     ? "hour"
-                         : rule.frequency == Frequency::Minutely ? "minute"
-                         : rule.frequency == Frequency::Secondly ? "second"
-                                                                 : "";
-    if (!unit.isEmpty())
-        return rule.hasParts() || !rule.positions.empty() ? QString() : every(rule.interval, unit);
+    if (rule.frequency == Frequency::Hourly || rule.frequency == Frequency::Minutely ||
+        rule.frequency == Frequency::Secondly)
+        return rule.hasParts() || !rule.positions.empty() ? QString() : every(rule.interval, rule.frequency);
     const QString day = days(rule, start.day);
     const QString time = times(rule, start.time);
-    return day.isNull() || time.isNull() ? QString() : day + time;
+    return day.isNull() || time.isNull() ? QString()
+                                         : CalendarText::tr("%1 at %2", "days, times").arg(day, time);
 }
 
-QString end(const RecurrenceRule &rule)
+/// `text` with the end of the rule.
+QString withEnd(const QString &text, const RecurrenceRule &rule)
 {
     if (rule.count)
-        return *rule.count == 1 ? QString(", once") : QString(", %1 times").arg(*rule.count);
+        return *rule.count == 1
+                   ? CalendarText::tr("%1, once").arg(text)
+                   : CalendarText::tr("%1, %n times", nullptr, static_cast<int>(*rule.count)).arg(text);
     if (!rule.until)
-        return {};
+        return text;
     const QTime lastSecond(23, 59, 59);
     const QDateTime date = QDateTime::fromSecsSinceEpoch(rule.until->seconds, Qt::UTC);
     const bool isWallTime = rule.until->form == RecurrenceRule::UntilForm::WallTime;
-    QString text = ", until " + DateWords::of(date.date());
-    if (!isWallTime || date.time() != lastSecond)
-        text += " at " + DateWords::of(date.time());
-    return isWallTime ? text : text + " UTC";
+    const QString day = DateWords::of(date.date());
+    const QString ended = isWallTime && date.time() == lastSecond
+                              ? CalendarText::tr("%1, until %2", "a day").arg(text, day)
+                              : CalendarText::tr("%1, until %2 at %3", "a day and a time")
+                                    .arg(text, day, DateWords::of(date.time()));
+    return isWallTime ? ended : ended + " UTC";
 }
 
-/// The days of a list; times where they are not those of the rule.
-QString dates(const char *introduction, const QList<WallTime> &dates)
+/// The days of a list; empty where there are none.
+QString daysOf(const QList<WallTime> &dates)
 {
     constexpr qsizetype most = 3;
     QStringList days;
@@ -195,12 +236,11 @@ QString dates(const char *introduction, const QList<WallTime> &dates)
         if (const QString day = DateWords::of(date.day); !days.contains(day))
             days += day;
     }
-    if (days.isEmpty())
-        return {};
     const qsizetype more = days.size() - most;
     if (more > 1)
-        days = days.mid(0, most) + QStringList{QString("%1 other days").arg(more)};
-    return introduction + listed(days);
+        days = days.mid(0, most) +
+               QStringList{CalendarText::tr("%n other days", nullptr, static_cast<int>(more))};
+    return listed(days);
 }
 } // namespace
 
@@ -208,6 +248,11 @@ QString RuleWords::of(const Recurrence &recurrence)
 {
     const auto rule = RecurrenceRule::parse(recurrence.rule);
     const QString inWords = rule ? ruleWithoutEnd(*rule, recurrence.localStart) : QString();
-    const QString text = inWords.isNull() ? "by the rule " + recurrence.rule : inWords + end(*rule);
-    return text + dates(", and on ", recurrence.extraDates) + dates(", except on ", recurrence.excludedDates);
+    QString text =
+        inWords.isNull() ? CalendarText::tr("by the rule %1").arg(recurrence.rule) : withEnd(inWords, *rule);
+    if (const QString more = daysOf(recurrence.extraDates); !more.isEmpty())
+        text = CalendarText::tr("%1, and on %2", "days").arg(text, more);
+    if (const QString less = daysOf(recurrence.excludedDates); !less.isEmpty())
+        text = CalendarText::tr("%1, except on %2", "days").arg(text, less);
+    return text;
 }

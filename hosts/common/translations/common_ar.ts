@@ -2,6 +2,375 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ar" sourcelanguage="en">
 <context>
+    <name>CalendarText</name>
+    <message>
+        <source>C</source>
+        <comment>the locale that has the names of days and months</comment>
+        <translation>ar_AE</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date such as &quot;2026-03-14 06:55&quot;, &quot;06:55&quot;, &quot;tomorrow 7:00&quot;, &quot;fri 22:00&quot; or &quot;+5m&quot;</source>
+        <translation>«%1» ليس تاريخًا مثل «2026-03-14 06:55» أو «06:55» أو «tomorrow 7:00» أو «fri 22:00» أو «+5m»</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 أو %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; can be %2</source>
+        <translation>«%1» قد يعني %2</translation>
+    </message>
+    <message>
+        <source>%1, since clocks are changed meanwhile</source>
+        <translation>%1، إذ تُغيَّر الساعات في أثناء ذلك</translation>
+    </message>
+    <message>
+        <source>Clocks in %1 show &quot;%2&quot; twice: say %3 or %4</source>
+        <translation>تُظهر الساعات في %1 «%2» مرتين: قل %3 أو %4</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>form of a day</comment>
+        <translation>d MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>%1 %2 at %3</source>
+        <comment>day of the week, day, time</comment>
+        <translation>%1 %2 عند %3</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 ث</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 د</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 س</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>يوم</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n days</source>
+        <translation>
+            <numerusform>%n يوم</numerusform>
+            <numerusform>يوم</numerusform>
+            <numerusform>يومان</numerusform>
+            <numerusform>%n أيام</numerusform>
+            <numerusform>%n يومًا</numerusform>
+            <numerusform>%n يوم</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is none of day, weekday, week, month and year, of days such as monday,thursday and of distances such as 15m and 2h</source>
+        <translation>«%1» ليس day ولا weekday ولا week ولا month ولا year، ولا أيامًا مثل monday,thursday، ولا فاصلًا مثل 15m و2h</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time such as 22:00</source>
+        <translation>«%1» ليس وقتًا مثل 22:00</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number of seconds, nor a time such as 10m, 6h or 2d</source>
+        <translation>«%1» ليس عددًا من الثواني ولا مدة مثل 10m أو 6h أو 2d</translation>
+    </message>
+    <message>
+        <source>%1 (minutes)</source>
+        <translation>%1 (دقائق)</translation>
+    </message>
+    <message>
+        <source>%1 (hours)</source>
+        <translation>%1 (ساعات)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no day of a month, which is 1 to 31, or last</source>
+        <translation>«%1» ليس يومًا من الشهر، وهو من 1 إلى 31، أو last</translation>
+    </message>
+    <message>
+        <source>one rule cannot mean %1 without %2, too; let the times have equal minutes, or add a second schedule</source>
+        <translation>لا يمكن لقاعدة واحدة أن تعني %1 دون %2 أيضًا؛ اجعل دقائق الأوقات متساوية أو أضف موعدًا ثانيًا</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a list</comment>
+        <translation>%1، %2</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <comment>the end of a list</comment>
+        <translation>%1 و%2</translation>
+    </message>
+    <message>
+        <source>every year</source>
+        <translation>كل سنة</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n years</source>
+        <translation>
+            <numerusform>كل سنة</numerusform>
+            <numerusform>كل سنة</numerusform>
+            <numerusform>كل سنتين</numerusform>
+            <numerusform>كل %n سنوات</numerusform>
+            <numerusform>كل %n سنة</numerusform>
+            <numerusform>كل %n سنة</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every month</source>
+        <translation>كل شهر</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n months</source>
+        <translation>
+            <numerusform>كل شهر</numerusform>
+            <numerusform>كل شهر</numerusform>
+            <numerusform>كل شهرين</numerusform>
+            <numerusform>كل %n أشهر</numerusform>
+            <numerusform>كل %n شهرًا</numerusform>
+            <numerusform>كل %n شهر</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every week</source>
+        <translation>كل أسبوع</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n weeks</source>
+        <translation>
+            <numerusform>كل أسبوع</numerusform>
+            <numerusform>كل أسبوع</numerusform>
+            <numerusform>كل أسبوعين</numerusform>
+            <numerusform>كل %n أسابيع</numerusform>
+            <numerusform>كل %n أسبوعًا</numerusform>
+            <numerusform>كل %n أسبوع</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every day</source>
+        <translation>كل يوم</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n days</source>
+        <translation>
+            <numerusform>كل يوم</numerusform>
+            <numerusform>كل يوم</numerusform>
+            <numerusform>كل يومين</numerusform>
+            <numerusform>كل %n أيام</numerusform>
+            <numerusform>كل %n يومًا</numerusform>
+            <numerusform>كل %n يوم</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every hour</source>
+        <translation>كل ساعة</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n hours</source>
+        <translation>
+            <numerusform>كل ساعة</numerusform>
+            <numerusform>كل ساعة</numerusform>
+            <numerusform>كل ساعتين</numerusform>
+            <numerusform>كل %n ساعات</numerusform>
+            <numerusform>كل %n ساعة</numerusform>
+            <numerusform>كل %n ساعة</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every minute</source>
+        <translation>كل دقيقة</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n minutes</source>
+        <translation>
+            <numerusform>كل دقيقة</numerusform>
+            <numerusform>كل دقيقة</numerusform>
+            <numerusform>كل دقيقتين</numerusform>
+            <numerusform>كل %n دقائق</numerusform>
+            <numerusform>كل %n دقيقة</numerusform>
+            <numerusform>كل %n دقيقة</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every second</source>
+        <translation>كل ثانية</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n seconds</source>
+        <translation>
+            <numerusform>كل ثانية</numerusform>
+            <numerusform>كل ثانية</numerusform>
+            <numerusform>كل ثانيتين</numerusform>
+            <numerusform>كل %n ثوانٍ</numerusform>
+            <numerusform>كل %n ثانية</numerusform>
+            <numerusform>كل %n ثانية</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every weekday</source>
+        <translation>كل يوم عمل</translation>
+    </message>
+    <message>
+        <source>every %1</source>
+        <comment>days of the week</comment>
+        <translation>كل %1</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 weeks, days of the week</comment>
+        <translation>%1 يوم %2</translation>
+    </message>
+    <message>
+        <source>the %1</source>
+        <comment>a day of the month; only in English with an ending</comment>
+        <translation>اليوم %1</translation>
+    </message>
+    <message>
+        <source>the last day</source>
+        <translation>اليوم الأخير</translation>
+    </message>
+    <message>
+        <source>the last %1</source>
+        <comment>day of the week</comment>
+        <translation>آخر %1</translation>
+    </message>
+    <message>
+        <source>the first %1</source>
+        <comment>day of the week</comment>
+        <translation>أول %1</translation>
+    </message>
+    <message>
+        <source>the second %1</source>
+        <comment>day of the week</comment>
+        <translation>ثاني %1</translation>
+    </message>
+    <message>
+        <source>the third %1</source>
+        <comment>day of the week</comment>
+        <translation>ثالث %1</translation>
+    </message>
+    <message>
+        <source>the fourth %1</source>
+        <comment>day of the week</comment>
+        <translation>رابع %1</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a day of the year: its number, the month</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 months, days of the month</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 years, a day of the year</comment>
+        <translation>%1 في %2</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <comment>days, times</comment>
+        <translation>%1 عند %2</translation>
+    </message>
+    <message>
+        <source>%1, once</source>
+        <translation>%1، مرة واحدة</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %n times</source>
+        <translation>
+            <numerusform>%1، ولا مرة</numerusform>
+            <numerusform>%1، مرة واحدة</numerusform>
+            <numerusform>%1، مرتين</numerusform>
+            <numerusform>%1، %n مرات</numerusform>
+            <numerusform>%1، %n مرة</numerusform>
+            <numerusform>%1، %n مرة</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, until %2</source>
+        <comment>a day</comment>
+        <translation>%1، حتى %2</translation>
+    </message>
+    <message>
+        <source>%1, until %2 at %3</source>
+        <comment>a day and a time</comment>
+        <translation>%1، حتى %2 عند %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n other days</source>
+        <translation>
+            <numerusform>لا أيام أخرى</numerusform>
+            <numerusform>يوم آخر</numerusform>
+            <numerusform>يومان آخران</numerusform>
+            <numerusform>%n أيام أخرى</numerusform>
+            <numerusform>%n يومًا آخر</numerusform>
+            <numerusform>%n يوم آخر</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>by the rule %1</source>
+        <translation>حسب القاعدة %1</translation>
+    </message>
+    <message>
+        <source>%1, and on %2</source>
+        <comment>days</comment>
+        <translation>%1، وفي %2</translation>
+    </message>
+    <message>
+        <source>%1, except on %2</source>
+        <comment>days</comment>
+        <translation>%1، إلا في %2</translation>
+    </message>
+</context>
+<context>
+    <name>FeasibilityText</name>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>«%1» فيها ليس صحيحًا ولا خطأً</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>لا تسمّي «%1»</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>لا تعمل إلا في الخدمة</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>المعطيات لا تسمّي برنامجًا</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>البرنامج «%1» ليس مسارًا مطلقًا</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>لا يوجد برنامج %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 ليس برنامجًا يمكن تشغيله</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>لا حزمة في %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the session: %2</source>
+        <translation>لا يستطيع %1 العمل في الجلسة: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the daemon: %2</source>
+        <translation>لا يستطيع %1 العمل في الخدمة: %2</translation>
+    </message>
+</context>
+<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -50,6 +419,13 @@
     <message>
         <source>exit status %1</source>
         <translation>رمز الإنهاء %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordedOutcomes</name>
+    <message>
+        <source>You may not read %1</source>
+        <translation>لا يجوز لك قراءة %1</translation>
     </message>
 </context>
 <context>

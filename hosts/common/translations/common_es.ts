@@ -2,6 +2,335 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
+    <name>CalendarText</name>
+    <message>
+        <source>C</source>
+        <comment>the locale that has the names of days and months</comment>
+        <translation>es</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a date such as &quot;2026-03-14 06:55&quot;, &quot;06:55&quot;, &quot;tomorrow 7:00&quot;, &quot;fri 22:00&quot; or &quot;+5m&quot;</source>
+        <translation>«%1» no es una fecha como «2026-03-14 06:55», «06:55», «tomorrow 7:00», «fri 22:00» o «+5m»</translation>
+    </message>
+    <message>
+        <source>%1 or %2</source>
+        <translation>%1 o %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; can be %2</source>
+        <translation>«%1» puede ser %2</translation>
+    </message>
+    <message>
+        <source>%1, since clocks are changed meanwhile</source>
+        <translation>%1, pues entre tanto se cambian los relojes</translation>
+    </message>
+    <message>
+        <source>Clocks in %1 show &quot;%2&quot; twice: say %3 or %4</source>
+        <translation>Los relojes en %1 marcan «%2» dos veces: diga %3 o %4</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>form of a day</comment>
+        <translation>d &apos;de&apos; MMMM &apos;de&apos; yyyy</translation>
+    </message>
+    <message>
+        <source>%1 %2 at %3</source>
+        <comment>day of the week, day, time</comment>
+        <translation>%1, %2, a las %3</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>1 day</source>
+        <translation>1 día</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n days</source>
+        <translation>
+            <numerusform>%n día</numerusform>
+            <numerusform>%n días</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is none of day, weekday, week, month and year, of days such as monday,thursday and of distances such as 15m and 2h</source>
+        <translation>«%1» no es day, weekday, week, month ni year, ni días como monday,thursday, ni un intervalo como 15m y 2h</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time such as 22:00</source>
+        <translation>«%1» no es una hora como 22:00</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number of seconds, nor a time such as 10m, 6h or 2d</source>
+        <translation>«%1» no es un número de segundos ni un tiempo como 10m, 6h o 2d</translation>
+    </message>
+    <message>
+        <source>%1 (minutes)</source>
+        <translation>%1 (minutos)</translation>
+    </message>
+    <message>
+        <source>%1 (hours)</source>
+        <translation>%1 (horas)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no day of a month, which is 1 to 31, or last</source>
+        <translation>«%1» no es un día del mes, que es de 1 a 31, o last</translation>
+    </message>
+    <message>
+        <source>one rule cannot mean %1 without %2, too; let the times have equal minutes, or add a second schedule</source>
+        <translation>una regla no puede significar %1 sin %2 también; ponga los mismos minutos en las horas o añada otra programación</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a list</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <comment>the end of a list</comment>
+        <translation>%1 y %2</translation>
+    </message>
+    <message>
+        <source>every year</source>
+        <translation>cada año</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n years</source>
+        <translation>
+            <numerusform>cada año</numerusform>
+            <numerusform>cada %n años</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every month</source>
+        <translation>cada mes</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n months</source>
+        <translation>
+            <numerusform>cada mes</numerusform>
+            <numerusform>cada %n meses</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every week</source>
+        <translation>cada semana</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n weeks</source>
+        <translation>
+            <numerusform>cada semana</numerusform>
+            <numerusform>cada %n semanas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every day</source>
+        <translation>cada día</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n days</source>
+        <translation>
+            <numerusform>cada día</numerusform>
+            <numerusform>cada %n días</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every hour</source>
+        <translation>cada hora</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n hours</source>
+        <translation>
+            <numerusform>cada hora</numerusform>
+            <numerusform>cada %n horas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every minute</source>
+        <translation>cada minuto</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n minutes</source>
+        <translation>
+            <numerusform>cada minuto</numerusform>
+            <numerusform>cada %n minutos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every second</source>
+        <translation>cada segundo</translation>
+    </message>
+    <message numerus="yes">
+        <source>every %n seconds</source>
+        <translation>
+            <numerusform>cada segundo</numerusform>
+            <numerusform>cada %n segundos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>every weekday</source>
+        <translation>cada día laborable</translation>
+    </message>
+    <message>
+        <source>every %1</source>
+        <comment>days of the week</comment>
+        <translation>cada %1</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 weeks, days of the week</comment>
+        <translation>%1 el %2</translation>
+    </message>
+    <message>
+        <source>the %1</source>
+        <comment>a day of the month; only in English with an ending</comment>
+        <translation>el día %1</translation>
+    </message>
+    <message>
+        <source>the last day</source>
+        <translation>el último día</translation>
+    </message>
+    <message>
+        <source>the last %1</source>
+        <comment>day of the week</comment>
+        <translation>el último %1</translation>
+    </message>
+    <message>
+        <source>the first %1</source>
+        <comment>day of the week</comment>
+        <translation>el primer %1</translation>
+    </message>
+    <message>
+        <source>the second %1</source>
+        <comment>day of the week</comment>
+        <translation>el segundo %1</translation>
+    </message>
+    <message>
+        <source>the third %1</source>
+        <comment>day of the week</comment>
+        <translation>el tercer %1</translation>
+    </message>
+    <message>
+        <source>the fourth %1</source>
+        <comment>day of the week</comment>
+        <translation>el cuarto %1</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a day of the year: its number, the month</comment>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 months, days of the month</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <comment>every 3 years, a day of the year</comment>
+        <translation>%1 el %2</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <comment>days, times</comment>
+        <translation>%1 a las %2</translation>
+    </message>
+    <message>
+        <source>%1, once</source>
+        <translation>%1, una vez</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %n times</source>
+        <translation>
+            <numerusform>%1, %n vez</numerusform>
+            <numerusform>%1, %n veces</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, until %2</source>
+        <comment>a day</comment>
+        <translation>%1, hasta el %2</translation>
+    </message>
+    <message>
+        <source>%1, until %2 at %3</source>
+        <comment>a day and a time</comment>
+        <translation>%1, hasta el %2 a las %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n other days</source>
+        <translation>
+            <numerusform>%n día más</numerusform>
+            <numerusform>%n días más</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>by the rule %1</source>
+        <translation>según la regla %1</translation>
+    </message>
+    <message>
+        <source>%1, and on %2</source>
+        <comment>days</comment>
+        <translation>%1, y el %2</translation>
+    </message>
+    <message>
+        <source>%1, except on %2</source>
+        <comment>days</comment>
+        <translation>%1, salvo el %2</translation>
+    </message>
+</context>
+<context>
+    <name>FeasibilityText</name>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>su «%1» no es ni verdadero ni falso</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>no nombra ningún «%1»</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>solo actúa en el servicio</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>los parámetros no nombran ningún programa</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>el programa «%1» no es una ruta absoluta</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>no hay ningún programa %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 no es un programa que se pueda ejecutar</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>no hay ningún paquete en %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the session: %2</source>
+        <translation>%1 no puede actuar en la sesión: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the daemon: %2</source>
+        <translation>%1 no puede actuar en el servicio: %2</translation>
+    </message>
+</context>
+<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -50,6 +379,13 @@
     <message>
         <source>exit status %1</source>
         <translation>código de salida %1</translation>
+    </message>
+</context>
+<context>
+    <name>RecordedOutcomes</name>
+    <message>
+        <source>You may not read %1</source>
+        <translation>Usted no puede leer %1</translation>
     </message>
 </context>
 <context>

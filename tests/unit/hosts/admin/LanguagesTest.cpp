@@ -18,6 +18,8 @@ struct Language {
     const char *error;   ///< Of a command that does not exist.
     const char *status;  ///< Of a daemon that is not there.
     const char *doctor;  ///< That there is no log file.
+    const char *rule;    ///< Of what repeats on weekdays.
+    const char *date;    ///< What is said of a date that is none, up to its examples.
 };
 
 void PrintTo(const Language &language, std::ostream *stream)
@@ -27,22 +29,30 @@ void PrintTo(const Language &language, std::ostream *stream)
 
 const Language languages[] = {
     {"C", "Usage:", "Example:", "There is no command \"dance\"; --help shows those that there are.",
-     "Daemon:      is not there", "log-file: %1 is not there."},
+     "Daemon:      is not there", "log-file: %1 is not there.", "every weekday at 22:00",
+     "\"soonish\" is not a date such as "},
     {"en_US.UTF-8", "Usage:", "Example:", "There is no command \"dance\"; --help shows those that there are.",
-     "Daemon:      is not there", "log-file: %1 is not there."},
+     "Daemon:      is not there", "log-file: %1 is not there.", "every weekday at 22:00",
+     "\"soonish\" is not a date such as "},
     {"pl_PL.UTF-8", "Usage:", "Example:", "There is no command \"dance\"; --help shows those that there are.",
-     "Daemon:      is not there", "log-file: %1 is not there."},
+     "Daemon:      is not there", "log-file: %1 is not there.", "every weekday at 22:00",
+     "\"soonish\" is not a date such as "},
     {"de_AT.UTF-8", "Aufruf:", "Beispiel:", "Es gibt keinen Befehl „dance“; --help zeigt, welche es gibt.",
-     "Dienst:     ist nicht da", "log-file: %1 ist nicht da."},
+     "Dienst:     ist nicht da", "log-file: %1 ist nicht da.", "jeden Werktag um 22:00",
+     "„soonish“ ist kein Datum wie "},
     {"fr_FR.UTF-8", "Utilisation\u00a0:", "Exemple\u00a0:",
      "Il n’y a pas de commande «\u00a0dance\u00a0»\u00a0; --help affiche celles qui existent.",
-     "Service\u00a0:            absent", "log-file: %1 n’existe pas."},
+     "Service\u00a0:            absent", "log-file: %1 n’existe pas.", "chaque jour ouvré à 22:00",
+     "«\u00a0soonish\u00a0» n’est pas une date comme "},
     {"es_ES.UTF-8", "Uso:", "Ejemplo:", "No hay ninguna orden «dance»; --help muestra las que hay.",
-     "Servicio:            parado", "log-file: %1 no existe."},
+     "Servicio:            parado", "log-file: %1 no existe.", "cada día laborable a las 22:00",
+     "«soonish» no es una fecha como "},
     {"ja_JP.UTF-8", "使い方:", "例:", "「dance」というコマンドはありません。--help で一覧を表示します。",
-     "デーモン:      停止中", "log-file: %1 がありません。"},
+     "デーモン:      停止中", "log-file: %1 がありません。", "平日 22:00",
+     "「soonish」は「2026-03-14 06:55」"},
     {"ar_EG.UTF-8", "الاستعمال:", "مثال:", "لا يوجد أمر «dance»؛ الخيار --help يعرض الموجود منها.",
-     "الخدمة:        لا تعمل", "log-file: %1 غير موجود."},
+     "الخدمة:        لا تعمل", "log-file: %1 غير موجود.", "كل يوم عمل عند 22:00",
+     "«soonish» ليس تاريخًا مثل "},
 };
 
 class Languages : public testing::TestWithParam<Language>
@@ -137,6 +147,17 @@ TEST_P(Languages, ColumnsStandBelowTheirTitles)
     };
     EXPECT_EQ(column(lines.at(1)), column(lines.at(0))) << output.toStdString();
     EXPECT_EQ(column(lines.at(2)), column(lines.at(0))) << output.toStdString();
+}
+
+TEST_P(Languages, WhatTheHostsShareIsInTheLanguageOfTheLocale)
+{
+    addDaily("A");
+    EXPECT_THAT(tool.run({"list"}).output.toStdString(), HasSubstr(GetParam().rule));
+    const auto added = tool.run({"change", "A", "--name", "B", "--every", "weekday", "--at", "22:00"});
+    EXPECT_THAT(added.output.toStdString(), HasSubstr(GetParam().rule));
+    const auto refused = tool.run({"skip", "B", "--date", "soonish"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.errors.toStdString(), StartsWith(std::string("Dozely Admin: ") + GetParam().date));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Languages, testing::ValuesIn(languages));
