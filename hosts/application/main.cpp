@@ -9,6 +9,7 @@
 #include "hosts/application/program/AlertRequest.h"
 #include "hosts/application/program/LoginPreferences.h"
 #include "hosts/application/program/SingleInstance.h"
+#include "hosts/application/program/StartToken.h"
 #include "hosts/application/program/Translations.h"
 #include "hosts/application/program/WindowDisplay.h"
 #include "hosts/application/program/WindowedApplication.h"
@@ -93,6 +94,7 @@ int main(int argc, char **argv)
         const HostApplication application(argc, argv, processName);
         return runWithoutDisplay();
     }
+    const QString startToken = StartToken::ofThisStart();
     WindowDisplay::choose();
     HostApplication::begin(processName);
     HostApplication::finishBeginning(); // before Qt: the desktop's own dialogs need its own event loop
@@ -114,7 +116,7 @@ int main(int argc, char **argv)
         return fail("it is for a person's session, not for root; dozely-admin does all of it as root.");
     const SingleInstance instance;
     if (instance.isSecond()) {
-        if (SingleInstance::raiseFirst())
+        if (SingleInstance::raiseFirst(startToken))
             return 0;
         return fail("it runs already but does not answer.");
     }

@@ -7,6 +7,7 @@
 #include "DozelyKit/core/log/ZDRLog.h"
 #include "hosts/application/program/Signature.h"
 #include "hosts/common/events/EventRequest.h"
+#include "hosts/common/events/RequiredEvents.h"
 
 #include <QDeadlineTimer>
 #include <QThread>
@@ -19,7 +20,7 @@ constexpr char path[] = "/Library/Preferences/com.dozely.App"; // its lock alone
 constexpr std::chrono::milliseconds betweenQuestions(50);
 constexpr qint64 answerLimit = 3 * 60; // ticks
 
-EventRequest openRequest()
+EventRequest openRequest(const QString &startToken)
 {
     EventRequest request;
     request.signature = applicationSignature;
@@ -27,6 +28,9 @@ EventRequest openRequest()
     request.eventClass = kCoreEventClass;
     request.eventID = kAEOpenApplication;
     request.timeOutInTicks = answerLimit;
+    if (!startToken.isEmpty())
+        request.parameters.setParameter(RequiredEvents::startToken,
+                                        NSAppleEventDescriptor::descriptorWithString(startToken)->aeDesc());
     return request;
 }
 } // namespace
@@ -48,10 +52,10 @@ SingleInstance::SingleInstance()
         ZDRLog("Whether Dozely runs already is not known: %@", lock.error().text);
 }
 
-bool SingleInstance::raiseFirst(std::chrono::milliseconds limit)
+bool SingleInstance::raiseFirst(const QString &startToken, std::chrono::milliseconds limit)
 {
     const QDeadlineTimer end(limit);
-    while (openRequest().send().status != noErr) {
+    while (openRequest(startToken).send().status != noErr) {
         if (end.hasExpired())
             return false;
         QThread::msleep(betweenQuestions.count());

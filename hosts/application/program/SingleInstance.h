@@ -3,6 +3,8 @@
 
 #include "DozelyKit/core/files/GuardedFile.h"
 
+#include <QString>
+
 #include <chrono>
 #include <optional>
 
@@ -19,9 +21,11 @@ public:
     /// Whether another one has it. Where nobody can lock, as on a disk that cannot be written, nobody has it.
     bool isSecond() const { return m_isSecond; }
 
-    /// Asks the first one to show itself, by the open-application event; false when it did not answer within
+    /// Asks the first one to show itself, by the open-application event, with what
+    /// the desktop gave this start (StartToken); false when it did not answer within
     /// `limit`. Blocks that long: one that has only just been started cannot be asked yet.
-    static bool raiseFirst(std::chrono::milliseconds limit = std::chrono::seconds(5));
+    static bool raiseFirst(const QString &startToken,
+                           std::chrono::milliseconds limit = std::chrono::seconds(5));
 
 private:
     std::optional<dozely::GuardedFile::Lock> m_lock;

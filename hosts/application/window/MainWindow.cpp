@@ -2,6 +2,7 @@
 #include "hosts/application/window/MainWindow.h"
 
 #include "hosts/application/book/ScheduleKeys.h"
+#include "hosts/application/program/StartToken.h"
 #include "hosts/application/window/AppIcon.h"
 #include "hosts/application/window/CalendarPage.h"
 #include "hosts/application/window/ChangeBar.h"
@@ -279,12 +280,12 @@ void MainWindow::apply()
     m_book.apply();
 }
 
-void MainWindow::raiseToUser()
+void MainWindow::raiseToUser(const QString &startToken)
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
-    activateWindow();
+    StartToken::activate(*this, startToken);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

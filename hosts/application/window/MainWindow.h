@@ -29,8 +29,8 @@ public:
     MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user);
     ~MainWindow() override;
 
-    /// Shows it before all others.
-    void raiseToUser();
+    /// Shows it before all others. The token is that of the start that wants it (StartToken).
+    void raiseToUser(const QString &startToken = {});
 
     ScheduleBook &book() { return m_book; }
     SelfTests &tests() { return m_tests; }

@@ -16,6 +16,9 @@ public:
     RequiredEvents();
     ~RequiredEvents() override;
 
+    /// The parameter of open application that has the token, a text.
+    static constexpr AEKeyword startToken = dozely::fourCharCode("stok");
+
     /// Called by NSAppleEventManager.
     Q_INVOKABLE void handleQuit(const std::shared_ptr<NSAppleEventDescriptor> &event,
                                 const std::shared_ptr<NSAppleEventDescriptor> &reply);
@@ -25,6 +28,7 @@ public:
 Q_SIGNALS:
     /// Somebody who may wants the program to end. Connect it queued, so that the sender has the reply first.
     void quit();
-    /// Somebody started the program, which runs already: a program with a window shows it.
-    void opened();
+    /// Somebody started the program, which runs already: a program with a window shows it. The token is what
+    /// the desktop gave that start; empty without, and for one that is none.
+    void opened(const QString &token);
 };

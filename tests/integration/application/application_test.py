@@ -309,6 +309,26 @@ def rows(desk):
     assert told == ["/home/one.ogg", "/home/three.m3u", "https://radio.example/"], told
 
 
+def second_start(desk):
+    """The first one's window comes, by what the desktop gave the second start."""
+    desk.begin_desk()
+    desk.open_window().see("frame", "Dozely")
+    window = desk.run_as_user(["xdotool", "search", "--onlyvisible", "--name", "^Dozely"]).stdout.split()[-1]
+    begun = int(time.monotonic() * 1000) & 0xffffffff  # as the server counts
+    again = [desk.path(PROGRAM), "--root", desk.root]
+    desk.start("another window", ["xmessage", "In front"], as_user=True)
+    front = ["xdotool", "getactivewindow", "getwindowname"]
+    desk.wait_until("another window in front", PATIENCE, lambda: "xmessage" in desk.run_as_user(front).stdout)
+    for token, used in (("nonsense", None), (f"desk-1-somebody_TIME{begun}", begun)):
+        desk.session_environment["DESKTOP_STARTUP_ID"] = token
+        done = desk.run_as_user(again)
+        assert done.returncode == 0, done.stderr
+        read = ["xprop", "-id", window, "-notype", "_NET_WM_USER_TIME"]
+        desk.wait_until(f"the use of {token}", PATIENCE, lambda used=used: used is None or desk.run_as_user(
+            read).stdout.strip().endswith(f" = {used}"))
+    desk.wait_until("the window in front", PATIENCE, lambda: "Dozely" in desk.run_as_user(front).stdout)
+
+
 def many(desk):
     """Ten thousand schedules: there within a moment, found by a few letters, changed as ever."""
     desk.begin_desk()
