@@ -52,6 +52,21 @@
     </message>
 </context>
 <context>
+    <name>ClosingQuestion</name>
+    <message>
+        <source>Some changes have not been applied yet. Apply them before closing?</source>
+        <translation>لم تُطبَّق بعض التغييرات بعد. هل تريد تطبيقها قبل الإغلاق؟</translation>
+    </message>
+    <message>
+        <source>A&amp;pply</source>
+        <translation>&amp;تطبيق</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;تجاهل</translation>
+    </message>
+</context>
+<context>
     <name>DateInWords</name>
     <message>
         <source>yesterday %1</source>
@@ -246,28 +261,12 @@
         <translation>تعذّرت قراءة المواعيد: %1</translation>
     </message>
     <message>
-        <source>New schedule</source>
-        <translation>موعد جديد</translation>
-    </message>
-    <message>
         <source>Removal</source>
         <translation>إزالة</translation>
     </message>
     <message>
         <source>This cannot be applied yet: %1</source>
         <translation>لا يمكن تطبيق هذا بعد: %1</translation>
-    </message>
-    <message>
-        <source>Some changes have not been applied yet. Apply them before closing?</source>
-        <translation>لم تُطبَّق بعض التغييرات بعد. هل تريد تطبيقها قبل الإغلاق؟</translation>
-    </message>
-    <message>
-        <source>A&amp;pply</source>
-        <translation>&amp;تطبيق</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;تجاهل</translation>
     </message>
     <message>
         <source>Views</source>
@@ -1078,6 +1077,13 @@
     <message>
         <source>Exceptions</source>
         <translation>الاستثناءات</translation>
+    </message>
+</context>
+<context>
+    <name>ScheduleAdding</name>
+    <message>
+        <source>New schedule</source>
+        <translation>موعد جديد</translation>
     </message>
 </context>
 <context>

@@ -52,6 +52,21 @@
     </message>
 </context>
 <context>
+    <name>ClosingQuestion</name>
+    <message>
+        <source>Some changes have not been applied yet. Apply them before closing?</source>
+        <translation>Einige Änderungen sind noch nicht angewendet. Vor dem Schließen anwenden?</translation>
+    </message>
+    <message>
+        <source>A&amp;pply</source>
+        <translation>&amp;Anwenden</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+</context>
+<context>
     <name>DateInWords</name>
     <message>
         <source>yesterday %1</source>
@@ -242,28 +257,12 @@
         <translation>Die Zeitpläne können nicht gelesen werden: %1</translation>
     </message>
     <message>
-        <source>New schedule</source>
-        <translation>Neuer Zeitplan</translation>
-    </message>
-    <message>
         <source>Removal</source>
         <translation>Entfernen</translation>
     </message>
     <message>
         <source>This cannot be applied yet: %1</source>
         <translation>Das kann noch nicht angewendet werden: %1</translation>
-    </message>
-    <message>
-        <source>Some changes have not been applied yet. Apply them before closing?</source>
-        <translation>Einige Änderungen sind noch nicht angewendet. Vor dem Schließen anwenden?</translation>
-    </message>
-    <message>
-        <source>A&amp;pply</source>
-        <translation>&amp;Anwenden</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;Verwerfen</translation>
     </message>
     <message>
         <source>Views</source>
@@ -1070,6 +1069,13 @@
     <message>
         <source>Exceptions</source>
         <translation>Ausnahmen</translation>
+    </message>
+</context>
+<context>
+    <name>ScheduleAdding</name>
+    <message>
+        <source>New schedule</source>
+        <translation>Neuer Zeitplan</translation>
     </message>
 </context>
 <context>

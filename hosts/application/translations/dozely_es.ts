@@ -52,6 +52,21 @@
     </message>
 </context>
 <context>
+    <name>ClosingQuestion</name>
+    <message>
+        <source>Some changes have not been applied yet. Apply them before closing?</source>
+        <translation>Algunos cambios aún no se han aplicado. ¿Aplicarlos antes de cerrar?</translation>
+    </message>
+    <message>
+        <source>A&amp;pply</source>
+        <translation>A&amp;plicar</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Descartar</translation>
+    </message>
+</context>
+<context>
     <name>DateInWords</name>
     <message>
         <source>yesterday %1</source>
@@ -242,28 +257,12 @@
         <translation>No se pueden leer las programaciones: %1</translation>
     </message>
     <message>
-        <source>New schedule</source>
-        <translation>Nueva programación</translation>
-    </message>
-    <message>
         <source>Removal</source>
         <translation>Eliminación</translation>
     </message>
     <message>
         <source>This cannot be applied yet: %1</source>
         <translation>Esto aún no se puede aplicar: %1</translation>
-    </message>
-    <message>
-        <source>Some changes have not been applied yet. Apply them before closing?</source>
-        <translation>Algunos cambios aún no se han aplicado. ¿Aplicarlos antes de cerrar?</translation>
-    </message>
-    <message>
-        <source>A&amp;pply</source>
-        <translation>A&amp;plicar</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>&amp;Descartar</translation>
     </message>
     <message>
         <source>Views</source>
@@ -1070,6 +1069,13 @@
     <message>
         <source>Exceptions</source>
         <translation>Excepciones</translation>
+    </message>
+</context>
+<context>
+    <name>ScheduleAdding</name>
+    <message>
+        <source>New schedule</source>
+        <translation>Nueva programación</translation>
     </message>
 </context>
 <context>

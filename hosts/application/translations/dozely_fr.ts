@@ -52,6 +52,21 @@
     </message>
 </context>
 <context>
+    <name>ClosingQuestion</name>
+    <message>
+        <source>Some changes have not been applied yet. Apply them before closing?</source>
+        <translation>Certaines modifications n’ont pas encore été appliquées. Les appliquer avant de fermer ?</translation>
+    </message>
+    <message>
+        <source>A&amp;pply</source>
+        <translation>Ap&amp;pliquer</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>A&amp;bandonner</translation>
+    </message>
+</context>
+<context>
     <name>DateInWords</name>
     <message>
         <source>yesterday %1</source>
@@ -242,28 +257,12 @@
         <translation>Les planifications ne peuvent pas être lues : %1</translation>
     </message>
     <message>
-        <source>New schedule</source>
-        <translation>Nouvelle planification</translation>
-    </message>
-    <message>
         <source>Removal</source>
         <translation>Suppression</translation>
     </message>
     <message>
         <source>This cannot be applied yet: %1</source>
         <translation>Ceci ne peut pas encore être appliqué : %1</translation>
-    </message>
-    <message>
-        <source>Some changes have not been applied yet. Apply them before closing?</source>
-        <translation>Certaines modifications n’ont pas encore été appliquées. Les appliquer avant de fermer ?</translation>
-    </message>
-    <message>
-        <source>A&amp;pply</source>
-        <translation>Ap&amp;pliquer</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>A&amp;bandonner</translation>
     </message>
     <message>
         <source>Views</source>
@@ -1070,6 +1069,13 @@
     <message>
         <source>Exceptions</source>
         <translation>Exceptions</translation>
+    </message>
+</context>
+<context>
+    <name>ScheduleAdding</name>
+    <message>
+        <source>New schedule</source>
+        <translation>Nouvelle planification</translation>
     </message>
 </context>
 <context>

@@ -52,6 +52,21 @@
     </message>
 </context>
 <context>
+    <name>ClosingQuestion</name>
+    <message>
+        <source>Some changes have not been applied yet. Apply them before closing?</source>
+        <translation>まだ適用していない変更があります。閉じる前に適用しますか?</translation>
+    </message>
+    <message>
+        <source>A&amp;pply</source>
+        <translation>適用(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>破棄(&amp;D)</translation>
+    </message>
+</context>
+<context>
     <name>DateInWords</name>
     <message>
         <source>yesterday %1</source>
@@ -241,28 +256,12 @@
         <translation>スケジュールを読み込めません: %1</translation>
     </message>
     <message>
-        <source>New schedule</source>
-        <translation>新しいスケジュール</translation>
-    </message>
-    <message>
         <source>Removal</source>
         <translation>削除</translation>
     </message>
     <message>
         <source>This cannot be applied yet: %1</source>
         <translation>まだ適用できません: %1</translation>
-    </message>
-    <message>
-        <source>Some changes have not been applied yet. Apply them before closing?</source>
-        <translation>まだ適用していない変更があります。閉じる前に適用しますか?</translation>
-    </message>
-    <message>
-        <source>A&amp;pply</source>
-        <translation>適用(&amp;P)</translation>
-    </message>
-    <message>
-        <source>&amp;Discard</source>
-        <translation>破棄(&amp;D)</translation>
     </message>
     <message>
         <source>Views</source>
@@ -1068,6 +1067,13 @@
     <message>
         <source>Exceptions</source>
         <translation>例外</translation>
+    </message>
+</context>
+<context>
+    <name>ScheduleAdding</name>
+    <message>
+        <source>New schedule</source>
+        <translation>新しいスケジュール</translation>
     </message>
 </context>
 <context>

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/MainWindow.h"
 
-#include "hosts/application/book/ScheduleKeys.h"
 #include "hosts/application/program/StartToken.h"
 #include "hosts/application/window/AppIcon.h"
 #include "hosts/application/window/CalendarPage.h"
 #include "hosts/application/window/ChangeBar.h"
+#include "hosts/application/window/ClosingQuestion.h"
 #include "hosts/application/window/HistoryPage.h"
-#include "hosts/application/window/NewSchedule.h"
 #include "hosts/application/window/NoticeBar.h"
 #include "hosts/application/window/ScheduleEditor.h"
 #include "hosts/application/window/ScheduleListPane.h"
@@ -18,8 +17,6 @@
 
 #include <QCloseEvent>
 #include <QFrame>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabBar>
@@ -44,9 +41,8 @@ QFrame *newLine(QFrame::Shape shape)
 
 MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user)
     : m_client(client),
-      m_sides(sides),
-      m_user(user),
       m_book(client),
+      m_adding(m_book, sides, user),
       m_tests(client),
       m_tabs(new QTabBar),
       m_views(new QStackedWidget),
@@ -57,7 +53,8 @@ MainWindow::MainWindow(SchedulerClient &client, ActionSides &sides, quint32 user
       m_pages(new QStackedWidget),
       m_start(new StartPage(sides)),
       m_nothing(new QWidget),
-      m_editor(new ScheduleEditor(m_book, sides, user))
+      m_editor(new ScheduleEditor(m_book, sides, user)),
+      m_question(new ClosingQuestion(this))
 {
     setWindowTitle("Dozely[*]");
     setWindowIcon(AppIcon::icon());
@@ -179,10 +176,7 @@ void MainWindow::connectBook()
         if (std::exchange(m_closesWhenApplied, false) && failures == 0)
             close();
     });
-    connect(&m_sides, &ActionSides::stateChanged, this, [this](const QString &path) {
-        if (path == m_adding)
-            finishAdding();
-    });
+    connect(&m_adding, &ScheduleAdding::added, this, &MainWindow::showAdded);
     connect(m_list, &ScheduleListPane::currentChanged, m_editor, &ScheduleEditor::setKey);
     connect(m_list, &ScheduleListPane::addingWanted, this, &MainWindow::addSchedule);
     connect(m_list, &ScheduleListPane::removalWanted, this, &MainWindow::removeSchedule);
@@ -193,7 +187,15 @@ void MainWindow::connectBook()
     connect(m_status, &StatusLine::wakingTestWanted, &m_tests, &SelfTests::testWaking);
     connect(&m_tests, &SelfTests::told, m_notice, &NoticeBar::tell);
     connect(m_start, &StartPage::addingWanted, this, &MainWindow::addSchedule);
-    connect(m_start, &StartPage::wishChosen, this, &MainWindow::addWish);
+    connect(m_start, &StartPage::wishChosen, &m_adding, &ScheduleAdding::addWish);
+    connect(m_question, &ClosingQuestion::applyChosen, this, [this] {
+        m_closesWhenApplied = true;
+        apply();
+    });
+    connect(m_question, &ClosingQuestion::discardChosen, this, [this] {
+        m_mayClose = true;
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    });
 }
 
 void MainWindow::showPage()
@@ -224,27 +226,11 @@ void MainWindow::showNotice()
 
 void MainWindow::addSchedule()
 {
-    m_wish.clear();
-    m_adding = NewSchedule::usualAction(m_sides);
-    finishAdding();
+    m_adding.add();
 }
 
-void MainWindow::addWish(const QVariantMap &wish)
+void MainWindow::showAdded(const QString &key)
 {
-    m_wish = wish;
-    m_adding = wish.value(ScheduleKey::bundlePath).toString();
-    finishAdding();
-}
-
-void MainWindow::finishAdding()
-{
-    if (!m_adding.isEmpty() && m_sides.state(m_adding) == ActionSides::State::Trying)
-        return; // what it begins with, its side says
-    const QString action = std::exchange(m_adding, {});
-    const QVariantMap wish = std::exchange(m_wish, {});
-    const QString key = m_book.add(wish.isEmpty() ? NewSchedule::values(m_sides, action, m_user)
-                                                  : NewSchedule::ofWish(m_sides, wish, m_user),
-                                   tr("New schedule"));
     m_tabs->setCurrentIndex(0);
     m_list->setCurrentKey(key);
     showPage();
@@ -296,31 +282,5 @@ void MainWindow::closeEvent(QCloseEvent *event)
         return;
     }
     event->ignore();
-    askBeforeClosing();
-}
-
-void MainWindow::askBeforeClosing()
-{
-    if (m_question) {
-        m_question->raise();
-        return;
-    }
-    m_question = new QMessageBox(QMessageBox::Question, "Dozely",
-                                 tr("Some changes have not been applied yet. Apply them before closing?"),
-                                 QMessageBox::NoButton, this);
-    m_question->setAttribute(Qt::WA_DeleteOnClose);
-    auto *const apply = m_question->addButton(tr("A&pply"), QMessageBox::AcceptRole);
-    auto *const discard = m_question->addButton(tr("&Discard"), QMessageBox::DestructiveRole);
-    m_question->addButton(QMessageBox::Cancel);
-    m_question->setDefaultButton(apply);
-    connect(m_question, &QMessageBox::buttonClicked, this, [this, apply, discard](QAbstractButton *pressed) {
-        if (pressed == apply) {
-            m_closesWhenApplied = true;
-            this->apply();
-        } else if (pressed == discard) {
-            m_mayClose = true;
-            QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
-        }
-    });
-    m_question->open();
+    m_question->ask();
 }

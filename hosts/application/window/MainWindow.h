@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/application/actions/ActionSides.h"
-#include "hosts/application/book/ScheduleBook.h"
+#include "hosts/application/window/ScheduleAdding.h"
 #include "hosts/application/window/SelfTests.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QStackedWidget>
 
 class CalendarPage;
+class ClosingQuestion;
 class NoticeBar;
-class QMessageBox;
 class QTabBar;
 class ScheduleEditor;
 class ScheduleListPane;
@@ -50,16 +48,13 @@ private:
     void connectBook();
     void showPage();
     void showNotice();
-    void addWish(const QVariantMap &wish);
-    void finishAdding();
+    void showAdded(const QString &key);
     void removeSchedule();
     void apply();
-    void askBeforeClosing();
 
     SchedulerClient &m_client;
-    ActionSides &m_sides;
-    const quint32 m_user;
     ScheduleBook m_book;
+    ScheduleAdding m_adding;
     SelfTests m_tests;
     QTabBar *m_tabs;
     QStackedWidget *m_views; // one a tab
@@ -71,9 +66,7 @@ private:
     StartPage *m_start;
     QWidget *m_nothing;
     ScheduleEditor *m_editor;
-    QPointer<QMessageBox> m_question;
-    QString m_adding;         // the action of a schedule to add, which is being tried
-    QVariantMap m_wish;       // where it is one
+    ClosingQuestion *m_question;
     bool m_hasWaited = false; // long enough for the daemon to be known to be there or not
     bool m_closesWhenApplied = false;
     bool m_mayClose = false;
