@@ -396,7 +396,7 @@
     <message>
         <source>%1 %2</source>
         <comment>a month and a year</comment>
-        <translation>%1 %2</translation>
+        <translation>%2年%1</translation>
     </message>
 </context>
 <context>
