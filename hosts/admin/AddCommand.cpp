@@ -29,7 +29,7 @@ void spread(const AdminOptions &options, Schedule &schedule)
     const auto moved = delay ? Spread::apply(*delay, *spread, schedule) : delay.error();
     if (!moved)
         throw AdminError(ExitStatus::Failed,
-                         AdminText::tr("It cannot be spread: %1.").arg(moved.error().text));
+                         AdminText::tr("It cannot be spread: %1.").arg(AdminText::reason(moved.error())));
 }
 } // namespace
 

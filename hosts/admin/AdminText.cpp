@@ -4,6 +4,7 @@
 #include "DozelyKit/core/bundles/NSBundle.h"
 #include "hosts/common/words/CompiledTexts.h"
 #include "hosts/common/words/OutcomeNames.h"
+#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/words/RuleFaultWords.h"
 
 using namespace dozely;
@@ -49,11 +50,17 @@ QString AdminText::state(const QString &state)
 
 QString AdminText::reason(const Error &error)
 {
-    const bool isOfRule = error.name.startsWith("RuleFault.");
-    QString text = isOfRule && !isEnglish ? RuleFaultWords::of(error) : error.text;
+    if (isEnglish)
+        return error.text;
+    QString text = error.name.startsWith("RuleFault.") ? RuleFaultWords::of(error) : ReasonWords::of(error);
     while (text.endsWith('.') || text.endsWith(QString::fromUtf8("。")))
         text.chop(1);
     return text;
+}
+
+QString AdminText::answer(const Error &error)
+{
+    return isEnglish ? error.text : ReasonWords::of(error);
 }
 
 QString AdminText::sentence(const QString &clause)

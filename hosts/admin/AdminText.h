@@ -20,8 +20,12 @@ public:
     /// A state of the record for a person; in English the word that the record has.
     static QString state(const QString &state);
 
-    /// Why something failed, a clause.
+    /// Why something failed, a clause to be put into a sentence.
     static QString reason(const dozely::Error &error);
+    static QString reason(const QString &text) { return reason(dozely::Error{text}); }
+
+    /// The sentence of an error that the daemon answers with.
+    static QString answer(const dozely::Error &error);
 
     /// A clause with the full stop of the language.
     static QString sentence(const QString &clause);

@@ -71,15 +71,16 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
         spread ? Spread::ofThisMachine(*spread) : Result<std::chrono::seconds>(std::chrono::seconds(0));
     if (!delay)
         throw AdminError(ExitStatus::Failed,
-                         AdminText::tr("Nothing can be spread: %1.").arg(delay.error().text));
+                         AdminText::tr("Nothing can be spread: %1.").arg(AdminText::reason(delay.error())));
     if (spread)
         present = withoutDelay(std::move(present), *delay);
     const auto value = StructuredFile::parse(contentOf(path));
     auto wanted = value ? WantedSchedules::in(*value, present, Port<Clock>::current()->currentDate())
                         : Result<QList<Schedule>>(value.error());
     if (!wanted)
-        throw AdminError(ExitStatus::Failed,
-                         AdminText::tr("%1 is not understood: %2.").arg(path, wanted.error().text));
+        throw AdminError(
+            ExitStatus::Failed,
+            AdminText::tr("%1 is not understood: %2.").arg(path, AdminText::reason(wanted.error())));
     if (RootFolder::owner() != static_cast<quint32>(::geteuid())) {
         for (Schedule &schedule : *wanted) // what a user has the daemon add is his
             schedule.owner = schedule.owner.value_or(Identity::caller());
@@ -88,9 +89,8 @@ QList<Schedule> wantedBy(const AdminOptions &options, QList<Schedule> present)
         return *wanted;
     for (Schedule &schedule : *wanted) {
         if (const auto moved = Spread::apply(*delay, *spread, schedule); !moved)
-            throw AdminError(
-                ExitStatus::Failed,
-                AdminText::tr("\"%1\" cannot be spread: %2.").arg(schedule.name, moved.error().text));
+            throw AdminError(ExitStatus::Failed, AdminText::tr("\"%1\" cannot be spread: %2.")
+                                                     .arg(schedule.name, AdminText::reason(moved.error())));
     }
     return *wanted;
 }
@@ -117,9 +117,8 @@ void refuseWhatNothingComesOf(const Plan &plan)
 {
     for (const Schedule &schedule : plan.added + plan.changed) {
         if (const auto reason = Feasibility::reasonAgainst(schedule))
-            throw AdminError(
-                ExitStatus::Failed,
-                AdminText::tr("\"%1\": %2. --anyway has it all the same.").arg(schedule.name, *reason));
+            throw AdminError(ExitStatus::Failed, AdminText::tr("\"%1\": %2. --anyway has it all the same.")
+                                                     .arg(schedule.name, AdminText::reason(*reason)));
     }
 }
 

@@ -77,8 +77,9 @@ bool postToDaemonThatMayRefuse(WDCommunicationCenter &center, const NSNotificati
                 throw;
             center.unlockDaemonAccess();
             const bool isPermitted = *kind != OrderRefusal::Kind::NotPermitted;
-            refused.emplace(isPermitted ? ExitStatus::Failed : ExitStatus::NotPermitted,
-                            AdminText::tr("The daemon refuses: %1.").arg(exception.reason()));
+            refused.emplace(
+                isPermitted ? ExitStatus::Failed : ExitStatus::NotPermitted,
+                AdminText::tr("The daemon refuses: %1.").arg(AdminText::reason(exception.reason())));
             return false;
         }
     });

@@ -21,7 +21,7 @@ namespace
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     AdminText::tr("What is over cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What is over cannot be told: %1.").arg(AdminText::reason(error)));
 }
 
 /// The date of the only occurrence, or of the last one of what repeats and is at its end; nothing while

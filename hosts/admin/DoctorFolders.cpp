@@ -89,8 +89,9 @@ Finding plugIns(const DoctorServices & /*services*/)
     if (const auto owner = RootFolder::owner())
         owners += *owner;
     if (const auto trusted = isTrustedPath(path, owners); !trusted)
-        return Finding::wrong(AdminText::tr("No bundle is performed as root: %1.").arg(trusted.error().text),
-                              QString("chown -R root:root '%1' && chmod -R go-w '%1'").arg(path));
+        return Finding::wrong(
+            AdminText::tr("No bundle is performed as root: %1.").arg(AdminText::reason(trusted.error())),
+            QString("chown -R root:root '%1' && chmod -R go-w '%1'").arg(path));
     if (QDir(path).entryList({"*.plugin"}, QDir::Dirs).isEmpty())
         return Finding::wrong(AdminText::tr("There is no bundle in %1.").arg(path),
                               "apt install --reinstall dozely");

@@ -17,11 +17,12 @@ Finding store(const DoctorServices & /*services*/)
     const QString path = ScheduleStore::path();
     const auto content = ScheduleStore::read();
     if (!content && content.error().name == GuardedFile::untrusted)
-        return Finding::wrong(AdminText::tr("The store is not believed: %1.").arg(content.error().text),
-                              QString("chown root:root '%1' && chmod 644 '%1'").arg(path));
+        return Finding::wrong(
+            AdminText::tr("The store is not believed: %1.").arg(AdminText::reason(content.error())),
+            QString("chown root:root '%1' && chmod 644 '%1'").arg(path));
     if (!content)
         return Finding::wrong(
-            AdminText::tr("%1 cannot be used: %2.").arg(path, content.error().text),
+            AdminText::tr("%1 cannot be used: %2.").arg(path, AdminText::reason(content.error())),
             AdminText::tr("Put back a good one from a backup, or begin anew: mv '%1' '%1.damaged'")
                 .arg(path));
     if (!content->faults.isEmpty())
@@ -43,7 +44,7 @@ Finding record(const DoctorServices & /*services*/)
     if (latest.error().name == RecordedOutcomes::notPermitted)
         return Finding::unknown(AdminText::tr("Only root can look into the record of occurrences."));
     return Finding::wrong(
-        AdminText::tr("%1 cannot be used: %2.").arg(path, latest.error().text),
+        AdminText::tr("%1 cannot be used: %2.").arg(path, AdminText::reason(latest.error())),
         AdminText::tr("systemctl restart dozelyd, which sets a damaged one aside and begins a new one"));
 }
 
@@ -57,7 +58,7 @@ Finding schedules(const DoctorServices & /*services*/)
         if (!schedule.isEnabled)
             continue;
         if (const auto reason = Feasibility::reasonAgainst(schedule))
-            faults += QString("\"%1\": %2").arg(logLabel(schedule.name), *reason);
+            faults += QString("\"%1\": %2").arg(logLabel(schedule.name), AdminText::reason(*reason));
         else if (Feasibility::hasIdleAfterAction(schedule))
             faults += AdminText::tr("\"%1\" is to put the machine to rest afterwards, and does not wake it")
                           .arg(logLabel(schedule.name));

@@ -27,7 +27,7 @@ BusConnection *bus()
 [[noreturn]] void fail(const Error &error)
 {
     throw AdminError(error.name == SchedulerNames::notAllowed ? ExitStatus::NotPermitted : ExitStatus::Failed,
-                     error.text);
+                     AdminText::answer(error));
 }
 
 QVariant ask(const char *method, const QByteArray &signature, const QVariantList &arguments)

@@ -22,7 +22,7 @@ OSType codeArgument(const AdminOptions &options, int index, const QString &what)
 {
     const auto code = EventValue::codeOf(options.argument(index), what);
     if (!code)
-        throw AdminError(ExitStatus::BadUsage, AdminText::sentence(code.error().text));
+        throw AdminError(ExitStatus::BadUsage, AdminText::sentence(AdminText::reason(code.error())));
     return *code;
 }
 
@@ -58,7 +58,7 @@ EventRequest requestOf(const AdminOptions &options)
     request.eventID = codeArgument(options, 2, "event ID");
     const auto parameters = EventValue::toDescriptor(ParameterOptions::read(options));
     if (!parameters)
-        throw AdminError(ExitStatus::BadUsage, AdminText::sentence(parameters.error().text));
+        throw AdminError(ExitStatus::BadUsage, AdminText::sentence(AdminText::reason(parameters.error())));
     request.parameters = *parameters;
     request.wantsReply = !options.isSet("no-reply");
     request.timeOutInTicks = ticksOption(options);

@@ -23,7 +23,7 @@ constexpr qsizetype usualNumber = 20;
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     AdminText::tr("What became of it cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What became of it cannot be told: %1.").arg(AdminText::reason(error)));
 }
 
 /// One that is gone from the store has no name any more.
@@ -78,7 +78,7 @@ QString reasonText(const RecordedOutcome &outcome)
 {
     constexpr qsizetype longest = 80; // in a column of the table
     if (!outcome.failure.isEmpty())
-        return logLabel(outcome.failure, longest);
+        return logLabel(AdminText::reason(outcome.failure), longest);
     return outcome.exitStatus.value_or(0) != 0 ? AdminText::tr("exit %1").arg(*outcome.exitStatus)
                                                : QString("-");
 }

@@ -21,9 +21,10 @@ QString nameOf(const RecordedOutcome &outcome)
 {
     constexpr qsizetype longestReason = 80; // in a column of the table
     const bool hasFailed = outcome.exitStatus.value_or(0) != 0;
-    const QString reason = !outcome.failure.isEmpty() ? logLabel(outcome.failure, longestReason)
-                           : hasFailed                ? AdminText::tr("exit %1").arg(*outcome.exitStatus)
-                                                      : QString();
+    const QString reason = !outcome.failure.isEmpty()
+                               ? logLabel(AdminText::reason(outcome.failure), longestReason)
+                           : hasFailed ? AdminText::tr("exit %1").arg(*outcome.exitStatus)
+                                       : QString();
     const QString state = AdminText::state(outcome.state);
     return reason.isEmpty() ? state : QString("%1 (%2)").arg(state, reason);
 }
@@ -45,7 +46,7 @@ KnownOutcomes::KnownOutcomes() : m_outcomes(RecordedOutcomes::open())
 QString KnownOutcomes::fault() const
 {
     const bool mayNot = !m_outcomes && m_outcomes.error().name == RecordedOutcomes::notPermitted;
-    return m_outcomes || mayNot ? QString() : m_outcomes.error().text;
+    return m_outcomes || mayNot ? QString() : AdminText::reason(m_outcomes.error());
 }
 
 std::optional<RecordedOutcome> KnownOutcomes::of(const Schedule &schedule) const

@@ -98,7 +98,8 @@ void LogCommand::run(const AdminOptions &options)
     const auto isThere = reader.open();
     if (!isThere && QFileInfo::exists(path)) {
         const auto status = QFileInfo(path).isReadable() ? ExitStatus::Failed : ExitStatus::NotPermitted;
-        throw AdminError(status, AdminText::tr("%1 cannot be read: %2.").arg(path, isThere.error().text));
+        throw AdminError(
+            status, AdminText::tr("%1 cannot be read: %2.").arg(path, AdminText::reason(isThere.error())));
     }
     if (!isThere && !(options.isSet("follow") && QFileInfo(QFileInfo(path).path()).isDir()))
         throw AdminError(ExitStatus::Failed, AdminText::tr("There is no log at %1.").arg(path));

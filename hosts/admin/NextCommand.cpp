@@ -45,7 +45,7 @@ QList<RecordedOccurrence> known(const QDateTime &now, bool &isKnown)
     if (toCome)
         return *toCome;
     Output::remark(AdminText::tr("What was skipped or postponed is not taken into account: %1.")
-                       .arg(toCome.error().text));
+                       .arg(AdminText::reason(toCome.error())));
     return {};
 }
 

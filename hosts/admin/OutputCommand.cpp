@@ -17,7 +17,7 @@ namespace
 {
     throw AdminError(error.name == RecordedOutcomes::notPermitted ? ExitStatus::NotPermitted
                                                                   : ExitStatus::Failed,
-                     AdminText::tr("What an action wrote cannot be told: %1.").arg(error.text));
+                     AdminText::tr("What an action wrote cannot be told: %1.").arg(AdminText::reason(error)));
 }
 
 QVariantMap describe(const Schedule &schedule, const RecordedOutput &found)

@@ -20,7 +20,7 @@ QVariantMap fromFile(const QString &path)
     const auto list = PropertyList::fromFile(path);
     if (!list)
         throw AdminError(ExitStatus::Failed,
-                         AdminText::tr("%1 cannot be used: %2.").arg(path, list.error().text));
+                         AdminText::tr("%1 cannot be used: %2.").arg(path, AdminText::reason(list.error())));
     if (list->typeId() != QMetaType::QVariantMap)
         throw AdminError(ExitStatus::Failed, AdminText::tr("%1 is not a dictionary.").arg(path));
     return list->toMap();

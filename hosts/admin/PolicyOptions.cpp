@@ -25,7 +25,7 @@ void setMissed(Schedule &schedule, const QString &text)
         return;
     const auto limit = FriendlyTerms::duration(text.mid(equals + 1));
     if (!limit)
-        refuse(AdminText::sentence(limit.error().text));
+        refuse(AdminText::sentence(AdminText::reason(limit.error())));
     schedule.missedLimit = *limit;
 }
 

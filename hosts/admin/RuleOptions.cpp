@@ -119,7 +119,7 @@ private:
         const bool wasOfDays = m_former.recurrence && m_formerParts.isOfDays();
         if (!times.isEmpty()) {
             if (const auto set = m_rule.parts.setTimes(times); !set)
-                refuse(AdminText::tr("It cannot repeat so: %1.").arg(set.error().text));
+                refuse(AdminText::tr("It cannot repeat so: %1.").arg(AdminText::reason(set.error())));
             m_rule.time = times.constFirst();
             m_rule.lastTime = times.constLast();
         } else if (m_rule.isNew && m_rule.parts.has("BYHOUR")) {

@@ -148,7 +148,7 @@ void ScheduleOptions::applyAction(const AdminOptions &options, Schedule &schedul
     if (const auto why = options.isSet("anyway") ? std::nullopt : Feasibility::reasonAgainst(schedule)) {
         throw AdminError(ExitStatus::Failed,
                          AdminText::tr("Nothing could come of it: %1. With --anyway it is done all the same.")
-                             .arg(Output::escaped(*why)));
+                             .arg(Output::escaped(AdminText::reason(*why))));
     }
 }
 

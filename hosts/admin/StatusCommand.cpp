@@ -117,7 +117,7 @@ QString reasonOf(const RecordedOutcome &outcome)
     constexpr qsizetype longest = 60;
     const QString state = AdminText::state(outcome.state);
     if (!outcome.failure.isEmpty())
-        return QString("%1 (%2)").arg(state, logLabel(outcome.failure, longest));
+        return QString("%1 (%2)").arg(state, logLabel(AdminText::reason(outcome.failure), longest));
     return outcome.exitStatus.value_or(0) != 0
                ? QString("%1 (%2)").arg(state, AdminText::tr("exit %1").arg(*outcome.exitStatus))
                : state;
@@ -203,7 +203,7 @@ void showMachine(const Status &status)
 void showSchedules(const Status &status)
 {
     if (!status.store) {
-        showFact(schedulesTitle(), status.store.error().text, Mood::Bad);
+        showFact(schedulesTitle(), AdminText::reason(status.store.error()), Mood::Bad);
         return;
     }
     const qsizetype faults = status.store->faults.size();
@@ -232,7 +232,7 @@ void showOccurrences(const Status &status)
     Output::line("");
     if (!status.record) {
         Output::line(Output::escaped(
-            AdminText::tr("What failed cannot be told: %1.").arg(status.record.error().text)));
+            AdminText::tr("What failed cannot be told: %1.").arg(AdminText::reason(status.record.error()))));
         return;
     }
     rows.clear();

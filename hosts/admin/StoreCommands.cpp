@@ -119,9 +119,9 @@ ScheduleStore::Content StoreCommands::read()
                          AdminText::tr("You may not read %1.").arg(ScheduleStore::path()));
     auto content = ScheduleStore::read();
     if (!content) {
-        throw AdminError(
-            ExitStatus::Failed,
-            AdminText::tr("%1 cannot be used: %2.").arg(ScheduleStore::path(), content.error().text));
+        throw AdminError(ExitStatus::Failed,
+                         AdminText::tr("%1 cannot be used: %2.")
+                             .arg(ScheduleStore::path(), AdminText::reason(content.error())));
     }
     return *std::move(content);
 }
@@ -160,7 +160,7 @@ StoreCommands::ChangedBy StoreCommands::change(const std::function<void(QList<Sc
         return true;
     });
     if (!changed)
-        throw AdminError(ExitStatus::Failed, AdminText::sentence(changed.error().text));
+        throw AdminError(ExitStatus::Failed, AdminText::sentence(AdminText::reason(changed.error())));
     return ChangedBy::ThisTool;
 }
 

@@ -2,7 +2,7 @@
 // How the daemon learns what is wanted.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/bus/SchedulerNames.h"
 
 #include <QPointer>

@@ -2,7 +2,7 @@
 // How a book learns what the daemon has.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <QPointer>
 #include <QSet>

@@ -4,7 +4,7 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/core/log/LogLabel.h"
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/log/LogLines.h"
 
 #include <QFontDatabase>

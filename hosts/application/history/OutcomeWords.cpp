@@ -2,7 +2,7 @@
 #include "hosts/application/history/OutcomeWords.h"
 
 #include "DozelyKit/core/foundation/ZoneClock.h"
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 #include "hosts/application/when/DateInWords.h"
 #include "hosts/common/words/OutcomeNames.h"
 

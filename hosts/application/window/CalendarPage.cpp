@@ -3,7 +3,7 @@
 
 #include "hosts/application/month/MonthOccurrence.h"
 #include "hosts/application/month/MonthView.h"
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <QPointer>
 #include <QVBoxLayout>

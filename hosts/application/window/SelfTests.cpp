@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/SelfTests.h"
 
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <QPointer>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/SettingsButton.h"
 
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/program/StatusIconPreference.h"
 
 SettingsButton::SettingsButton(QWidget *parent) : QToolButton(parent)

@@ -4,18 +4,10 @@
 #include "DozelyKit/core/foundation/IntegerValue.h"
 #include "DozelyKit/plugin/Names.h"
 
-#include <QCoreApplication>
-
 using namespace dozely;
 
 namespace
 {
-/// Why nothing can come of an action.
-class FeasibilityText
-{
-    Q_DECLARE_TR_FUNCTIONS(FeasibilityText)
-};
-
 bool isTrue(const QVariant &value)
 {
     return value.typeId() == QMetaType::Bool ? value.toBool() : longIntegerValue(value) == 1;
@@ -32,12 +24,12 @@ std::optional<QString> ActionPlace::reasonAgainst(bool actsInUserAgent, const QV
 {
     const QVariant said = bundleInfo.value(InfoKey::actsInUserAgent);
     if (said.isValid() && !isYesOrNo(said))
-        return FeasibilityText::tr("its \"%1\" is neither true nor false").arg(InfoKey::actsInUserAgent);
+        return QString("its \"%1\" is neither true nor false").arg(InfoKey::actsInUserAgent);
     const auto key = actsInUserAgent ? InfoKey::userAgentModule : InfoKey::daemonModule;
     if (bundleInfo.value(key).toString().isEmpty())
-        return FeasibilityText::tr("it names no \"%1\"").arg(key);
+        return QString("it names no \"%1\"").arg(key);
     if (actsInUserAgent && isTrue(bundleInfo.value(InfoKey::actsInDaemonOnly)))
-        return FeasibilityText::tr("it acts in the daemon alone");
+        return QString("it acts in the daemon alone");
     return {};
 }
 

@@ -5,7 +5,6 @@
 #include "DozelyKit/plugin/Names.h"
 #include "hosts/common/plugins/ActionPlace.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -13,12 +12,6 @@ using namespace dozely;
 
 namespace
 {
-/// Why nothing can come of an action.
-class FeasibilityText
-{
-    Q_DECLARE_TR_FUNCTIONS(FeasibilityText)
-};
-
 const QString commandIdentifier = "com.dozely.plugin.Command";
 
 /// Whether every user may look into the folders of a path, none of which belongs to a user.
@@ -38,17 +31,17 @@ std::optional<QString> reasonAgainstProgram(const QVariantMap &parameters, Feasi
 {
     const QVariant program = parameters.value(CommandKey::program);
     if (program.typeId() != QMetaType::QString || program.toString().isEmpty())
-        return FeasibilityText::tr("the parameters name no program");
+        return QString("the parameters name no program");
     const QString path = program.toString();
     if (!path.startsWith('/'))
-        return FeasibilityText::tr("the program \"%1\" is not an absolute path").arg(path);
+        return QString("the program \"%1\" is not an absolute path").arg(path);
     if (sight == Feasibility::Sight::WhatAllMaySee && !isForAllToSee(QDir::cleanPath(path)))
         return {};
     const QFileInfo file(path);
     if (!file.isFile())
-        return FeasibilityText::tr("there is no program %1").arg(path);
+        return QString("there is no program %1").arg(path);
     if (!file.isExecutable())
-        return FeasibilityText::tr("%1 is no program that can be run").arg(path);
+        return QString("%1 is no program that can be run").arg(path);
     return {};
 }
 } // namespace
@@ -57,13 +50,13 @@ std::optional<QString> Feasibility::reasonAgainst(const Schedule &schedule, Sigh
 {
     const auto bundle = NSBundle::bundleWithPath(schedule.fullBundlePath());
     if (!bundle)
-        return FeasibilityText::tr("there is no bundle at %1").arg(schedule.fullBundlePath());
+        return QString("there is no bundle at %1").arg(schedule.fullBundlePath());
     const QVariantMap info = bundle->infoDictionary();
     const bool inSession = ActionPlace::actsInUserAgent(schedule.parameters, info);
     if (const auto why = ActionPlace::reasonAgainst(inSession, info)) {
-        return (inSession ? FeasibilityText::tr("%1 cannot act in the session: %2")
-                          : FeasibilityText::tr("%1 cannot act in the daemon: %2"))
-            .arg(QFileInfo(schedule.bundlePath).completeBaseName(), *why);
+        return QString("%1 cannot act in the %2: %3")
+            .arg(QFileInfo(schedule.bundlePath).completeBaseName(), QString(inSession ? "session" : "daemon"),
+                 *why);
     }
     if (bundle->bundleIdentifier() == commandIdentifier)
         return reasonAgainstProgram(schedule.parameters, sight);

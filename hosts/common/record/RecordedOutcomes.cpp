@@ -5,7 +5,6 @@
 #include "DozelyKit/core/foundation/NSProcessInfo.h"
 #include "DozelyKit/core/foundation/RootFolder.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 using namespace dozely;
@@ -59,9 +58,7 @@ Result<RecordedOutcomes> RecordedOutcomes::open()
     if (!file.exists() && !file.isSymLink())
         return outcomes;
     if (!file.isReadable())
-        return Error{
-            QCoreApplication::translate("RecordedOutcomes", "You may not read %1").arg(file.filePath()),
-            notPermitted};
+        return Error{QString("You may not read %1").arg(file.filePath()), notPermitted};
     QList<quint32> owners{NSProcessInfo::effectiveUserID()};
     if (const auto owner = RootFolder::owner())
         owners += *owner;

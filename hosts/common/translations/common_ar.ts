@@ -328,49 +328,6 @@
     </message>
 </context>
 <context>
-    <name>FeasibilityText</name>
-    <message>
-        <source>its &quot;%1&quot; is neither true nor false</source>
-        <translation>«%1» فيها ليس صحيحًا ولا خطأً</translation>
-    </message>
-    <message>
-        <source>it names no &quot;%1&quot;</source>
-        <translation>لا تسمّي «%1»</translation>
-    </message>
-    <message>
-        <source>it acts in the daemon alone</source>
-        <translation>لا تعمل إلا في الخدمة</translation>
-    </message>
-    <message>
-        <source>the parameters name no program</source>
-        <translation>المعطيات لا تسمّي برنامجًا</translation>
-    </message>
-    <message>
-        <source>the program &quot;%1&quot; is not an absolute path</source>
-        <translation>البرنامج «%1» ليس مسارًا مطلقًا</translation>
-    </message>
-    <message>
-        <source>there is no program %1</source>
-        <translation>لا يوجد برنامج %1</translation>
-    </message>
-    <message>
-        <source>%1 is no program that can be run</source>
-        <translation>%1 ليس برنامجًا يمكن تشغيله</translation>
-    </message>
-    <message>
-        <source>there is no bundle at %1</source>
-        <translation>لا حزمة في %1</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the session: %2</source>
-        <translation>لا يستطيع %1 العمل في الجلسة: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the daemon: %2</source>
-        <translation>لا يستطيع %1 العمل في الخدمة: %2</translation>
-    </message>
-</context>
-<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -422,7 +379,272 @@
     </message>
 </context>
 <context>
-    <name>RecordedOutcomes</name>
+    <name>ReasonWords</name>
+    <message>
+        <source>You are not allowed to do this.</source>
+        <translation>لا يُسمح لك بهذا.</translation>
+    </message>
+    <message>
+        <source>Nobody but root may do this here: polkit, which decides about others, cannot be asked (%1).</source>
+        <translation>لا يحق هذا هنا إلا لـ root: تعذّر سؤال polkit الذي يقرر بشأن غيره (%1).</translation>
+    </message>
+    <message>
+        <source>Too many questions are open that somebody has to answer first.</source>
+        <translation>هناك أسئلة مفتوحة كثيرة جدًا لا بد أن يجيب عنها أحد أولًا.</translation>
+    </message>
+    <message>
+        <source>Too many calls at a time: wait for the answers.</source>
+        <translation>نداءات كثيرة جدًا في وقت واحد: انتظر الإجابات.</translation>
+    </message>
+    <message>
+        <source>A user may have %1 schedules.</source>
+        <translation>يحق للمستخدم %1 من الجداول.</translation>
+    </message>
+    <message>
+        <source>The schedules of a user may have %1 bytes in all.</source>
+        <translation>يحق لجداول المستخدم %1 بايت مجتمعة.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else meanwhile.</source>
+        <translation>غيّر شخص آخر «%1» في هذه الأثناء.</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>الاسم أطول من %1 حرفًا.</translation>
+    </message>
+    <message>
+        <source>There is no time zone &quot;%1&quot;.</source>
+        <translation>لا توجد منطقة زمنية «%1».</translation>
+    </message>
+    <message>
+        <source>It is too large: a schedule has at most %1 bytes.</source>
+        <translation>إنه كبير جدًا: أقصى حجم للجدول %1 بايت.</translation>
+    </message>
+    <message>
+        <source>It holds something that no schedule can keep.</source>
+        <translation>فيه ما لا يمكن لأي جدول أن يحفظه.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: with these exceptions nothing is left of it.</source>
+        <translation>لا يمكن التكرار هكذا: لا يبقى منه شيء مع هذه الاستثناءات.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: %1.</source>
+        <translation>لا يمكن التكرار هكذا: %1.</translation>
+    </message>
+    <message>
+        <source>What is to follow comes only where the machine was woken or switched on for the action.</source>
+        <translation>ما يلي الإجراء لا يحدث إلا إذا أُوقظ الحاسوب أو شُغّل من أجله.</translation>
+    </message>
+    <message>
+        <source>Nothing could come of it: %1.</source>
+        <translation>لن ينتج عن هذا شيء: %1.</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>لا تذكر المعاملات أي برنامج</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>البرنامج «%1» ليس مسارًا مطلقًا</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>لا يوجد برنامج %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>ليس %1 برنامجًا يمكن تشغيله</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>لا توجد حزمة في %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the %2: %3</source>
+        <translation>لا يمكن أن يعمل %1 في %2: %3</translation>
+    </message>
+    <message>
+        <source>session</source>
+        <translation>الجلسة</translation>
+    </message>
+    <message>
+        <source>daemon</source>
+        <translation>الخدمة</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>يعمل في الخدمة وحدها</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>لا يذكر «%1»</translation>
+    </message>
+    <message>
+        <source>The schedules are damaged, and are not overwritten: %1.</source>
+        <translation>الجداول تالفة ولا يُكتب فوقها: %1.</translation>
+    </message>
+    <message>
+        <source>%1 was not changed: %2</source>
+        <translation>لم يُغيَّر %1: %2</translation>
+    </message>
+    <message>
+        <source>there is no schedule %1</source>
+        <translation>لا يوجد جدول %1</translation>
+    </message>
+    <message>
+        <source>schedule %1 has nothing to come</source>
+        <translation>ليس في الجدول %1 ما هو آتٍ</translation>
+    </message>
+    <message>
+        <source>schedule %1 has no occurrence at %2 that is to come</source>
+        <translation>ليس في الجدول %1 ما هو آتٍ في %2</translation>
+    </message>
+    <message>
+        <source>the occurrence at %1 is not the next one of schedule %2</source>
+        <translation>الموعد %1 ليس التالي في الجدول %2</translation>
+    </message>
+    <message>
+        <source>%1 occurrences of schedule %2 are decided upon already</source>
+        <translation>تقرر من قبل أمر %1 من مواعيد الجدول %2</translation>
+    </message>
+    <message>
+        <source>an occurrence is postponed by 1 to %1 seconds</source>
+        <translation>يؤجَّل الموعد من ثانية واحدة إلى %1 ثانية</translation>
+    </message>
+    <message>
+        <source>it is being tried already</source>
+        <translation>التجربة جارية من قبل</translation>
+    </message>
+    <message>
+        <source>an action goes on, or is due too soon</source>
+        <translation>هناك إجراء جارٍ أو قريب الموعد جدًا</translation>
+    </message>
+    <message>
+        <source>the machine is kept awake by %1</source>
+        <translation>يُبقي %1 الحاسوب مستيقظًا</translation>
+    </message>
+    <message>
+        <source>this machine cannot be put to sleep</source>
+        <translation>لا يمكن إدخال هذا الحاسوب في السكون</translation>
+    </message>
+    <message>
+        <source>the machine did not fall asleep</source>
+        <translation>لم يدخل الحاسوب في السكون</translation>
+    </message>
+    <message>
+        <source>the machine does not let itself be put to sleep</source>
+        <translation>يأبى الحاسوب الدخول في السكون</translation>
+    </message>
+    <message>
+        <source>its program ended with status %1</source>
+        <translation>انتهى برنامجه بالحالة %1</translation>
+    </message>
+    <message>
+        <source>its program could not be started</source>
+        <translation>تعذّر بدء برنامجه</translation>
+    </message>
+    <message>
+        <source>its process was ended by signal %1 (%2)</source>
+        <translation>أُنهيت عمليته بالإشارة %1 (%2)</translation>
+    </message>
+    <message>
+        <source>its process ended by itself with status %1</source>
+        <translation>انتهت عمليته من تلقاء نفسها بالحالة %1</translation>
+    </message>
+    <message>
+        <source>its performer ended without a word</source>
+        <translation>انتهى منفّذه بلا كلمة</translation>
+    </message>
+    <message>
+        <source>its agent does not say why</source>
+        <translation>لا يقول الوكيل لماذا</translation>
+    </message>
+    <message>
+        <source>it took more memory than it may</source>
+        <translation>أخذ ذاكرة أكثر مما يُسمح له</translation>
+    </message>
+    <message>
+        <source>it took longer than %1 s</source>
+        <translation>استغرق أكثر من %1 ث</translation>
+    </message>
+    <message>
+        <source>it was asked to end</source>
+        <translation>طُلب منه أن ينتهي</translation>
+    </message>
+    <message>
+        <source>There is no bundle %1</source>
+        <translation>لا توجد حزمة %1</translation>
+    </message>
+    <message>
+        <source>%1 is not a bundle</source>
+        <translation>ليس %1 حزمة</translation>
+    </message>
+    <message>
+        <source>The bundle %1 is not trusted: %2</source>
+        <translation>الحزمة %1 غير موثوقة: %2</translation>
+    </message>
+    <message>
+        <source>it lies in no folder of plug-ins</source>
+        <translation>لا تقع في أي مجلد للملحقات</translation>
+    </message>
+    <message>
+        <source>The bundle %1 names no &quot;%2&quot;</source>
+        <translation>الحزمة %1 لا تذكر «%2»</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 cannot be made: %2</source>
+        <translation>تعذّر إنشاء ملحق %1: %2</translation>
+    </message>
+    <message>
+        <source>its factory made nothing</source>
+        <translation>لم ينتج مصنعه شيئًا</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 is none for configuration</source>
+        <translation>ملحق %1 ليس للإعداد</translation>
+    </message>
+    <message>
+        <source>%1 has no view</source>
+        <translation>ليس لـ %1 عرض</translation>
+    </message>
+    <message>
+        <source>Cannot load &quot;%1&quot;: %2</source>
+        <translation>تعذّر تحميل «%1»: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>تعذّرت قراءة «%1»: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>تعذّرت كتابة «%1»: %2</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>ليس ملفًا</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause as a sentence</comment>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>The Dozely service is not running.</source>
+        <translation>خدمة Dozely لا تعمل.</translation>
+    </message>
+    <message>
+        <source>The Dozely service did not answer in time.</source>
+        <translation>لم تجب خدمة Dozely في الوقت المناسب.</translation>
+    </message>
+    <message>
+        <source>The message bus is not there.</source>
+        <translation>ناقل الرسائل غير موجود.</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>«%1» فيه ليس صحيحًا ولا خطأً</translation>
+    </message>
     <message>
         <source>You may not read %1</source>
         <translation>لا يجوز لك قراءة %1</translation>

@@ -288,49 +288,6 @@
     </message>
 </context>
 <context>
-    <name>FeasibilityText</name>
-    <message>
-        <source>its &quot;%1&quot; is neither true nor false</source>
-        <translation>„%1“ darin ist weder wahr noch falsch</translation>
-    </message>
-    <message>
-        <source>it names no &quot;%1&quot;</source>
-        <translation>es nennt kein „%1“</translation>
-    </message>
-    <message>
-        <source>it acts in the daemon alone</source>
-        <translation>es handelt nur im Dienst</translation>
-    </message>
-    <message>
-        <source>the parameters name no program</source>
-        <translation>die Parameter nennen kein Programm</translation>
-    </message>
-    <message>
-        <source>the program &quot;%1&quot; is not an absolute path</source>
-        <translation>das Programm „%1“ ist kein absoluter Pfad</translation>
-    </message>
-    <message>
-        <source>there is no program %1</source>
-        <translation>es gibt kein Programm %1</translation>
-    </message>
-    <message>
-        <source>%1 is no program that can be run</source>
-        <translation>%1 ist kein Programm, das ausgeführt werden kann</translation>
-    </message>
-    <message>
-        <source>there is no bundle at %1</source>
-        <translation>unter %1 gibt es kein Bündel</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the session: %2</source>
-        <translation>%1 kann nicht in der Sitzung handeln: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the daemon: %2</source>
-        <translation>%1 kann nicht im Dienst handeln: %2</translation>
-    </message>
-</context>
-<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -382,7 +339,272 @@
     </message>
 </context>
 <context>
-    <name>RecordedOutcomes</name>
+    <name>ReasonWords</name>
+    <message>
+        <source>You are not allowed to do this.</source>
+        <translation>Das dürfen Sie nicht.</translation>
+    </message>
+    <message>
+        <source>Nobody but root may do this here: polkit, which decides about others, cannot be asked (%1).</source>
+        <translation>Das darf hier nur root: polkit, das über andere entscheidet, lässt sich nicht fragen (%1).</translation>
+    </message>
+    <message>
+        <source>Too many questions are open that somebody has to answer first.</source>
+        <translation>Es sind zu viele Fragen offen, die erst jemand beantworten muss.</translation>
+    </message>
+    <message>
+        <source>Too many calls at a time: wait for the answers.</source>
+        <translation>Zu viele Aufrufe auf einmal: Warten Sie auf die Antworten.</translation>
+    </message>
+    <message>
+        <source>A user may have %1 schedules.</source>
+        <translation>Ein Benutzer darf %1 Zeitpläne haben.</translation>
+    </message>
+    <message>
+        <source>The schedules of a user may have %1 bytes in all.</source>
+        <translation>Die Zeitpläne eines Benutzers dürfen zusammen %1 Byte groß sein.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else meanwhile.</source>
+        <translation>„%1“ hat inzwischen jemand anders geändert.</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>Der Name hat mehr als %1 Zeichen.</translation>
+    </message>
+    <message>
+        <source>There is no time zone &quot;%1&quot;.</source>
+        <translation>Es gibt keine Zeitzone „%1“.</translation>
+    </message>
+    <message>
+        <source>It is too large: a schedule has at most %1 bytes.</source>
+        <translation>Er ist zu groß: Ein Zeitplan hat höchstens %1 Byte.</translation>
+    </message>
+    <message>
+        <source>It holds something that no schedule can keep.</source>
+        <translation>Er enthält etwas, das kein Zeitplan behalten kann.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: with these exceptions nothing is left of it.</source>
+        <translation>So kann er sich nicht wiederholen: Mit diesen Ausnahmen bleibt nichts von ihm übrig.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: %1.</source>
+        <translation>So kann er sich nicht wiederholen: %1.</translation>
+    </message>
+    <message>
+        <source>What is to follow comes only where the machine was woken or switched on for the action.</source>
+        <translation>Was folgen soll, kommt nur, wenn der Computer für die Aktion geweckt oder eingeschaltet wurde.</translation>
+    </message>
+    <message>
+        <source>Nothing could come of it: %1.</source>
+        <translation>Daraus könnte nichts werden: %1.</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>die Parameter nennen kein Programm</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>das Programm „%1“ ist kein absoluter Pfad</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>es gibt kein Programm %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 ist kein Programm, das sich ausführen lässt</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>unter %1 gibt es kein Bündel</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the %2: %3</source>
+        <translation>%1 kann in %2 nicht handeln: %3</translation>
+    </message>
+    <message>
+        <source>session</source>
+        <translation>der Sitzung</translation>
+    </message>
+    <message>
+        <source>daemon</source>
+        <translation>dem Dienst</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>es handelt nur im Dienst</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>es nennt kein „%1“</translation>
+    </message>
+    <message>
+        <source>The schedules are damaged, and are not overwritten: %1.</source>
+        <translation>Die Zeitpläne sind beschädigt und werden nicht überschrieben: %1.</translation>
+    </message>
+    <message>
+        <source>%1 was not changed: %2</source>
+        <translation>%1 wurde nicht geändert: %2</translation>
+    </message>
+    <message>
+        <source>there is no schedule %1</source>
+        <translation>es gibt keinen Zeitplan %1</translation>
+    </message>
+    <message>
+        <source>schedule %1 has nothing to come</source>
+        <translation>beim Zeitplan %1 steht nichts mehr an</translation>
+    </message>
+    <message>
+        <source>schedule %1 has no occurrence at %2 that is to come</source>
+        <translation>beim Zeitplan %1 steht zu %2 nichts an</translation>
+    </message>
+    <message>
+        <source>the occurrence at %1 is not the next one of schedule %2</source>
+        <translation>der Termin %1 ist nicht der nächste des Zeitplans %2</translation>
+    </message>
+    <message>
+        <source>%1 occurrences of schedule %2 are decided upon already</source>
+        <translation>über %1 Termine des Zeitplans %2 ist schon entschieden</translation>
+    </message>
+    <message>
+        <source>an occurrence is postponed by 1 to %1 seconds</source>
+        <translation>ein Termin wird um 1 bis %1 Sekunden verschoben</translation>
+    </message>
+    <message>
+        <source>it is being tried already</source>
+        <translation>es wird gerade schon versucht</translation>
+    </message>
+    <message>
+        <source>an action goes on, or is due too soon</source>
+        <translation>eine Aktion läuft oder steht zu bald an</translation>
+    </message>
+    <message>
+        <source>the machine is kept awake by %1</source>
+        <translation>der Computer wird wach gehalten von %1</translation>
+    </message>
+    <message>
+        <source>this machine cannot be put to sleep</source>
+        <translation>dieser Computer lässt sich nicht in den Ruhezustand versetzen</translation>
+    </message>
+    <message>
+        <source>the machine did not fall asleep</source>
+        <translation>der Computer ist nicht eingeschlafen</translation>
+    </message>
+    <message>
+        <source>the machine does not let itself be put to sleep</source>
+        <translation>der Computer lässt sich nicht schlafen legen</translation>
+    </message>
+    <message>
+        <source>its program ended with status %1</source>
+        <translation>sein Programm endete mit Status %1</translation>
+    </message>
+    <message>
+        <source>its program could not be started</source>
+        <translation>sein Programm ließ sich nicht starten</translation>
+    </message>
+    <message>
+        <source>its process was ended by signal %1 (%2)</source>
+        <translation>sein Prozess wurde durch Signal %1 beendet (%2)</translation>
+    </message>
+    <message>
+        <source>its process ended by itself with status %1</source>
+        <translation>sein Prozess endete von selbst mit Status %1</translation>
+    </message>
+    <message>
+        <source>its performer ended without a word</source>
+        <translation>was ihn ausführte, endete ohne ein Wort</translation>
+    </message>
+    <message>
+        <source>its agent does not say why</source>
+        <translation>der Agent sagt nicht, warum</translation>
+    </message>
+    <message>
+        <source>it took more memory than it may</source>
+        <translation>sie brauchte mehr Speicher, als sie darf</translation>
+    </message>
+    <message>
+        <source>it took longer than %1 s</source>
+        <translation>sie dauerte länger als %1 s</translation>
+    </message>
+    <message>
+        <source>it was asked to end</source>
+        <translation>sie sollte enden</translation>
+    </message>
+    <message>
+        <source>There is no bundle %1</source>
+        <translation>Es gibt kein Bündel %1</translation>
+    </message>
+    <message>
+        <source>%1 is not a bundle</source>
+        <translation>%1 ist kein Bündel</translation>
+    </message>
+    <message>
+        <source>The bundle %1 is not trusted: %2</source>
+        <translation>Dem Bündel %1 wird nicht vertraut: %2</translation>
+    </message>
+    <message>
+        <source>it lies in no folder of plug-ins</source>
+        <translation>es liegt in keinem Ordner für Plug-ins</translation>
+    </message>
+    <message>
+        <source>The bundle %1 names no &quot;%2&quot;</source>
+        <translation>Das Bündel %1 nennt kein „%2“</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 cannot be made: %2</source>
+        <translation>Das Plug-in von %1 lässt sich nicht erzeugen: %2</translation>
+    </message>
+    <message>
+        <source>its factory made nothing</source>
+        <translation>seine Fabrik hat nichts erzeugt</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 is none for configuration</source>
+        <translation>Das Plug-in von %1 ist keines zum Einstellen</translation>
+    </message>
+    <message>
+        <source>%1 has no view</source>
+        <translation>%1 hat keine Ansicht</translation>
+    </message>
+    <message>
+        <source>Cannot load &quot;%1&quot;: %2</source>
+        <translation>„%1“ lässt sich nicht laden: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>„%1“ lässt sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>„%1“ lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause as a sentence</comment>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>The Dozely service is not running.</source>
+        <translation>Der Dozely-Dienst läuft nicht.</translation>
+    </message>
+    <message>
+        <source>The Dozely service did not answer in time.</source>
+        <translation>Der Dozely-Dienst hat nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>The message bus is not there.</source>
+        <translation>Der Nachrichtenbus ist nicht da.</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>„%1“ darin ist weder wahr noch falsch</translation>
+    </message>
     <message>
         <source>You may not read %1</source>
         <translation>Sie dürfen %1 nicht lesen</translation>

@@ -288,49 +288,6 @@
     </message>
 </context>
 <context>
-    <name>FeasibilityText</name>
-    <message>
-        <source>its &quot;%1&quot; is neither true nor false</source>
-        <translation>su «%1» no es ni verdadero ni falso</translation>
-    </message>
-    <message>
-        <source>it names no &quot;%1&quot;</source>
-        <translation>no nombra ningún «%1»</translation>
-    </message>
-    <message>
-        <source>it acts in the daemon alone</source>
-        <translation>solo actúa en el servicio</translation>
-    </message>
-    <message>
-        <source>the parameters name no program</source>
-        <translation>los parámetros no nombran ningún programa</translation>
-    </message>
-    <message>
-        <source>the program &quot;%1&quot; is not an absolute path</source>
-        <translation>el programa «%1» no es una ruta absoluta</translation>
-    </message>
-    <message>
-        <source>there is no program %1</source>
-        <translation>no hay ningún programa %1</translation>
-    </message>
-    <message>
-        <source>%1 is no program that can be run</source>
-        <translation>%1 no es un programa que se pueda ejecutar</translation>
-    </message>
-    <message>
-        <source>there is no bundle at %1</source>
-        <translation>no hay ningún paquete en %1</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the session: %2</source>
-        <translation>%1 no puede actuar en la sesión: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the daemon: %2</source>
-        <translation>%1 no puede actuar en el servicio: %2</translation>
-    </message>
-</context>
-<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -382,7 +339,272 @@
     </message>
 </context>
 <context>
-    <name>RecordedOutcomes</name>
+    <name>ReasonWords</name>
+    <message>
+        <source>You are not allowed to do this.</source>
+        <translation>No se le permite hacer esto.</translation>
+    </message>
+    <message>
+        <source>Nobody but root may do this here: polkit, which decides about others, cannot be asked (%1).</source>
+        <translation>Aquí solo root puede hacer esto: no se puede consultar a polkit, que decide sobre los demás (%1).</translation>
+    </message>
+    <message>
+        <source>Too many questions are open that somebody has to answer first.</source>
+        <translation>Hay demasiadas preguntas abiertas que alguien debe responder antes.</translation>
+    </message>
+    <message>
+        <source>Too many calls at a time: wait for the answers.</source>
+        <translation>Demasiadas llamadas a la vez: espere las respuestas.</translation>
+    </message>
+    <message>
+        <source>A user may have %1 schedules.</source>
+        <translation>Un usuario puede tener %1 programaciones.</translation>
+    </message>
+    <message>
+        <source>The schedules of a user may have %1 bytes in all.</source>
+        <translation>Las programaciones de un usuario pueden ocupar %1 bytes en total.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else meanwhile.</source>
+        <translation>Entretanto, otra persona ha cambiado «%1».</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>El nombre tiene más de %1 caracteres.</translation>
+    </message>
+    <message>
+        <source>There is no time zone &quot;%1&quot;.</source>
+        <translation>No existe la zona horaria «%1».</translation>
+    </message>
+    <message>
+        <source>It is too large: a schedule has at most %1 bytes.</source>
+        <translation>Es demasiado grande: una programación tiene como máximo %1 bytes.</translation>
+    </message>
+    <message>
+        <source>It holds something that no schedule can keep.</source>
+        <translation>Contiene algo que ninguna programación puede guardar.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: with these exceptions nothing is left of it.</source>
+        <translation>Así no se puede repetir: con estas excepciones no queda nada.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: %1.</source>
+        <translation>Así no se puede repetir: %1.</translation>
+    </message>
+    <message>
+        <source>What is to follow comes only where the machine was woken or switched on for the action.</source>
+        <translation>Lo que debe seguir solo ocurre si el equipo se despertó o se encendió para la acción.</translation>
+    </message>
+    <message>
+        <source>Nothing could come of it: %1.</source>
+        <translation>No podría salir nada de ello: %1.</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>los parámetros no nombran ningún programa</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>el programa «%1» no es una ruta absoluta</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>no existe el programa %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 no es un programa que se pueda ejecutar</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>no hay ningún paquete en %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the %2: %3</source>
+        <translation>%1 no puede actuar en %2: %3</translation>
+    </message>
+    <message>
+        <source>session</source>
+        <translation>la sesión</translation>
+    </message>
+    <message>
+        <source>daemon</source>
+        <translation>el servicio</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>solo actúa en el servicio</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>no nombra ningún «%1»</translation>
+    </message>
+    <message>
+        <source>The schedules are damaged, and are not overwritten: %1.</source>
+        <translation>Las programaciones están dañadas y no se sobrescriben: %1.</translation>
+    </message>
+    <message>
+        <source>%1 was not changed: %2</source>
+        <translation>%1 no se ha cambiado: %2</translation>
+    </message>
+    <message>
+        <source>there is no schedule %1</source>
+        <translation>no existe la programación %1</translation>
+    </message>
+    <message>
+        <source>schedule %1 has nothing to come</source>
+        <translation>la programación %1 no tiene nada pendiente</translation>
+    </message>
+    <message>
+        <source>schedule %1 has no occurrence at %2 that is to come</source>
+        <translation>la programación %1 no tiene nada pendiente en %2</translation>
+    </message>
+    <message>
+        <source>the occurrence at %1 is not the next one of schedule %2</source>
+        <translation>la repetición de %1 no es la próxima de la programación %2</translation>
+    </message>
+    <message>
+        <source>%1 occurrences of schedule %2 are decided upon already</source>
+        <translation>ya se ha decidido sobre %1 repeticiones de la programación %2</translation>
+    </message>
+    <message>
+        <source>an occurrence is postponed by 1 to %1 seconds</source>
+        <translation>una repetición se aplaza entre 1 y %1 segundos</translation>
+    </message>
+    <message>
+        <source>it is being tried already</source>
+        <translation>ya se está probando</translation>
+    </message>
+    <message>
+        <source>an action goes on, or is due too soon</source>
+        <translation>hay una acción en curso o demasiado próxima</translation>
+    </message>
+    <message>
+        <source>the machine is kept awake by %1</source>
+        <translation>%1 mantiene despierto el equipo</translation>
+    </message>
+    <message>
+        <source>this machine cannot be put to sleep</source>
+        <translation>este equipo no se puede suspender</translation>
+    </message>
+    <message>
+        <source>the machine did not fall asleep</source>
+        <translation>el equipo no se suspendió</translation>
+    </message>
+    <message>
+        <source>the machine does not let itself be put to sleep</source>
+        <translation>el equipo no se deja suspender</translation>
+    </message>
+    <message>
+        <source>its program ended with status %1</source>
+        <translation>su programa terminó con el estado %1</translation>
+    </message>
+    <message>
+        <source>its program could not be started</source>
+        <translation>no se pudo iniciar su programa</translation>
+    </message>
+    <message>
+        <source>its process was ended by signal %1 (%2)</source>
+        <translation>su proceso terminó por la señal %1 (%2)</translation>
+    </message>
+    <message>
+        <source>its process ended by itself with status %1</source>
+        <translation>su proceso terminó por sí mismo con el estado %1</translation>
+    </message>
+    <message>
+        <source>its performer ended without a word</source>
+        <translation>su ejecutor terminó sin decir nada</translation>
+    </message>
+    <message>
+        <source>its agent does not say why</source>
+        <translation>su agente no dice por qué</translation>
+    </message>
+    <message>
+        <source>it took more memory than it may</source>
+        <translation>usó más memoria de la permitida</translation>
+    </message>
+    <message>
+        <source>it took longer than %1 s</source>
+        <translation>tardó más de %1 s</translation>
+    </message>
+    <message>
+        <source>it was asked to end</source>
+        <translation>se le pidió que terminara</translation>
+    </message>
+    <message>
+        <source>There is no bundle %1</source>
+        <translation>No existe el paquete %1</translation>
+    </message>
+    <message>
+        <source>%1 is not a bundle</source>
+        <translation>%1 no es un paquete</translation>
+    </message>
+    <message>
+        <source>The bundle %1 is not trusted: %2</source>
+        <translation>No se confía en el paquete %1: %2</translation>
+    </message>
+    <message>
+        <source>it lies in no folder of plug-ins</source>
+        <translation>no está en ninguna carpeta de complementos</translation>
+    </message>
+    <message>
+        <source>The bundle %1 names no &quot;%2&quot;</source>
+        <translation>El paquete %1 no nombra ningún «%2»</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 cannot be made: %2</source>
+        <translation>No se puede crear el complemento de %1: %2</translation>
+    </message>
+    <message>
+        <source>its factory made nothing</source>
+        <translation>su fábrica no creó nada</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 is none for configuration</source>
+        <translation>El complemento de %1 no es de configuración</translation>
+    </message>
+    <message>
+        <source>%1 has no view</source>
+        <translation>%1 no tiene vista</translation>
+    </message>
+    <message>
+        <source>Cannot load &quot;%1&quot;: %2</source>
+        <translation>No se puede cargar «%1»: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>No se puede leer «%1»: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>No se puede escribir «%1»: %2</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>no es un archivo</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause as a sentence</comment>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>The Dozely service is not running.</source>
+        <translation>El servicio Dozely no está en marcha.</translation>
+    </message>
+    <message>
+        <source>The Dozely service did not answer in time.</source>
+        <translation>El servicio Dozely no respondió a tiempo.</translation>
+    </message>
+    <message>
+        <source>The message bus is not there.</source>
+        <translation>El bus de mensajes no está disponible.</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>su «%1» no es ni verdadero ni falso</translation>
+    </message>
     <message>
         <source>You may not read %1</source>
         <translation>Usted no puede leer %1</translation>

@@ -288,49 +288,6 @@
     </message>
 </context>
 <context>
-    <name>FeasibilityText</name>
-    <message>
-        <source>its &quot;%1&quot; is neither true nor false</source>
-        <translation>son «&#xa0;%1&#xa0;» n’est ni vrai ni faux</translation>
-    </message>
-    <message>
-        <source>it names no &quot;%1&quot;</source>
-        <translation>il ne nomme pas de «&#xa0;%1&#xa0;»</translation>
-    </message>
-    <message>
-        <source>it acts in the daemon alone</source>
-        <translation>il n’agit que dans le service</translation>
-    </message>
-    <message>
-        <source>the parameters name no program</source>
-        <translation>les paramètres ne nomment pas de programme</translation>
-    </message>
-    <message>
-        <source>the program &quot;%1&quot; is not an absolute path</source>
-        <translation>le programme «&#xa0;%1&#xa0;» n’est pas un chemin absolu</translation>
-    </message>
-    <message>
-        <source>there is no program %1</source>
-        <translation>il n’y a pas de programme %1</translation>
-    </message>
-    <message>
-        <source>%1 is no program that can be run</source>
-        <translation>%1 n’est pas un programme qui puisse être exécuté</translation>
-    </message>
-    <message>
-        <source>there is no bundle at %1</source>
-        <translation>il n’y a pas de module à %1</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the session: %2</source>
-        <translation>%1 ne peut pas agir dans la session&#xa0;: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the daemon: %2</source>
-        <translation>%1 ne peut pas agir dans le service&#xa0;: %2</translation>
-    </message>
-</context>
-<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -382,7 +339,272 @@
     </message>
 </context>
 <context>
-    <name>RecordedOutcomes</name>
+    <name>ReasonWords</name>
+    <message>
+        <source>You are not allowed to do this.</source>
+        <translation>Vous n’en avez pas le droit.</translation>
+    </message>
+    <message>
+        <source>Nobody but root may do this here: polkit, which decides about others, cannot be asked (%1).</source>
+        <translation>Seul root peut faire cela ici : polkit, qui décide pour les autres, ne peut être interrogé (%1).</translation>
+    </message>
+    <message>
+        <source>Too many questions are open that somebody has to answer first.</source>
+        <translation>Trop de questions attendent déjà une réponse.</translation>
+    </message>
+    <message>
+        <source>Too many calls at a time: wait for the answers.</source>
+        <translation>Trop d’appels à la fois : attendez les réponses.</translation>
+    </message>
+    <message>
+        <source>A user may have %1 schedules.</source>
+        <translation>Un utilisateur peut avoir %1 planifications.</translation>
+    </message>
+    <message>
+        <source>The schedules of a user may have %1 bytes in all.</source>
+        <translation>Les planifications d’un utilisateur peuvent faire %1 octets en tout.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else meanwhile.</source>
+        <translation>« %1 » a été modifié entre-temps par quelqu’un d’autre.</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>Le nom a plus de %1 caractères.</translation>
+    </message>
+    <message>
+        <source>There is no time zone &quot;%1&quot;.</source>
+        <translation>Il n’y a pas de fuseau horaire « %1 ».</translation>
+    </message>
+    <message>
+        <source>It is too large: a schedule has at most %1 bytes.</source>
+        <translation>C’est trop grand : une planification fait au plus %1 octets.</translation>
+    </message>
+    <message>
+        <source>It holds something that no schedule can keep.</source>
+        <translation>Il s’y trouve quelque chose qu’aucune planification ne peut garder.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: with these exceptions nothing is left of it.</source>
+        <translation>La répétition est impossible ainsi : avec ces exceptions, il n’en reste rien.</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: %1.</source>
+        <translation>La répétition est impossible ainsi : %1.</translation>
+    </message>
+    <message>
+        <source>What is to follow comes only where the machine was woken or switched on for the action.</source>
+        <translation>Ce qui doit suivre n’a lieu que si l’ordinateur a été réveillé ou allumé pour l’action.</translation>
+    </message>
+    <message>
+        <source>Nothing could come of it: %1.</source>
+        <translation>Cela ne pourrait rien donner : %1.</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>les paramètres ne nomment aucun programme</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>le programme « %1 » n’est pas un chemin absolu</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>il n’y a pas de programme %1</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 n’est pas un programme exécutable</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>il n’y a pas de paquet à %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the %2: %3</source>
+        <translation>%1 ne peut pas agir dans %2 : %3</translation>
+    </message>
+    <message>
+        <source>session</source>
+        <translation>la session</translation>
+    </message>
+    <message>
+        <source>daemon</source>
+        <translation>le service</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>il n’agit que dans le service</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>il ne nomme aucun « %1 »</translation>
+    </message>
+    <message>
+        <source>The schedules are damaged, and are not overwritten: %1.</source>
+        <translation>Les planifications sont endommagées et ne sont pas écrasées : %1.</translation>
+    </message>
+    <message>
+        <source>%1 was not changed: %2</source>
+        <translation>%1 n’a pas été modifié : %2</translation>
+    </message>
+    <message>
+        <source>there is no schedule %1</source>
+        <translation>il n’y a pas de planification %1</translation>
+    </message>
+    <message>
+        <source>schedule %1 has nothing to come</source>
+        <translation>la planification %1 n’a plus rien à venir</translation>
+    </message>
+    <message>
+        <source>schedule %1 has no occurrence at %2 that is to come</source>
+        <translation>la planification %1 n’a rien à venir à %2</translation>
+    </message>
+    <message>
+        <source>the occurrence at %1 is not the next one of schedule %2</source>
+        <translation>l’occurrence de %1 n’est pas la prochaine de la planification %2</translation>
+    </message>
+    <message>
+        <source>%1 occurrences of schedule %2 are decided upon already</source>
+        <translation>%1 occurrences de la planification %2 sont déjà décidées</translation>
+    </message>
+    <message>
+        <source>an occurrence is postponed by 1 to %1 seconds</source>
+        <translation>une occurrence se reporte de 1 à %1 secondes</translation>
+    </message>
+    <message>
+        <source>it is being tried already</source>
+        <translation>l’essai est déjà en cours</translation>
+    </message>
+    <message>
+        <source>an action goes on, or is due too soon</source>
+        <translation>une action est en cours ou trop proche</translation>
+    </message>
+    <message>
+        <source>the machine is kept awake by %1</source>
+        <translation>l’ordinateur est tenu éveillé par %1</translation>
+    </message>
+    <message>
+        <source>this machine cannot be put to sleep</source>
+        <translation>cet ordinateur ne peut pas être mis en veille</translation>
+    </message>
+    <message>
+        <source>the machine did not fall asleep</source>
+        <translation>l’ordinateur ne s’est pas mis en veille</translation>
+    </message>
+    <message>
+        <source>the machine does not let itself be put to sleep</source>
+        <translation>l’ordinateur refuse de se mettre en veille</translation>
+    </message>
+    <message>
+        <source>its program ended with status %1</source>
+        <translation>son programme s’est terminé avec l’état %1</translation>
+    </message>
+    <message>
+        <source>its program could not be started</source>
+        <translation>son programme n’a pas pu être lancé</translation>
+    </message>
+    <message>
+        <source>its process was ended by signal %1 (%2)</source>
+        <translation>son processus a été arrêté par le signal %1 (%2)</translation>
+    </message>
+    <message>
+        <source>its process ended by itself with status %1</source>
+        <translation>son processus s’est terminé de lui-même avec l’état %1</translation>
+    </message>
+    <message>
+        <source>its performer ended without a word</source>
+        <translation>son exécutant s’est terminé sans un mot</translation>
+    </message>
+    <message>
+        <source>its agent does not say why</source>
+        <translation>son agent ne dit pas pourquoi</translation>
+    </message>
+    <message>
+        <source>it took more memory than it may</source>
+        <translation>elle a pris plus de mémoire que permis</translation>
+    </message>
+    <message>
+        <source>it took longer than %1 s</source>
+        <translation>elle a duré plus de %1 s</translation>
+    </message>
+    <message>
+        <source>it was asked to end</source>
+        <translation>on lui a demandé de finir</translation>
+    </message>
+    <message>
+        <source>There is no bundle %1</source>
+        <translation>Il n’y a pas de paquet %1</translation>
+    </message>
+    <message>
+        <source>%1 is not a bundle</source>
+        <translation>%1 n’est pas un paquet</translation>
+    </message>
+    <message>
+        <source>The bundle %1 is not trusted: %2</source>
+        <translation>Le paquet %1 n’est pas digne de confiance : %2</translation>
+    </message>
+    <message>
+        <source>it lies in no folder of plug-ins</source>
+        <translation>il n’est dans aucun dossier de modules</translation>
+    </message>
+    <message>
+        <source>The bundle %1 names no &quot;%2&quot;</source>
+        <translation>Le paquet %1 ne nomme aucun « %2 »</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 cannot be made: %2</source>
+        <translation>Le module de %1 ne peut pas être créé : %2</translation>
+    </message>
+    <message>
+        <source>its factory made nothing</source>
+        <translation>sa fabrique n’a rien produit</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 is none for configuration</source>
+        <translation>Le module de %1 n’est pas un module de réglage</translation>
+    </message>
+    <message>
+        <source>%1 has no view</source>
+        <translation>%1 n’a pas de vue</translation>
+    </message>
+    <message>
+        <source>Cannot load &quot;%1&quot;: %2</source>
+        <translation>Impossible de charger « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>Impossible de lire « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>Impossible d’écrire « %1 » : %2</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>ce n’est pas un fichier</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause as a sentence</comment>
+        <translation>%1.</translation>
+    </message>
+    <message>
+        <source>The Dozely service is not running.</source>
+        <translation>Le service Dozely ne tourne pas.</translation>
+    </message>
+    <message>
+        <source>The Dozely service did not answer in time.</source>
+        <translation>Le service Dozely n’a pas répondu à temps.</translation>
+    </message>
+    <message>
+        <source>The message bus is not there.</source>
+        <translation>Le bus de messages est absent.</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>son «&#xa0;%1&#xa0;» n’est ni vrai ni faux</translation>
+    </message>
     <message>
         <source>You may not read %1</source>
         <translation>Vous ne pouvez pas lire %1</translation>

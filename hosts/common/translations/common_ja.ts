@@ -278,49 +278,6 @@
     </message>
 </context>
 <context>
-    <name>FeasibilityText</name>
-    <message>
-        <source>its &quot;%1&quot; is neither true nor false</source>
-        <translation>その「%1」は真でも偽でもありません</translation>
-    </message>
-    <message>
-        <source>it names no &quot;%1&quot;</source>
-        <translation>「%1」が指定されていません</translation>
-    </message>
-    <message>
-        <source>it acts in the daemon alone</source>
-        <translation>デーモンでしか実行できません</translation>
-    </message>
-    <message>
-        <source>the parameters name no program</source>
-        <translation>パラメーターにプログラムがありません</translation>
-    </message>
-    <message>
-        <source>the program &quot;%1&quot; is not an absolute path</source>
-        <translation>プログラム「%1」は絶対パスではありません</translation>
-    </message>
-    <message>
-        <source>there is no program %1</source>
-        <translation>プログラム %1 がありません</translation>
-    </message>
-    <message>
-        <source>%1 is no program that can be run</source>
-        <translation>%1 は実行できるプログラムではありません</translation>
-    </message>
-    <message>
-        <source>there is no bundle at %1</source>
-        <translation>%1 にバンドルがありません</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the session: %2</source>
-        <translation>%1 はセッションで実行できません: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot act in the daemon: %2</source>
-        <translation>%1 はデーモンで実行できません: %2</translation>
-    </message>
-</context>
-<context>
     <name>OutcomeNames</name>
     <message>
         <source>asked for</source>
@@ -372,7 +329,272 @@
     </message>
 </context>
 <context>
-    <name>RecordedOutcomes</name>
+    <name>ReasonWords</name>
+    <message>
+        <source>You are not allowed to do this.</source>
+        <translation>これを行う権限がありません。</translation>
+    </message>
+    <message>
+        <source>Nobody but root may do this here: polkit, which decides about others, cannot be asked (%1).</source>
+        <translation>ここでこれを行えるのは root だけです。ほかの利用者について判断する polkit に問い合わせできません (%1)。</translation>
+    </message>
+    <message>
+        <source>Too many questions are open that somebody has to answer first.</source>
+        <translation>先に答える必要のある問い合わせが多すぎます。</translation>
+    </message>
+    <message>
+        <source>Too many calls at a time: wait for the answers.</source>
+        <translation>一度の呼び出しが多すぎます。応答を待ってください。</translation>
+    </message>
+    <message>
+        <source>A user may have %1 schedules.</source>
+        <translation>利用者 1 人が持てるスケジュールは %1 件までです。</translation>
+    </message>
+    <message>
+        <source>The schedules of a user may have %1 bytes in all.</source>
+        <translation>利用者 1 人のスケジュールは合計 %1 バイトまでです。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was changed by somebody else meanwhile.</source>
+        <translation>「%1」はその間にほかの人が変更しました。</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>名前が %1 文字を超えています。</translation>
+    </message>
+    <message>
+        <source>There is no time zone &quot;%1&quot;.</source>
+        <translation>タイムゾーン「%1」はありません。</translation>
+    </message>
+    <message>
+        <source>It is too large: a schedule has at most %1 bytes.</source>
+        <translation>大きすぎます。スケジュールは %1 バイトまでです。</translation>
+    </message>
+    <message>
+        <source>It holds something that no schedule can keep.</source>
+        <translation>スケジュールに保存できないものが含まれています。</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: with these exceptions nothing is left of it.</source>
+        <translation>このようには繰り返せません。これらの例外では何も残りません。</translation>
+    </message>
+    <message>
+        <source>It cannot repeat so: %1.</source>
+        <translation>このようには繰り返せません: %1。</translation>
+    </message>
+    <message>
+        <source>What is to follow comes only where the machine was woken or switched on for the action.</source>
+        <translation>後に続く動作は、アクションのためにコンピューターを起こしたか電源を入れた場合だけ行われます。</translation>
+    </message>
+    <message>
+        <source>Nothing could come of it: %1.</source>
+        <translation>これでは何も実行できません: %1。</translation>
+    </message>
+    <message>
+        <source>the parameters name no program</source>
+        <translation>パラメーターにプログラムが指定されていません</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; is not an absolute path</source>
+        <translation>プログラム「%1」は絶対パスではありません</translation>
+    </message>
+    <message>
+        <source>there is no program %1</source>
+        <translation>プログラム %1 がありません</translation>
+    </message>
+    <message>
+        <source>%1 is no program that can be run</source>
+        <translation>%1 は実行できるプログラムではありません</translation>
+    </message>
+    <message>
+        <source>there is no bundle at %1</source>
+        <translation>%1 にバンドルがありません</translation>
+    </message>
+    <message>
+        <source>%1 cannot act in the %2: %3</source>
+        <translation>%1 は%2では動作できません: %3</translation>
+    </message>
+    <message>
+        <source>session</source>
+        <translation>セッション</translation>
+    </message>
+    <message>
+        <source>daemon</source>
+        <translation>サービス</translation>
+    </message>
+    <message>
+        <source>it acts in the daemon alone</source>
+        <translation>サービスの中でだけ動作します</translation>
+    </message>
+    <message>
+        <source>it names no &quot;%1&quot;</source>
+        <translation>「%1」が指定されていません</translation>
+    </message>
+    <message>
+        <source>The schedules are damaged, and are not overwritten: %1.</source>
+        <translation>スケジュールが壊れているため、上書きしません: %1。</translation>
+    </message>
+    <message>
+        <source>%1 was not changed: %2</source>
+        <translation>%1 は変更されませんでした: %2</translation>
+    </message>
+    <message>
+        <source>there is no schedule %1</source>
+        <translation>スケジュール %1 はありません</translation>
+    </message>
+    <message>
+        <source>schedule %1 has nothing to come</source>
+        <translation>スケジュール %1 には今後の予定がありません</translation>
+    </message>
+    <message>
+        <source>schedule %1 has no occurrence at %2 that is to come</source>
+        <translation>スケジュール %1 には %2 の予定がありません</translation>
+    </message>
+    <message>
+        <source>the occurrence at %1 is not the next one of schedule %2</source>
+        <translation>%1 の回はスケジュール %2 の次の回ではありません</translation>
+    </message>
+    <message>
+        <source>%1 occurrences of schedule %2 are decided upon already</source>
+        <translation>スケジュール %2 の %1 回分はすでに決められています</translation>
+    </message>
+    <message>
+        <source>an occurrence is postponed by 1 to %1 seconds</source>
+        <translation>延期できるのは 1 秒から %1 秒までです</translation>
+    </message>
+    <message>
+        <source>it is being tried already</source>
+        <translation>すでに試しています</translation>
+    </message>
+    <message>
+        <source>an action goes on, or is due too soon</source>
+        <translation>アクションが実行中か、まもなく始まります</translation>
+    </message>
+    <message>
+        <source>the machine is kept awake by %1</source>
+        <translation>コンピューターは %1 により起きたままです</translation>
+    </message>
+    <message>
+        <source>this machine cannot be put to sleep</source>
+        <translation>このコンピューターはスリープできません</translation>
+    </message>
+    <message>
+        <source>the machine did not fall asleep</source>
+        <translation>コンピューターはスリープしませんでした</translation>
+    </message>
+    <message>
+        <source>the machine does not let itself be put to sleep</source>
+        <translation>コンピューターをスリープさせることができません</translation>
+    </message>
+    <message>
+        <source>its program ended with status %1</source>
+        <translation>プログラムは状態 %1 で終了しました</translation>
+    </message>
+    <message>
+        <source>its program could not be started</source>
+        <translation>プログラムを開始できませんでした</translation>
+    </message>
+    <message>
+        <source>its process was ended by signal %1 (%2)</source>
+        <translation>プロセスはシグナル %1 で終了しました (%2)</translation>
+    </message>
+    <message>
+        <source>its process ended by itself with status %1</source>
+        <translation>プロセスは自ら状態 %1 で終了しました</translation>
+    </message>
+    <message>
+        <source>its performer ended without a word</source>
+        <translation>実行していたものが何も告げずに終了しました</translation>
+    </message>
+    <message>
+        <source>its agent does not say why</source>
+        <translation>エージェントは理由を示していません</translation>
+    </message>
+    <message>
+        <source>it took more memory than it may</source>
+        <translation>許された量を超えてメモリーを使いました</translation>
+    </message>
+    <message>
+        <source>it took longer than %1 s</source>
+        <translation>%1 秒を超えました</translation>
+    </message>
+    <message>
+        <source>it was asked to end</source>
+        <translation>終了するよう求められました</translation>
+    </message>
+    <message>
+        <source>There is no bundle %1</source>
+        <translation>バンドル %1 がありません</translation>
+    </message>
+    <message>
+        <source>%1 is not a bundle</source>
+        <translation>%1 はバンドルではありません</translation>
+    </message>
+    <message>
+        <source>The bundle %1 is not trusted: %2</source>
+        <translation>バンドル %1 は信頼されていません: %2</translation>
+    </message>
+    <message>
+        <source>it lies in no folder of plug-ins</source>
+        <translation>プラグインのフォルダーにありません</translation>
+    </message>
+    <message>
+        <source>The bundle %1 names no &quot;%2&quot;</source>
+        <translation>バンドル %1 には「%2」がありません</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 cannot be made: %2</source>
+        <translation>%1 のプラグインを作成できません: %2</translation>
+    </message>
+    <message>
+        <source>its factory made nothing</source>
+        <translation>ファクトリーが何も作りませんでした</translation>
+    </message>
+    <message>
+        <source>The plug-in of %1 is none for configuration</source>
+        <translation>%1 のプラグインは設定用ではありません</translation>
+    </message>
+    <message>
+        <source>%1 has no view</source>
+        <translation>%1 にはビューがありません</translation>
+    </message>
+    <message>
+        <source>Cannot load &quot;%1&quot;: %2</source>
+        <translation>「%1」を読み込めません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot read &quot;%1&quot;: %2</source>
+        <translation>「%1」を読めません: %2</translation>
+    </message>
+    <message>
+        <source>Cannot write &quot;%1&quot;: %2</source>
+        <translation>「%1」に書き込めません: %2</translation>
+    </message>
+    <message>
+        <source>it is not a file</source>
+        <translation>ファイルではありません</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a clause as a sentence</comment>
+        <translation>%1。</translation>
+    </message>
+    <message>
+        <source>The Dozely service is not running.</source>
+        <translation>Dozely サービスは動作していません。</translation>
+    </message>
+    <message>
+        <source>The Dozely service did not answer in time.</source>
+        <translation>Dozely サービスは時間内に応答しませんでした。</translation>
+    </message>
+    <message>
+        <source>The message bus is not there.</source>
+        <translation>メッセージバスがありません。</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot; is neither true nor false</source>
+        <translation>その「%1」は真でも偽でもありません</translation>
+    </message>
     <message>
         <source>You may not read %1</source>
         <translation>%1 を読む権限がありません</translation>

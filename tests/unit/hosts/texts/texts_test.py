@@ -81,7 +81,8 @@ class Texts(unittest.TestCase):
                         self.assertIn(typed, form, f"{language}: {source}")
 
     def test_texts_hold_no_marks_of_direction(self):
-        if SOURCES == "application":  # which a toolkit draws
+        """Which the tool shows escaped, as a stranger's; a toolkit may have them."""
+        if SOURCES == "application":
             return
         for language in LANGUAGES:
             for source, forms, _, _ in messages(self.file(language)):

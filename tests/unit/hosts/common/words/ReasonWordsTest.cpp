@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include "DozelyKit/plugin/Names.h"
-#include "hosts/application/program/Translations.h"
 #include "hosts/common/bus/ScheduleWish.h"
 #include "hosts/common/plugins/Feasibility.h"
+#include "hosts/common/words/CompiledTexts.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +16,7 @@ namespace
 class ReasonWordsTest : public testing::Test
 {
 protected:
-    ReasonWordsTest() { Translations::install({"de"}); }
+    ReasonWordsTest() { CompiledTexts::install("none", "de"); }
 
     static std::string words(const QString &reason) { return ReasonWords::of(reason).toStdString(); }
 };
@@ -24,7 +24,7 @@ protected:
 
 TEST(ReasonWordsInEnglish, StayAsTheyCome)
 {
-    Translations::install({"en"});
+    CompiledTexts::install("none", "en");
     for (const QString said :
          {"You are not allowed to do this.", "Nothing could come of it: there is no program /x.",
           "An action goes on, or is due too soon.", "its program ended with status 3", "what nobody knows"})

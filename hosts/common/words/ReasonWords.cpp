@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/application/reasons/ReasonWords.h"
+#include "hosts/common/words/ReasonWords.h"
 
-#include "hosts/application/reasons/KnownReasons.h"
+#include "hosts/common/words/KnownReasons.h"
 
 #include <QRegularExpression>
 

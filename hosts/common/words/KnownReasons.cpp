@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/application/reasons/KnownReasons.h"
+#include "hosts/common/words/KnownReasons.h"
 
 #include <QtGlobal>
 
@@ -41,8 +41,10 @@ constexpr Reason reasons[] = {
     {QT_TRANSLATE_NOOP("ReasonWords", "daemon")},
     {QT_TRANSLATE_NOOP("ReasonWords", "it acts in the daemon alone")},
     {QT_TRANSLATE_NOOP("ReasonWords", "it names no \"%1\"")},
+    {QT_TRANSLATE_NOOP("ReasonWords", "its \"%1\" is neither true nor false")},
 
-    // The store.
+    // The store, the record.
+    {QT_TRANSLATE_NOOP("ReasonWords", "You may not read %1")},
     {QT_TRANSLATE_NOOP("ReasonWords", "The schedules are damaged, and are not overwritten: %1."), 1},
     {QT_TRANSLATE_NOOP("ReasonWords", "%1 was not changed: %2"), 2},
 
