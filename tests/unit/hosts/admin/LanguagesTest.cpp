@@ -187,3 +187,13 @@ TEST(LanguageChoice, NumbersHaveTheirForms)
     tool.locale = "ar_EG.UTF-8";
     EXPECT_THAT(tool.run({"remove", "Twice"}).errors.toStdString(), HasSubstr("هناك 3 مواعيد باسم «Twice»"));
 }
+
+TEST(LanguageChoice, ReasonsOfTheLibraryAreSaidInTheSameLanguage)
+{
+    AdminTool tool;
+    tool.locale = "de_DE.UTF-8";
+    const auto refused = tool.run({"add", "A", "--program", "/gone/x", "--in", "5"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.errors, "Dozely Admin: Daraus könnte nichts werden: es gibt kein Programm /gone/x. "
+                              "Mit --anyway geschieht es trotzdem.\n");
+}
