@@ -2,8 +2,8 @@
 // How the daemon learns what is wanted.
 #include "hosts/application/book/ScheduleBook.h"
 #include "hosts/application/book/ScheduleKeys.h"
-#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/bus/SchedulerNames.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <QPointer>
 

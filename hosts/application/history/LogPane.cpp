@@ -4,8 +4,8 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/ZoneClock.h"
 #include "DozelyKit/core/log/LogLabel.h"
-#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/log/LogLines.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <QFontDatabase>
 #include <QLabel>
@@ -48,7 +48,7 @@ void LogPane::showLines(const QDateTime &begun, const QDateTime &ended)
     for (const QByteArray &line : found ? found->lines : QList<QByteArray>())
         lines += logLabel(QString::fromUtf8(line), wholeText, LineBreaks::Escapes);
     m_lines->setPlainText(lines.join('\n'));
-    const QString remark = !found            ? tr("The log cannot be read: %1.").arg(ReasonWords::of(found.error().text))
+    const QString remark = !found ? tr("The log cannot be read: %1.").arg(ReasonWords::of(found.error().text))
                            : lines.isEmpty() ? tr("The log has nothing of that time.")
                            : found->hasMore
                                ? tr("These are the first %1 lines.").arg(locale().toString(lines.size()))

@@ -2,9 +2,9 @@
 #include "hosts/application/history/OutcomeWords.h"
 
 #include "DozelyKit/core/foundation/ZoneClock.h"
-#include "hosts/common/words/ReasonWords.h"
 #include "hosts/application/when/DateInWords.h"
 #include "hosts/common/words/OutcomeNames.h"
+#include "hosts/common/words/ReasonWords.h"
 
 using namespace dozely;
 

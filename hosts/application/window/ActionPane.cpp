@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/ActionPane.h"
 
-#include "hosts/common/words/ReasonWords.h"
 #include "hosts/application/when/WheelGuard.h"
+#include "hosts/common/words/ReasonWords.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/SettingsButton.h"
 
-#include "hosts/common/words/ReasonWords.h"
 #include "hosts/common/program/StatusIconPreference.h"
+#include "hosts/common/words/ReasonWords.h"
 
 SettingsButton::SettingsButton(QWidget *parent) : QToolButton(parent)
 {
