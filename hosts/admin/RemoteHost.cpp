@@ -4,6 +4,7 @@
 #include "hosts/admin/AdminError.h"
 #include "hosts/admin/AdminText.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -72,6 +73,10 @@ int RemoteHost::run(const QString &host, const QStringList &arguments)
     ssh.setProcessChannelMode(QProcess::ForwardedChannels);
     const qsizetype file = placeOfFile(rest);
     if (file >= 0) {
+        if (QFile readable(rest.at(file)); !readable.open(QIODevice::ReadOnly))
+            throw AdminError(
+                ExitStatus::Failed,
+                AdminText::tr("%1 cannot be read: %2.").arg(rest.at(file), readable.errorString()));
         ssh.setStandardInputFile(rest.at(file));
         rest[file] = "-";
     } else {

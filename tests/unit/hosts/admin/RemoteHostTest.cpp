@@ -72,6 +72,14 @@ TEST_F(RemoteHostTest, ACommandIsRunOnTheOtherMachine)
     EXPECT_FALSE(asked().contains("--host"));
 }
 
+TEST_F(RemoteHostTest, AFileThatCannotBeReadIsNamedAndNobodyIsAsked)
+{
+    const auto applied = run({"--host", "root@example.org", "apply", "/nowhere/wanted.yaml"});
+    EXPECT_EQ(applied.status, 1);
+    EXPECT_THAT(applied.errors.toStdString(), HasSubstr("/nowhere/wanted.yaml cannot be read: No such file"));
+    EXPECT_EQ(asked(), QString());
+}
+
 TEST_F(RemoteHostTest, EveryWordArrivesAsItIs)
 {
     const QString name = "It's \"5 o'clock\" $HOME; `id` *\\";
