@@ -4,9 +4,9 @@
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/core/foundation/DateExtensions.h"
 #include "hosts/application/when/DateInWords.h"
-#include "hosts/common/words/RuleFaultWords.h"
 #include "hosts/application/when/TimingRules.h"
 #include "hosts/common/calendar/ExcludedDates.h"
+#include "hosts/common/words/RuleFaultWords.h"
 
 #include <algorithm>
 

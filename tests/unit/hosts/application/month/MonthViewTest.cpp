@@ -273,14 +273,14 @@ TEST_F(MonthViewTest, TheListStaysWhereSomebodyReadsWhenTheOccurrencesComeAnew)
     view->setOccurrences(all);
     list().setCurrentIndex(list().model()->index(2, 0));
     auto *const bar = list().verticalScrollBar();
-    QTest::qWait(0);
+    QCoreApplication::processEvents();
     bar->setValue(300);
     const int read = bar->value();
     ASSERT_GT(read, 100);
     view->setOccurrences(all);
     EXPECT_EQ(bar->value(), read);
     view->setOccurrences(all.mid(0, 599));
-    QTest::qWait(0);
+    QCoreApplication::processEvents();
     EXPECT_EQ(bar->value(), read);
     EXPECT_EQ(list().currentIndex().row(), 2);
     grid().setFocus();
