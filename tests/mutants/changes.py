@@ -5,7 +5,10 @@ A change is one replacement in one line. Comments, texts in quotes and preproces
 and not understood: a change may be no C++, which the compiler then says, or change nothing that anybody could notice.
 """
 
+import collections
 import dataclasses
+import itertools
+import pathlib
 import re
 
 
@@ -93,3 +96,18 @@ def applied(source, change):
     assert lines[change.line - 1] == change.before
     lines[change.line - 1] = change.after
     return "\n".join(lines)
+
+
+def room(path):
+    """kit/core/log for kit/core/log/linux/AppendLine.cpp."""
+    parts = pathlib.PurePath(path).parts[:-1]
+    return "/".join(parts[:3] if parts[0] == "kit" else parts[:2])
+
+
+def one_room_after_the_other(places, each, dice):
+    """So many places, that is paths and lines, of every room: the first of each room, then the second of each."""
+    rooms = collections.defaultdict(list)
+    for place in sorted(places):
+        rooms[room(place[0])].append(place)
+    samples = [dice.sample(rooms[name], min(each, len(rooms[name]))) for name in sorted(rooms)]
+    return [place for row in itertools.zip_longest(*samples) for place in row if place]
