@@ -14,20 +14,48 @@ def pattern(names):
     return "^(" + "|".join(re.sub(r"([\\.+*?()\[\]^$|])", r"\\\1", name) for name in sorted(names)) + ")$"
 
 
-def first_failed(said):
-    """The first test that failed, by what ctest says at its end; None where it tells of none. A name may have blanks."""
-    found = re.search(r"^\s*\d+ - (.+) \([^()]+\)$", said, re.MULTILINE)
-    return found.group(1) if found else None
+def failed(said):
+    """The tests that failed, by what ctest says at its end. A name may have blanks."""
+    return re.findall(r"^\s*\d+ - (.+) \([^()]+\)$", said, re.MULTILINE)
 
 
-def folder_of_tests(path):
-    """Where the tests of a room lie."""
+# Whose tests lie elsewhere, or who is watched by tests with real processes as well: by the beginning of a path, the longest one.
+FOLDERS = {
+    "hosts": ("tests/unit/hosts",),
+    "hosts/admin": ("tests/unit/hosts/admin", "tests/integration/power-hosts", "tests/integration/update"),
+    "hosts/agent": ("tests/unit/hosts/agent", "tests/integration/hosts", "tests/integration/windows"),
+    "hosts/application": ("tests/unit/hosts/application",),
+    "hosts/common": ("tests/unit/hosts/common", "tests/unit/hosts/daemon", "tests/unit/hosts/agent", "tests/integration/hosts"),
+    "hosts/common/performing": ("tests/integration/performer", "tests/unit/hosts/daemon", "tests/integration/hosts"),
+    "hosts/daemon": ("tests/unit/hosts/daemon", "tests/integration/hosts", "tests/integration/power-hosts"),
+    "hosts/osascript": ("tests/unit/system/scripting",),
+    "hosts/performer": ("tests/integration/performer", "tests/integration/hosts"),
+    "hosts/pmset": ("tests/integration/power-kit", "tests/integration/power-hosts"),
+    "hosts/session-performer": ("tests/integration/performer", "tests/integration/hosts"),
+    "kit/communication/channel": ("tests/unit/communication/channel", "tests/integration/communication"),
+    "kit/communication/events": ("tests/unit/communication/events", "tests/integration/apple-events"),
+    "kit/communication/remoting": ("tests/unit/communication/remoting", "tests/integration/connection",
+                                   "tests/integration/communication"),
+    "kit/core/broadcast": ("tests/unit/core/broadcast", "tests/integration/wide-posting"),
+    "kit/core/dbus": ("tests/unit/core/dbus", "tests/integration/power-kit", "tests/integration/notifications_kit"),
+    "kit/interface/windows": ("tests/unit/interface/windows", "tests/integration/windows"),
+    "kit/plugin": ("tests/unit/plugin",),
+    "kit/system/alerts": ("tests/unit/system/alerts", "tests/integration/notifications_kit"),
+    "kit/system/network": ("tests/unit/system/network", "tests/integration/avahi", "tests/integration/update"),
+    "kit/system/power": ("tests/unit/system/power", "tests/integration/power-kit"),
+    "kit/update": ("tests/unit/update", "tests/integration/update"),
+    "plugins": ("tests/unit/plugins",),
+}
+
+
+def folders_of_tests(path):
+    """Where the tests of a file's room lie, those that are to be asked first first."""
     parts = pathlib.PurePath(path).parts[:-1]
-    if parts[0] == "kit":
-        return "tests/unit/" + "/".join(parts[1:3])
-    if parts[:2] == ("hosts", "performer"):
-        return "tests/integration/performer"
-    return "tests/unit/" + "/".join(parts[:2])
+    for length in range(len(parts), 0, -1):
+        folders = FOLDERS.get("/".join(parts[:length]))
+        if folders:
+            return folders
+    return ("/".join(("tests/unit", *parts[1:3])),)
 
 
 class Tests:
@@ -56,13 +84,15 @@ class Tests:
         return set().union(*self.names.values())
 
     def programs(self, path):
-        """Those of the file's room, and those that include its header."""
-        folder = folder_of_tests(path) + "/"
+        """Those of each folder of tests in turn, and those that include the file's header: sets of which no two have one."""
         stem = pathlib.PurePath(path).stem
-        own = {name for name, files in self.sources.items() if any(file.startswith(folder) for file in files)}
-        others = {name for name, headers in self.included.items() if {stem, stem + "_p"} & headers} - own
-        return own, others
+        groups = [{name for name, files in self.sources.items() if any(file.startswith(folder + "/") for file in files)}
+                  for folder in folders_of_tests(path)]
+        groups.insert(1, {name for name, headers in self.included.items() if {stem, stem + "_p"} & headers})
+        for place, group in enumerate(groups):
+            group.difference_update(*groups[:place])
+        return groups
 
     def of(self, path):
-        """The names of both, the first to be asked first."""
+        """The names of them, the first to be asked first."""
         return [set().union(*(self.names[name] for name in programs)) for programs in self.programs(path)]

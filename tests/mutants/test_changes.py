@@ -48,12 +48,20 @@ class Changes(unittest.TestCase):
         second = [change for change in changes.changes("a.cpp", source) if change.line == 2][0]
         self.assertEqual(changes.applied(source, second), "a < b;\na <= b;\n")
 
+    def test_every_room_of_code_has_a_folder_of_tests(self):
+        root = pathlib.Path(__file__).resolve().parent.parent.parent
+        rooms = {str(file.relative_to(root)) for floor in ("kit", "hosts", "plugins") for file in (root / floor).rglob("*.cpp")}
+        self.assertTrue(rooms)
+        for path in sorted(rooms):
+            for folder in related.folders_of_tests(path):
+                self.assertTrue(list((root / folder).rglob("*Test.cpp")), f"{path}: {folder}")
+
     def test_who_failed_may_have_blanks_in_its_name(self):
         for line, name in (("\t  7 - Store.KeepsEntries (Failed)", "Store.KeepsEntries"),
                            ("\t3457 - EachWay/Limits.Hold/InUnits  # GetParam() = InUnits (Subprocess aborted)",
                             "EachWay/Limits.Hold/InUnits  # GetParam() = InUnits")):
-            self.assertEqual(related.first_failed(f"The following tests FAILED:\n{line}\nErrors while running CTest"), name)
-        self.assertIsNone(related.first_failed("100% tests passed, 0 tests failed out of 2 (2 skipped)"))
+            self.assertEqual(related.failed(f"The following tests FAILED:\n{line}\nErrors while running CTest"), [name])
+        self.assertEqual(related.failed("100% tests passed, 0 tests failed out of 2 (2 skipped)"), [])
 
 
 unittest.main()
