@@ -195,6 +195,19 @@ TEST_F(ServerFaults, AServerWithoutAlertsOfOursEndsUnnoticed)
     EXPECT_THAT(logged(), IsEmpty());
 }
 
+TEST_F(ServerFaults, ANewServerIsNotAskedUntilThereIsAnAlertForIt)
+{
+    startServer(server);
+    shown("Lights");
+    endServer(server);
+    startServer(server);
+    ASSERT_TRUE(waitUntil([&] { return center.deliveredNotifications().isEmpty(); }));
+    QCoreApplication::processEvents(); // of the new one, too
+    EXPECT_THAT(calls("GetCapabilities"), IsEmpty()) << "it would be again of one that dies of being asked";
+    settle();
+    EXPECT_THAT(calls("GetCapabilities"), SizeIs(1));
+}
+
 TEST_F(ServerFaults, IdsThatANewServerUsesAgainMeanItsOwnAlerts)
 {
     startServer(server);

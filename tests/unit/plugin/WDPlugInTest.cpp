@@ -97,6 +97,20 @@ TEST_F(WDPlugInTest, HasNoParametersAfterNothingWasSet)
     EXPECT_EQ(plugIn.timeBeforeSelfAnticipation(), -1);
 }
 
+TEST_F(WDPlugInTest, ReadsEachParameterAsZeroAfterNothingWasSet)
+{
+    class Reading : public WDPlugIn
+    {
+    public:
+        using WDPlugIn::integerParameter;
+        using WDPlugIn::longIntegerParameter;
+    };
+    Reading plugIn;
+    plugIn.setParameters(std::shared_ptr<const QVariantMap>());
+    EXPECT_EQ(plugIn.integerParameter("Delay before alert"), 0);
+    EXPECT_EQ(plugIn.longIntegerParameter("Alert"), 0);
+}
+
 TEST_F(WDPlugInTest, StoresTheDateWithItsZone)
 {
     WDPlugIn plugIn;

@@ -11,6 +11,9 @@
 #include <QTest>
 #include <QUrl>
 
+#include <functional>
+#include <memory>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -32,6 +35,7 @@ public:
     };
     std::vector<Drag> drags;
     bool supported = true;
+    std::function<void()> dropped; ///< While a drag is carried out.
 
     bool ofTheKit() const { return ZDRTableView::respondsToDragPromisedFiles(); }
 
@@ -41,6 +45,8 @@ protected:
                                           bool slideBack, const QMouseEvent *event) override
     {
         drags.push_back({types, rect, source, slideBack, event->position(), event->type()});
+        if (const auto action = dropped) // which may be the end of this table
+            action();
         return true;
     }
 };
@@ -143,6 +149,33 @@ TEST_F(TableTest, OnePressIsOneDrag)
     release(in(3));
     EXPECT_EQ(m_table.drags.size(), 1U);
     EXPECT_THAT(selectedRows(), ElementsAre(1)); // no rubber band either
+}
+
+TEST_F(TableTest, AfterItsDragMovementsAreTheBaseClasssAgain)
+{
+    QSignalSpy entered(&m_table, &QTableView::entered);
+    press(in(1));
+    moveTo(in(1) + QPoint(5, 0));
+    EXPECT_EQ(entered.count(), 0);
+    moveTo(in(3));
+    EXPECT_EQ(entered.count(), 1);
+}
+
+TEST_F(TableTest, MayBeDestroyedByItsDrag)
+{
+    auto table = std::make_unique<DraggingTable>();
+    table->setModel(&m_model);
+    table->resize(300, 220);
+    table->show();
+    table->dropped = [&table] { table.reset(); };
+    QWidget *const viewport = table->viewport();
+    const QPointF at = table->visualRect(m_model.index(1, 0)).center();
+    const QPointF onScreen = viewport->mapToGlobal(at);
+    QMouseEvent pressed(QEvent::MouseButtonPress, at, onScreen, Qt::LeftButton, Qt::LeftButton, {});
+    QMouseEvent moved(QEvent::MouseMove, at, onScreen, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(viewport, &pressed);
+    QCoreApplication::sendEvent(viewport, &moved);
+    EXPECT_EQ(table, nullptr);
 }
 
 TEST_F(TableTest, DraggingFromBelowTheLastRowLeavesTheSelectionAloneAndDragsNothing)

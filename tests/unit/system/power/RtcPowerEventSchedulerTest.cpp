@@ -370,6 +370,17 @@ TEST_F(RtcPowerEventSchedulerTest, ARefusedEventLeavesTheAlarmOfSomebodyElseThat
     EXPECT_THAT(scheduler.scheduledEvents(), SizeIs(1));
 }
 
+TEST_F(RtcPowerEventSchedulerTest, ARefusedEventDoesNotBringBackAnAlarmThatComesAfterAnEventOfOurs)
+{
+    ASSERT_EQ(schedule(hour, wake), 0);
+    rtc.setAlarm(in(day)); // somebody else's, over ours
+    rtc.refused = in(100);
+    EXPECT_EQ(schedule(100, wake), EINVAL);
+    EXPECT_EQ(alarm(), hour);
+    ASSERT_TRUE(scheduler.alarm());
+    EXPECT_TRUE(scheduler.alarm()->isOurs);
+}
+
 TEST_F(RtcPowerEventSchedulerTest, AClockThatReachesHoursOnlyIsStepped)
 {
     rtc.horizon = 6 * hour;
