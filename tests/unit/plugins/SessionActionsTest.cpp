@@ -320,8 +320,11 @@ TEST_F(OpenTest, LetsAnApplicationStayThatGoesOn)
     clock->advance(std::chrono::seconds(5));
     EXPECT_FALSE(isActing());
     EXPECT_EQ(failure(), QString());
-    plugIn.reset();
     const pid_t process = std::stoi(opened().front());
+    writeProgram("xdg-open", "exit 2");
+    EXPECT_EQ(act({{"Items", QVariantList{"xy:z"}}}), "xy:z was not opened: its program ended with status 2")
+        << "that is over as soon as its own programs have ended";
+    plugIn.reset();
     EXPECT_EQ(::kill(process, 0), 0) << "it goes on";
     ::kill(process, SIGKILL);
 }

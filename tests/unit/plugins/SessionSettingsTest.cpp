@@ -117,6 +117,32 @@ TEST_F(SessionSettingsTest, MessageCarriesItsTextAndSound)
     EXPECT_EQ(read(), odd) << "what a field cannot show stays";
 }
 
+TEST_F(SessionSettingsTest, MessageOffersEachSoundOnceAndAForeignOneOnlyWhileItIsChosen)
+{
+    load("Message");
+    fill({{"Text", "a"}});
+    auto *const sound = find<QComboBox>("sound");
+    const int count = sound->count();
+    EXPECT_EQ(sound->currentIndex(), 0);
+    fill({{"Text", "a"}, {"Sound", "my-own-sound"}});
+    EXPECT_EQ(sound->count(), count + 1);
+    fill({{"Text", "a"}, {"Sound", "bell"}});
+    EXPECT_EQ(sound->count(), count);
+    EXPECT_EQ(sound->currentText(), "Bell");
+}
+
+TEST_F(SessionSettingsTest, MessageIsNamedByItsFirstSixtyLetters)
+{
+    load("Message");
+    const QString sixty(60, 'x');
+    fill({{"Text", "\n " + sixty + "\nmore"}});
+    EXPECT_EQ(plugIn->actionString(), "Say: " + sixty);
+    fill({{"Text", sixty + 'y'}});
+    EXPECT_EQ(plugIn->actionString(), "Say: " + sixty + QChar(0x2026));
+    fill({{"Text", " \n"}});
+    EXPECT_EQ(plugIn->actionString(), "-");
+}
+
 TEST_F(SessionSettingsTest, MessageSaysWhatTheDesktopLacks)
 {
     load("Message");
@@ -146,6 +172,23 @@ TEST_F(SessionSettingsTest, ScriptHasATextOrAFile)
     fill({{"Script File", "/a.lua"}});
     EXPECT_FALSE(find<QPlainTextEdit>("script")->isEnabled());
     EXPECT_EQ(read(), (QVariantMap{{"Script File", "/a.lua"}}));
+}
+
+TEST_F(SessionSettingsTest, ScriptShowsATextOrAFileAsItIsGiven)
+{
+    load("Script");
+    const auto isFile = [this] { return find<QRadioButton>("isFile")->isChecked(); };
+    fill({{"Script File", "/a.lua"}});
+    EXPECT_TRUE(isFile());
+    EXPECT_TRUE(find<QLineEdit>("file")->isEnabled());
+    EXPECT_FALSE(find<QPlainTextEdit>("script")->isEnabled());
+    fill({{"Script", "return 1"}});
+    EXPECT_FALSE(isFile());
+    EXPECT_TRUE(find<QPlainTextEdit>("script")->isEnabled());
+    const QVariantMap both{{"Script", "return 1"}, {"Script File", "/a.lua"}};
+    fill(both);
+    EXPECT_FALSE(isFile());
+    EXPECT_EQ(read(), both) << "nobody chose another";
 }
 
 TEST_F(SessionSettingsTest, ScriptSaysThatNothingRunsScriptsHere)

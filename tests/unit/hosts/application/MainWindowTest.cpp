@@ -387,8 +387,12 @@ TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)
     EXPECT_FALSE(says("not running")) << "that is not known at once";
     EXPECT_TRUE(waitUntil([&] { return says("The Dozely service is not running"); }));
     EXPECT_TRUE(says("Service not running"));
+    for (const char *const name : {"agent", "clock", "testWaking"})
+        EXPECT_FALSE(find<QWidget>(name)->isVisible()) << name << ": of that nobody tells";
     client.setThere(true);
     settle();
+    for (const char *const name : {"agent", "clock", "testWaking"})
+        EXPECT_TRUE(find<QWidget>(name)->isVisible()) << name;
     EXPECT_FALSE(says("The Dozely service is not running"));
     EXPECT_EQ(list().model()->rowCount(), 2);
 }

@@ -192,6 +192,31 @@ TEST_F(ScheduleBookTest, FollowsWhatSomebodyElseDoes)
     EXPECT_FALSE(book->hasChanges());
 }
 
+TEST_F(ScheduleBookTest, AsksForManyThatChangedAtOnceByReadingAll)
+{
+    const auto add = [this](int count) {
+        QStringList identifiers;
+        for (int number = 0; number < count; ++number) {
+            identifiers += QString("new %1").arg(client.schedules.size());
+            client.schedules[identifiers.last()] = {{"name", "New"}, {"revision", "r0"}};
+        }
+        client.calls.clear();
+        return identifiers;
+    };
+    Q_EMIT client.schedulesChanged(add(20));
+    settle();
+    EXPECT_EQ(book->count(), 22);
+    EXPECT_EQ(client.calls, QStringList()) << "each for itself";
+    Q_EMIT client.schedulesChanged(add(21));
+    settle();
+    EXPECT_EQ(book->count(), 43);
+    EXPECT_EQ(client.calls, QStringList("list"));
+    add(1);
+    Q_EMIT client.schedulesChanged({});
+    settle();
+    EXPECT_EQ(book->count(), 44) << "which, is not said";
+}
+
 TEST_F(ScheduleBookTest, JoinsChangesOfBothThatDoNotMeet)
 {
     const QString key = keyOf("Backup");
