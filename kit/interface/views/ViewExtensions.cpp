@@ -23,8 +23,6 @@ void zandorSoftwaresExtensions::clear(QWidget *view)
     // Not the meta-object's name: a derived class without meta-object of its own has that of its base.
     if (!view || (typeid(*view) != typeid(QWidget) && typeid(*view) != typeid(QGroupBox)))
         return;
-    while (QWidget *subview = firstSubview(view)) {
-        subview->hide();
-        subview->setParent(nullptr);
-    }
+    while (QWidget *subview = firstSubview(view))
+        subview->setParent(nullptr); // which hides it until it stands in another view
 }

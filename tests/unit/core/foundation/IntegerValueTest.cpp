@@ -48,6 +48,20 @@ TEST(IntegerValue, OfATextSaturates)
     EXPECT_EQ(integerValue('-' + QString(1000, '9')), lowest);
 }
 
+TEST(IntegerValue, OfATextOfSixtyFourBitsIsExactUpToBothEnds)
+{
+    constexpr qint64 largest = std::numeric_limits<qint64>::max();
+    constexpr qint64 smallest = std::numeric_limits<qint64>::min();
+    EXPECT_EQ(longIntegerValue(QVariant("9223372036854775806")), largest - 1);
+    EXPECT_EQ(longIntegerValue(QVariant("9223372036854775807")), largest);
+    EXPECT_EQ(longIntegerValue(QVariant("9223372036854775808")), largest);
+    EXPECT_EQ(longIntegerValue(QVariant("9223372036854775810")), largest);
+    EXPECT_EQ(longIntegerValue(QVariant("-9223372036854775807")), smallest + 1);
+    EXPECT_EQ(longIntegerValue(QVariant("-9223372036854775808")), smallest);
+    EXPECT_EQ(longIntegerValue(QVariant("-9223372036854775809")), smallest);
+    EXPECT_EQ(longIntegerValue(QVariant("-9223372036854775810")), smallest);
+}
+
 TEST(IntegerValue, OfAStringInAVariantFollowsTheSameRule)
 {
     EXPECT_EQ(integerValue(QVariant(" 42x")), 42);

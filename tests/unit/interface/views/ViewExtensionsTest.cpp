@@ -32,6 +32,18 @@ TEST(ViewClear, TakesAllSubviewsOutOfAPlainView)
     EXPECT_EQ(inner->parent(), two.get()); // what it contains stays with it
 }
 
+TEST(ViewClear, LeavesAViewToBeSeenAgainWhereItIsPutNext)
+{
+    QWidget view;
+    auto *const label = new QLabel("one", &view);
+    view.show();
+    clear(&view);
+    QWidget next;
+    label->setParent(&next);
+    next.show();
+    EXPECT_TRUE(label->isVisible());
+}
+
 TEST(ViewClear, TakesTheContentOutOfABox)
 {
     QGroupBox box("title");
