@@ -53,10 +53,8 @@ private:
 void settle(QWidget *view)
 {
     view->ensurePolished();
-    if (QLayout *const layout = view->layout()) {
-        layout->activate();
+    if (QLayout *const layout = view->layout())
         layout->setGeometry(view->contentsRect());
-    }
     for (auto *const child : view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
         settle(child);
 }

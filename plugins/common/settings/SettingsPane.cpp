@@ -16,7 +16,6 @@ void SettingsPane::loadNib()
     if (!property(PlugInProperty::hostHasUsualOptions).toBool())
         m_usual = new UsualOptions(*form, bundle().get());
     // As the loader does it: hidden views are laid out late otherwise.
-    form->activate();
     form->setGeometry(setupView()->contentsRect());
     askWhatIsMissing();
 }
