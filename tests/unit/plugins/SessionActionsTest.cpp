@@ -140,6 +140,17 @@ TEST_F(SessionActionsTest, AsksTheDesktopsOwnLockerToo)
     EXPECT_EQ(calls("org.mate.ScreenSaver", "/org/mate/ScreenSaver", "Lock"), 1);
 }
 
+TEST_F(SessionActionsTest, AsksTheLockerThatTakesAMessageWithNone)
+{
+    startService("org.cinnamon.ScreenSaver", "/org/cinnamon/ScreenSaver", "org.cinnamon.ScreenSaver", "Lock",
+                 "s");
+    load("LockScreen");
+    EXPECT_EQ(act(), QString());
+    const QVariantList made = callsOf("org.cinnamon.ScreenSaver", "/org/cinnamon/ScreenSaver", "Lock");
+    ASSERT_EQ(made.size(), 1);
+    EXPECT_EQ(made[0].toList().value(1).toList(), QVariantList{""});
+}
+
 TEST_F(SessionActionsTest, SaysThatNobodyLocksTheScreen)
 {
     load("LockScreen");
@@ -178,6 +189,9 @@ TEST_F(SessionActionsTest, EndsTheSessionAfterAMinuteOfObjectionsWhereThatIsForc
         return calls("org.xfce.SessionManager", "/org/xfce/SessionManager", "Logout") == 1;
     };
     ASSERT_TRUE(waitUntil(isAsked));
+    const QVariantList made =
+        callsOf("org.xfce.SessionManager", "/org/xfce/SessionManager", "Logout")[0].toList();
+    EXPECT_EQ(made.value(1).toList(), (QVariantList{false, true})) << "no question, and programs may save";
     // Its answer may still be on its way: the minute begins with it.
     ASSERT_TRUE(waitUntil([&] {
         clock->advance(std::chrono::seconds(59));
@@ -282,15 +296,15 @@ TEST_F(OpenTest, StartsApplicationsByTheirEntries)
     writeProgram("player", "printf '%s\\n' \"$@\" >>\"$OPENED\"");
     const QString entry = writeFile("/player.desktop", "[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
                                                        "Type=Application\nName=Player\n"
-                                                       "Exec=player --now %U \"two words\" 100%%\n");
+                                                       "Exec=player --now %U \"two words\" \"\" 100%%\n");
     EXPECT_EQ(act({{"Items", QVariantList{entry}}}), QString());
-    EXPECT_THAT(opened(), UnorderedElementsAre("--now", "two words", "100%"));
+    EXPECT_THAT(opened(), testing::ElementsAre("--now", "two words", "", "100%"));
     QFile::remove(root.join("/opened"));
     QDir().mkpath(root.join("/share/applications"));
     QFile::copy(entry, root.join("/share/applications/org.example.Player.desktop"));
     qputenv("XDG_DATA_DIRS", root.join("/share").toUtf8());
     EXPECT_EQ(act({{"Items", QVariantList{"org.example.Player.desktop"}}}), QString());
-    EXPECT_EQ(opened().size(), 3U);
+    EXPECT_EQ(opened().size(), 4U);
 }
 
 TEST_F(OpenTest, OpensWhatCanBeOpenedAndSaysWhatNot)

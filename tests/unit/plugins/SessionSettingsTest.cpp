@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -189,6 +190,15 @@ TEST_F(SessionSettingsTest, ScriptShowsATextOrAFileAsItIsGiven)
     fill(both);
     EXPECT_FALSE(isFile());
     EXPECT_EQ(read(), both) << "nobody chose another";
+}
+
+TEST_F(SessionSettingsTest, ScriptIsWrittenInLettersOfOneWidthAndTheSizeAround)
+{
+    load("Script");
+    fill({});
+    const QFont font = find<QPlainTextEdit>("script")->font();
+    EXPECT_EQ(font.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    EXPECT_EQ(font.pointSizeF(), find<QLineEdit>("file")->font().pointSizeF());
 }
 
 TEST_F(SessionSettingsTest, ScriptSaysThatNothingRunsScriptsHere)

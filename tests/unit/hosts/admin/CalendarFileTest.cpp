@@ -101,6 +101,18 @@ TEST(CalendarFile, ACalendarProgramShowsTheSameTimes)
     }
 }
 
+TEST(CalendarFile, TheZonesClocksAreToldFromAYearBeforeTheFirstDay)
+{
+    const QByteArray data =
+        CalendarFile::of({repeating("FREQ=DAILY", "2026-03-29T00:30:00", "Europe/Berlin")}, now);
+    EXPECT_TRUE(data.contains("BEGIN:STANDARD\r\nDTSTART:20250329T000000\r\nTZOFFSETFROM:+0100\r\n"
+                              "TZOFFSETTO:+0100\r\nTZNAME:CET\r\n"))
+        << data.constData();
+    EXPECT_TRUE(data.contains("BEGIN:STANDARD\r\nDTSTART:20251026T030000\r\nRDATE:20261025T030000,"));
+    EXPECT_TRUE(data.contains("BEGIN:DAYLIGHT\r\nDTSTART:20250330T020000\r\nRDATE:20260329T020000,"));
+    EXPECT_TRUE(data.contains("TZOFFSETFROM:+0100\r\nTZOFFSETTO:+0200\r\nTZNAME:CEST\r\n"));
+}
+
 TEST(CalendarFile, TextsArriveAsTheyAre)
 {
     const Calendar calendar(CalendarFile::of({repeating("FREQ=DAILY", "2026-03-14T09:00:00", "UTC")}, now));

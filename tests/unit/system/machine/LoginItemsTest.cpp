@@ -135,6 +135,12 @@ TEST_P(LoginItemsFormatTest, KeepWhatTheyDoNotKnow)
     EXPECT_TRUE(formIsKept());
 }
 
+TEST_F(LoginItemsTest, LeaveAloneAFileThatHoldsWhatEqualsNothing)
+{
+    writeList(preferences, "{'Odd': float('nan')}", "FMT_XML");
+    expectNothingHappens();
+}
+
 TEST_F(LoginItemsTest, MoveTheApplicationToTheFrontAndBackOut)
 {
     writeList(
