@@ -39,6 +39,11 @@ TEST(RoundRect, AllFourBitsRoundAllCorners)
     EXPECT_EQ(path.boundingRect(), rect);
 }
 
+TEST(RoundRect, IsFilledWhereItsCornersOverlap)
+{
+    EXPECT_EQ(roundRectInRect(rect, 40, 0x1111).fillRule(), Qt::WindingFill);
+}
+
 TEST(RoundRect, TheCirclesHaveTheirCentresAtTheInnerRectanglesCorners)
 {
     const QPainterPath path = roundRectInRect(rect, 10, 0x1111);
