@@ -129,9 +129,7 @@ void AskingPerformer::take(const QByteArray &packet)
 {
     if (m_state == State::Beginning) {
         m_state = State::Ready;
-        m_limit.reset();
-        if (isAsking())
-            send();
+        send(); // the question that it was begun for
     } else if (m_state == State::Ready && isAsking()) {
         m_limit.reset();
         const auto replied = std::exchange(m_replied, nullptr);
