@@ -52,6 +52,20 @@ TEST_F(ServerFaults, CapabilitiesAreReadAnewFromEachServer)
     EXPECT_THAT(logged(), ElementsAre(noButtons, lost));
 }
 
+TEST_F(ServerFaults, AServerThatTakesTheNameOverIsAskedWhatItCanDo)
+{
+    startServer(server, "body");
+    const QByteArray old = owner(service);
+    const Alert alert = shown("Lights");
+    MockProcess newServer;
+    startServer(newServer, "body actions");
+    ASSERT_TRUE(waitUntil([&] { return owner(service) != old; }));
+    ASSERT_TRUE(waitUntil([&] { return center.deliveredNotifications().isEmpty(); }));
+    show(alert);
+    EXPECT_EQ(calls("Notify").value(0).value(5).toStringList(), (QStringList{"cancel", "Cancel"}));
+    EXPECT_THAT(logged(), ElementsAre(noButtons, lost));
+}
+
 TEST_F(ServerFaults, WithoutAServerEachDeliveryIsOneLineAndTheNextTriesAgain)
 {
     const Alert alert = makeAlert("Lights");

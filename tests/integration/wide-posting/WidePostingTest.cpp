@@ -450,6 +450,36 @@ TEST_F(WidePosting, GoesOnWhenTheBusWasStartedAgain)
     EXPECT_TRUE(hears(call("Name", someUser(0))));
 }
 
+TEST_F(WidePosting, HearsAPosterWhoseNameOnTheBusWasAnothersOnTheFormerBus)
+{
+    const auto clock = std::make_shared<FakeClock>();
+    Port<Clock>::current() = clock;
+    observe("Name");
+    // Of these nobody can be asked any more who they were.
+    for (int number = 0; number < 6; ++number) {
+        OtherProcess poster(someUser(0), [](const auto &tell) {
+            postWide("Name");
+            tell("posted");
+        });
+        ASSERT_EQ(poster.line(), "posted");
+    }
+    systemBus.stop();
+    ASSERT_TRUE(waitUntil([&] { return !lines.isEmpty(); }));
+    hearer.calls.clear();
+    systemBus.restart(StockBus::Kind::System);
+    ASSERT_TRUE(systemBus.isRunning());
+    ASSERT_TRUE(waitUntil([&] {
+        clock->advance(5ms);
+        return lines.size() == 2;
+    }));
+    ready();
+    for (int number = 0; number < 6; ++number) {
+        hearer.calls.clear();
+        const OtherProcess poster(someUser(0), [](const auto &) { postWide("Name"); });
+        EXPECT_TRUE(hears(call("Name", someUser(0)))) << number;
+    }
+}
+
 TEST_F(WidePosting, NoticesABusThatWasStartedAgainWhenItPosts)
 {
     postWide("Before");
