@@ -202,6 +202,13 @@ TEST_F(PmsetTest, TellsItsVersionAndHelp)
     EXPECT_THAT(run({"--help"}).output, HasSubstr("pmset schedule wake|poweron DATE"));
 }
 
+TEST_F(PmsetTest, HasItsOwnNameWhateverTheLinkToItIsCalled)
+{
+    const QString link = root.join("/another");
+    ASSERT_TRUE(QFile::link(PMSET, link));
+    EXPECT_THAT(run({"--version"}, link).output, testing::StartsWith("pmset "));
+}
+
 TEST_F(PmsetTest, ManyAtOnceLoseNoEvent)
 {
     constexpr int count = 12;

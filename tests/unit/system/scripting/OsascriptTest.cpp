@@ -139,6 +139,15 @@ TEST_F(OsascriptTest, SaysSoWhereTheScriptEngineIsMissing)
     EXPECT_THAT(root.logLines().first().toStdString(), HasSubstr("The script engine cannot be opened: "));
 }
 
+TEST_F(OsascriptTest, HasItsOwnNameWhateverTheLinkToItIsCalled)
+{
+    const QString link = root.join("/another");
+    ASSERT_TRUE(QFile::link(OSASCRIPT, link));
+    EXPECT_THAT(run({"--version"}, link).output, StartsWith("osascript "));
+    run({"--root", root.path(), "-e", "dozely.log('hello')"}, link);
+    EXPECT_EQ(root.logLines(), QStringList("osascript hello"));
+}
+
 TEST_F(OsascriptTest, BelongsToTheSystemBelowWhichItLies)
 {
     root.makeFolder("/usr/bin");
