@@ -64,11 +64,3 @@ bool GuardedPosting::postToAgentOfUser(const NSNotification &notification, quint
     return guardAgentOfUser(userId,
                             [&] { return center().postNotificationToAgentOfUser(notification, userId); });
 }
-
-bool GuardedPosting::postToPrefPaneOfUser(const NSNotification &notification, quint32 userId)
-{
-    return guarded(
-        QString("the application of user %1").arg(userId),
-        [&] { return center().postNotificationToPrefPaneOfUser(notification, userId); },
-        [userId] { center().unlockPrefPaneAccessForUser(userId); });
-}

@@ -16,7 +16,6 @@ namespace GuardedPosting
 /// Posts; false when the target did not receive it.
 bool postToDaemon(const NSNotification &notification);
 bool postToAgentOfUser(const NSNotification &notification, quint32 userId);
-bool postToPrefPaneOfUser(const NSNotification &notification, quint32 userId);
 
 /// Runs `post`, something that makes one request to the target, such as an operation of a plug-in; its
 /// answer, or false when it raised.

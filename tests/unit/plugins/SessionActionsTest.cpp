@@ -322,6 +322,37 @@ TEST_F(OpenTest, OpensWhatCanBeOpenedAndSaysWhatNot)
     EXPECT_EQ(act(), "nothing was opened, the parameter \"Items\" is missing or is no list of texts");
 }
 
+TEST_F(OpenTest, StartsAnApplicationInItsFolderAndInATerminalWhereItWantsOne)
+{
+    qputenv("NOTIFY_SOCKET", "the agent's");
+    writeProgram("player", "pwd >>\"$OPENED\"; echo \"${NOTIFY_SOCKET-none}\" >>\"$OPENED\"");
+    const QString folder = root.makeFolder("/songs");
+    const QString entry = writeFile(
+        "/player.desktop", "[Desktop Entry]\nType=Application\nExec=player\nPath=" + folder.toUtf8() + "\n");
+    EXPECT_EQ(act({{"Items", QVariantList{entry}}}), QString());
+    EXPECT_THAT(opened(), testing::ElementsAre(folder.toStdString(), "none"));
+    QFile::remove(root.join("/opened"));
+    writeProgram("x-terminal-emulator", "printf '%s\\n' \"$@\" >>\"$OPENED\"");
+    const QString top =
+        writeFile("/top.desktop", "[Desktop Entry]\nType=Application\nExec=top -d 1\nTerminal=true\n");
+    EXPECT_EQ(act({{"Items", QVariantList{top}}}), QString());
+    EXPECT_THAT(opened(), testing::ElementsAre("-e", "top", "-d", "1"));
+    qunsetenv("NOTIFY_SOCKET");
+}
+
+TEST_F(OpenTest, SaysWhatIsNotThereAndWhatWasEnded)
+{
+    const QString entry =
+        writeFile("/gone.desktop", "[Desktop Entry]\nType=Application\nExec=no-such-program\n");
+    EXPECT_EQ(act({{"Items", QVariantList{entry}}}), "the program no-such-program is not there");
+    EXPECT_EQ(act({{"Items", QVariantList{"org.example.None.desktop"}}}),
+              "there is no application org.example.None.desktop");
+    EXPECT_EQ(act({{"Items", QVariantList{QString("xy:a") + QChar(0)}}}), "an item holds a NUL character");
+    writeProgram("xdg-open", "kill -KILL $$");
+    EXPECT_EQ(act({{"Items", QVariantList{"xy:z"}}}),
+              "xy:z was not opened: its program was ended by signal 9");
+}
+
 TEST_F(OpenTest, LetsAnApplicationStayThatGoesOn)
 {
     const auto clock = std::make_shared<FakeClock>();

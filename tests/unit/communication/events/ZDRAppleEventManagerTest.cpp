@@ -268,10 +268,28 @@ TEST(AddressNumber, AnswersWhatANumberAnswers)
 {
     const AddressNumber number(0xfedcba9876543210);
     EXPECT_EQ(number.description(), "18364758544493064720");
+    EXPECT_EQ(number.stringValue(), "18364758544493064720");
+    EXPECT_EQ(number.longValue(), -81985529216486896);
     EXPECT_EQ(number.longLongValue(), -81985529216486896);
+    EXPECT_EQ(number.integerValue(), -81985529216486896);
+    EXPECT_EQ(number.unsignedLongValue(), 0xfedcba9876543210);
+    EXPECT_EQ(number.unsignedLongLongValue(), 0xfedcba9876543210);
+    EXPECT_EQ(number.unsignedIntegerValue(), 0xfedcba9876543210);
+    EXPECT_EQ(number.hash(), 0xfedcba9876543210);
     EXPECT_EQ(number.intValue(), 0x76543210);
     EXPECT_EQ(number.shortValue(), 0x3210);
+    EXPECT_EQ(number.charValue(), 0x10);
+    EXPECT_EQ(number.floatValue(), 0xfedcba9876543210p0F);
+    EXPECT_EQ(number.doubleValue(), 0xfedcba9876543210p0);
     EXPECT_TRUE(number.boolValue());
+    const AddressNumber high(0xffffffff);
+    EXPECT_EQ(high.intValue(), -1);
+    EXPECT_EQ(high.unsignedIntValue(), 0xffffffffU);
+    EXPECT_EQ(high.shortValue(), -1);
+    EXPECT_EQ(high.unsignedShortValue(), 0xffffU);
+    EXPECT_EQ(high.charValue(), -1);
+    EXPECT_EQ(high.unsignedCharValue(), 0xffU);
+    EXPECT_FALSE(AddressNumber(0).boolValue());
     for (const char *selector : {"description", "stringValue", "unsignedLongValue", "doubleValue"})
         EXPECT_TRUE(number.respondsToSelector(selector)) << selector;
     EXPECT_FALSE(number.respondsToSelector("deleteLater"));

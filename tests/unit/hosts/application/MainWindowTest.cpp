@@ -294,14 +294,7 @@ TEST_F(MainWindowTest, OffersToApplyAllTheSameWhatNothingCouldComeOf)
     ASSERT_TRUE(says("This was not applied: Nothing could come of it: there is no /x."));
     EXPECT_FALSE(says("anyway"));
     client.refusal.reset();
-    QPushButton *again = nullptr;
-    for (auto *const button : window->findChildren<QPushButton *>()) {
-        if (button->text() == "Apply all the same")
-            again = button;
-    }
-    ASSERT_NE(again, nullptr);
-    QTest::mouseClick(again, Qt::LeftButton);
-    settle();
+    pressText("Apply all the same");
     EXPECT_EQ(client.lastChanges.value("anyway"), true);
     EXPECT_EQ(client.schedules["1"]["name"], "Night");
     EXPECT_FALSE(window->book().hasChanges());
@@ -334,6 +327,22 @@ TEST_F(MainWindowTest, AsksBeforeItClosesWithChanges)
     QTest::mouseClick(window->findChild<QMessageBox *>()->defaultButton(), Qt::LeftButton);
     EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
     EXPECT_EQ(client.schedules["1"]["name"], "Night");
+}
+
+TEST_F(MainWindowTest, ClosesWithoutItsChangesWhereThatIsWanted)
+{
+    open();
+    type("name", "Night");
+    EXPECT_FALSE(window->close());
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(window->findChildren<QMessageBox *>().size(), 1) << "it is asked once";
+    auto *const question = window->findChild<QMessageBox *>();
+    for (QAbstractButton *const button : question->buttons()) {
+        if (question->buttonRole(button) == QMessageBox::DestructiveRole)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    EXPECT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+    EXPECT_EQ(client.schedules["1"]["name"], "Backup");
 }
 
 TEST_F(MainWindowTest, ClosesWithoutAQuestionWhereNothingIsChanged)
@@ -378,6 +387,95 @@ TEST_F(MainWindowTest, SaysThatSomebodyElseChangedTheSame)
     settle();
     EXPECT_TRUE(says("Somebody else has changed this schedule, too."));
     EXPECT_EQ(find<QLineEdit>("name")->text(), "Mine");
+}
+
+TEST_F(MainWindowTest, TakesOverWhatSomebodyElseChangedOrKeepsItsOwn)
+{
+    open();
+    type("name", "Mine");
+    client.changeElsewhere("1", {{"name", "Theirs"}});
+    settle();
+    pressText("Take over theirs");
+    EXPECT_EQ(find<QLineEdit>("name")->text(), "Theirs");
+    EXPECT_FALSE(window->book().hasChanges());
+    EXPECT_FALSE(says("Somebody else"));
+
+    type("name", "Mine");
+    client.changeElsewhere("1", {{"name", "Theirs again"}});
+    settle();
+    pressText("Keep mine");
+    EXPECT_FALSE(says("Somebody else"));
+    press("apply");
+    EXPECT_EQ(client.schedules["1"]["name"], "Mine");
+}
+
+TEST_F(MainWindowTest, SaysThatSomebodyElseRemovedWhatIsChangedAndAddsItAgain)
+{
+    open();
+    type("name", "Mine");
+    client.removeElsewhere("1");
+    settle();
+    EXPECT_TRUE(says("Somebody else has removed this schedule. Applying your changes adds it again."));
+    client.calls.clear();
+    press("apply");
+    EXPECT_THAT(client.calls, testing::Contains(QString("add Mine")));
+    EXPECT_FALSE(says("Somebody else"));
+}
+
+TEST_F(MainWindowTest, SwitchesAScheduleOffAndOnBesideItsName)
+{
+    open();
+    press("enabled");
+    EXPECT_TRUE(find<QAbstractButton>("undo")->toolTip().contains("Switching off"))
+        << qPrintable(find<QAbstractButton>("undo")->toolTip());
+    press("apply");
+    EXPECT_EQ(client.schedules["1"]["isEnabled"], false);
+    press("enabled");
+    EXPECT_TRUE(find<QAbstractButton>("undo")->toolTip().contains("Switching on"));
+    press("apply");
+    EXPECT_EQ(client.schedules["1"]["isEnabled"], true);
+}
+
+TEST_F(MainWindowTest, AppliesNothingAsLongAsItsRuleIsWrong)
+{
+    client.schedules["1"]["repeats"] =
+        QVariantMap{{"rule", "FREQ=DAILY;BYDAY=1M"}, {"localStart", "2026-03-14T06:55:00"}};
+    open();
+    type("name", "Night");
+    client.calls.clear();
+    press("apply");
+    EXPECT_TRUE(says("This cannot be applied yet: ")) << qPrintable(sentences().join('|'));
+    EXPECT_EQ(client.schedules["1"]["name"], "Backup");
+    EXPECT_EQ(client.calls, QStringList());
+}
+
+TEST_F(MainWindowTest, CountsWhatCouldNotBeApplied)
+{
+    open();
+    type("name", "Night");
+    list().setCurrentIndex(list().model()->index(1, 0));
+    settle();
+    type("name", "Day");
+    client.refusal = dozely::Error{"You may not.", "com.dozely.Error.NotAllowed"};
+    press("apply");
+    EXPECT_TRUE(says("could not be applied and keep their changes here."));
+    EXPECT_TRUE(says("This could not be applied: You may not.")) << "of the one that is shown";
+    client.refusal.reset();
+    press("apply");
+    EXPECT_FALSE(says("could not be applied"));
+    EXPECT_EQ(client.schedules["1"]["name"], "Night");
+    EXPECT_EQ(client.schedules["2"]["name"], "Day");
+}
+
+TEST_F(MainWindowTest, ShowsANewScheduleThoughOthersAreSearchedFor)
+{
+    open();
+    type("search", "music");
+    EXPECT_EQ(list().model()->rowCount(), 1);
+    press("add");
+    EXPECT_EQ(find<QLineEdit>("search")->text(), "");
+    EXPECT_EQ(list().model()->rowCount(), 3);
+    EXPECT_EQ(find<QLineEdit>("name")->text(), row(list().currentIndex().row()).section(',', 0, 0));
 }
 
 TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)

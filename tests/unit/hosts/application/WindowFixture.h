@@ -19,6 +19,8 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
+
 /// A window with two schedules of an action with one text.
 class WindowFixture : public ActionFixture
 {
@@ -77,6 +79,16 @@ protected:
     void press(const char *name)
     {
         QTest::mouseClick(find<QAbstractButton>(name), Qt::LeftButton);
+        settle();
+    }
+    void pressText(const QString &text)
+    {
+        const auto buttons = window->findChildren<QAbstractButton *>();
+        const auto found = std::find_if(buttons.cbegin(), buttons.cend(), [&](const QAbstractButton *button) {
+            return button->isVisible() && button->text() == text;
+        });
+        ASSERT_NE(found, buttons.cend()) << qPrintable(text);
+        QTest::mouseClick(*found, Qt::LeftButton);
         settle();
     }
     /// As a person types it, in the place of what was there.
