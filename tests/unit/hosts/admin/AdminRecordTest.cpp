@@ -182,6 +182,49 @@ TEST_F(AdminRecordTest, HistoryIsForWhoMayReadTheRecord)
     EXPECT_THAT(result.errors.toStdString(), HasSubstr("What became of it cannot be told: You may not read"));
 }
 
+TEST_F(AdminRecordTest, StatusShowsTheLastFailures)
+{
+    record("2026-03-10T03:00:00Z", "done");
+    record("2026-03-11T03:00:00Z", "failed", {{"exit_status", 3}});
+    record("2026-03-12T03:00:00Z", "failed", {{"failure", "it raised"}});
+    record("2026-03-13T03:00:00Z", "missed");
+    record("2026-03-14T03:00:00Z", "removed");
+    record("2026-03-14T04:00:00Z", "not performed", {{"failure", "nobody is at the console"}}, "gone");
+    const QByteArray output = tool.run({"status"}).output;
+    const QList<QByteArray> lines = output.mid(output.indexOf("Last failures")).split('\n');
+    ASSERT_EQ(lines.size(), 6) << output.constData();
+    EXPECT_EQ(lines[1].simplified(), "2026-03-14 04:00:00 gone not performed (nobody is at the console)");
+    EXPECT_EQ(lines[2].simplified(), "2026-03-13 03:00:00 Backup missed");
+    EXPECT_EQ(lines[3].simplified(), "2026-03-12 03:00:00 Backup failed (it raised)");
+    EXPECT_EQ(lines[4].simplified(), "2026-03-11 03:00:00 Backup failed (exit 3)");
+
+    const QJsonArray failures = tool.run({"status", "--json"}).json()["failures"].toArray();
+    ASSERT_EQ(failures.size(), 4);
+    EXPECT_EQ(failures[0].toObject(), (QJsonObject{{"identifier", "gone"},
+                                                   {"name", QJsonValue()},
+                                                   {"date", "2026-03-14T04:00:00Z"},
+                                                   {"state", "not performed"},
+                                                   {"exitStatus", QJsonValue()},
+                                                   {"failure", "nobody is at the console"}}));
+    EXPECT_EQ(failures[3].toObject(), (QJsonObject{{"identifier", identifier},
+                                                   {"name", "Backup"},
+                                                   {"date", "2026-03-11T03:00:00Z"},
+                                                   {"state", "failed"},
+                                                   {"exitStatus", 3},
+                                                   {"failure", QJsonValue()}}));
+}
+
+TEST_F(AdminRecordTest, StatusSaysThatTheRecordCannotBeRead)
+{
+    database.reset();
+    QFile file(recordPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("no record of anything");
+    file.close();
+    EXPECT_THAT(tool.run({"status"}).output.toStdString(), HasSubstr("What failed cannot be told: "));
+    EXPECT_TRUE(tool.run({"status", "--json"}).json()["failures"].isNull());
+}
+
 TEST_F(AdminRecordTest, ListShowsTheLatestOfWhatRepeats)
 {
     record("2026-03-10T03:00:00Z", "done");

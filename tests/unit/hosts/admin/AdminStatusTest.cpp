@@ -87,6 +87,46 @@ TEST(AdminStatus, WorksForAnyUserAndWithADamagedStore)
     EXPECT_FALSE(tool.run({"status", "--json"}).json()["schedules"].toObject()["failure"].isNull());
 }
 
+TEST(AdminStatus, ShowsTheClockThatWakesTheMachineAndItsAlarm)
+{
+    AdminTool tool;
+    const QString device = tool.root.makeFolder("/sys/class/rtc/rtc0");
+    const auto put = [&](const QString &name, const QByteArray &content) {
+        QFile file(device + '/' + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+    };
+    put("name", "rtc_fake\n");
+    put("wakealarm", "");
+    const auto clock = [&] {
+        const QString output = tool.run({"status"}).output;
+        return output.section("Wake clock:", 1).section('\n', 0, 0).trimmed();
+    };
+    EXPECT_EQ(clock(), "rtc0, not armed");
+    put("wakealarm", "2847247200\n");
+    EXPECT_EQ(clock(), "rtc0, armed for 2060-03-23 06:00:00 by another program");
+    const QJsonObject told = tool.run({"status", "--json"}).json()["wakeClock"].toObject();
+    EXPECT_EQ(told, (QJsonObject{{"isSupported", true},
+                                 {"device", "rtc0"},
+                                 {"alarm", "2060-03-23T06:00:00Z"},
+                                 {"alarmIsOurs", false}}));
+}
+
+TEST(AdminStatus, CountsWhatTheStoreHoldsAndWhatIsNone)
+{
+    AdminTool tool;
+    tool.add("Backup");
+    tool.add("Music", {"--disabled"});
+    const auto schedules = [&] {
+        return QString(tool.run({"status"}).output).section("Schedules:", 1).section('\n', 0, 0).trimmed();
+    };
+    EXPECT_EQ(schedules(), "2, 1 of them enabled");
+    QByteArray store = tool.store();
+    tool.writeStore(store.replace("<key>Schedule Array</key>\n\t<array>",
+                                  "<key>Schedule Array</key>\n\t<array>\n<string>odd</string>"));
+    EXPECT_EQ(schedules(), "2, 1 of them enabled; 1 entry is none") << tool.store().constData();
+}
+
 TEST(AdminStatus, HasColoursOnATerminalUnlessSomebodySaysNo)
 {
     AdminTool tool;
