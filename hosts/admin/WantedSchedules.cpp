@@ -182,7 +182,7 @@ private:
         m_entry.insert("Date", first.value_or(QDateTime()));
     }
 
-    /// "every", "at", "on", "until", "count": as on the command line.
+    /// "every", "at", "on", "count": as on the command line.
     void takeEvery(QVariantMap &repeats)
     {
         const auto pattern = accepted(FriendlyTerms::repetition(take("every").toString()));

@@ -82,6 +82,29 @@ TEST(WantedSchedules, AScheduleThatTakesPlaceOnceHasADateOfItsOwn)
         EXPECT_TRUE(faultOf(QByteArray(once).replace('%', date)).contains("\"date\" is not a date")) << date;
 }
 
+TEST(WantedSchedules, RepeatAsTheirFileSays)
+{
+    const auto only = [](const QByteArray &more) {
+        const auto wanted = read("schedules: [{name: A, bundle: Sleep, timeZone: UTC, " + more + "}]");
+        EXPECT_TRUE(wanted) << qPrintable(wanted.error().text);
+        return wanted ? wanted->constFirst() : Schedule();
+    };
+    const Schedule monthly = only("every: month, on: [1, last], at: \"08:00\", count: 3");
+    EXPECT_EQ(monthly.recurrence->rule, "FREQ=MONTHLY;BYMONTHDAY=1,-1;COUNT=3");
+    EXPECT_EQ(monthly.recurrence->localStart.toString(), "2026-03-14T08:00:00");
+    EXPECT_EQ(monthly.date.toString(Qt::ISODate), "2026-03-31T08:00:00Z");
+
+    const Schedule given =
+        only("repeats: {rule: FREQ=DAILY, localStart: \"2026-03-20T09:00:00\", "
+             "excludedDates: [\"2026-03-20T09:00:00\"]}, missed: plug-in, actsIn: session, "
+             "powersOn: true");
+    EXPECT_EQ(given.date.toString(Qt::ISODate), "2026-03-21T09:00:00Z");
+    EXPECT_EQ(given.missedPolicy, MissedPolicy::PlugIn);
+    EXPECT_EQ(given.parameters["Acts In User Agent"].toInt(), 1);
+    EXPECT_EQ(given.parameters["Needs Startup"].toInt(), 1);
+    EXPECT_FALSE(given.parameters.contains("Needs Wake Up"));
+}
+
 TEST(WantedSchedules, WhatIsNotUnderstoodIsRefusedByName)
 {
     EXPECT_EQ(faultOf("a: 1"),
@@ -94,6 +117,14 @@ TEST(WantedSchedules, WhatIsNotUnderstoodIsRefusedByName)
               "schedule 1, \"A\", is none: \"ofte");
     EXPECT_EQ(faultOf("schedules: [{name: A, bundle: Sleep, every: day}]"),
               "schedule 1, \"A\", is none: say at what time, by \"at\"");
+    EXPECT_EQ(faultOf("schedules: [{name: A, bundle: Sleep, actsIn: nowhere, date: \"2026-03-14 08:00\"}]"),
+              "schedule 1, \"A\", is none: \"actsIn\" is neither session nor daemon");
+    EXPECT_EQ(faultOf("schedules: [{name: A, bundle: Sleep, repeats: {rule: FREQ=DAILY, often: 1}}]"),
+              "schedule 1, \"A\", is none: \"repeats\" has no word \"often\"");
+    EXPECT_EQ(faultOf("schedules: [{name: A, bundle: Sleep, timeZone: UTC, repeats: {rule: "
+                      "FREQ=DAILY;UNTIL=20200101, localStart: \"2026-03-14T08:00:00\"}}]")
+                  .left(26),
+              "schedule 1, \"A\", is none: ");
     const QByteArray twice = "{name: A, bundle: Sleep, date: \"2026-03-14 08:00\"}";
     EXPECT_EQ(faultOf("schedules: [" + twice + "," + twice + "]"), "schedule 2, \"A\", is there twice");
 }
