@@ -87,6 +87,15 @@ TEST_F(ForeignClient, GdbusCallsPong)
     EXPECT_EQ(gdbus("/", "com.dozely.Connection.rootObject"), "(objectpath '/root',)");
 }
 
+TEST_F(ForeignClient, EveryObjectAnswersWhatAPeerAnswers)
+{
+    EXPECT_EQ(gdbus("/root", "org.freedesktop.DBus.Peer.Ping"), "()");
+    EXPECT_EQ(gdbus("/anything", "org.freedesktop.DBus.Peer.GetMachineId"),
+              QString("('%1',)").arg(QString::fromLatin1(QSysInfo::machineUniqueId())));
+    EXPECT_TRUE(gdbus("/root", "org.freedesktop.DBus.Peer.Nothing")
+                    .contains("org.freedesktop.DBus.Error.UnknownMethod: no such method of a peer"));
+}
+
 TEST_F(ForeignClient, BusctlCallsPong)
 {
     EXPECT_EQ(run("busctl", {"--address=" + address(), "call", ":1.1", "/root", "com.dozely.Object", "pong"}),
