@@ -196,6 +196,20 @@ TEST(NSAppleScript, LoadsTextsAsTheLanguageDoes)
     EXPECT_THAT(outcomeOf("load(7 == 7)"), HasSubstr("bad argument #1 to 'load'"));
 }
 
+TEST(NSAppleScript, KeepsAProtectedMetatableAndRefusesReplacementsThatAreNoText)
+{
+    EXPECT_THAT(outcomeOf("local t = setmetatable({}, {__metatable = 'mine'}); setmetatable(t, {})"),
+                HasSubstr("cannot change a protected metatable"));
+    EXPECT_THAT(outcomeOf("setmetatable({}, {__gc = function() end})"),
+                HasSubstr("a metatable with \"__gc\" is not accepted"));
+    EXPECT_THAT(outcomeOf("setmetatable({}, 7)"), HasSubstr("bad argument #2 to 'setmetatable'"));
+    EXPECT_THAT(outcomeOf("string.gsub('ab', 'a', function() return {} end)"),
+                HasSubstr("invalid replacement value (a table)"));
+    EXPECT_THAT(outcomeOf("string.gsub('ab', 'b', {b = true})"),
+                HasSubstr("invalid replacement value (a boolean)"));
+    EXPECT_EQ(outcomeOf("return (string.gsub('ab', '.', {a = 1, b = false}))"), "1b");
+}
+
 TEST(NSAppleScript, SaysWhichFunctionOfTheLibraryWasCalledAmiss)
 {
     EXPECT_THAT(outcomeOf("string.rep()"), HasSubstr("bad argument #1 to 'rep'"));
@@ -273,6 +287,25 @@ TEST(NSAppleScript, HandsValuesToRegisteredFunctionsAndBack)
                                 QVariantList{"a", QVariantList{}},
                                 QVariantMap{{"key", QVariantList{qlonglong(1)}}}};
     EXPECT_EQ(received, expected);
+}
+
+TEST(NSAppleScript, GetsDatesAsTextsAndNothingThatIsTooDeep)
+{
+    NSAppleScript::registerFunction("when", [](const QVariantList &) {
+        return QVariant(QDateTime({2026, 3, 14}, {6, 55}, Qt::UTC));
+    });
+    EXPECT_EQ(outcomeOf("return dozely.when()"), "2026-03-14T06:55:00Z");
+    NSAppleScript::registerFunction("nest", [](const QVariantList &arguments) {
+        QVariant value("inmost");
+        for (qint64 depth = 0; depth < arguments.value(0).toLongLong(); ++depth)
+            value = QVariantList{value};
+        return value;
+    });
+    const char unpacked[] =
+        "local v, n = dozely.nest(%1), 0; while type(v) == 'table' do v, n = v[1], n + 1 end\n"
+        "return v .. n";
+    EXPECT_EQ(outcomeOf(QString(unpacked).arg(20)), "inmost20");
+    EXPECT_THAT(outcomeOf(QString(unpacked).arg(2000)), HasSubstr("a result is too deep"));
 }
 
 TEST(NSAppleScript, TurnsTheExceptionOfAFunctionIntoAnErrorOfTheScript)
