@@ -115,6 +115,43 @@ TEST_F(BusConnectionTest, WritesAVariantOfTheTypeThatIsAskedFor)
         EXPECT_FALSE(connection->call(echo, "v", {bad}, soon()));
 }
 
+TEST_F(BusConnectionTest, WritesAVariantOfTheTypeThatItsValueHas)
+{
+    ASSERT_TRUE(
+        bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
+                 {"com.dozely.Test", "Type", "av", "s",
+                  "ret = args[0].signature if len(args[0]) != 1 else {dbus.Boolean: 'b', dbus.Byte: 'y', "
+                  "dbus.Int16: 'n', dbus.UInt16: 'q', dbus.Int32: 'i', dbus.UInt32: 'u', dbus.Int64: 'x', "
+                  "dbus.UInt64: 't', dbus.Double: 'd', dbus.String: 's'}.get(type(args[0][0])) or "
+                  "('a{' if type(args[0][0]) is dbus.Dictionary else 'a') + args[0][0].signature"}));
+    const auto typeOf = [&](const QVariant &value) {
+        return echoOf("Type", "av", QVariantList{value}).toString().toStdString();
+    };
+    EXPECT_EQ(typeOf(true), "b");
+    EXPECT_EQ(typeOf(QVariant::fromValue<quint8>(1)), "y");
+    EXPECT_EQ(typeOf(QVariant::fromValue<short>(1)), "n");
+    EXPECT_EQ(typeOf(QVariant::fromValue<ushort>(1)), "q");
+    EXPECT_EQ(typeOf(1), "i");
+    EXPECT_EQ(typeOf(1U), "u");
+    EXPECT_EQ(typeOf(1LL), "x");
+    EXPECT_EQ(typeOf(QVariant::fromValue<long>(1)), "x");
+    EXPECT_EQ(typeOf(1ULL), "t");
+    EXPECT_EQ(typeOf(QVariant::fromValue<ulong>(1)), "t");
+    EXPECT_EQ(typeOf(0.5F), "d");
+    EXPECT_EQ(typeOf(0.5), "d");
+    EXPECT_EQ(typeOf("a"), "s");
+    EXPECT_EQ(typeOf(QByteArray("a")), "ay");
+    EXPECT_EQ(typeOf(QStringList("a")), "as");
+    EXPECT_EQ(typeOf(QVariantList{1}), "av");
+    EXPECT_EQ(typeOf(QVariantMap{{"a", 1}}), "a{sv");
+    EXPECT_EQ(typeOf(QVariant::fromValue(QVariant(1U))), "u") << "one in another is that one";
+    const BusConnection::Member type{logind, manager, "com.dozely.Test", "Type"};
+    const auto refused = connection->call(type, "av", {QVariant(QVariantList{QDate(2026, 3, 14)})}, soon());
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(refused.error().text.contains("a value of type QDate cannot travel"))
+        << qPrintable(refused.error().text);
+}
+
 TEST_F(BusConnectionTest, SendsADescriptor)
 {
     ASSERT_TRUE(bus.call(logind, manager, "org.freedesktop.DBus.Mock.AddMethod",
