@@ -3,6 +3,7 @@
 #include "DozelyKit/core/dbus/BusConnection.h"
 #include "DozelyKit/core/foundation/Clock.h"
 #include "DozelyKit/plugin/WDPlugInFactory.h"
+#include "DozelyKit/system/alerts/WDUserNotificationCenterDelegate.h"
 #include "support/FakeClock.h"
 #include "support/PrintTo.h"
 #include "support/PrivateBus.h"
@@ -211,6 +212,39 @@ TEST_F(SessionActionsTest, EndsTheSessionByTheLoginManagerWhereNoDesktopCanBeAsk
     EXPECT_EQ(calls(login, sessionPath, "Terminate"), 1);
     EXPECT_THAT(root.logContent().toStdString(),
                 HasSubstr("LogOut: the session is ended by the login manager: no program of the desktop"));
+}
+
+TEST_F(SessionActionsTest, SaysThatNobodyEndsTheSession)
+{
+    load("LogOut");
+    EXPECT_THAT(act().toStdString(), testing::StartsWith("the session was not ended: "));
+}
+
+TEST_F(SessionActionsTest, SaysThatTheUserHasNoSessionWithADesktop)
+{
+    startLogin();
+    ASSERT_TRUE(
+        bus.call(login, loginPath, QString(mock) + ".AddObject",
+                 {"/desk", "org.freedesktop.login1.User", "{'Display': <('', objectpath '/')>}", "[]"}));
+    ASSERT_TRUE(
+        bus.call(login, loginPath, QString(mock) + ".AddMethod",
+                 {"org.freedesktop.login1.Manager", "GetUser", "u", "o", "ret = dbus.ObjectPath('/desk')"}));
+    load("LockScreen");
+    EXPECT_THAT(act().toStdString(),
+                HasSubstr("the login manager knows no session of this user with a desktop; "));
+}
+
+TEST_F(SessionActionsTest, CancelTheirOccurrenceWhenTheAlertsButtonIsPressed)
+{
+    for (const QString name : {"Open", "Message", "LockScreen", "LogOut"}) {
+        load(name);
+        const auto multiplexer = WDUserNotificationCenterDelegate::sharedInstance();
+        multiplexer->setDelegateForUserNotification(plugIn, plugIn->userNotification());
+        const qsizetype before = root.logContent().count("cancelEvent impossible");
+        multiplexer->userNotificationCenterDidActivateNotification(nullptr, plugIn->userNotification());
+        EXPECT_EQ(root.logContent().count("cancelEvent impossible"), before + 1)
+            << qPrintable(name) << " has no date to cancel here";
+    }
 }
 
 TEST_F(SessionActionsTest, ShowsAMessageWithItsSound)
