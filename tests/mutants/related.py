@@ -48,14 +48,26 @@ FOLDERS = {
 }
 
 
+# Which of those that are no GoogleTest look at a room from outside, by the first part of their names.
+SUITES = {
+    "hosts/agent": ("AlertWindow", "AlertOnDesktop", "StatusIcon"),
+    "hosts/application": ("Application",),
+    "hosts/common/bus": ("SystemBus", "Application"),
+    "hosts/daemon/bus": ("SystemBus",),
+    "kit/core/dbus": ("SystemBus",),
+    "kit/interface/windows": ("WindowFadeSeenByOthers", "AlertOnDesktop", "Application"),
+}
+
+
+def entry_for(table, path):
+    """What a table has for the longest beginning of a path; nothing when it has none."""
+    parts = pathlib.PurePath(path).parts[:-1]
+    return next((table["/".join(parts[:length])] for length in range(len(parts), 0, -1) if "/".join(parts[:length]) in table), ())
+
+
 def folders_of_tests(path):
     """Where the tests of a file's room lie, those that are to be asked first first."""
-    parts = pathlib.PurePath(path).parts[:-1]
-    for length in range(len(parts), 0, -1):
-        folders = FOLDERS.get("/".join(parts[:length]))
-        if folders:
-            return folders
-    return ("/".join(("tests/unit", *parts[1:3])),)
+    return entry_for(FOLDERS, path) or ("/".join(("tests/unit", *pathlib.PurePath(path).parts[1:-1][:2])),)
 
 
 class Tests:
@@ -64,11 +76,14 @@ class Tests:
     def __init__(self, source, build):
         listed = subprocess.run(["ctest", "--test-dir", str(build), "--show-only=json-v1"], check=True, capture_output=True,
                                 text=True).stdout
-        self.names = {}  # program: its tests; those without GoogleTest, which are slow and look at everything, not
+        self.names = {}  # program: its tests
+        self.suites = {}  # of those that are no GoogleTest, the first part of their names: the names
         for test in json.loads(listed)["tests"]:
             command = test.get("command", [""])
             if any(argument.startswith("--gtest_filter=") for argument in command):
                 self.names.setdefault(pathlib.PurePath(command[0]).name, set()).add(test["name"])
+            else:
+                self.suites.setdefault(test["name"].partition(".")[0], set()).add(test["name"])
         self.sources = {}  # program: the files that it is made of
         self.included = {}  # program: the headers' names, without ending, that those include
         for entry in json.loads((build / "compile_commands.json").read_text()):
@@ -95,4 +110,5 @@ class Tests:
 
     def of(self, path):
         """The names of them, the first to be asked first."""
-        return [set().union(*(self.names[name] for name in programs)) for programs in self.programs(path)]
+        groups = [set().union(*(self.names[name] for name in programs)) for programs in self.programs(path)]
+        return [*groups, set().union(*(self.suites.get(suite, ()) for suite in entry_for(SUITES, path)))]

@@ -56,6 +56,12 @@ class Changes(unittest.TestCase):
             for folder in related.folders_of_tests(path):
                 self.assertTrue(list((root / folder).rglob("*Test.cpp")), f"{path}: {folder}")
 
+    def test_the_longest_beginning_of_a_path_counts(self):
+        table = {"hosts": 1, "hosts/daemon/bus": 2}
+        self.assertEqual(related.entry_for(table, "hosts/daemon/bus/SchedulerBus.cpp"), 2)
+        self.assertEqual(related.entry_for(table, "hosts/daemon/Scheduler.cpp"), 1)
+        self.assertEqual(related.entry_for(table, "kit/core/log/ZDRLog.cpp"), ())
+
     def test_who_failed_may_have_blanks_in_its_name(self):
         for line, name in (("\t  7 - Store.KeepsEntries (Failed)", "Store.KeepsEntries"),
                            ("\t3457 - EachWay/Limits.Hold/InUnits  # GetParam() = InUnits (Subprocess aborted)",
