@@ -5,6 +5,7 @@
 #include "hosts/application/history/LogPane.h"
 #include "hosts/application/month/MonthView.h"
 #include "hosts/application/program/Translations.h"
+#include "hosts/application/when/NextDates.h"
 #include "hosts/application/window/StartPage.h"
 #include "hosts/common/program/StatusIconPreference.h"
 
@@ -246,6 +247,36 @@ TEST_F(MainWindowTest, MakesANewScheduleTheAdministrators)
     press("apply");
     EXPECT_FALSE(client.schedules.value("added-1").contains("owner"));
     EXPECT_EQ(client.schedules.value("added-1").value("actsIn"), "daemon");
+}
+
+TEST_F(MainWindowTest, MakesANewScheduleTheAdministratorsWhereItsActionIsForTheSystemAlone)
+{
+    const QString alone = makeAction("Zap", {}, {{"WDActsInDaemonOnly", true}});
+    open();
+    ASSERT_TRUE(waitUntil([&] { return sides->state(alone) != ActionSides::State::Trying; }));
+    press("add");
+    auto *const chooser = find<QComboBox>("action");
+    chooser->setFocus();
+    QTest::keyClicks(chooser, "Zap");
+    QTest::keyClick(chooser, Qt::Key_Return);
+    settle();
+    EXPECT_TRUE(says("You will be asked for an administrator's password."));
+    press("apply");
+    EXPECT_EQ(client.schedules["added-1"]["bundlePath"], alone);
+    EXPECT_FALSE(client.schedules["added-1"].contains("owner"));
+    EXPECT_EQ(client.schedules["added-1"]["actsIn"], "daemon");
+}
+
+TEST_F(MainWindowTest, ShowsTheNextDatesBelowItsRule)
+{
+    client.schedules["1"]["repeats"] =
+        QVariantMap{{"rule", "FREQ=DAILY;COUNT=3"}, {"localStart", "2060-03-14T06:55:00"}};
+    open();
+    EXPECT_TRUE(says("Next dates"));
+    auto *const next = window->findChild<NextDates *>();
+    ASSERT_NE(next, nullptr);
+    EXPECT_TRUE(next->isVisible());
+    EXPECT_EQ(next->lines().size(), 3);
 }
 
 TEST_F(MainWindowTest, MakesAScheduleTheAdministratorsAndBack)
