@@ -10,7 +10,7 @@ namespace zandorSoftwaresExtensions
 /// Takes all views out of a container: of an object whose class is exactly QWidget, or out of the box that is
 /// exactly QGroupBox. With any other class, derived ones included, nothing happens.
 ///
-/// OWNERSHIP: the views are hidden and left without a parent; they are the caller's from then on. Windows
-/// that belong to the container stay.
+/// OWNERSHIP: the views are left without a parent, and not seen until they stand in another view; they are
+/// the caller's from then on. Windows that belong to the container stay.
 DOZELYINTERFACE_EXPORT void clear(QWidget *view);
 } // namespace zandorSoftwaresExtensions
