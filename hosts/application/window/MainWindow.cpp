@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/application/window/MainWindow.h"
 
+#include "DozelyKit/core/foundation/Clock.h"
 #include "hosts/application/program/StartToken.h"
 #include "hosts/application/window/AppIcon.h"
 #include "hosts/application/window/CalendarPage.h"
@@ -20,7 +21,8 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabBar>
-#include <QTimer>
+
+using namespace dozely;
 
 namespace
 {
@@ -163,7 +165,7 @@ void MainWindow::connectBook()
         showNotice();
     };
     connect(&m_client, &SchedulerClient::availabilityChanged, this, stopWaiting);
-    QTimer::singleShot(patience, this, stopWaiting);
+    Port<Clock>::current()->callAfter(patience, this, stopWaiting);
     m_status->setVisible(m_client.isAvailable());
     connect(&m_book, &ScheduleBook::applied, this, [this](int failures) {
         showNotice();

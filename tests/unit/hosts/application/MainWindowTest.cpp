@@ -8,6 +8,7 @@
 #include "hosts/application/when/NextDates.h"
 #include "hosts/application/window/StartPage.h"
 #include "hosts/common/program/StatusIconPreference.h"
+#include "support/FakeClock.h"
 
 #include <QAccessible>
 #include <QCommandLinkButton>
@@ -19,6 +20,8 @@
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
 #endif
+
+using namespace dozely;
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -511,10 +514,16 @@ TEST_F(MainWindowTest, ShowsANewScheduleThoughOthersAreSearchedFor)
 
 TEST_F(MainWindowTest, SaysThatTheServiceIsNotThereAndWhenItIsBack)
 {
+    const auto ofTheMachine = Port<Clock>::current();
+    const auto clock = std::make_shared<FakeClock>(QDateTime::currentDateTimeUtc());
+    Port<Clock>::current() = clock;
     client.isThere = false;
     open();
+    clock->advance(std::chrono::milliseconds(999));
     EXPECT_FALSE(says("not running")) << "that is not known at once";
-    EXPECT_TRUE(waitUntil([&] { return says("The Dozely service is not running"); }));
+    clock->advance(std::chrono::milliseconds(1));
+    Port<Clock>::current() = ofTheMachine;
+    EXPECT_TRUE(says("The Dozely service is not running"));
     EXPECT_TRUE(says("Service not running"));
     for (const char *const name : {"agent", "clock", "testWaking"})
         EXPECT_FALSE(find<QWidget>(name)->isVisible()) << name << ": of that nobody tells";
