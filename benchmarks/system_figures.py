@@ -175,7 +175,7 @@ def start_display(system):
     reading, writing = os.pipe()
     with open(reading, encoding="ascii") as numbers:
         system.start("the virtual display",
-                     ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+                     ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"],
                      pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
         system.session_environment["DISPLAY"] = ":" + numbers.readline().strip()

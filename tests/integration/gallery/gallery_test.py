@@ -117,8 +117,8 @@ def run(stack, gallery, plug_in, *options):
         stack.callback(process.kill)
         return process
 
-    start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"], pass_fds=[writing],
-          stdout=subprocess.DEVNULL)
+    start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset"],
+          pass_fds=[writing], stdout=subprocess.DEVNULL)
     os.close(writing)
     environment = dict(os.environ, DISPLAY=":" + numbers.readline().strip(), XDG_RUNTIME_DIR=folder,
                        QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", LANG="C.UTF-8", LANGUAGE="en",

@@ -119,7 +119,7 @@ class Desk:
                                  "QT_FONT_DPI": "96", "NO_AT_BRIDGE": "1"})
         reading, writing = os.pipe()
         self.start("Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24", "-nolisten", "tcp",
-                   pass_fds=[writing])
+                   "-noreset", pass_fds=[writing])
         os.close(writing)
         with open(reading, encoding="ascii") as numbers:
             self.environment["DISPLAY"] = ":" + numbers.readline().strip()

@@ -177,8 +177,8 @@ class Desktop:
 
     def start_display(self):
         read, write = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", "800x600x24", "-nolisten", "tcp"], pass_fds=[write],
-                   stderr=subprocess.DEVNULL)
+        self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", "800x600x24", "-nolisten", "tcp", "-noreset"],
+                   pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read, encoding="ascii") as pipe:
             return ":" + pipe.readline().strip()
