@@ -87,10 +87,8 @@ class Desktop:
     def start_session_bus(self, folder):
         with open(self.system.path("run/session.conf"), "w", encoding="utf-8") as file:
             file.write(SESSION_BUS.format(socket=folder + "/bus"))
-        self.system.start("the session bus", ["dbus-daemon", "--config-file=" + self.system.path("run/session.conf"),
-                                              "--nofork", "--nopidfile"],
-                          as_user=True, stderr=subprocess.DEVNULL)
-        self.system.wait_until("the session bus", START_LIMIT, lambda: os.path.exists(folder + "/bus"))
+        self.system.start_bus_daemon("the session bus", self.system.path("run/session.conf"), as_user=True,
+                                     stderr=subprocess.DEVNULL)
 
     def start_accessibility(self):
         """By this the eye sees windows as a screen reader does."""

@@ -187,9 +187,7 @@ class System:
     def start_bus(self):
         with open(self.path("run/bus.conf"), "w", encoding="utf-8") as file:
             file.write(BUS_CONFIGURATION.format(socket=self.path("run/bus")))
-        self.start("the bus", ["dbus-daemon", "--config-file=" + self.path("run/bus.conf"), "--nofork", "--nopidfile"],
-                   stderr=subprocess.DEVNULL)
-        self.wait_until("the private system bus", START_LIMIT, lambda: os.path.exists(self.path("run/bus")))
+        self.start_bus_daemon("the bus", self.path("run/bus.conf"), stderr=subprocess.DEVNULL)
         self.start("the mock login manager", ["/usr/bin/python3", "-m", "dbusmock", "--template", "logind"],
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         call = ["dbus-send", "--bus=" + self.bus, "--print-reply", "--dest=org.freedesktop.login1",
@@ -201,6 +199,16 @@ class System:
                                            "boolean:true"])
         if status != 0:
             raise Failure(f"the mock login manager took no session: {output}")
+
+    def start_bus_daemon(self, name, configuration, **more):
+        """Starts a message bus; it listens when this returns, which is later than its socket is there."""
+        reading, writing = os.pipe()
+        with open(reading, encoding="utf-8") as addresses:
+            self.start(name, ["dbus-daemon", "--config-file=" + configuration, "--nofork", "--nopidfile",
+                              f"--print-address={writing}"], pass_fds=[writing], **more)
+            os.close(writing)
+            if not addresses.readline():
+                raise Failure(f"{name} did not start")
 
     def start_daemon(self, **more):
         return self.start("dozelyd", [self.path("usr/sbin/dozelyd"), "--root", self.root], **more)

@@ -62,7 +62,7 @@ class BusSystem(System):
         with open(self.path("run/bus.conf"), "w", encoding="utf-8") as file:
             file.write(BUS_CONFIGURATION.format(socket=self.path("run/bus"),
                                                 policy=SOURCES + "/packaging/com.dozely.Scheduler1.conf"))
-        self.start_bus_daemon()
+        self.start_bus_daemon("the bus", self.path("run/bus.conf"))
         self.start("the mock login manager", ["/usr/bin/python3", "-m", "dbusmock", "--template", "logind"],
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.wait_until("the mock login manager", START_LIMIT, lambda: self.owner_of("org.freedesktop.login1"))
@@ -70,10 +70,6 @@ class BusSystem(System):
                                     "/org/freedesktop/login1", "--method", "org.freedesktop.DBus.Mock.AddSession", "c1",
                                     "seat0", str(ALICE), "nobody", "true"])
         assert status == 0, output
-
-    def start_bus_daemon(self):
-        self.start("the bus", ["dbus-daemon", "--config-file=" + self.path("run/bus.conf"), "--nofork", "--nopidfile"])
-        self.wait_until("the private system bus", START_LIMIT, lambda: self.owner_of("org.freedesktop.DBus"))
 
     def start_polkit(self):
         self.start("polkit", ["/usr/bin/python3", HERE + "/polkit_stand_in.py"])
