@@ -8,6 +8,7 @@ import datetime
 import json
 import os
 import shutil
+import socket
 import subprocess
 
 import scratch_desktop
@@ -89,6 +90,12 @@ class Clock:
                     os.eventfd_write(timer, 1)
 
 
+def listens(path):
+    """Whether somebody listens at that socket, which is later than its name is there."""
+    with socket.socket(socket.AF_UNIX) as client:
+        return client.connect_ex(path) == 0
+
+
 class Screen(scratch_desktop.Desktop):
     """A display with a window manager, or a Wayland compositor without a display, and the accessibility bus; nothing
     else of a desktop."""
@@ -127,7 +134,7 @@ class Screen(scratch_desktop.Desktop):
                                              "--config=" + self.write("weston.ini", WESTON), "--log=" + folder + "/log",
                                              "--width=1280", "--height=960"], as_user=True,
                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.system.wait_until("the compositor", START_LIMIT, lambda: os.path.exists(folder + "/wayland-desk"))
+        self.system.wait_until("the compositor", START_LIMIT, lambda: listens(folder + "/wayland-desk"))
 
 
 class Person:
