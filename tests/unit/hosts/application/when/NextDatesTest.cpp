@@ -102,3 +102,12 @@ TEST_F(NextDatesTest, LookNoMoreThanOnceAMinute)
     clock->advance(1s);
     EXPECT_EQ(next.lines().constFirst(), "today 07:01:01");
 }
+
+TEST_F(NextDatesTest, AreSaidAnewWhenTheLocaleChanges)
+{
+    showing(recurrence("FREQ=WEEKLY"));
+    EXPECT_EQ(next.lines().constLast(), "11 April 2026, 22:00");
+    next.setLocale(QLocale("de_DE"));
+    EXPECT_EQ(next.lines().constLast(), "11. April 2026, 22:00");
+    EXPECT_EQ(next.accessibleDescription(), next.text());
+}
