@@ -39,6 +39,7 @@ CONDITION = re.compile(r"\b(?:if|while) \(")
 CALL = re.compile(r"\s*(?:\*?[A-Za-z_][\w:]*(?:\.|->|::)?)(?:[\w:.>\-\[\]*]|\(\))*\(.*\);\s*$")
 ASSIGNMENT = re.compile(r"\s*[A-Za-z_*][\w.>\-\[\]*()]* [+\-*/|&]?= .*;\s*$")
 LEAVING = re.compile(r"\s*(?:return|break|continue);\s*$")
+RESERVATION = re.compile(r"\s*[\w.>\-]+(?:\.|->)reserve\(.*;\s*$")
 NO_STATEMENT = re.compile(r"\s*(?:return|if|for|while|switch|case|using|static_assert|throw|delete|else|do|Q_OBJECT|Q_PROPERTY|"
                           r"Q_DECLARE\w*|Q_REGISTER\w*)\b")
 
@@ -62,6 +63,8 @@ def closing(line, opening):
 
 def places(code):
     """For one line of code without its texts: kind, begin, end, replacement."""
+    if RESERVATION.match(code):
+        return  # whatever is reserved, nobody could notice
     for kind, pairs in EXCHANGED.items():
         for old, new in pairs.items():
             pattern = rf"\b{old}\b" if old.isalpha() else re.escape(old)

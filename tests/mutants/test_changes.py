@@ -40,6 +40,10 @@ class Changes(unittest.TestCase):
                      "    f(a,", "    using namespace dozely;"):
             self.assertFalse({kind for kind, _ in made(code) if kind == "statement dropped"}, code)
 
+    def test_memory_that_is_reserved_is_left_alone(self):
+        for code in ("    text.reserve(length + 1);", "    m_list->items.reserve(3);"):
+            self.assertEqual(made(code), set(), code)
+
     def test_templates_arrows_and_shifts_are_no_comparisons(self):
         self.assertFalse({kind for kind, _ in made("QList<int> a = b->c << d;") if kind == "boundary"})
 
