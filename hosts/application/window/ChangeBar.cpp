@@ -16,7 +16,6 @@ QToolButton *newStepButton(const char *name, const char *icon, const QString &te
     action->setShortcuts(key);
     button->setDefaultAction(action);
     button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
     button->setToolButtonStyle(action->icon().isNull() ? Qt::ToolButtonTextOnly
                                                        : Qt::ToolButtonTextBesideIcon);
     return button;
@@ -41,7 +40,6 @@ ChangeBar::ChangeBar(ScheduleBook &book, QWidget *parent)
     row->setContentsMargins(0, 0, 0, 0);
     m_discard->setObjectName("discard");
     m_apply->setObjectName("apply");
-    m_apply->setShortcut(QKeySequence::Save);
     m_apply->setDefault(true);
     row->addWidget(m_undo);
     row->addWidget(m_redo);

@@ -9,7 +9,6 @@ SettingsButton::SettingsButton(QWidget *parent) : QToolButton(parent)
     setObjectName("settings");
     setText(tr("Settings"));
     setAutoRaise(true);
-    setFocusPolicy(Qt::TabFocus);
     setPopupMode(QToolButton::InstantPopup);
     auto *const menu = new QMenu(this);
     m_statusIcon = menu->addAction(tr("Show an icon in the panel"));

@@ -26,7 +26,6 @@ QToolButton *newButton(const char *name, const QString &text, const QString &hin
     button->setText(text);
     button->setToolTip(hint);
     button->setAccessibleDescription(hint);
-    button->setFocusPolicy(Qt::TabFocus);
     return button;
 }
 

@@ -8,6 +8,7 @@
 #include <QPixmap>
 #include <QScreen>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <xcb/xcb.h>
@@ -88,6 +89,24 @@ std::optional<quint32> DesktopSession::cardinal(quint32 window, const QByteArray
     if (!answer || answer->format != 32 || xcb_get_property_value_length(answer.get()) < 4)
         return {};
     return *static_cast<quint32 *>(xcb_get_property_value(answer.get()));
+}
+
+bool DesktopSession::hasState(quint32 window, const QByteArray &state)
+{
+    const auto cookie =
+        xcb_get_property(connection(), false, window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 0, 32);
+    const Owned<xcb_get_property_reply_t> answer(xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!answer || answer->format != 32)
+        return false;
+    const auto *const first = static_cast<const xcb_atom_t *>(xcb_get_property_value(answer.get()));
+    return std::find(first, first + answer->value_len, atom(state)) != first + answer->value_len;
+}
+
+void DesktopSession::setState(quint32 window, const QByteArray &state)
+{
+    const xcb_atom_t value = atom(state);
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                        1, &value);
 }
 
 quint32 DesktopSession::activeWindow()

@@ -38,6 +38,10 @@ protected:
     /// A 32-bit value of a property of a window; absent when it has none.
     static std::optional<quint32> cardinal(quint32 window, const QByteArray &property);
 
+    /// The list "_NET_WM_STATE" of a window, which tells a window manager what it is.
+    static bool hasState(quint32 window, const QByteArray &state);
+    static void setState(quint32 window, const QByteArray &state);
+
     /// Shows an active window that takes nearly the whole screen and is white all over, and waits until it is
     /// there.
     void showBackdrop();

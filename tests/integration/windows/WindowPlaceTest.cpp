@@ -106,6 +106,15 @@ TEST_F(WindowPlace, StaysOnOneDesktopIfItIsTold)
     EXPECT_TRUE(waitUntil([this] { return !isSeen(); }));
 }
 
+TEST_F(WindowPlace, StaysWhatItWasToldToBeBeforeItWasShown)
+{
+    setState(window.winId(), "_NET_WM_STATE_SKIP_TASKBAR");
+    window.makeKeyAndOrderFront();
+    ASSERT_TRUE(comesIntoSight());
+    EXPECT_TRUE(hasState(window.winId(), "_NET_WM_STATE_SKIP_TASKBAR"));
+    EXPECT_TRUE(hasState(window.winId(), "_NET_WM_STATE_ABOVE"));
+}
+
 TEST_F(WindowPlace, TellsTheCompositorThatItHasNoShadow)
 {
     window.awakeFromNib();
