@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The sides of what acts in the session, as built.
 #include "SideFixture.h"
+#include "support/BaselineText.h"
 #include "support/PrintTo.h"
+#include "support/WidgetDescription.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -231,6 +233,33 @@ TEST_F(SessionSettingsTest, LockScreenAndLogOutSayWhatTheDesktopLacks)
     expectRemark("This desktop cannot be asked to log out in good order. The session is ended at once, and "
                  "what is not saved is lost.");
     EXPECT_EQ(plugIn->defaultParameters().value("Alert"), 1);
+}
+
+TEST_F(SessionSettingsTest, DescriptionsOfAllAreAsTheyWere)
+{
+    const QMap<QString, QVariantMap> filled{
+        {"Command", {{"Program", "/bin/echo"}, {"Arguments", QStringList{"a", "b c"}}}},
+        {"Script", {{"Script", "return 1"}}},
+        {"Open", {{"Items", QVariantList{"/home/a b", "https://example.org"}}}},
+        {"Message", {{"Text", "one\ntwo"}, {"Title", "Tea"}, {"Sound", "bell"}}}};
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", root.makeFolder("/nothing").toUtf8());
+    for (const QString &name : names) {
+        for (const bool hostHas : {true, false}) {
+            hostHasUsualOptions = hostHas;
+            load(name);
+            fill(filled.value(name));
+            EXPECT_TRUE(name == "Command" || waitUntil([this] { return !remark().isEmpty(); }))
+                << qPrintable(name);
+            QWidget *const view = plugIn->setupView();
+            view->resize(600, view->sizeHint().height());
+            view->show();
+            QCoreApplication::processEvents();
+            EXPECT_TRUE(
+                readsLikeBaseline(describe(*view), name.toLower() + (hostHas ? "-side" : "-side-alone")));
+        }
+    }
+    qputenv("PATH", path);
 }
 
 TEST_F(SessionSettingsTest, AllHaveNameIconAndTextsInSixLanguages)
