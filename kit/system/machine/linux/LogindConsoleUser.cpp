@@ -3,14 +3,11 @@
 
 #include "DozelyKit/core/dbus/BusConnection.h"
 
-#include <chrono>
-
 namespace dozely
 {
 
 namespace
 {
-constexpr std::chrono::seconds limit{2}; // for all questions together
 constexpr char service[] = "org.freedesktop.login1";
 constexpr char seatPath[] = "/org/freedesktop/login1/seat/seat0";
 
@@ -56,13 +53,13 @@ Result<std::optional<ConsoleUser::User>> ask(BusConnection &bus, const QDeadline
 }
 } // namespace
 
-LogindConsoleUser::LogindConsoleUser() = default;
+LogindConsoleUser::LogindConsoleUser(std::chrono::milliseconds limit) : m_limit(limit) {}
 
 LogindConsoleUser::~LogindConsoleUser() = default;
 
 std::optional<ConsoleUser::User> LogindConsoleUser::current()
 {
-    const QDeadlineTimer deadline(limit);
+    const QDeadlineTimer deadline(m_limit);
     if (m_bus && m_thread == std::this_thread::get_id()) {
         if (const auto user = ask(*m_bus, deadline))
             return *user;

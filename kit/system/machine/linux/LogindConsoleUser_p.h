@@ -3,6 +3,7 @@
 
 #include "DozelyKit/system/machine/ConsoleUser.h"
 
+#include <chrono>
 #include <thread>
 
 namespace dozely
@@ -19,11 +20,13 @@ class BusConnection;
 class DOZELYKIT_AUTOTEST_EXPORT LogindConsoleUser : public ConsoleUser
 {
 public:
-    LogindConsoleUser();
+    /// Asks no longer than `limit`, for all questions of one answer together.
+    explicit LogindConsoleUser(std::chrono::milliseconds limit = std::chrono::seconds(2));
     ~LogindConsoleUser() override;
     std::optional<User> current() override;
 
 private:
+    std::chrono::milliseconds m_limit;
     std::unique_ptr<BusConnection> m_bus; // absent until the first question, and after one that failed
     std::thread::id m_thread;             // whose it is
 };

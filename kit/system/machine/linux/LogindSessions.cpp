@@ -5,14 +5,11 @@
 
 #include <QStringList>
 
-#include <chrono>
-
 namespace dozely
 {
 
 namespace
 {
-constexpr std::chrono::seconds limit{2}; // for all questions together
 constexpr char service[] = "org.freedesktop.login1";
 constexpr char manager[] = "/org/freedesktop/login1";
 
@@ -45,7 +42,7 @@ std::optional<QDateTime> unusedSince(const QVariantMap &properties, const QDateT
 
 std::optional<QList<LoginSessions::Session>> LogindSessions::current()
 {
-    const QDeadlineTimer deadline(limit);
+    const QDeadlineTimer deadline(m_limit);
     const auto bus = BusConnection::open(BusConnection::Bus::System);
     if (!bus)
         return {};

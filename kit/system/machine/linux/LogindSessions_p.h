@@ -3,6 +3,8 @@
 
 #include "DozelyKit/system/machine/LoginSessions.h"
 
+#include <chrono>
+
 namespace dozely
 {
 
@@ -12,7 +14,12 @@ namespace dozely
 class DOZELYKIT_AUTOTEST_EXPORT LogindSessions : public LoginSessions
 {
 public:
+    /// Asks no longer than `limit`, for all questions of one answer together.
+    explicit LogindSessions(std::chrono::milliseconds limit = std::chrono::seconds(2)) : m_limit(limit) {}
     std::optional<QList<Session>> current() override;
+
+private:
+    std::chrono::milliseconds m_limit;
 };
 
 } // namespace dozely
