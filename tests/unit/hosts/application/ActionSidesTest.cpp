@@ -63,6 +63,28 @@ TEST_F(ActionSidesTest, CarriesParametersIntoTheViewAndBack)
     EXPECT_EQ(*side.defaults(), (QVariantMap{{"Text", "as usual"}, {"Needs Wake Up", 1}}));
 }
 
+TEST_F(ActionSidesTest, TriesASideWhereNothingOfItCanBeSeen)
+{
+    const QString path = makeAction("Good");
+    write("/trial", R"(#!/bin/sh
+echo "$QT_QPA_PLATFORM" >"$0.platform"
+program=$1
+shift
+exec "$program" "$@"
+)");
+    const QString program = root.join("/trial");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    const auto usual = trials();
+    ActionSides sides({program, QStringList(usual.program) + usual.arguments});
+    EXPECT_EQ(settled(sides, path), ActionSides::State::Ready);
+    qputenv("QT_QPA_PLATFORM", platform);
+    QFile said(program + ".platform");
+    ASSERT_TRUE(said.open(QIODevice::ReadOnly));
+    EXPECT_EQ(said.readAll(), "offscreen\n");
+}
+
 TEST_F(ActionSidesTest, TellsOnceOfWhatAPersonEditsAndNotOfWhatIsShown)
 {
     const QString path = makeAction("Good");

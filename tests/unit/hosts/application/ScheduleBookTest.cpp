@@ -166,6 +166,23 @@ TEST_F(ScheduleBookTest, KeepsWhatCouldNotBeApplied)
     EXPECT_EQ(entry(key).failure, "");
 }
 
+TEST_F(ScheduleBookTest, CountsARemovalAsDoneWhereSomebodyElseHasDoneItAndOnlyThere)
+{
+    const QString key = keyOf("Backup");
+    book->remove(key, "Removal");
+    client.refusal = dozely::Error{"You may not.", "com.dozely.Error.NotAllowed"};
+    apply();
+    EXPECT_EQ(failures, 1);
+    EXPECT_EQ(entry(key).failure, "You may not.");
+    EXPECT_TRUE(client.schedules.contains("1"));
+    client.refusal.reset();
+    client.schedules.remove("1"); // and nobody has told of it yet
+    apply();
+    EXPECT_EQ(failures, 0);
+    EXPECT_FALSE(book->hasChanges());
+    EXPECT_EQ(keyOf("Backup"), "");
+}
+
 TEST_F(ScheduleBookTest, KeepsWhatWasChangedWhileItWasApplied)
 {
     const QString key = keyOf("Backup");

@@ -56,6 +56,14 @@ protected:
         return readsLikeBaseline(describe(*window), "window-" + name);
     }
 
+    /// One cell alone: of a large picture small parts may differ.
+    static testing::AssertionResult cellIs(QAbstractItemView &view, const QModelIndex &index,
+                                           const QString &name)
+    {
+        settle();
+        return looksLikeBaseline(view.viewport()->grab(view.visualRect(index)).toImage(), "window-" + name);
+    }
+
     testing::AssertionResult editorIs(const QString &name)
     {
         settle();
@@ -98,6 +106,10 @@ TEST_F(WindowDescription, WithSchedulesOfAllKinds)
     open();
     EXPECT_TRUE(windowIs("schedules"));
     EXPECT_TRUE(looksLikeBaseline(list().grab().toImage(), "window-schedules-list"));
+    list().setFocus();
+    EXPECT_TRUE(cellIs(list(), list().model()->index(0, 0), "row-chosen"));
+    EXPECT_TRUE(cellIs(list(), list().model()->index(2, 0), "row-long"));
+    EXPECT_TRUE(cellIs(list(), list().model()->index(3, 0), "row-off"));
     list().setCurrentIndex(list().model()->index(1, 0));
     EXPECT_TRUE(windowIs("not-mine"));
 }
@@ -115,14 +127,30 @@ TEST_F(WindowDescription, WithChangesAndSomethingToSay)
 TEST_F(WindowDescription, OfTheMonth)
 {
     client.schedules["1"] = planned("Wake with music", "FREQ=DAILY");
-    client.occurrences = {
-        {{"identifier", "1"}, {"name", "Wake with music"}, {"date", "2026-03-14T21:00:00Z"}},
-        {{"identifier", "1"}, {"name", "Wake with music"}, {"date", "2026-03-15T21:00:00Z"}}};
+    const auto occurrence = [](const QString &date, const char *name = "Music") {
+        return QVariantMap{{"identifier", "1"}, {"name", name}, {"date", date}};
+    };
+    QVariantMap postponed = occurrence("2026-03-15T21:00:00Z");
+    postponed["postponedTo"] = postponed["moment"] = "2026-03-15T21:30:00Z";
+    QVariantMap skipped = occurrence("2026-03-15T22:00:00Z", "Backup");
+    skipped["state"] = "skipped";
+    client.occurrences = {occurrence("2026-03-14T21:00:00Z", "Wake with music and then make some tea"),
+                          postponed, skipped, occurrence("2026-04-01T10:00:00Z")};
+    for (int hour = 10; hour < 19; ++hour)
+        client.occurrences += occurrence(QString("2026-03-20T%1:00:00Z").arg(hour));
     open();
     find<QTabBar>("views")->setCurrentIndex(1);
     EXPECT_TRUE(waitUntil([this] { return client.calls.filter("next from").size() > 0; }));
     EXPECT_TRUE(windowIs("month"));
-    EXPECT_TRUE(looksLikeBaseline(window->findChild<MonthGrid *>()->grab().toImage(), "window-month-grid"));
+    auto &grid = *window->findChild<MonthGrid *>();
+    EXPECT_TRUE(looksLikeBaseline(grid.grab().toImage(), "window-month-grid"));
+    grid.setFocus();
+    EXPECT_TRUE(cellIs(grid, grid.model()->index(2, 5), "day-chosen"));
+    EXPECT_TRUE(cellIs(grid, grid.model()->index(2, 6), "day-changed"));
+    EXPECT_TRUE(cellIs(grid, grid.model()->index(3, 4), "day-full"));
+    EXPECT_TRUE(cellIs(grid, grid.model()->index(5, 2), "day-outside"));
+    grid.setCurrentIndex(grid.model()->index(3, 4));
+    EXPECT_TRUE(windowIs("month-full-day"));
 }
 
 TEST_F(WindowDescription, OfTheHistory)

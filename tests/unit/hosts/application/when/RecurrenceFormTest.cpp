@@ -322,6 +322,7 @@ TEST_F(RecurrenceFormTest, HasSeveralTimesOfDayWhereARuleCanMeanThem)
                       "equal minutes, or add a second schedule.");
     press("Remove this time"); // the first
     EXPECT_EQ(rule(), "FREQ=DAILY 2026-03-15T06:30:00");
+    EXPECT_EQ(form.focusWidget(), find<QTimeEdit>("Time")) << "the button that had the keys is gone";
 }
 
 TEST_F(RecurrenceFormTest, HoursStandBeforeMinutesFromRightToLeftToo)
@@ -369,6 +370,8 @@ TEST_F(RecurrenceFormTest, TheZoneIsTheMachinesOrANamedOne)
     EXPECT_EQ(form.date(), utc("2026-03-14T13:00:00Z"));
     zones->setEditText("Asia/Tok");
     EXPECT_EQ(form.fault(), "There is no time zone \"Asia/Tok\".");
+    show({schedule(recurrence("FREQ=DAILY")).recurrence.value()});
+    EXPECT_EQ(zones->lineEdit()->cursorPosition(), 0) << "where a long name begins";
     zones->setCurrentIndex(0);
     EXPECT_EQ(form.timeZone(), "");
     EXPECT_EQ(form.fault(), "");
