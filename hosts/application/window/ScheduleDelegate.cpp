@@ -117,16 +117,13 @@ bool ScheduleDelegate::editorEvent(QEvent *event, QAbstractItemModel *model,
 {
     if (event->type() == QEvent::KeyPress)
         return CellDelegate::editorEvent(event, model, option, index);
-    if (event->type() != QEvent::MouseButtonRelease && event->type() != QEvent::MouseButtonPress &&
-        event->type() != QEvent::MouseButtonDblClick)
+    if (event->type() != QEvent::MouseButtonRelease)
         return false;
     const auto *const mouse = static_cast<const QMouseEvent *>(event);
     // As large as the edge of the row: a check mark alone is hard to hit.
     const QRect place = checkRect(option).adjusted(-margin, -margin, gap / 2, margin);
     if (mouse->button() != Qt::LeftButton || !place.contains(mouse->position().toPoint()))
         return false;
-    if (event->type() != QEvent::MouseButtonRelease)
-        return true;
     const bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     return model->setData(index, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }

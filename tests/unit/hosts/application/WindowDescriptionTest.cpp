@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "DozelyKit/core/bundles/NSBundle.h"
 #include "hosts/application/month/MonthGrid.h"
+#include "hosts/application/program/Translations.h"
 #include "hosts/application/window/ScheduleEditor.h"
 #include "support/BaselinePicture.h"
 #include "support/BaselineText.h"
 #include "support/FakeClock.h"
+#include "support/InterfaceEnvironment.h"
 #include "support/WidgetDescription.h"
 
 #include <QTabBar>
@@ -204,4 +207,32 @@ TEST_F(WindowDescription, OfEachWayToRepeat)
         settle();
         EXPECT_TRUE(editorIs(find<QLineEdit>("name")->text()));
     }
+}
+
+TEST_F(WindowDescription, OfWhatIsRemarkableOrWrong)
+{
+    client.schedules["1"] = planned("monthly", "FREQ=MONTHLY;BYMONTHDAY=31");
+    open();
+    EXPECT_TRUE(editorIs("remark"));
+    client.changeElsewhere("1", {{"repeats", QVariantMap{{"rule", "FREQ=MONTHLY;BYDAY=-2FR"},
+                                                         {"localStart", "2026-03-14T22:00:00"}}}});
+    settle();
+    for (auto *const field : window->findChildren<QLineEdit *>()) {
+        if (field->accessibleName() == "Rule")
+            field->setText("FREQ=SOMETIMES");
+    }
+    EXPECT_TRUE(editorIs("fault"));
+    window->setPalette(InterfaceEnvironment::darkPalette());
+    EXPECT_TRUE(editorIs("fault-dark"));
+}
+
+TEST_F(WindowDescription, FromRightToLeft)
+{
+    UserLanguages::set({"ar"});
+    QLocale::setDefault(QLocale("ar_EG"));
+    Translations::install({"ar"});
+    client.schedules["1"] = planned("Wake with music", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR");
+    open();
+    EXPECT_TRUE(windowIs("arabic"));
+    EXPECT_TRUE(cellIs(list(), list().model()->index(0, 0), "row-arabic"));
 }
