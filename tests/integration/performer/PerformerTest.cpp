@@ -292,6 +292,18 @@ TEST_F(PerformerTest, AnnouncesThroughTheAgent)
     EXPECT_EQ(messages().filter("anticipateInUserAgentNow impossible").size(), 1);
 }
 
+TEST_F(PerformerTest, SaysThatWhatBecameOfItCouldNotBeWrittenDownAndLeavesNoHalfOfIt)
+{
+    const QString place = PerformanceOutcome::pathBeside(order.place);
+    ASSERT_TRUE(QDir().mkpath(place + "/in-the-way"));
+    perform("nothing");
+    EXPECT_EQ(marks(), "acted\n");
+    EXPECT_NE(exitStatus(), 0);
+    EXPECT_THAT(messages().join('\n').toStdString(),
+                HasSubstr("What became of schedule \"Backup\" could not be written down: Is a directory"));
+    EXPECT_FALSE(QFile::exists(PerformanceOutcome::unfinishedPathBeside(order.place)));
+}
+
 TEST_F(PerformerTest, RefusesAnOrderOfTheOtherRole)
 {
     order.role = PerformanceOrder::Role::Session;
