@@ -303,6 +303,18 @@ TEST_F(MainWindowTest, RemovesTheChosenOneAndBringsItBack)
     EXPECT_FALSE(window->book().hasChanges());
 }
 
+TEST_F(MainWindowTest, OffersAFirstScheduleOnceTheLastIsRemoved)
+{
+    client.schedules.remove("2");
+    open();
+    press("remove");
+    EXPECT_TRUE(says("Nothing is planned yet"));
+    EXPECT_FALSE(find<QLineEdit>("name")->isVisible());
+    press("undo");
+    EXPECT_FALSE(says("Nothing is planned yet"));
+    EXPECT_TRUE(find<QLineEdit>("name")->isVisible());
+}
+
 TEST_F(MainWindowTest, SwitchesAScheduleOffAndOnBesideItsName)
 {
     open();
