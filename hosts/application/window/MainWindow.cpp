@@ -157,6 +157,7 @@ void MainWindow::connectBook()
     });
     connect(&m_book, &ScheduleBook::changesChanged, this, [this] {
         setWindowModified(m_book.hasChanges());
+        m_list->ensureCurrent(); // one that came back is alone
         showPage();
     });
     const auto stopWaiting = [this] {

@@ -229,8 +229,8 @@ TEST_F(WindowDescription, OfWhatIsRemarkableOrWrong)
 TEST_F(WindowDescription, FromRightToLeft)
 {
     UserLanguages::set({"ar"});
-    QLocale::setDefault(QLocale("ar_EG"));
     Translations::install({"ar"});
+    QLocale::setDefault(QLocale("ar_EG"));
     client.schedules["1"] = planned("Wake with music", "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR");
     open();
     EXPECT_TRUE(windowIs("arabic"));

@@ -38,31 +38,32 @@ namespace
 {
 constexpr int mostItems = 50; // that are told
 
-/// How Qt makes a widget of the nearest class that this knows.
+/// How Qt makes a widget of the nearest class that this knows, whatever the locale.
 class Usual
 {
 public:
-    static const QWidget &of(const QWidget &widget)
-    {
-        static Usual usual;
-        for (const QMetaObject *type = widget.metaObject();; type = type->superClass()) {
-            const auto found = usual.m_widgets.find(type);
-            if (found != usual.m_widgets.end())
-                return *found->second;
-        }
-    }
-
-private:
     Usual()
     {
         add<QWidget, QFrame, QLabel, QLineEdit, QPlainTextEdit, QPushButton, QToolButton, QCheckBox,
             QRadioButton, QComboBox, QSpinBox, QDateEdit, QTimeEdit, QDateTimeEdit, QGroupBox, QListView,
             QTableView, QScrollArea, QSplitter, QStackedWidget, QTabBar, QMainWindow>();
     }
+    const QWidget &of(const QWidget &widget) const
+    {
+        for (const QMetaObject *type = widget.metaObject();; type = type->superClass()) {
+            const auto found = m_widgets.find(type);
+            if (found != m_widgets.end())
+                return *found->second;
+        }
+    }
+
+private:
     template<class... Types>
     void add()
     {
         (m_widgets.emplace(&Types::staticMetaObject, std::make_unique<Types>()), ...);
+        for (const auto &[type, widget] : m_widgets)
+            widget->setLocale(QLocale::c());
     }
     std::map<const QMetaObject *, std::unique_ptr<QWidget>> m_widgets;
 };
@@ -127,7 +128,7 @@ QString colours(const QWidget &widget)
 }
 
 /// What is not as usual: "name: value" each.
-QStringList peculiarities(const QWidget &widget)
+QStringList peculiarities(const QWidget &widget, const QWidget &usual)
 {
     static const QStringList untold{"objectName",
                                     "geometry",
@@ -189,7 +190,6 @@ QStringList peculiarities(const QWidget &widget)
                                     "count",
                                     "icon"};
     QStringList result;
-    const QWidget &usual = Usual::of(widget);
     const QMetaObject *const type = usual.metaObject();
     for (int number = 0; number < type->propertyCount(); ++number) {
         const QMetaProperty property = type->property(number);
@@ -297,7 +297,7 @@ bool hasParts(const QWidget &widget)
            qobject_cast<const QPlainTextEdit *>(&widget) || qobject_cast<const QTabBar *>(&widget);
 }
 
-void describe(const QWidget &widget, int depth, QStringList &lines)
+void describe(const QWidget &widget, const Usual &usual, int depth, QStringList &lines)
 {
     const QString indent(2 * depth, ' ');
     if (depth > 0 && widget.isHidden()) {
@@ -307,14 +307,14 @@ void describe(const QWidget &widget, int depth, QStringList &lines)
     const QRect place = widget.geometry();
     lines += indent + heading(widget) + ' ' + (depth > 0 ? text(place) : text(place.size())) +
              (widget.isEnabled() ? "" : " disabled");
-    for (const QString &line : peculiarities(widget) + items(widget))
+    for (const QString &line : peculiarities(widget, usual.of(widget)) + items(widget))
         lines += indent + "    " + line;
     if (hasParts(widget))
         return;
     for (const QObject *const child : widget.children()) {
         const auto *const part = qobject_cast<const QWidget *>(child);
         if (part && !part->isWindow())
-            describe(*part, depth + 1, lines);
+            describe(*part, usual, depth + 1, lines);
     }
 }
 
@@ -339,7 +339,7 @@ QStringList tabOrder(const QWidget &widget)
 QString describe(const QWidget &widget)
 {
     QStringList lines;
-    describe(widget, 0, lines);
+    describe(widget, Usual(), 0, lines);
     lines += "Tab goes to";
     for (const QString &name : tabOrder(widget))
         lines += "    " + name;
