@@ -124,8 +124,14 @@ class Screen(scratch_desktop.Desktop):
     def start_manager(self):
         self.system.start("the window manager", ["openbox", "--config-file", self.write("rc.xml", OPENBOX), "--sm-disable"],
                           as_user=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.system.wait_until("the window manager", START_LIMIT, lambda: "(WINDOW)" in self.system.run_as_user(
-            ["xprop", "-root", "_NET_CLIENT_LIST"]).stdout)
+        for count in ("2", "1"):  # what it is asked before it hears is lost, windows that are to be shown as well
+            self.system.wait_until("the window manager", START_LIMIT, lambda count=count: self.has_desktops(count))
+
+    def has_desktops(self, count):
+        """Whether the window manager does as it is asked."""
+        self.system.run_as_user(["xdotool", "set_num_desktops", count])
+        found = self.system.run_as_user(["xprop", "-root", "_NET_NUMBER_OF_DESKTOPS"]).stdout
+        return found.endswith(f"= {count}\n")
 
     def start_compositor(self):
         self.system.session_environment["WAYLAND_DISPLAY"] = "wayland-desk"

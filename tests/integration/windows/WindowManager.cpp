@@ -11,6 +11,7 @@
 #include <memory>
 #include <string_view>
 
+#include <poll.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,32 +30,79 @@ const char *const configuration = R"(<?xml version="1.0" encoding="UTF-8"?>
 template<class Answer>
 using Owned = std::unique_ptr<Answer, decltype([](Answer *answer) { std::free(answer); })>;
 
-/// Waits until somebody says on the root window which windows are managed.
-bool waitForClientList()
+/// A connection to the display, with a window that is never shown.
+class Probe
 {
-    constexpr std::string_view name = "_NET_CLIENT_LIST";
-    xcb_connection_t *const connection = xcb_connect(nullptr, nullptr);
-    bool found = false;
-    if (!xcb_connection_has_error(connection)) {
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+public:
+    Probe()
+    {
+        if (xcb_connection_has_error(m_connection))
+            return;
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        m_window = xcb_generate_id(m_connection);
         const uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection, root, XCB_CW_EVENT_MASK, &changes);
-        const auto atomCookie = xcb_intern_atom(connection, false, name.size(), name.data());
-        const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(connection, atomCookie, nullptr));
-        while (!found && atom) {
-            const auto cookie =
-                xcb_get_property(connection, false, root, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
-            const Owned<xcb_get_property_reply_t> answer(xcb_get_property_reply(connection, cookie, nullptr));
-            found = answer && answer->type != XCB_ATOM_NONE;
-            if (!answer)
-                break;
-            if (!found && !Owned<xcb_generic_event_t>(xcb_wait_for_event(connection)))
-                break;
-        }
+        xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &changes);
+        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_root, 0, 0, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &changes);
     }
-    xcb_disconnect(connection);
-    return found;
-}
+    ~Probe() { xcb_disconnect(m_connection); }
+    Probe(const Probe &) = delete;
+    Probe &operator=(const Probe &) = delete;
+
+    /// Waits until somebody answers who asks how wide a frame would be. A window manager says that it is
+    /// there before it hears requests, and may overhear for good what comes between: a window that is to be
+    /// shown, for one.
+    bool waitForWindowManager()
+    {
+        if (m_root == XCB_WINDOW_NONE || !waitFor(m_root, "_NET_CLIENT_LIST", -1))
+            return false;
+        constexpr int pause = 100; // milliseconds after which it is asked again
+        for (int attempt = 0; attempt < 600; ++attempt) {
+            xcb_client_message_event_t question{};
+            question.response_type = XCB_CLIENT_MESSAGE;
+            question.format = 32;
+            question.window = m_window;
+            question.type = atom("_NET_REQUEST_FRAME_EXTENTS");
+            xcb_send_event(m_connection, false, m_root,
+                           XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                           reinterpret_cast<const char *>(&question));
+            if (waitFor(m_window, "_NET_FRAME_EXTENTS", pause))
+                return true;
+        }
+        return false;
+    }
+
+private:
+    xcb_atom_t atom(std::string_view name)
+    {
+        const auto cookie =
+            xcb_intern_atom(m_connection, false, static_cast<uint16_t>(name.size()), name.data());
+        const Owned<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(m_connection, cookie, nullptr));
+        return answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+    /// Until the window has the property, or nothing has happened for so many milliseconds; -1 for ever.
+    bool waitFor(xcb_window_t window, std::string_view property, int limit)
+    {
+        const xcb_atom_t name = atom(property);
+        pollfd events{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+        do {
+            while (Owned<xcb_generic_event_t>(xcb_poll_for_event(m_connection))) {
+            }
+            const auto cookie =
+                xcb_get_property(m_connection, false, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+            const Owned<xcb_get_property_reply_t> answer(
+                xcb_get_property_reply(m_connection, cookie, nullptr));
+            if (!answer || answer->type != XCB_ATOM_NONE)
+                return static_cast<bool>(answer);
+        } while (Owned<xcb_generic_event_t>(xcb_poll_for_queued_event(m_connection)) ||
+                 ::poll(&events, 1, limit) > 0);
+        return false;
+    }
+
+    xcb_connection_t *m_connection = xcb_connect(nullptr, nullptr);
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+};
 } // namespace
 
 bool WindowManager::start()
@@ -73,7 +121,7 @@ bool WindowManager::start()
         ::execlp("openbox", "openbox", "--config-file", path.constData(), "--sm-disable", nullptr);
         ::_exit(127);
     }
-    return waitForClientList();
+    return Probe().waitForWindowManager();
 }
 
 WindowManager::~WindowManager()

@@ -143,11 +143,17 @@ class Desk:
 
     def manage(self, composite=True):
         self.start("openbox", "--config-file", self.write("rc.xml", OPENBOX), "--sm-disable")
-        wait_until("the window manager", lambda: b"(WINDOW)" in self.call("xprop", "-root", "_NET_CLIENT_LIST"))
+        for count in ("2", "1"):  # what it is asked before it hears is lost, windows that are to be shown as well
+            wait_until("the window manager", lambda count=count: self.has_desktops(count))
         if composite:
             self.start("picom", "--config", "/dev/null", "--backend", "xrender")
             wait_until("the compositor", lambda: b"picom" in self.call("xdotool", "search", "--class", "picom",
                                                                        "getwindowname"))
+
+    def has_desktops(self, count):
+        """Whether the window manager does as it is asked."""
+        self.call("xdotool", "set_num_desktops", count)
+        return self.call("xprop", "-root", "_NET_NUMBER_OF_DESKTOPS").endswith(f"= {count}\n".encode())
 
     def show_desktop(self, *arguments):
         window = Program(self, self.typing, *arguments)
