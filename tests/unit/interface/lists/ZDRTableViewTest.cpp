@@ -210,6 +210,16 @@ TEST_F(TableTest, AfterAReleaseMovementsDragNothing)
     EXPECT_THAT(m_table.drags, IsEmpty());
 }
 
+TEST_F(TableTest, AfterAReleaseMovementsAreTheBaseClasssAlsoWithAButton)
+{
+    QSignalSpy entered(&m_table, &QTableView::entered);
+    press(in(1));
+    release(in(1));
+    moveTo(in(3)); // the button was pressed elsewhere
+    EXPECT_EQ(entered.count(), 1);
+    EXPECT_THAT(m_table.drags, IsEmpty());
+}
+
 TEST_F(TableTest, AReleaseThatNeverCameIsNoDragLater)
 {
     m_table.setMouseTracking(true); // so that movements without a button arrive
