@@ -23,7 +23,7 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
   <placement><policy>Smart</policy><center>yes</center></placement>
   <desktops><number>1</number><firstdesk>1</firstdesk><popupTime>0</popupTime></desktops>
-  <keyboard><keybind key="A-Tab"><action name="NextWindow"><dialog>none</dialog><finalactions>
+  <keyboard><keybind key="A-Tab"><action name="NextWindow"><dialog>none</dialog><interactive>no</interactive><finalactions>
     <action name="Focus"/><action name="Raise"/></finalactions></action></keybind></keyboard>
 </openbox_config>"""
 WESTON = "[core]\nidle-time=0\n[shell]\npanel-position=none\nanimation=none\nstartup-animation=none\nlocking=false\n"

@@ -28,7 +28,7 @@ OPENBOX = """<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
   <desktops><number>1</number><firstdesk>1</firstdesk><popupTime>0</popupTime></desktops>
-  <keyboard><keybind key="A-Tab"><action name="NextWindow"><dialog>none</dialog><finalactions>
+  <keyboard><keybind key="A-Tab"><action name="NextWindow"><dialog>none</dialog><interactive>no</interactive><finalactions>
     <action name="Focus"/><action name="Raise"/></finalactions></action></keybind></keyboard>
   <mouse><context name="Client"><mousebind button="Left" action="Press"><action name="Focus"/></mousebind></context></mouse>
 </openbox_config>"""
