@@ -25,7 +25,7 @@ FOLDERS = {
     "hosts/admin": ("tests/unit/hosts/admin", "tests/integration/power-hosts", "tests/integration/update"),
     "hosts/agent": ("tests/unit/hosts/agent", "tests/integration/hosts", "tests/integration/windows"),
     "hosts/application": ("tests/unit/hosts/application",),
-    "hosts/common": ("tests/unit/hosts/common", "tests/unit/hosts/daemon", "tests/unit/hosts/agent", "tests/integration/hosts"),
+    "hosts/common": ("tests/unit/hosts", "tests/integration/hosts"),
     "hosts/common/performing": ("tests/integration/performer", "tests/unit/hosts/daemon", "tests/integration/hosts"),
     "hosts/daemon": ("tests/unit/hosts/daemon", "tests/integration/hosts", "tests/integration/power-hosts"),
     "hosts/osascript": ("tests/unit/system/scripting",),
