@@ -5,11 +5,14 @@
 
 #include <QFile>
 
+#include <chrono>
+#include <condition_variable>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <mutex>
 #include <string_view>
+#include <utility>
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -29,9 +32,10 @@ const char *const configuration = R"(<?xml version="1.0" encoding="UTF-8"?>
 
 template<class Answer>
 using Owned = std::unique_ptr<Answer, decltype([](Answer *answer) { std::free(answer); })>;
+} // namespace
 
 /// A connection to the display, with a window that is never shown.
-class Probe
+class WindowManager::Probe
 {
 public:
     Probe()
@@ -58,18 +62,27 @@ public:
             return false;
         constexpr int pause = 100; // milliseconds after which it is asked again
         for (int attempt = 0; attempt < 600; ++attempt) {
-            xcb_client_message_event_t question{};
-            question.response_type = XCB_CLIENT_MESSAGE;
-            question.format = 32;
-            question.window = m_window;
-            question.type = atom("_NET_REQUEST_FRAME_EXTENTS");
-            xcb_send_event(m_connection, false, m_root,
-                           XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                           reinterpret_cast<const char *>(&question));
+            ask();
             if (waitFor(m_window, "_NET_FRAME_EXTENTS", pause))
                 return true;
         }
         return false;
+    }
+
+    /// Asks how wide a frame would be.
+    void ask()
+    {
+        xcb_client_message_event_t question{};
+        question.response_type = XCB_CLIENT_MESSAGE;
+        question.format = 32;
+        question.window = m_window;
+        question.type = atom("_NET_REQUEST_FRAME_EXTENTS");
+        xcb_send_event(m_connection, false, m_root,
+                       XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char *>(&question));
+        xcb_flush(m_connection);
+        while (Owned<xcb_generic_event_t>(xcb_poll_for_event(m_connection))) {
+        }
     }
 
 private:
@@ -103,7 +116,6 @@ private:
     xcb_window_t m_root = XCB_WINDOW_NONE;
     xcb_window_t m_window = XCB_WINDOW_NONE;
 };
-} // namespace
 
 bool WindowManager::start()
 {
@@ -121,11 +133,30 @@ bool WindowManager::start()
         ::execlp("openbox", "openbox", "--config-file", path.constData(), "--sm-disable", nullptr);
         ::_exit(127);
     }
-    return Probe().waitForWindowManager();
+    auto probe = std::make_unique<Probe>();
+    if (!probe->waitForWindowManager())
+        return false;
+    startNudging(std::move(probe));
+    return true;
+}
+
+/// On a busy machine openbox may take something from its connection and then wait for the next thing to come
+/// before it looks at it: here always something comes soon.
+void WindowManager::startNudging(std::unique_ptr<Probe> probe)
+{
+    static constexpr std::chrono::milliseconds pause(250);
+    m_nudging = std::jthread([probe = std::move(probe)](const std::stop_token &stop) {
+        std::mutex mutex;
+        std::condition_variable_any ended;
+        std::unique_lock lock(mutex);
+        while (!ended.wait_for(lock, stop, pause, [] { return false; }) && !stop.stop_requested())
+            probe->ask();
+    });
 }
 
 WindowManager::~WindowManager()
 {
+    m_nudging = {}; // its end is waited for
     if (m_process <= 0)
         return;
     signalProcess(m_process, SIGKILL);

@@ -3,6 +3,9 @@
 
 #include <QTemporaryDir>
 
+#include <memory>
+#include <thread>
+
 #include <sys/types.h>
 
 /// A real window manager (openbox) with two desktops on the display that DISPLAY names, for the life of the
@@ -19,6 +22,10 @@ public:
     bool start();
 
 private:
+    class Probe;
+    void startNudging(std::unique_ptr<Probe> probe);
+
     QTemporaryDir m_folder;
     pid_t m_process = -1;
+    std::jthread m_nudging;
 };
