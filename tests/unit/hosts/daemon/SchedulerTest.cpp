@@ -215,6 +215,20 @@ TEST_F(SchedulerTest, GivesAnOccurrenceToTheUserWhoseAgentHasItAndToNobodyElse)
     EXPECT_EQ(held->date, noon());
 }
 
+TEST_F(SchedulerTest, KnowsToWhenWhatAnAgentHasWasPostponed)
+{
+    scheduler.setSchedules({schedule("a")});
+    Occurrence postponed = occurrenceOf(schedule("a"));
+    postponed.postponedTo = noon().addSecs(600);
+    scheduler.notePostponed(occurrenceOf(schedule("a")), noon().addSecs(600));
+    scheduler.note(postponed, OccurrenceState::Done, 501);
+    EXPECT_FALSE(HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon()));
+    const auto held = HandOvers(clock, scheduler).heldByAgent(501, bundlePath(), noon().addSecs(600));
+    ASSERT_TRUE(held);
+    EXPECT_EQ(held->date, noon());
+    EXPECT_EQ(held->postponedTo, noon().addSecs(600));
+}
+
 TEST_F(SchedulerTest, TakesBackWhatAnAgentMayHaveAndNothingThatFailedThere)
 {
     scheduler.setSchedules({schedule("a")});
