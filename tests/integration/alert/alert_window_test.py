@@ -23,7 +23,7 @@ from scratch_system import Failure, scratch  # noqa: E402
 
 LIMIT = 60.0  # seconds; only bounds a failure
 AGENT = "Dozely Agent"
-SOON = 25  # seconds until an action is due: enough to look at its alert and press it on a busy machine
+SOON = 45  # seconds until an action is due: enough to look at its alert and press it on a very busy machine
 LEAD = 60  # seconds; longer than that, so that the alert comes at once
 
 
