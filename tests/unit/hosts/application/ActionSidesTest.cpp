@@ -102,6 +102,22 @@ TEST_F(ActionSidesTest, TellsOnceOfWhatAPersonEditsAndNotOfWhatIsShown)
     EXPECT_EQ(told, 1);
 }
 
+TEST_F(ActionSidesTest, TellsNothingOfWhatASideChangesWhileItIsRead)
+{
+    const QString path = makeAction("Good", "tidies up");
+    ActionSides sides(trials());
+    ASSERT_EQ(settled(sides, path), ActionSides::State::Ready);
+    ConfigurationSide &side = *sides.side(path);
+    auto *const text = (*side.view())->findChild<QLineEdit *>("text");
+    EXPECT_TRUE(side.show({{"Text", " before "}}));
+    int told = 0;
+    QObject::connect(&side, &ConfigurationSide::edited, [&] { ++told; });
+    EXPECT_EQ(side.read()->value("Text"), "before");
+    EXPECT_EQ(text->text(), "before");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(told, 0) << "or it would be read again and again";
+}
+
 TEST_F(ActionSidesTest, SurvivesASideThatHangsAndOneThatCrashesBeforeAGoodOne)
 {
     const QString hanging = makeAction("A", "hangs");

@@ -61,8 +61,11 @@ public:
     }
     void fillParametersFromSetupInterface() override
     {
-        if (m_text)
-            parameters()->insert("Text", m_text->text());
+        if (!m_text)
+            return;
+        if (bundle()->objectForInfoDictionaryKey("Behaviour").toString() == "tidies up")
+            m_text->setText(m_text->text().trimmed());
+        parameters()->insert("Text", m_text->text());
     }
     QVariantMap defaultParameters() const override { return {{"Text", "as usual"}}; }
     bool needsWakeUpByDefault() const override { return true; }
