@@ -212,15 +212,13 @@ void MainWindow::showPage()
 void MainWindow::showNotice()
 {
     const NoticeBar::Remedy again{tr("Try again"), [this] { m_book.read(); }};
-    if (!m_client.isAvailable() && !m_hasWaited)
-        m_notice->clear();
-    else if (!m_client.isAvailable())
+    if (!m_client.isAvailable() && m_hasWaited)
         m_notice->tell(
             NoticeBar::Kind::Warning,
             tr("The Dozely service is not running: nothing happens at its time, and nothing can be "
                "applied. An administrator starts it with “systemctl start dozelyd”."),
             {again});
-    else if (m_book.state() == ScheduleBook::State::Failed)
+    else if (m_client.isAvailable() && m_book.state() == ScheduleBook::State::Failed)
         m_notice->tell(NoticeBar::Kind::Warning, tr("The schedules cannot be read: %1").arg(m_book.failure()),
                        {again});
     else

@@ -19,9 +19,11 @@
 /// compositor for those who want one. Both end with the object.
 class DesktopSession : public testing::Test
 {
+public:
+    ~DesktopSession() override;
+
 protected:
     DesktopSession() = default;
-    ~DesktopSession() override;
 
     /// Waits until it draws. Over a backdrop.
     void startCompositor();

@@ -18,7 +18,7 @@ protected:
     QString makeBundle(const QString &name, const QVariantMap &info,
                        const QStringList &modules = {PROBE_MODULE}) const
     {
-        const QString bundle = QString("%1/%2.plugin").arg(plugIns, name);
+        QString bundle = QString("%1/%2.plugin").arg(plugIns, name);
         write(bundle + "/Contents/Info.plist",
               dozely::PropertyList::toData(info, dozely::PropertyList::Format::Xml));
         const QString folder = root.makeFolder(bundle + "/Contents/Linux");

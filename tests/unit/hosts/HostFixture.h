@@ -16,9 +16,11 @@
 /// A scratch system whose folders nobody else may write, whatever the mask of whoever runs the tests.
 class HostFixture : public testing::Test
 {
+public:
+    ~HostFixture() override { ::umask(m_formerMask); }
+
 protected:
     HostFixture() : m_formerMask(::umask(022)) {}
-    ~HostFixture() override { ::umask(m_formerMask); }
 
     static constexpr char storePath[] = "/Library/Preferences/com.dozely.plist";
     static constexpr char recordPath[] = "/var/lib/dozely/occurrences.db";

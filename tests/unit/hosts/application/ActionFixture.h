@@ -25,7 +25,7 @@ protected:
                          {"WDPrefPaneModule", "SettingsPlugIn.so"},
                          {"Behaviour", behaviour}};
         info.insert(more);
-        const QString path = QString("%1/%2.plugin").arg(plugIns, name);
+        QString path = QString("%1/%2.plugin").arg(plugIns, name);
         write(path + "/Contents/Info.plist",
               dozely::PropertyList::toData(info, dozely::PropertyList::Format::Xml));
         const QString code = root.makeFolder(path + "/Contents/Linux");

@@ -402,3 +402,15 @@ TEST_F(ZDRButtonTest, HasACrispBorderOfWholePixelsAtEveryScale)
         EXPECT_GT(image.pixelColor(left, middle).red(), 240) << ratio << ", where the curve touches the edge";
     }
 }
+
+TEST_F(ZDRButtonTest, IsDrawnInTheFontOfItsTitle)
+{
+    const QImage plain = button.grab().toImage();
+    QTextCharFormat attributes = button.titleAttributes();
+    attributes.setFontItalic(true);
+    button.setTitleAttributes(attributes);
+    EXPECT_NE(button.grab().toImage(), plain);
+    attributes.setFontItalic(false);
+    button.setTitleAttributes(attributes);
+    EXPECT_EQ(button.grab().toImage(), plain);
+}

@@ -171,6 +171,17 @@ TEST_F(RecurrenceFormTest, AnOldRuleMayBePastWithoutAFault)
     EXPECT_EQ(form.date(), past); // as it was given
 }
 
+TEST_F(RecurrenceFormTest, AnEndThatItsFieldsCannotShowIsForExperts)
+{
+    const auto kindUntil = [this](const char *day) {
+        Recurrence old = recurrence(QString("FREQ=DAILY;UNTIL=%1T235959").arg(day), "1700-01-01T08:00:00");
+        form.setRecurrence(utc("1700-01-01T07:00:00Z"), zone, old);
+        return static_cast<Kind>(kinds()->currentData().toInt());
+    };
+    EXPECT_EQ(kindUntil("18000101"), Kind::Daily);
+    EXPECT_EQ(kindUntil("17991231"), Kind::Expert);
+}
+
 TEST_F(RecurrenceFormTest, DaysOfTheWeekArePressed)
 {
     show(recurrence("FREQ=DAILY"));
