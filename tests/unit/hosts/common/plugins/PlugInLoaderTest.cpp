@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/common/plugins/PlugInLoader.h"
+
+#include "DozelyKit/core/foundation/RootFolder.h"
+#include "DozelyKit/core/foundation/StringExtensions.h"
 #include "support/PrintTo.h"
 #include "unit/hosts/BundleFixture.h"
 
@@ -84,6 +87,19 @@ TEST_F(PlugInLoaderTest, GoesOnWithAModuleThatIsWrittenOverAndSaysSoOnce)
     ASSERT_TRUE(QFile::copy(PROBE_MODULE, root.join(module)));
     EXPECT_TRUE(make(path));
     EXPECT_EQ(messages().filter("was replaced").size(), 2) << "another one";
+}
+
+TEST_F(PlugInLoaderTest, TakesCodeFromTheSystemAndInASessionFromTheHomeOfItsUserBelowARootThatIsThere)
+{
+    EXPECT_EQ(PlugInLoader::sourcesOfTheSystem().size(), 1);
+    const auto sources = PlugInLoader::sourcesOfTheSession();
+    ASSERT_EQ(sources.size(), 2);
+    EXPECT_EQ(sources[1].folder, root.join(RealHomeDirectory() + plugIns));
+    EXPECT_EQ(sources[1].owners, QList<quint32>({::geteuid(), ::geteuid()}));
+    dozely::RootFolder::set(root.join("/nothing"));
+    EXPECT_TRUE(PlugInLoader::sourcesOfTheSystem().isEmpty()) << "nobody owns it";
+    EXPECT_TRUE(PlugInLoader::sourcesOfTheSession().isEmpty());
+    dozely::RootFolder::set(root.path());
 }
 
 TEST_F(PlugInLoaderTest, SaysThatABundleIsMissing)
