@@ -29,7 +29,7 @@ FOLDERS = {
     "hosts/common/performing": ("tests/integration/performer", "tests/unit/hosts/daemon", "tests/integration/hosts"),
     "hosts/daemon": ("tests/unit/hosts/daemon", "tests/integration/hosts", "tests/integration/performer",
                      "tests/integration/power-hosts"),
-    "hosts/osascript": ("tests/unit/system/scripting",),
+    "hosts/osascript": ("tests/unit/system/scripting", "tests/integration/apple-events"),
     "hosts/performer": ("tests/integration/performer", "tests/integration/hosts"),
     "hosts/pmset": ("tests/integration/power-kit", "tests/integration/power-hosts"),
     "hosts/session-performer": ("tests/integration/performer", "tests/integration/hosts"),

@@ -139,3 +139,24 @@ TEST(ScheduleWish, RefusesWithOneSentence)
     EXPECT_EQ(refused(wish({{"parameters", QVariantMap{{"Text", QString(200'000, 'x')}}}})),
               "It is too large: a schedule has at most 131072 bytes.");
 }
+
+TEST(ScheduleWish, TakesWhatIsJustWithinItsLimits)
+{
+    EXPECT_EQ(made(wish({{"name", QString(500, 'x')}})).name.size(), 500);
+    EXPECT_EQ(made(wish({{"date", "2026-03-14T06:00:00Z"}})).date, now);
+    const quint64 hundredYears = 100ULL * 366 * 24 * 3600;
+    const auto within = [](quint64 seconds) {
+        return wish({{"missed", "run once"}, {"missedLimit", QVariant::fromValue(seconds)}});
+    };
+    EXPECT_EQ(made(within(hundredYears)).missedLimit, std::chrono::seconds(hundredYears));
+    EXPECT_EQ(refused(within(hundredYears + 1)),
+              "\"missedLimit\" is a number of seconds, and is of what is \"run once\".");
+
+    const qsizetype without = *ScheduleWish::sizeOf(made(wish({{"parameters", QVariantMap{{"Text", "x"}}}})));
+    const auto filled = [without](qsizetype bytes) {
+        return wish({{"parameters", QVariantMap{{"Text", QString(bytes - without + 1, 'x')}}}});
+    };
+    EXPECT_EQ(ScheduleWish::sizeOf(made(filled(ScheduleWish::largestEntry))), ScheduleWish::largestEntry);
+    EXPECT_EQ(refused(filled(ScheduleWish::largestEntry + 1)),
+              "It is too large: a schedule has at most 131072 bytes.");
+}
