@@ -194,6 +194,21 @@ TEST_F(SessionSettingsTest, ScriptShowsATextOrAFileAsItIsGiven)
     EXPECT_EQ(read(), both) << "nobody chose another";
 }
 
+TEST_F(SessionSettingsTest, ScriptTakesAnEditThatLeadsBackToWhatWasShownFirst)
+{
+    load("Script");
+    fill({{"Script File", "/a.lua"}});
+    for (const char *file : {"/b.lua", "/a.lua"}) {
+        find<QLineEdit>("file")->setText(file);
+        EXPECT_EQ(read(), (QVariantMap{{"Script File", file}}));
+    }
+    fill({{"Script", "return 1"}});
+    for (const char *script : {"return 2", "return 1"}) {
+        find<QPlainTextEdit>("script")->setPlainText(script);
+        EXPECT_EQ(read(), (QVariantMap{{"Script", script}}));
+    }
+}
+
 TEST_F(SessionSettingsTest, ScriptIsWrittenInLettersOfOneWidthAndTheSizeAround)
 {
     load("Script");

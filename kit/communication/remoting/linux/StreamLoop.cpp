@@ -149,23 +149,19 @@ void StreamLoop::remove(quint64 id)
 
 // ---- turns
 
-bool StreamLoop::waitUntil(const Done &done, const std::function<Moment()> &deadline)
+void StreamLoop::waitUntil(const Done &done, const std::function<Moment()> &deadline)
 {
-    bool inTime = true;
     {
         const QScopedValueRollback depth(m_waits, m_waits + 1);
         while (!done()) {
             const Moment latest = deadline();
-            if (steady_clock::now() >= latest) {
-                inTime = false;
+            if (steady_clock::now() >= latest)
                 break;
-            }
             turn(timeoutUntil(latest), done);
         }
     }
     rearm();
     runCallsOfQuietThread();
-    return inTime;
 }
 
 void StreamLoop::turn(int timeoutMilliseconds, const Done &done)

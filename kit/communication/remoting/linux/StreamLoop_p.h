@@ -57,8 +57,8 @@ public:
     void remove(quint64 id);
 
     /// Serves this thread's sources until `done` holds or the deadline, asked anew before each wait, has
-    /// passed; false in the latter case.
-    bool waitUntil(const std::function<bool()> &done, const std::function<Moment()> &deadline);
+    /// passed.
+    void waitUntil(const std::function<bool()> &done, const std::function<Moment()> &deadline);
 
     /// Runs `action` from the event loop; in a thread without one, as soon as nothing waits any more.
     void callFromLoop(std::function<void()> action);

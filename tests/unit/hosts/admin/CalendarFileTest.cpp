@@ -101,6 +101,19 @@ TEST(CalendarFile, ACalendarProgramShowsTheSameTimes)
     }
 }
 
+TEST(CalendarFile, BeginsAtTheRulesOwnFirstDateWhateverIsExcludedOrAdded)
+{
+    Schedule schedule = repeating("FREQ=WEEKLY;COUNT=3;BYDAY=FR", "2026-03-14T09:00:00", "Europe/Berlin",
+                                  {"2026-03-20T09:00:00"});
+    Recurrence withAnother = *schedule.recurrence;
+    withAnother.extraDates = {*WallTime::fromString("2026-03-16T09:00:00")};
+    schedule.recurrence = withAnother;
+    const std::string calendar = CalendarFile::of({schedule}, now).toStdString();
+    EXPECT_THAT(calendar, testing::HasSubstr("\r\nDTSTART;TZID=Europe/Berlin:20260320T090000\r\n"));
+    EXPECT_THAT(calendar, testing::HasSubstr("\r\nRDATE;TZID=Europe/Berlin:20260316T090000\r\n"));
+    EXPECT_THAT(calendar, testing::HasSubstr("\r\nEXDATE;TZID=Europe/Berlin:20260320T090000\r\n"));
+}
+
 TEST(CalendarFile, TheZonesClocksAreToldFromAYearBeforeTheFirstDay)
 {
     const QByteArray data =

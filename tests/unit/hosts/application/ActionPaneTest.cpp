@@ -85,3 +85,21 @@ TEST_F(ActionPaneTest, ForgetsAChoiceThatItWaitsForWhenSomethingElseIsShown)
     choose("Slow"); // which is known by now to have no side
     EXPECT_EQ(chosen, QStringList("Slow.plugin "));
 }
+
+TEST_F(ActionPaneTest, TouchesAViewNoMoreThatItHasLetGo)
+{
+    const QString talk = makeAction("Talk");
+    open();
+    ASSERT_TRUE(isTried(talk));
+    pane->show(talk, {{"Text", "hello"}});
+    auto *const edit = pane->findChild<QLineEdit *>("text");
+    pane->clear();
+    QWidget *const view = edit->window();
+    QWidget elsewhere;
+    view->setParent(&elsewhere);
+    view->show();
+    pane->clear();
+    EXPECT_EQ(view->parentWidget(), &elsewhere);
+    EXPECT_FALSE(view->isHidden());
+    view->setParent(nullptr); // the plug-in's own
+}

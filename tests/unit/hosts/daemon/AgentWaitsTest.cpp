@@ -197,3 +197,26 @@ TEST_F(AgentWaitsTest, LetsAnAgentBeThatTookLongNotToAnswer)
     slow.advance(10s);
     EXPECT_TRUE(waits.isReachable(me()));
 }
+
+TEST_F(AgentWaitsTest, HurriesForWhatHasALimitAlthoughSomethingElseHasWaitedForLong)
+{
+    AgentWaits waits(clock, scheduler);
+    QList<std::chrono::milliseconds> attempts;
+    QObject::connect(&waits, &AgentWaits::tryAgain, [&] {
+        attempts += clock.steadyTime();
+        waits.wait(due("a"), me(), {});
+        if (waits.contains(due("b")))
+            waits.wait(due("b"), me(), 30min);
+    });
+    waits.wait(due("a"), me(), {});
+    clock.advance(10min);
+    ASSERT_GT(attempts.size(), 1);
+    attempts.clear();
+    const auto begin = clock.steadyTime();
+    waits.wait(due("b"), me(), 30min);
+    clock.advance(2s);
+    ASSERT_EQ(attempts.size(), 3);
+    EXPECT_EQ(attempts[0] - begin, 250ms);
+    EXPECT_EQ(attempts[1] - begin, 750ms);
+    EXPECT_EQ(attempts[2] - begin, 1750ms);
+}

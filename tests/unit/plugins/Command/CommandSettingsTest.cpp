@@ -243,6 +243,10 @@ TEST_F(CommandSettings, ShowsAnArgumentThatCannotBeSeenEscapedAndLetsNobodyEditI
     fill({{"Arguments", QVariantList{QString(40000, 'x')}}});
     EXPECT_LT(texts().first().size(), 2000);
     EXPECT_FALSE(rows()->item(0)->flags().testFlag(Qt::ItemIsEditable));
+    const QString longest = "\\u00a0" + QString(995, 'x');
+    fill({{"Arguments",
+           QVariantList{QString("\u00a0") + QString(995, 'x'), QString("\u00a0") + QString(996, 'x')}}});
+    EXPECT_EQ(texts(), (QStringList{longest, longest + "…"}));
 }
 
 TEST_F(CommandSettings, EditsWhatIsWrittenInEveryLanguage)
@@ -379,6 +383,20 @@ TEST_F(CommandSettings, ChoosesTheProgramAmongTheFiles)
     });
     find<QPushButton>("browse")->click();
     EXPECT_EQ(find<QLineEdit>("program")->text(), "/usr/bin/env");
+}
+
+TEST_F(CommandSettings, ReplacesAProgramThatItsFieldCannotShowByTheOneThatIsChosen)
+{
+    fill({{"Program", "/bin/a\nb"}});
+    QTimer::singleShot(0, qApp, [] {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        dialog->findChild<QLineEdit *>("fileNameEdit")->setText("/usr/bin/env");
+        QTest::keyClick(dialog->findChild<QLineEdit *>("fileNameEdit"), Qt::Key_Return);
+    });
+    find<QPushButton>("browse")->click();
+    EXPECT_FALSE(find<QLineEdit>("program")->isReadOnly());
+    EXPECT_EQ(read().value("Program"), "/usr/bin/env");
 }
 
 TEST_F(CommandSettings, DoesNothingWithoutViewOrDictionary)

@@ -152,6 +152,73 @@ TEST_F(RunawayScriptTest, IsEndedByTheWorkThatOneCallOfTheLibraryDoes)
         EXPECT_EQ(errorOf(prepared + source, fewSteps()), tooManySteps) << source;
 }
 
+namespace
+{
+/// The fewest steps with which a script comes to its end. It has too few instructions to be counted
+/// themselves.
+quint64 stepsOf(const QString &source)
+{
+    NSAppleScript script(source);
+    quint64 tooFew = 0;
+    quint64 enough = 1 << 20;
+    while (enough - tooFew > 1) {
+        NSAppleScript::Limits limits;
+        limits.instructions = (tooFew + enough) / 2;
+        script.setLimits(limits);
+        (script.executeAndReturnError(nullptr) ? enough : tooFew) = limits.instructions;
+    }
+    return enough;
+}
+
+/// What a call takes beyond one that is like it and has nothing to do.
+qint64 work(const QString &call, const QString &idle)
+{
+    const auto script = [](const QString &call) {
+        return "local s, e, t, n = ('x'):rep(1600), '', {}, {}\n"
+               "for i = 1, 401 do t[i] = 'ab' end\n" +
+               call;
+    };
+    return static_cast<qint64>(stepsOf(script(call)) - stepsOf(script(idle)));
+}
+} // namespace
+
+TEST_F(RunawayScriptTest, PaysForEachCallOfTheLibraryByWhatItDoes)
+{
+    // By the byte of texts that are read, and of those that are given: 16 a step.
+    EXPECT_EQ(work("tonumber(s)", "tonumber(e)"), 100);
+    for (const char *name : {"upper", "lower", "reverse"})
+        EXPECT_EQ(work(QString("s:%1()").arg(name), QString("e:%1()").arg(name)), 200) << name;
+    EXPECT_EQ(work("s:sub(1)", "e:sub(1)"), 100);
+    EXPECT_EQ(work("s:byte(1, 400)", "e:byte(1, 400)"), 100); // values: 4 a step
+    EXPECT_EQ(work("utf8.codepoint(s, 1, 400)", "utf8.codepoint(s, 1, 0)"), 100);
+    EXPECT_EQ(work("utf8.len(s)", "utf8.len(e)"), 1599 / 16);
+    EXPECT_EQ(work("utf8.len(s, 801)", "utf8.len(e, 1)"), 799 / 16);
+    EXPECT_EQ(work("utf8.len(s, -800)", "utf8.len(e, 1)"), 799 / 16);
+    EXPECT_EQ(work("utf8.len(s, 1, 320)", "utf8.len(e, 1, 0)"), 319 / 16);
+    EXPECT_EQ(work("utf8.offset(s, 400)", "utf8.offset(e, 0)"), 100);
+    EXPECT_EQ(work("utf8.offset(s, -400)", "utf8.offset(e, 0)"), 100);
+    // By the byte of a format: 8 steps, of a date's 100, of a program 4.
+    EXPECT_EQ(work("('%s'):format(s)", "('%s'):format(e)"), 200);
+    EXPECT_EQ(work("('y'):rep(160):format()", "('y'):rep(160):len()"), 11 + 1281 + 11);
+    EXPECT_EQ(work("os.date('!yyyyyyyyyy')", "os.date('!')"), 1000);
+    EXPECT_EQ(work("load('--' .. s)", "load('--' .. e)"), 6400);
+    EXPECT_EQ(work("load('=')", "load(' ')"), 501); // an error that was caught
+    // By the piece and the byte.
+    EXPECT_EQ(work("s:rep(4)", "e:rep(4)"), 1 + 1 + 400);
+    EXPECT_EQ(work("e:rep(4, s)", "e:rep(4, e)"), 1 + 1 + 400);
+    // By the value of a table that is moved, walked over or compared.
+    EXPECT_EQ(work("table.insert(t, 1, 0)", "table.insert(n, 1, 0)"), 100);
+    EXPECT_EQ(work("table.insert(t, 201, 0)", "table.insert(n, 1, 0)"), 50);
+    EXPECT_EQ(work("table.insert(t, 0)", "table.insert(n, 0)"), 0);
+    EXPECT_EQ(work("table.remove(t, 1)", "table.remove(n, 1)"), 100);
+    EXPECT_EQ(work("table.remove(t)", "table.remove(n)"), 0);
+    EXPECT_EQ(work("table.concat(t)", "table.concat(n)"), 100 + 802 / 16);
+    EXPECT_EQ(work("table.concat(t, e, 2, 202)", "table.concat(n, e, 2, 1)"), 50 + 402 / 16);
+    EXPECT_EQ(work("table.move(t, 1, 401, 2)", "table.move(n, 1, 0, 2)"), 100);
+    EXPECT_EQ(work("table.unpack(t, 1, 5)", "table.unpack(t, 1, 1)"), 1);
+    EXPECT_EQ(work("table.sort({s, s})", "table.sort({e, s})"), 100);
+}
+
 TEST_F(RunawayScriptTest, MayLookAtALongTextPieceByPiece)
 {
     NSAppleScript script(

@@ -150,6 +150,13 @@ TEST_F(RecurrenceFormTest, ComesBackToWhatWasGivenWhenAnEditIsTakenBack)
     }
 }
 
+TEST_F(RecurrenceFormTest, ProposesTheNextDayOfWhatRepeatedForWhatIsToTakePlaceOnce)
+{
+    show(recurrence("FREQ=WEEKLY;BYDAY=FR", "2026-01-02T12:00:00"));
+    choose(Kind::Once);
+    EXPECT_EQ(rule(), "2026-03-20T11:00:00Z");
+}
+
 TEST_F(RecurrenceFormTest, ShowsAnyRuleToExpertsAsItIs)
 {
     for (const auto &[rule, kind, start] : rules()) {
