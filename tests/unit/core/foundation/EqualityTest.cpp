@@ -15,7 +15,13 @@ TEST(IsEqual, HoldsForNumbersOfOneValueHoweverWideTheyAre)
     EXPECT_TRUE(isEqual(5, qlonglong(5)));
     EXPECT_TRUE(isEqual(5U, 5.0));
     EXPECT_TRUE(isEqual(true, 1));
-    EXPECT_FALSE(isEqual(5, 5.5));
+    for (const double other : {5.25, 5.5, 6.0}) {
+        EXPECT_FALSE(isEqual(5, other)) << other;
+        EXPECT_FALSE(isEqual(other, 5)) << other;
+        EXPECT_FALSE(isEqual(5U, other)) << other;
+        EXPECT_FALSE(isEqual(other, 5U)) << other;
+        EXPECT_FALSE(isEqual(-5, -other)) << other;
+    }
     EXPECT_FALSE(isEqual(qlonglong(-1), std::numeric_limits<qulonglong>::max()));
     EXPECT_FALSE(isEqual((qlonglong(1) << 53) + 1, 9007199254740992.0)) << "a double cannot tell them apart";
     EXPECT_FALSE(isEqual(std::numeric_limits<qulonglong>::max(), 18446744073709551616.0));

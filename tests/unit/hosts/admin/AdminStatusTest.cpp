@@ -69,6 +69,19 @@ TEST(AdminStatus, ShowsDaemonAndAgentsThatListen)
     EXPECT_EQ(status.json()["agents"].toArray(), QJsonArray{static_cast<qint64>(user)});
 }
 
+TEST(AdminStatus, ShowsTheNextOccurrenceOfEachScheduleOnce)
+{
+    AdminTool tool;
+    EXPECT_EQ(
+        tool.run({"add", "Often", "--program", "/bin/true", "--rule", "FREQ=SECONDLY;INTERVAL=7"}).status, 0);
+    tool.add("Tomorrow");
+    const std::string shown = tool.run({"status"}).output.toStdString();
+    const auto at = shown.find("Often");
+    ASSERT_NE(at, std::string::npos) << shown;
+    EXPECT_EQ(shown.find("Often", at + 1), std::string::npos) << shown;
+    EXPECT_THAT(shown, HasSubstr("Tomorrow"));
+}
+
 TEST(AdminStatus, TakesNobodyForAnAgentWhoIsAnotherUser)
 {
     AdminTool tool;

@@ -114,6 +114,22 @@ TEST(CalendarFile, BeginsAtTheRulesOwnFirstDateWhateverIsExcludedOrAdded)
     EXPECT_THAT(calendar, testing::HasSubstr("\r\nEXDATE;TZID=Europe/Berlin:20260320T090000\r\n"));
 }
 
+TEST(CalendarFile, EndsAtAMomentInAZoneAndAtAWallTimeInNone)
+{
+    const auto ruleOf = [](const QString &rule, const QString &zone) {
+        const QString calendar =
+            QString::fromUtf8(CalendarFile::of({repeating(rule, "2026-03-14T09:00:00", zone)}, now));
+        return calendar.section("RRULE:", 1, 1).section("\r\n", 0, 0).toStdString();
+    };
+    for (const char *until : {"UNTIL=20260420", "UNTIL=20260420T235959"}) {
+        const QString rule = QString("FREQ=DAILY;%1").arg(until);
+        EXPECT_EQ(ruleOf(rule, "Europe/Berlin"), "FREQ=DAILY;UNTIL=20260420T215959Z");
+        EXPECT_EQ(ruleOf(rule, {}), "FREQ=DAILY;UNTIL=20260420T235959");
+    }
+    EXPECT_EQ(ruleOf("FREQ=DAILY;UNTIL=20260420T120000Z", {}), "FREQ=DAILY;UNTIL=20260420T120000Z");
+    EXPECT_EQ(ruleOf("FREQ=DAILY;UNTIL=20260420T120000z", "Asia/Tokyo"), "FREQ=DAILY;UNTIL=20260420T120000z");
+}
+
 TEST(CalendarFile, TheZonesClocksAreToldFromAYearBeforeTheFirstDay)
 {
     const QByteArray data =

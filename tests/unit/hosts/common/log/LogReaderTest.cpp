@@ -66,6 +66,24 @@ TEST_F(LogReaderTest, FindsTheLastLinesThatFillTheLastBlocksToTheByte)
     }
 }
 
+TEST_F(LogReaderTest, LooksThroughTheLastSixteenMegabytesForLines)
+{
+    constexpr int megabyte = 1 << 20;
+    append("too far away\n" + QByteArray(5 * megabyte, 'x') + '\n');
+    for (int i = 0; i < 10; ++i)
+        append(QByteArray(megabyte - 1, 'x') + '\n');
+    append("last\n");
+    ASSERT_TRUE(reader.open());
+    EXPECT_THAT(reader.lastLines(1), ElementsAre("last"));
+    ASSERT_TRUE(reader.open());
+    EXPECT_EQ(reader.lastLines(11).size(), 11);
+    append(QByteArray(2 * megabyte, 'x') + '\n');
+    ASSERT_TRUE(reader.open());
+    const auto lines = reader.lastLines(50);
+    EXPECT_TRUE(lines.contains("last"));
+    EXPECT_FALSE(lines.contains("too far away"));
+}
+
 TEST_F(LogReaderTest, StartsAgainWhenTheFileWasCut)
 {
     append("one\ntwo\n");
