@@ -39,6 +39,14 @@ void expectArrives(const NSNotification &notification, const QByteArray &signatu
     EXPECT_FALSE(read->sender);
 }
 
+QVariant nestedList(int levels)
+{
+    QVariant value = 1;
+    for (int i = 0; i < levels; ++i)
+        value = QVariantList{value};
+    return value;
+}
+
 QVariant nested(int levels)
 {
     QVariant value = 1;
@@ -73,7 +81,10 @@ TEST(DistributedMessage, CarriesInABlockWhatTheBusCannot)
     expectArrives(NSNotification("Name", "s", {{"k", QVariant()}}), "sayu");
     const QDateTime date({2026, 3, 14}, {19, 30}, QTimeZone("Europe/Vienna"));
     expectArrives(NSNotification("Name", "s", {{"Date", date}}), "sayu");
-    expectArrives(NSNotification("Name", "s", {{"k", nested(9)}}), "ssa{sv}u");
+    for (const QVariant &deepest : {nested(9), nestedList(9)})
+        expectArrives(NSNotification("Name", "s", {{"k", deepest}}), "ssa{sv}u");
+    for (const QVariant &tooDeep : {nested(10), nestedList(10)})
+        expectArrives(NSNotification("Name", "s", {{"k", tooDeep}}), "sayu");
     expectArrives(NSNotification("Name", "s", {{"k", QVariantList{nested(20), 1LL}}}), "sayu");
 }
 

@@ -143,6 +143,26 @@ TEST_F(NSDistributedNotificationCenterTest, ListensToTheNamesThatAreWantedAndNoO
     EXPECT_FALSE(bus->hear);
 }
 
+TEST_F(NSDistributedNotificationCenterTest, CallsAnObserverNoMoreThatIsTakenBackWhileAnotherStays)
+{
+    Observer another;
+    for (Observer *each : {&observer, &another}) {
+        center.addObserver(each, "heard", "One");
+        center.addObserver(each, "heard", "Two", "sender");
+    }
+    center.removeObserver(&observer, "Two", "another");
+    hear("Two");
+    EXPECT_EQ(observer.names, QStringList("Two"));
+    center.removeObserver(&observer, "Two", "sender");
+    hear("Two");
+    EXPECT_EQ(observer.names, QStringList("Two"));
+    center.removeObserver(&observer);
+    hear("One");
+    EXPECT_EQ(observer.names, QStringList("Two"));
+    EXPECT_EQ(another.names, QStringList({"Two", "Two", "One"}));
+    center.removeObserver(&another);
+}
+
 TEST_F(NSDistributedNotificationCenterTest, ForgetsAnObserverThatIsDestroyed)
 {
     auto passing = std::make_unique<Observer>();

@@ -349,6 +349,8 @@ TEST_F(SchedulerTest, WhatIsHeldBackDoesNotComeDueUntilItIsLetGo)
     scheduler.setSchedules({schedule("a"), schedule("b")});
     scheduler.holdBack({"a", noon()});
     EXPECT_EQ(due(), QStringList{"b"});
+    EXPECT_TRUE(scheduler.isHeldBack({"a", noon()}));
+    EXPECT_FALSE(scheduler.isHeldBack({"b", noon()}));
     scheduler.setSchedules({schedule("b"), schedule("a")});
     EXPECT_EQ(due(), QStringList{"b"}) << "also when the store was read anew";
     EXPECT_EQ(scheduler.pendingAt(noon()).size(), 2);

@@ -335,6 +335,8 @@ TEST_F(CommandSettings, KeepsArgumentsThatAreNoListAndEntriesThatAreNoText)
         EXPECT_EQ(read().value("Arguments"), arguments);
         EXPECT_TRUE(find<QPushButton>("add")->isEnabled());
     }
+    fill({{"Arguments", QVariantList{7, true, QVariantList{1, "a"}, QVariantMap{{"b", 1}}}}});
+    EXPECT_EQ(texts(), (QStringList{"7", "true", "[1,\"a\"]", "{\"b\":1}"}));
     fill({{"Arguments", QStringList{"one"}}});
     EXPECT_EQ(read().value("Arguments").typeId(), QMetaType::QStringList) << "the very value";
 }

@@ -181,6 +181,15 @@ TEST_F(PlugInLoaderTest, SaysWhatAFactoryThrew)
     EXPECT_THAT(failureOf(KIT_MODULES "/FactoryThrows.so"), HasSubstr("no factory today"));
 }
 
+TEST_F(PlugInLoaderTest, SaysWhatTheInitialisationOfAClassThrew)
+{
+    const QString path =
+        makeBundle("Breaking", {{"WDDaemonModule", "InitializeClassRefuses.so"}, {"Breaks Down", true}},
+                   {KIT_MODULES "/InitializeClassRefuses.so"});
+    EXPECT_FALSE(make(path));
+    EXPECT_THAT(error.toStdString(), HasSubstr("no class today"));
+}
+
 TEST_F(PlugInLoaderTest, SaysWhatAConstructorThrew)
 {
     EXPECT_THAT(failureOf(KIT_MODULES "/ConstructorThrows.so"),
