@@ -199,7 +199,9 @@ TEST_F(PmsetTest, OnlyTheSystemsOwnerMayChange)
 TEST_F(PmsetTest, TellsItsVersionAndHelp)
 {
     EXPECT_THAT(run({"--version"}).output, HasSubstr("pmset "));
-    EXPECT_THAT(run({"--help"}).output, HasSubstr("pmset schedule wake|poweron DATE"));
+    const std::string help = run({"--help"}).output;
+    EXPECT_THAT(help, HasSubstr("pmset schedule wake|poweron DATE"));
+    EXPECT_THAT(help, HasSubstr("[ORDER [TYPE DATE]]"));
 }
 
 TEST_F(PmsetTest, HasItsOwnNameWhateverTheLinkToItIsCalled)

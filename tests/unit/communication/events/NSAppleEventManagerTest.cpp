@@ -52,6 +52,8 @@ public:
         throw 17;
     }
     Q_INVOKABLE void other(int) { calls += -2; }
+    Q_INVOKABLE void otherFirst(int, const std::shared_ptr<NSAppleEventDescriptor> &) { calls += -2; }
+    Q_INVOKABLE void otherSecond(const std::shared_ptr<NSAppleEventDescriptor> &, int) { calls += -2; }
 
     QString name = "first";
     QList<int> calls;
@@ -146,7 +148,7 @@ TEST_F(AppleEventManager, ForgetsAHandlerThatIsDestroyed)
 TEST_F(AppleEventManager, CallsNoOperationThatTakesSomethingElse)
 {
     AppleEvent reply;
-    for (const char *selector : {"other", "none", "deleteLater", ""}) {
+    for (const char *selector : {"other", "otherFirst", "otherSecond", "none", "deleteLater", ""}) {
         manager().setEventHandlerForEventClass(&handler, selector, testClass, testID);
         EXPECT_EQ(sendWaiting(eventToSelf(), &reply), errAEEventNotHandled) << selector;
     }

@@ -339,3 +339,35 @@ TEST_F(ScheduleBookTest, SaysNothingOfARepetitionThatIsNoMore)
     EXPECT_EQ(client.lastChanges["repeats"], QVariant(QVariantMap()));
 }
 } // namespace
+
+TEST_F(ScheduleBookTest, ReadsAScheduleAnewOfWhichAnOccurrenceBeginsOrEnds)
+{
+    const QString key = keyOf("Backup");
+    const auto moveOn = [this](const char *next) { client.schedules["1"].insert("next", next); };
+    moveOn("2026-03-16T22:00:00Z");
+    Q_EMIT client.occurrenceBegan("1", "2026-03-15T22:00:00Z", {});
+    settle();
+    EXPECT_EQ(entry(key).next, QDateTime({2026, 3, 16}, {22, 0}, Qt::UTC));
+    moveOn("2026-03-17T22:00:00Z");
+    Q_EMIT client.occurrenceEnded("1", "2026-03-15T22:00:00Z", {});
+    settle();
+    EXPECT_EQ(entry(key).next, QDateTime({2026, 3, 17}, {22, 0}, Qt::UTC));
+}
+
+TEST_F(ScheduleBookTest, TellsWhatIsWantedNoMoreAsEmpty)
+{
+    client.changeElsewhere("1", {{"missed", "run once"},
+                                 {"owner", 501U},
+                                 {"repeats", QVariantMap{{"rule", "FREQ=DAILY"}}},
+                                 {"missedLimit", quint64(60)}});
+    settle();
+    book->change(
+        keyOf("Backup"),
+        {{"missed", QVariant()}, {"owner", QVariant()}, {"repeats", QVariant()}, {"missedLimit", QVariant()}},
+        "Change");
+    apply();
+    EXPECT_EQ(failures, 0);
+    QVariantMap told = client.lastChanges;
+    told.remove("revision");
+    EXPECT_EQ(told, (QVariantMap{{"missed", ""}, {"owner", ""}, {"repeats", QVariantMap()}}));
+}

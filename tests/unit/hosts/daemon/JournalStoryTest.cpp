@@ -101,6 +101,16 @@ TEST_F(JournalStoryTest, WhatBeginsIsToldAMomentAfterwards)
     EXPECT_TRUE(journal.next().isEmpty());
 }
 
+TEST_F(JournalStoryTest, WhatIsNobodysIsToldAsRoots)
+{
+    const JournalSocket journal(root);
+    occurrence.schedule.owner.reset();
+    daemon->keeper().scheduler().setSchedules({occurrence.schedule});
+    begin();
+    clock.advance(50ms);
+    EXPECT_EQ(journal.next()["DOZELY_USER"], "0");
+}
+
 TEST_F(JournalStoryTest, WhatBecameOfItIsToldWithItsReason)
 {
     const JournalSocket journal(root);

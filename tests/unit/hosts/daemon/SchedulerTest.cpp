@@ -357,3 +357,20 @@ TEST_F(SchedulerTest, WhatIsHeldBackDoesNotComeDueUntilItIsLetGo)
     scheduler.letGo({"a", noon()});
     EXPECT_EQ(due(), QStringList({"b", "a"}));
 }
+
+TEST_F(SchedulerTest, KnowsWhatIsStoredWhateverDateSomethingThatRepeatsHasReached)
+{
+    Schedule hourly = schedule("a", noon().addSecs(-7200));
+    hourly.timeZone = "UTC";
+    hourly.recurrence = Recurrence{"FREQ=HOURLY", WallTime::of(hourly.date), {}, {}, {}};
+    const QList<Schedule> stored{hourly, schedule("b")};
+    scheduler.setSchedules(stored);
+    EXPECT_TRUE(scheduler.hasStored(stored));
+    EXPECT_FALSE(scheduler.hasStored({hourly}));
+    EXPECT_FALSE(scheduler.hasStored({schedule("b"), hourly}));
+    for (int i = 0; i < stored.size(); ++i) {
+        QList<Schedule> others = stored;
+        others[i].date = others[i].date.addSecs(3600);
+        EXPECT_FALSE(scheduler.hasStored(others)) << i;
+    }
+}

@@ -201,8 +201,14 @@ TEST_F(MonthViewTest, AnOccurrenceIsSkippedPutOffAndRun)
     EXPECT_EQ(skips.at(0).at(1), backup.date);
     press("Run now");
     EXPECT_EQ(runs.count(), 1);
-    button("Put off")->defaultAction()->menu()->actions().at(2)->trigger();
-    EXPECT_EQ(putOff, "id-Backup 3600");
+    QStringList delays;
+    for (QAction *const delay : button("Put off")->defaultAction()->menu()->actions()) {
+        delay->trigger();
+        delays += delay->text() + ": " + putOff;
+    }
+    EXPECT_EQ(delays,
+              (QStringList{"10 minutes: id-Backup 600", "30 minutes: id-Backup 1800",
+                           "1 hour: id-Backup 3600", "3 hours: id-Backup 10800", "1 day: id-Backup 86400"}));
 }
 
 TEST_F(MonthViewTest, WhatIsPastOrSkippedIsOnlyRun)

@@ -157,6 +157,26 @@ TEST_F(RecurrenceFormTest, ProposesTheNextDayOfWhatRepeatedForWhatIsToTakePlaceO
     EXPECT_EQ(rule(), "2026-03-20T11:00:00Z");
 }
 
+TEST_F(RecurrenceFormTest, ProposesToExpertsWhatWasEditedLast)
+{
+    const auto showOnce = [this] { form.setRecurrence(utc("2026-03-20T12:00:00Z"), zone, {}); };
+    showOnce();
+    choose(Kind::Expert);
+    EXPECT_EQ(find<QLineEdit>("Rule")->text(), "FREQ=DAILY");
+    showOnce();
+    choose(Kind::Weekdays);
+    type<QTimeEdit>("Time", "1315"); // who only passes a kind by has not settled for it
+    kinds()->setCurrentIndex(kinds()->findData(static_cast<int>(Kind::Expert))); // as by the mouse
+    EXPECT_EQ(find<QLineEdit>("Rule")->text(), "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR");
+}
+
+TEST_F(RecurrenceFormTest, KeepsAnEndAfterOneTime)
+{
+    show(recurrence("FREQ=DAILY;COUNT=1", "2026-03-20T12:00:00"));
+    type<QTimeEdit>("Time", "1315");
+    EXPECT_EQ(rule(), "FREQ=DAILY;COUNT=1 2026-03-20T13:15:00");
+}
+
 TEST_F(RecurrenceFormTest, ShowsAnyRuleToExpertsAsItIs)
 {
     for (const auto &[rule, kind, start] : rules()) {
