@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/admin/StructuredFile.h"
 
+#include "DozelyKit/core/files/PropertyList.h"
 #include "support/PrintTo.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,9 @@ TEST(StructuredFile, WhatMayMeanMoreThanItSaysIsRefused)
     EXPECT_EQ(faultOf("a: 1\n---\nb: 2\n"), "it has more than one document");
     EXPECT_EQ(faultOf(""), "it is empty");
     EXPECT_EQ(faultOf(QByteArray(200, '[') + QByteArray(200, ']')), "it is nested too deeply, in line 1");
+    const auto nested = [](int levels) { return QByteArray(levels, '[') + QByteArray(levels, ']'); };
+    EXPECT_NE(faultOf(nested(dozely::PropertyList::maximumDepth + 1)), "it is nested too deeply, in line 1");
+    EXPECT_EQ(faultOf(nested(dozely::PropertyList::maximumDepth + 2)), "it is nested too deeply, in line 1");
     EXPECT_NE(faultOf("a: [1\n"), "none");
     EXPECT_NE(faultOf("{\"a\": ]"), "none");
     EXPECT_NE(faultOf("<plist>"), "none");

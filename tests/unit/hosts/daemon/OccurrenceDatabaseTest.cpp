@@ -450,3 +450,28 @@ TEST_F(OccurrenceDatabaseTest, SaysWhyItCouldNotBeWrittenAndTriesAgain)
     ASSERT_TRUE(database.write(change("a", noon(), {Done, {}, {}}), noDate));
     EXPECT_EQ(found(database, "a")->state, Done);
 }
+
+TEST_F(OccurrenceDatabaseTest, KeepsTheLatestOfEachUserWhoAskedForThem)
+{
+    OccurrenceDatabase database;
+    database.setLimits({.ofAnAsker = 2});
+    ASSERT_TRUE(database.open(noon()).complaints.isEmpty());
+    OccurrenceRecord::Changes changes;
+    for (const quint32 user : {501U, 502U, 503U}) {
+        for (int hour = 0; hour < 4; ++hour) {
+            OccurrenceEntry entry{Done, {}, {}};
+            entry.askedBy = user;
+            entry.ended = noon().addSecs(3600 * hour);
+            changes.insert(Key(QString::number(user) + QString::number(hour), entry.ended), entry);
+        }
+    }
+    ASSERT_TRUE(database.write(changes, noDate));
+    for (const quint32 user : {501U, 502U, 503U}) {
+        for (int hour = 0; hour < 4; ++hour)
+            EXPECT_EQ(
+                found(database, QString::number(user) + QString::number(hour), noon().addSecs(3600 * hour))
+                    .has_value(),
+                hour >= 2)
+                << user << ' ' << hour;
+    }
+}

@@ -189,6 +189,8 @@ TEST_F(RunawayScriptTest, PaysForEachCallOfTheLibraryByWhatItDoes)
     for (const char *name : {"upper", "lower", "reverse"})
         EXPECT_EQ(work(QString("s:%1()").arg(name), QString("e:%1()").arg(name)), 200) << name;
     EXPECT_EQ(work("s:sub(1)", "e:sub(1)"), 100);
+    EXPECT_EQ(work("s:find('y')", "e:find('y')"), 100);
+    EXPECT_EQ(work("s:find('[y]')", "e:find('[y]')"), 6400); // four a place
     EXPECT_EQ(work("s:byte(1, 400)", "e:byte(1, 400)"), 100); // values: 4 a step
     EXPECT_EQ(work("utf8.codepoint(s, 1, 400)", "utf8.codepoint(s, 1, 0)"), 100);
     EXPECT_EQ(work("utf8.len(s)", "utf8.len(e)"), 1599 / 16);
