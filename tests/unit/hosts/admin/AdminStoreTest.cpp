@@ -280,6 +280,15 @@ TEST_F(AdminStoreTest, CleanLeavesWhatSomebodyHasAskedForOrWhatRunsAgain)
     }
     EXPECT_EQ(tool.run({"clean"}).output, "\"done\" is over and removed.\n");
     EXPECT_EQ(entries().size(), 3);
+    EXPECT_EQ(tool.run({"clean", "--json"}).json()["schedules"].toArray(), QJsonArray());
+}
+
+TEST_F(AdminStoreTest, CleanTellsProgramsWhatItRemoved)
+{
+    record({{"done", "done", 0}});
+    const auto removed = tool.run({"clean", "--json"}).json()["schedules"].toArray();
+    ASSERT_EQ(removed.size(), 1);
+    EXPECT_EQ(removed[0].toObject()["name"], "done");
 }
 
 TEST_F(AdminStoreTest, CleanRemovesWhatIsOverUnlessItIsToStay)

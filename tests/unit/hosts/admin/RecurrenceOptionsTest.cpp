@@ -254,6 +254,22 @@ TEST_F(RecurrenceOptionsTest, AnotherBeginningLeavesTheDays)
     EXPECT_EQ(rule({"--from", "2027-04-01"}), "FREQ=YEARLY;BYMONTH=6;BYMONTHDAY=6 2027-06-06T22:00:00");
 }
 
+TEST_F(RecurrenceOptionsTest, AnotherBeginningHasARuleSayTheDayThatItLeftToTheFormerOne)
+{
+    const auto movedOn = [this](const char *former) {
+        setFormer(former, "2026-03-05T22:00:00"); // a Thursday
+        return rule({"--from", "2026-04-01"}).section(' ', 0, 0).toStdString();
+    };
+    EXPECT_EQ(movedOn("FREQ=WEEKLY"), "FREQ=WEEKLY;BYDAY=TH");
+    EXPECT_EQ(movedOn("FREQ=MONTHLY"), "FREQ=MONTHLY;BYMONTHDAY=5");
+    EXPECT_EQ(movedOn("FREQ=YEARLY"), "FREQ=YEARLY;BYMONTH=3;BYMONTHDAY=5");
+    EXPECT_EQ(movedOn("FREQ=YEARLY;BYMONTH=7"), "FREQ=YEARLY;BYMONTH=7;BYMONTHDAY=5");
+    for (const char *whole :
+         {"FREQ=DAILY", "FREQ=WEEKLY;BYDAY=MO", "FREQ=MONTHLY;BYMONTHDAY=7", "FREQ=YEARLY;BYYEARDAY=200",
+          "FREQ=YEARLY;BYWEEKNO=20", "FREQ=YEARLY;BYDAY=20MO"})
+        EXPECT_EQ(movedOn(whole), whole);
+}
+
 TEST_F(RecurrenceOptionsTest, ExceptionsStayWhereTheyAreStillSome)
 {
     setFormer("FREQ=DAILY", "2026-03-02T22:00:00",

@@ -103,3 +103,24 @@ TEST_F(ActionPaneTest, TouchesAViewNoMoreThatItHasLetGo)
     EXPECT_FALSE(view->isHidden());
     view->setParent(nullptr); // the plug-in's own
 }
+
+TEST_F(ActionPaneTest, TellsWhatWasEditedAddedAndTakenAway)
+{
+    const QString talk = makeAction("Talk");
+    open();
+    ASSERT_TRUE(isTried(talk));
+    QList<QVariantMap> edits;
+    QObject::connect(pane.get(), &ActionPane::edited, [&](const QVariantMap &changes) { edits += changes; });
+    QVariantMap parameters{{"Text", "hello"}, {"Other", 7}};
+    pane->show(talk, parameters);
+    const auto write = [&](const QString &text) {
+        pane->findChild<QLineEdit *>("text")->setText(text);
+        pane->commit();
+        return edits.isEmpty() ? QVariantMap() : edits.takeLast();
+    };
+    EXPECT_EQ(write("hello"), QVariantMap());
+    EXPECT_EQ(write("bye"), (QVariantMap{{"Text", "bye"}}));
+    EXPECT_EQ(write(""), (QVariantMap{{"Text", QVariant()}}));
+    EXPECT_EQ(write("again"), (QVariantMap{{"Text", "again"}}));
+    EXPECT_TRUE(edits.isEmpty());
+}

@@ -65,7 +65,10 @@ public:
             return;
         if (bundle()->objectForInfoDictionaryKey("Behaviour").toString() == "tidies up")
             m_text->setText(m_text->text().trimmed());
-        parameters()->insert("Text", m_text->text());
+        if (m_text->text().isEmpty())
+            parameters()->remove("Text");
+        else
+            parameters()->insert("Text", m_text->text());
     }
     QVariantMap defaultParameters() const override { return {{"Text", "as usual"}}; }
     bool needsWakeUpByDefault() const override { return true; }
