@@ -262,7 +262,11 @@ TEST(PropertyList, IsNeverWrittenLargerThanItCouldBeRead)
 TEST(PropertyList, SurvivesTwoHundredThousandLevelsOfXml)
 {
     EXPECT_THAT(refusal(nested(65)), HasSubstr("deeper than 64 levels"));
-    EXPECT_THAT(refusal(QByteArray("<array>").repeated(100'000)), HasSubstr("deeper than 64 levels"));
+    for (const QByteArray &level : {QByteArray("<array>"), QByteArray("<dict><key>k</key>"),
+                                    QByteArray("<dict><key>k</key><array>"), QByteArray("<array><array/>")})
+        EXPECT_THAT(refusal("<plist version=\"1.0\">" + level.repeated(40'000)),
+                    HasSubstr("deeper than 64 levels"))
+            << level.constData();
     EXPECT_NE(refusal(QByteArray("<plist>").repeated(100'000)), "");
     EXPECT_NE(refusal(QByteArray("<string>").repeated(100'000)), "");
 }

@@ -221,7 +221,9 @@ TEST_F(AdminChannelTest, SkipAndPostponeAskTheDaemonForOneOccurrence)
     EXPECT_EQ(tool.run({"postpone", "Daily", "10m"}).output,
               "\"Daily\" is postponed by 10 min: its next time.\n");
     EXPECT_EQ(tool.run({"postpone", daily, "90", "--date", "2060-03-15 03:00"}).status, 0);
-    ASSERT_EQ(receiver->orders.size(), 4);
+    EXPECT_EQ(tool.run({"postpone", daily, "1"}).status, 0);
+    EXPECT_EQ(tool.run({"postpone", daily, "0"}).status, 2);
+    ASSERT_EQ(receiver->orders.size(), 5);
     EXPECT_EQ(receiver->orders[0].first, "DaemonMustSkipEvent");
     EXPECT_EQ(receiver->orders[0].second, QVariantMap({{"Schedule Identifier", daily}}));
     EXPECT_EQ(receiver->orders[1].second["Schedule Date"].toDateTime(), march15);
@@ -230,6 +232,7 @@ TEST_F(AdminChannelTest, SkipAndPostponeAskTheDaemonForOneOccurrence)
               QVariantMap({{"Schedule Identifier", daily}, {"Schedule Delay", 600LL}}));
     EXPECT_EQ(receiver->orders[3].second["Schedule Delay"], 90LL);
     EXPECT_EQ(receiver->orders[3].second["Schedule Date"].toDateTime(), march15);
+    EXPECT_EQ(receiver->orders[4].second["Schedule Delay"], 1LL);
     for (const QString word : {"skip", "postpone"}) {
         receiver->refusal = OrderRefusal::Kind::Impossible;
         QStringList command{word, "Daily"};

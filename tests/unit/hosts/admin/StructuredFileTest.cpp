@@ -65,5 +65,6 @@ TEST(StructuredFile, WhatMayMeanMoreThanItSaysIsRefused)
     EXPECT_NE(faultOf("a: [1\n"), "none");
     EXPECT_NE(faultOf("{\"a\": ]"), "none");
     EXPECT_NE(faultOf("<plist>"), "none");
+    EXPECT_NE(faultOf("<plist version=\"1.0\"><date>some day</date></plist>"), "none");
     EXPECT_EQ(faultOf(QByteArray((16 << 20) + 1, ' ')), "it is larger than 16 MiB");
 }

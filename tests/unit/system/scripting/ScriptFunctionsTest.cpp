@@ -6,6 +6,8 @@
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 
+#include <QDir>
+
 #include <gmock/gmock.h>
 
 #include <stdexcept>
@@ -132,6 +134,7 @@ TEST_F(ScriptFunctionsTest, RunAProgramInACleanEnvironment)
     EXPECT_THAT(environment, HasSubstr("PATH=/usr/local/bin:/usr/bin:/bin\n"));
     EXPECT_THAT(environment, HasSubstr("HOME="));
     EXPECT_THAT(environment, testing::Not(HasSubstr("SECRET")));
+    EXPECT_EQ(outcomeOf("return dozely.run('/bin/pwd').output"), QDir::homePath().toStdString() + "\n");
 }
 
 TEST_F(ScriptFunctionsTest, RefuseToRunWhatIsNoProgramWithArguments)
