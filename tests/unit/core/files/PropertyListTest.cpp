@@ -435,12 +435,27 @@ TEST(PropertyList, MayHoldCommentsCharacterDataAndAByteOrderMark)
 
 TEST(PropertyList, IsRefusedWhenItIsSomethingElse)
 {
-    for (const char *data :
-         {"", " ", "hello", "{ a = b; }", "bplist", "bplist00", "<html></html>", "<plist></plist>",
-          "<plist version=\"1.0\"/>", "<plist><true/><true/></plist><plist/>", "<plist <!-- ><true/></plist>",
-          "<!DOCTYPE <plist><plist><true/></plist>", "<plistx><true/></plist>", "<plist a=\"><true/></plist>",
-          "<plist/><true/></plist>", "<plist <x><true/></plist>",
-          "<!DOCTYPE plist \"a><plist><true/></plist>", "<!DOCTYP><plist><true/></plist>"})
+    for (const char *data : {"",
+                             " ",
+                             "hello",
+                             "{ a = b; }",
+                             "bplist",
+                             "bplist00",
+                             "<html></html>",
+                             "<plist></plist>",
+                             "<plist version=\"1.0\"/>",
+                             "<plist><true/><true/></plist><plist/>",
+                             "<plist <!-- ><true/></plist>",
+                             "<!DOCTYPE <plist><plist><true/></plist>",
+                             "<plistx><true/></plist>",
+                             "<plist a=\"><true/></plist>",
+                             "<plist/><true/></plist>",
+                             "<!--><plist><true/></plist>",
+                             "<!---><plist><true/></plist>",
+                             "<?><plist><true/></plist>",
+                             "<plist <x><true/></plist>",
+                             "<!DOCTYPE plist \"a><plist><true/></plist>",
+                             "<!DOCTYP><plist><true/></plist>"})
         EXPECT_NE(refusal(data), "") << data;
 }
 

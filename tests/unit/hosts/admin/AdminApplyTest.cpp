@@ -96,7 +96,9 @@ TEST_F(AdminApplyTest, StartsAreSpreadByTheIdOfTheMachine)
     EXPECT_EQ(tool.run({"apply", "--spread", "30m", file}).status, 4);
     EXPECT_THAT(tool.run({"list"}).output.toStdString(), HasSubstr("every day at 03:09:01"));
     EXPECT_EQ(tool.run({"apply", "--spread", "30m", file}).status, 0);
-    EXPECT_EQ(tool.run({"apply", "--spread", "often", file}).status, 2);
+    for (const char *wrong : {"often", "0", "86401", "25h"})
+        EXPECT_EQ(tool.run({"apply", "--spread", wrong, file}).status, 2) << wrong;
+    EXPECT_EQ(tool.run({"apply", "--spread", "1", file}).status, 4);
     EXPECT_THAT(
         tool.run({"add", "B", "--program", "/bin/true", "--every", "day", "--at", "04:00", "--spread", "30m"})
             .output.toStdString(),

@@ -236,6 +236,18 @@ TEST_F(RecurrenceOptionsTest, OtherDaysLeaveTheTimesAndTheEnd)
         << "of what took place once";
 }
 
+TEST_F(RecurrenceOptionsTest, DaysOfTheMonthTakeThePlaceOfThoseOfWeeks)
+{
+    setFormer("FREQ=MONTHLY;BYDAY=MO,TU,WE,TH,FR;BYSETPOS=-1", "2026-03-31T22:00:00");
+    EXPECT_EQ(rule({"--on", "5"}), "FREQ=MONTHLY;BYMONTHDAY=5 2026-04-05T22:00:00");
+}
+
+TEST_F(RecurrenceOptionsTest, EveryMonthMayBeginOnADayThatAllMonthsHave)
+{
+    EXPECT_EQ(rule({"--every", "month", "--from", "2026-03-28 09:00"}), "FREQ=MONTHLY 2026-03-28T09:00:00");
+    EXPECT_EQ(refusal({"--every", "month", "--from", "2026-03-29 09:00"}).left(17), "Every month from ");
+}
+
 TEST_F(RecurrenceOptionsTest, AnotherEndLeavesTheRule)
 {
     setFormer("FREQ=WEEKLY;INTERVAL=2;COUNT=9", "2026-03-02T22:00:00");

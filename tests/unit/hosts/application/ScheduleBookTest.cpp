@@ -292,6 +292,7 @@ TEST_F(ScheduleBookTest, AddsAgainWhatSomebodyRemovedWhileItWasChangedHere)
     client.removeElsewhere("1");
     settle();
     EXPECT_TRUE(entry(key).isChangedElsewhere);
+    EXPECT_FALSE(entry(key).next.isValid());
     apply();
     EXPECT_EQ(client.schedules["added-1"]["name"], "Mine");
 }

@@ -44,6 +44,19 @@ TEST_F(VersionTest, IsTheProductVersionOfTheSystemVersionFile)
     EXPECT_EQ(systemSubtype(), 15);
 }
 
+TEST_F(VersionTest, IsReadFromTheSystemsReleaseAsAShellWould)
+{
+    for (const auto &[line, version] : {std::pair<QByteArray, const char *>{"VERSION_ID=12.5", "12.5"},
+                                        {"VERSION_ID=\"12'5\"", "12'5"},
+                                        {"VERSION_ID='12\"5'", "12\"5"},
+                                        {"VERSION_ID=\"1\"'2'3", "123"},
+                                        {"VERSION_ID=\"1\\\"2\"", "1\"2"},
+                                        {"VERSION_ID='1\\2'", "1\\2"}}) {
+        write("/etc/os-release", line + '\n');
+        EXPECT_EQ(systemVersion(), version) << line.constData();
+    }
+}
+
 TEST_F(VersionTest, GivesTypeTenAndSubtypeFourForVersion10_4_11)
 {
     writeVersion("<string>10.4.11</string>");

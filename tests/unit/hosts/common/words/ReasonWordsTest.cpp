@@ -82,9 +82,16 @@ TEST_F(ReasonWordsTest, TellsOfTheBusByItsErrorsNames)
                                     "org.freedesktop.DBus.Error.ServiceUnknown"})
                   .toStdString(),
               "Der Dozely-Dienst läuft nicht.");
-    EXPECT_EQ(
-        ReasonWords::of(Error{"Method call timed out", "org.freedesktop.DBus.Error.NoReply"}).toStdString(),
-        "Der Dozely-Dienst hat nicht rechtzeitig geantwortet.");
+    const auto ofBus = [](const QByteArray &name) {
+        return ReasonWords::of(Error{"what libraries say", "org.freedesktop.DBus.Error." + name})
+            .toStdString();
+    };
+    EXPECT_EQ(ofBus("NameHasNoOwner"), "Der Dozely-Dienst läuft nicht.");
+    for (const char *late : {"NoReply", "Timeout", "TimedOut"})
+        EXPECT_EQ(ofBus(late), "Der Dozely-Dienst hat nicht rechtzeitig geantwortet.") << late;
+    EXPECT_NE(ofBus("NoServer"), "what libraries say");
+    EXPECT_EQ(ofBus("Disconnected"), ofBus("NoServer"));
+    EXPECT_EQ(ofBus("Failed"), "what libraries say");
     EXPECT_EQ(ReasonWords::of(Error{"You are not allowed to do this.", "com.dozely.Error.NotAllowed"})
                   .toStdString(),
               "Das dürfen Sie nicht.");
