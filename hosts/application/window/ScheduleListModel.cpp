@@ -73,7 +73,8 @@ int ScheduleListModel::rowCount(const QModelIndex &parent) const
 
 Qt::ItemFlags ScheduleListModel::flags(const QModelIndex &index) const
 {
-    return QAbstractListModel::flags(index) | Qt::ItemIsUserCheckable | Qt::ItemNeverHasChildren;
+    const Qt::ItemFlags usual = QAbstractListModel::flags(index);
+    return index.isValid() ? usual | Qt::ItemIsUserCheckable | Qt::ItemNeverHasChildren : usual;
 }
 
 QVariant ScheduleListModel::data(const QModelIndex &index, int role) const

@@ -57,6 +57,8 @@ TEST_F(ApplyingTest, AsksBeforeItClosesWithChanges)
     EXPECT_FALSE(window->close());
     auto *const question = window->findChild<QMessageBox *>();
     ASSERT_NE(question, nullptr);
+    EXPECT_TRUE(question->isVisible());
+    EXPECT_TRUE(question->isModal());
     QTest::mouseClick(question->button(QMessageBox::Cancel), Qt::LeftButton);
     settle();
     EXPECT_TRUE(window->isVisible());
@@ -190,4 +192,18 @@ TEST_F(ApplyingTest, CountsWhatCouldNotBeApplied)
     EXPECT_FALSE(says("could not be applied"));
     EXPECT_EQ(client.schedules["1"]["name"], "Night");
     EXPECT_EQ(client.schedules["2"]["name"], "Day");
+}
+
+TEST_F(ApplyingTest, SaysSoWhileItIsUnderWay)
+{
+    open();
+    type("name", "Night");
+    const auto *const apply = find<QPushButton>("apply");
+    EXPECT_EQ(apply->text(), "A&pply");
+    window->book().apply();
+    EXPECT_EQ(apply->text(), "Applying…");
+    EXPECT_FALSE(apply->isEnabled());
+    settle();
+    EXPECT_EQ(apply->text(), "A&pply");
+    EXPECT_FALSE(apply->isEnabled());
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "hosts/application/program/Translations.h"
+
 #include "hosts/application/history/HistoryView.h"
 #include "hosts/application/history/LogPane.h"
 #include "hosts/application/month/MonthView.h"
@@ -9,6 +11,8 @@
 #include "hosts/common/program/StatusIconPreference.h"
 #include "support/FakeClock.h"
 
+#include <QAbstractItemModelTester>
+#include <QAbstractProxyModel>
 #include <QAccessible>
 #include <QCommandLinkButton>
 #include <QMenu>
@@ -143,6 +147,49 @@ TEST_F(MainWindowTest, WarnsInMinutesAndWakes)
     EXPECT_EQ(
         client.lastChanges.value("parameters").toMap(),
         (QVariantMap{{"Text", "hello"}, {"Alert", 1}, {"Delay before alert", 300}, {"Needs Wake Up", 1}}));
+}
+
+TEST_F(MainWindowTest, WarnsAMinuteOrSomeMinutesAhead)
+{
+    Translations::install({"de"});
+    open();
+    find<QCheckBox>("warns")->click();
+    auto *const minutes = find<QSpinBox>("minutes");
+    for (const int number : {5, 1, 2}) {
+        minutes->setValue(number);
+        EXPECT_EQ(minutes->suffix().trimmed().toStdString(), number == 1 ? "Minute" : "Minuten");
+    }
+}
+
+TEST_F(MainWindowTest, TakesAParameterAwayThatTheActionsViewHasNoMore)
+{
+    open();
+    find<QLineEdit>("text")->clear();
+    settle();
+    press("apply");
+    EXPECT_EQ(client.lastChanges.value("parameters"), QVariant(QVariantMap()));
+}
+
+TEST_F(MainWindowTest, HasModelsThatTellWhatTheyDo)
+{
+    open();
+    const QAbstractItemModelTester order(list().model(),
+                                         QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QAbstractItemModelTester model(static_cast<QAbstractProxyModel *>(list().model())->sourceModel(),
+                                         QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QString first = row(0);
+    client.changeElsewhere("3", {{"name", "Third"}, {"isEnabled", true}, {"next", "2026-03-14T06:30:00Z"}});
+    settle();
+    EXPECT_TRUE(row(0).startsWith("Third")) << "what takes place next comes first";
+    client.changeElsewhere("3", {{"next", "2027-03-14T06:30:00Z"}});
+    settle();
+    EXPECT_EQ(row(0), first);
+    client.removeElsewhere("3");
+    settle();
+    window->book().remove(window->book().at(0).key, "Removal");
+    window->book().steps().undo();
+    settle();
+    EXPECT_EQ(row(0), first);
 }
 
 TEST_F(MainWindowTest, ChangesNothingByAWheelThatPasses)

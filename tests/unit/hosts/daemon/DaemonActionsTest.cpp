@@ -76,3 +76,13 @@ TEST_F(DaemonActionsTest, PerformsWhatWasMadeReadyByOneThatEndedBeforeItHeardTha
     EXPECT_EQ(machine->count(), 2);
     EXPECT_EQ(messages().filter("Probe acts").size(), 1);
 }
+
+TEST_F(DaemonActionsTest, CallsInterruptedWhatAnEarlierDaemonBeganAndNobodyHasAnyMore)
+{
+    keeper.scheduler().setSchedules({occurrence.schedule});
+    keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
+    EXPECT_EQ(state(), OccurrenceState::Begun);
+    actions.takeUp();
+    EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Interrupted; }));
+    EXPECT_FALSE(actions.isGoingOn("a"));
+}

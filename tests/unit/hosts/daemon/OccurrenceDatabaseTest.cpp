@@ -4,6 +4,8 @@
 #include "support/PrintTo.h"
 #include "unit/hosts/HostFixture.h"
 
+#include <QDir>
+
 using namespace dozely;
 
 using enum OccurrenceState;
@@ -474,4 +476,25 @@ TEST_F(OccurrenceDatabaseTest, KeepsTheLatestOfEachUserWhoAskedForThem)
                 hour >= 2)
                 << user << ' ' << hour;
     }
+}
+
+TEST_F(OccurrenceDatabaseTest, CallsInterruptedWhatWasBegunBeforeItCouldNotBeOpened)
+{
+    {
+        OccurrenceDatabase earlier;
+        ASSERT_TRUE(earlier.open(noon()).complaints.isEmpty());
+        ASSERT_TRUE(earlier.write(change("a", noon(), {Begun, {}, {}}), noDate));
+        ASSERT_TRUE(earlier.write(change("b", noon(), {Done, {}, {}}), noDate));
+    }
+    const QString path = root.join(recordPath);
+    ASSERT_TRUE(QFile::rename(path, path + ".away"));
+    ASSERT_TRUE(QDir().mkdir(path)); // what is there is no file
+    OccurrenceDatabase database;
+    EXPECT_EQ(database.open(noon()).complaints.size(), 1);
+    ASSERT_TRUE(QDir().rmdir(path));
+    ASSERT_TRUE(QFile::rename(path + ".away", path));
+    ASSERT_TRUE(database.write(change("c", noon(), {Begun, {}, {}}), noDate));
+    EXPECT_EQ(found(database, "a")->state, Interrupted);
+    EXPECT_EQ(found(database, "b")->state, Done);
+    EXPECT_EQ(found(database, "c")->state, Begun);
 }

@@ -128,6 +128,17 @@ TEST_F(PowerPlannerTest, ABundleThatIsPutThereLaterIsAskedThen)
     EXPECT_EQ(events(), QStringList{"wake 540"});
 }
 
+TEST_F(PowerPlannerTest, WhatAPlugInAnswersLaterIsActedUponByItself)
+{
+    scheduler.setSchedules({wakeFor("a", 10min)});
+    planner.update();
+    EXPECT_EQ(events(), QStringList());
+    EXPECT_TRUE(waitUntil([&] {
+        clock->advance(50ms);
+        return events() == QStringList("wake 540");
+    }));
+}
+
 TEST_F(PowerPlannerTest, AnEventThatIsThereIsNotAskedForAgain)
 {
     plan({wakeFor("a", 10min)});

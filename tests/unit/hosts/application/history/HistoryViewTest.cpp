@@ -5,6 +5,7 @@
 #include "support/PrintTo.h"
 #include "support/ProcessorTime.h"
 
+#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
@@ -71,6 +72,16 @@ protected:
     std::shared_ptr<FakeClock> clock = std::make_shared<FakeClock>();
     std::unique_ptr<HistoryView> view;
 };
+
+TEST_F(HistoryViewTest, HasAModelThatTellsWhatItDoes)
+{
+    const QAbstractItemModelTester tester(table().model(),
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    showSome();
+    EXPECT_EQ(table().model()->columnCount(table().model()->index(0, 0)), 0);
+    EXPECT_EQ(table().model()->rowCount(table().model()->index(0, 0)), 0);
+    view->setOutcomes({});
+}
 
 TEST_F(HistoryViewTest, TellsOutcomesInWordsNewestFirst)
 {

@@ -6,7 +6,9 @@
 #include "support/PrintTo.h"
 #include "support/ScratchRoot.h"
 
+#include <QApplication>
 #include <QFile>
+#include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -85,4 +87,18 @@ TEST_F(LogPaneTest, SaysThatThereIsMore)
     write(QByteArray("Mar 14 05:00:00 line\n").repeated(2001));
     pane.showLines(at(5, 0, 0), at(5, 0, 0));
     EXPECT_EQ(remark(), "These are the first 2000 lines.");
+}
+
+TEST_F(LogPaneTest, HasItsRemarkAboveTheLinesWhichAreOfOneWidth)
+{
+    pane.resize(400, 300);
+    pane.show();
+    write("Mar 14 04:00:00 other\n");
+    pane.showLines(at(5, 0, 0), at(5, 0, 0));
+    const auto *const label = pane.findChild<QLabel *>();
+    const auto *const lines = pane.findChild<QPlainTextEdit *>();
+    QApplication::sendPostedEvents();
+    EXPECT_GT(label->height(), 0);
+    EXPECT_LE(label->geometry().bottom(), lines->geometry().top());
+    EXPECT_EQ(lines->font().family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
 }

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <QAbstractItemModelTester>
+
 #include <gtest/gtest.h>
 
 namespace
@@ -32,6 +34,7 @@ protected:
     }
 
     MonthModel model{QLocale("en_GB")};
+    QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
 } // namespace
 
