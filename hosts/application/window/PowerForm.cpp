@@ -58,10 +58,7 @@ PowerForm::PowerForm(QWidget *parent)
         m_minutes->setEnabled(isOn);
         tellAlert();
     });
-    connect(m_minutes, &QSpinBox::valueChanged, this, [this](int minutes) {
-        m_minutes->setSuffix(tr(" minutes", "behind a number, with a blank before it", minutes));
-        tellAlert();
-    });
+    connect(m_minutes, &QSpinBox::valueChanged, this, &PowerForm::tellAlert);
     connect(m_wakes, &QCheckBox::toggled, this, [this](bool isOn) {
         Q_EMIT edited({{ParameterKey::needsWakeUp, isOn ? 1 : 0}});
     });
