@@ -5,6 +5,7 @@
 #include "support/PrintTo.h"
 #include "support/WidgetDescription.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -15,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 
 namespace
 {
@@ -49,6 +51,32 @@ TEST_F(SessionSettingsTest, OpenCarriesItsItems)
     qputenv("PATH", path);
     EXPECT_EQ(remark(), "The program xdg-open (package xdg-utils) is not there: applications alone can be "
                         "opened.");
+}
+
+TEST_F(SessionSettingsTest, OpenTakesFilesFoldersAndApplicationsFromDialogs)
+{
+    load("Open");
+    fill({{"Items", QVariantList{"/first"}}});
+    plugIn->setupView()->show();
+    QApplication::setActiveWindow(plugIn->setupView());
+    const auto choose = [this](const char *button, const QString &path) {
+        QTimer::singleShot(0, qApp, [path] {
+            QWidget *const dialog = QApplication::activeModalWidget();
+            ASSERT_TRUE(dialog);
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            QTest::keyClick(dialog->findChild<QLineEdit *>("fileNameEdit"), Qt::Key_Return);
+        });
+        find<QPushButton>(button)->click();
+        return read().value("Items").toStringList().last();
+    };
+    EXPECT_EQ(choose("addFile", "/usr/bin/env"), "/usr/bin/env");
+    EXPECT_EQ(choose("addFolder", root.makeFolder("/music")), root.join("/music"));
+    EXPECT_EQ(read().value("Items").toList().size(), 3);
+    plugIn->setupView()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(plugIn->setupView()));
+    find<QPushButton>("remove")->setFocus();
+    find<QPushButton>("remove")->click();
+    EXPECT_EQ(QApplication::focusWidget(), find<QListWidget>("items")) << "the keyboard goes on there";
 }
 
 TEST_F(SessionSettingsTest, OpenHasARowEditedInAFieldThatScreenReadersFind)

@@ -459,6 +459,17 @@ TEST(PropertyList, IsRefusedWhenItIsSomethingElse)
         EXPECT_NE(refusal(data), "") << data;
 }
 
+TEST(PropertyList, InItsBinaryFormIsTheSameByteForByteAsOthersWriteIt)
+{
+    // plistlib.dumps({'a': [0, True, -1, 'é']}, fmt=plistlib.FMT_BINARY) of Python 3.11
+    const QByteArray expected = QByteArray::fromHex(
+        "62706c6973743030d101025161a40304050610000913ffffffffffffffff6100e9080b0d1214151e0000000000"
+        "000101000000000000000700000000000000000000000000000021");
+    const QVariantMap value{{"a", QVariantList{0, true, -1, "é"}}};
+    EXPECT_EQ(PropertyList::toData(value, PropertyList::Format::Binary).toHex().toStdString(),
+              expected.toHex().toStdString());
+}
+
 TEST(PropertyList, OfAFewHundredBytesDoesNotUnfoldToGigabytes)
 {
     // Each array holds the next one fourteen times: 14^8 values.

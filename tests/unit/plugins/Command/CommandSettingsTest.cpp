@@ -284,8 +284,8 @@ TEST_F(CommandSettings, AddsBehindTheCurrentArgumentAndRemovesIt)
     rows()->setCurrentRow(0);
     plugIn->setupView()->show();
     plugIn->setupView()->activateWindow();
-    rows()->setFocus();
     ASSERT_TRUE(QTest::qWaitForWindowActive(plugIn->setupView()));
+    EXPECT_TRUE(rows()->hasFocus()) << "where the keyboard goes on";
     QTest::keyClick(rows(), Qt::Key_Delete);
     EXPECT_EQ(read().value("Arguments"), (QVariantList{"two", "three"}));
 }

@@ -178,6 +178,13 @@ TEST(ChildProgram, KeepsTheHeadOfALongOutput)
     EXPECT_EQ(ending->status, 7); // it could write all of it
 }
 
+TEST(ChildProgram, HasAllOfItsOutputTakenThatItWroteBeforeItsEnd)
+{
+    const auto ending = shell("head -c 60000 /dev/zero").run(20s, 100'000);
+    ASSERT_TRUE(ending) << ending.error().text.toStdString();
+    EXPECT_EQ(ending->output.size(), 60'000);
+}
+
 TEST(ChildProgram, IsForgottenOnceLaunched)
 {
     const QTemporaryDir folder;
@@ -235,9 +242,8 @@ TEST(RunningProgram, KnowsForHowLongItHadNoProcessor)
     const auto second = busy.start([](const auto &) {});
     bool hasEnded = false;
     const auto idle = ChildProgram{"/bin/sleep", {"1000"}, {}}.start([&](const auto &) { hasEnded = true; });
-    ASSERT_TRUE(waitUntil([&] {
-        return first->timeWithoutProcessor() > 500ms && second->timeWithoutProcessor() > 500ms;
-    }));
+    ASSERT_TRUE(waitUntil(
+        [&] { return first->timeWithoutProcessor() > 500ms && second->timeWithoutProcessor() > 500ms; }));
     EXPECT_LT(idle->timeWithoutProcessor(), first->timeWithoutProcessor());
     idle->sendSignal(SIGKILL);
     ASSERT_TRUE(waitUntil([&] { return hasEnded; }));
