@@ -247,6 +247,17 @@ TEST_F(AdminChannelTest, SkipAndPostponeAskTheDaemonForOneOccurrence)
     }
 }
 
+TEST_F(AdminChannelTest, ADayIsThatFromItsFirstSecondOn)
+{
+    publishAs("dozelyd");
+    ASSERT_EQ(tool.run({"add", "Late", "--program", "/bin/true", "--every", "day", "--at", "23:59:59",
+                        "--from", "2060-03-13", "--time-zone", "UTC"})
+                  .status,
+              0);
+    EXPECT_EQ(tool.run({"skip", "Late", "--date", "2060-03-15", "--json"}).json()["date"],
+              "2060-03-15T23:59:59Z");
+}
+
 TEST_F(AdminChannelTest, SkipAndPostponeSayWhatIsWrongWithTheDate)
 {
     const QStringList daily{"add",     "Daily",   "--program", "/bin/true",

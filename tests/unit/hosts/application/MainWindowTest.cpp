@@ -170,6 +170,15 @@ TEST_F(MainWindowTest, TakesAParameterAwayThatTheActionsViewHasNoMore)
     EXPECT_EQ(client.lastChanges.value("parameters"), QVariant(QVariantMap()));
 }
 
+TEST_F(MainWindowTest, KeepsWhatWasTypedLastWhenAnotherScheduleIsChosen)
+{
+    open();
+    find<QLineEdit>("text")->setText("typed a moment ago");
+    list().setCurrentIndex(list().model()->index(1, 0));
+    settle();
+    EXPECT_EQ(window->book().at(0).value("parameters").toMap()["Text"], "typed a moment ago");
+}
+
 TEST_F(MainWindowTest, HasModelsThatTellWhatTheyDo)
 {
     open();
@@ -543,6 +552,10 @@ TEST_F(MainWindowTest, ShowsTheMonthAndDoesWhatIsWantedOfAnOccurrence)
     find<QTabBar>("views")->setCurrentIndex(1);
     settle();
     EXPECT_THAT(client.calls.join('\n').toStdString(), HasSubstr("next from"));
+    client.calls.clear();
+    client.changeElsewhere("1", {{"next", "2027-03-14T06:30:00Z"}});
+    settle();
+    EXPECT_THAT(client.calls.join('\n').toStdString(), HasSubstr("next from")) << "what is seen is read anew";
     auto *const month = window->findChild<MonthView *>();
     ASSERT_NE(month, nullptr);
     Q_EMIT month->skipWanted("2", QDateTime::fromString(today, Qt::ISODate));

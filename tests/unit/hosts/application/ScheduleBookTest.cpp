@@ -260,6 +260,13 @@ TEST_F(ScheduleBookTest, TellsWhereBothHaveChangedTheSame)
     EXPECT_FALSE(entry(key).isChangedElsewhere);
 }
 
+TEST_F(ScheduleBookTest, TakesNothingBackWhereNothingWasChanged)
+{
+    book->revert(keyOf("Backup"), "Taking over");
+    book->revert("nobody", "Taking over");
+    EXPECT_FALSE(book->steps().canUndo());
+}
+
 TEST_F(ScheduleBookTest, AppliesItsOwnOverAnothersWhenThatIsWanted)
 {
     const QString key = keyOf("Backup");

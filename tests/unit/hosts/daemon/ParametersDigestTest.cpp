@@ -65,6 +65,15 @@ TEST(ParametersDigest, TellsWhereOneValueEndsAndTheNextBegins)
     EXPECT_NE(ParametersDigest::of({{"A", "bc"}}), ParametersDigest::of({{"Ab", "c"}}));
     EXPECT_NE(ParametersDigest::of({{"A", QVariantList{"b", "c"}}}),
               ParametersDigest::of({{"A", QVariantList{"bc"}}}));
+    const auto pair = [](const auto &one, const auto &other) {
+        return ParametersDigest::of({{"A", QVariantList{one, other}}});
+    };
+    // What a value looks like that begins another one.
+    const int bytes = QMetaType::QByteArray;
+    const QByteArray byteHead(reinterpret_cast<const char *>(&bytes), sizeof bytes);
+    EXPECT_NE(pair(byteHead, QByteArray()), pair(QByteArray(), byteHead));
+    const QString textHead = QString(QChar(ushort(QMetaType::QString))) + QChar(0);
+    EXPECT_NE(pair(textHead, QString()), pair(QString(), textHead));
     EXPECT_NE(ParametersDigest::of({{"A", QVariantMap{{"B", 1LL}}}, {"C", 1LL}}),
               ParametersDigest::of({{"A", QVariantMap{{"B", 1LL}, {"C", 1LL}}}}));
 }

@@ -170,6 +170,18 @@ TEST_F(RecurrenceFormTest, ProposesToExpertsWhatWasEditedLast)
     EXPECT_EQ(find<QLineEdit>("Rule")->text(), "FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR");
 }
 
+TEST_F(RecurrenceFormTest, OffersTheDaysThatAMonthMayHave)
+{
+    show(recurrence("FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=3", "2026-02-03T12:00:00"));
+    auto *const day = find<QSpinBox>("Day of the month");
+    EXPECT_EQ(day->maximum(), 29);
+    find<QComboBox>("Month")->setCurrentIndex(3);
+    EXPECT_EQ(day->maximum(), 30);
+    show(recurrence("FREQ=YEARLY;BYMONTH=12;BYMONTHDAY=31", "2026-12-31T12:00:00"));
+    EXPECT_EQ(day->maximum(), 31);
+    EXPECT_EQ(day->value(), 31);
+}
+
 TEST_F(RecurrenceFormTest, KeepsAnEndAfterOneTime)
 {
     show(recurrence("FREQ=DAILY;COUNT=1", "2026-03-20T12:00:00"));
