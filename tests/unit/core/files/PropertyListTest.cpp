@@ -484,6 +484,32 @@ TEST(PropertyList, OfAFewHundredBytesDoesNotUnfoldToGigabytes)
     EXPECT_EQ(refusal(binaryList({binaryArray({1, 1}), binaryArray({2, 2}), "\x09"})), "");
 }
 
+TEST(PropertyList, IsReadUpToExactlyWhatItsTermsAllow)
+{
+    const QByteArray data = PropertyList::toData(QVariantList{"abcdef", "gh"}, PropertyList::Format::Binary);
+    const auto isRead = [](const QByteArray &data, const PropertyList::Terms &terms) {
+        return PropertyList::fromData(data, nullptr, terms).ok();
+    };
+    PropertyList::Terms terms;
+    terms.unfoldedBytes = 8;
+    EXPECT_TRUE(isRead(data, terms));
+    terms.unfoldedBytes = 7;
+    EXPECT_FALSE(isRead(data, terms));
+    terms = {};
+    terms.nodes = 3;
+    EXPECT_TRUE(isRead(data, terms));
+    EXPECT_TRUE(isRead(PropertyList::toData(QVariantList{"abcdef", "gh"}, PropertyList::Format::Xml), terms));
+    terms.nodes = 2;
+    EXPECT_FALSE(isRead(data, terms));
+    EXPECT_FALSE(
+        isRead(PropertyList::toData(QVariantList{"abcdef", "gh"}, PropertyList::Format::Xml), terms));
+    terms = {};
+    terms.size = data.size();
+    EXPECT_TRUE(isRead(data, terms));
+    terms.size = data.size() - 1;
+    EXPECT_FALSE(isRead(data, terms));
+}
+
 TEST(PropertyList, OfOneLargeTextDoesNotCopyItThousandsOfTimes)
 {
     const QByteArray text = QByteArray("\x5f\x12\x00\x08\x00\x00", 6) + QByteArray(0x80000, 'x'); // 512 KiB

@@ -94,6 +94,9 @@ TEST(WantedSchedules, RepeatAsTheirFileSays)
     EXPECT_EQ(monthly.recurrence->localStart.toString(), "2026-03-14T08:00:00");
     EXPECT_EQ(monthly.date.toString(Qt::ISODate), "2026-03-31T08:00:00Z");
 
+    const Schedule hourly = only("repeats: {rule: \"FREQ=HOURLY;INTERVAL=5\"}");
+    EXPECT_EQ(hourly.recurrence->localStart.toString(), "2026-03-14T00:00:00");
+
     const Schedule given =
         only("repeats: {rule: FREQ=DAILY, localStart: \"2026-03-20T09:00:00\", "
              "excludedDates: [\"2026-03-20T09:00:00\"]}, missed: plug-in, actsIn: session, "
