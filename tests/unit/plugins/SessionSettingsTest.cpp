@@ -2,6 +2,7 @@
 // The sides of what acts in the session, as built.
 #include "SideFixture.h"
 #include "support/BaselineText.h"
+#include "support/FileDialog.h"
 #include "support/PrintTo.h"
 #include "support/WidgetDescription.h"
 
@@ -16,7 +17,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTimer>
 
 namespace
 {
@@ -60,12 +60,7 @@ TEST_F(SessionSettingsTest, OpenTakesFilesFoldersAndApplicationsFromDialogs)
     plugIn->setupView()->show();
     QApplication::setActiveWindow(plugIn->setupView());
     const auto choose = [this](const char *button, const QString &path) {
-        QTimer::singleShot(0, qApp, [path] {
-            QWidget *const dialog = QApplication::activeModalWidget();
-            ASSERT_TRUE(dialog);
-            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-            QTest::keyClick(dialog->findChild<QLineEdit *>("fileNameEdit"), Qt::Key_Return);
-        });
+        chooseInNextFileDialog(path);
         find<QPushButton>(button)->click();
         return read().value("Items").toStringList().last();
     };

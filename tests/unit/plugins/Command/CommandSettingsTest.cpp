@@ -4,6 +4,7 @@
 #include "DozelyKit/plugin/WDPlugInFactory.h"
 #include "support/BaselinePicture.h"
 #include "support/Canvas.h"
+#include "support/FileDialog.h"
 #include "support/Look.h"
 #include "support/ScratchRoot.h"
 
@@ -17,7 +18,6 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
-#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -377,12 +377,7 @@ TEST_F(CommandSettings, BeginsWithoutAlertAndWithoutNeeds)
 TEST_F(CommandSettings, ChoosesTheProgramAmongTheFiles)
 {
     fill({});
-    QTimer::singleShot(0, qApp, [] {
-        QWidget *const dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(dialog);
-        dialog->findChild<QLineEdit *>("fileNameEdit")->setText("/usr/bin/env");
-        QTest::keyClick(dialog->findChild<QLineEdit *>("fileNameEdit"), Qt::Key_Return);
-    });
+    chooseInNextFileDialog("/usr/bin/env");
     find<QPushButton>("browse")->click();
     EXPECT_EQ(find<QLineEdit>("program")->text(), "/usr/bin/env");
 }
@@ -390,12 +385,7 @@ TEST_F(CommandSettings, ChoosesTheProgramAmongTheFiles)
 TEST_F(CommandSettings, ReplacesAProgramThatItsFieldCannotShowByTheOneThatIsChosen)
 {
     fill({{"Program", "/bin/a\nb"}});
-    QTimer::singleShot(0, qApp, [] {
-        QWidget *const dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(dialog);
-        dialog->findChild<QLineEdit *>("fileNameEdit")->setText("/usr/bin/env");
-        QTest::keyClick(dialog->findChild<QLineEdit *>("fileNameEdit"), Qt::Key_Return);
-    });
+    chooseInNextFileDialog("/usr/bin/env");
     find<QPushButton>("browse")->click();
     EXPECT_FALSE(find<QLineEdit>("program")->isReadOnly());
     EXPECT_EQ(read().value("Program"), "/usr/bin/env");
