@@ -12,15 +12,16 @@ namespace dozely
 namespace RemoteCall
 {
 /// The invokables that other processes may call.
-QList<QMetaMethod> methodsOf(const QObject *object);
+DOZELYKIT_AUTOTEST_EXPORT QList<QMetaMethod> methodsOf(const QObject *object);
 
 /// Calls the invokable `member` with arguments as they came from the wire. `exportObject` gives the path for
 /// a result that is an object. What the object raises becomes an error reply.
-MessageStream::Reply invoke(QObject *object, const QByteArray &member, const QVariantList &arguments,
-                            const std::function<QByteArray(QObject *)> &exportObject);
+DOZELYKIT_AUTOTEST_EXPORT MessageStream::Reply
+invoke(QObject *object, const QByteArray &member, const QVariantList &arguments,
+       const std::function<QByteArray(QObject *)> &exportObject);
 
 /// The path of the object that a reply holds; absent when it holds none.
-std::optional<QByteArray> objectIn(const MessageStream::Reply &reply);
+DOZELYKIT_AUTOTEST_EXPORT std::optional<QByteArray> objectIn(const MessageStream::Reply &reply);
 
 /// The signature in which values of that type travel; "v" for a type that holds any.
 QByteArray wireTypes(QMetaType type);
