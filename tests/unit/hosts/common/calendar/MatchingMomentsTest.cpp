@@ -109,8 +109,8 @@ const QList<Case> cases{
      [](const QDate &day) {
          return (day.dayOfWeek() == 1 || day.dayOfWeek() >= 6) && weeksSinceStart(day, 7) % 3 == 0;
      }},
-    {"FREQ=MONTHLY;INTERVAL=5;BYMONTHDAY=31",
-     [](const QDate &day) { return day.day() == 31 && monthsSinceStart(day) % 5 == 0; }},
+    {"FREQ=MONTHLY;INTERVAL=7;BYMONTHDAY=31",
+     [](const QDate &day) { return day.day() == 31 && monthsSinceStart(day) % 7 == 0; }},
     {"FREQ=MONTHLY;BYDAY=2TU,-1FR;BYMONTH=2,3",
      [](const QDate &day) {
          return (day.month() == 2 || day.month() == 3) &&
