@@ -17,6 +17,7 @@ struct Case {
     QList<int> minutes{0};
     QList<int> seconds{0};
     qint64 interval = 1;
+    std::function<bool(int hour, int minute)> isAt = [](int, int) { return true; };
 };
 
 constexpr char start[] = "2026-01-01T00:00:00"; // a Thursday
@@ -117,6 +118,21 @@ const QList<Case> cases{
                 ((day.dayOfWeek() == 2 && day.day() > 7 && day.day() <= 14) ||
                  (day.dayOfWeek() == 5 && fromEnd(day) >= -7));
      }},
+    {"FREQ=HOURLY;BYMONTH=5;BYMONTHDAY=2;BYMINUTE=15,30,45;BYSETPOS=2,-1",
+     [](const QDate &day) { return day.month() == 5 && day.day() == 2; },
+     upTo(23),
+     {30, 45}},
+    {"FREQ=DAILY;BYDAY=WE;BYHOUR=6,12,18;BYMINUTE=10,50;BYSETPOS=1,3,-1,-1",
+     [](const QDate &day) { return day.dayOfWeek() == 3; },
+     {6, 12, 18},
+     {10, 50},
+     {0},
+     1,
+     [](int hour, int minute) { return (hour != 18 && minute == 10) || (hour == 18 && minute == 50); }},
+    {"FREQ=MONTHLY;BYDAY=MO,TU,WE,TH,FR;BYSETPOS=-1",
+     [](const QDate &day) {
+         return day.dayOfWeek() <= 5 && (fromEnd(day) == -1 || (day.dayOfWeek() == 5 && fromEnd(day) >= -3));
+     }},
     {"FREQ=YEARLY;BYMONTH=11;BYDAY=TH",
      [](const QDate &day) { return day.month() == 11 && day.dayOfWeek() == 4; }},
     {"FREQ=YEARLY;BYYEARDAY=-1,100",
@@ -137,7 +153,7 @@ QList<QDateTime> moments(const Case &each)
             for (const int minute : each.minutes) {
                 for (const int second : each.seconds) {
                     const qint64 passed = daysSinceStart(day) * 86400 + hour * 3600 + minute * 60 + second;
-                    if (passed % each.interval == 0)
+                    if (passed % each.interval == 0 && each.isAt(hour, minute))
                         moments += QDateTime(day, {hour, minute, second}, Qt::UTC);
                 }
             }
