@@ -14,6 +14,10 @@ TEST(IsEqual, HoldsForNumbersOfOneValueHoweverWideTheyAre)
 {
     EXPECT_TRUE(isEqual(5, qlonglong(5)));
     EXPECT_TRUE(isEqual(5U, 5.0));
+    for (const QVariant &zero : {QVariant(0), QVariant(0U), QVariant(0.0), QVariant(-0.0), QVariant(false)}) {
+        EXPECT_TRUE(isEqual(zero, 0.0));
+        EXPECT_TRUE(isEqual(0LL, zero));
+    }
     EXPECT_TRUE(isEqual(true, 1));
     for (const double other : {5.25, 5.5, 6.0}) {
         EXPECT_FALSE(isEqual(5, other)) << other;

@@ -140,6 +140,22 @@ TEST_F(SoonDueTest, WhatIsPerformedIsTheOneThatWasMadeReadyUnlessItChanged)
     EXPECT_FALSE(starts->isCalledOff(2));
 }
 
+TEST_F(SoonDueTest, IsPerformedByAnotherPerformerWhereTheOneThatWasReadyHasEnded)
+{
+    setSchedules({probe("a")});
+    clock.advance(8s);
+    soonDue.prepare();
+    ASSERT_EQ(starts->asked.size(), 1U);
+    starts->asked[0].input.reset(-1);
+    clock.advance(2s);
+    const Occurrence due = keeper.scheduler().due().first();
+    keeper.noteBegun({{due, ActingPlace::Daemon}});
+    actions.perform(due, {});
+    ASSERT_EQ(starts->asked.size(), 2U);
+    EXPECT_EQ(starts->forgotten, QStringList(starts->asked[0].performer.name));
+    EXPECT_FALSE(starts->isCalledOff(1));
+}
+
 TEST_F(SoonDueTest, IsToldToTheAgentWhereItIsNotTheDaemons)
 {
     Schedule inSession = probe("a");
