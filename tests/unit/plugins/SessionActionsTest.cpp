@@ -330,7 +330,7 @@ TEST_F(OpenTest, StartsApplicationsByTheirEntries)
     writeProgram("player", "printf '%s\\n' \"$@\" >>\"$OPENED\"");
     const QString entry = writeFile("/player.desktop", "[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
                                                        "Type=Application\nName=Player\n"
-                                                       "Exec=player --now %U  \"two words\" \"\" 100%% \n");
+                                                       "Exec=\\splayer --now %U  \"two words\" \"\" 100%% \n");
     EXPECT_EQ(act({{"Items", QVariantList{entry}}}), QString());
     EXPECT_THAT(opened(), testing::ElementsAre("--now", "two words", "", "100%"));
     QFile::remove(root.join("/opened"));
