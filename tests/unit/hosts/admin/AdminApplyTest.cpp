@@ -45,6 +45,10 @@ TEST_F(AdminApplyTest, WhatWasExportedIsWhatIsThere)
     EXPECT_EQ(tool.run({"remove", "Once"}).status, 0);
     EXPECT_EQ(tool.run({"apply", write("x.plist", exported.output)}).status, 4);
     EXPECT_EQ(tool.run({"export"}).output.size(), exported.output.size());
+    const auto calendar = tool.run({"export", "--ics"});
+    EXPECT_EQ(calendar.status, 0) << calendar.errors.constData();
+    EXPECT_TRUE(calendar.output.startsWith("BEGIN:VCALENDAR\r\n")) << calendar.output.constData();
+    EXPECT_TRUE(calendar.output.endsWith("END:VCALENDAR\r\n"));
 }
 
 TEST_F(AdminApplyTest, TheStoreBecomesWhatTheFileSays)

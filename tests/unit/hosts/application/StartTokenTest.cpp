@@ -20,6 +20,7 @@ TEST(StartToken, OfX11SaysWhenThePersonActed)
 {
     EXPECT_EQ(StartToken::timeOf("menu-1-desk_TIME4294967295"), 4294967295U);
     EXPECT_EQ(StartToken::timeOf("a_TIME1_TIME22"), 22U);
+    EXPECT_EQ(StartToken::timeOf("_TIME22"), 22U);
     for (const char *const none : {"", "7f3a", "_TIME", "a_TIMEx", "a_TIME4294967296", "a_TIME-1"})
         EXPECT_EQ(StartToken::timeOf(none), std::nullopt) << none;
 }

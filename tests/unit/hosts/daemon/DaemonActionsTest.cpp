@@ -85,4 +85,5 @@ TEST_F(DaemonActionsTest, CallsInterruptedWhatAnEarlierDaemonBeganAndNobodyHasAn
     actions.takeUp();
     EXPECT_TRUE(waitUntil([&] { return state() == OccurrenceState::Interrupted; }));
     EXPECT_FALSE(actions.isGoingOn("a"));
+    EXPECT_EQ(messages().filter("was interrupted and is not repeated").size(), 1);
 }
