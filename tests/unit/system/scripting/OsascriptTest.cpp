@@ -101,6 +101,7 @@ TEST_F(OsascriptTest, EndsWithStatusTwoOnAWrongCommandLine)
 TEST_F(OsascriptTest, KnowsHelpAndVersion)
 {
     EXPECT_THAT(run({"--help"}).output, HasSubstr("-e <SOURCE>"));
+    EXPECT_THAT(run({"--help"}).output, HasSubstr("[FILE]"));
     EXPECT_EQ(run({"--version"}).output.rfind("osascript ", 0), 0U);
 }
 

@@ -393,6 +393,22 @@ TEST_F(RecurrenceFormTest, ChosenDaysCanBeToldFromOthersOnDarkGround)
     EXPECT_GT(std::abs(colour("Monday").saturation() - colour("Tuesday").saturation()), 60);
 }
 
+TEST_F(RecurrenceFormTest, HasOneEndInThePlaceOfAnother)
+{
+    const QString start = "2026-03-20T12:00:00";
+    for (const QString former : {"FREQ=DAILY", "FREQ=DAILY;COUNT=5", "FREQ=DAILY;UNTIL=20260401T235959"}) {
+        show(recurrence(former, qPrintable(start)));
+        auto *const end = find<QComboBox>("Ends");
+        end->setCurrentIndex(static_cast<int>(Timing::End::AfterTimes));
+        find<QSpinBox>("How many times")->setValue(7);
+        EXPECT_EQ(rule(), "FREQ=DAILY;COUNT=7 " + start) << former.toStdString();
+        end->setCurrentIndex(static_cast<int>(Timing::End::OnDay));
+        EXPECT_TRUE(rule().startsWith("FREQ=DAILY;UNTIL=2026")) << former.toStdString();
+        end->setCurrentIndex(static_cast<int>(Timing::End::Never));
+        EXPECT_EQ(rule(), "FREQ=DAILY " + start) << former.toStdString();
+    }
+}
+
 TEST_F(RecurrenceFormTest, EndsNeverOnADayOrAfterSomeTimes)
 {
     show(recurrence("FREQ=DAILY"));
