@@ -328,9 +328,10 @@ TEST_F(OpenTest, OpensFilesFoldersAndAddressesByTheDesktop)
 TEST_F(OpenTest, StartsApplicationsByTheirEntries)
 {
     writeProgram("player", "printf '%s\\n' \"$@\" >>\"$OPENED\"");
-    const QString entry = writeFile("/player.desktop", "[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
-                                                       "Type=Application\nName=Player\n"
-                                                       "Exec=\\splayer --now %U  \"two words\" \"\" 100%% \n");
+    const QString entry =
+        writeFile("/player.desktop", "[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
+                                     "Type=Application\nName=Player\n"
+                                     "Exec=\\splayer --now %U  \"two words\" \"\" 100%% \n");
     EXPECT_EQ(act({{"Items", QVariantList{entry}}}), QString());
     EXPECT_THAT(opened(), testing::ElementsAre("--now", "two words", "", "100%"));
     QFile::remove(root.join("/opened"));
