@@ -339,6 +339,7 @@ TEST_P(PerformancesTest, KeepTheLimitsOfTheirActions)
     ASSERT_TRUE(prepare("one", "tell limits"));
     ASSERT_TRUE(performances->go("one"));
     EXPECT_EQ(failure("one"), "");
+    EXPECT_EQ(linesAbout("is not to be had"), QStringList());
     // The stand-in for the service manager keeps none itself: there, nobody may have kept them.
     const QByteArray asStarted =
         "acted\nnice " + QByteArray::number(::getpriority(PRIO_PROCESS, 0)) + " io 0/0 data -1\n";

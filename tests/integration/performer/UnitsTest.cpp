@@ -207,6 +207,25 @@ TEST_F(UnitsTest, WaitForAManagerThatBeginsAnew)
     EXPECT_EQ(marks(), "acted\n");
 }
 
+TEST_F(UnitsTest, ThatAreCalledOffWhileTheManagerIsAwayAreNotStartedAndOthersAre)
+{
+    startManager({"--vanish"});
+    start();
+    ASSERT_TRUE(prepare("a1"));
+    failure("a1"); // it is gone
+    for (const char *name : {"first", "second", "third"}) {
+        order.schedule = name;
+        ASSERT_TRUE(prepare(name));
+        ASSERT_TRUE(performances->go(name));
+    }
+    performances->callOff("second");
+    ASSERT_TRUE(bus->startService(SERVICE_MANAGER, {root.join("/units")}, "org.freedesktop.systemd1"));
+    EXPECT_EQ(failure("first"), "");
+    EXPECT_EQ(failure("third"), "");
+    EXPECT_EQ(marks(), "acted\nacted\n");
+    EXPECT_EQ(unitsOf("second"), QStringList());
+}
+
 TEST_F(UnitsTest, AreForgottenOnceTheirEndIsTold)
 {
     startManager();

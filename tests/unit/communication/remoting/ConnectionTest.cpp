@@ -566,6 +566,14 @@ TEST_F(ConnectionTest, InvalidatingAServerLeavesTheStreamsOfOthersOpen)
     EXPECT_EQ(proxy->invoke("pong"), QVariant(true));
 }
 
+TEST_F(ConnectionTest, OneThatWasInvalidatedOpensNoStreamAnyMore)
+{
+    const auto connection = client();
+    connection->invalidate();
+    EXPECT_EQ(nameRaisedBy([&] { connection->rootProxy(); }), NSInvalidSendPortException);
+    EXPECT_EQ(nameRaisedBy([&] { server->rootProxy(); }), NSInvalidSendPortException) << "it has no other end";
+}
+
 TEST_F(ConnectionTest, ADelegateMayRefuseAStream)
 {
     root->welcome = false;

@@ -203,6 +203,9 @@ TEST_F(BusObjectTest, TellsWhatItCanDo)
     EXPECT_TRUE(ask("Introspect", "", {}, introspectable, "/").contains("<node name=\"com\"/>"));
     EXPECT_TRUE(ask("Introspect", "", {}, introspectable, "/com/dozely").contains("<node name=\"Test\"/>"));
     EXPECT_FALSE(ask("Introspect", "", {}, introspectable, "/com/doze").contains("<node name"));
+    const QString unknown = "org.freedesktop.DBus.Error.UnknownMethod: ";
+    EXPECT_TRUE(ask("Inspect", "", {}, introspectable).startsWith(unknown));
+    EXPECT_TRUE(ask("Introspect", "s", {"all"}, introspectable).startsWith(unknown));
 }
 
 TEST_F(BusObjectTest, IsThereAgainWhenTheBusIsBack)

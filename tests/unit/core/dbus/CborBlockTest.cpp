@@ -95,6 +95,16 @@ TEST(CborBlock, RefusesEveryTruncationOfABlock)
     }
 }
 
+TEST(CborBlock, OfTheSimpleValuesKnowsTrueFalseAndNull)
+{
+    EXPECT_EQ(CborBlock::decode(QByteArray("\xf4", 1)).value(), QVariant(false));
+    EXPECT_EQ(CborBlock::decode(QByteArray("\xf5", 1)).value(), QVariant(true));
+    EXPECT_FALSE(CborBlock::decode(QByteArray("\xf6", 1)).value().isValid());
+    EXPECT_FALSE(CborBlock::decode(QByteArray("\xf7", 1))) << "undefined";
+    EXPECT_FALSE(CborBlock::decode(QByteArray("\xf8\x20", 2))) << "one that has no meaning";
+    EXPECT_FALSE(CborBlock::decode(QByteArray("\x82\xf7\x01", 3)));
+}
+
 TEST(CborBlock, RefusesWhatFollowsABlock)
 {
     EXPECT_FALSE(CborBlock::decode(block(7) + '\0'));

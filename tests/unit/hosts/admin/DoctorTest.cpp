@@ -124,13 +124,14 @@ protected:
         EXPECT_THAT(finding.remedy.toStdString(), testing::HasSubstr(remedy));
     }
 
-    void addSchedule(const QVariantMap &parameters)
+    void addSchedule(const QVariantMap &parameters, AfterAction after = AfterAction::Nothing)
     {
         Schedule schedule;
         schedule.identifier = "a";
         schedule.name = "Backup";
         schedule.bundlePath = "/Library/Application Support/Dozely/PlugIns/Command.plugin";
         schedule.parameters = parameters;
+        schedule.afterAction = after;
         schedule.date = clock->currentDate().addDays(1);
         EXPECT_TRUE(ScheduleStore::edit([&](QList<Schedule> &schedules) {
             schedules = {schedule};
@@ -259,6 +260,26 @@ TEST_F(DoctorTest, AStoreThatOthersMayWriteIsFound)
     expectWrong("store", "is not believed", "chmod 644");
 }
 
+TEST_F(DoctorTest, APlaceThatIsMissingOrOfAnotherKindIsFound)
+{
+    const QList<std::pair<const char *, const char *>> folders{
+        {"record-folder", "/var/lib/dozely"},
+        {"socket-folder", "/private/var/tmp/com.dozely"},
+        {"events-folder", "/private/var/tmp/com.dozely.events"},
+        {"store-folder", "/Library/Preferences"},
+        {"library-folder", "/Library"}};
+    for (const auto &[check, path] : folders) {
+        ASSERT_TRUE(QDir(root.join(path)).removeRecursively()) << path;
+        expectWrong(check, "is not there", "");
+        file(path, "");
+        expectWrong(check, "is no folder", "rm '");
+    }
+    EXPECT_TRUE(QFile::remove(root.join("/var/log/dozely.log")));
+    expectWrong("log-file", "is not there", "systemd-tmpfiles");
+    root.makeFolder("/var/log/dozely.log");
+    expectWrong("log-file", "is no regular file", "rm '");
+}
+
 TEST_F(DoctorTest, AnEntryThatIsNoScheduleIsFound)
 {
     file("/Library/Preferences/com.dozely.plist",
@@ -273,6 +294,25 @@ TEST_F(DoctorTest, AScheduleOfWhichNothingCanComeIsFound)
     EXPECT_TRUE(QDir(root.join("/Library/Application Support/Dozely/PlugIns")).rmdir("Command.plugin"));
     addSchedule({});
     expectWrong("schedules", "Backup", "dozely-admin change");
+    EXPECT_TRUE(ScheduleStore::edit([](QList<Schedule> &schedules) {
+        schedules[0].isEnabled = false;
+        return true;
+    }));
+    EXPECT_EQ(look("schedules").state, State::Fine);
+}
+
+TEST_F(DoctorTest, ARestThatCanNeverComeIsFound)
+{
+    file("/Library/Application Support/Dozely/PlugIns/Command.plugin/Contents/Info.plist",
+         "<plist><dict><key>WDDaemonModule</key><string>x.so</string></dict></plist>");
+    addSchedule({{"Program", "/bin/true"}}, AfterAction::Sleep);
+    expectWrong("schedules", "is to put the machine to rest afterwards, and does not wake it", "");
+    for (const char *wish : {"Needs Wake Up", "Needs Startup"}) {
+        addSchedule({{"Program", "/bin/true"}, {wish, 1}}, AfterAction::Sleep);
+        EXPECT_EQ(look("schedules").state, State::Fine) << wish;
+        addSchedule({{"Program", "/bin/true"}, {wish, 2}}, AfterAction::Sleep);
+        expectWrong("schedules", "does not wake it", "");
+    }
 }
 
 TEST_F(DoctorTest, AClockThatIsNotSynchronisedIsFound)

@@ -94,6 +94,10 @@ TEST(WantedSchedules, RepeatAsTheirFileSays)
     EXPECT_EQ(monthly.recurrence->localStart.toString(), "2026-03-14T08:00:00");
     EXPECT_EQ(monthly.date.toString(Qt::ISODate), "2026-03-31T08:00:00Z");
 
+    const Schedule unordered = only("every: day, at: [\"22:00\", \"03:00\", \"12:00\"]");
+    EXPECT_EQ(unordered.recurrence->rule, "FREQ=DAILY;BYHOUR=3,12,22;BYMINUTE=0;BYSECOND=0");
+    EXPECT_EQ(unordered.recurrence->localStart.toString(), "2026-03-14T03:00:00");
+
     const Schedule hourly = only("repeats: {rule: \"FREQ=HOURLY;INTERVAL=5\"}");
     EXPECT_EQ(hourly.recurrence->localStart.toString(), "2026-03-14T00:00:00");
 

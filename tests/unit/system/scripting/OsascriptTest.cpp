@@ -102,6 +102,7 @@ TEST_F(OsascriptTest, KnowsHelpAndVersion)
 {
     EXPECT_THAT(run({"--help"}).output, HasSubstr("-e <SOURCE>"));
     EXPECT_THAT(run({"--help"}).output, HasSubstr("[FILE]"));
+    EXPECT_THAT(run({"--help"}).output, HasSubstr("The file that holds the script."));
     EXPECT_EQ(run({"--version"}).output.rfind("osascript ", 0), 0U);
 }
 

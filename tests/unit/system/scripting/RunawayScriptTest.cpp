@@ -190,6 +190,7 @@ TEST_F(RunawayScriptTest, PaysForEachCallOfTheLibraryByWhatItDoes)
         EXPECT_EQ(work(QString("s:%1()").arg(name), QString("e:%1()").arg(name)), 200) << name;
     EXPECT_EQ(work("s:sub(1)", "e:sub(1)"), 100);
     EXPECT_EQ(work("s:find('y')", "e:find('y')"), 100);
+    EXPECT_EQ(work("s:find('y', 801)", "e:find('y')"), 50);
     EXPECT_EQ(work("s:find('[y]')", "e:find('[y]')"), 6400);  // four a place
     EXPECT_EQ(work("s:byte(1, 400)", "e:byte(1, 400)"), 100); // values: 4 a step
     EXPECT_EQ(work("utf8.codepoint(s, 1, 400)", "utf8.codepoint(s, 1, 0)"), 100);

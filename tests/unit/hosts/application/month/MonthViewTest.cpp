@@ -97,6 +97,12 @@ TEST_F(MonthViewTest, BeginsWithTodayAndTellsWhatItShows)
     EXPECT_EQ(view->rangeEnd(), QDateTime({2026, 4, 5}, {22, 0}, Qt::UTC)); // it is summer time by then
 }
 
+TEST_F(MonthViewTest, WithNothingChosenNothingCanBeDone)
+{
+    for (const char *text : {"Skip", "Put off", "Run now"})
+        EXPECT_FALSE(button(text)->isEnabled()) << text;
+}
+
 TEST_F(MonthViewTest, ArrowsGoFromDayToDayAndOnIntoOtherMonths)
 {
     const QSignalSpy ranges(view.get(), &MonthView::rangeChanged);
@@ -120,6 +126,20 @@ TEST_F(MonthViewTest, ArrowsGoFromDayToDayAndOnIntoOtherMonths)
     key(Qt::Key_PageUp);
     key(Qt::Key_PageUp);
     EXPECT_EQ(view->day(), QDate(2026, 2, 7));
+}
+
+TEST_F(MonthViewTest, KeysThatMeanNothingToItAreLeftToTheWindow)
+{
+    for (const auto &[each, modifiers] : {std::pair(Qt::Key_F5, Qt::NoModifier),
+                                          std::pair(Qt::Key_Escape, Qt::NoModifier),
+                                          std::pair(Qt::Key_N, Qt::ControlModifier)}) {
+        QKeyEvent event(QEvent::KeyPress, each, modifiers);
+        QApplication::sendEvent(&grid(), &event);
+        EXPECT_FALSE(event.isAccepted()) << each;
+    }
+    QKeyEvent used(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+    QApplication::sendEvent(&grid(), &used);
+    EXPECT_TRUE(used.isAccepted());
 }
 
 TEST_F(MonthViewTest, ArrowsFollowTheReadingDirection)

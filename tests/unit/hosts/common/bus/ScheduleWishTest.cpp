@@ -126,6 +126,8 @@ TEST(ScheduleWish, RefusesWithOneSentence)
     EXPECT_EQ(refused(wish({{"owner", 0xffffffffU}})), "It is no schedule: \"Owner\" is not a user id.");
     EXPECT_EQ(refused(wish({{"name", "  "}})), "A schedule needs a name.");
     EXPECT_EQ(refused(wish({{"name", QString(501, 'x')}})), "The name has more than 500 characters.");
+    for (const QChar control : {QChar('\t'), QChar('\n'), QChar(0x1b), QChar(0x2028)})
+        EXPECT_EQ(refused(wish({{"name", QString("a") + control}})), "The name holds control characters.");
     EXPECT_EQ(refused(wish({{"date", "2026-03-14T05:59:59Z"}})), "\"date\" is past.");
     EXPECT_EQ(refused(wish({{"date", ""}})), "Say when, by \"date\", or how often, by \"repeats\".");
     EXPECT_EQ(refused(wish({{"repeats", QVariantMap{{"inWords", "daily"}}}})),

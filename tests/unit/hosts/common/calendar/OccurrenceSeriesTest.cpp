@@ -117,6 +117,21 @@ TEST_F(OccurrenceSeriesTest, EndsWithCountWhateverIsExcluded)
               "9998-03-14 9999-03-14");
 }
 
+TEST_F(OccurrenceSeriesTest, WhatIsExcludedIsPassedOverOnTheWayBackToo)
+{
+    const auto upTo = [](const Recurrence &recurrence, const char *moment) {
+        return written(series(recurrence, "UTC").upTo(utc(moment)), "UTC");
+    };
+    const Recurrence seconds =
+        recurrence("FREQ=SECONDLY", "2026-03-14T06:00:00", {}, {"2026-03-14T07:00:00", "2026-03-14T06:59:58"});
+    EXPECT_EQ(upTo(seconds, "2026-03-14T07:00:00Z"), "2026-03-14T06:59:59Z");
+    EXPECT_EQ(upTo(seconds, "2026-03-14T06:59:58Z"), "2026-03-14T06:59:57Z");
+    const Recurrence days =
+        recurrence("FREQ=DAILY", "2026-03-14T06:00:00", {}, {"2026-03-15T06:00:00", "2026-03-14T06:00:00"});
+    EXPECT_EQ(upTo(days, "2026-03-16T05:59:59Z"), "none");
+    EXPECT_EQ(upTo(days, "2026-03-16T06:00:00Z"), "2026-03-16T06:00:00Z");
+}
+
 TEST_F(OccurrenceSeriesTest, HasExtraDatesAndEachInstantOnce)
 {
     const Recurrence all = recurrence("FREQ=DAILY;COUNT=2", "2026-03-28T02:30:00",
