@@ -17,6 +17,12 @@ class NotingPlugIn : public WDUserAgentPlugIn
     Q_OBJECT
 public:
     NotingPlugIn(QStringList &withdrawn, const QString &name) : m_withdrawn(withdrawn), m_name(name) {}
+    QDateTime calendarDate() const override
+    {
+        if (m_name == "has no date")
+            throw std::runtime_error("the plug-in forgot it");
+        return WDUserAgentPlugIn::calendarDate();
+    }
     void stopAnticipation() override
     {
         m_withdrawn += m_name;
@@ -174,6 +180,20 @@ TEST_F(AlertKeeperTest, AnAlertThatAPlugInMadeOnItsOwnAnnouncesNothing)
     EXPECT_FALSE(keeper->announcedBy(keeper->plugIn("/a", noon().addSecs(60))->userNotification()))
         << "it has no date";
     EXPECT_FALSE(keeper->announcedBy(nullptr));
+}
+
+TEST_F(AlertKeeperTest, APlugInThatRaisesWhenItIsAskedForItsDateIsInNobodysWay)
+{
+    const auto forgetful = std::make_shared<NotingPlugIn>(withdrawn, "has no date");
+    keeper->keep("/a", forgetful, noon().addSecs(60));
+    keep("b", 60);
+    const auto alert = keeper->plugIn("/b", noon().addSecs(60))->userNotification();
+    alert->setUserInfo({{"Schedule Date", noon().addSecs(60)}});
+    const auto announced = keeper->announcedBy(alert);
+    ASSERT_TRUE(announced);
+    EXPECT_EQ(announced->bundlePath, "/b");
+    EXPECT_THAT(root.logContent().toStdString(),
+                testing::HasSubstr("A plug-in was asked for its alert and raised: the plug-in forgot it"));
 }
 
 TEST_F(AlertKeeperTest, SaysWhetherThereIsTimeToAnnounceAnything)

@@ -87,3 +87,27 @@ TEST_F(DaemonActionsTest, CallsInterruptedWhatAnEarlierDaemonBeganAndNobodyHasAn
     EXPECT_FALSE(actions.isGoingOn("a"));
     EXPECT_EQ(messages().filter("was interrupted and is not repeated").size(), 1);
 }
+
+TEST_F(DaemonActionsTest, CountsDeathsUntilOneEndsWell)
+{
+    performUnheard();
+    ASSERT_TRUE(waitUntil([&] { return state() == OccurrenceState::Done; }));
+    int minutes = 0;
+    const auto perform = [&](const char *then) {
+        occurrence.schedule.parameters["Then"] = then;
+        occurrence.date = noon().addSecs(60 * ++minutes);
+        keeper.noteBegun({{occurrence, ActingPlace::Daemon}});
+        actions.perform(occurrence, {});
+        EXPECT_TRUE(waitUntil([&] { return !actions.isGoingOn("a"); }));
+    };
+    const auto isLeftAlone = [&] { return answers.stateOf(occurrence.schedule.bundlePath) % 2 == 1; };
+    for (int i = 1; i < PlugInAnswers::mostDeaths; ++i)
+        perform("crash");
+    EXPECT_FALSE(isLeftAlone());
+    perform("end");
+    for (int i = 1; i < PlugInAnswers::mostDeaths; ++i)
+        perform("crash");
+    EXPECT_FALSE(isLeftAlone());
+    perform("crash");
+    EXPECT_TRUE(isLeftAlone());
+}

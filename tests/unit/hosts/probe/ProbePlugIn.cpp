@@ -56,6 +56,8 @@ public:
         runScript(*parameters());
         if (parameters()->value("Throws").toBool())
             throw std::runtime_error("the probe was told to");
+        if (parameters()->value("Then") == "crash")
+            crash();
         if (parameters()->value("Throws Later").toBool())
             QTimer::singleShot(0, this, [] { throw std::runtime_error("the probe was told to, later"); });
         m_isActing = parameters()->contains("Goes On");
