@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QProcess>
 
+#include <csignal>
 #include <gmock/gmock.h>
 
 using namespace dozely;
@@ -115,9 +116,32 @@ TEST_F(ProgramTest, IsRaisedByASecondStartAndEndedByAnEvent)
     EXPECT_EQ(first.state(), QProcess::Running);
     EXPECT_EQ(send(fourCharCode("quit")), noErr);
     EXPECT_EQ(statusOf(first), 0);
+    EXPECT_TRUE(root.logContent().contains("Dozely ended"));
     QProcess &third = startWindow();
     EXPECT_TRUE(waitUntil([&] { return send(fourCharCode("oapp")) == noErr; }));
     EXPECT_EQ(third.state(), QProcess::Running) << "the place of the first is free";
+}
+
+TEST_F(ProgramTest, SaysSoWhereTheFirstDoesNotAnswer)
+{
+    QProcess &first = startWindow();
+    EXPECT_TRUE(waitUntil([&] { return send(fourCharCode("oapp")) == noErr; }));
+    ::kill(static_cast<pid_t>(first.processId()), SIGSTOP);
+    QProcess &second = startWindow();
+    EXPECT_EQ(statusOf(second), 1);
+    EXPECT_THAT(second.readAllStandardError().toStdString(),
+                HasSubstr("it runs already but does not answer"));
+    ::kill(static_cast<pid_t>(first.processId()), SIGCONT);
+    EXPECT_TRUE(waitUntil([&] { return send(fourCharCode("oapp")) == noErr; }));
+}
+
+TEST_F(ProgramTest, EndsWithTheSession)
+{
+    QProcess &first = startWindow();
+    EXPECT_TRUE(waitUntil([&] { return send(fourCharCode("oapp")) == noErr; }));
+    first.terminate();
+    EXPECT_EQ(statusOf(first), 0);
+    EXPECT_TRUE(root.logContent().contains("Dozely ended"));
 }
 
 TEST_F(ProgramTest, LeavesOneOfTwoThatAreStartedAtOnce)

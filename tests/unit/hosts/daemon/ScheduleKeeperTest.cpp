@@ -489,10 +489,11 @@ TEST_F(ScheduleKeeperTest, TellsOfALostRecordInOneLineForAllSchedulesThatRepeat)
     ASSERT_EQ(::chmod(qPrintable(root.join(recordPath)), 0600), 0);
     writeStore({Recurring::every("a", 10s, noon().addSecs(-100)).toEntry(),
                 Recurring::daily("b", noon().addDays(-9)).toEntry(),
+                Recurring::daily("now", noon()).toEntry(),
                 Recurring::daily("later", noon().addDays(9)).toEntry()});
     ScheduleKeeper keeper(clock);
     keeper.readStore();
-    EXPECT_EQ(messages().filter("Schedules that repeat: 2; what they had up to 2026-03-14T12:00:00Z").size(),
+    EXPECT_EQ(messages().filter("Schedules that repeat: 3; what they had up to 2026-03-14T12:00:00Z").size(),
               1);
     EXPECT_EQ(keeper.scheduler().nextDate(), noon().addSecs(10));
     keeper.flush();
