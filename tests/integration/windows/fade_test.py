@@ -19,7 +19,7 @@ import time
 from Xlib import X, display, error
 
 LIMIT = 20.0  # seconds; only bounds a failure
-ATTEMPTS = 8  # other processes may have the processor for a part of a fade
+ATTEMPTS = 40  # other processes may have the processor for a part of many a fade
 LEAST_STEPS = 8  # of some 25, that the watcher tells apart
 OPAQUE = 0xFFFFFFFF
 WHITE, BEZEL = 255, 77  # of what is behind, and of black with alpha 0.7 over it
