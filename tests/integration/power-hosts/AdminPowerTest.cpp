@@ -94,6 +94,8 @@ TEST_F(AdminPowerTest, PowerShowsTheAlarmAndTheEventsEarliestFirstWithTheirOwner
     const auto json = tool.run({"power", "--json"}).json();
     EXPECT_EQ(json["alarm"], earlier.toString(Qt::ISODate));
     EXPECT_EQ(json["alarmIsOurs"], true);
+    EXPECT_EQ(json["device"], "rtc0");
+    EXPECT_EQ(json["clock"], "rtc_test");
     const auto events = json["events"].toArray();
     ASSERT_EQ(events.size(), 2);
     EXPECT_EQ(

@@ -37,7 +37,8 @@ TEST(StructuredFile, TheSameIsReadFromEveryForm)
 TEST(StructuredFile, YamlHasTheTypesOfTheCoreSchema)
 {
     const QVariantMap map =
-        StructuredFile::parse("a: 1.5\nb: yes\nc: ~\nd: 03:00\ne: '7'\nf: -3\ng: .5\nh: 1e400\ni: 0o7\n")
+        StructuredFile::parse("a: 1.5\nb: yes\nc: ~\nd: 03:00\ne: '7'\nf: -3\ng: .5\nh: 1e400\ni: 0o7\n"
+                              "j: 9007199254740993\nk: 9223372036854775808\nl: 7.\nm: +7\n")
             ->toMap();
     EXPECT_EQ(map["a"], QVariant(1.5));
     EXPECT_EQ(map["b"], QVariant("yes"));
@@ -48,6 +49,13 @@ TEST(StructuredFile, YamlHasTheTypesOfTheCoreSchema)
     EXPECT_EQ(map["g"], QVariant(0.5));
     EXPECT_EQ(map["h"], QVariant("1e400"));
     EXPECT_EQ(map["i"], QVariant("0o7"));
+    EXPECT_EQ(map["j"], QVariant(9007199254740993LL)) << "no fraction has so many digits";
+    EXPECT_EQ(map["k"], QVariant(9223372036854775808.0));
+    const auto typeOf = [&](const char *key) { return map[key].typeId(); };
+    for (const char *whole : {"f", "j", "m"})
+        EXPECT_EQ(typeOf(whole), QMetaType::LongLong) << whole;
+    for (const char *fraction : {"a", "g", "k", "l"})
+        EXPECT_EQ(typeOf(fraction), QMetaType::Double) << fraction;
 }
 
 TEST(StructuredFile, WhatMayMeanMoreThanItSaysIsRefused)

@@ -171,7 +171,9 @@ TEST_F(OccurrenceDatabaseTest, ThatIsCutShortAnywhereIsDamaged)
     ASSERT_GT(whole.size(), 16384);
     for (qsizetype length = 0; length < whole.size(); length += 4096) {
         write(recordPath, whole.left(length));
-        EXPECT_EQ(openedAt(noon()).nothingKnownBefore, noon()) << length;
+        const auto opened = openedAt(noon());
+        EXPECT_EQ(opened.nothingKnownBefore, noon()) << length;
+        EXPECT_TRUE(opened.record.dates("a").isEmpty()) << length;
         QFile::remove(root.join(recordPath));
         QFile::remove(damaged());
     }

@@ -275,6 +275,20 @@ TEST_F(RecurringSchedulesTest, ArePostponedAndStayOneOccurrence)
     EXPECT_EQ(entry.lateness, 0);
 }
 
+TEST_F(RecurringSchedulesTest, AreAsLateAsTheyBeginOrAreSkippedHoweverLongTheyTake)
+{
+    scheduler.setSchedules({Recurring::every("a", 100s, noon())});
+    clock.advance(5s);
+    const Occurrence occurrence = next();
+    begin();
+    clock.advance(60s);
+    scheduler.note(occurrence, OccurrenceState::Done);
+    EXPECT_EQ(scheduler.record().find("a", noon())->lateness, 5000);
+    clock.advance(42s);
+    scheduler.note(next(), OccurrenceState::Skipped);
+    EXPECT_EQ(scheduler.record().find("a", after(100s))->lateness, 7000);
+}
+
 TEST_F(RecurringSchedulesTest, WhatIsPostponedIsTakenBackToWhereItWas)
 {
     scheduler.setSchedules({schedule("a")});

@@ -130,9 +130,9 @@ TEST_F(MonthViewTest, ArrowsGoFromDayToDayAndOnIntoOtherMonths)
 
 TEST_F(MonthViewTest, KeysThatMeanNothingToItAreLeftToTheWindow)
 {
-    for (const auto &[each, modifiers] : {std::pair(Qt::Key_F5, Qt::NoModifier),
-                                          std::pair(Qt::Key_Escape, Qt::NoModifier),
-                                          std::pair(Qt::Key_N, Qt::ControlModifier)}) {
+    for (const auto &[each, modifiers] :
+         {std::pair(Qt::Key_F5, Qt::NoModifier), std::pair(Qt::Key_Escape, Qt::NoModifier),
+          std::pair(Qt::Key_N, Qt::ControlModifier)}) {
         QKeyEvent event(QEvent::KeyPress, each, modifiers);
         QApplication::sendEvent(&grid(), &event);
         EXPECT_FALSE(event.isAccepted()) << each;
@@ -261,6 +261,28 @@ TEST_F(MonthViewTest, TheMenuOfAnOccurrenceIsAboutThatOne)
     ASSERT_EQ(skips.count(), 1);
     EXPECT_EQ(skips.at(0).at(0), "id-Second");
     EXPECT_FALSE(button("Skip")->isEnabled()); // nothing is chosen in the list
+}
+
+TEST_F(MonthViewTest, TheListHasAMenuForWhatIsChosenThere)
+{
+    QSignalSpy runs(view.get(), &MonthView::runWanted);
+    view->setOccurrences(
+        {occurrence("First", "2026-03-14T20:00:00Z"), occurrence("Second", "2026-03-14T21:00:00Z")});
+    key(Qt::Key_Return);
+    const auto popUp = [this](const QPoint &place) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list().viewport(), &event);
+        return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    };
+    list().setCurrentIndex(list().model()->index(1, 0));
+    QMenu *const menu = popUp(list().visualRect(list().currentIndex()).center());
+    ASSERT_TRUE(menu);
+    menu->actions().constLast()->trigger();
+    menu->close();
+    ASSERT_EQ(runs.count(), 1);
+    EXPECT_EQ(runs.at(0).at(0), "id-Second");
+    view->setOccurrences({});
+    EXPECT_FALSE(popUp(QPoint(5, 5))) << "there is nothing to do";
 }
 
 TEST_F(MonthViewTest, WhatIsChosenStaysChosenWhenTheOccurrencesComeAnew)

@@ -400,7 +400,9 @@ TEST_F(RecurrenceFormTest, HasOneEndInThePlaceOfAnother)
         show(recurrence(former, qPrintable(start)));
         auto *const end = find<QComboBox>("Ends");
         end->setCurrentIndex(static_cast<int>(Timing::End::AfterTimes));
+        changes.clear();
         find<QSpinBox>("How many times")->setValue(7);
+        EXPECT_FALSE(changes.isEmpty());
         EXPECT_EQ(rule(), "FREQ=DAILY;COUNT=7 " + start) << former.toStdString();
         end->setCurrentIndex(static_cast<int>(Timing::End::OnDay));
         EXPECT_TRUE(rule().startsWith("FREQ=DAILY;UNTIL=2026")) << former.toStdString();
