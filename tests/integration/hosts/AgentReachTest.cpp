@@ -32,6 +32,7 @@ TEST_F(HostsTest, ARestartOfTheDaemonLosesNoSessionAction)
     kill(daemon);
     startDaemon(); // which takes every socket away; the agent notices within ten seconds
     EXPECT_TRUE(logs("Probe acts in the session: due"));
+    EXPECT_TRUE(logs("Probe.plugin acts in the session"));
     EXPECT_TRUE(logs(QString("was handed to the agent of user %1").arg(agentUser())));
     EXPECT_EQ(countOf("Probe acts in the session: due"), 1);
     EXPECT_EQ(countOf("was not performed"), 0);

@@ -158,12 +158,15 @@ TEST_F(AppleEventManager, CallsNoOperationThatTakesSomethingElse)
 TEST_F(AppleEventManager, TellsTheSenderThatAHandlerRaised)
 {
     AppleEvent reply;
-    for (const char *selector : {"fail", "failOddly"}) {
+    for (const auto &[selector, reason] :
+         {std::pair("fail", "NSInvalidArgumentException: this one always does"),
+          std::pair("failOddly", "something that is no exception")}) {
         manager().setEventHandlerForEventClass(&handler, selector, testClass, testID);
         testing::internal::CaptureStderr();
         EXPECT_EQ(sendWaiting(eventToSelf(), &reply), errAEEventFailed);
         const std::string console = testing::internal::GetCapturedStderr();
-        EXPECT_NE(console.find("A handler of Apple events raised: "), std::string::npos) << console;
+        EXPECT_NE(console.find(std::string("A handler of Apple events raised: ") + reason), std::string::npos)
+            << console;
     }
     EXPECT_FALSE(reply.hasData());
 }

@@ -151,6 +151,16 @@ TEST_F(ScheduleBookTest, RemovesAndBringsBack)
     EXPECT_EQ(client.schedules["added-1"]["name"], "Backup");
 }
 
+TEST_F(ScheduleBookTest, RemovesNothingTwiceAndNothingThatIsNotThere)
+{
+    const QString key = keyOf("Backup");
+    book->remove(key, "Removal");
+    const int steps = book->steps().count();
+    book->remove(key, "Removal");
+    book->remove("no such key", "Removal");
+    EXPECT_EQ(book->steps().count(), steps);
+}
+
 TEST_F(ScheduleBookTest, KeepsWhatCouldNotBeApplied)
 {
     client.refusal = dozely::Error{"You may not.", "com.dozely.Error.NotAllowed"};
