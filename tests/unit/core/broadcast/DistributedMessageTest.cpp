@@ -153,6 +153,7 @@ TEST(DistributedMessage, ReadsWhatAPersonPostsByHand)
     EXPECT_FALSE(read->deliverImmediately);
     EXPECT_EQ(read->notification.userInfo(), QVariantMap({{"y", 200U}, {"n", -2}}));
     EXPECT_EQ(read->notification.userInfo()["y"].typeId(), QMetaType::UInt);
+    EXPECT_EQ(read->notification.userInfo()["n"].typeId(), QMetaType::Int);
 }
 
 TEST(DistributedMessage, ReadsNothingFromWhatIsNoNotification)

@@ -258,11 +258,17 @@ TEST_F(UiFileLoaderTest, RefusesWhatIsNoInterfaceFileInOneLine)
 
 TEST_F(UiFileLoaderTest, RefusesAFileThatWouldOverrunTheStack)
 {
-    constexpr int levels = 20000;
-    write("Resources/Panel.ui", "<ui version=\"4.0\">" +
-                                    QByteArray("<widget class=\"QWidget\">").repeated(levels) +
-                                    QByteArray("</widget>").repeated(levels) + "</ui>");
-    EXPECT_TRUE(refusesWith("nested too deeply"));
+    const auto writeNested = [this](int levels) {
+        write("Resources/Panel.ui", "<ui version=\"4.0\">" +
+                                        QByteArray("<widget class=\"QWidget\">").repeated(levels) +
+                                        QByteArray("</widget>").repeated(levels) + "</ui>");
+    };
+    writeNested(99);
+    EXPECT_TRUE(load()) << "with the one around them, a hundred";
+    for (const int tooMany : {100, 20000}) {
+        writeNested(tooMany);
+        EXPECT_TRUE(refusesWith("nested too deeply")) << tooMany;
+    }
 }
 
 TEST_F(UiFileLoaderTest, RefusesAFileThatWouldFillTheMemory)
