@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/performer/OwnUnit.h"
 
+#include "DozelyKit/core/foundation/RootFolder.h"
+
 #include <QByteArrayList>
 #include <QFile>
 
@@ -8,7 +10,7 @@ namespace
 {
 QByteArrayList linesOf(const QString &path)
 {
-    QFile file(path);
+    QFile file(dozely::RootFolder::join(path));
     return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
 }
 

@@ -115,6 +115,20 @@ TEST_F(PerformerTest, TellsTheExitStatusOfTheProgramThatAnActionRan)
     EXPECT_EQ(exitStatus(), 1);
 }
 
+TEST_F(PerformerTest, TellsWhyThePlugInSaysThatItFailedWhereThereIsNoStatus)
+{
+    order.parameters.insert("Failure", "nobody answers");
+    order.parameters.insert("Exit Status", 3LL);
+    const PerformanceOutcome ended = perform("go on");
+    EXPECT_EQ(ended.exitStatus, 3);
+    EXPECT_EQ(ended.failure, "");
+    ending.reset();
+    order.place = folder + "/another";
+    EXPECT_TRUE(PlaceLock::make(order.place));
+    order.parameters.insert("Exit Status", -1LL);
+    EXPECT_EQ(perform("go on").failure, "nobody answers");
+}
+
 TEST_F(PerformerTest, TellsThePlugInItsScheduleBeforeTheParameters)
 {
     EXPECT_EQ(perform("tell its schedule when asked").failure, "");

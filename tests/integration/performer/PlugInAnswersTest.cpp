@@ -37,6 +37,21 @@ TEST_F(PlugInAnswersTest, TellWhetherAPlugInHandsOverInAWayOfItsOwn)
     EXPECT_FALSE(answer->announcesItself);
 }
 
+TEST_F(PlugInAnswersTest, TellWhetherAPlugInAnnouncesInAWayOfItsOwn)
+{
+    makeTrouble("OwnVoice", {{"Own Voice", true}});
+    const auto answer = known(scheduleOf("OwnVoice"));
+    ASSERT_TRUE(answer);
+    EXPECT_FALSE(answer->handsOverItself);
+    EXPECT_TRUE(answer->announcesItself);
+}
+
+TEST_F(PlugInAnswersTest, AreGivenByAPlugInThatKnowsTheDate)
+{
+    EXPECT_TRUE(known(trouble({{"Do", "tell its date when asked"}})));
+    EXPECT_EQ(marks(), noon().toString(Qt::ISODate).toUtf8() + "\nasked\n");
+}
+
 TEST_F(PlugInAnswersTest, AreToldFromTheEventLoop)
 {
     EXPECT_FALSE(answers->of(trouble()));

@@ -87,6 +87,8 @@ public:
 
     bool needsWakeUp() const override
     {
+        if (what() == "tell its date when asked")
+            mark(*parameters(), (calendarDate().toUTC().toString(Qt::ISODate) + '\n').toUtf8().constData());
         goWrong(wish("Wake Up"));
         return WDDaemonPlugIn::needsWakeUp();
     }
@@ -178,6 +180,7 @@ public:
 
     Q_INVOKABLE bool isActing() const { return m_isActing; }
     Q_INVOKABLE int exitStatus() const { return parameters()->value("Exit Status", 0).toInt(); }
+    Q_INVOKABLE QString failure() const { return wish("Failure"); }
 
 Q_SIGNALS:
     void actionDidFinish();
@@ -238,6 +241,14 @@ public:
     }
 };
 
+/// The same, which announces in a way of its own.
+class OwnVoicePlugIn : public TroubleDaemonPlugIn
+{
+    Q_OBJECT
+public:
+    bool anticipateInUserAgentNow() override { return WDDaemonPlugIn::anticipateInUserAgentNow(); }
+};
+
 /// The same for a session: goes on until the test has made a file beside the marks.
 class TroubleUserAgentPlugIn : public WDUserAgentPlugIn
 {
@@ -280,6 +291,7 @@ public:
     {
         goWrong(bundle->objectForInfoDictionaryKey("At Initialising").toString());
         m_hasItsOwnWay = bundle->objectForInfoDictionaryKey("Own Way").toBool();
+        m_hasItsOwnVoice = bundle->objectForInfoDictionaryKey("Own Voice").toBool();
         return true;
     }
 
@@ -287,6 +299,8 @@ public:
     {
         if (m_hasItsOwnWay)
             return std::make_unique<OwnWayPlugIn>();
+        if (m_hasItsOwnVoice)
+            return std::make_unique<OwnVoicePlugIn>();
         return std::make_unique<TroubleDaemonPlugIn>();
     }
 
@@ -299,6 +313,7 @@ public:
 
 private:
     bool m_hasItsOwnWay = false;
+    bool m_hasItsOwnVoice = false;
 };
 
 #include "TroublePlugIn.moc"

@@ -79,6 +79,23 @@ TEST_F(ForkedTest, AreWhatThereIsWithoutABus)
     EXPECT_EQ(linesAbout("the service manager cannot be reached: ").size(), 1);
 }
 
+TEST_F(ForkedTest, AreServedByTheDiskAsTheirWeightSays)
+{
+    start();
+    const QList<std::pair<quint64, int>> priorities{{1, 7},   {17, 7},  {18, 6},  {71, 4},    {100, 4},
+                                                    {141, 4}, {142, 3}, {566, 1}, {10'000, 0}};
+    for (const auto &[weight, priority] : priorities) {
+        QFile::remove(root.join("/marks"));
+        outcomes.clear();
+        order.limits.program.ioWeight = weight;
+        ASSERT_TRUE(prepare("one", "tell limits"));
+        ASSERT_TRUE(performances->go("one"));
+        EXPECT_EQ(failure("one"), "");
+        EXPECT_TRUE(marks().contains(QString(" io 2/%1 ").arg(priority).toUtf8()))
+            << weight << ": " << marks().constData();
+    }
+}
+
 TEST_F(UnitsTest, AreNamedAfterTheSchedule)
 {
     startManager();
@@ -162,6 +179,30 @@ TEST_F(UnitsTest, OfAUserHaveTheEnvironmentOfTheSession)
     EXPECT_EQ(entries.filter(QRegularExpression("^(BASH_FUNC|BELL|NO_TEXT)")), QStringList())
         << "the manager would refuse them all";
     EXPECT_FALSE(propertiesOf("a2").contains("Environment"));
+}
+
+TEST_F(UnitsTest, OutOfWhichTheKernelKilledForItsMemorySaySo)
+{
+    const auto kernelSays = [this](const char *file, const QByteArray &content) {
+        root.makeFolder(QString(file).section('/', 0, -2));
+        QFile written(root.join(file));
+        ASSERT_TRUE(written.open(QIODevice::WriteOnly));
+        written.write(content);
+    };
+    startManager();
+    start();
+    const auto failureWith = [&](const char *name, const QByteArray &events) {
+        kernelSays("/sys/fs/cgroup/system.slice/one.service/memory.events", events);
+        EXPECT_TRUE(prepare(name, "crash"));
+        EXPECT_TRUE(performances->go(name));
+        return failure(name);
+    };
+    kernelSays("/proc/self/cgroup", "12:cpu:/other\n0::/system.slice/one.service\n");
+    EXPECT_EQ(failureWith("a1", "low 0\nhigh 0\nmax 9\noom 1\noom_kill 1\n"),
+              "it took more memory than it may");
+    EXPECT_THAT(failureWith("a2", "low 0\nmax 9\noom 1\noom_kill 0\n"), HasSubstr("was ended by signal"));
+    kernelSays("/proc/self/cgroup", "1:name=systemd:/system.slice/one.service\n");
+    EXPECT_THAT(failureWith("a3", "oom_kill 1\n"), HasSubstr("was ended by signal"));
 }
 
 TEST_F(UnitsTest, HaveTheOutputOfTheAction)
