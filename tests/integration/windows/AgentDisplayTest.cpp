@@ -73,6 +73,21 @@ TEST_F(AgentDisplayTest, OnADisplayItHasWindowsAndEndsInOrder)
     EXPECT_EQ(countOf("Dozely Agent ended"), 1);
 }
 
+TEST_F(AgentDisplayTest, ThePlatformThatTheSessionNamesIsTheAgentsAndItsActions)
+{
+    qputenv("DISPLAY", ":64999");
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    qputenv("SESSION_MANAGER", "local/nobody");
+    startAgent();
+    EXPECT_THAT(mappedFiles(), HasSubstr("libqminimal.so"));
+    writeStore({probeEntry("hello", {{"Acts In User Agent", 1LL},
+                                     {"Tells", QStringList{"QT_QPA_PLATFORM", "SESSION_MANAGER"}}})});
+    EXPECT_TRUE(logs("Probe has QT_QPA_PLATFORM=minimal"));
+    EXPECT_TRUE(logs("Probe has SESSION_MANAGER=local/nobody"));
+    EXPECT_EQ(endOf(agent), 0);
+    qunsetenv("SESSION_MANAGER");
+}
+
 TEST_F(AgentDisplayTest, ADisplayThatGoesAwayEndsIt)
 {
     {

@@ -90,6 +90,16 @@ protected:
         ASSERT_TRUE(bus.call(login, loginPath, QString(mock) + ".AddSession",
                              {"c7", "seat0", QString::number(::getuid()), "anna", "true"}));
     }
+    /// The login manager knows where this user's desktop is.
+    void giveTheUserADesktop()
+    {
+        ASSERT_TRUE(bus.call(login, loginPath, QString(mock) + ".AddObject",
+                             {"/desk", "org.freedesktop.login1.User",
+                              QString("{'Display': <('c7', objectpath '%1')>}").arg(sessionPath), "[]"}));
+        ASSERT_TRUE(bus.call(
+            login, loginPath, QString(mock) + ".AddMethod",
+            {"org.freedesktop.login1.Manager", "GetUser", "u", "o", "ret = dbus.ObjectPath('/desk')"}));
+    }
     /// How often an object was called so.
     qsizetype calls(const QByteArray &service, const QByteArray &path, const QString &method)
     {
@@ -122,12 +132,21 @@ TEST_F(SessionActionsTest, LocksTheSessionThatTheEnvironmentNames)
 TEST_F(SessionActionsTest, LocksTheSessionWithTheUsersDesktopWhereNoneIsNamed)
 {
     startLogin();
-    ASSERT_TRUE(bus.call(login, loginPath, QString(mock) + ".AddObject",
-                         {"/desk", "org.freedesktop.login1.User",
-                          QString("{'Display': <('c7', objectpath '%1')>}").arg(sessionPath), "[]"}));
-    ASSERT_TRUE(
-        bus.call(login, loginPath, QString(mock) + ".AddMethod",
-                 {"org.freedesktop.login1.Manager", "GetUser", "u", "o", "ret = dbus.ObjectPath('/desk')"}));
+    giveTheUserADesktop();
+    load("LockScreen");
+    EXPECT_EQ(act(), QString());
+    EXPECT_EQ(calls(login, sessionPath, "Lock"), 1);
+}
+
+TEST_F(SessionActionsTest, LocksTheSessionWithTheUsersDesktopWhereTheOneThatIsNamedIsGone)
+{
+    startLogin();
+    giveTheUserADesktop();
+    ASSERT_TRUE(bus.call(login, loginPath, QString(mock) + ".AddMethod",
+                         {"org.freedesktop.login1.Manager", "GetSession", "s", "o",
+                          "raise dbus.exceptions.DBusException('No session ' + args[0], "
+                          "name='org.freedesktop.login1.NoSuchSession')"}));
+    qputenv("XDG_SESSION_ID", "c9");
     load("LockScreen");
     EXPECT_EQ(act(), QString());
     EXPECT_EQ(calls(login, sessionPath, "Lock"), 1);

@@ -118,6 +118,8 @@ public:
     void actInUserAgent() override
     {
         ZDRLog("Probe acts in the session: %@, %@", parameters()->value("Text"), calendarDate());
+        for (const QString &name : parameters()->value("Tells").toStringList())
+            ZDRLog("Probe has %@=%@", name, qEnvironmentVariable(qPrintable(name), "nothing"));
         runScript(*parameters());
         const QString then = parameters()->value("Then").toString();
         if (then == "throw")

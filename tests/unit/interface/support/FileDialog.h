@@ -19,3 +19,13 @@ inline void chooseInNextFileDialog(const QString &path)
         QTest::keyClick(name, Qt::Key_Return);
     });
 }
+
+/// Has the file dialog that opens next end without a choice.
+inline void dismissNextFileDialog()
+{
+    QTimer::singleShot(0, qApp, [] {
+        QWidget *const dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog);
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+}

@@ -382,6 +382,17 @@ TEST_F(CommandSettings, ChoosesTheProgramAmongTheFiles)
     EXPECT_EQ(find<QLineEdit>("program")->text(), "/usr/bin/env");
 }
 
+TEST_F(CommandSettings, KeepsItsProgramWhereNoneIsChosen)
+{
+    for (const char *program : {"/bin/true", "/bin/a\nb"}) {
+        fill({{"Program", program}});
+        dismissNextFileDialog();
+        find<QPushButton>("browse")->click();
+        EXPECT_EQ(read().value("Program"), program);
+    }
+    EXPECT_TRUE(find<QLineEdit>("program")->isReadOnly());
+}
+
 TEST_F(CommandSettings, ReplacesAProgramThatItsFieldCannotShowByTheOneThatIsChosen)
 {
     fill({{"Program", "/bin/a\nb"}});
