@@ -55,6 +55,19 @@ protected:
         ASSERT_TRUE(WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(
             orderNamed("UserAgentMustActEvent", QDateTime::currentDateTimeUtc(), parameters, bundle), user));
     }
+    /// Hands over an occurrence of a schedule whose actions are not to overlap.
+    void orderOfOneAtATime(const QString &text, const QVariantMap &more = {})
+    {
+        QVariantMap parameters = more;
+        parameters.insert("Text", text);
+        const auto plain =
+            orderNamed("UserAgentMustActEvent", QDateTime::currentDateTimeUtc(), parameters, {});
+        QVariantMap userInfo = plain.userInfo();
+        userInfo.insert("Schedule Identifier", "a");
+        userInfo.insert("Schedule Skips Overlap", true);
+        ASSERT_TRUE(WDCommunicationCenter::sharedInstance()->postNotificationToAgentOfUser(
+            NSNotification(plain.name(), plain.object(), userInfo), agentUser()));
+    }
     /// Says that an occurrence will come, as the daemon does.
     void announce(const QString &text, const QDateTime &date)
     {
@@ -240,6 +253,20 @@ TEST_F(SessionActionsTest, ThatCouldNotBeMadeReadyAreStartedWhenTheyCome)
     startAgent();
     EXPECT_TRUE(logs("Probe acts in the session: ready"));
     EXPECT_EQ(performersMade(), 2);
+}
+
+TEST_F(SessionActionsTest, OfAScheduleThatWantsOneAtATimeAreSkippedWhileOneGoesOn)
+{
+    orderOfOneAtATime("first", {{"Then", "go on"}});
+    ASSERT_TRUE(logs("Probe is process"));
+    orderOfOneAtATime("second");
+    EXPECT_TRUE(logs("Probe.plugin was skipped in the session: the action of the one before goes on"));
+    expectThatOthersAct();
+    signalProcess(processes().constFirst().supervisor, SIGTERM);
+    EXPECT_TRUE(logs("Probe.plugin of schedule \"Backup\" failed in the session: "));
+    orderOfOneAtATime("third");
+    EXPECT_TRUE(logs("Probe acts in the session: third"));
+    EXPECT_EQ(countOf("acts in the session: second"), 0);
 }
 
 TEST_F(SessionActionsTest, AreAskedToEndWhenTheAgentIs)

@@ -142,6 +142,29 @@ TEST(ScheduleWish, RefusesWithOneSentence)
               "It is too large: a schedule has at most 131072 bytes.");
 }
 
+TEST(ScheduleWish, NamesTheWordThatIsWrong)
+{
+    for (const char *path : {"Sleep.plugin", "/", "/a/../b.plugin", "/a/b.plugin/", ""})
+        EXPECT_EQ(refused(wish({{"bundlePath", path}})),
+                  "\"bundlePath\" is not the absolute path of a bundle.")
+            << path;
+    EXPECT_EQ(refused(wish({{"actsIn", "agent"}})), "\"actsIn\" is \"session\", \"daemon\" or empty.");
+    EXPECT_EQ(refused(wish({{"date", "tomorrow"}})),
+              "\"date\" is no date such as 2026-03-14T06:55:00+01:00: tomorrow.");
+    EXPECT_EQ(refused(wish({{"timeZone", "Nowhere/Else"}})), "There is no time zone \"Nowhere/Else\".");
+    for (const char *policy : {"missed", "overlap", "after"})
+        EXPECT_EQ(refused(wish({{policy, "never"}})),
+                  std::string("\"") + policy + "\" is none of those that there are: \"never\".");
+    EXPECT_EQ(refused(wish({{"overlap", "run"}})), "\"overlap\" is of what repeats.");
+    EXPECT_EQ(refused(wish({{"missedLimit", quint64(60)}})),
+              "\"missedLimit\" is a number of seconds, and is of what is \"run once\".");
+    const Schedule twice = made(
+        wish({{"date", ""}, {"timeZone", "UTC"}, {"repeats", QVariantMap{{"rule", "FREQ=DAILY;COUNT=2"}}}}));
+    const auto once = ScheduleWish::changed(twice, {{"repeats", QVariantMap()}}, now.addDays(9));
+    ASSERT_FALSE(once);
+    EXPECT_EQ(once.error().text, "It is over: say \"date\", too.");
+}
+
 TEST(ScheduleWish, TakesWhatIsJustWithinItsLimits)
 {
     EXPECT_EQ(made(wish({{"name", QString(500, 'x')}})).name.size(), 500);
