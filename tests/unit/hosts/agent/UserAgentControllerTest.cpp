@@ -203,6 +203,28 @@ TEST_F(UserAgentControllerTest, ShowsATestAlertForItsOwnUserAndTheSystem)
     EXPECT_EQ(countOf("An alert is shown as a test"), 1);
 }
 
+TEST_F(UserAgentControllerTest, KnowsWhatAnAlertOfItsAnnouncesAsLongAsThatIsToCome)
+{
+    postAsTheSystem(order("UserAgentMustAnticipateEvent", {{"Announcing", "shows"}, {"Alert", 1LL}}));
+    ASSERT_EQ(desktop->shown.size(), 1);
+    const auto alert = desktop->shown[0];
+    EXPECT_TRUE(controller->mayBePutOff(alert));
+    EXPECT_EQ(controller->detailsOf(alert).schedule, "Backup");
+    clock->advance(std::chrono::minutes(1));
+    EXPECT_FALSE(controller->mayBePutOff(alert));
+    EXPECT_EQ(controller->detailsOf(alert).schedule, "");
+}
+
+TEST_F(UserAgentControllerTest, KeepsTheAlertOfWhatCannotBePutOff)
+{
+    postAsTheSystem(order("UserAgentMustAnticipateEvent", {{"Announcing", "shows"}, {"Alert", 1LL}}));
+    ASSERT_EQ(desktop->shown.size(), 1);
+    EXPECT_FALSE(controller->putOff(desktop->shown[0], Postponement::Hour)) << "there is no daemon";
+    EXPECT_EQ(countOf("The action of Probe.plugin was not put off: the daemon did not take the order"), 1);
+    EXPECT_EQ(countOf("Probe withdraws"), 0);
+    EXPECT_TRUE(controller->mayBePutOff(desktop->shown[0]));
+}
+
 TEST_F(UserAgentControllerTest, PutsNothingOffThatItDidNotAnnounce)
 {
     const auto alert = std::make_shared<NSUserNotification>();

@@ -157,6 +157,8 @@ public:
             throw std::runtime_error("the probe was told to");
         if (parameters()->value("Announcing") == "cancels")
             cancelEvent();
+        if (parameters()->value("Announcing") == "shows")
+            WDUserAgentPlugIn::anticipateBeforeSelfAction();
     }
 
     void stopAnticipation() override { ZDRLog("Probe withdraws: %@", parameters()->value("Text")); }
