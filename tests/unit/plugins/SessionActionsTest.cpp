@@ -348,7 +348,7 @@ TEST_F(OpenTest, StartsApplicationsByTheirEntries)
 {
     writeProgram("player", "printf '%s\\n' \"$@\" >>\"$OPENED\"");
     const QString entry =
-        writeFile("/player.desktop", "[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
+        writeFile("/player.desktop", "Terminal=true\n[Desktop Action New]\nExec=false\n[Desktop Entry]\n"
                                      "Type=Application\nName=Player\n"
                                      "Exec=\\splayer --now %U  \"two words\" \"\" 100%% \n");
     EXPECT_EQ(act({{"Items", QVariantList{entry}}}), QString());

@@ -470,6 +470,11 @@ TEST_F(MainWindowTest, SaysWhatIsToBeDoneWhereWakingDoesNotWork)
         client.wakeTrial = {{"outcome", outcome}};
         press("testWaking");
         EXPECT_TRUE(says(sentence)) << outcome;
+        const QList<QPushButton *> buttons = window->findChildren<QPushButton *>();
+        const bool offersSleep = std::any_of(buttons.cbegin(), buttons.cend(), [](const auto *button) {
+            return button->text() == "Sleep for a minute" && button->isVisible();
+        });
+        EXPECT_EQ(offersSleep, QString(outcome) == "too early") << outcome;
     }
     client.wakeTrial = {{"outcome", "of another kind"}, {"sentence", "It did something new."}};
     press("testWaking");
