@@ -19,7 +19,11 @@ TEST(TimeLeft, IsSaidInMinutesAndInTheLastOneInSeconds)
     EXPECT_EQ(inWords(0s, "en"), "now");
     EXPECT_EQ(inWords(-5s, "en"), "now");
     EXPECT_EQ(inWords(90min, "en"), "in 90 minutes");
+    EXPECT_EQ(inWords(2h, "en"), "in 120 minutes");
+    EXPECT_EQ(inWords(2h + 1ms, "en"), "in 2 hours");
     EXPECT_EQ(inWords(2h + 20min, "en"), "in 2 hours");
+    EXPECT_EQ(inWords(48h, "en"), "in 48 hours");
+    EXPECT_EQ(inWords(48h + 1ms, "en"), "in 2 days");
     EXPECT_EQ(inWords(71h, "en"), "in 3 days");
 }
 
