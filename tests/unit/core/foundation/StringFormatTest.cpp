@@ -154,6 +154,7 @@ TEST(StringWithFormat, PadsAndCutsTexts)
     EXPECT_EQ(text("[%6@][%-6s][%.2@][%5.1s]", {"abc", "abc", "abc", "abc"}),
               QString("[   abc][abc   ][ab][    a]"));
     EXPECT_EQ(text("[%2@]", {"abc"}), QString("[abc]"));
+    EXPECT_EQ(text("[%.0@][%.0s][%2.0s]", {"abc", "abc", "abc"}), QString("[][][  ]"));
 }
 
 TEST(StringWithFormat, TakesWidthAndPrecisionFromArguments)

@@ -169,10 +169,11 @@ TEST_F(OccurrenceWishesTest, OfSeveralThatAreDueTheLatestIsPostponed)
 TEST_F(OccurrenceWishesTest, ByNothingAndByMoreThanAYearNothingIsPostponedNorIsWhatIsNotNext)
 {
     for (const QVariant &delay :
-         {QVariant(0LL), QVariant(-1LL), QVariant(400LL * 86400), QVariant("soon"), QVariant()})
+         {QVariant(0LL), QVariant(-1LL), QVariant(366LL * 86400 + 1), QVariant("soon"), QVariant()})
         EXPECT_THAT(postpone({{"Schedule Delay", delay}}), HasSubstr("1 to 31622400 seconds"));
     EXPECT_THAT(postpone({{"Schedule Delay", 60LL}, {"Schedule Date", at(5h)}}),
                 HasSubstr("is not the next one of schedule a"));
+    EXPECT_EQ(postpone({{"Schedule Delay", 366LL * 86400}}), "");
 }
 
 TEST_F(OccurrenceWishesTest, OwnerAndSystemAreObeyedAtAnyTimeTheUserAtTheConsoleFromTheAlertOn)

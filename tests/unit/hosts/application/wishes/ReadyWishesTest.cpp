@@ -57,6 +57,7 @@ TEST_F(ReadyWishesTest, SayNothingThatTheDoorDoesNotKnow)
         EXPECT_TRUE(
             wish.value("bundlePath").toString().startsWith("/Library/Application Support/Dozely/PlugIns/"));
         EXPECT_EQ(wish.value("timeZone"), QString());
+        EXPECT_EQ(wish.value("isEnabled"), QVariant(true));
     }
 }
 
