@@ -13,7 +13,7 @@ class AgentDisplayTest : public HostSystem
 protected:
     AgentDisplayTest()
     {
-        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "SESSION_MANAGER"})
             qunsetenv(name);
         startDaemon(); // which makes the folders
     }
@@ -49,8 +49,12 @@ TEST_F(AgentDisplayTest, ADisplayThatCannotBeOpenedCostsOneLineAndNothingElse)
     qputenv("DISPLAY", ":64999");
     startAgent();
     EXPECT_EQ(countOf(complaint), 1);
-    writeStore({probeEntry("hello", {{"Acts In User Agent", 1LL}})});
+    writeStore({probeEntry("hello", {{"Acts In User Agent", 1LL},
+                                     {"Tells", QStringList{"QT_QPA_PLATFORM", "SESSION_MANAGER"}}})});
     EXPECT_TRUE(logs("Probe acts in the session: hello"));
+    EXPECT_TRUE(logs("Probe has QT_QPA_PLATFORM=nothing"))
+        << "what the agent needs for itself is no action's";
+    EXPECT_TRUE(logs("Probe has SESSION_MANAGER=nothing"));
     EXPECT_EQ(endOf(agent), 0);
 }
 

@@ -67,6 +67,8 @@ TEST(AlertPlacement, ComesBackToWhereAWindowWasDragged)
     for (const QRect &window : {QRect(30, 50, 300, 120), QRect(650, 390, 300, 120), QRect(600, 60, 300, 120)})
         EXPECT_EQ(placeFor(size, area, {}, placeOf(window, area)), window);
     const AlertPlace place = placeOf({650, 390, 300, 120}, area);
+    EXPECT_FALSE(placeOf({650, 220, 300, 120}, area).isAtBottom) << "as far from both";
+    EXPECT_FALSE(placeOf({350, 220, 300, 120}, area).isAtRight);
     EXPECT_EQ(placeFor({340, 200}, area, {}, place), QRect(610, 310, 340, 200)) << "by the nearest edges";
     EXPECT_EQ(placeFor(size, {2000, 0, 1280, 800}, {}, place), QRect(2930, 660, 300, 120))
         << "on another screen, too";

@@ -11,6 +11,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QMenu>
+#include <QPointer>
 #include <QTest>
 #include <QWindow>
 
@@ -193,6 +194,42 @@ TEST_F(LaterButtonTest, EscapeClosesTheMenuFirstAndTheWindowThen)
     press(Qt::Key_Escape);
     EXPECT_EQ(told, QStringList("closed"));
     EXPECT_TRUE(chosen.isEmpty());
+}
+
+TEST_F(LaterButtonTest, IsUpAgainOnceItsMenuIsClosed)
+{
+    show();
+    QTest::mousePress(&button(), Qt::LeftButton);
+    ASSERT_TRUE(menu().isVisible());
+    menu().close();
+    EXPECT_FALSE(button().isDown());
+}
+
+TEST_F(LaterButtonTest, WithItsWindowTakesNoInputOnceThatIsWithdrawn)
+{
+    show();
+    const QPointer<LaterButton> later = &button();
+    const QPointer<AlertWindow> going = &window();
+    presenter->close(alert);
+    ASSERT_TRUE(later && going) << "it fades";
+    EXPECT_FALSE(later->isEnabled());
+    for (const auto *const each : going->findChildren<AlertButton *>())
+        EXPECT_FALSE(each->isEnabled()) << qPrintable(each->text());
+}
+
+TEST_F(LaterButtonTest, FollowsAnotherFontOnceItHasItsSize)
+{
+    AlertButton fitted("What a button says at most");
+    fitted.fitToTitle();
+    const QSize size = fitted.size();
+    QFont larger = fitted.font();
+    larger.setPixelSize(40);
+    fitted.setFont(larger);
+    EXPECT_GT(fitted.width(), size.width());
+    EXPECT_EQ(fitted.minimumSize(), fitted.maximumSize());
+    AlertButton free("Cancel");
+    free.setFont(larger);
+    EXPECT_NE(free.minimumSize(), free.maximumSize()) << "nobody has fitted it yet";
 }
 
 TEST_F(LaterButtonTest, TellsScreenReadersWhatItIs)
